@@ -1,0 +1,171 @@
+/**
+ * @file
+ * Lookups by position in a view ("vindex"), by channel number and by transport identity. They change nothing.
+ *
+ * Functions without a view argument work on the current view; the `vtype_` functions take a view code. Searches walk
+ * the view from position 0 and the first match wins. Positions from the count up to the array's capacity are readable
+ * where no range check is named: they hold zeros unless the host wrote there. Positions outside the array are refused.
+ */
+#ifndef CHANNEL_LOOKUPS_H
+#define CHANNEL_LOOKUPS_H
+
+#include <channel/records.h>
+
+CHANNEL_BEGIN_DECLS
+
+/** @return the first entry of the current view; null, with an ERROR line, when there is none. */
+virtual_channel_st *get_channel_list_vch(void);
+
+/** @return the number of entries of the current view; 0, with an ERROR line, when there is none. */
+int16_t get_channel_list_number(void);
+
+/** @return the number of entries of the current view, not its largest channel number: hosts rely on the count. */
+uint16_t find_max_channel_number(void);
+
+/**
+ * An entry of the current view.
+ *
+ * @param vindex position in the array; positions behind the count are readable.
+ * @return the entry, or null outside the array or without a current view.
+ */
+virtual_channel_st *get_vchannel_by_vindex(int16_t vindex);
+
+/**
+ * An entry of a view.
+ *
+ * @param vindex position in the array; positions behind the count are readable.
+ * @param type a view code.
+ * @return the entry, or null outside the array or for an unknown view.
+ */
+virtual_channel_st *vtype_get_vchannel_by_vindex(int16_t vindex, int8_t type);
+
+/**
+ * The channel number at a position of the current view.
+ *
+ * @param vindex position in the array; positions behind the count are readable.
+ * @return major_ch_num, or -1 outside the array or without a current view.
+ */
+int16_t get_channel_number(int16_t vindex);
+
+/**
+ * The minor channel number at a position of the current view.
+ *
+ * @param vindex position in the array; positions behind the count are readable.
+ * @return minor_ch_num, or -1 outside the array or without a current view.
+ */
+int16_t get_channel_minor_number(int16_t vindex);
+
+/**
+ * The position of a channel number in the current view.
+ *
+ * @param major channel number.
+ * @return the lowest position with that major_ch_num, or -1 with an ERROR line.
+ */
+int16_t get_channel_index(int16_t major);
+
+/**
+ * The position of a channel number with its minor number in the current view.
+ *
+ * @param major channel number.
+ * @param minor minor number.
+ * @return the lowest position with both, or -1 with an ERROR line.
+ */
+int16_t get_channel_index_by_number(int16_t major, int16_t minor);
+
+/**
+ * As get_channel_index_by_number(), in a view.
+ *
+ * @param major channel number.
+ * @param minor minor number.
+ * @param type a view code.
+ * @return the lowest position with both, or -1 with an ERROR line.
+ */
+int16_t vtype_get_vindex_by_number(int16_t major, int16_t minor, int8_t type);
+
+/**
+ * The entry with a channel number and a minor number in a view.
+ *
+ * @param major channel number.
+ * @param minor minor number.
+ * @param type a view code.
+ * @return the first entry with both, or null with an ERROR line.
+ */
+virtual_channel_st *vtype_get_vch_by_number(int16_t major, int16_t minor, int8_t type);
+
+/**
+ * The position of a service id in the current view.
+ *
+ * @param service_id service id, 0..65535.
+ * @return the lowest position with it, or -1.
+ */
+int16_t get_vch_index_by_service_id(uint16_t service_id);
+
+/**
+ * The position of a transport identity in the current view.
+ *
+ * All seven values must match; a frequency of 0 matches any frequency.
+ *
+ * @return the lowest matching position, or -1. Every entry visited is logged at level 3.
+ */
+int16_t get_vch_index_by_ts_info(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
+                                 uint16_t service_id, uint8_t polarisation);
+
+/**
+ * The entry of a transport identity in a view.
+ *
+ * All seven values must match; with a frequency of 0 neither frequency nor polarisation is compared, but the tag is.
+ *
+ * @return the first matching entry, or null.
+ */
+virtual_channel_st *vtype_get_vch_by_ts_info(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id,
+                                             uint32_t frequency, uint16_t service_id, uint8_t polarisation,
+                                             int8_t type);
+
+/**
+ * The position of a transport identity in a view.
+ *
+ * All seven values must match; with a frequency of 0 neither frequency, polarisation nor tag is compared. (The tag is
+ * where this search differs from vtype_get_vch_by_ts_info(); hosts rely on either.)
+ *
+ * @return the lowest matching position, or -1.
+ */
+int16_t vtype_get_vch_index_by_ts_info(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id,
+                                       uint32_t frequency, uint16_t service_id, uint8_t polarisation, int8_t type);
+
+/**
+ * The first entry of a view on a transponder.
+ *
+ * @param tag compared with vch_tag.
+ * @param net_index network index.
+ * @param frequency compared within the tolerance; 0 is no wildcard.
+ * @param polarisation compared exactly.
+ * @param type a view code.
+ * @return the entry, or null.
+ */
+virtual_channel_st *vtype_get_vch_by_frequency(int8_t tag, uint8_t net_index, uint32_t frequency, uint8_t polarisation,
+                                               int8_t type);
+
+/**
+ * The real channel at a position of the current view, resolved from the entry's identity; its cached pointer is not
+ * used.
+ *
+ * @param vindex position, 0..count-1.
+ * @return the channel, owned by the list; null outside the view and for an entry that no longer resolves.
+ */
+channel_st *get_channel(int16_t vindex);
+
+/** The same as get_channel(). */
+channel_st *get_channel_by_vindex(int16_t vindex);
+
+/**
+ * The real channel at a position of a view, resolved from the entry's identity.
+ *
+ * @param vindex position in the array; behind the count an empty slot is resolved, which normally gives null.
+ * @param type a view code.
+ * @return the channel, owned by the list; null outside the array, for an unknown view, or when it does not resolve.
+ */
+channel_st *vtype_get_channel_by_vindex(int16_t vindex, int8_t type);
+
+CHANNEL_END_DECLS
+
+#endif
