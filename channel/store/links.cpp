@@ -1,0 +1,49 @@
+// Refreshes the cached pointer of every view entry from the hierarchy, after records were loaded or merged.
+#include "channel/store/links.h"
+
+#include <cstdint>
+
+#include "channel/log.h"
+#include "channel/store/channel_list.h"
+#include "channel/store/group_table.h"
+#include "channel/store/hierarchy.h"
+#include "channel/store/view.h"
+
+namespace channel {
+namespace {
+
+void link_view(int type) {
+  const view linked = fetch_view(static_cast<std::int8_t>(type));
+  if (!linked) {
+    return;
+  }
+  for (virtual_channel_st &entry : linked) {
+    entry.rch = resolve(entry);
+    if (entry.rch == nullptr) {
+      LOG_PLAIN(0, "ERROR: link...[%d][%d]-n_in %d, on %d, ts %d, freq %ld, sid %d, polr %d\n", type,
+                static_cast<int>(&entry - linked.entries), entry.net_index, entry.network_id, entry.ts_id,
+                as_long(entry.frequency), entry.service_id, entry.polarisation);
+    }
+  }
+}
+
+}  // namespace
+
+// Kept: the walk visits one view past the last favourite group; it is empty or, behind a full table, unknown.
+int link_rch_info() {
+  LOG_TRACE(2, "\n");
+  if (channel_list.cur_vch == nullptr || channel_list.cur_vnumber == nullptr) {
+    LOG_ERROR(" channel_list NULL !! ");
+    return -1;
+  }
+  for (int type = VIEW_ALL; type <= VIEW_PROMOTION; ++type) {
+    link_view(type);
+  }
+  const int past_last_group = VIEW_FAVOURITE + favourite_table().size();
+  for (int type = VIEW_FAVOURITE; type <= past_last_group; ++type) {
+    link_view(type);
+  }
+  return 0;
+}
+
+}  // namespace channel

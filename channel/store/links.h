@@ -1,0 +1,10 @@
+// Refreshing the pointers from view entries to their real channels.
+#pragma once
+
+namespace channel {
+
+// Resolves every entry of every view, the work view included; an entry that does not resolve gets null and is reported.
+// 0, or -1 when no view is current.
+int link_rch_info();
+
+}  // namespace channel

@@ -1,0 +1,76 @@
+// The table of views, and the work view, which lives outside the channel list and is never saved.
+#include "channel/store/view.h"
+
+#include <array>
+#include <channel/views.h>
+
+#include "channel/store/channel_list.h"
+
+namespace channel {
+namespace {
+
+virtual_channel_st work_vch[MAX_CHANNEL];
+std::int16_t work_vnumber;
+
+constexpr std::size_t plain_views = VIEW_PROMOTION + 1;
+
+using view_table = std::array<view, plain_views + MAX_FAV>;
+
+constexpr view_table make_views() {
+  view_table views{};
+  views[VIEW_ALL] = {channel_list.vch, &channel_list.vnumber, MAX_CHANNEL};
+  views[VIEW_TV] = {channel_list.tv_vch, &channel_list.tv_vnumber, MAX_TV_CHANNEL};
+  views[VIEW_RADIO] = {channel_list.radio_vch, &channel_list.radio_vnumber, MAX_RADIO_CHANNEL};
+  views[VIEW_USER] = {channel_list.user_vch, &channel_list.user_vnumber, MAX_CHANNEL};
+  views[VIEW_WORK] = {work_vch, &work_vnumber, MAX_CHANNEL};
+  views[VIEW_PROMOTION] = {channel_list.promo_vch, &channel_list.promo_vnumber, MAX_PROMO_CHANNEL};
+  for (std::size_t group = 0; group < MAX_FAV; ++group) {
+    views[plain_views + group] = {channel_list.favorite_vch[group], &channel_list.favorite_vnumber[group], MAX_FAV_NUM};
+  }
+  return views;
+}
+
+constexpr view_table views = make_views();
+
+}  // namespace
+
+bool view::append(const virtual_channel_st &entry) const {
+  if (is_full()) {
+    return false;
+  }
+  const std::int16_t position = size();
+  entries[position] = entry;
+  *count = static_cast<std::int16_t>(position + 1);
+  return true;
+}
+
+std::span<const view> all_views() { return views; }
+
+view find_view(int type) {
+  if (type >= 0 && type <= VIEW_PROMOTION) {
+    return views[static_cast<std::size_t>(type)];
+  }
+  if (type >= VIEW_FAVOURITE && type <= VIEW_FAVOURITE_LAST) {
+    return views[plain_views + static_cast<std::size_t>(type - VIEW_FAVOURITE)];
+  }
+  return {};
+}
+
+view fetch_view(std::int8_t type) {
+  const virtual_channel_st *entries = get_virtual_channel_st(type);
+  const std::int16_t *count = get_virtual_channel_vnumber(type);
+  return entries != nullptr && count != nullptr ? find_view(type) : view{};
+}
+
+view current_view() {
+  const view current = {channel_list.cur_vch, channel_list.cur_vnumber, 0};
+  if (!current) {
+    return {};
+  }
+  const auto *known = std::find_if(views.begin(), views.end(),
+                                   [&](const view &candidate) { return candidate.entries == current.entries; });
+  const std::int16_t capacity = known != views.end() ? known->capacity : std::max<std::int16_t>(*current.count, 0);
+  return {current.entries, current.count, capacity};
+}
+
+}  // namespace channel
