@@ -1,0 +1,182 @@
+// Replaces the list by the contents of a channel file. A load always starts from an initialised list; a file that ends
+// early leaves one.
+#include <channel/dumps.h>
+#include <channel/files.h>
+#include <channel/groups.h>
+#include <channel/sorting.h>
+#include <channel/store.h>
+#include <channel/views.h>
+#include <cstdio>
+
+#include "channel/log.h"
+#include "channel/persist/data_path.h"
+#include "channel/persist/record_reader.h"
+#include "channel/store/channel_list.h"
+#include "channel/store/dumps.h"
+#include "channel/store/group_table.h"
+#include "channel/store/links.h"
+#include "channel/store/view.h"
+#include "channel/text.h"
+
+namespace channel::persist {
+namespace {
+
+constexpr char operation[] = "load_channel_internal";
+constexpr int unopened = 1;
+constexpr int short_file = -1;
+constexpr std::uint8_t keep_file_order = 255;
+
+// What the walk over a channel file says, and where it stopped: a debugger finds the failing read in the marker.
+class channel_file_reader {
+ public:
+  explicit channel_file_reader(const data_path &path) : path_(path.c_str()) {}
+
+  void short_header() {
+    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s' size %d \n", path_, list_image_size);
+    mark(__LINE__);
+  }
+  void short_network() {
+    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s'\n", path_);
+    mark(__LINE__);
+  }
+  void short_transponder() {
+    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s'\n", path_);
+    mark(__LINE__);
+  }
+  void short_service() {
+    LOG_ERROR_AS(operation, "Fail to read '%s'\n", path_);
+    mark(__LINE__);
+  }
+
+  static void on_network(const network_ch_st &network) {
+    LOG_TRACE_AS(operation, 3, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
+                 name_of(network).c_str());
+    LOG_TRACE_AS(operation, 2, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
+                 name_of(network).c_str());
+  }
+  static void on_transponder(const tp_ch_st &transponder) {
+    LOG_TRACE_AS(operation, 3, "tp_ch_info->rch_num %d\n", transponder.rch_num);
+    LOG_TRACE_AS(operation, 2, "tp_ch_info->rch_num %d\n", transponder.rch_num);
+  }
+  // A merge marks the channels that it finds in country_id: after a load none is marked.
+  static void on_service(channel_st &service) {
+    LOG_PLAIN(3,
+              "tp %lld, ts_id 0x%04x, sid 0x%04x, vtag 0x%04x, vpid 0x%04x, vecm 0x%04x, atag 0x%04x, apid 0x%04x]\n",
+              static_cast<long long>(service.frequency), service.ts_id, service.service_id, service.video_tag,
+              service.video_pid, service.video_ecm_pid, service.audio_tag, service.audio_pid);
+    service.country_id = 0;
+  }
+
+ private:
+  void mark(int line) {
+    static_cast<void>(std::snprintf(channel_load_marker_, sizeof channel_load_marker_,
+                                    "touch /DATA/channel_load-err-line:%d\n", line));
+  }
+
+  const char *path_;
+  char channel_load_marker_[255] = {};
+};
+
+// A count outside its array is brought to the nearest one inside, and said so.
+void bring_into_array(std::int16_t &count, std::int16_t capacity, const char *what, int which) {
+  const std::int16_t kept = std::clamp<std::int16_t>(count, 0, capacity);
+  if (kept != count) {
+    LOG_ERROR_AS(operation, "%s %d counts %d, taken as %d\n", what, which, count, kept);
+    count = kept;
+  }
+}
+
+void bring_counts_into_arrays() {
+  for (int code = VIEW_ALL; code <= VIEW_FAVOURITE_LAST; ++code) {
+    if (const view each = find_view(code); each) {
+      bring_into_array(*each.count, each.capacity, "view", code);
+    }
+  }
+  for (const int kind : {GROUP_GENRE, GROUP_PROVIDER, GROUP_COUNTRY}) {
+    const group_table table = table_of_kind(kind);
+    bring_into_array(*table.count, table.capacity, "group list", kind);
+  }
+  const group_table favourites = favourite_table();
+  bring_into_array(*favourites.count, favourites.capacity, "group list", GROUP_FAV);
+}
+
+bool read_list(file &source, channel_file_reader &reader) {
+  const transient<image<channel_list_st>> header(allocate_record<image<channel_list_st>>());
+  if (!source.read(header->data(), header->size())) {
+    reader.short_header();
+    return false;
+  }
+  from_image(channel_list, *header);
+  bring_counts_into_arrays();
+  LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);
+  LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);
+  LOG_TRACE_AS(operation, 2, "channel_list.network_num %d\n", channel_list.network_num);
+  return read_networks<current_format>(source, channel_list.network_num, channel_list.network_list, reader);
+}
+
+// The side files fill empty tables and never override those of the channel file.
+void load_missing_groups() {
+  if (channel_list.genre_num == 0) {
+    static_cast<void>(load_group_list(GROUP_GENRE));
+  }
+  if (channel_list.country_num == 0) {
+    static_cast<void>(load_group_list(GROUP_COUNTRY));
+  }
+}
+
+// An empty view, and one that is refused for being empty, gives way to the ALL view.
+void restore_current_view() {
+  const auto type = static_cast<std::int8_t>(channel_list.vch_type);
+  change_vindex_type(type);
+  if (const view named = find_view(type); named && named.size() == 0) {
+    change_vindex_type(VIEW_ALL);
+  }
+}
+
+int give_up(int result) {
+  init_channel_list();
+  load_missing_groups();
+  return result;
+}
+
+int load_channel_internal(const char *name, std::uint8_t sort_mode) {
+  const data_path path(name);
+  LOG_TRACE_AS(operation, 2, "(%s)\n", path.c_str());
+  init_channel_list();
+  channel_version_info();
+  file source(path.to_open(), "r");
+  if (!source.is_open()) {
+    LOG_ERROR_AS(operation, "Fail to open '%s'\n", path.c_str());
+    return give_up(unopened);
+  }
+  channel_file_reader reader(path);
+  if (!read_list(source, reader)) {
+    source.close();
+    return give_up(short_file);
+  }
+  restore_current_view();
+  link_rch_info();
+  if (sort_mode != keep_file_order) {
+    sort_vindex_ex(static_cast<std::int8_t>(sort_mode));
+  }
+  load_missing_groups();
+  print_load_status(operation, channel_list);
+  source.close();
+  print_virtual_channel_list(VIEW_ALL);
+  return channel_list.version;
+}
+
+}  // namespace
+}  // namespace channel::persist
+
+extern "C" {
+
+int load_channel(const char *name, uint8_t sort_mode) {
+  if (name == nullptr) {
+    LOG_ERROR("name is null\n");
+    return -1;
+  }
+  std::printf("%s %d %s\n", __func__, __LINE__, name);
+  return channel::persist::load_channel_internal(name, sort_mode);
+}
+}

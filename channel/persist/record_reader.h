@@ -1,0 +1,91 @@
+// The depth-first walk over the records of a channel file: a network, its first transponder, that transponder's
+// channels, its next transponder, and so on. The counts inside the records are the only framing. Written once for every
+// format; a format brings its record types, and a reader the words of its log lines.
+#pragma once
+
+#include <base/list.h>
+#include <channel/records.h>
+
+#include "channel/persist/file.h"
+#include "channel/persist/image.h"
+#include "channel/store/hierarchy.h"
+#include "channel/store/release.h"
+
+namespace channel::persist {
+
+// The records of the current file version.
+struct current_format {
+  using network = network_ch_st;
+  using transponder = tp_ch_st;
+  using service = channel_st;
+};
+
+// One record, allocated and filled from the file; null when the file is short.
+template <class Record>
+Record *read_record(file &source) {
+  image<Record> bytes;
+  if (!source.read(bytes.data(), bytes.size())) {
+    return nullptr;
+  }
+  auto *record = allocate_record<Record>();
+  from_image(*record, bytes);
+  return record;
+}
+
+// Reads the services of one transponder. Reader: on_service(service) after each, short_service() on a short file.
+template <class Format, class Reader>
+bool read_services(file &source, tp_ch_st &transponder, Reader &reader) {
+  for (int left = transponder.rch_num; left > 0; --left) {
+    auto *service = read_record<typename Format::service>(source);
+    if (service == nullptr) {
+      reader.short_service();
+      return false;
+    }
+    reader.on_service(*service);
+    list_add_tail(&service->list, &transponder.rch_list);
+  }
+  return true;
+}
+
+// Reads the transponders of one network. Reader: on_transponder(transponder), short_transponder().
+template <class Format, class Reader>
+bool read_transponders(file &source, network_ch_st &network, Reader &reader) {
+  for (int left = network.tp_num; left > 0; --left) {
+    auto *transponder = read_record<typename Format::transponder>(source);
+    if (transponder == nullptr) {
+      reader.short_transponder();
+      return false;
+    }
+    list_init(&transponder->rch_list);
+    list_add_tail(&transponder->list, &network.tp_list);
+    reader.on_transponder(*transponder);
+    if (!read_services<Format>(source, *transponder, reader)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// Reads as many networks as the header counts, appending each to a list that is empty before. Reader:
+// on_network(network), short_network(). When the file is short the records read so far are released.
+template <class Format, class Reader>
+bool read_networks(file &source, int network_num, list_head &network_list, Reader &reader) {
+  for (int left = network_num; left > 0; --left) {
+    auto *network = read_record<typename Format::network>(source);
+    if (network == nullptr) {
+      reader.short_network();
+      release_hierarchy(network_list);
+      return false;
+    }
+    reader.on_network(*network);
+    list_init(&network->tp_list);
+    list_add_tail(&network->list, &network_list);
+    if (!read_transponders<Format>(source, *network, reader)) {
+      release_hierarchy(network_list);
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace channel::persist
