@@ -99,7 +99,7 @@ int load_group_list(int8_t kind);
  * Writes the genre or the country table to its file in the target directory, and calls `sync`.
  *
  * The genre table goes to a file named "genre.dat" followed by a newline character, which load_group_list() does not
- * read: kept, since receivers in the field rely on an edited genre table lasting only until the next start.
+ * read: kept as receivers in the field have it.
  * An empty table is not written.
  *
  * @param kind GROUP_GENRE or GROUP_COUNTRY; any other is refused with 0.
