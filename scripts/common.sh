@@ -1,0 +1,63 @@
+# shellcheck shell=bash
+# What the scripts at the root share: steps with one line each, packages, and building a preset. Sourced, not run.
+# A step's output goes to a log below build/logs and is shown only when the step fails.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+log_dir=$root/build/logs
+jobs=$(nproc)
+package_lists_are_fresh=no
+
+# step NAME COMMAND...: runs a command with its output in the log NAME.log (blanks become -); prints name and time.
+step() {
+  local name=$1 log start=$SECONDS status=0
+  shift
+  log=$log_dir/${name// /-}.log
+  mkdir -p "$log_dir"
+  printf '  %-28s ' "$name"
+  "$@" >"$log" 2>&1 </dev/null || status=$?
+  if [[ $status -eq 0 ]]; then
+    printf 'ok    %4d s\n' $((SECONDS - start))
+  else
+    printf 'FAILED %3d s\n' $((SECONDS - start))
+    cat "$log"
+    printf '  (exit status %d; the log is %s)\n' "$status" "${log#"$root"/}"
+  fi
+  return "$status"
+}
+
+die() {
+  printf '%s\n' "$*" >&2
+  exit 1
+}
+
+is_installed() {
+  [[ $(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+refresh_package_lists() {
+  if [[ $package_lists_are_fresh == no ]]; then
+    step "apt-get update" apt-get update -q || return
+    package_lists_are_fresh=yes
+  fi
+}
+
+# ensure_packages PACKAGE...: installs those that are missing; does nothing, and needs no rights, when none is.
+ensure_packages() {
+  local package missing=()
+  for package in "$@"; do
+    is_installed "$package" || missing+=("$package")
+  done
+  [[ ${#missing[@]} -gt 0 ]] || return 0
+  [[ $EUID -eq 0 ]] || die "These packages are missing; install them or run this as root: ${missing[*]}"
+  refresh_package_lists &&
+    step "install packages" env DEBIAN_FRONTEND=noninteractive \
+      apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+# build_preset PRESET [TARGET...]: configures and builds below build/PRESET.
+build_preset() {
+  local preset=$1
+  shift
+  step "$preset configure" cmake -S "$root" --preset "$preset" &&
+    step "$preset build" cmake --build "$root/build/$preset" -j "$jobs" ${1:+--target "$@"}
+}

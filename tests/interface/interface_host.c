@@ -1,0 +1,221 @@
+/*
+ * A host in C11: calls into every family of the interface, from an empty list to a saved and reloaded one. Deeper tests
+ * stand elsewhere; this one holds that the headers, the calling conventions and the shared library fit together in C.
+ */
+#define _POSIX_C_SOURCE 200809L
+
+#include <base/verbosity.h>
+#include <channel/channel.h>
+
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <unistd.h>
+
+enum { NETWORK_ID = 0x20, TS_ID = 0x401, FREQUENCY = 11597000, NET_INDEX = 'U', TAG = 3 };
+
+static int failures;
+
+#define CHECK(condition)                                             \
+  do {                                                               \
+    if (!(condition)) {                                              \
+      printf("%s:%d: failed: %s\n", __FILE__, __LINE__, #condition); \
+      ++failures;                                                    \
+    }                                                                \
+  } while (0)
+
+static channel_st *make_service(uint16_t service_id, uint8_t service_type, const char *name) {
+  channel_st *rch = alloc_channel_info();
+  rch->net_index = NET_INDEX;
+  rch->network_id = NETWORK_ID;
+  rch->ts_id = TS_ID;
+  rch->frequency = FREQUENCY;
+  rch->service_id = service_id;
+  rch->service_type = service_type;
+  rch->polarisation = 1;
+  rch->name[0].name_len = (uint16_t)strlen(name);
+  memcpy(rch->name[0].text, name, strlen(name));
+  return rch;
+}
+
+static void append_entry(channel_st *rch, int16_t number) {
+  channel_list_st *list = get_channel_list();
+  virtual_channel_st *entry = &list->vch[list->vnumber++];
+  entry->vch_tag = TAG;
+  entry->major_ch_num = number;
+  entry->net_index = rch->net_index;
+  entry->network_id = rch->network_id;
+  entry->ts_id = rch->ts_id;
+  entry->frequency = (uint32_t)rch->frequency;
+  entry->service_id = rch->service_id;
+  entry->polarisation = rch->polarisation;
+  entry->rch = rch;
+}
+
+/* The ALL view: two television services and a radio service, numbered 30, 20, 10. */
+static void fill_list(void) {
+  static const char network_name[64] = "Test network";
+  channel_st *services[] = {make_service(7, SERVICE_TYPE_TV, "Seven"), make_service(5, SERVICE_TYPE_TV, "Five"),
+                            make_service(6, SERVICE_TYPE_RADIO, "Six")};
+  for (int i = 0; i < 3; ++i) {
+    CHECK(add_rch_info(services[i], network_name) == 0);
+    append_entry(services[i], (int16_t)(30 - 10 * i));
+  }
+}
+
+static channel_st *find_service(uint16_t service_id) {
+  return get_channel_st(NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, service_id, 1);
+}
+
+static void check_store(void) {
+  CHECK(init_channel_list() == -4);
+  CHECK(get_channel_list()->version == CHANNEL_LIST_VERSION);
+  CHECK(SID_TYPE == 0);
+  fill_list();
+  CHECK(get_channel_list()->network_num == 1);
+  network_ch_st *network = get_network_ch_info(NET_INDEX, NETWORK_ID);
+  CHECK(network != NULL && network->tp_num == 1);
+  tp_ch_st *transponder = get_tp_ch_info_by_network_ch(network, TS_ID, FREQUENCY + 2499, 1);
+  CHECK(transponder != NULL && transponder->rch_num == 3);
+  CHECK(get_tp_ch_info_by_network_ch(network, TS_ID, FREQUENCY + 2500, 1) == NULL);
+  CHECK(get_rch_ch_info_by_tp_ch(transponder, 5) == find_service(5));
+
+  channel_st *twice = make_service(5, SERVICE_TYPE_TV, "Five again");
+  CHECK(add_rch_info(twice, NULL) == 0);
+  CHECK(transponder->rch_num == 3);
+  free(twice);
+}
+
+static void check_views_and_lookups(void) {
+  set_bouquet_id(0x1234);
+  CHECK(get_bouquet_id() == 0x1234);
+  CHAPI_set_use_tuner(-2);
+  CHECK(CHAPI_get_use_tuner() == -2);
+  CHECK(get_channel_list_net_index() == -1);
+  CHECK(create_vindex_type(VIEW_RADIO, -1) == 0);
+  CHECK(create_vindex_type(VIEW_TV, -1) == 0);
+  CHECK(*get_virtual_channel_vnumber(VIEW_RADIO) == 1);
+  CHECK(change_vindex_type(VIEW_TV) == 0);
+  CHECK(get_vindex_type() == VIEW_TV);
+  CHECK(get_channel_list_vch() == get_virtual_channel_st(VIEW_TV));
+  CHECK(get_channel_list_number() == 2);
+  CHECK(get_channel_index(20) == 1);
+  CHECK(get_channel_number(0) == 30);
+  CHECK(get_channel(1) == find_service(5));
+  CHECK(get_vch_index_by_ts_info(TAG, NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 7, 1) == 0);
+  CHECK(vtype_get_channel_by_vindex(0, VIEW_RADIO) == find_service(6));
+  CHECK(insert_user_vch_vindex(2) == 0);
+  CHECK(*get_virtual_channel_vnumber(VIEW_USER) == 1);
+}
+
+static void check_flags(void) {
+  CHECK(set_channel_flag_by_vindex(0, CHANNEL_FLAG_SKIP, 1) == 0);
+  CHECK(check_skip_channel_index(0) == 1);
+  CHECK(check_skip_channel_index(1) == 0);
+  CHECK(check_available_channel(1) == 1);
+  CHECK(set_channel_flag(NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 5, 1, CHANNEL_FLAG_LOCKED, 1) == 1);
+  CHECK(get_channel_flag_by_vindex(1) == CHANNEL_FLAG_LOCKED);
+  CHECK(rename_channel_info(NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 5, 1, 0, "Fifth", 5) == 0);
+  CHECK(strcmp(find_service(5)->name[0].text, "Fifth") == 0);
+  CHECK(rename_channel_info(NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 5, 1, 2, "Fifth", 5) == -1);
+}
+
+static void check_sorting(void) {
+  const virtual_channel_st *view = get_virtual_channel_st(VIEW_ALL);
+  CHECK(sort_vch_type(SORT_SERVICE_ID, VIEW_ALL) == 0);
+  CHECK(view[0].service_id == 5 && view[1].service_id == 6 && view[2].service_id == 7);
+  CHECK(sort_vindex_ex(SORT_CH_NAME) == 0);
+  CHECK(view[0].service_id == 5 && view[1].service_id == 7 && view[2].service_id == 6);
+  CHECK(sort_vindex_ex(SORT_BOUQUET) == -1);
+}
+
+static void check_groups(void) {
+  static group_st genres[MAX_GENRE] = {{.id = 4, .name_len = 4, .name = "News"}};
+  uint16_t count = 0;
+  CHECK(set_group_list(GROUP_GENRE, genres, 1) == 1);
+  CHECK(get_group_list(GROUP_GENRE, &count) != NULL && count == 1);
+  CHECK(find_genre_id(4) == get_group_st_by_id(GROUP_GENRE, 4));
+  CHECK(find_country_id(4) == NULL);
+  CHECK(set_group_id(GROUP_GENRE, get_virtual_channel_st(VIEW_ALL), 4) == 4);
+  CHECK(get_group_id(GROUP_GENRE, get_virtual_channel_st(VIEW_ALL)) == 4);
+  CHECK(get_use_group_list() == GROUP_ALL);
+}
+
+static void check_history(void) {
+  CHECK(change_vindex_type(VIEW_ALL) == 0);
+  init_return_channel();
+  add_return_channel(TAG, NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 5, 1);
+  add_return_channel(TAG, NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 7, 1);
+  CHECK(get_return_channel_num() == 2);
+  CHECK(get_return_channel()->vch.service_id == 7);
+  CHECK(check_same_return_channel(TAG, NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 5, 1) == 1);
+  CHECK(remove_return_channel(TAG, NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 7, 1) == 0);
+  CHECK(get_return_channel_by_index(0)->vch.service_id == 5);
+  CHECK(check_limited_channel(find_service(5)) == 0);
+  set_limited_channel_flag(1);
+  CHECK(check_limited_channel(find_service(5)) == 1);
+  set_limited_channel_flag(0);
+}
+
+/* Every dump at the level at which it prints; what it prints goes to standard error. */
+static void check_dumps(void) {
+  verbosity_map[7] = 2;
+  channel_version_info();
+  print_channel_list();
+  print_channel_info(find_service(5));
+  print_channel_status();
+  print_virtual_channel_list(VIEW_ALL);
+  CHECK(print_group_info(find_genre_id(4), 1) == 0);
+  CHECK(print_group_info(NULL, 1) == -1);
+  print_provider_info();
+  verbosity_map[7] = -1;
+}
+
+static void check_files(void) {
+  CHECK(save_channel("list.dat") == 1);
+  CHECK(reset_channel_list() == -4);
+  CHECK(find_service(5) == NULL);
+  CHECK(load_channel("list.dat", 255) == CHANNEL_LIST_VERSION);
+  CHECK(get_channel_list()->vnumber == 3);
+  channel_st *service = find_service(5);
+  CHECK(service != NULL && service->flag == CHANNEL_FLAG_LOCKED && strcmp(service->name[0].text, "Fifth") == 0);
+  CHECK(vtype_get_vchannel_by_vindex(0, VIEW_ALL)->rch == service);
+  CHECK(reset_channel_list() == -4);
+  CHECK(load_channel("missing.dat", 255) == 1);
+}
+
+/* The files of this run, below a directory of its own; the genre table's file has a newline in its name. */
+static void remove_files(const char *directory) {
+  static const char *const names[] = {"list.dat", "genre.dat\n", "genre.dat"};
+  for (size_t i = 0; i < sizeof names / sizeof *names; ++i) {
+    char path[64];
+    snprintf(path, sizeof path, "%s%s", directory, names[i]);
+    (void)remove(path);
+  }
+  CHECK(rmdir(directory) == 0);
+}
+
+int main(void) {
+  char directory[] = "/tmp/channel-XXXXXX\0";
+  if (mkdtemp(directory) == NULL) {
+    perror("mkdtemp");
+    return 1;
+  }
+  directory[strlen(directory)] = '/';
+  CHECK(strcmp(set_target_dir(directory), directory) == 0);
+
+  verbosity_map[7] = -1;
+  check_store();
+  check_views_and_lookups();
+  check_flags();
+  check_sorting();
+  check_groups();
+  check_history();
+  check_dumps();
+  check_files();
+  destroy_channel_list();
+  CHECK(get_channel_list()->version == 0);
+
+  remove_files(directory);
+  return failures == 0 ? 0 : 1;
+}
