@@ -1,0 +1,37 @@
+// What operations cost at the least: the same bytes, entries or names handled with nothing else done. Each stands
+// beside the operation that it is the floor of.
+#pragma once
+
+namespace bench::floors {
+
+// Takes what the floors walk, copy and sort from the list as it stands.
+void take_from_store();
+
+// Copies the bytes of a file's header in memory.
+void copy_header();
+
+// Reads the channel file with one read for each record and allocates each.
+void read_records();
+// Frees what read_records() allocated.
+void free_records();
+
+// Writes the bytes of the channel file with a single system call; with one buffered write for each record.
+void write_at_once();
+void write_records();
+
+// Walks the numbers of the ALL view, standing side by side, to the n-th.
+template <int Steps>
+void walk_numbers();
+// Walks the entries of the ALL view to the last number.
+void walk_entries();
+// Follows the links from the first network to the last, on to its last transponder and that one's last service.
+void follow_links();
+
+// Sorts pointers to the names of the ALL view.
+void shuffle_names();
+void sort_names();
+
+// Writes the pointer of every entry of every view.
+void store_pointers();
+
+}  // namespace bench::floors

@@ -1,0 +1,64 @@
+// The scene of every measurement: the full list, in memory and as a channel file on a file system in memory, the
+// library's `sync` left out, its log at the level that it starts with.
+#pragma once
+
+#include <channel/records.h>
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+namespace bench {
+
+// The full list as the hierarchy holds it.
+inline constexpr int networks = 2;
+inline constexpr int transponders_per_network = 250;
+inline constexpr int services_per_transponder = 10;
+inline constexpr int records = networks * (1 + transponders_per_network * (1 + services_per_transponder));
+inline constexpr int entries_of_all_views =
+    MAX_CHANNEL + MAX_TV_CHANNEL + MAX_RADIO_CHANNEL + MAX_CHANNEL + MAX_PROMO_CHANNEL + MAX_FAV * MAX_FAV_NUM;
+
+// Sizes of the file's records.
+inline constexpr std::size_t header_bytes = 460'032;
+inline constexpr std::size_t network_bytes = 416;
+inline constexpr std::size_t transponder_bytes = 336;
+inline constexpr std::size_t service_bytes = 312;
+inline constexpr std::size_t file_bytes =
+    header_bytes + networks * (network_bytes + transponders_per_network *
+                                                   (transponder_bytes + services_per_transponder * service_bytes));
+
+// The channel file, below the target directory, and another one to save to.
+inline constexpr char list_file[] = "channel.dat";
+inline constexpr char saved_file[] = "saved.dat";
+
+// Builds the list and its file. Called once, before everything else.
+void build_full_store();
+
+// Releases the list and loads it from its file: the ALL view is current and in the file's order.
+void restore_full_store();
+
+// A path in the scratch directory, which is the target directory.
+std::string scratch_path(const char *name);
+
+// What the channel file holds.
+std::span<const char> file_contents();
+
+// The ALL view in an order that is always the same, and far from the names' order.
+std::span<const virtual_channel_st> shuffled_entries();
+
+// A measurement of something that failed is worth nothing: stops the program.
+void require(bool succeeded, const char *what);
+
+// Standard output goes nowhere while this lives: every load prints a line there.
+class muted_stdout {
+ public:
+  muted_stdout();
+  ~muted_stdout();
+  muted_stdout(const muted_stdout &) = delete;
+  muted_stdout &operator=(const muted_stdout &) = delete;
+
+ private:
+  int saved_;
+};
+
+}  // namespace bench
