@@ -86,6 +86,15 @@ constexpr bool same_entry(const virtual_channel_st &entry, const tagged_identity
   return entry.vch_tag == id.tag && same_service(entry, id);
 }
 
+// Two real channels; unlike entries they have no tag, and their frequencies have 64 bits.
+constexpr bool same_service(const channel_st &a, const channel_st &b) {
+  return a.network_id == b.network_id && a.net_index == b.net_index && a.ts_id == b.ts_id &&
+         same_frequency(a.frequency, b.frequency) && a.service_id == b.service_id && a.polarisation == b.polarisation;
+}
+
+// Source and service type read together, as diagnostics print them.
+constexpr int type_of(const channel_st &service) { return service.source_type << 8 | service.service_type; }
+
 // The three searches of views by transport identity differ in what frequency 0 means. Kept: hosts rely on each.
 
 // In the current view frequency 0 matches any frequency; everything else is compared.

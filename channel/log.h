@@ -13,6 +13,7 @@ inline constexpr int log_module = 7;
 
 // Entries that gate a few single lines instead; hosts turn those on with the modules that the lines speak of.
 inline constexpr int log_module_scan = 1;
+inline constexpr int log_module_source = 5;
 inline constexpr int log_module_history = 106;
 
 [[gnu::format(printf, 1, 2)]] void write_log(const char *format, ...);

@@ -128,7 +128,8 @@ void load_missing_groups() {
 void restore_current_view() {
   const auto type = static_cast<std::int8_t>(channel_list.vch_type);
   change_vindex_type(type);
-  if (const view named = find_view(type); named && named.size() == 0) {
+  const view named = find_view(type);
+  if ((named ? named : current_view()).size() == 0) {
     change_vindex_type(VIEW_ALL);
   }
 }

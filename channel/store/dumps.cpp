@@ -55,6 +55,21 @@ void print_entry(const virtual_channel_st &entry) {
   PRINT("\t0x%04x\n", entry.service_id);
 }
 
+void print_favourite_group(const group_st &group, int index, const view &entries, bool shows_entries) {
+  PRINT("\t\t=================== %d ====================================\n", index);
+  PRINT("\t\t * index: %d\n", index);
+  PRINT("\t\t * id: %d\n", group.id);
+  PRINT("\t\t * vnumber: %d\n", *entries.count);
+  PRINT("\t\t * name: %s\n", name_of(group).c_str());
+  PRINT("\t\t * name_len: %d\n", group.name_len);
+  PRINT("\t\t=========================================================\n");
+  if (shows_entries) {
+    for (const virtual_channel_st &entry : entries) {
+      PRINT("\t\t * major: %d-%d\n", entry.major_ch_num, entry.minor_ch_num);
+    }
+  }
+}
+
 }  // namespace
 
 void print_load_status(const char *operation, const channel_list_st &list) {
@@ -149,6 +164,17 @@ int print_group_info(const group_st *groups, int16_t count) {
     LOG_TRACE(2, "| %d |id %d |name %s |\n", index, groups[index].id, channel::name_of(groups[index]).c_str());
   }
   return 0;
+}
+
+void print_fav_list(int show_channels) {
+  PRINT("********************************   FAVORITE LIST    *****************************\n");
+  for (const group_st &group : channel::favourite_table()) {
+    if (group.name_len != 0) {
+      const auto index = static_cast<int>(&group - channel_list.favorite_group);
+      channel::print_favourite_group(group, index, channel::find_view(VIEW_FAVOURITE + index), show_channels != 0);
+    }
+  }
+  PRINT(RULE_74("*"));
 }
 
 void print_provider_info(void) {

@@ -1,25 +1,36 @@
 // The finders of the hierarchy. They walk the lists and keep nothing between calls, because hosts write the records
 // directly. The first match in list order wins.
-#include <channel/store.h>
-#include <cstddef>
+#include "channel/store/finders.h"
 
-#include "channel/identity.h"
+#include <channel/store.h>
+
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
-#include "channel/store/hierarchy.h"
 
 namespace channel {
+namespace {
 
-channel_st *find_on_any_transponder(network_ch_st &network, const identity &id) {
-  for (tp_ch_st &transponder : transponders_of(network)) {
-    if (transponder.ts_id == id.ts_id) {
-      if (channel_st *service = get_rch_ch_info_by_tp_ch(&transponder, id.service_id); service != nullptr) {
-        return service;
-      }
-    }
+// Kept: a missing transponder is reported at level 5 and again at level 2; receivers' logs are read at either.
+struct resolving {
+  static constexpr char operation[] = "get_channel_st";
+
+  static void no_network(const identity &id) {
+    LOG_TRACE_AS(operation, 5, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
   }
-  return nullptr;
-}
+  static void no_transponder(const identity &id) {
+    LOG_TRACE_AS(operation, 5, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+    LOG_TRACE_AS(operation, 2, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+  }
+  static void no_service(const identity &id) {
+    LOG_TRACE_AS(operation, 5, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+  }
+};
+
+}  // namespace
 
 channel_st *resolve(const virtual_channel_st &entry) {
   return get_channel_st(entry.net_index, entry.network_id, entry.ts_id, entry.frequency, entry.service_id,
@@ -73,31 +84,7 @@ channel_st *get_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_i
   if (channel::channel_list.network_num == 0) {
     return nullptr;
   }
-  network_ch_st *network = get_network_ch_info(net_index, network_id);
-  if (network == nullptr) {
-    LOG_TRACE(5, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n", net_index,
-              network_id, ts_id, channel::as_long(frequency), service_id, polarisation);
-    return nullptr;
-  }
-  channel_st *service = nullptr;
-  if (frequency == 0) {
-    service =
-        channel::find_on_any_transponder(*network, {net_index, network_id, ts_id, frequency, service_id, polarisation});
-  } else {
-    tp_ch_st *transponder = get_tp_ch_info_by_network_ch(network, ts_id, frequency, polarisation);
-    if (transponder == nullptr) {
-      LOG_TRACE(5, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n", net_index,
-                network_id, ts_id, channel::as_long(frequency), service_id, polarisation);
-      LOG_TRACE(2, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n", net_index,
-                network_id, ts_id, channel::as_long(frequency), service_id, polarisation);
-      return nullptr;
-    }
-    service = get_rch_ch_info_by_tp_ch(transponder, service_id);
-  }
-  if (service == nullptr) {
-    LOG_TRACE(5, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n", net_index,
-              network_id, ts_id, channel::as_long(frequency), service_id, polarisation);
-  }
-  return service;
+  return channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation}, channel::resolving{})
+      .service;
 }
 }

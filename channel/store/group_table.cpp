@@ -1,6 +1,9 @@
 // The four group tables of the channel list.
 #include "channel/store/group_table.h"
 
+#include <bitset>
+#include <strings.h>
+
 #include "channel/store/channel_list.h"
 
 namespace channel {
@@ -9,6 +12,23 @@ group_st *group_table::find(std::int16_t id) const {
   group_st *found = std::find_if(begin(), end(), [id](const group_st &group) { return group.id == id; });
   return found != end() ? found : nullptr;
 }
+
+std::int16_t group_table::free_id() const {
+  std::bitset<MAX_PROVIDER> used;
+  for (const group_st &group : *this) {
+    if (group.id >= 0 && group.id < capacity) {
+      used.set(static_cast<std::size_t>(group.id));
+    }
+  }
+  for (std::int16_t id = 0; id < capacity; ++id) {
+    if (!used.test(static_cast<std::size_t>(id))) {
+      return id;
+    }
+  }
+  return -1;
+}
+
+int compare_group_name(const group_st &a, const group_st &b) { return strncasecmp(a.name, b.name, sizeof a.name); }
 
 group_table provider_table() { return {channel_list.provider, &channel_list.provider_num, MAX_PROVIDER}; }
 

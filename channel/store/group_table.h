@@ -23,7 +23,13 @@ struct group_table {
 
   // The first group with an id, or null.
   [[nodiscard]] group_st *find(std::int16_t id) const;
+
+  // The smallest id of 0..capacity-1 that no group has, or -1.
+  [[nodiscard]] std::int16_t free_id() const;
 };
+
+// The order of names without regard to case: negative, 0 or positive.
+int compare_group_name(const group_st &a, const group_st &b);
 
 group_table provider_table();
 group_table genre_table();

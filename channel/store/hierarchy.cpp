@@ -24,9 +24,6 @@ void *allocate_zeroed(std::size_t size) {
 
 namespace {
 
-// Source and service type read together, as diagnostics print them.
-int type_of(const channel_st &service) { return service.source_type << 8 | service.service_type; }
-
 // Counts are 16 bits in the file; a list that has reached the end of its count takes no more.
 bool can_count_one_more(std::uint16_t count, const char *operation) {
   if (count == UINT16_MAX) {

@@ -8,8 +8,6 @@
 #include <cstdlib>
 #include <memory>
 
-#include "channel/identity.h"
-
 namespace channel {
 
 // A host may look at a list before the store is initialised: a zeroed head is an empty list.
@@ -61,10 +59,6 @@ inline void unlink(list_head &node) {
     list_del_init(&node);
   }
 }
-
-// The first service with the identity's service id on a transponder with its transport stream id; neither frequency nor
-// polarisation is looked at.
-channel_st *find_on_any_transponder(network_ch_st &network, const identity &id);
 
 // The real channel of a view entry, found again from its identity; the entry's cached pointer is not used.
 channel_st *resolve(const virtual_channel_st &entry);

@@ -2,9 +2,13 @@
 // of watched channels keep to them.
 #include "channel/store/release.h"
 
+#include <algorithm>
+#include <array>
 #include <channel/return_channels.h>
 #include <channel/store.h>
 #include <cstdlib>
+#include <functional>
+#include <span>
 
 #include "channel/identity.h"
 #include "channel/log.h"
@@ -18,17 +22,19 @@ namespace {
 // A doomed record's link points here and, backwards, to the record doomed before it.
 list_head doomed_mark;
 
-void forget_if_doomed(virtual_channel_st &entry) {
-  if (entry.rch != nullptr && entry.rch->list.next == &doomed_mark) {
-    entry.rch = nullptr;
-  }
-}
+bool is_doomed(const channel_st &service) { return service.list.next == &doomed_mark; }
 
-void forget_doomed() {
-  for (const view &each : all_views()) {
-    for (virtual_channel_st &entry : each.array()) {
-      forget_if_doomed(entry);
+// Takes pointers to doomed channels out of everything that keeps any. Pointers are compared, never followed: a host may
+// have freed a record of its own that an entry still points to.
+void forget(std::span<channel_st *> doomed) {
+  std::ranges::sort(doomed, std::less<>{});
+  const auto forget_if_doomed = [doomed](virtual_channel_st &entry) {
+    if (entry.rch != nullptr && std::ranges::binary_search(doomed, entry.rch, std::less<>{})) {
+      entry.rch = nullptr;
     }
+  };
+  for (const view &each : all_views()) {
+    std::ranges::for_each(each.array(), forget_if_doomed);
   }
   for (int index = 0; index < MAX_RETURN_CHANNEL; ++index) {
     forget_if_doomed(get_return_channel()[index].vch);
@@ -50,14 +56,16 @@ void doomed_services::add_all(tp_ch_st &transponder) {
 }
 
 doomed_services::~doomed_services() {
-  if (first_ == nullptr) {
-    return;
-  }
-  forget_doomed();
+  constexpr std::size_t batch_size = 512;
+  std::array<channel_st *, batch_size> batch;
   while (first_ != nullptr) {
-    list_head *record = first_;
-    first_ = record->prev;
-    std::free(record);
+    std::size_t count = 0;
+    for (; first_ != nullptr && count < batch_size; first_ = first_->prev) {
+      batch[count++] = reinterpret_cast<channel_st *>(first_);
+    }
+    const std::span doomed = std::span(batch).first(count);
+    forget(doomed);
+    std::ranges::for_each(doomed, std::free);
   }
 }
 
@@ -96,23 +104,31 @@ void count_down_transponder(network_ch_st &network, const channel_st &service) {
 }
 
 }  // namespace
+
+// Kept: the walk goes on after a match, into networks of the same identity that a merge has doubled.
+void release_service(channel_st &service, doomed_services &doomed) {
+  if (is_doomed(service)) {
+    return;
+  }
+  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+    if (is_network(network, service.net_index, service.network_id)) {
+      count_down_transponder(network, service);
+    }
+  }
+  doomed.add(service);
+}
+
 }  // namespace channel
 
 extern "C" {
 
-// Kept: the walk goes on after a match, into networks of the same identity that a merge has doubled.
 void release_rch_info(channel_st *rch) {
   if (rch == nullptr) {
     LOG_ERROR("rch is null\n");
     return;
   }
-  for (network_ch_st &network : channel::networks_of(channel::channel_list.network_list)) {
-    if (channel::is_network(network, rch->net_index, rch->network_id)) {
-      channel::count_down_transponder(network, *rch);
-    }
-  }
   channel::doomed_services doomed;
-  doomed.add(*rch);
+  channel::release_service(*rch, doomed);
 }
 
 void release_tp_ch_info(tp_ch_st *tp) {

@@ -23,6 +23,9 @@ class doomed_services {
   list_head *first_ = nullptr;
 };
 
+// Counts the channel's transponder down and dooms the channel, unless it is doomed already.
+void release_service(channel_st &service, doomed_services &doomed);
+
 // Takes a network or transponder out of its list and frees it; its own list must be empty.
 void free_record(list_head &node);
 

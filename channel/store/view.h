@@ -6,9 +6,15 @@
 #include <channel/records.h>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 namespace channel {
+
+// Every byte of an entry, padding included.
+inline void clear_entries(virtual_channel_st *begin, const virtual_channel_st *end) {
+  std::memset(static_cast<void *>(begin), 0, static_cast<std::size_t>(end - begin) * sizeof *begin);
+}
 
 struct view {
   virtual_channel_st *entries = nullptr;
@@ -30,6 +36,19 @@ struct view {
 
   // False, and nothing changed, when the array is full.
   bool append(const virtual_channel_st &entry) const;
+
+  // Removes every entry that a rule names, asking once for each in order; the slots that become free are zeroed.
+  template <class Rule>
+  void remove_if(const Rule &is_removed) const {
+    keep_until(std::remove_if(begin(), end(), is_removed));
+  }
+  void remove_at(int position) const { keep_until(std::move(begin() + position + 1, end(), begin() + position)); }
+
+  // Cuts the view at one of its slots and zeroes those behind.
+  void keep_until(virtual_channel_st *new_end) const {
+    clear_entries(new_end, end());
+    *count = static_cast<std::int16_t>(new_end - begin());
+  }
 };
 
 // Every view, the work view included.

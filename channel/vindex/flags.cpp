@@ -12,7 +12,7 @@
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
-#include "channel/store/hierarchy.h"
+#include "channel/store/finders.h"
 #include "channel/store/view.h"
 
 using channel::channel_list;
@@ -43,33 +43,22 @@ int apply_to_current_view(std::uint8_t bits, bool set) {
   return 0;
 }
 
-// The service on one transponder, or with frequency 0 on the first transponder with the transport stream id that
-// carries it. Misses are reported in the operation's name.
-channel_st *find_flagged(const identity &id, const char *operation) {
-  network_ch_st *network = get_network_ch_info(id.net_index, id.network_id);
-  if (network == nullptr) {
+struct flagging {
+  static constexpr char operation[] = "set_channel_flag";
+
+  static void no_network(const identity &id) {
     LOG_TRACE_AS(operation, 3, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n",
                  id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
-    return nullptr;
   }
-  channel_st *service = nullptr;
-  if (id.frequency == 0) {
-    service = find_on_any_transponder(*network, id);
-  } else {
-    tp_ch_st *transponder = get_tp_ch_info_by_network_ch(network, id.ts_id, id.frequency, id.polarisation);
-    if (transponder == nullptr) {
-      LOG_TRACE_AS(operation, 3, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", id.net_index,
-                   id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
-      return nullptr;
-    }
-    service = get_rch_ch_info_by_tp_ch(transponder, id.service_id);
+  static void no_transponder(const identity &id) {
+    LOG_TRACE_AS(operation, 3, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", id.net_index,
+                 id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
   }
-  if (service == nullptr) {
+  static void no_service(const identity &id) {
     LOG_TRACE_AS(operation, 3, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", id.net_index,
                  id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
   }
-  return service;
-}
+};
 
 struct new_name {
   const char *text;
@@ -110,9 +99,9 @@ int set_channel_flag(uint8_t net_index, uint16_t network_id, uint16_t ts_id, uin
   if (channel_list.network_num == 0) {
     return 0;
   }
-  channel_st *service =
-      channel::find_flagged({net_index, network_id, ts_id, frequency, service_id, polarisation}, __func__);
-  return channel::apply_if_found(service, bits, set != 0) == 0 ? 1 : 0;
+  const auto found =
+      channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation}, channel::flagging{});
+  return channel::apply_if_found(found.service, bits, set != 0) == 0 ? 1 : 0;
 }
 
 int set_channel_flag_by_bit(uint8_t bits) { return channel::apply_to_current_view(bits, true); }

@@ -55,7 +55,7 @@ int init_vindex(int8_t type) {
     return 0;
   }
   *cleared.count = 0;
-  std::ranges::fill(cleared.array(), virtual_channel_st{});
+  channel::clear_entries(cleared.entries, cleared.entries + cleared.capacity);
   return 0;
 }
 }
@@ -108,7 +108,7 @@ namespace {
 
 constexpr int chosen_but_empty = -4;
 
-#define BANNER "+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=\n"
+#define BANNER "+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=\n"
 
 void make_current(const view &chosen, int code) {
   channel_list.cur_vch = chosen.entries;

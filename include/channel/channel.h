@@ -33,14 +33,20 @@
 #define CHANNEL_CHANNEL_H
 
 #include <channel/dumps.h>
+#include <channel/favourites.h>
 #include <channel/files.h>
 #include <channel/flags.h>
 #include <channel/groups.h>
 #include <channel/lookups.h>
+#include <channel/moving.h>
+#include <channel/providers.h>
 #include <channel/records.h>
+#include <channel/removal.h>
 #include <channel/return_channels.h>
+#include <channel/service_lists.h>
 #include <channel/sorting.h>
 #include <channel/store.h>
+#include <channel/transport.h>
 #include <channel/views.h>
 
 #endif

@@ -43,6 +43,13 @@ void print_virtual_channel_list(int8_t type);
  */
 int print_group_info(const group_st *groups, int16_t count);
 
+/**
+ * Prints the favourite groups that have a name length.
+ *
+ * @param show_channels 0, or any other value to print the numbers of each group's entries as well.
+ */
+void print_fav_list(int show_channels);
+
 /** Prints the provider table. */
 void print_provider_info(void);
 

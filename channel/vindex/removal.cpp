@@ -1,0 +1,190 @@
+// Removal of view entries and of real channels, and the sweep. A pass over a view compacts it once.
+#include "channel/vindex/removal.h"
+
+#include <channel/removal.h>
+
+#include <channel/dumps.h>
+#include <channel/lookups.h>
+#include <channel/store.h>
+#include <channel/views.h>
+
+#include "channel/identity.h"
+#include "channel/log.h"
+#include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
+#include "channel/store/hierarchy.h"
+#include "channel/store/release.h"
+#include "channel/store/view.h"
+#include "channel/text.h"
+
+namespace channel {
+namespace {
+
+// The views that removals clean. Kept: the work view is never swept; hosts compare it with what is left.
+template <class Action>
+void for_each_swept_view(const Action &action) {
+  for (int type = VIEW_ALL; type <= VIEW_FAVOURITE_LAST; ++type) {
+    if (const view swept = find_view(type); swept && type != VIEW_WORK) {
+      action(swept);
+    }
+  }
+}
+
+void remove_entries_of(const view &cleaned, const tagged_identity &id) {
+  cleaned.remove_if([&id](const virtual_channel_st &entry) { return same_entry(entry, id); });
+}
+
+struct removing {
+  static constexpr char operation[] = "remove_channel_st";
+
+  static void no_network(const identity &id) {
+    LOG_TRACE_AS(operation, 3, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n",
+                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
+  }
+  static void no_transponder(const identity &id) {
+    LOG_TRACE_AS(operation, 3, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+  }
+  static void no_service(const identity &id) {
+    LOG_TRACE_AS(operation, 3, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", id.net_index,
+                 id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
+  }
+};
+
+void remove_located(const located_service &found) {
+  print_channel_info(found.service);
+  doomed_services doomed;
+  doomed.add(*found.service);
+  count_down(found.transponder->rch_num);
+}
+
+}  // namespace
+
+void show_tv_or_radio(const char *operation) {
+  if (channel_list.tv_vnumber >= 1) {
+    change_vindex_type(VIEW_TV);
+  } else if (channel_list.radio_vnumber >= 1) {
+    change_vindex_type(VIEW_RADIO);
+  } else {
+    // Kept: the scan's level gates this line, since it follows from what a scan found.
+    CHANNEL_LOG_ENTRY(log_module_scan, 0, "ERROR: %s:%d \n", operation, __LINE__);
+  }
+}
+
+}  // namespace channel
+
+using channel::tagged_identity;
+using channel::view;
+
+extern "C" {
+
+int vtype_remove_by_vindex(int16_t vindex, int8_t type) {
+  if (vindex < 0) {
+    LOG_ERROR("vindex is small than zero\n");
+    return -1;
+  }
+  const view cleaned = channel::fetch_view(type);
+  if (!cleaned) {
+    return -1;
+  }
+  const int count = cleaned.size();
+  if (vindex >= count) {
+    LOG_ERROR("vindex is so big %d total %d\n", vindex, count);
+    return -1;
+  }
+  LOG_TRACE(2, "vindex %d, vindex+1 %d, cnt %d\n", vindex, vindex + 1, count - vindex - 1);
+  cleaned.remove_at(vindex);
+  return 0;
+}
+
+int vtype_remove_by_net_index(uint8_t net_index, int8_t type) {
+  const view cleaned = channel::fetch_view(type);
+  if (!cleaned) {
+    return -1;
+  }
+  cleaned.remove_if([net_index](const virtual_channel_st &entry) { return entry.net_index == net_index; });
+  return 0;
+}
+
+int vtype_remove_vch(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
+                     uint16_t service_id, uint8_t polarisation, int8_t type) {
+  const tagged_identity id = {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag};
+  const view cleaned = channel::fetch_view(type);
+  if (!cleaned) {
+    return -1;
+  }
+  cleaned.remove_if([&id, operation = __func__](const virtual_channel_st &entry) {
+    const bool removed = channel::same_entry(entry, id);
+    if (removed) {
+      LOG_TRACE_AS(operation, 2, "%x,%x,%x,%ld,%x,%d\n", id.net_index, id.network_id, id.ts_id,
+                   channel::as_long(id.frequency), id.service_id, id.polarisation);
+    }
+    return removed;
+  });
+  return 0;
+}
+
+int vtype_remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id,
+                                    uint32_t frequency, uint16_t service_id, uint8_t polarisation, int8_t type) {
+  const view cleaned = channel::fetch_view(type);
+  if (!cleaned) {
+    return -1;
+  }
+  channel::remove_entries_of(cleaned, {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag});
+  return cleaned.size();
+}
+
+int remove_invalid_virtual_channel(void) {
+  LOG_TRACE(2, "\n");
+  channel::for_each_swept_view([](const view &swept) {
+    swept.remove_if([](const virtual_channel_st &entry) { return channel::resolve(entry) == nullptr; });
+  });
+  return 0;
+}
+
+// Kept: only a removal by transport stream id alone is followed by the sweep; hosts that know the frequency sweep
+// once, after many removals.
+int remove_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency, uint16_t service_id,
+                      uint8_t polarisation) {
+  if (channel::channel_list.network_num == 0) {
+    return -1;
+  }
+  const auto found =
+      channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation}, channel::removing{});
+  if (found.service == nullptr) {
+    return -1;
+  }
+  channel::remove_located(found);
+  if (frequency == 0) {
+    remove_invalid_virtual_channel();
+  }
+  return 0;
+}
+
+int remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
+                              uint16_t service_id, uint8_t polarisation) {
+  LOG_TRACE(2, "S \n");
+  const tagged_identity id = {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag};
+  channel::for_each_swept_view([&id](const view &cleaned) { channel::remove_entries_of(cleaned, id); });
+  if (vtype_get_vch_index_by_ts_info(tag, net_index, network_id, ts_id, frequency, service_id, polarisation, VIEW_ALL) <
+      0) {
+    remove_channel_st(net_index, network_id, ts_id, frequency, service_id, polarisation);
+  }
+  remove_invalid_virtual_channel();
+  LOG_TRACE(2, "E \n");
+  return 0;
+}
+
+int remove_channel_info_by_net_index(uint8_t net_index) {
+  LOG_PLAIN(5, "\n");
+  for (network_ch_st &network : channel::networks_of(channel::channel_list.network_list)) {
+    if (network.net_index == net_index) {
+      LOG_TRACE(5, "network name(%s)\n", channel::name_of(network).c_str());
+      release_network_ch_info(&network);
+    }
+  }
+  channel::show_tv_or_radio(__func__);
+  remove_invalid_virtual_channel();
+  return 0;
+}
+}

@@ -1,0 +1,167 @@
+/**
+ * @file
+ * Favourite groups: up to 20 named lists of up to 40 channels each.
+ *
+ * A group is addressed by its index (0..19, its place in the table, which is its view code - VIEW_FAVOURITE) or by its
+ * id (0..19), which stays with it when groups move. Entries are copies of view entries.
+ */
+#ifndef CHANNEL_FAVOURITES_H
+#define CHANNEL_FAVOURITES_H
+
+#include <channel/records.h>
+
+CHANNEL_BEGIN_DECLS
+
+/** @return the number of favourite groups. */
+int get_fav_group_number(void);
+
+/**
+ * A group by its index.
+ *
+ * @param index 0..count-1.
+ * @return the group, owned by the list; null, with an ERROR line, outside.
+ */
+group_st *get_fav_group_info(int16_t index);
+
+/**
+ * A group by its id.
+ *
+ * @param id group id.
+ * @return the first group with it, owned by the list, or null.
+ */
+group_st *get_fav_group_info_by_fav_id(int16_t id);
+
+/**
+ * The index of a group.
+ *
+ * @param id group id.
+ * @return its index; -1, with an ERROR line, when there is none.
+ */
+int16_t get_fav_index(int16_t id);
+
+/**
+ * An entry slot of a group, in use or not.
+ *
+ * @param group group index, 0..19.
+ * @param entry entry index, 0..39.
+ * @return the slot, owned by the list; null outside the arrays.
+ */
+virtual_channel_st *get_fav_vch(int16_t group, int16_t entry);
+
+/**
+ * The number of entries of a group.
+ *
+ * @param group group index, 0..19.
+ * @return the number; 0 outside the array.
+ */
+int16_t get_fav_vch_number(int16_t group);
+
+/**
+ * The entry with a channel number in a group.
+ *
+ * @param group group index, 0..19.
+ * @param major channel number.
+ * @param minor minor number.
+ * @return the index of the first entry with both, or -1.
+ */
+int16_t get_fav_vindex_by_number(int16_t group, int16_t major, int16_t minor);
+
+/** The same as get_fav_vindex_by_number(). */
+int16_t get_fav_index_by_number(int16_t group, int16_t major, int16_t minor);
+
+/**
+ * The entries of the group with a name.
+ *
+ * @param name a terminated text, compared with regard to case. Null is refused with 0.
+ * @param out receives the group's first entry; untouched when there is no such group. Null is refused with 0.
+ * @return the number of its entries; 0 when there is no such group.
+ */
+int16_t get_fav_vch_by_group_name(const char *name, virtual_channel_st **out);
+
+/**
+ * Creates a group at the end of the table, empty, under the smallest free id.
+ *
+ * @param group name and name_len are used; the id is not.
+ * @return the new id, or the id of the group that has the name already (without regard to case); -1 when name_len is
+ *         negative or there are 20 groups.
+ */
+int add_fav_group_info(group_st group);
+
+/**
+ * Renames a group.
+ *
+ * The old name is cleared first, so that a length below 1 leaves the group with an empty name, its old name_len, and
+ * gives -1: hosts rely on the group staying in dumps.
+ *
+ * @param id group id.
+ * @param name @p length bytes. Null is refused with -1 unless the length is below 1.
+ * @param length in bytes; cut to 97.
+ * @return 0; -1 when there is no such group or the name is refused.
+ */
+int rename_favorite_group(int16_t id, const char *name, int16_t length);
+
+/**
+ * Removes a group with its entries; the groups behind it move up and their view codes change.
+ *
+ * @param id group id.
+ * @return 0; -1 when there is no such group.
+ */
+int remove_fav_group(int16_t id);
+
+/**
+ * Moves a group with its entries to another index. A copy of the former last group stays behind the table's end; a
+ * group created there starts empty all the same.
+ *
+ * @param dest new index, 0..count-1.
+ * @param src old index, 0..count-1.
+ * @return 0; -1, and nothing moved, outside the table.
+ */
+int move_fav_ch_group(int16_t dest, int16_t src);
+
+/**
+ * Adds a channel at the end of a group.
+ *
+ * @param id group id.
+ * @param vch the entry to copy; its favorite_id becomes its position in the group. Null is refused with -1.
+ * @return 0, also when the channel is there already; -1 when there is no such group or it holds 40 entries.
+ */
+int add_fav_virtual_channel(int16_t id, const virtual_channel_st *vch);
+
+/**
+ * Removes an entry of a group. Numbers and favorite_id of the others stay.
+ *
+ * @param id group id.
+ * @param index entry index, 0..count-1.
+ * @return 0; -1 when there is no such group or entry.
+ */
+int remove_fav_virtual_channel(int16_t id, int16_t index);
+
+/**
+ * Removes a channel of a group and closes the gap in numbers and positions: higher channel numbers and higher
+ * favorite_id of the others are lowered by one.
+ *
+ * @param tag the entry's tag.
+ * @param id group id; the other arguments are the channel's identity, where frequency 0 is no wildcard.
+ * @return 0, also when the channel is not there; -1 when there is no such group.
+ */
+int remove_fav_virtual_channel_by_ts_info(int8_t tag, int16_t id, uint8_t net_index, uint32_t frequency,
+                                          uint8_t polarisation, uint16_t network_id, uint16_t ts_id,
+                                          uint16_t service_id);
+
+/**
+ * Moves entries within a group. No favorite_id or channel number changes.
+ *
+ * One entry ends at the destination. Several entries follow, in the order given, the entry that ends at the
+ * destination: an offset by one that hosts rely on.
+ *
+ * @param group group index, 0..19.
+ * @param dest destination, 0..count-1.
+ * @param count how many positions @p sources gives; 0 or less only compacts entries without a real channel away.
+ * @param sources distinct entry indexes, 0..count-1; may be null when @p count is below 1.
+ * @return 0; -1, and nothing moved, when a position is not valid.
+ */
+int move_fav_channel(int16_t group, int16_t dest, int16_t count, const uint16_t *sources);
+
+CHANNEL_END_DECLS
+
+#endif

@@ -1,0 +1,34 @@
+/**
+ * @file
+ * Moving entries within the current view. Order changes, numbers and counts do not.
+ */
+#ifndef CHANNEL_MOVING_H
+#define CHANNEL_MOVING_H
+
+#include <channel/records.h>
+
+CHANNEL_BEGIN_DECLS
+
+/**
+ * Moves entries of the current view, and mirrors the move in the TV or radio view while a group list is in use.
+ *
+ * One entry is taken out and put in at the destination, counted in the view without it. Several entries follow, in the
+ * order given, the entry that stands at the destination, and entries without a real channel are compacted away on the
+ * way. After a single move the slot behind the count holds a copy of the view's former last entry.
+ *
+ * The service-type view is the view of channel_list_st::service_type. A single move is mirrored there only while
+ * use_group_list is not 0. Moving several entries clears their slots in that view in any case, and rearranges it only
+ * while use_group_list is not 0: move several entries while a TV, radio or group view is current. A channel that the
+ * service-type view does not hold is not mirrored; when it lacks the channel at the destination, it is left alone.
+ *
+ * @param des_index destination, 0..count-1 of the current view.
+ * @param count how many positions @p src_indices gives; 0 or less only compacts entries without a real channel away.
+ * @param src_indices distinct positions, 0..count-1 of the current view; may be null when @p count is below 1.
+ * @return 1; -1, and nothing moved, when the current view or the service-type view does not exist or a position is not
+ *         valid.
+ */
+int move_channel(int16_t des_index, int16_t count, const int16_t *src_indices);
+
+CHANNEL_END_DECLS
+
+#endif
