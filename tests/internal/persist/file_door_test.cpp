@@ -1,0 +1,111 @@
+// The open file behind the door: whole records only, closed once, and failures told.
+#include "channel/persist/file.h"
+
+#include <gtest/gtest.h>
+
+#include "stand_in_door.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+using channel::persist::file;
+using test_support::door_call;
+using test_support::stand_in_door;
+using events = std::vector<std::string>;
+
+class FileDoor : public ::testing::Test {
+ protected:
+  [[nodiscard]] std::string path() const { return dir.path() + "file"; }
+
+  test_support::temp_dir dir;
+  stand_in_door door;
+};
+
+TEST_F(FileDoor, IsTheStandardLibraryAtFirst) {
+  EXPECT_EQ(channel::persist::system_door.open, &std::fopen);
+  EXPECT_EQ(channel::persist::system_door.close, &std::fclose);
+}
+
+TEST_F(FileDoor, IsNotKnockedAtForANullPath) {
+  const file nothing(nullptr, "r");
+
+  EXPECT_FALSE(nothing.is_open());
+  EXPECT_EQ(door.events(), events{});
+}
+
+TEST_F(FileDoor, OpensNothingThatIsMissing) {
+  const file missing(path().c_str(), "r");
+
+  EXPECT_FALSE(missing.is_open());
+}
+
+TEST_F(FileDoor, ClosesAnOpenFileWhenItGoes) {
+  { const file target(path().c_str(), "w+"); }
+
+  EXPECT_EQ(door.events(), (events{"open " + path() + " w+", "close"}));
+}
+
+TEST_F(FileDoor, ClosesAFileOnce) {
+  {
+    file target(path().c_str(), "w+");
+    EXPECT_TRUE(target.close());
+    EXPECT_FALSE(target.is_open());
+    EXPECT_TRUE(target.close());
+  }
+
+  EXPECT_EQ(door.calls(door_call::close), 1);
+}
+
+TEST_F(FileDoor, ClosesNothingThatIsNotOpen) {
+  {
+    file missing(path().c_str(), "r");
+    EXPECT_TRUE(missing.close());
+  }
+
+  EXPECT_EQ(door.calls(door_call::close), 0);
+}
+
+TEST_F(FileDoor, ReadsWholeRecordsOnly) {
+  test_support::write_file(path(), "12345");
+  file source(path().c_str(), "r");
+  char record[3] = {};
+
+  EXPECT_TRUE(source.read(record, 3));
+  EXPECT_EQ(std::string(record, 3), "123");
+  EXPECT_FALSE(source.read(record, 3));
+}
+
+TEST_F(FileDoor, WritesARecordInOneCall) {
+  {
+    file target(path().c_str(), "w+");
+    EXPECT_TRUE(target.write("record", 6));
+    EXPECT_TRUE(target.flush());
+  }
+
+  EXPECT_EQ(test_support::read_file(path()), "record");
+  EXPECT_EQ(door.events().at(1), "write 6");
+}
+
+TEST_F(FileDoor, TellsOfAShortWrite) {
+  file target(path().c_str(), "w+");
+  door.write_short_at(1);
+
+  EXPECT_FALSE(target.write("record", 6));
+}
+
+TEST_F(FileDoor, TellsOfBytesThatDidNotGoOut) {
+  file target("/dev/full", "w+");
+
+  EXPECT_TRUE(target.write("record", 6));
+  EXPECT_FALSE(target.flush());
+}
+
+TEST_F(FileDoor, TellsOfAFailedClose) {
+  file target(path().c_str(), "w+");
+  door.fail_at(door_call::close, 1);
+
+  EXPECT_FALSE(target.close());
+  EXPECT_FALSE(target.is_open());
+}
+
+}  // namespace

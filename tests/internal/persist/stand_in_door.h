@@ -1,0 +1,96 @@
+// A door to the file system that remembers every call and fails at a chosen one. Files behind it are real; `sync` is
+// not.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+#include "channel/persist/file.h"
+
+namespace test_support {
+
+enum class door_call { open, read, write, flush, close, sync };
+
+// In place of the real door as long as it lives. One at a time.
+class stand_in_door {
+ public:
+  stand_in_door() : before_(channel::persist::door) {
+    current = this;
+    channel::persist::door = &functions;
+  }
+  ~stand_in_door() {
+    channel::persist::door = before_;
+    current = nullptr;
+  }
+  stand_in_door(const stand_in_door &) = delete;
+  stand_in_door &operator=(const stand_in_door &) = delete;
+
+  // The n-th call of a kind fails, counted from 1. A failing read or write moves no bytes.
+  void fail_at(door_call kind, int n) {
+    failing_kind_ = kind;
+    failing_call_ = n;
+  }
+  // The n-th write stops after half of its bytes.
+  void write_short_at(int n) {
+    fail_at(door_call::write, n);
+    is_short_ = true;
+  }
+
+  [[nodiscard]] int calls(door_call kind) const { return counts_[static_cast<std::size_t>(kind)]; }
+  // "open PATH MODE", "read SIZE", "write SIZE", "flush", "close" and "sync", in the order of the calls.
+  [[nodiscard]] const std::vector<std::string> &events() const { return events_; }
+  [[nodiscard]] int open_files() const { return open_files_; }
+
+ private:
+  // Counts and remembers a call; true when it is the one that fails.
+  bool fails(door_call kind, const std::string &event) {
+    events_.push_back(event);
+    return ++counts_[static_cast<std::size_t>(kind)] == failing_call_ && kind == failing_kind_;
+  }
+
+  static std::FILE *open(const char *path, const char *mode) {
+    const bool fails = current->fails(door_call::open, std::string("open ") + path + ' ' + mode);
+    std::FILE *file = fails ? nullptr : std::fopen(path, mode);
+    current->open_files_ += file != nullptr;
+    return file;
+  }
+  static std::size_t read(void *data, std::size_t size, std::size_t items, std::FILE *file) {
+    return current->fails(door_call::read, "read " + std::to_string(size * items))
+               ? 0
+               : std::fread(data, size, items, file);
+  }
+  static std::size_t write(const void *data, std::size_t size, std::size_t items, std::FILE *file) {
+    if (!current->fails(door_call::write, "write " + std::to_string(size * items))) {
+      return std::fwrite(data, size, items, file);
+    }
+    if (current->is_short_) {
+      static_cast<void>(std::fwrite(data, size / 2, 1, file));
+    }
+    return 0;
+  }
+  static int flush(std::FILE *file) {
+    const int result = std::fflush(file);
+    return current->fails(door_call::flush, "flush") ? EOF : result;
+  }
+  static int close(std::FILE *file) {
+    const int result = std::fclose(file);
+    --current->open_files_;
+    return current->fails(door_call::close, "close") ? EOF : result;
+  }
+  static void sync() { static_cast<void>(current->fails(door_call::sync, "sync")); }
+
+  static constexpr channel::persist::file_door functions = {open, read, write, flush, close, sync};
+  static inline stand_in_door *current = nullptr;
+
+  const channel::persist::file_door *before_;
+  std::array<int, 6> counts_ = {};
+  std::vector<std::string> events_;
+  door_call failing_kind_ = door_call::sync;
+  int failing_call_ = 0;
+  int open_files_ = 0;
+  bool is_short_ = false;
+};
+
+}  // namespace test_support
