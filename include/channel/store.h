@@ -112,7 +112,7 @@ void release_network_ch_info(network_ch_st *network);
  * With a frequency the transponder is found by frequency and polarisation, and ts_id is not looked at. With frequency 0
  * every transponder of the network with the ts_id is searched and the polarisation is not looked at.
  *
- * @return the channel, owned by the list, or null. Misses are logged at levels 2 and 5.
+ * @return the channel, owned by the list, or null. Misses are logged at levels 2, 3 and 5.
  */
 channel_st *get_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
                            uint16_t service_id, uint8_t polarisation);
