@@ -290,7 +290,8 @@ int remove_fav_virtual_channel_by_ts_info(int8_t tag, int16_t id, uint8_t net_in
                                           uint8_t polarisation, uint16_t network_id, uint16_t ts_id,
                                           uint16_t service_id) {
   const group_table groups = favourite_table();
-  const group_st *found = std::find_if(groups.begin(), groups.end(), [id, operation = __func__](const group_st &group) {
+  constexpr const char *operation = "remove_fav_virtual_channel_by_ts_info";
+  const group_st *found = std::find_if(groups.begin(), groups.end(), [id](const group_st &group) {
     LOG_TRACE_AS(operation, 2, "id %d fav_id %d \n", group.id, id);
     return group.id == id;
   });

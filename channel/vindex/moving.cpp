@@ -60,13 +60,13 @@ struct mirror {
   [[nodiscard]] bool is_rearranged() const {
     return channel_list.use_group_list != GROUP_ALL && !is_current && destination >= 0;
   }
-
-  [[nodiscard]] std::int16_t find(const virtual_channel_st &entry) const {
-    return vtype_get_vch_index_by_ts_info(entry.vch_tag, entry.net_index, entry.network_id, entry.ts_id,
-                                          entry.frequency, entry.service_id, entry.polarisation,
-                                          channel_list.service_type);
-  }
 };
+
+// Where an entry's channel stands in the service-type view, or -1.
+int find_mirrored(const virtual_channel_st &entry) {
+  return vtype_get_vch_index_by_ts_info(entry.vch_tag, entry.net_index, entry.network_id, entry.ts_id, entry.frequency,
+                                        entry.service_id, entry.polarisation, channel_list.service_type);
+}
 
 // Kept: the gap opens at the current view's destination, is as long as the tail behind the service-type view's own, and
 // the entry goes to that one. Receivers show the order that this gives.
@@ -82,7 +82,7 @@ void mirror_single(const mirror &mirrored, const virtual_channel_st &entry, int 
 
 void move_single(const view &current, const mirror &mirrored, int destination, int source, const char *operation) {
   const virtual_channel_st entry = current.entries[source];
-  const int service_source = mirrored.find(entry);
+  const int service_source = find_mirrored(entry);
   move_entry(current, destination, source);
   LOG_TRACE_AS(operation, 2, "\n");
   if (mirrored.is_rearranged() && service_source >= 0) {
@@ -108,7 +108,7 @@ void lift_entries(const view &current, const mirror &mirrored, int destination, 
     blocks.current[i] = entry;
     LOG_TRACE_AS(operation, 2, "des_index %d src_index ------------------------------------------------ %d \n",
                  destination, sources[i]);
-    const int service_source = mirrored.find(entry);
+    const int service_source = find_mirrored(entry);
     LOG_TRACE_AS(operation, 2, "des_index %d src_index ------------------------------------------------ %d \n",
                  mirrored.destination, service_source);
     LOG_TRACE_AS(operation, 2, "\n");
@@ -157,8 +157,8 @@ int move_channel(int16_t des_index, int16_t count, const int16_t *src_indices) {
     LOG_ERROR("positions outside the view or given twice\n");
     return -1;
   }
-  channel::mirror mirrored = {services, services.entries == current.entries, -1};
-  mirrored.destination = mirrored.find(current.entries[des_index]);
+  const channel::mirror mirrored = {services, services.entries == current.entries,
+                                    channel::find_mirrored(current.entries[des_index])};
   if (count == 1) {
     channel::move_single(current, mirrored, des_index, sources[0], __func__);
   } else {

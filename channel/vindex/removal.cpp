@@ -113,7 +113,8 @@ int vtype_remove_vch(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_
   if (!cleaned) {
     return -1;
   }
-  cleaned.remove_if([&id, operation = __func__](const virtual_channel_st &entry) {
+  constexpr const char *operation = "vtype_remove_vch";
+  cleaned.remove_if([&id](const virtual_channel_st &entry) {
     const bool removed = channel::same_entry(entry, id);
     if (removed) {
       LOG_TRACE_AS(operation, 2, "%x,%x,%x,%ld,%x,%d\n", id.net_index, id.network_id, id.ts_id,

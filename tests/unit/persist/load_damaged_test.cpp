@@ -269,9 +269,9 @@ TEST_F(UnterminatedText, OfServicesAndGroupsIsPrintedWithinItsField) {
   EXPECT_EQ(log.writes_with("name: p"), (lines{"\t\t + id : 1 name: " + std::string(98, 'p') + " len : 98 \n"}));
 }
 
-class Noise : public file_test {};
+class NoiseInPlaceOfAFile : public file_test {};
 
-TEST_F(Noise, OfOnesOnlyLoadsAsAnEmptyListOfVersionMinusOne) {
+TEST_F(NoiseInPlaceOfAFile, OfOnesOnlyLoadsAsAnEmptyListOfVersionMinusOne) {
   channel_file file;
   std::ranges::fill(file.data, '\xFF');
   file.set(network_num_at, 2, 0);
@@ -282,11 +282,11 @@ TEST_F(Noise, OfOnesOnlyLoadsAsAnEmptyListOfVersionMinusOne) {
   EXPECT_EQ(list.vnumber, 0);
   EXPECT_EQ(list.favorite_vnumber[19], 0);
   EXPECT_EQ(list.provider_num, 0);
-  EXPECT_EQ(list.vch_type, -1);
+  EXPECT_EQ(list.vch_type, VIEW_ALL);
   EXPECT_EQ(list.cur_vch, list.vch);
 }
 
-TEST_F(Noise, OfEveryByteValueIsNeverReadOutsideARecord) {
+TEST_F(NoiseInPlaceOfAFile, OfEveryByteValueIsNeverReadOutsideARecord) {
   for (int byte = 0; byte < 256; ++byte) {
     load(test_support::bytes(470'000, static_cast<char>(byte)), SORT_CH_NAME);
     reset_channel_list();
