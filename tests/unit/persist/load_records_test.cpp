@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "support/channel_file.h"
+#include "support/small_file.h"
 
 namespace {
 
@@ -10,19 +11,7 @@ using test_support::file_test;
 using test_support::record_kind;
 using test_support::service_data;
 
-class LoadedRecords : public file_test {
- protected:
-  // One network, one transponder, two services in the ALL view, and a group in each table with a side file.
-  static channel_file small_file() {
-    channel_file file;
-    file.network(1, 0x102, "Astra").transponder(0x203, 11'000'000, 1).service(first).service(second);
-    file.entry(VIEW_ALL, first, 1).entry(VIEW_ALL, second, 2);
-    return file.group(GROUP_GENRE, 1, "News").group(GROUP_COUNTRY, 1, "Malta");
-  }
-
-  static inline const service_data first = {.network_id = 0x102, .ts_id = 0x203, .service_id = 7, .polarisation = 1};
-  static inline const service_data second = {.network_id = 0x102, .ts_id = 0x203, .service_id = 8, .polarisation = 1};
-};
+class LoadedRecords : public test_support::small_file_test {};
 
 TEST_F(LoadedRecords, KeepsNetworksTranspondersAndServicesInFileOrder) {
   channel_file file;

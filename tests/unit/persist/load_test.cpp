@@ -6,6 +6,7 @@
 
 #include "support/channel_file.h"
 #include "support/log_capture.h"
+#include "support/small_file.h"
 
 namespace {
 
@@ -19,19 +20,7 @@ using lines = std::vector<std::string>;
 
 const std::string rule = "+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=\n";
 
-class LoadChannel : public file_test {
- protected:
-  // One network, one transponder, two services in the ALL view, and a group in each table with a side file.
-  static channel_file small_file() {
-    channel_file file;
-    file.network(1, 0x102, "Astra").transponder(0x203, 11'000'000, 1).service(first).service(second);
-    file.entry(VIEW_ALL, first, 1).entry(VIEW_ALL, second, 2);
-    return file.group(GROUP_GENRE, 1, "News").group(GROUP_COUNTRY, 1, "Malta");
-  }
-
-  static inline const service_data first = {.network_id = 0x102, .ts_id = 0x203, .service_id = 7, .polarisation = 1};
-  static inline const service_data second = {.network_id = 0x102, .ts_id = 0x203, .service_id = 8, .polarisation = 1};
-};
+class LoadChannel : public test_support::small_file_test {};
 
 TEST_F(LoadChannel, ReturnsTheVersionOfTheFile) {
   EXPECT_EQ(load(small_file().data), 10);
