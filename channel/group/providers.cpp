@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bitset>
 #include <cstring>
 
 #include "channel/log.h"
@@ -24,19 +23,23 @@ std::int16_t get_provider_new_id() {
   return id;
 }
 
-// Which places of the table hold a provider that a service carries: the first with the service's id.
-std::bitset<MAX_PROVIDER> places_in_use(const group_table &providers) {
-  std::bitset<MAX_PROVIDER> in_use;
+id_set carried_ids() {
+  id_set carried;
   for (network_ch_st &network : networks_of(channel_list.network_list)) {
     for (tp_ch_st &transponder : transponders_of(network)) {
       for (const channel_st &service : services_of(transponder)) {
-        if (const group_st *provider = providers.find(service.provider_id); provider != nullptr) {
-          in_use.set(static_cast<std::size_t>(provider - providers.groups));
-        }
+        carried.add(service.provider_id);
       }
     }
   }
-  return in_use;
+  return carried;
+}
+
+// The first provider that no service carries, or the end. Of two with one id, services carry the first.
+group_st *first_unused(const group_table &providers) {
+  id_set carried = carried_ids();
+  return std::find_if(providers.begin(), providers.end(),
+                      [&carried](const group_st &provider) { return !carried.remove(provider.id); });
 }
 
 // Cuts the table at a place and zeroes what stood behind.
@@ -45,26 +48,29 @@ void keep_until(const group_table &table, const group_st *new_end) {
   *table.count = static_cast<std::int16_t>(new_end - table.groups);
 }
 
-// Ids of providers in the order of their names.
-class sorted_ids {
+// Providers in the order of their names, those of equal names in the order of their insertion.
+class sorted_providers {
  public:
-  explicit sorted_ids(std::int16_t *ids) : ids_(ids) { std::fill_n(ids, MAX_PROVIDER, std::int16_t{-1}); }
-
-  [[nodiscard]] bool holds(std::int16_t id) const { return std::find(ids_, ids_ + count_, id) != ids_ + count_; }
-
   void insert(const group_st &provider) {
-    std::int16_t *place = std::find_if(ids_, ids_ + count_, [&provider](std::int16_t id) {
-      return compare_group_name(*provider_table().find(id), provider) > 0;
-    });
-    std::move_backward(place, ids_ + count_, ids_ + count_ + 1);
-    *place = provider.id;
+    const group_st **end = providers_.data() + count_;
+    const group_st **place = std::upper_bound(providers_.data(), end, &provider, is_before);
+    std::move_backward(place, end, end + 1);
+    *place = &provider;
     ++count_;
   }
 
   [[nodiscard]] int count() const { return count_; }
 
+  void write_ids(std::int16_t *out) const {
+    std::int16_t *behind =
+        std::transform(providers_.data(), providers_.data() + count_, out, [](const group_st *p) { return p->id; });
+    std::fill(behind, out + MAX_PROVIDER, std::int16_t{-1});
+  }
+
  private:
-  std::int16_t *ids_;
+  static bool is_before(const group_st *a, const group_st *b) { return compare_group_name(*a, *b) < 0; }
+
+  std::array<const group_st *, MAX_PROVIDER> providers_;
   int count_ = 0;
 };
 
@@ -131,7 +137,10 @@ int16_t get_provider_number(void) { return channel::channel_list.provider_num; }
 
 int remove_provider_index(int32_t index) {
   const group_table providers = provider_table();
-  if (index < 0 || index >= providers.size()) {
+  if (index > providers.size()) {
+    return -1;
+  }
+  if (index < 0 || index == providers.size()) {
     LOG_ERROR("index %ld outside the provider table\n", static_cast<long>(index));
     return -1;
   }
@@ -147,12 +156,7 @@ int remove_invalid_provider_info(void) {
     return 0;
   }
   const group_table providers = provider_table();
-  const auto in_use = channel::places_in_use(providers);
-  int first_unused = 0;
-  while (first_unused < providers.size() && in_use.test(static_cast<std::size_t>(first_unused))) {
-    ++first_unused;
-  }
-  const group_st *new_end = providers.groups + first_unused;
+  const group_st *new_end = channel::first_unused(providers);
   for (const group_st *removed = new_end; removed != providers.end(); ++removed) {
     LOG_TRACE(2, "delete provider : %s \n", channel::name_of(*removed).c_str());
   }
@@ -169,21 +173,25 @@ int get_provider_id_by_service_type(int8_t view_type, int16_t *out) {
     LOG_ERROR("out is null\n");
     return 0;
   }
-  channel::sorted_ids ids(out);
+  channel::sorted_providers found;
+  channel::id_set listed_ids;
   for (const virtual_channel_st &entry : listed) {
     if (entry.rch == nullptr) {
       LOG_ERROR("r_ch == NULL\n");
       continue;
     }
-    if (ids.holds(entry.rch->provider_id)) {
+    const int16_t id = entry.rch->provider_id;
+    if (listed_ids.holds(id)) {
       continue;
     }
-    if (const group_st *provider = find_provider_id(entry.rch->provider_id); provider != nullptr) {
-      ids.insert(*provider);
+    if (const group_st *provider = find_provider_id(id); provider != nullptr) {
+      listed_ids.add(id);
+      found.insert(*provider);
     } else {
-      LOG_ERROR("provider id %d unknown\n", entry.rch->provider_id);
+      LOG_ERROR("provider id %d unknown\n", id);
     }
   }
-  return ids.count();
+  found.write_ids(out);
+  return found.count();
 }
 }

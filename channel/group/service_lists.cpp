@@ -8,7 +8,6 @@
 #include <channel/removal.h>
 #include <channel/views.h>
 #include <cstdlib>
-#include <cstring>
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
@@ -98,11 +97,6 @@ int compare_groups_untyped(const void *a, const void *b) {
   return compare_group_name(*static_cast<const group_st *>(a), *static_cast<const group_st *>(b));
 }
 
-bool is_listed(const group_st *out, int count, const group_st &group) {
-  return std::any_of(out, out + count,
-                     [&group](const group_st &other) { return std::memcmp(&other, &group, sizeof group) == 0; });
-}
-
 }  // namespace
 }  // namespace channel
 
@@ -160,15 +154,20 @@ int get_group_id_by_service_type(int8_t kind, int8_t view_type, group_st *out) {
     LOG_ERROR("out is null\n");
     return 0;
   }
+  // A group is the first record with its id, so that equal records are those of one id. Kept: id 0 is never listed.
+  channel::id_set seen;
+  seen.add(0);
   int count = 0;
   for (const virtual_channel_st &entry : listed) {
     if (entry.rch == nullptr) {
       LOG_ERROR("r_ch == NULL\n");
       continue;
     }
-    const int id = get_group_id(kind, &entry);
-    const group_st *group = id != 0 ? get_group_st_by_id(kind, static_cast<int16_t>(id)) : nullptr;
-    if (group != nullptr && !channel::is_listed(out, count, *group)) {
+    const auto id = static_cast<int16_t>(get_group_id(kind, &entry));
+    if (!seen.add(id)) {
+      continue;
+    }
+    if (const group_st *group = get_group_st_by_id(kind, id); group != nullptr) {
       out[count++] = *group;
     }
   }

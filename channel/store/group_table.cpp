@@ -36,7 +36,7 @@ group_table genre_table() { return {channel_list.genre, &channel_list.genre_num,
 
 group_table country_table() { return {channel_list.country, &channel_list.country_num, MAX_COUNTRY}; }
 
-group_table favourite_table() { return {channel_list.favorite_group, &channel_list.favorite_group_num, MAX_FAV}; }
+group_table favourite_table() { return {channel_list.favorite_group, &channel_list.favorite_group_num, MAX_FAV, true}; }
 
 group_table table_of_kind(int kind) {
   switch (kind) {

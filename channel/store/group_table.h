@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bitset>
 #include <channel/records.h>
 #include <cstddef>
 #include <cstdint>
@@ -14,9 +15,14 @@ struct group_table {
   group_st *groups = nullptr;
   std::int16_t *count = nullptr;
   std::int16_t capacity = 0;
+  // Kept: the favourite groups are counted in a signed byte, whatever the other byte of their count holds.
+  bool is_byte_count = false;
 
   explicit operator bool() const { return groups != nullptr; }
-  [[nodiscard]] std::int16_t size() const { return std::clamp<std::int16_t>(*count, 0, capacity); }
+  [[nodiscard]] std::int16_t size() const {
+    const std::int16_t stored = is_byte_count ? std::int16_t{static_cast<std::int8_t>(*count)} : *count;
+    return std::clamp<std::int16_t>(stored, 0, capacity);
+  }
   [[nodiscard]] group_st *begin() const { return groups; }
   [[nodiscard]] group_st *end() const { return groups + size(); }
   [[nodiscard]] std::span<group_st> array() const { return {groups, static_cast<std::size_t>(capacity)}; }
@@ -26,6 +32,29 @@ struct group_table {
 
   // The smallest id of 0..capacity-1 that no group has, or -1.
   [[nodiscard]] std::int16_t free_id() const;
+};
+
+// Group ids, of whatever value: services and tables may hold ids that no table gives.
+class id_set {
+ public:
+  // False when the id was in the set already.
+  bool add(std::int16_t id) {
+    const bool is_new = !holds(id);
+    ids_.set(bit(id));
+    return is_new;
+  }
+  // False when the id was not in the set.
+  bool remove(std::int16_t id) {
+    const bool was_held = holds(id);
+    ids_.reset(bit(id));
+    return was_held;
+  }
+  [[nodiscard]] bool holds(std::int16_t id) const { return ids_.test(bit(id)); }
+
+ private:
+  static std::size_t bit(std::int16_t id) { return static_cast<std::uint16_t>(id); }
+
+  std::bitset<std::size_t{1} << 16> ids_;
 };
 
 // The order of names without regard to case: negative, 0 or positive.

@@ -41,10 +41,10 @@ void insert_block(const view &moved, int destination, std::span<const virtual_ch
     }
   }
   std::fill(kept_end, moved.end(), last);
-  // A destination that went itself, with everything behind it, leaves the last entry kept to follow.
-  virtual_channel_st *after = std::min(moved.entries + destination + 1, kept_end);
   block = block.first(std::min(block.size(), static_cast<std::size_t>(moved.end() - kept_end)));
-  std::move_backward(after, kept_end, kept_end + block.size());
+  // A destination that went itself, with everything behind it, must not push the block out of the view.
+  virtual_channel_st *after = std::min(moved.entries + destination + 1, moved.end() - block.size());
+  std::move_backward(std::min(after, kept_end), kept_end, kept_end + block.size());
   std::copy(block.begin(), block.end(), after);
 }
 
@@ -96,6 +96,16 @@ struct moved_blocks {
   std::span<virtual_channel_st> current;
   std::span<virtual_channel_st> services;
   std::size_t mirrored = 0;
+  std::bitset<MAX_CHANNEL> taken;
+
+  // A slot of the service-type view is taken once: when it is empty, an entry that is empty itself finds it again.
+  void take_mirrored(const view &from, int position) {
+    const auto slot = static_cast<std::size_t>(position);
+    if (!taken.test(slot)) {
+      taken.set(slot);
+      services[mirrored++] = from.entries[position];
+    }
+  }
 };
 
 // Takes the moved entries out of both views, leaving empty slots.
@@ -113,7 +123,7 @@ void lift_entries(const view &current, const mirror &mirrored, int destination, 
                  mirrored.destination, service_source);
     LOG_TRACE_AS(operation, 2, "\n");
     if (service_source >= 0) {
-      blocks.services[blocks.mirrored++] = mirrored.services.entries[service_source];
+      blocks.take_mirrored(mirrored.services, service_source);
     }
     entry = {};
     LOG_TRACE_AS(operation, 2, "\n");
@@ -128,7 +138,7 @@ void move_several(const view &current, const mirror &mirrored, int destination, 
   const std::size_t count = sources.size();
   const transient<virtual_channel_st> work(static_cast<virtual_channel_st *>(
       allocate_zeroed(2 * std::max<std::size_t>(count, 1) * sizeof(virtual_channel_st))));
-  moved_blocks blocks = {{work.get(), count}, {work.get() + count, count}};
+  moved_blocks blocks = {{work.get(), count}, {work.get() + count, count}, 0, {}};
   lift_entries(current, mirrored, destination, sources, blocks, operation);
   LOG_TRACE_AS(operation, 2, "\n");
   insert_block(current, destination, blocks.current);

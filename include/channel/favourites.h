@@ -152,7 +152,8 @@ int remove_fav_virtual_channel_by_ts_info(int8_t tag, int16_t id, uint8_t net_in
  * Moves entries within a group. No favorite_id or channel number changes.
  *
  * One entry ends at the destination. Several entries follow, in the order given, the entry that ends at the
- * destination: an offset by one that hosts rely on.
+ * destination: an offset by one that hosts rely on. Where that entry moves itself, with all behind it, they end the
+ * group.
  *
  * @param group group index, 0..19.
  * @param dest destination, 0..count-1.

@@ -14,12 +14,14 @@ CHANNEL_BEGIN_DECLS
  *
  * One entry is taken out and put in at the destination, counted in the view without it. Several entries follow, in the
  * order given, the entry that stands at the destination, and entries without a real channel are compacted away on the
- * way. After a single move the slot behind the count holds a copy of the view's former last entry.
+ * way. A destination that is itself among them stands for the next entry left. After a single move the slot behind the
+ * count holds a copy of the view's former last entry.
  *
  * The service-type view is the view of channel_list_st::service_type. A single move is mirrored there only while
  * use_group_list is not 0. Moving several entries clears their slots in that view in any case, and rearranges it only
  * while use_group_list is not 0: move several entries while a TV, radio or group view is current. A channel that the
- * service-type view does not hold is not mirrored; when it lacks the channel at the destination, it is left alone.
+ * service-type view does not hold is not mirrored; when it lacks the channel at the destination, it is left alone. A
+ * service-type view that is the current one is moved once.
  *
  * @param des_index destination, 0..count-1 of the current view.
  * @param count how many positions @p src_indices gives; 0 or less only compacts entries without a real channel away.

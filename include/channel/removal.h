@@ -69,8 +69,12 @@ int remove_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, ui
                       uint8_t polarisation);
 
 /**
- * Removes a channel from every view but the work view; then the real channel, unless an entry of the ALL view still
- * shows it; then sweeps.
+ * Removes a channel from every view but the work view; then the real channel, unless vtype_get_vch_index_by_ts_info()
+ * still finds it in the ALL view; then sweeps.
+ *
+ * With a frequency nothing is left to be found: entries with another tag do not save the channel, and are swept. With
+ * frequency 0 the removal takes only entries of that frequency, and any entry of the ALL view with the same ids saves
+ * the channel.
  *
  * @return 0, whatever was found.
  */
