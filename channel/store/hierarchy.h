@@ -75,6 +75,11 @@ template <class Record>
 using transient = std::unique_ptr<Record, freeing>;
 
 template <class Record>
+Record *allocate_array(std::size_t count) {
+  return static_cast<Record *>(allocate_zeroed(count * sizeof(Record)));
+}
+
+template <class Record>
 Record *allocate_record() {
   return static_cast<Record *>(allocate_zeroed(sizeof(Record)));
 }

@@ -6,19 +6,19 @@
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/group_table.h"
-#include "channel/store/hierarchy.h"
+#include "channel/store/service_index.h"
 #include "channel/store/view.h"
 
 namespace channel {
 namespace {
 
-void link_view(int type) {
+void link_view(int type, service_index &index) {
   const view linked = fetch_view(static_cast<std::int8_t>(type));
   if (!linked) {
     return;
   }
   for (virtual_channel_st &entry : linked) {
-    entry.rch = resolve(entry);
+    entry.rch = index.resolve(entry);
     if (entry.rch == nullptr) {
       LOG_PLAIN(0, "ERROR: link...[%d][%d]-n_in %d, on %d, ts %d, freq %ld, sid %d, polr %d\n", type,
                 static_cast<int>(&entry - linked.entries), entry.net_index, entry.network_id, entry.ts_id,
@@ -36,12 +36,13 @@ int link_rch_info() {
     LOG_ERROR(" channel_list NULL !! ");
     return -1;
   }
+  service_index index;
   for (int type = VIEW_ALL; type <= VIEW_PROMOTION; ++type) {
-    link_view(type);
+    link_view(type, index);
   }
   const int past_last_group = VIEW_FAVOURITE + favourite_table().size();
   for (int type = VIEW_FAVOURITE; type <= past_last_group; ++type) {
-    link_view(type);
+    link_view(type, index);
   }
   return 0;
 }

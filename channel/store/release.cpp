@@ -27,9 +27,12 @@ bool is_doomed(const channel_st &service) { return service.list.next == &doomed_
 // Takes pointers to doomed channels out of everything that keeps any. Pointers are compared, never followed: a host may
 // have freed a record of its own that an entry still points to.
 void forget(std::span<channel_st *> doomed) {
-  std::ranges::sort(doomed, std::less<>{});
-  const auto forget_if_doomed = [doomed](virtual_channel_st &entry) {
-    if (entry.rch != nullptr && std::ranges::binary_search(doomed, entry.rch, std::less<>{})) {
+  constexpr std::less<> before;
+  std::ranges::sort(doomed, before);
+  const auto forget_if_doomed = [doomed, before](virtual_channel_st &entry) {
+    // Records allocated together are released together: most pointers lie outside the range of a batch.
+    if (!before(entry.rch, doomed.front()) && !before(doomed.back(), entry.rch) &&
+        std::ranges::binary_search(doomed, entry.rch, before)) {
       entry.rch = nullptr;
     }
   };

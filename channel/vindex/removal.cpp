@@ -14,6 +14,7 @@
 #include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/release.h"
+#include "channel/store/service_index.h"
 #include "channel/store/view.h"
 #include "channel/text.h"
 
@@ -137,8 +138,9 @@ int vtype_remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t netw
 
 int remove_invalid_virtual_channel(void) {
   LOG_TRACE(2, "\n");
-  channel::for_each_swept_view([](const view &swept) {
-    swept.remove_if([](const virtual_channel_st &entry) { return channel::resolve(entry) == nullptr; });
+  channel::service_index index;
+  channel::for_each_swept_view([&index](const view &swept) {
+    swept.remove_if([&index](const virtual_channel_st &entry) { return index.resolve(entry) == nullptr; });
   });
   return 0;
 }
