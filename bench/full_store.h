@@ -31,6 +31,11 @@ inline constexpr std::size_t file_bytes =
 inline constexpr char list_file[] = "channel.dat";
 inline constexpr char saved_file[] = "saved.dat";
 
+// A new scan of the same list: every tenth service replaced by another one. And the list as version 8 filed it.
+inline constexpr char scan_file[] = "scan.dat";
+inline constexpr char version_8_file[] = "v8.dat";
+inline constexpr int replaced_services = MAX_CHANNEL / 10;
+
 // Builds the list and its file. Called once, before everything else.
 void build_full_store();
 

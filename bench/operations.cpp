@@ -1,10 +1,14 @@
 // The operations, each checked while it is measured: a lookup must find what it looks for.
 #include "operations.h"
 
+#include <base/verbosity.h>
 #include <channel/channel.h>
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
+#include "channel/persist/merge.h"
 #include "channel/store/links.h"
 #include "floors.h"
 #include "full_store.h"
@@ -27,6 +31,21 @@ void load_and_reset() {
 }
 
 void save() { require(save_channel(saved_file) == 1, "save_channel"); }
+
+// The views are full when the new services come, and an ERROR line for each would be measured: the log is off.
+void merge() {
+  static const std::string path = scratch_path(scan_file);
+  int &log_level = verbosity_map[7];
+  const int before = std::exchange(log_level, -1);
+  const int changed = channel::persist::merge_new_list(path.c_str());
+  log_level = before;
+  require(changed == 2 * replaced_services, "merge_new_list");
+}
+
+void repair() {
+  static const std::string path = scratch_path(version_8_file);
+  require(repair_channel(8, path.c_str()) == 0, "repair_channel");
+}
 
 void link() { require(channel::link_rch_info() == 0, "link_rch_info"); }
 
@@ -82,6 +101,9 @@ constexpr std::array catalogue = {
     operation{"floor:write_at_once", {}, nullptr, floors::write_at_once, records, list_bytes},
     operation{"floor:write_records", {}, nullptr, floors::write_records, records, list_bytes, true},
     operation{"save_channel_without_sync", writing, nullptr, save, records, list_bytes, true},
+
+    operation{"check_load_channel:scan", reading_and_freeing, restore_full_store, merge, records, list_bytes, true},
+    operation{"repair_channel:version_8", reading, release, repair, records, list_bytes, true},
 
     operation{"floor:store_pointers", {}, nullptr, floors::store_pointers, entries_of_all_views},
     operation{"link_rch_info", storing, nullptr, link, entries_of_all_views, 0, true},

@@ -2,6 +2,7 @@
 // slots where a record has pointers: written as zero, never read. Every other byte is carried, reserved ones included.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <channel/records.h>
 #include <cstddef>
@@ -77,6 +78,7 @@ void to_image(const Record &record, image<Record> &bytes) {
 
 inline constexpr std::size_t pointer_slot_size = 4;
 inline constexpr std::size_t entry_image_size = 24;
+inline constexpr std::size_t extra_bytes = sizeof(v8_tp_ch_st::extra);
 inline constexpr std::size_t entry_bytes = offsetof(virtual_channel_st, ts_id) + sizeof(virtual_channel_st::ts_id);
 
 constexpr run bytes_between(std::size_t begin, std::size_t end, std::size_t in_image) {
@@ -138,6 +140,40 @@ struct layout<channel_list_st> {
   };
 };
 
+// Records of versions 7 and 8: today's runs, and what those versions put behind the record.
+template <class Base, class Extended>
+constexpr auto runs_with_extra_bytes() {
+  constexpr std::size_t count = layout<Base>::runs.size();
+  std::array<run, count + 1> runs{};
+  std::copy(layout<Base>::runs.begin(), layout<Base>::runs.end(), runs.begin());
+  runs[count] = {offsetof(Extended, extra), layout<Base>::size, extra_bytes};
+  return runs;
+}
+
+template <>
+struct layout<v8_channel_st> {
+  static constexpr std::size_t size = layout<channel_st>::size + extra_bytes;
+  static constexpr std::array runs = {CHANNEL_RUN(v8_channel_st, name, 8, reserved_464)};
+};
+
+template <>
+struct layout<v8_tp_ch_st> {
+  static constexpr std::size_t size = layout<tp_ch_st>::size + extra_bytes;
+  static constexpr auto runs = runs_with_extra_bytes<tp_ch_st, v8_tp_ch_st>();
+};
+
+template <>
+struct layout<v8_network_ch_st> {
+  static constexpr std::size_t size = layout<network_ch_st>::size + extra_bytes;
+  static constexpr auto runs = runs_with_extra_bytes<network_ch_st, v8_network_ch_st>();
+};
+
+template <>
+struct layout<v8_channel_list_st> {
+  static constexpr std::size_t size = layout<channel_list_st>::size + extra_bytes;
+  static constexpr auto runs = runs_with_extra_bytes<channel_list_st, v8_channel_list_st>();
+};
+
 template <class Record>
 constexpr std::size_t bytes_carried() {
   std::size_t sum = 0;
@@ -150,6 +186,7 @@ constexpr std::size_t bytes_carried() {
 // Every byte of an image is carried but for the slots of pointers.
 inline constexpr std::size_t link_slots = 2 * pointer_slot_size;
 static_assert(bytes_carried<channel_st>() + link_slots == service_image_size);
+static_assert(bytes_carried<v8_channel_st>() + link_slots == layout<v8_channel_st>::size);
 static_assert(bytes_carried<tp_ch_st>() + 2 * link_slots == transponder_image_size);
 static_assert(bytes_carried<network_ch_st>() + 2 * link_slots == network_image_size);
 inline constexpr std::size_t entries_of_all_views = MAX_CHANNEL + MAX_TV_CHANNEL + MAX_RADIO_CHANNEL +

@@ -9,11 +9,11 @@
 #include <cstdio>
 
 #include "channel/log.h"
+#include "channel/persist/counts.h"
 #include "channel/persist/data_path.h"
 #include "channel/persist/record_reader.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/dumps.h"
-#include "channel/store/group_table.h"
 #include "channel/store/links.h"
 #include "channel/store/view.h"
 #include "channel/text.h"
@@ -60,10 +60,7 @@ class channel_file_reader {
   }
   // A merge marks the channels that it finds in country_id: after a load none is marked.
   static void on_service(channel_st &service) {
-    LOG_PLAIN(3,
-              "tp %lld, ts_id 0x%04x, sid 0x%04x, vtag 0x%04x, vpid 0x%04x, vecm 0x%04x, atag 0x%04x, apid 0x%04x]\n",
-              static_cast<long long>(service.frequency), service.ts_id, service.service_id, service.video_tag,
-              service.video_pid, service.video_ecm_pid, service.audio_tag, service.audio_pid);
+    print_read_service(service);
     service.country_id = 0;
   }
 
@@ -77,29 +74,6 @@ class channel_file_reader {
   char channel_load_marker_[255] = {};
 };
 
-// A count outside its array is brought to the nearest one inside, and said so.
-void bring_into_array(std::int16_t &count, std::int16_t capacity, const char *what, int which) {
-  const std::int16_t kept = std::clamp<std::int16_t>(count, 0, capacity);
-  if (kept != count) {
-    LOG_ERROR_AS(operation, "%s %d counts %d, taken as %d\n", what, which, count, kept);
-    count = kept;
-  }
-}
-
-void bring_counts_into_arrays() {
-  for (int code = VIEW_ALL; code <= VIEW_FAVOURITE_LAST; ++code) {
-    if (const view each = find_view(code); each) {
-      bring_into_array(*each.count, each.capacity, "view", code);
-    }
-  }
-  for (const int kind : {GROUP_GENRE, GROUP_PROVIDER, GROUP_COUNTRY}) {
-    const group_table table = table_of_kind(kind);
-    bring_into_array(*table.count, table.capacity, "group list", kind);
-  }
-  const group_table favourites = favourite_table();
-  bring_into_array(*favourites.count, favourites.capacity, "group list", GROUP_FAV);
-}
-
 bool read_list(file &source, channel_file_reader &reader) {
   const transient<image<channel_list_st>> header(allocate_record<image<channel_list_st>>());
   if (!source.read(header->data(), header->size())) {
@@ -107,7 +81,7 @@ bool read_list(file &source, channel_file_reader &reader) {
     return false;
   }
   from_image(channel_list, *header);
-  bring_counts_into_arrays();
+  bring_counts_into_arrays(operation);
   LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);
   LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);
   LOG_TRACE_AS(operation, 2, "channel_list.network_num %d\n", channel_list.network_num);

@@ -13,12 +13,30 @@
 
 namespace channel::persist {
 
-// The records of the current file version.
+// The records of the current file version, and of version 9.
 struct current_format {
+  using list = channel_list_st;
   using network = network_ch_st;
   using transponder = tp_ch_st;
   using service = channel_st;
 };
+
+// The records of versions 7 and 8.
+struct version_8_format {
+  using list = v8_channel_list_st;
+  using network = v8_network_ch_st;
+  using transponder = v8_tp_ch_st;
+  using service = v8_channel_st;
+};
+
+// What a record of any format has in common with today's.
+template <class Record>
+Record &base_of(Record &record) {
+  return record;
+}
+inline channel_list_st &base_of(v8_channel_list_st &list) { return list.base; }
+inline network_ch_st &base_of(v8_network_ch_st &network) { return network.base; }
+inline tp_ch_st &base_of(v8_tp_ch_st &transponder) { return transponder.base; }
 
 // One record, allocated and filled from the file; null when the file is short.
 template <class Record>
@@ -51,15 +69,16 @@ bool read_services(file &source, tp_ch_st &transponder, Reader &reader) {
 template <class Format, class Reader>
 bool read_transponders(file &source, network_ch_st &network, Reader &reader) {
   for (int left = network.tp_num; left > 0; --left) {
-    auto *transponder = read_record<typename Format::transponder>(source);
-    if (transponder == nullptr) {
+    auto *record = read_record<typename Format::transponder>(source);
+    if (record == nullptr) {
       reader.short_transponder();
       return false;
     }
-    list_init(&transponder->rch_list);
-    list_add_tail(&transponder->list, &network.tp_list);
-    reader.on_transponder(*transponder);
-    if (!read_services<Format>(source, *transponder, reader)) {
+    tp_ch_st &transponder = base_of(*record);
+    list_init(&transponder.rch_list);
+    list_add_tail(&transponder.list, &network.tp_list);
+    reader.on_transponder(transponder);
+    if (!read_services<Format>(source, transponder, reader)) {
       return false;
     }
   }
@@ -71,16 +90,17 @@ bool read_transponders(file &source, network_ch_st &network, Reader &reader) {
 template <class Format, class Reader>
 bool read_networks(file &source, int network_num, list_head &network_list, Reader &reader) {
   for (int left = network_num; left > 0; --left) {
-    auto *network = read_record<typename Format::network>(source);
-    if (network == nullptr) {
+    auto *record = read_record<typename Format::network>(source);
+    if (record == nullptr) {
       reader.short_network();
       release_hierarchy(network_list);
       return false;
     }
-    reader.on_network(*network);
-    list_init(&network->tp_list);
-    list_add_tail(&network->list, &network_list);
-    if (!read_transponders<Format>(source, *network, reader)) {
+    network_ch_st &network = base_of(*record);
+    reader.on_network(network);
+    list_init(&network.tp_list);
+    list_add_tail(&network.list, &network_list);
+    if (!read_transponders<Format>(source, network, reader)) {
       release_hierarchy(network_list);
       return false;
     }

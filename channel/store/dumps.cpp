@@ -29,15 +29,6 @@ const char *polarisation_letter(const virtual_channel_st &entry) { return entry.
 
 const char *satellite_name(const virtual_channel_st &entry) { return entry.net_index == 'U' ? "JSAT3" : "JSAT4"; }
 
-void print_network(const network_ch_st &network) {
-  PRINT(RULE_74("+"));
-  PRINT("\t\t * net_index: %d\n", network.net_index);
-  PRINT("\t\t * network_id: %d\n", network.network_id);
-  PRINT("\t\t * network_name: %s\n", name_of(network).c_str());
-  PRINT("\t\t * tp_num: %d\n", network.tp_num);
-  PRINT(RULE_74("+"));
-}
-
 void print_transponder(const tp_ch_st &transponder) {
   PRINT(RULE_74("="));
   PRINT("\t\t * frequency: %ld\n", as_long(transponder.frequency));
@@ -72,9 +63,16 @@ void print_favourite_group(const group_st &group, int index, const view &entries
 
 }  // namespace
 
-void print_load_status(const char *operation, const channel_list_st &list) {
-  LOG_TRACE_AS(operation, 2, "#######################\n");
-  PRINT(" channel list version : %d\n", list.version);
+void print_network(const network_ch_st &network) {
+  PRINT(RULE_74("+"));
+  PRINT("\t\t * net_index: %d\n", network.net_index);
+  PRINT("\t\t * network_id: %d\n", network.network_id);
+  PRINT("\t\t * network_name: %s\n", name_of(network).c_str());
+  PRINT("\t\t * tp_num: %d\n", network.tp_num);
+  PRINT(RULE_74("+"));
+}
+
+void print_load_settings(const channel_list_st &list) {
   PRINT("load \tservice_type : %d\n", list.service_type);
   PRINT("load \tuse_group_list : '%s'\n", group_kind_name(list.use_group_list));
   PRINT("load \tbouquet : %d\n", list.bouquet_id);
@@ -85,6 +83,12 @@ void print_load_status(const char *operation, const channel_list_st &list) {
   PRINT("load \tuser channel number : %d\n", list.user_vnumber);
   PRINT("load \tvch_type : '%s'\n", view_name(list.vch_type));
   PRINT("load \tpromotion channel number : %d\n", list.promo_vnumber);
+}
+
+void print_load_status(const char *operation, const channel_list_st &list) {
+  LOG_TRACE_AS(operation, 2, "#######################\n");
+  PRINT(" channel list version : %d\n", list.version);
+  print_load_settings(list);
   LOG_TRACE_AS(operation, 2, "#######################\n");
 }
 

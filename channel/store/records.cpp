@@ -159,6 +159,24 @@ FIELD(return_channel_st, tag, 6, 6);
 FIELD(return_channel_st, net_index, 7, 7);
 FIELD(return_channel_st, vch, 8, 8);
 
+RECORD(v8_channel_st, 480, 488);
+FIELD(v8_channel_st, frequency, 224, 232);
+FIELD(v8_channel_st, audio_pid, 258, 266);
+FIELD(v8_channel_st, reserved_262, 262, 270);
+FIELD(v8_channel_st, reserved_id, 460, 468);
+FIELD(v8_channel_st, flag, 462, 470);
+FIELD(v8_channel_st, reserved_463, 463, 471);
+FIELD(v8_channel_st, reserved_464, 464, 472);
+
+RECORD(v8_tp_ch_st, 504, 520);
+FIELD(v8_tp_ch_st, extra, 336, 352);
+
+RECORD(v8_network_ch_st, 584, 600);
+FIELD(v8_network_ch_st, extra, 416, 432);
+
+RECORD(v8_channel_list_st, 460200, 586728);
+FIELD(v8_channel_list_st, extra, 460032, 586560);
+
 #undef FIELD
 #undef RECORD
 

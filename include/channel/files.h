@@ -52,6 +52,52 @@ int load_channel(const char *name, uint8_t sort_mode);
  */
 int save_channel(const char *name);
 
+/**
+ * Merges a complete new channel list, in the format of the channel file, from "/DATA/BACKUP/all_channel.dat".
+ *
+ * Services that the list does not hold are added and numbered at the end of the ALL, TV, radio and promotion views by
+ * service type and service id; services that the new list lacks are deleted with every entry that shows them; services
+ * in both stay exactly as the list has them. Afterwards the views are pruned and linked. The current view stays.
+ *
+ * Call it after load_channel(): country_id serves as the mark of presence, 0 for a channel not seen yet, and is 1 on
+ * every channel that the merge keeps. A channel whose country_id was not 0 before is not deleted. The list is saved by
+ * the host.
+ *
+ * @return the number of services added and deleted; 0 when nothing changed, and when the new list cannot be read, which
+ *         leaves the list untouched.
+ */
+int check_load_channel(void);
+
+/**
+ * Reads a channel file of version 9 into a list of its own. The channel list in memory is not touched, but its views
+ * are linked again. The version in the file is not looked at.
+ *
+ * @param path the whole path; the target directory is not put in front. Null is refused with null.
+ * @return the list with its networks, transponders and channels, all owned by the caller, each from `calloc`; null when
+ *         the file cannot be opened or is short.
+ */
+channel_list_st *v9_load_channel(const char *path);
+
+/** As v9_load_channel(), for a file of version 8: its records are the v8_ records. */
+v8_channel_list_st *v8_load_channel(const char *path);
+
+/** As v9_load_channel(), for a file of version 7: its records are the v8_ records. */
+v8_channel_list_st *v7_load_channel(const char *path);
+
+/**
+ * Replaces the list by the contents of a channel file of version 7, 8 or 9, converted field by field.
+ *
+ * The list is emptied first, also by a call that is refused; records still linked are not released: call
+ * reset_channel_list() before. Views come without pointers to their channels, no view is switched and nothing is saved:
+ * save and load the list to use it. Networks and transponders without channels are not carried over. The provider of a
+ * channel is taken from its genre, as receivers of the time filed it.
+ *
+ * @param version 7, 8 or 9, the version of the file; any other, 10 included, is refused.
+ * @param path the whole path; the target directory is not put in front.
+ * @return 0; -1 when the version is refused or the file cannot be read.
+ */
+int repair_channel(int version, const char *path);
+
 CHANNEL_END_DECLS
 
 #endif

@@ -265,6 +265,61 @@ struct return_channel_st {
   virtual_channel_st vch; /**< a copy of the view entry */
 };
 
+/** @name Channel lists of file versions 7 and 8
+ * Every record is 168 bytes longer at its end than today's; version 9 has today's records.
+ */
+/**@{*/
+typedef struct v8_channel_st {
+  list_head list; /**< link in the transponder's rch_list */
+  name_slot_st name[2];
+  uint8_t reserved_208[2];
+  int16_t country_id;
+  int16_t genre_id;
+  int16_t provider_id;
+  uint8_t net_index;
+  uint8_t reserved_217[7];
+  int64_t frequency;
+  uint8_t service_type;
+  uint8_t source_type;
+  uint16_t ts_id;
+  uint8_t reserved_236[4];
+  uint16_t network_id;
+  uint16_t service_id;
+  uint8_t polarisation;
+  uint8_t reserved_245;
+  uint16_t pmt_pid;
+  uint16_t pcr_pid;
+  uint8_t video_tag;
+  uint8_t reserved_251;
+  uint16_t video_pid;
+  uint16_t video_ecm_pid;
+  uint8_t audio_tag;
+  uint8_t reserved_257;
+  uint16_t audio_pid;
+  uint16_t reserved_pid;
+  uint8_t reserved_262[198];
+  uint16_t reserved_id; /**< at the record's end here, unlike in channel_st */
+  uint8_t flag;         /**< at the record's end here, unlike in channel_st */
+  uint8_t reserved_463;
+  uint8_t reserved_464[16];
+} v8_channel_st;
+
+typedef struct v8_tp_ch_st {
+  tp_ch_st base;
+  uint8_t extra[168];
+} v8_tp_ch_st;
+
+typedef struct v8_network_ch_st {
+  network_ch_st base;
+  uint8_t extra[168];
+} v8_network_ch_st;
+
+typedef struct v8_channel_list_st {
+  channel_list_st base;
+  uint8_t extra[168];
+} v8_channel_list_st;
+/**@}*/
+
 /**
  * A 4-byte integer of the published interface, zero at start. The library neither reads nor writes it.
  */

@@ -13,9 +13,11 @@ namespace golden {
 using bytes = std::string;
 
 inline void put(bytes &image, std::size_t at, std::size_t width, std::uint64_t value) {
+  bytes field(width, '\0');
   for (std::size_t i = 0; i < width; ++i) {
-    image.at(at + i) = static_cast<char>(value >> 8 * i & 0xFF);
+    field[i] = static_cast<char>(value >> 8 * i & 0xFF);
   }
+  image.replace(at, width, field);
 }
 
 // A text and the zero behind it; what follows in the field stays as it is.
@@ -63,8 +65,8 @@ inline constexpr std::array<service, 8> services = {{
     {17, 0x0203, 0x0708, 4'294'967'295, 1, 0x0000, 25, 5, ""},
 }};
 
-inline bytes service_image(std::size_t number) {
-  const service &data = services.at(number);
+// A service with a value in every field; the number tells it from the others.
+inline bytes service_image(const service &data, std::size_t number) {
   bytes image = pattern(312, 100 + number);
   clear(image, 0, 8);
   put_text(image, 9, data.name);
@@ -91,10 +93,12 @@ inline bytes service_image(std::size_t number) {
   put(image, 258, 2, 0x0500 + number);
   put(image, 260, 2, 0x0600 + number);
   put(image, 286, 2, 0x0700 + number);
-  put(image, 288, 1, 1U << number);
+  put(image, 288, 1, 1U << number % 8);
   put(image, 298, 2, 0xFF00 + number);
   return image;
 }
+
+inline bytes service_image(std::size_t number) { return service_image(services.at(number), number); }
 
 // A transponder, empty or with services first to first + count - 1.
 inline bytes transponder_image(std::uint16_t ts_id, std::uint32_t frequency, std::uint8_t polarisation,

@@ -141,6 +141,59 @@ static void check_groups(void) {
   CHECK(get_use_group_list() == GROUP_ALL);
 }
 
+static void check_providers(void) {
+  static const group_st provider = {.name_len = 4, .name = "Free"};
+  const int id = add_provider_info(provider);
+  CHECK(id >= 0 && get_provider_number() == 1);
+  CHECK(find_provider_info("Free", 4) == find_provider_id((int16_t)id));
+  CHECK(find_provider_info("Fee", 3) == NULL);
+  CHECK(get_provider_info_by_index(0)->id == id);
+  CHECK(remove_provider_index(1) == -1);
+  CHECK(remove_provider_index(0) == 0 && get_provider_number() == 0);
+}
+
+/* The first entry of the ALL view alone is in genre 4. */
+static void check_service_lists_and_favourites(void) {
+  static const group_st favourite = {.name_len = 4, .name = "Mine"};
+  static group_st found[MAX_GENRE];
+  const virtual_channel_st *first = get_virtual_channel_st(VIEW_ALL);
+  CHECK(get_group_id_by_service_type(GROUP_GENRE, VIEW_ALL, found) == 1 && found[0].id == 4);
+  CHECK(create_service_by_group_list_id(GROUP_GENRE, 4, VIEW_ALL, 0) == 0);
+  CHECK(*get_virtual_channel_vnumber(VIEW_WORK) == 1);
+  const int16_t id = (int16_t)add_fav_group_info(favourite);
+  CHECK(get_fav_group_number() == 1 && get_fav_index(id) == 0);
+  CHECK(add_fav_virtual_channel(id, first) == 0);
+  CHECK(add_fav_ch_group(id, VIEW_ALL, GROUP_GENRE, 4) == 1);
+  CHECK(get_fav_vch_number(0) == 1);
+  CHECK(is_same_vchannel(get_fav_vch(0, 0), first) == 1);
+  CHECK(remove_fav_virtual_channel(id, 0) == 0 && get_fav_vch_number(0) == 0);
+  CHECK(remove_fav_group(id) == 0 && get_fav_group_number() == 0);
+}
+
+/* There and back again: the order of the ALL view is the same afterwards. */
+static void check_moving(void) {
+  static const int16_t last = 2;
+  static const int16_t first = 0;
+  CHECK(change_vindex_type(VIEW_ALL) == 0);
+  CHECK(move_channel(first, 1, &last) == 1);
+  CHECK(get_virtual_channel_st(VIEW_ALL)->service_id == 6);
+  CHECK(move_channel(last, 1, &first) == 1);
+  CHECK(get_virtual_channel_st(VIEW_ALL)->service_id == 5);
+  CHECK(move_channel(3, 1, &first) == -1);
+}
+
+static void check_transport(void) {
+  tp_ch_st *transponder = get_tp_ch_simple(NET_INDEX, FREQUENCY, 1);
+  CHECK(transponder != NULL && get_tp_ch_info(NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 1) == transponder);
+  CHECK(get_frequency_by_ts_id(NET_INDEX, NETWORK_ID, TS_ID) == FREQUENCY);
+  CHECK(get_polarisation_by_service_id(NET_INDEX, 6) == 1);
+  CHECK(get_ipchannel(NET_INDEX, TS_ID, 6) == find_service(6));
+  CHECK(is_same_channel(find_service(5), find_service(5)) == 1);
+  CHECK(is_same_channel(find_service(5), find_service(6)) == 0);
+  CHECK(get_dsmcc_channel() == -1);
+  CHECK(get_channel_list_version() == CHANNEL_LIST_VERSION);
+}
+
 static void check_history(void) {
   CHECK(change_vindex_type(VIEW_ALL) == 0);
   init_return_channel();
@@ -184,6 +237,54 @@ static void check_files(void) {
   CHECK(load_channel("missing.dat", 255) == 1);
 }
 
+/* What a reader hands out is its host's: every record below a head, each after what hangs from it. */
+static void release_records(list_head *head, void (*release_below)(list_head *node)) {
+  while (head->next != head) {
+    list_head *node = head->next;
+    list_del_init(node);
+    if (release_below != NULL) {
+      release_below(node);
+    }
+    free(node);
+  }
+}
+
+static void release_services(list_head *node) { release_records(&((tp_ch_st *)node)->rch_list, NULL); }
+
+static void release_transponders(list_head *node) {
+  release_records(&((network_ch_st *)node)->tp_list, release_services);
+}
+
+/* The file of check_files(): the records of version 9 are today's. */
+static void check_earlier_versions(const char *directory) {
+  char path[64];
+  snprintf(path, sizeof path, "%slist.dat", directory);
+  channel_list_st *old = v9_load_channel(path);
+  CHECK(old != NULL && old->vnumber == 3 && old->network_num == 1);
+  if (old != NULL) {
+    release_records(&old->network_list, release_transponders);
+    free(old);
+  }
+  CHECK(v8_load_channel("/nothing/here") == NULL);
+  CHECK(v7_load_channel("/nothing/here") == NULL);
+  CHECK(repair_channel(9, path) == 0);
+  CHECK(find_service(5) != NULL);
+  CHECK(get_virtual_channel_st(VIEW_ALL)->vch_tag == 0 && get_virtual_channel_st(VIEW_ALL)->rch == NULL);
+  CHECK(reset_channel_list() == -4);
+  CHECK(repair_channel(CHANNEL_LIST_VERSION, path) == -1);
+}
+
+static void check_removal(void) {
+  CHECK(load_channel("list.dat", 255) == CHANNEL_LIST_VERSION);
+  CHECK(vtype_remove_by_vindex(0, VIEW_TV) == 0 && *get_virtual_channel_vnumber(VIEW_TV) == 1);
+  CHECK(vtype_remove_by_net_index(0, VIEW_ALL) == 0 && *get_virtual_channel_vnumber(VIEW_ALL) == 3);
+  CHECK(remove_virtual_channel_st(TAG, NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 7, 1) == 0);
+  CHECK(find_service(7) == NULL && *get_virtual_channel_vnumber(VIEW_ALL) == 2);
+  CHECK(remove_channel_st(NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, 7, 1) == -1);
+  CHECK(remove_channel_info_by_net_index(NET_INDEX) == 0);
+  CHECK(get_channel_list()->network_num == 0 && *get_virtual_channel_vnumber(VIEW_ALL) == 0);
+}
+
 /* The files of this run, below a directory of its own; the genre table's file has a newline in its name. */
 static void remove_files(const char *directory) {
   static const char *const names[] = {"list.dat", "genre.dat\n", "genre.dat"};
@@ -210,9 +311,15 @@ int main(void) {
   check_flags();
   check_sorting();
   check_groups();
+  check_providers();
+  check_service_lists_and_favourites();
+  check_moving();
+  check_transport();
   check_history();
   check_dumps();
   check_files();
+  check_earlier_versions(directory);
+  check_removal();
   destroy_channel_list();
   CHECK(get_channel_list()->version == 0);
 

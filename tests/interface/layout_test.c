@@ -166,6 +166,52 @@ FIELD(return_channel_st, tag, 6, 6, 1);
 FIELD(return_channel_st, net_index, 7, 7, 1);
 OFFSET(return_channel_st, vch, 8, 8);
 
+SIZE(v8_channel_st, 480, 488);
+OFFSET(v8_channel_st, list, 0, 0);
+FIELD(v8_channel_st, name, 8, 16, 200);
+FIELD(v8_channel_st, reserved_208, 208, 216, 2);
+FIELD(v8_channel_st, country_id, 210, 218, 2);
+FIELD(v8_channel_st, genre_id, 212, 220, 2);
+FIELD(v8_channel_st, provider_id, 214, 222, 2);
+FIELD(v8_channel_st, net_index, 216, 224, 1);
+FIELD(v8_channel_st, reserved_217, 217, 225, 7);
+FIELD(v8_channel_st, frequency, 224, 232, 8);
+FIELD(v8_channel_st, service_type, 232, 240, 1);
+FIELD(v8_channel_st, source_type, 233, 241, 1);
+FIELD(v8_channel_st, ts_id, 234, 242, 2);
+FIELD(v8_channel_st, reserved_236, 236, 244, 4);
+FIELD(v8_channel_st, network_id, 240, 248, 2);
+FIELD(v8_channel_st, service_id, 242, 250, 2);
+FIELD(v8_channel_st, polarisation, 244, 252, 1);
+FIELD(v8_channel_st, reserved_245, 245, 253, 1);
+FIELD(v8_channel_st, pmt_pid, 246, 254, 2);
+FIELD(v8_channel_st, pcr_pid, 248, 256, 2);
+FIELD(v8_channel_st, video_tag, 250, 258, 1);
+FIELD(v8_channel_st, reserved_251, 251, 259, 1);
+FIELD(v8_channel_st, video_pid, 252, 260, 2);
+FIELD(v8_channel_st, video_ecm_pid, 254, 262, 2);
+FIELD(v8_channel_st, audio_tag, 256, 264, 1);
+FIELD(v8_channel_st, reserved_257, 257, 265, 1);
+FIELD(v8_channel_st, audio_pid, 258, 266, 2);
+FIELD(v8_channel_st, reserved_pid, 260, 268, 2);
+FIELD(v8_channel_st, reserved_262, 262, 270, 198);
+FIELD(v8_channel_st, reserved_id, 460, 468, 2);
+FIELD(v8_channel_st, flag, 462, 470, 1);
+FIELD(v8_channel_st, reserved_463, 463, 471, 1);
+FIELD(v8_channel_st, reserved_464, 464, 472, 16);
+
+SIZE(v8_tp_ch_st, 504, 520);
+OFFSET(v8_tp_ch_st, base, 0, 0);
+FIELD(v8_tp_ch_st, extra, 336, 352, 168);
+
+SIZE(v8_network_ch_st, 584, 600);
+OFFSET(v8_network_ch_st, base, 0, 0);
+FIELD(v8_network_ch_st, extra, 416, 432, 168);
+
+SIZE(v8_channel_list_st, 460200, 586728);
+OFFSET(v8_channel_list_st, base, 0, 0);
+FIELD(v8_channel_list_st, extra, 460032, 586560, 168);
+
 SIZE(SID_TYPE, 4, 4);
 
 /* The order of bytes is what the compiler cannot prove. */

@@ -1,105 +1,12 @@
 // Every field of every record at its documented place in the image, both ways, and pointers nowhere.
-#include "channel/persist/image.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <memory>
-#include <string>
-#include <vector>
+#include "image_places.h"
 
 namespace {
 
-using channel::persist::from_image;
 using channel::persist::image;
-using channel::persist::to_image;
-
-// A field in memory, and where the file has it.
-struct field_place {
-  const char *name;
-  std::size_t in_memory;
-  std::size_t size;
-  std::size_t in_image;
-};
-
-#define FIELD(record, field, in_image) \
-  field_place { #record "." #field, offsetof(record, field), sizeof(record::field), in_image }
-
-// A record as bytes.
-template <class Record>
-std::unique_ptr<Record> record_of(char byte) {
-  auto record = std::make_unique<Record>();
-  std::memset(static_cast<void *>(record.get()), byte, sizeof(Record));
-  return record;
-}
-
-template <class Record>
-std::string bytes_of(const Record &record) {
-  return {reinterpret_cast<const char *>(&record), sizeof record};
-}
-
-template <class Record>
-std::unique_ptr<image<Record>> image_of(std::byte byte) {
-  auto bytes = std::make_unique<image<Record>>();
-  bytes->fill(byte);
-  return bytes;
-}
-
-template <class Record>
-void expect_written_to_its_place(const field_place &field) {
-  const auto record = record_of<Record>('\0');
-  std::memset(reinterpret_cast<char *>(record.get()) + field.in_memory, 0xFF, field.size);
-  const auto written = image_of<Record>(std::byte{0});
-  const auto expected = image_of<Record>(std::byte{0});
-  std::fill_n(expected->begin() + static_cast<std::ptrdiff_t>(field.in_image), field.size, std::byte{0xFF});
-
-  to_image(*record, *written);
-
-  EXPECT_TRUE(*written == *expected) << field.name;
-}
-
-template <class Record>
-void expect_read_from_its_place(const field_place &field) {
-  const auto bytes = image_of<Record>(std::byte{0});
-  std::fill_n(bytes->begin() + static_cast<std::ptrdiff_t>(field.in_image), field.size, std::byte{0xFF});
-  const auto read = record_of<Record>('\0');
-  const auto expected = record_of<Record>('\0');
-  std::memset(reinterpret_cast<char *>(expected.get()) + field.in_memory, 0xFF, field.size);
-
-  from_image(*read, *bytes);
-
-  EXPECT_TRUE(bytes_of(*read) == bytes_of(*expected)) << field.name;
-}
-
-template <class Record>
-void expect_places(const std::vector<field_place> &fields) {
-  for (const field_place &field : fields) {
-    expect_written_to_its_place<Record>(field);
-    expect_read_from_its_place<Record>(field);
-  }
-}
-
-// Pointers are neither written nor read; every other byte is.
-template <class Record>
-void expect_pointers_left_out(const std::vector<field_place> &pointers) {
-  const auto record = record_of<Record>('\0');
-  for (const field_place &pointer : pointers) {
-    std::memset(reinterpret_cast<char *>(record.get()) + pointer.in_memory, 0xEE, pointer.size);
-  }
-  const std::string before = bytes_of(*record);
-  const auto written = image_of<Record>(std::byte{0});
-  to_image(*record, *written);
-  EXPECT_TRUE(std::ranges::all_of(*written, [](std::byte byte) { return byte == std::byte{0}; }));
-
-  // Ones in the slots of pointers, zeros everywhere else.
-  const auto bytes = image_of<Record>(std::byte{0});
-  for (const field_place &pointer : pointers) {
-    const std::size_t slots = pointer.size / sizeof(void *);
-    std::fill_n(bytes->begin() + static_cast<std::ptrdiff_t>(pointer.in_image), 4 * slots, std::byte{0xFF});
-  }
-  from_image(*record, *bytes);
-  EXPECT_TRUE(bytes_of(*record) == before);
-}
+using test_support::expect_places;
+using test_support::expect_pointers_left_out;
+using test_support::field_place;
 
 TEST(Image, OfAServiceHoldsEveryFieldInItsPlace) {
   static_assert(sizeof(image<channel_st>) == 312);

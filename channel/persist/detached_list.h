@@ -1,0 +1,98 @@
+// A channel list of its own, read from a file beside the one in memory: a new scan's list, or one of an earlier
+// version.
+#pragma once
+
+#include <channel/records.h>
+#include <cstdlib>
+#include <memory>
+
+#include "channel/log.h"
+#include "channel/persist/file.h"
+#include "channel/persist/record_reader.h"
+#include "channel/store/dumps.h"
+#include "channel/store/release.h"
+#include "channel/text.h"
+
+namespace channel::persist {
+
+// Releases a detached list: whatever still hangs from it, and the header.
+struct releasing {
+  template <class List>
+  void operator()(List *list) const {
+    release_hierarchy(base_of(*list).network_list);
+    std::free(list);
+  }
+};
+
+template <class Format>
+using detached_list = std::unique_ptr<typename Format::list, releasing>;
+
+// The log lines of one reader: the operation's name, and what it calls the list that it reads.
+class detached_reader {
+ public:
+  detached_reader(const char *operation, const char *list_name, const char *path)
+      : operation_(operation), list_name_(list_name), path_(path != nullptr ? path : "(null)") {}
+
+  void opening() const { LOG_TRACE_AS(operation_, 2, "(%s)\n", path_); }
+  void unopened() const { LOG_ERROR_AS(operation_, "Fail to open '%s'\n", path_); }
+  void short_header(int size) const {
+    LOG_ERROR_AS(operation_, "Fail to read the %s to '%s' size %d \n", list_name_, path_, size);
+  }
+  void on_header(const channel_list_st &list) const {
+    LOG_TRACE_AS(operation_, 2, "%s->network_num %d\n", list_name_, list.network_num);
+  }
+  void short_network() const { LOG_ERROR_AS(operation_, "Fail to read the %s to '%s'\n", list_name_, path_); }
+  void on_network(const network_ch_st &network) const {
+    LOG_TRACE_AS(operation_, 3, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
+                 name_of(network).c_str());
+  }
+  void short_transponder() const { LOG_ERROR_AS(operation_, "Fail to read the %s->to '%s'\n", list_name_, path_); }
+  void on_transponder(const tp_ch_st &transponder) const {
+    LOG_TRACE_AS(operation_, 3, "tp_ch_info->rch_num %d\n", transponder.rch_num);
+  }
+  void short_service() const { LOG_ERROR_AS(operation_, "Fail to read '%s'\n", path_); }
+  template <class Service>
+  static void on_service(const Service &service) {
+    print_read_service(service);
+  }
+
+ private:
+  const char *operation_;
+  const char *list_name_;
+  const char *path_;
+};
+
+// Reads a whole file into a list of its own; none when it cannot be opened or is short.
+template <class Format>
+detached_list<Format> read_detached(const char *path, const detached_reader &reader) {
+  using list_type = typename Format::list;
+  reader.opening();
+  auto *memory = static_cast<list_type *>(std::calloc(1, sizeof(list_type)));
+  if (memory == nullptr) {
+    reader.unopened();
+    return nullptr;
+  }
+  detached_list<Format> list(memory);
+  file source(path, "r");
+  if (!source.is_open()) {
+    reader.unopened();
+    return nullptr;
+  }
+  const transient<image<list_type>> header(allocate_record<image<list_type>>());
+  if (!source.read(header->data(), header->size())) {
+    reader.short_header(static_cast<int>(header->size()));
+    return nullptr;
+  }
+  from_image(*list, *header);
+  channel_list_st &base = base_of(*list);
+  list_init(&base.network_list);
+  list_init(&base.spare_list_a);
+  list_init(&base.spare_list_b);
+  reader.on_header(base);
+  if (!read_networks<Format>(source, base.network_num, base.network_list, reader)) {
+    return nullptr;
+  }
+  return list;
+}
+
+}  // namespace channel::persist

@@ -1,0 +1,13 @@
+// Merging a new channel list from a file.
+#pragma once
+
+namespace channel::persist {
+
+// Where the producer of a new channel list places it.
+inline constexpr char new_list_path[] = "/DATA/BACKUP/all_channel.dat";
+
+// Merges the list in a file; the path is used as it stands. The number of services added and deleted; 0, and nothing
+// changed, when the file cannot be read.
+int merge_new_list(const char *path);
+
+}  // namespace channel::persist
