@@ -1,158 +1,107 @@
-/* The table of commands and what each of them does. */
+/* The table of commands, and the line that the user typed. */
 #include "zapper.h"
 
 #include <stdio.h>
-#include <stdlib.h>
 #include <string.h>
 #include <strings.h>
 
-/* From INFO on, an action needs a channel on the screen. */
-typedef enum { ZAP, VIEW, FAVOURITES, LIST, SORT, HELP, LOAD, SAVE, INFO, TOGGLE, RENAME } action;
+static void zap_up(receiver *host) { zap_by(host, 1); }
+static void zap_down(receiver *host) { zap_by(host, -1); }
+static void show_all(receiver *host) { switch_view(host, VIEW_ALL); }
+static void show_tv(receiver *host) { switch_view(host, VIEW_TV); }
+static void show_radio(receiver *host) { switch_view(host, VIEW_RADIO); }
+static void show_user(receiver *host) { switch_view(host, VIEW_USER); }
+static void show_info(receiver *host) { print_details(host->vindex); }
+static void save(receiver *host) { save_list(host); }
+static void load(receiver *host) { load_list(host); }
 
-/* value is what tells commands with the same action apart. */
-static const struct command {
-  const char *word, *argument, *help;
-  action action;
-  int value;
-} commands[] = {
-    {"+", "", "channel up; skipped channels are passed over", ZAP, 1},
-    {"-", "", "channel down", ZAP, -1},
-    {"all", "", "every channel", VIEW, VIEW_ALL},
-    {"tv", "", "television", VIEW, VIEW_TV},
-    {"radio", "", "radio", VIEW, VIEW_RADIO},
-    {"user", "", "your own list", VIEW, VIEW_USER},
-    {"fav", "GROUP", "a favourite group, 1 to 20", FAVOURITES, 0},
-    {"list", "[COUNT]", "the view, or so many channels from this one", LIST, 0},
-    {"info", "", "more about this channel", INFO, 0},
-    {"sort", "KEY", "the view by name, number or transponder", SORT, 0},
-    {"lock", "", "lock this channel, or unlock it", TOGGLE, CHANNEL_FLAG_LOCKED},
-    {"skip", "", "let + and - pass over this channel, or no longer", TOGGLE, CHANNEL_FLAG_SKIP},
-    {"rename", "NAME", "rename this channel", RENAME, 0},
-    {"save", "", "write the list to its file", SAVE, 0},
-    {"load", "", "read it again; unsaved edits are lost", LOAD, 0},
-    {"help", "", "this list", HELP, 0},
-};
-static const size_t command_count = sizeof commands / sizeof commands[0];
-
-static void show_help(void) {
-  puts("  NUMBER           zap to a channel");
-  for (size_t i = 0; i < command_count; ++i) {
-    printf("  %-6s %-9s %s\n", commands[i].word, commands[i].argument, commands[i].help);
-  }
-  puts("  quit             leave; unsaved edits are lost");
-}
-
-static void show_favourites(receiver *host, const char *argument) {
-  const long group = strtol(argument, NULL, 10);
-  if (group < 1 || group > MAX_FAV) {
-    printf("Which group? fav 1 to fav %d\n", MAX_FAV);
-    return;
-  }
-  switch_view(host, (int8_t)(VIEW_FAVOURITE + group - 1));
-}
-
-static void show_list(const receiver *host, const char *argument) {
+static void show_list(receiver *host, const char *typed_count) {
   const int count = get_channel_list_number();
-  const long wanted = strtol(argument, NULL, 10);
-  const int first = wanted > 0 && host->vindex > 0 ? host->vindex : 0;
-  const int end = wanted > 0 && wanted < count - first ? first + (int)wanted : count;
+  long wanted;
+  const bool is_part = read_number(typed_count, &wanted) != NULL && wanted > 0;
+  const int first = is_part && host->vindex > 0 ? host->vindex : 0;
+  const int end = is_part && wanted < count - first ? first + (int)wanted : count;
   for (int vindex = first; vindex < end; ++vindex) {
     print_banner((int16_t)vindex, vindex == host->vindex);
   }
 }
 
-static void sort_view(receiver *host, const char *argument) {
-  const int sort_type = strcasecmp(argument, "name") == 0          ? SORT_CH_NAME
-                        : strcasecmp(argument, "number") == 0      ? SORT_NUMBER
-                        : strcasecmp(argument, "transponder") == 0 ? SORT_TRANSPONDER
-                                                                   : -1;
-  if (sort_type < 0) {
-    puts("By what? sort name, sort number or sort transponder");
-    return;
-  }
-  sort_vch_type((int8_t)sort_type, get_vindex_type());
-  find_again(host);
-  printf("The %s view is sorted by %s.\n", view_name(get_vindex_type()).text, argument);
-}
+static void show_help(receiver *host);
 
-static void toggle_flag(const receiver *host, uint8_t bit) {
-  const bool is_set = (get_channel_flag_by_vindex(host->vindex) & bit) != 0;
-  set_channel_flag_by_vindex(host->vindex, bit, !is_set);
-  print_banner(host->vindex, true);
-}
+/* The first row whose words begin the line counts. A row has a run with or without the argument. */
+static const struct command {
+  const char *words, *argument, *help;
+  void (*run)(receiver *host);
+  void (*run_with)(receiver *host, const char *argument);
+  bool needs_channel;
+} commands[] = {
+    {"+", "", "channel up; skipped channels are passed over", zap_up, NULL, false},
+    {"-", "", "channel down", zap_down, NULL, false},
+    {"back", "", "to the channel before this one, and to its list", go_back, NULL, false},
+    {"history", "", "the channels that were watched", show_history, NULL, false},
+    {"all", "", "every channel", show_all, NULL, false},
+    {"tv", "", "television", show_tv, NULL, false},
+    {"radio", "", "radio", show_radio, NULL, false},
+    {"user", "", "your own list, or the group that was shown last", show_user, NULL, false},
+    {"satellite", "[GROUP]", "the satellites, or the list of one", NULL, choose_satellite, false},
+    {"provider", "[GROUP]", "the providers, or the list of one", NULL, choose_provider, false},
+    {"genre", "[GROUP]", "the genres, or the list of one", NULL, choose_genre, false},
+    {"free", "", "the list of the free channels", choose_free, NULL, false},
+    {"scrambled", "", "the list of the scrambled channels", choose_scrambled, NULL, false},
+    {"fav new", "NAME", "make a favourite group", NULL, new_favourites, false},
+    {"fav add", "[GROUP]", "put this channel into a favourite group", NULL, add_favourite, true},
+    {"fav del", "", "take this channel out of its favourite group", delete_favourite, NULL, true},
+    {"fav move", "FROM TO", "give a favourite group another number", NULL, move_favourites, false},
+    {"fav rename", "NAME", "rename the favourite group", NULL, rename_favourites, false},
+    {"fav drop", "GROUP", "dissolve a favourite group", NULL, drop_favourites, false},
+    {"fav", "[GROUP]", "the favourite groups, or one of them, by number or name", NULL, show_favourites, false},
+    {"list", "[COUNT]", "the view, or so many channels from this one", NULL, show_list, false},
+    {"info", "", "more about this channel", show_info, NULL, true},
+    {"sort", "KEY", "the view by name, number or transponder", NULL, sort_view, false},
+    {"move", "TO", "move this channel to a place in the view", NULL, move_in_view, true},
+    {"lock", "", "lock this channel, or unlock it", toggle_lock, NULL, true},
+    {"skip", "", "let + and - pass over this channel, or no longer", toggle_skip, NULL, true},
+    {"rename", "NAME", "rename this channel", NULL, rename_channel, true},
+    {"delete", "", "delete this channel from the whole list", delete_channel, NULL, true},
+    {"save", "", "write the list to its file", save, NULL, false},
+    {"load", "", "read it again; unsaved edits are lost", load, NULL, false},
+    {"help", "", "this list", show_help, NULL, false},
+};
+static const size_t command_count = sizeof commands / sizeof commands[0];
 
-/* By identity, because a rename by position would leave the stored length of the name as it was. */
-static void rename_channel(const receiver *host, const char *name) {
-  const virtual_channel_st *on = &host->tuned;
-  const size_t room = sizeof((channel_st *)0)->name[0].text;
-  size_t length = strlen(name);
-  if (length == 0) {
-    puts("To what? rename NAME");
-    return;
+static void show_help(receiver *host) {
+  (void)host;
+  puts("  NUMBER               zap to a channel");
+  for (size_t i = 0; i < command_count; ++i) {
+    printf("  %-10s %-9s %s\n", commands[i].words, commands[i].argument, commands[i].help);
   }
-  if (length > room) { /* cut before a UTF-8 character, never inside */
-    for (length = room; length > 1 && ((unsigned char)name[length] & 0xC0) == 0x80; --length) {
-    }
-  }
-  rename_channel_info(on->net_index, on->network_id, on->ts_id, on->frequency, on->service_id, on->polarisation, 0,
-                      name, (int16_t)length);
-  print_banner(host->vindex, true);
+  puts("  quit                 leave; unsaved edits are lost");
 }
 
 static void run(receiver *host, const struct command *command, const char *argument) {
-  if (command->action >= INFO && host->vindex < 0) {
+  if (command->needs_channel && host->vindex < 0) {
     puts("There is no channel on the screen.");
-    return;
-  }
-  switch (command->action) {
-    case ZAP:
-      zap_by(host, command->value);
-      break;
-    case VIEW:
-      switch_view(host, (int8_t)command->value);
-      break;
-    case FAVOURITES:
-      show_favourites(host, argument);
-      break;
-    case LIST:
-      show_list(host, argument);
-      break;
-    case SORT:
-      sort_view(host, argument);
-      break;
-    case HELP:
-      show_help();
-      break;
-    case LOAD:
-      load_list(host);
-      break;
-    case SAVE:
-      save_list(host);
-      break;
-    case INFO:
-      print_details(host->vindex);
-      break;
-    case TOGGLE:
-      toggle_flag(host, (uint8_t)command->value);
-      break;
-    case RENAME:
-      rename_channel(host, argument);
-      break;
+  } else if (command->run != NULL) {
+    command->run(host);
+  } else {
+    command->run_with(host, argument);
   }
 }
 
-static void run_word(receiver *host, const char *word, const char *argument) {
-  if (word[strspn(word, "0123456789")] == '\0') {
-    zap_to_number(host, strtol(word, NULL, 10));
+static void run_line(receiver *host, const char *line) {
+  long number;
+  if (read_number(line, &number) != NULL) {
+    zap_to_number(host, number);
     return;
   }
   for (size_t i = 0; i < command_count; ++i) {
-    if (strcasecmp(word, commands[i].word) == 0) {
+    const char *argument = behind_words(line, commands[i].words);
+    if (argument != NULL) {
       run(host, &commands[i], argument);
       return;
     }
   }
-  printf("Unknown command '%s'. Type help for the commands.\n", readable(word, strlen(word)).text);
+  printf("Unknown command '%s'. Type help for the commands.\n", readable(line, strcspn(line, " \t")).text);
 }
 
 void print_prompt(const receiver *host) {
@@ -170,14 +119,12 @@ bool run_command(receiver *host, char *line) {
   while (length > 0 && strchr(blanks, line[length - 1]) != NULL) {
     line[--length] = '\0';
   }
-  char *word = line + strspn(line, blanks);
-  char *argument = word + strcspn(word, blanks);
-  if (*argument != '\0') {
-    *argument++ = '\0';
-    argument += strspn(argument, blanks);
+  line += strspn(line, blanks);
+  if (behind_words(line, "quit") != NULL) {
+    return false;
   }
-  if (*word != '\0' && strcasecmp(word, "quit") != 0) {
-    run_word(host, word, argument);
+  if (*line != '\0') {
+    run_line(host, line);
   }
-  return strcasecmp(word, "quit") != 0;
+  return true;
 }

@@ -31,8 +31,13 @@ static short_text service_name(const channel_st *service) {
   return name.text[0] == '\0' ? (short_text){"(no name)"} : name;
 }
 
-static short_text network_name(const channel_st *service) {
-  const network_ch_st *network = get_network_ch_info(service->net_index, service->network_id);
+short_text channel_name(const virtual_channel_st *entry) {
+  const channel_st *service = service_of(entry);
+  return service == NULL ? (short_text){"(no service)"} : service_name(service);
+}
+
+short_text network_name(uint8_t net_index, uint16_t network_id) {
+  const network_ch_st *network = get_network_ch_info(net_index, network_id);
   return network == NULL ? (short_text){"?"} : readable(network->network_name, sizeof network->network_name);
 }
 
@@ -46,28 +51,30 @@ static short_text pid(uint16_t value) {
 }
 
 /* printf pads by bytes, but in UTF-8 the bytes behind a character's first take no room. */
-static int width_for(const char *text, int characters) {
-  for (; *text != '\0'; ++text) {
-    characters += ((unsigned char)*text & 0xC0) == 0x80;
+void print_name(const char *name, int columns) {
+  for (const char *c = name; *c != '\0'; ++c) {
+    columns += ((unsigned char)*c & 0xC0) == 0x80;
   }
-  return characters;
+  printf("%-*s", columns, name);
 }
 
-void print_banner(int16_t vindex, bool on_screen) {
-  const channel_st *service = get_channel(vindex);
+void print_entry(const virtual_channel_st *entry, bool on_screen) {
+  printf("%c %5d  ", on_screen ? '>' : ' ', entry->major_ch_num);
+  const channel_st *service = service_of(entry);
   if (service == NULL) {
-    printf("  %5d  (no service)\n", get_channel_number(vindex));
+    puts("(no service)");
     return;
   }
-  const short_text name = service_name(service);
-  printf("%c %5d  %-*s  %-7s %8.8g MHz %c  V %4s  A %4s  PCR %4s%s%s%s\n", on_screen ? '>' : ' ',
-         get_channel_number(vindex), width_for(name.text, 26), name.text, network_name(service).text,
-         (double)service->frequency / 1000, service->polarisation == 0 ? 'H' : 'V', pid(service->video_pid).text,
-         pid(service->audio_pid).text, pid(service->pcr_pid).text,
-         (service->flag & CHANNEL_FLAG_LOCKED) != 0 ? "  locked" : "",
+  print_name(service_name(service).text, 26);
+  printf("  %-7s %8.8g MHz %c  V %4s  A %4s  PCR %4s%s%s%s\n",
+         network_name(service->net_index, service->network_id).text, (double)service->frequency / 1000,
+         service->polarisation == 0 ? 'H' : 'V', pid(service->video_pid).text, pid(service->audio_pid).text,
+         pid(service->pcr_pid).text, (service->flag & CHANNEL_FLAG_LOCKED) != 0 ? "  locked" : "",
          (service->flag & CHANNEL_FLAG_SKIP) != 0 ? "  skipped" : "",
          (service->flag & CHANNEL_FLAG_FTA) != 0 ? "  scrambled" : "");
 }
+
+void print_banner(int16_t vindex, bool on_screen) { print_entry(get_vchannel_by_vindex(vindex), on_screen); }
 
 void print_details(int16_t vindex) {
   const channel_st *service = get_channel(vindex);
@@ -75,6 +82,10 @@ void print_details(int16_t vindex) {
   printf("         place %d of %d in the %s view, short name '%s', service type %d\n", vindex + 1,
          get_channel_list_number(), view_name(get_vindex_type()).text,
          readable(service->name[1].text, sizeof service->name[1].text).text, service->service_type);
+  const group_st *provider = find_provider_id(service->provider_id);
+  if (provider != NULL) {
+    printf("         provider %s\n", readable(provider->name, sizeof provider->name).text);
+  }
   printf("         network index %d, network %d, transport stream %d, service %d, PMT PID %s\n", service->net_index,
          service->network_id, service->ts_id, service->service_id, pid(service->pmt_pid).text);
 }

@@ -6,6 +6,7 @@
 bool load_list(receiver *host) {
   enum { keep_order = 255 };
   host->vindex = -1;
+  host->favourite = -1;
   init_return_channel(); /* the history points into the list that goes */
   reset_channel_list();
   const int version = load_channel(host->file, keep_order);
@@ -29,28 +30,33 @@ bool save_list(const receiver *host) {
   return saved;
 }
 
+channel_st *service_of(const virtual_channel_st *entry) {
+  return get_channel_st(entry->net_index, entry->network_id, entry->ts_id, entry->frequency, entry->service_id,
+                        entry->polarisation);
+}
+
+int16_t place_of(const virtual_channel_st *entry) {
+  return get_vch_index_by_ts_info(entry->vch_tag, entry->net_index, entry->network_id, entry->ts_id, entry->frequency,
+                                  entry->service_id, entry->polarisation);
+}
+
 void find_again(receiver *host) {
-  const virtual_channel_st *on = &host->tuned;
   if (host->vindex >= 0) {
-    host->vindex = get_vch_index_by_ts_info(on->vch_tag, on->net_index, on->network_id, on->ts_id, on->frequency,
-                                            on->service_id, on->polarisation);
+    host->vindex = place_of(&host->tuned);
   }
 }
 
-void switch_view(receiver *host, int8_t view) {
-  /* Asked first, because ALL and the favourite groups become current even when they are empty. */
-  if (*get_virtual_channel_vnumber(view) < 1 || change_vindex_type(view) != 0) {
-    printf("The %s view is empty.\n", view_name(view).text);
-    return;
-  }
-  find_again(host);
-  if (host->vindex < 0) {
-    zap_by(host, 1);
-  }
+/* Taken out first, because the newest channel of the history would keep the list that it was watched in before. */
+static void remember(const receiver *host) {
+  const virtual_channel_st *on = &host->tuned;
+  remove_return_channel(on->vch_tag, on->net_index, on->network_id, on->ts_id, on->frequency, on->service_id,
+                        on->polarisation);
+  add_return_channel(on->vch_tag, on->net_index, on->network_id, on->ts_id, on->frequency, on->service_id,
+                     on->polarisation);
 }
 
 /* The end of the road of one zapping request: from a position in the current view to the PIDs. */
-static void zap_to(receiver *host, int16_t vindex) {
+void zap_to(receiver *host, int16_t vindex) {
   const channel_st *service = get_channel(vindex);
   if (service == NULL || !check_available_channel(vindex)) {
     printf("Channel %d cannot be received.\n", get_channel_number(vindex));
@@ -64,9 +70,7 @@ static void zap_to(receiver *host, int16_t vindex) {
     return;
   }
   /* Here a receiver tunes to service->frequency and opens service->video_pid and service->audio_pid. */
-  const virtual_channel_st *on = &host->tuned;
-  add_return_channel(on->vch_tag, on->net_index, on->network_id, on->ts_id, on->frequency, on->service_id,
-                     on->polarisation);
+  remember(host);
 }
 
 void zap_to_number(receiver *host, long number) {
@@ -79,9 +83,8 @@ void zap_to_number(receiver *host, long number) {
 }
 
 /* Every position is tried once, the one that it starts from last, so that it ends when all are skipped. */
-void zap_by(receiver *host, int direction) {
+static void zap_from(receiver *host, int start, int direction) {
   const int count = get_channel_list_number();
-  const int start = host->vindex < 0 && direction < 0 ? 0 : host->vindex;
   for (int step = 1; step <= count; ++step) {
     const int16_t vindex = (int16_t)((start + direction * step + count) % count);
     if (!check_skip_channel_index(vindex) && check_available_channel(vindex)) {
@@ -90,4 +93,41 @@ void zap_by(receiver *host, int direction) {
     }
   }
   printf("The %s view has no channel to stop at.\n", view_name(get_vindex_type()).text);
+}
+
+void zap_by(receiver *host, int direction) {
+  zap_from(host, host->vindex < 0 && direction < 0 ? 0 : host->vindex, direction);
+}
+
+void stay_or_zap(receiver *host) {
+  find_again(host);
+  if (host->vindex < 0) {
+    zap_by(host, 1);
+    return;
+  }
+  host->tuned = *get_vchannel_by_vindex(host->vindex);
+  if (check_limited_channel(get_channel(host->vindex))) {
+    remember(host);
+  }
+}
+
+void switch_view(receiver *host, int8_t view) {
+  /* Asked first, because ALL and the favourite groups become current even when they are empty. */
+  if (*get_virtual_channel_vnumber(view) < 1 || change_vindex_type(view) != 0) {
+    printf("The %s view is empty.\n", view_name(view).text);
+    return;
+  }
+  stay_or_zap(host);
+}
+
+void close_ranks(receiver *host) {
+  const int16_t place = host->vindex;
+  if (get_channel_list_number() < 1) {
+    printf("The %s view is empty now.\n", view_name(get_vindex_type()).text);
+    change_vindex_type(VIEW_ALL);
+  }
+  find_again(host);
+  if (host->vindex < 0) {
+    zap_from(host, place - 1, 1);
+  }
 }

@@ -27,43 +27,6 @@ static bool use_directory(const char *dir) {
   return (size_t)needed < sizeof with_slash && strcmp(set_target_dir(with_slash), with_slash) == 0;
 }
 
-static void play(receiver *host, const char *typed) {
-  char line[64];
-  snprintf(line, sizeof line, "%s", typed);
-  print_prompt(host);
-  puts(line);
-  run_command(host, line);
-}
-
-static void play_all(receiver *host, const char *const *typed) {
-  for (; *typed != NULL; ++typed) {
-    play(host, *typed);
-  }
-}
-
-/* Whether a channel of the list that was loaded again is as it was before. */
-static bool is_kept(const channel_st *before) {
-  const channel_st *now = get_channel_st(before->net_index, before->network_id, before->ts_id,
-                                         (uint32_t)before->frequency, before->service_id, before->polarisation);
-  return now != NULL && now->flag == before->flag && memcmp(now->name, before->name, sizeof now->name) == 0;
-}
-
-static int play_session(receiver *host) {
-  play_all(host, (const char *const[]){"help", "radio", "all", "tv", "list 10", "+", "+", "-", "info", NULL});
-
-  char number[16];
-  snprintf(number, sizeof number, "%d", get_channel_number(get_channel_list_number() > 2 ? 2 : 0));
-  play_all(host, (const char *const[]){number, "99999", "colour", "lock", "skip", "rename Edited by zapper", "-", "+",
-                                       number, "sort name", "list 10", "save", NULL});
-  if (host->vindex < 0) {
-    return EXIT_FAILURE;
-  }
-  const channel_st edited = *get_channel(host->vindex);
-  play_all(host, (const char *const[]){"load", number, "info", NULL});
-  puts(is_kept(&edited) ? "The edits survived." : "The edits are lost.");
-  return is_kept(&edited) ? EXIT_SUCCESS : EXIT_FAILURE;
-}
-
 /* A line of input, of which only what fits is kept. */
 static bool read_line(char *line, int size) {
   if (fgets(line, size, stdin) == NULL) {
@@ -75,7 +38,7 @@ static bool read_line(char *line, int size) {
   return true;
 }
 
-static int converse(receiver *host) {
+static bool converse(receiver *host) {
   char line[256];
   puts("Type help for the commands.");
   print_prompt(host);
@@ -83,7 +46,7 @@ static int converse(receiver *host) {
     print_prompt(host);
   }
   puts("");
-  return EXIT_SUCCESS;
+  return true;
 }
 
 int main(int argc, char **argv) {
@@ -101,11 +64,8 @@ int main(int argc, char **argv) {
     fputs("zapper: the directory's name is too long; change into it and give ./\n", stderr);
     return EXIT_FAILURE;
   }
-  receiver host = {.file = argv[2], .vindex = -1};
-  int result = EXIT_FAILURE;
-  if (load_list(&host)) {
-    result = isatty(STDIN_FILENO) ? converse(&host) : play_session(&host);
-  }
+  receiver host = {.file = argv[2], .vindex = -1, .favourite = -1};
+  const bool done = load_list(&host) && (isatty(STDIN_FILENO) ? converse(&host) : play_session(&host));
   destroy_channel_list();
-  return result;
+  return done ? EXIT_SUCCESS : EXIT_FAILURE;
 }

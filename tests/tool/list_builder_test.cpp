@@ -8,8 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/log_capture.h"
-#include "support/store_builder.h"
+#include "tool/built_list.h"
 
 namespace {
 
@@ -19,25 +18,8 @@ using chlist::list_counts;
 using chlist::vdr_service;
 using test_support::majors;
 using test_support::service_ids;
-
-enum class kind { tv, radio, data };
-
-// The n-th of many services: 100 on each transponder.
-vdr_service service_at(int n, kind what = kind::tv) {
-  vdr_service service;
-  service.line = static_cast<std::size_t>(n) + 1;
-  service.name = "Service " + std::to_string(n);
-  service.source = "S13.5E";
-  service.frequency_khz = 10'700'000 + static_cast<std::uint32_t>(n / 100) * 10'000;
-  service.service_id = static_cast<std::uint16_t>(n);
-  service.network_id = 158;
-  service.transport_id = static_cast<std::uint16_t>(n / 100);
-  service.video_pid = what == kind::tv ? 101 : 0;
-  if (what != kind::data) {
-    service.audio = {{102, "", 0}};
-  }
-  return service;
-}
+using tool_test::kind;
+using tool_test::service_at;
 
 // Adds services first..last-1, which all must be taken.
 void add_all(list_builder &builder, int first, int last, kind what) {
@@ -47,16 +29,7 @@ void add_all(list_builder &builder, int first, int last, kind what) {
   }
 }
 
-class ListBuilder : public test_support::store_test {
- protected:
-  channel_st &add(const vdr_service &service) {
-    EXPECT_FALSE(builder.add(service));
-    return *list.vch[list.vnumber - 1].rch;
-  }
-
-  test_support::log_capture quiet{-1};
-  list_builder builder;
-};
+using ListBuilder = tool_test::list_builder_test;
 
 TEST_F(ListBuilder, EmptiesTheList) {
   add(service_at(1));

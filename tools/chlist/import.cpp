@@ -29,13 +29,14 @@ constexpr const char *description = "Make a channel file from a VDR channels.con
 
 constexpr const char *details =
     "Every source gets a network index of its own, in order of appearance from 1. Frequencies are stored in kHz.\n"
+    "Provider names become the provider groups of their services.\n"
     "Services with video go to the TV view, those with only audio to the radio view, all of them to the ALL view.\n"
     "Channels are numbered from 1; a separator ':@N' raises the number. Lines that cannot be read and services that\n"
     "occur twice are reported, skipped, and take no number. OUTPUT is replaced as a whole or not at all.\n"
     "\n"
     "Exit codes:\n"
     "  0  everything was imported\n"
-    "  1  imported, but lines were skipped or a view was too small\n"
+    "  1  imported, but lines were skipped, or the list had no room for something\n"
     "  2  nothing was written: bad usage, unreadable input, no service in it, or an output that cannot be written";
 
 struct import_options {
@@ -54,7 +55,7 @@ std::string read_whole_file(const fs::path &path) {
 // What an import comes to.
 struct outcome {
   std::vector<skipped_line> skipped;
-  std::vector<std::string> left_out_of_views;
+  std::vector<std::string> left_out;  // what the list had no room for
   uncarried_counts uncarried;
   std::size_t groups = 0;
   list_counts counts;
@@ -73,7 +74,10 @@ outcome fill_list(vdr_line_up line_up) {
     }
   }
   std::ranges::stable_sort(result.skipped, {}, &skipped_line::line);
-  result.left_out_of_views = builder.build_views();
+  result.left_out = builder.build_views();
+  if (auto providers = builder.providers_left_out()) {
+    result.left_out.push_back(std::move(*providers));
+  }
   result.counts = builder.counts();
   return result;
 }
@@ -82,7 +86,7 @@ void report_findings(const import_options &options, const outcome &result) {
   for (const skipped_line &skipped : result.skipped) {
     fmt::print(stderr, "{}:{}: skipped: {}\n", options.input.string(), skipped.line, skipped.reason);
   }
-  for (const std::string &text : result.left_out_of_views) {
+  for (const std::string &text : result.left_out) {
     fmt::print(stderr, "{}: {}\n", options.input.string(), text);
   }
 }
@@ -93,10 +97,10 @@ std::string counted(std::size_t count, std::string_view what) {
 
 void print_summary(const import_options &options, const outcome &result) {
   const list_counts &counts = result.counts;
-  fmt::print("{}: {} ({} TV, {} radio, {} other) on {} of {}, {} skipped\n", options.output.string(),
+  fmt::print("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", options.output.string(),
              counted(counts.services, "service"), counts.tv, counts.radio, counts.services - counts.tv - counts.radio,
-             counted(counts.transponders, "transponder"), counted(counts.sources, "source"),
-             counted(result.skipped.size(), "line"));
+             counted(counts.providers, "provider"), counted(counts.transponders, "transponder"),
+             counted(counts.sources, "source"), counted(result.skipped.size(), "line"));
   const auto rows = result.uncarried.rows();
   if (!rows.empty() || result.groups > 0) {
     fmt::print("Not carried by the channel file:\n");
@@ -121,7 +125,7 @@ int run_import(const import_options &options) {
   }
   save_list_as(options.output);
   print_summary(options, result);
-  return result.skipped.empty() && result.left_out_of_views.empty() ? exit_done : exit_findings;
+  return result.skipped.empty() && result.left_out.empty() ? exit_done : exit_findings;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 
 namespace chlist {
@@ -13,6 +14,9 @@ namespace {
 
 // One network index for each source; 255 stands for all of them.
 constexpr std::size_t max_sources = 254;
+
+// Ids of providers begin at 0.
+constexpr std::int16_t no_provider = -1;
 
 constexpr std::uint8_t broadcast_source = 1;
 constexpr std::uint8_t service_type_data = 12;  // EN 300 468: data broadcast service
@@ -138,6 +142,7 @@ std::optional<std::string> list_builder::file(const vdr_service &service, std::u
     return fmt::format("is the same service as line {}", lines_.at(find_same(*record)));
   }
   channel_st &filed = *record.release();
+  filed.provider_id = provider_id_of(service.provider);
   lines_[&filed] = service.line;
   append(filed, next_number_++);
   return std::nullopt;
@@ -151,6 +156,26 @@ std::optional<std::uint8_t> list_builder::net_index_of(const std::string &source
     return std::nullopt;
   }
   return net_indexes_[source] = static_cast<std::uint8_t>(net_indexes_.size() + 1);
+}
+
+// Looked up first, because adding a provider does not ask whether it is there.
+std::int16_t list_builder::provider_id_of(std::string_view provider) {
+  const std::string_view name = cut_utf8(provider, longest_provider_name);
+  if (name.empty()) {
+    return no_provider;
+  }
+  static_assert(longest_provider_name <= std::numeric_limits<std::int8_t>::max());
+  if (const group_st *known = find_provider_info(name.data(), static_cast<std::int8_t>(name.size()))) {
+    return known->id;
+  }
+  group_st added = {};
+  added.name_len = static_cast<std::int16_t>(name.size());
+  std::ranges::copy(name, added.name);
+  const int id = add_provider_info(added);
+  if (id < 0) {
+    providers_left_out_.emplace(name);
+  }
+  return static_cast<std::int16_t>(id < 0 ? no_provider : id);
 }
 
 void list_builder::append(channel_st &filed, int number) {
@@ -177,11 +202,20 @@ std::vector<std::string> list_builder::build_views() {
   return left_out;
 }
 
+std::optional<std::string> list_builder::providers_left_out() const {
+  if (providers_left_out_.empty()) {
+    return std::nullopt;
+  }
+  return fmt::format("the list of providers is full: it holds {}, {} more are left out", +MAX_PROVIDER,
+                     providers_left_out_.size());
+}
+
 list_counts list_builder::counts() const {
   list_counts counts;
   counts.services = static_cast<std::size_t>(list_.vnumber);
   counts.tv = count_type(list_, SERVICE_TYPE_TV);
   counts.radio = count_type(list_, SERVICE_TYPE_RADIO);
+  counts.providers = static_cast<std::size_t>(get_provider_number());
   counts.sources = net_indexes_.size();
   for (const list_head *node = list_.network_list.next; node != &list_.network_list; node = node->next) {
     counts.transponders += reinterpret_cast<const network_ch_st *>(node)->tp_num;

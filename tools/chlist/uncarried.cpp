@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "chlist/list_builder.h"
+
 namespace chlist {
 namespace {
 
@@ -20,8 +22,6 @@ struct uncarried {
 };
 
 constexpr uncarried table[] = {
-    // The file has groups for providers; the import does not fill them yet.
-    {"provider names", [](const vdr_service &s) { return !s.provider.empty(); }},
     {"symbol rates and modulation", [](const vdr_service &s) { return s.symbol_rate != 0 || !s.modulation.empty(); }},
     {"video stream types", [](const vdr_service &s) { return s.video_type != 0; }},
     {"further audio PIDs", [](const vdr_service &s) { return s.audio.size() > 1; }},
@@ -34,6 +34,7 @@ constexpr uncarried table[] = {
     {"RIDs", [](const vdr_service &s) { return s.radio_id != 0; }},
     {"names beyond 96 bytes",
      [](const vdr_service &s) { return s.name.size() > longest_name || s.short_name.size() > longest_name; }},
+    {"provider names beyond 97 bytes", [](const vdr_service &s) { return s.provider.size() > longest_provider_name; }},
 };
 
 }  // namespace
