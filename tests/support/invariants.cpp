@@ -25,9 +25,7 @@ struct view_parts {
   const std::int16_t *count;
 
   [[nodiscard]] std::span<virtual_channel_st> used() const { return array.first(static_cast<std::size_t>(*count)); }
-  [[nodiscard]] std::span<virtual_channel_st> behind() const {
-    return array.subspan(static_cast<std::size_t>(*count));
-  }
+  [[nodiscard]] std::span<virtual_channel_st> behind() const { return array.subspan(static_cast<std::size_t>(*count)); }
 };
 
 view_parts parts_of(int code) {
@@ -129,10 +127,9 @@ class hierarchy_check {
 
 std::string check_counts() {
   const channel_list_st &list = *get_channel_list();
-  const std::array<std::array<int, 2>, 4> tables = {{{list.provider_num, MAX_PROVIDER},
-                                                     {list.genre_num, MAX_GENRE},
-                                                     {list.country_num, MAX_COUNTRY},
-                                                     {list.favorite_group_num, MAX_FAV}}};
+  // Genres and countries count what the host stored with their table.
+  const std::array<std::array<int, 2>, 2> tables = {
+      {{list.provider_num, MAX_PROVIDER}, {list.favorite_group_num, MAX_FAV}}};
   for (const auto &[count, capacity] : tables) {
     if (count < 0 || count > capacity) {
       return "a table of " + to_string(capacity) + " groups counts " + to_string(count);
@@ -173,9 +170,8 @@ std::string check_current_view() {
 
 bool has_unique_ids(std::span<const group_st> groups, int limit) {
   std::set<int> ids;
-  return std::ranges::all_of(groups, [&](const group_st &group) {
-    return group.id >= 0 && group.id < limit && ids.insert(group.id).second;
-  });
+  return std::ranges::all_of(
+      groups, [&](const group_st &group) { return group.id >= 0 && group.id < limit && ids.insert(group.id).second; });
 }
 
 std::string check_groups() {
@@ -212,9 +208,8 @@ std::string check_zeros() {
 template <class Range, class Entry>
 bool holds_twice(const Range &range, const Entry &entry_of) {
   for (auto first = range.begin(); first != range.end(); ++first) {
-    if (std::any_of(std::next(first), range.end(), [&](const auto &second) {
-          return is_same_vchannel(&entry_of(*first), &entry_of(second)) == 1;
-        })) {
+    if (std::any_of(std::next(first), range.end(),
+                    [&](const auto &second) { return is_same_vchannel(&entry_of(*first), &entry_of(second)) == 1; })) {
       return true;
     }
   }

@@ -1,0 +1,16 @@
+// Reads the state of the library under test.
+#pragma once
+
+#include <channel/records.h>
+
+#include "state.h"
+
+namespace model_tests {
+
+// Where the host keeps a channel's serial number: reserved bytes, which travel with the record through files.
+void set_serial(channel_st &service, int serial);
+
+// A pointer that points to no channel of the hierarchy shows up as rch -1; it is not followed.
+state observe();
+
+}  // namespace model_tests
