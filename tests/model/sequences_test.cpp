@@ -140,7 +140,7 @@ class sequence_test : public test_support::store_test {
  protected:
   void SetUp() override {
     store_test::SetUp();
-    ::setenv("RC_PARAMS", "seed=10 max_success=300 max_size=120", 0);
+    ::setenv("RC_PARAMS", "seed=10 max_success=200 max_size=120", 0);
   }
 
   // Every sequence starts from an initialised list, as a test does, and from the prelude.

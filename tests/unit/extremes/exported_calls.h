@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -16,10 +17,30 @@ namespace extremes {
 
 using bases = std::span<const base>;
 
+// What a pointer answers can be read, first byte to last.
+template <class Result>
+void look_at(Result &&result) {
+  if constexpr (std::is_pointer_v<std::remove_cvref_t<Result>>) {
+    const auto *bytes = reinterpret_cast<const volatile unsigned char *>(result);
+    for (std::size_t i = 0; result != nullptr && i < sizeof *result; ++i) {
+      static_cast<void>(bytes[i]);
+    }
+  }
+}
+
+template <class Function, class Arguments>
+void call_once(const Function &function, Arguments &&arguments) {
+  if constexpr (std::is_void_v<decltype(std::apply(function, arguments))>) {
+    std::apply(function, arguments);
+  } else {
+    look_at(std::apply(function, arguments));
+  }
+}
+
 template <class Result, class... Arguments>
 void call_with(Result (*function)(Arguments...), bases tried) {
   if constexpr (sizeof...(Arguments) == 0) {
-    static_cast<void>(function());
+    call_once(function, std::tuple<>{});
   } else {
     const auto vary = [&]<std::size_t Varied>(base others, std::integral_constant<std::size_t, Varied>) {
       using varied = std::tuple_element_t<Varied, std::tuple<Arguments...>>;
@@ -27,7 +48,7 @@ void call_with(Result (*function)(Arguments...), bases tried) {
       for (std::size_t i = 0; i < count; ++i) {
         std::tuple<Arguments...> arguments(value_at<Arguments>(others)...);
         std::get<Varied>(arguments) = values_of<varied>()[i];
-        static_cast<void>(std::apply(function, arguments));
+        call_once(function, arguments);
       }
     };
     // Alone, an argument has no others.
