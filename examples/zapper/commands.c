@@ -63,6 +63,7 @@ static const struct command {
     {"skip", "", "let + and - pass over this channel, or no longer", toggle_skip, NULL, true},
     {"rename", "NAME", "rename this channel", NULL, rename_channel, true},
     {"delete", "", "delete this channel from the whole list", delete_channel, NULL, true},
+    {"scan", "", "take over the new channel list that a search has left", merge_scan, NULL, false},
     {"save", "", "write the list to its file", save, NULL, false},
     {"load", "", "read it again; unsaved edits are lost", load, NULL, false},
     {"help", "", "this list", show_help, NULL, false},

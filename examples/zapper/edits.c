@@ -78,3 +78,17 @@ void move_in_view(receiver *host, const char *place) {
   printf("%s is at place %d of %d in the %s view.\n", channel_name(&host->tuned).text, host->vindex + 1, count,
          view_name(view).text);
 }
+
+/* Channels that the new list lacks are gone afterwards, this one perhaps among them. */
+void merge_scan(receiver *host) {
+  const int changed = check_load_channel();
+  if (changed == 0) {
+    puts("Nothing has changed: there is no new channel list, or it holds the same channels.");
+    return;
+  }
+  printf("%d channels came or went.\n", changed);
+  find_again(host);
+  if (host->vindex < 0) {
+    zap_by(host, 1);
+  }
+}

@@ -84,6 +84,7 @@ void toggle_lock(receiver *host);
 void toggle_skip(receiver *host);
 void rename_channel(receiver *host, const char *name);
 void delete_channel(receiver *host);
+void merge_scan(receiver *host);
 void move_in_view(receiver *host, const char *place);
 
 /* favourites.c: a group is typed by its number or name */

@@ -17,6 +17,7 @@
 #include "chlist/exit_codes.h"
 #include "chlist/list_builder.h"
 #include "chlist/list_file.h"
+#include "chlist/report.h"
 #include "chlist/uncarried.h"
 #include "chlist/vdr_channels_conf.h"
 
@@ -89,10 +90,6 @@ void report_findings(const import_options &options, const outcome &result) {
   for (const std::string &text : result.left_out) {
     fmt::print(stderr, "{}: {}\n", options.input.string(), text);
   }
-}
-
-std::string counted(std::size_t count, std::string_view what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
 void print_summary(const import_options &options, const outcome &result) {

@@ -7,34 +7,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
-#include <system_error>
+
+#include "chlist/descriptor.h"
 
 namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
-
-[[noreturn]] void fail(const std::string &what) { throw std::system_error(errno, std::generic_category(), what); }
-
-class descriptor {
- public:
-  explicit descriptor(int fd, const std::string &what) : fd_(fd) {
-    if (fd_ < 0) {
-      fail(what);
-    }
-  }
-  ~descriptor() { ::close(fd_); }
-  descriptor(const descriptor &) = delete;
-  descriptor &operator=(const descriptor &) = delete;
-  [[nodiscard]] int get() const { return fd_; }
-
- private:
-  int fd_;
-};
 
 // The library composes paths of at most 63 characters, so it is given names in the working directory.
 class working_directory {

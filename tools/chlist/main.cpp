@@ -5,8 +5,10 @@
 #include <exception>
 #include <fmt/format.h>
 
+#include "chlist/convert.h"
 #include "chlist/exit_codes.h"
 #include "chlist/import.h"
+#include "chlist/merge.h"
 
 namespace {
 
@@ -14,6 +16,8 @@ using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
 constexpr add_subcommand subcommands[] = {
     chlist::add_import,
+    chlist::add_convert,
+    chlist::add_merge,
 };
 
 constexpr int channel_list_module = 7;

@@ -1,0 +1,128 @@
+// Walks over the records of channel lists, by the library's own ranges and finders.
+#include "chlist/list_contents.h"
+
+#include <channel/store.h>
+#include <channel/views.h>
+
+#include <unordered_set>
+
+#include "channel/store/hierarchy.h"
+
+namespace chlist {
+namespace {
+
+// The library's walks hand out records that may be changed.
+template <class Action>
+void for_each_transponder(channel_list_st &list, const Action &action) {
+  for (network_ch_st &network : channel::networks_of(list.network_list)) {
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      action(transponder);
+    }
+  }
+}
+
+template <class Record>
+std::size_t length(const channel::records<Record> &range) {
+  std::size_t counted = 0;
+  for (const Record &record : range) {
+    static_cast<void>(record);
+    ++counted;
+  }
+  return counted;
+}
+
+std::size_t count_services(network_ch_st &network) {
+  std::size_t services = 0;
+  for (tp_ch_st &transponder : channel::transponders_of(network)) {
+    services += length(channel::services_of(transponder));
+  }
+  return services;
+}
+
+}  // namespace
+
+std::vector<list_view> views_of(const channel_list_st &list) {
+  std::vector<list_view> views = {{{"ALL"}, list.vch, list.vnumber},
+                                  {{"TV"}, list.tv_vch, list.tv_vnumber},
+                                  {{"radio"}, list.radio_vch, list.radio_vnumber},
+                                  {{"promotion"}, list.promo_vch, list.promo_vnumber},
+                                  {{"USER"}, list.user_vch, list.user_vnumber}};
+  for (int group = 0; group < MAX_FAV; ++group) {
+    const std::string name = group < list.favorite_group_num ? text_of(list.favorite_group[group].name) : "";
+    views.push_back({{"favourites", group, name}, list.favorite_vch[group], list.favorite_vnumber[group]});
+  }
+  return views;
+}
+
+std::vector<group_table> groups_of(const channel_list_st &list) {
+  return {{"providers", list.provider_num},
+          {"genres", list.genre_num},
+          {"countries", list.country_num},
+          {"favourite groups", list.favorite_group_num}};
+}
+
+hierarchy_counts count_hierarchy(channel_list_st &list) {
+  hierarchy_counts counts;
+  for (network_ch_st &network : channel::networks_of(list.network_list)) {
+    ++counts.networks;
+    counts.networks_without_services += count_services(network) == 0 ? 1 : 0;
+  }
+  for_each_transponder(list, [&counts](tp_ch_st &transponder) {
+    const std::size_t services = length(channel::services_of(transponder));
+    ++counts.transponders;
+    counts.services += services;
+    counts.transponders_without_services += services == 0 ? 1 : 0;
+  });
+  return counts;
+}
+
+std::vector<const channel_st *> services_of(channel_list_st &list) {
+  std::vector<const channel_st *> services;
+  for_each_transponder(list, [&services](tp_ch_st &transponder) {
+    for (const channel_st &service : channel::services_of(transponder)) {
+      services.push_back(&service);
+    }
+  });
+  return services;
+}
+
+known_service known_as(const channel_st &service) {
+  return {text_of(service.name[0].text), channel::identity_of(service)};
+}
+
+std::vector<placed_entry> unresolved_entries() {
+  std::vector<placed_entry> unresolved;
+  for (const list_view &view : views_of(*get_channel_list())) {
+    const auto entries = view.entries();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      if (entries[i].rch == nullptr) {
+        unresolved.push_back({view.name, i, entries[i].major_ch_num, channel::identity_of(entries[i])});
+      }
+    }
+  }
+  return unresolved;
+}
+
+std::vector<match> match_services(channel_list_st &other) {
+  std::vector<match> matches;
+  std::unordered_set<const channel_st *> seen;
+  for (const channel_st *service : services_of(other)) {
+    const channel::identity id = channel::identity_of(*service);
+    const channel_st *filed =
+        get_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation);
+    matches.push_back({service, filed, filed == nullptr || !seen.insert(filed).second});
+  }
+  return matches;
+}
+
+std::vector<known_service> dropped_among(const std::vector<match> &matches) {
+  std::vector<known_service> dropped;
+  for (const match &each : matches) {
+    if (each.is_dropped) {
+      dropped.push_back(known_as(*each.other));
+    }
+  }
+  return dropped;
+}
+
+}  // namespace chlist

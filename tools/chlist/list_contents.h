@@ -1,0 +1,96 @@
+// What a channel list holds: its views and groups by name, its services in list order, and how the services of another
+// list are found in it. Serves the list in memory and lists read beside it.
+#pragma once
+
+#include <channel/records.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "channel/identity.h"
+
+namespace chlist {
+
+struct view_name {
+  std::string_view kind;  // "ALL", "TV", "radio", "USER", "promotion" or "favourites"
+  int group = -1;         // of favourites: 0 to 19
+  std::string group_name = {};
+
+  [[nodiscard]] bool is_favourites() const { return group >= 0; }
+};
+
+struct list_view {
+  view_name name;
+  std::span<const virtual_channel_st> slots;
+  int count = 0;  // as the list has it, possibly outside the slots
+
+  [[nodiscard]] std::size_t size() const {
+    return static_cast<std::size_t>(std::clamp(count, 0, static_cast<int>(slots.size())));
+  }
+  [[nodiscard]] std::span<const virtual_channel_st> entries() const { return slots.first(size()); }
+};
+
+// ALL, TV, radio, promotion, USER, and the favourite groups.
+std::vector<list_view> views_of(const channel_list_st &list);
+
+struct group_table {
+  std::string_view name;  // "providers", "genres", "countries" or "favourite groups"
+  int count = 0;          // as the list has it
+};
+
+std::vector<group_table> groups_of(const channel_list_st &list);
+
+struct hierarchy_counts {
+  std::size_t networks = 0;
+  std::size_t transponders = 0;
+  std::size_t services = 0;
+  std::size_t networks_without_services = 0;
+  std::size_t transponders_without_services = 0;
+};
+
+hierarchy_counts count_hierarchy(channel_list_st &list);
+
+// In list order.
+std::vector<const channel_st *> services_of(channel_list_st &list);
+
+struct known_service {
+  std::string name;
+  channel::identity id = {};
+};
+
+known_service known_as(const channel_st &service);
+
+// An entry and where it stands.
+struct placed_entry {
+  view_name view;
+  std::size_t position = 0;
+  int number = 0;
+  channel::identity id = {};
+};
+
+// The entries of the list in memory whose pointers are null; its views are linked before.
+std::vector<placed_entry> unresolved_entries();
+
+// A service of another list and the one in memory that stands for it.
+struct match {
+  const channel_st *other = nullptr;
+  const channel_st *filed = nullptr;
+  bool is_dropped = false;  // an earlier service of the other list has the same identity
+};
+
+// Every service of another list as the library's finder finds it in memory.
+std::vector<match> match_services(channel_list_st &other);
+
+std::vector<known_service> dropped_among(const std::vector<match> &matches);
+
+// The text of a field that need not be terminated.
+template <std::size_t Size>
+std::string text_of(const char (&field)[Size]) {
+  return {field, std::find(field, field + Size, '\0')};
+}
+
+}  // namespace chlist

@@ -1,0 +1,103 @@
+// Texts and JSON of the tool's reports.
+#include "chlist/report.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+
+#include "chlist/descriptor.h"
+
+namespace chlist {
+namespace {
+
+std::string dumped(const json &value, int indent) {
+  return value.dump(indent, ' ', false, json::error_handler_t::replace);
+}
+
+std::string text_of(const channel::identity &id) {
+  return fmt::format("net {}, network {}, ts {}, {} {}, service {}", id.net_index, id.network_id, id.ts_id,
+                     id.frequency, polarisation_letter(id), id.service_id);
+}
+
+void append(json &object, const channel::identity &id) {
+  object["net_index"] = id.net_index;
+  object["network_id"] = id.network_id;
+  object["ts_id"] = id.ts_id;
+  object["frequency"] = id.frequency;
+  object["polarisation"] = std::string(1, polarisation_letter(id));
+  object["service_id"] = id.service_id;
+}
+
+// JSON leaves the controls U+007F to U+009F as they are.
+void replace_late_controls(std::string &text) {
+  constexpr char lead = '\xC2';
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool is_control = i + 1 < text.size() && text[i] == lead && static_cast<unsigned char>(text[i + 1]) < 0xA0U;
+    if (is_control || text[i] == '\x7F') {
+      text.replace(i, is_control ? 2 : 1, "?");
+    }
+  }
+}
+
+}  // namespace
+
+std::string shown(std::string_view text) {
+  std::string quoted = dumped(text, -1);
+  replace_late_controls(quoted);
+  return quoted;
+}
+
+std::string counted(std::size_t count, std::string_view what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+char polarisation_letter(const channel::identity &id) { return id.polarisation == 0 ? 'H' : 'V'; }
+
+std::string label_of(const view_name &view) {
+  if (!view.is_favourites()) {
+    return std::string(view.kind);
+  }
+  return fmt::format("{} {}{}", view.kind, view.group, view.group_name.empty() ? "" : ' ' + shown(view.group_name));
+}
+
+std::string describe(const known_service &service) {
+  return fmt::format("{} ({})", shown(service.name), text_of(service.id));
+}
+
+std::string describe(const placed_entry &entry) {
+  return fmt::format("the {} view, position {}: number {} ({})", label_of(entry.view), entry.position, entry.number,
+                     text_of(entry.id));
+}
+
+json json_of(const view_name &view) {
+  json object = {{"view", view.kind}};
+  if (view.is_favourites()) {
+    object["group"] = view.group;
+    object["group_name"] = view.group_name;
+  }
+  return object;
+}
+
+json json_of(const known_service &service) {
+  json object = {{"name", service.name}};
+  append(object, service.id);
+  return object;
+}
+
+json json_of(const placed_entry &entry) {
+  json object = json_of(entry.view);
+  object["position"] = entry.position;
+  object["number"] = entry.number;
+  append(object, entry.id);
+  return object;
+}
+
+void print_json(const json &report) { fmt::print("{}\n", dumped(report, 2)); }
+
+void finish_report() {
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    fail("standard output");
+  }
+}
+
+}  // namespace chlist

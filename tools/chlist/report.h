@@ -1,0 +1,51 @@
+// How the tool shows services, entries and counts: as text that is harmless on a terminal, and as JSON.
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "chlist/list_contents.h"
+
+namespace chlist {
+
+using json = nlohmann::ordered_json;
+
+// In quotes, with escapes for what a terminal would obey; bytes that are not UTF-8 become U+FFFD.
+std::string shown(std::string_view text);
+
+// "1 service", "2 services".
+std::string counted(std::size_t count, std::string_view what);
+
+// "TV", "favourites 0 \"Films\"".
+std::string label_of(const view_name &view);
+
+// "\"News\" (net 1, network 2, ts 3, 11000000 H, service 5)".
+std::string describe(const known_service &service);
+
+// "the TV view, position 0: number 5 (net 1, network 2, ts 3, 11000000 H, service 5)".
+std::string describe(const placed_entry &entry);
+
+char polarisation_letter(const channel::identity &id);
+
+json json_of(const view_name &view);
+json json_of(const known_service &service);
+json json_of(const placed_entry &entry);
+
+template <class Record>
+json array_of(const std::vector<Record> &records, json (*json_of_one)(const Record &record)) {
+  json array = json::array();
+  for (const Record &record : records) {
+    array.push_back(json_of_one(record));
+  }
+  return array;
+}
+
+void print_json(const json &report);
+
+// Throws when something of the report did not come through.
+void finish_report();
+
+}  // namespace chlist
