@@ -1,5 +1,7 @@
 # The language rules of our own targets.
 
+include("${CMAKE_CURRENT_LIST_DIR}/coverage.cmake")
+
 # channel_target(<target>): C11 and C++20 without extensions, warnings on.
 function(channel_target target)
   set_target_properties(${target} PROPERTIES
@@ -17,6 +19,7 @@ function(channel_library_objects target)
     C_VISIBILITY_PRESET hidden CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   target_compile_options(${target} PRIVATE
     -fno-semantic-interposition $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions> $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>)
+  channel_count_coverage(${target})
 endfunction()
 
 # channel_shared_library(<target>): version, SONAME and the linker's rules. Under sanitizers the runtime's symbols are

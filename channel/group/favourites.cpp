@@ -60,14 +60,6 @@ group_st *find_same_name(const group_st &wanted) {
   return found != groups.end() ? found : nullptr;
 }
 
-std::int16_t get_fav_new_id() {
-  const std::int16_t id = favourite_table().free_id();
-  if (id < 0) {
-    LOG_ERROR("\n");
-  }
-  return id;
-}
-
 // Lowers what stood behind a removed entry: a gap in numbers and one in positions are closed apart.
 void close_gap(const view &group, const virtual_channel_st &removed) {
   for (virtual_channel_st &entry : group) {
@@ -177,7 +169,7 @@ int add_fav_group_info(group_st group) {
   }
   const int16_t index = groups.size();
   LOG_PLAIN(3, "add index %d fav group : %s \n", index, channel::name_of(group).c_str());
-  group.id = channel::get_fav_new_id();
+  group.id = groups.free_id();
   // Moving groups leaves a copy behind the last one: a new group starts empty all the same.
   channel::write_slot(index, {group, {}, 0});
   *groups.count = static_cast<int16_t>(index + 1);

@@ -15,14 +15,6 @@
 namespace channel {
 namespace {
 
-std::int16_t get_provider_new_id() {
-  const std::int16_t id = provider_table().free_id();
-  if (id < 0) {
-    LOG_ERROR("\n");
-  }
-  return id;
-}
-
 id_set carried_ids() {
   id_set carried;
   for (network_ch_st &network : networks_of(channel_list.network_list)) {
@@ -96,7 +88,7 @@ int add_provider_info(group_st provider) {
   });
   LOG_PLAIN(3, "add index %d provider : %s \n", static_cast<int>(place - providers.groups),
             channel::name_of(provider).c_str());
-  provider.id = channel::get_provider_new_id();
+  provider.id = providers.free_id();
   std::move_backward(place, providers.end(), providers.end() + 1);
   *place = provider;
   *providers.count = static_cast<int16_t>(providers.size() + 1);

@@ -18,7 +18,8 @@ char target_dir[32] = "/";
 
 data_path::data_path(const char *name) {
   const int length = std::snprintf(text_, size, "%s%s", target_dir, name);
-  is_whole_ = length >= 0 && static_cast<std::size_t>(length) < size;
+  // A negative length, which is a failure, is larger than any size.
+  is_whole_ = static_cast<std::size_t>(length) < size;
 }
 
 }  // namespace channel::persist

@@ -141,14 +141,20 @@ void move_service(channel_st &service, const network_ch_st &new_network) {
   }
 }
 
-// Services filed on the way are found by the finder, through which every miss of the index goes.
+// The service of the list that one of the new list is. Services filed on the way are found by the finder, through which
+// every miss of the index goes. Without a frequency a filed service may stand before the one that the index knows.
+channel_st *find_known(const channel_st &service, service_index &index) {
+  const identity id = identity_of(service);
+  return id.frequency != 0 ? index.resolve(id) : find_filed(service);
+}
+
 int add_new_services(channel_list_st &new_list) {
   int add_count = 0;
   service_index index;
   for (network_ch_st &network : networks_of(new_list.network_list)) {
     for (tp_ch_st &transponder : transponders_of(network)) {
       for (channel_st &service : services_of(transponder)) {
-        if (channel_st *known = index.resolve(identity_of(service)); known != nullptr) {
+        if (channel_st *known = find_known(service, index); known != nullptr) {
           known->country_id = present;
         } else {
           move_service(service, network);
@@ -183,17 +189,18 @@ int delete_absent_services() {
 
 }  // namespace
 
-int merge_new_list(const char *path) {
-  const detached_list<current_format> new_list = new_load_channel(path);
-  if (new_list == nullptr) {
-    return 0;
-  }
-  const int add_count = add_new_services(*new_list);
+int merge_list(channel_list_st &new_list) {
+  const int add_count = add_new_services(new_list);
   const int delete_count = delete_absent_services();
   remove_invalid_virtual_channel();
   link_rch_info();
   LOG_TRACE_AS(operation, 2, "add_count %d , delete_count %d \n", add_count, delete_count);
   return add_count + delete_count;
+}
+
+int merge_new_list(const char *path) {
+  const detached_list<current_format> new_list = new_load_channel(path);
+  return new_list != nullptr ? merge_list(*new_list) : 0;
 }
 
 }  // namespace channel::persist

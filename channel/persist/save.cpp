@@ -21,10 +21,11 @@ bool write_record(file &target, const Record &record) {
   return target.write(bytes.data(), bytes.size());
 }
 
-bool write_header(file &target, const data_path &path) {
-  const transient<image<channel_list_st>> header(allocate_record<image<channel_list_st>>());
-  to_image(channel_list, *header);
-  if (!target.write(header->data(), header->size())) {
+using header_image = image<channel_list_st>;
+
+bool write_header(file &target, const data_path &path, header_image &header) {
+  to_image(channel_list, header);
+  if (!target.write(header.data(), header.size())) {
     LOG_ERROR_AS(operation, "Fail to write the channel_list to '%s'\n", path.c_str());
     return false;
   }
@@ -87,8 +88,8 @@ bool reached_the_file(bool went_out, const data_path &path) {
   return went_out;
 }
 
-bool write_list(file &target, const data_path &path) {
-  return write_header(target, path) && write_networks(target, path) && reached_the_file(target.flush(), path);
+bool write_list(file &target, const data_path &path, header_image &header) {
+  return write_header(target, path, header) && write_networks(target, path) && reached_the_file(target.flush(), path);
 }
 
 void print_save_status() {
@@ -113,13 +114,15 @@ int save_channel_internal(const char *name) {
   LOG_TRACE_AS(operation, 2, "          SAVE CHANNEL       \n");
   LOG_TRACE_AS(operation, 2, "vch_type : '%s'\tchannel list (%s) - %d channels\n", view_name(channel_list.vch_type),
                path.c_str(), current_count);
+  // Asked for before the file is truncated: when there is no memory, the file of the last save is still whole.
+  const transient<header_image> header(allocate_record<header_image>());
   file target(path.to_open(), "w+");
   if (!target.is_open()) {
     LOG_ERROR_AS(operation, "Fail to open '%s'\n", path.c_str());
     return 0;
   }
   LOG_TRACE_AS(operation, 2, "\n\t\t NETWORK LIST : %d\n", channel_list.network_num);
-  bool saved = write_list(target, path);
+  bool saved = write_list(target, path, *header);
   if (saved) {
     print_save_status();
   }

@@ -13,7 +13,7 @@
 #include "channel/text.h"
 
 // Every line of a dump.
-#define PRINT(format, ...) LOG_PLAIN(::channel::dump_level, format __VA_OPT__(, ) __VA_ARGS__)
+#define PRINT(...) LOG_PLAIN(::channel::dump_level, __VA_ARGS__)
 
 #define RULE_10(sign) sign sign sign sign sign sign sign sign sign sign
 #define RULE_74(sign) \

@@ -20,12 +20,11 @@ std::int16_t group_table::free_id() const {
       used.set(static_cast<std::size_t>(group.id));
     }
   }
-  for (std::int16_t id = 0; id < capacity; ++id) {
-    if (!used.test(static_cast<std::size_t>(id))) {
-      return id;
-    }
+  std::int16_t id = 0;
+  while (used.test(static_cast<std::size_t>(id))) {
+    ++id;
   }
-  return -1;
+  return id;
 }
 
 int compare_group_name(const group_st &a, const group_st &b) { return strncasecmp(a.name, b.name, sizeof a.name); }

@@ -30,7 +30,7 @@ struct group_table {
   // The first group with an id, or null.
   [[nodiscard]] group_st *find(std::int16_t id) const;
 
-  // The smallest id of 0..capacity-1 that no group has, or -1.
+  // The smallest id of 0..capacity-1 that no group has. The table must not be full: it has one then.
   [[nodiscard]] std::int16_t free_id() const;
 };
 

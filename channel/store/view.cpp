@@ -17,17 +17,17 @@ constexpr std::size_t plain_views = VIEW_PROMOTION + 1;
 using view_table = std::array<view, plain_views + MAX_FAV>;
 
 constexpr view_table make_views() {
-  view_table views{};
-  views[VIEW_ALL] = {channel_list.vch, &channel_list.vnumber, MAX_CHANNEL};
-  views[VIEW_TV] = {channel_list.tv_vch, &channel_list.tv_vnumber, MAX_TV_CHANNEL};
-  views[VIEW_RADIO] = {channel_list.radio_vch, &channel_list.radio_vnumber, MAX_RADIO_CHANNEL};
-  views[VIEW_USER] = {channel_list.user_vch, &channel_list.user_vnumber, MAX_CHANNEL};
-  views[VIEW_WORK] = {work_vch, &work_vnumber, MAX_CHANNEL};
-  views[VIEW_PROMOTION] = {channel_list.promo_vch, &channel_list.promo_vnumber, MAX_PROMO_CHANNEL};
+  view_table made{};
+  made[VIEW_ALL] = {channel_list.vch, &channel_list.vnumber, MAX_CHANNEL};
+  made[VIEW_TV] = {channel_list.tv_vch, &channel_list.tv_vnumber, MAX_TV_CHANNEL};
+  made[VIEW_RADIO] = {channel_list.radio_vch, &channel_list.radio_vnumber, MAX_RADIO_CHANNEL};
+  made[VIEW_USER] = {channel_list.user_vch, &channel_list.user_vnumber, MAX_CHANNEL};
+  made[VIEW_WORK] = {work_vch, &work_vnumber, MAX_CHANNEL};
+  made[VIEW_PROMOTION] = {channel_list.promo_vch, &channel_list.promo_vnumber, MAX_PROMO_CHANNEL};
   for (std::size_t group = 0; group < MAX_FAV; ++group) {
-    views[plain_views + group] = {channel_list.favorite_vch[group], &channel_list.favorite_vnumber[group], MAX_FAV_NUM};
+    made[plain_views + group] = {channel_list.favorite_vch[group], &channel_list.favorite_vnumber[group], MAX_FAV_NUM};
   }
-  return views;
+  return made;
 }
 
 constexpr view_table views = make_views();
@@ -57,9 +57,9 @@ view find_view(int type) {
 }
 
 view fetch_view(std::int8_t type) {
-  const virtual_channel_st *entries = get_virtual_channel_st(type);
-  const std::int16_t *count = get_virtual_channel_vnumber(type);
-  return entries != nullptr && count != nullptr ? find_view(type) : view{};
+  static_cast<void>(get_virtual_channel_st(type));
+  static_cast<void>(get_virtual_channel_vnumber(type));
+  return find_view(type);
 }
 
 view current_view() {

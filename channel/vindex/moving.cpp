@@ -28,9 +28,6 @@ void move_entry(const view &moved, int destination, int source) {
 }
 
 void insert_block(const view &moved, int destination, std::span<const virtual_channel_st> block) {
-  if (moved.size() == 0) {
-    return;
-  }
   const virtual_channel_st last = moved.end()[-1];
   virtual_channel_st *kept_end = moved.entries;
   for (const virtual_channel_st &entry : moved) {

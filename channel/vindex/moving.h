@@ -15,7 +15,8 @@ namespace channel {
 void move_entry(const view &moved, int destination, int source);
 
 // Compacts entries without a real channel away and puts a block behind the entry at destination, which is lowered with
-// the entries that go in front of it. The stored count is not changed: what does not fit into it is left out.
+// the entries that go in front of it. The stored count is not changed: what does not fit into it is left out. The
+// destination is inside the view, which is not empty then.
 void insert_block(const view &moved, int destination, std::span<const virtual_channel_st> block);
 
 inline bool is_position(const view &searched, int position) { return position >= 0 && position < searched.size(); }

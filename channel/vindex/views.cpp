@@ -80,7 +80,7 @@ extern "C" {
 
 int create_vindex_type(int8_t type, int8_t net_filter) {
   const channel::view all = channel::fetch_view(VIEW_ALL);
-  if (!all || all.size() == 0) {
+  if (all.size() == 0) {
     return -1;
   }
   if (type != VIEW_TV && type != VIEW_RADIO) {
@@ -150,7 +150,8 @@ void make_favourite_current(const view &chosen, int code, const char *operation)
 const char *refused_when_empty(int code) {
   static constexpr std::array<const char *, VIEW_PROMOTION + 1> counts = {
       nullptr, "tv_vnumber", "radio_vnumber", "user_vnumber", nullptr, "promo_vnumber"};
-  return code >= 0 && code <= VIEW_PROMOTION ? counts[static_cast<std::size_t>(code)] : nullptr;
+  const auto index = static_cast<std::size_t>(code);
+  return index < counts.size() ? counts[index] : nullptr;
 }
 
 }  // namespace

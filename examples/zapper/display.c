@@ -23,22 +23,28 @@ short_text readable(const char *field, size_t size) {
   return shown;
 }
 
+static short_text literal(const char *text) {
+  short_text shown;
+  snprintf(shown.text, sizeof shown.text, "%s", text);
+  return shown;
+}
+
 /* A first byte below 0x20 selects a character table and is no part of the name. */
 static short_text service_name(const channel_st *service) {
   const name_slot_st *slot = &service->name[0];
   const size_t begin = slot->text[0] > 0 && slot->text[0] < ' ' ? 1 : 0;
   const short_text name = readable(slot->text + begin, sizeof slot->text - begin);
-  return name.text[0] == '\0' ? (short_text){"(no name)"} : name;
+  return name.text[0] == '\0' ? literal("(no name)") : name;
 }
 
 short_text channel_name(const virtual_channel_st *entry) {
   const channel_st *service = service_of(entry);
-  return service == NULL ? (short_text){"(no service)"} : service_name(service);
+  return service == NULL ? literal("(no service)") : service_name(service);
 }
 
 short_text network_name(uint8_t net_index, uint16_t network_id) {
   const network_ch_st *network = get_network_ch_info(net_index, network_id);
-  return network == NULL ? (short_text){"?"} : readable(network->network_name, sizeof network->network_name);
+  return network == NULL ? literal("?") : readable(network->network_name, sizeof network->network_name);
 }
 
 static short_text pid(uint16_t value) {

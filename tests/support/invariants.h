@@ -12,6 +12,7 @@ struct promises {
   bool zeros_behind_counts = true;  // moves and the sort by flag leave copies behind a count
   bool distinct_favourites = true;  // a host inserts what it likes, and block moves may leave copies at a group's end
   bool distinct_history = true;     // an addition by another frequency than the entry's own is not recognised
+  bool well_kept_groups = true;     // a channel file brings what groups it likes
 };
 
 // The first invariant that does not hold, in words; empty when all of them do:

@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "chlist/distinct_files.h"
+
 namespace chlist {
 namespace {
 
@@ -24,29 +26,30 @@ constexpr std::uint8_t keep_file_order = 255;
 // The library tells every load on standard output, which belongs to the tool's report.
 class silent_stdout {
  public:
-  silent_stdout() : null_(::open("/dev/null", O_WRONLY | O_CLOEXEC), "/dev/null"), saved_(::dup(STDOUT_FILENO)) {
-    become(null_.get());
+  silent_stdout() : null_(::open("/dev/null", O_WRONLY | O_CLOEXEC), "/dev/null"), saved_(::dup(STDOUT_FILENO), name) {
+    become(null_);
   }
-  ~silent_stdout() {
-    become(saved_);
-    if (saved_ >= 0) {
-      ::close(saved_);
-    }
-  }
+  ~silent_stdout() { static_cast<void>(becomes(saved_)); }
   silent_stdout(const silent_stdout &) = delete;
   silent_stdout &operator=(const silent_stdout &) = delete;
 
+  // Throws when the report would not come through.
+  void end() const { become(saved_); }
+
  private:
-  // Nothing to do when there is no standard output.
-  void become(int fd) const {
-    if (saved_ >= 0) {
-      static_cast<void>(std::fflush(stdout));
-      ::dup2(fd, STDOUT_FILENO);
+  static constexpr const char *name = "standard output";
+
+  static bool becomes(const descriptor &file) {
+    return std::fflush(stdout) == 0 && ::dup2(file.get(), STDOUT_FILENO) >= 0;
+  }
+  static void become(const descriptor &file) {
+    if (!becomes(file)) {
+      fail(name);
     }
   }
 
   descriptor null_;
-  int saved_;
+  descriptor saved_;
 };
 
 }  // namespace
@@ -72,12 +75,7 @@ std::string channel_input::library_path() const { return open_files + std::to_st
 
 void channel_input::refuse(const std::string &why) const { throw std::runtime_error(path_.string() + ": " + why); }
 
-void channel_input::must_not_be(const fs::path &target) const {
-  std::error_code ignored;
-  if (fs::equivalent(path_, target, ignored)) {
-    throw std::runtime_error(target.string() + ": is the input itself");
-  }
-}
+void channel_input::must_not_be(const fs::path &target) const { must_differ(path_, target); }
 
 void channel_input::load() const {
   const silent_stdout silence;
@@ -86,6 +84,7 @@ void channel_input::load() const {
   if (load_channel(std::to_string(file_.get()).c_str(), keep_file_order) != CHANNEL_LIST_VERSION) {
     refuse("ends too early for a channel file of its version");
   }
+  silence.end();
 }
 
 }  // namespace chlist

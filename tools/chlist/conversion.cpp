@@ -74,7 +74,7 @@ std::vector<loss> find_losses(channel_list_st &old, int version, const std::vect
 std::vector<cut_array> find_cut(const channel_list_st &old) {
   const channel_list_st &list = *get_channel_list();
   std::vector<cut_array> cut;
-  const auto compare = [&cut](std::string_view name, int group, int was, int is) {
+  const auto note_cut = [&cut](std::string_view name, int group, int was, int is) {
     if (was != is) {
       cut.push_back({name, group, was, static_cast<std::size_t>(is)});
     }
@@ -82,12 +82,12 @@ std::vector<cut_array> find_cut(const channel_list_st &old) {
   const std::vector<list_view> views = views_of(list);
   const std::vector<list_view> old_views = views_of(old);
   for (std::size_t i = 0; i < views.size(); ++i) {
-    compare(views[i].name.kind, views[i].name.group, old_views[i].count, views[i].count);
+    note_cut(views[i].name.kind, views[i].name.group, old_views[i].count, views[i].count);
   }
   const std::vector<group_table> groups = groups_of(list);
   const std::vector<group_table> old_groups = groups_of(old);
   for (std::size_t i = 0; i < groups.size(); ++i) {
-    compare(groups[i].name, -1, old_groups[i].count, groups[i].count);
+    note_cut(groups[i].name, -1, old_groups[i].count, groups[i].count);
   }
   return cut;
 }

@@ -134,17 +134,20 @@ void print_losses(const conversion &result) {
   }
 }
 
+void print_result(const convert_options &options, const conversion &result) {
+  fmt::print("{}: converted from version {}, {}\n", options.output.string(), result.version,
+             counted(result.carried.services, "service"));
+  print_carried(result);
+  print_losses(result);
+}
+
 void report(const convert_options &options, const conversion &result) {
   if (options.as_json) {
-    print_json(json_of_result(options, result));
+    print_report([&] { print_json(json_of_result(options, result)); });
   } else {
     report_findings(options, result);
-    fmt::print("{}: converted from version {}, {}\n", options.output.string(), result.version,
-               counted(result.carried.services, "service"));
-    print_carried(result);
-    print_losses(result);
+    print_report([&] { print_result(options, result); });
   }
-  finish_report();
 }
 
 int run_convert(const convert_options &options) {

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/distinct_files.h"
 #include "chlist/exit_codes.h"
 #include "chlist/list_builder.h"
 #include "chlist/list_file.h"
@@ -38,19 +39,23 @@ constexpr const char *details =
     "Exit codes:\n"
     "  0  everything was imported\n"
     "  1  imported, but lines were skipped, or the list had no room for something\n"
-    "  2  nothing was written: bad usage, unreadable input, no service in it, or an output that cannot be written";
+    "  2  nothing was written: bad usage, unreadable input, no service in it, or an output that cannot be written;\n"
+    "     or only the report could not be written";
 
 struct import_options {
   fs::path input;
   fs::path output;
 };
 
+// Reading throws where it fails, as in a directory.
 std::string read_whole_file(const fs::path &path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in || fs::is_directory(path)) {
-    throw std::runtime_error(path.string() + ": cannot be read");
+  try {
+    if (std::ifstream in(path, std::ios::binary); in) {
+      return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+  } catch (const std::ios_base::failure &) {
   }
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  throw std::runtime_error(path.string() + ": cannot be read");
 }
 
 // What an import comes to.
@@ -111,17 +116,14 @@ void print_summary(const import_options &options, const outcome &result) {
 }
 
 int run_import(const import_options &options) {
-  std::error_code ignored;
-  if (fs::equivalent(options.input, options.output, ignored)) {
-    throw std::runtime_error(options.output.string() + ": is the input itself");
-  }
+  must_differ(options.input, options.output);
   const outcome result = fill_list(parse_vdr_channels_conf(read_whole_file(options.input)));
   report_findings(options, result);
   if (result.counts.services == 0) {
     throw std::runtime_error(options.input.string() + ": no service to import");
   }
   save_list_as(options.output);
-  print_summary(options, result);
+  print_report([&] { print_summary(options, result); });
   return result.skipped.empty() && result.left_out.empty() ? exit_done : exit_findings;
 }
 

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -73,6 +74,9 @@ mode_t mode_of_new_files() {
 mode_t mode_for(const fs::path &target) {
   struct stat found = {};
   if (::stat(target.c_str(), &found) != 0) {
+    if (errno != ENOENT) {
+      fail(target.string());
+    }
     return mode_of_new_files();
   }
   if (!S_ISREG(found.st_mode)) {

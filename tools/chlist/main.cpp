@@ -1,11 +1,16 @@
 // chlist: works on the channel files of a receiver. The subcommands stand in one table; each adds its own options.
 #include <base/verbosity.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
-#include <fmt/format.h>
+#include <filesystem>
+#include <string>
 
 #include "chlist/convert.h"
+#include "chlist/descriptor.h"
 #include "chlist/exit_codes.h"
 #include "chlist/import.h"
 #include "chlist/merge.h"
@@ -22,7 +27,21 @@ constexpr add_subcommand subcommands[] = {
 
 constexpr int channel_list_module = 7;
 
+// A file that got the number of a stream that the caller closed would take in what is meant for the stream. What is
+// written to these fails.
+void occupy_closed_streams() {
+  int fd = -1;
+  do {
+    fd = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+      chlist::fail("/dev/null");
+    }
+  } while (fd <= STDERR_FILENO);
+  ::close(fd);
+}
+
 int run(int argc, char **argv) {
+  occupy_closed_streams();
   CLI::App app("Works on the channel files of a digital television receiver.", "chlist");
   app.require_subcommand(1);
   int &log_level = verbosity_map[channel_list_module];
@@ -42,13 +61,20 @@ int run(int argc, char **argv) {
   return exit_code;
 }
 
+// Standard error that cannot be written, too, leaves the exit code.
+int complain(const std::string &what) {
+  static_cast<void>(std::fputs(("chlist: " + what + '\n').c_str(), stderr));
+  return chlist::exit_failed;
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
   try {
     return run(argc, argv);
+  } catch (const std::filesystem::filesystem_error &error) {
+    return complain(error.path1().string() + ": " + error.code().message());
   } catch (const std::exception &error) {
-    fmt::print(stderr, "chlist: {}\n", error.what());
-    return chlist::exit_failed;
+    return complain(error.what());
   }
 }

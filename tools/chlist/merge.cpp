@@ -135,12 +135,11 @@ void print_changes(const merge_options &options, const merge_outcome &outcome) {
 
 void report(const merge_options &options, const merge_outcome &outcome) {
   if (options.as_json) {
-    print_json(json_of_outcome(options, outcome));
+    print_report([&] { print_json(json_of_outcome(options, outcome)); });
   } else {
     report_findings(options, outcome);
-    print_changes(options, outcome);
+    print_report([&] { print_changes(options, outcome); });
   }
-  finish_report();
 }
 
 int run_merge(const merge_options &options) {

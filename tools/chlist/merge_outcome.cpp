@@ -12,8 +12,9 @@
 #include <set>
 #include <unordered_map>
 
-// The exported merge reads a fixed path, where a receiver's channel search places its result. The operation behind it
-// takes a path, so the tool is linked with the static library, where internal operations can be reached.
+// The exported merge reads a fixed path, where a receiver's channel search places its result, and does not tell a list
+// that it cannot read from one that changes nothing. The operation behind it takes a list, so the tool is linked with
+// the static library, where internal operations can be reached.
 #include "channel/persist/detached_list.h"
 #include "channel/persist/merge.h"
 
@@ -125,7 +126,6 @@ void must_be_current(const channel_input &input) {
   }
 }
 
-// The merge itself does not tell a list that it cannot read from one that changes nothing.
 detached_list<current_format> read_scan(const channel_input &scan) {
   // Records of version 9 are those of today, so its reader reads both.
   detached_list<current_format> read(v9_load_channel(scan.library_path().c_str()));
@@ -141,11 +141,13 @@ merge_outcome merge_in_memory(const channel_input &list, const channel_input &sc
   must_be_current(list);
   must_be_current(scan);
   list.load();
+  // A merge takes from its list what is new: services that occur twice are looked for in another copy.
+  const detached_list<current_format> merged = read_scan(scan);
   const detached_list<current_format> services = read_scan(scan);
   const snapshot before = take_snapshot();
   merge_outcome outcome;
   outcome.dropped = unresolved_entries();
-  channel::persist::merge_new_list(scan.library_path().c_str());
+  channel::persist::merge_list(*merged);
   const snapshot after = take_snapshot();
   outcome.added = difference(after, before);
   outcome.deleted = difference(before, after);

@@ -4,11 +4,14 @@
 #include <fmt/format.h>
 
 #include <cstdio>
+#include <system_error>
 
 #include "chlist/descriptor.h"
 
 namespace chlist {
 namespace {
+
+constexpr const char *standard_output = "standard output";
 
 std::string dumped(const json &value, int indent) {
   return value.dump(indent, ' ', false, json::error_handler_t::replace);
@@ -94,9 +97,14 @@ json json_of(const placed_entry &entry) {
 
 void print_json(const json &report) { fmt::print("{}\n", dumped(report, 2)); }
 
-void finish_report() {
+void print_report(const std::function<void()> &print) {
+  try {
+    print();
+  } catch (const std::system_error &error) {
+    throw std::system_error(error.code(), standard_output);
+  }
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    fail("standard output");
+    fail(standard_output);
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
@@ -45,7 +46,7 @@ json array_of(const std::vector<Record> &records, json (*json_of_one)(const Reco
 
 void print_json(const json &report);
 
-// Throws when something of the report did not come through.
-void finish_report();
+// Prints a report on standard output, and throws when something of it did not come through.
+void print_report(const std::function<void()> &print);
 
 }  // namespace chlist

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "stand_in_door.h"
+#include "faults/stand_in_door.h"
 #include "support/temp_dir.h"
 
 namespace {

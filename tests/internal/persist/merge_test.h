@@ -1,19 +1,15 @@
 // A list in memory, a new list in a file beside it, and the merge of the two.
 #pragma once
 
-#include <base/verbosity.h>
-
 #include <array>
 #include <cstring>
 
 #include "channel/persist/merge.h"
 #include "support/channel_file.h"
 #include "support/hierarchy_walk.h"
-#include "support/log_capture.h"
+#include "support/merge_results.h"
 
 namespace test_support {
-
-using lines = std::vector<std::string>;
 
 class merge_test : public file_test {
  protected:
@@ -45,15 +41,6 @@ inline channel_file three_networks() {
   return file.transponder(4, 14'000'000, 1).network(3, 3, "Third");
 }
 
-// How many entries each of the views ALL, TV, radio, USER, work and promotion has.
-inline std::vector<int> view_sizes() {
-  std::vector<int> sizes;
-  for (std::int8_t view = VIEW_ALL; view <= VIEW_PROMOTION; ++view) {
-    sizes.push_back(*get_virtual_channel_vnumber(view));
-  }
-  return sizes;
-}
-
 // The entries in use of a view as bytes, the pointers to their real channels left out.
 inline std::vector<bytes> entries_of(std::int8_t view) {
   std::vector<bytes> entries;
@@ -63,16 +50,6 @@ inline std::vector<bytes> entries_of(std::int8_t view) {
                          offsetof(virtual_channel_st, ts_id) + sizeof entry.ts_id);
   }
   return entries;
-}
-
-// The lines of one action at a level, the scan module's level set as well.
-template <class Action>
-lines writes_at_levels(int level, int scan_level, Action &&action) {
-  constexpr int scan_module = 1;
-  const log_capture log(level);
-  verbosity_map[scan_module] = scan_level;
-  action();
-  return log.writes();
 }
 
 }  // namespace test_support

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "support/group_file_test.h"
+#include "support/resource_limits.h"
 
 namespace {
 
@@ -111,6 +112,24 @@ TEST_P(GroupFileSaving, AFullDeviceIsAnErrorThatNamesTheGenreListWhateverTheTabl
   EXPECT_EQ(writes_at(2, save), (lines{GetParam().saving, failed_write(), "ChannelAPI save_group_list:# \n"}));
   EXPECT_EQ(writes_at(0, save), lines{failed_write()});
   EXPECT_EQ(writes_at(-1, save), lines{});
+}
+
+// What stays in the stream's buffer shows only when the file is closed.
+TEST_P(GroupFileSaving, ADiskThatFillsUpWithTheLastBytesIsAnError) {
+  fill();
+  const rlim_t whole_blocks = GetParam().file_size() / 4096 * 4096;
+  const auto save_within = [&](int level) {
+    const log_capture log(level);
+    {
+      const file_size_limit limit(whole_blocks);
+      EXPECT_EQ(save(), 0);
+    }
+    EXPECT_EQ(fs::file_size(saved_path()), whole_blocks);
+    return log.writes();
+  };
+
+  EXPECT_EQ(save_within(0), lines{failed_write()});
+  EXPECT_EQ(save_within(-1), lines{});
 }
 
 INSTANTIATE_TEST_SUITE_P(OfThe, GroupFileSaving, ::testing::Values(genres(), countries()), name_of_table);

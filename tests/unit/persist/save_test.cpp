@@ -1,8 +1,5 @@
 // Saving: results, log lines, what stands in the file, and files that cannot be written. A save, failed or not, must
 // leave the list alone.
-#include <sys/resource.h>
-
-#include <csignal>
 #include <cstring>
 #include <filesystem>
 
@@ -227,40 +224,6 @@ TEST_F(SaveChannel, FailsOnAFullDisk) {
   EXPECT_EQ(save_channel("list.dat"), 0);
 
   EXPECT_EQ(log.writes(), (lines{fails_to_write("channel_list")}));
-}
-
-// While it lives no file grows beyond a size; writing past it fails like writing to a full disk.
-class size_limit {
- public:
-  explicit size_limit(rlim_t size) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit = {size, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~size_limit() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, signal_);
-  }
-  size_limit(const size_limit &) = delete;
-  size_limit &operator=(const size_limit &) = delete;
-
- private:
-  rlimit before_ = {};
-  void (*signal_)(int);
-};
-
-// The end of the header stays in the stream's buffer: that it does not fit shows only when the buffer goes out.
-TEST_F(SaveChannel, FailsWhenTheLastBytesDoNotReachTheDisk) {
-  const log_capture log(0);
-  int result = 1;
-  {
-    const size_limit limit(460'000);
-    result = save_channel("list.dat");
-  }
-
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(log.writes(), (lines{fails_to_write("channel_list")}));
-  EXPECT_LT(read_file(path()).size(), 460'032U);
 }
 
 TEST_F(SaveChannel, LeavesTheListAsItIsWhenItFails) {

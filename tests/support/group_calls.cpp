@@ -36,7 +36,7 @@ std::vector<exported_call> group_calls() {
       QUERY(find_country_id),
       QUERY(get_group_id),
       QUERY(set_group_id),
-      {"set_group_list", effect::changes_list, set_group_lists},
+      at_extremes(EDIT(set_group_list), set_group_lists),
       EDIT(load_group_list),
       QUERY(save_group_list),
       QUERY(get_country_id_by_service_type),
@@ -52,7 +52,7 @@ std::vector<exported_call> group_calls() {
       QUERY(get_provider_id_by_service_type),
 
       EDIT(create_service_by_group_list_id),
-      EDIT(remove_service_by_group_list_id),
+      RELEASE(remove_service_by_group_list_id),
       QUERY(get_group_id_by_service_type),
       EDIT(add_fav_ch_group),
 

@@ -65,20 +65,19 @@ std::vector<exported_call> view_calls() {
       QUERY(rename_channel_info),
       QUERY(vtype_rename_channel_info),
 
-      {"sort_vch_type", effect::changes_list,
-       [](bases tried) {
-         call_with(sort_vch_type, tried);
-         call_with(sort_view_by_number, tried);
-       }},
+      at_extremes(EDIT(sort_vch_type),
+                  [](bases tried) {
+                    call_with(sort_vch_type, tried);
+                    call_with(sort_view_by_number, tried);
+                  }),
       EDIT(sort_vindex_ex),
       EDIT(sort_vindex_by_number),
       EDIT(sort_vindex),
-      {"sort_vindex_by_flag", effect::changes_list,
-       [](bases tried) {
-         call_with(sort_vindex_by_flag, tried);
-         call_with(sort_view_by_lock, tried);
-       },
-       leaves_copies},
+      at_extremes(EDIT_KEEPING(sort_vindex_by_flag, leaves_copies),
+                  [](bases tried) {
+                    call_with(sort_vindex_by_flag, tried);
+                    call_with(sort_view_by_lock, tried);
+                  }),
 
       EDIT_KEEPING(move_channel, leaves_copies),
   };

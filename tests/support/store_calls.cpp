@@ -1,10 +1,12 @@
 // The store, dumps, files, removal, the history and transport queries.
 #include <channel/channel.h>
 
-#include <array>
+#include <algorithm>
 #include <cstdlib>
 
 #include "exported_calls.h"
+#include "hierarchy_walk.h"
+#include "old_channel_file.h"
 
 namespace extremes {
 namespace {
@@ -25,10 +27,10 @@ int repair_emptied_list(int version, const char *path) {
   return repair_channel(version, path);
 }
 
-// No path names a file, so that there is no list to free record by record.
+// A list that was read is its caller's.
 template <auto load>
-void load_nothing(const char *path) {
-  std::free(load(path));
+void load_and_release(const char *path) {
+  const test_support::owned_list read(reinterpret_cast<channel_list_st *>(load(path)));
 }
 
 // A cleared record is in no list.
@@ -62,11 +64,21 @@ void add_new_channel(std::uint8_t net_index, std::uint16_t network_id, std::uint
   add_rch_info(nullptr, network_name);
 }
 
+// The network that a transponder hangs from.
+network_ch_st *network_of(const tp_ch_st *transponder) {
+  for (network_ch_st *network : test_support::networks()) {
+    if (std::ranges::count(test_support::transponders(*network), transponder) != 0) {
+      return network;
+    }
+  }
+  return nullptr;
+}
+
 // The network's count of transponders is the host's to lower.
 void release_transponder(tp_ch_st *transponder) {
-  network_ch_st *network = value_at<network_ch_st *>(base::one);
+  network_ch_st *network = network_of(transponder);
   release_tp_ch_info(transponder);
-  if (transponder != nullptr) {
+  if (network != nullptr) {
     --network->tp_num;
   }
 }
@@ -89,7 +101,7 @@ std::vector<exported_call> store_calls() {
       HOSTED(alloc_tp_ch_info, alloc_and_free_transponder),
       EDIT(alloc_network_ch_info),
       HOSTED(add_rch_info, add_new_channel),
-      EDIT(release_rch_info),
+      RELEASE(release_rch_info),
       HOSTED(release_tp_ch_info, release_transponder),
       EDIT(release_network_ch_info),
       QUERY(get_channel_st),
@@ -110,9 +122,9 @@ std::vector<exported_call> store_calls() {
       HOSTED(load_channel, load_into_emptied_list),
       QUERY(save_channel),
       EDIT(check_load_channel),
-      HOSTED(v9_load_channel, load_nothing<v9_load_channel>),
-      HOSTED(v8_load_channel, load_nothing<v8_load_channel>),
-      HOSTED(v7_load_channel, load_nothing<v7_load_channel>),
+      HOSTED(v9_load_channel, load_and_release<v9_load_channel>),
+      HOSTED(v8_load_channel, load_and_release<v8_load_channel>),
+      HOSTED(v7_load_channel, load_and_release<v7_load_channel>),
       HOSTED(repair_channel, repair_emptied_list),
 
       EDIT(vtype_remove_by_vindex),

@@ -1,0 +1,124 @@
+// chlist with its first call to the file system failing, its second, and so on until it succeeds: it ends with a
+// message and nothing done, or with everything done. No input is ever lost, and no part of a file stays behind.
+#include <stdlib.h>
+
+#include "tool/faults/commands.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using tool_test::command;
+using tool_test::files;
+using tool_test::program_result;
+
+// For the programs that start while it lives, the n-th call to the file system fails.
+class failing_call {
+ public:
+  failing_call(int n, const std::string &told_in) : told_in_(told_in) {
+    ::setenv("LD_PRELOAD", FAILING_CALLS_LIBRARY, 1);
+    ::setenv("FAILING_CALL", std::to_string(n).c_str(), 1);
+    ::setenv("FAILED_CALL", told_in.c_str(), 1);
+    fs::remove(told_in);
+  }
+  ~failing_call() {
+    for (const char *name : {"LD_PRELOAD", "FAILING_CALL", "FAILED_CALL"}) {
+      ::unsetenv(name);
+    }
+  }
+  failing_call(const failing_call &) = delete;
+  failing_call &operator=(const failing_call &) = delete;
+
+  // The name of the call that failed; empty when there was none any more.
+  [[nodiscard]] std::string name() const { return test_support::read_file(told_in_); }
+
+ private:
+  std::string told_in_;
+};
+
+class failing_commands : public tool_test::commands_test {
+ protected:
+  // Runs with every call failing once, one a run, from the inputs as they were. Check: (result, call).
+  template <class Check>
+  void fail_every_call(const Check &check) {
+    for (int n = 1;; ++n) {
+      write_inputs();
+      const failing_call failing(n, told_.path() + "call");
+      const program_result result = run();
+      if (failing.name().empty()) {
+        return;
+      }
+      SCOPED_TRACE("call " + std::to_string(n) + ", " + failing.name() + ": " + result.err);
+      check(result);
+      ASSERT_FALSE(HasFailure());
+    }
+  }
+
+  static void expect_one_message(const std::string &error) {
+    EXPECT_TRUE(error.starts_with("chlist: ")) << error;
+    EXPECT_EQ(tool_test::lines_of(error).size(), 1U) << error;
+    EXPECT_TRUE(error.ends_with(": Input/output error\n") || error.ends_with(": cannot be read\n") ||
+                error.ends_with(": the channel file could not be written\n") ||
+                error.ends_with(" early for a channel file of its version\n") ||
+                error.ends_with(" early for a channel file of version 8\n") ||
+                error.ends_with(": too short for a channel file\n"))
+        << error;
+  }
+
+ private:
+  test_support::temp_dir told_;
+};
+
+class ChlistFaults : public failing_commands {};
+
+TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
+  const program_result whole = run();
+  ASSERT_EQ(whole.exit_code, 0) << whole.err;
+  const files after = folder();
+
+  fail_every_call([&](const program_result &result) {
+    if (result.exit_code == 0) {
+      EXPECT_EQ(result.out, whole.out);
+      EXPECT_EQ(result.err, "");
+      EXPECT_TRUE(folder() == after);
+      return;
+    }
+    EXPECT_EQ(result.exit_code, 2);
+    expect_one_message(result.err);
+    const bool is_report_lost = result.err == "chlist: standard output: Input/output error\n";
+    EXPECT_TRUE(folder() == before || (is_report_lost && folder() == after));
+    EXPECT_TRUE(is_report_lost || result.out.empty()) << result.out;
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, ChlistFaults,
+    ::testing::Values(command{"import", {"import", "channels.conf", "-o", "out.dat"}},
+                      command{"convert", {"convert", "old.dat", "out.dat"}},
+                      command{"convert_json", {"convert", "old.dat", "out.dat", "--json"}},
+                      command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat"}},
+                      command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}},
+                      command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}}),
+    tool_test::name_of_command);
+
+class ChlistRefusals : public failing_commands {};
+
+// What is refused stays refused, whatever fails on the way to finding out.
+TEST_P(ChlistRefusals, SaveTheInputWhateverFails) {
+  ASSERT_EQ(run().exit_code, 2);
+
+  fail_every_call([&](const program_result &result) {
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_EQ(tool_test::lines_of(result.err).size(), 1U) << result.err;
+    EXPECT_TRUE(folder() == before);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, ChlistRefusals,
+    ::testing::Values(command{"import_onto_input", {"import", "channels.conf", "-o", "./channels.conf"}},
+                      command{"convert_onto_input", {"convert", "old.dat", "./old.dat"}},
+                      command{"merge_onto_scan", {"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}}),
+    tool_test::name_of_command);
+
+}  // namespace

@@ -1,0 +1,79 @@
+// chlist in a scratch directory that holds an input of every kind, and what the directory holds afterwards.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/old_channel_file.h"
+#include "tool/program.h"
+#include "tool/service_line.h"
+
+namespace tool_test {
+
+// Contents and mode of every file in a directory.
+using files = std::map<std::string, std::pair<std::string, std::filesystem::perms>>;
+
+inline files files_in(const std::string &directory) {
+  files found;
+  for (const std::filesystem::directory_entry &entry : std::filesystem::directory_iterator(directory)) {
+    found[entry.path().filename()] = {test_support::read_file(entry.path()), entry.status().permissions()};
+  }
+  return found;
+}
+
+struct command {
+  std::string name;
+  std::vector<std::string> arguments;
+};
+
+inline void PrintTo(const command &tested, std::ostream *out) { *out << tested.name; }
+
+// For names of parameterised tests.
+constexpr auto name_of_command = [](const auto &tested) { return tested.param.name; };
+
+class commands_test : public ::testing::TestWithParam<command> {
+ protected:
+  void SetUp() override {
+    write_inputs();
+    before = folder();
+  }
+
+  // The files that are replaced have a mode that new ones do not get.
+  void write_inputs() const {
+    const test_support::service_data news = {.service_id = 1, .name = "News"};
+    const test_support::service_data films = {.service_id = 2, .name = "Films"};
+    test_support::channel_file list;
+    list.service(news).service(films).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).entry(VIEW_ALL, films, 2);
+    write("list.dat", list.data);
+    write("scan.dat", test_support::channel_file().service(news).service({.service_id = 5}).data);
+    write("old.dat", in_version(test_support::old_version_of(8), list).data);
+    write("channels.conf", service_line().text());
+    write("out.dat", "before");
+  }
+
+  [[nodiscard]] const std::string &dir() const { return dir_.path(); }
+  [[nodiscard]] files folder() const { return files_in(dir()); }
+
+  [[nodiscard]] program_result run() const {
+    std::vector<std::string> arguments = GetParam().arguments;
+    arguments.insert(arguments.begin(), CHLIST_PROGRAM);
+    return run_program(arguments, dir());
+  }
+
+  files before;
+
+ private:
+  void write(const std::string &name, const std::string &contents) const {
+    test_support::write_file(dir() + name, contents);
+    std::filesystem::permissions(dir() + name, std::filesystem::perms(0640));
+  }
+
+  test_support::temp_dir dir_;
+};
+
+}  // namespace tool_test
