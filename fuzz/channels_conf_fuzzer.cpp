@@ -1,0 +1,36 @@
+// Importing a VDR channels.conf: the input is its text.
+#include <channel/channel.h>
+
+#include <string_view>
+
+#include "chlist/list_builder.h"
+#include "chlist/vdr_channels_conf.h"
+#include "harness.h"
+#include "list_checks.h"
+
+namespace {
+
+void import(std::string_view text) {
+  chlist::list_builder builder;
+  for (const chlist::vdr_service &service : chlist::parse_vdr_channels_conf(text).services) {
+    builder.add(service);
+  }
+  builder.build_views();
+  const chlist::list_counts counts = builder.counts();
+
+  fuzz::require_invariants({}, "after the import");
+  fuzz::require(counts.services == static_cast<std::size_t>(get_channel_list_number()), "every service is shown");
+  fuzz::require(counts.tv + counts.radio <= counts.services, "a service is television, radio or neither");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  // The log level is the first byte's, which is text as well.
+  fuzz::run run(data, size > 0 ? 1 : 0);
+  run.log();
+  import({reinterpret_cast<const char *>(data), size});
+  fuzz::reload(run);
+  fuzz::require_same_when_saved_again(run);
+  return 0;
+}

@@ -1,0 +1,10 @@
+// The genre table's file.
+#include <channel/channel.h>
+
+#include "group_file.h"
+#include "harness.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  fuzz::load_and_save({GROUP_GENRE, MAX_GENRE, "/genre.dat", "/genre.dat\n"}, data, size);
+  return 0;
+}
