@@ -1,6 +1,6 @@
 // Reading a new list: one that cannot be read whole changes nothing, and the file is closed either way.
-#include "merge_test.h"
 #include "faults/stand_in_door.h"
+#include "merge_test.h"
 
 namespace {
 
