@@ -19,7 +19,7 @@ namespace channel::persist {
 struct releasing {
   template <class List>
   void operator()(List *list) const {
-    release_hierarchy(base_of(*list).network_list);
+    free_hierarchy(base_of(*list).network_list);
     std::free(list);
   }
 };
