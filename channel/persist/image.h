@@ -50,6 +50,26 @@ void write_run(const std::byte *memory, std::byte *bytes) {
   }
 }
 
+// The runs of an image that stands in the last bytes of its record lie at or behind their places, in order: none is
+// overwritten before it is moved.
+template <class Record, std::size_t Index>
+void settle_run(std::byte *memory) {
+  constexpr run part = layout<Record>::runs[Index];
+  constexpr std::size_t now_at = sizeof(Record) - layout<Record>::size + part.in_image;
+  constexpr std::size_t end_before =
+      Index == 0 ? 0 : layout<Record>::runs[Index - 1].in_memory + layout<Record>::runs[Index - 1].size;
+  static_assert(part.repeats == 1 && end_before <= part.in_memory && part.in_memory <= now_at);
+  std::memset(memory + end_before, 0, part.in_memory - end_before);
+  if constexpr (now_at != part.in_memory) {
+    std::memmove(memory + part.in_memory, memory + now_at, part.size);
+  }
+}
+
+template <class Record, std::size_t... Index>
+void settle_runs(std::byte *memory, std::index_sequence<Index...> /*runs*/) {
+  (settle_run<Record, Index>(memory), ...);
+}
+
 template <class Record, std::size_t... Index>
 void read_runs(std::byte *memory, const std::byte *bytes, std::index_sequence<Index...> /*runs*/) {
   (read_run<Record, Index>(memory, bytes), ...);
@@ -67,6 +87,19 @@ template <class Record>
 void from_image(Record &record, const image<Record> &bytes) {
   detail::read_runs<Record>(reinterpret_cast<std::byte *>(&record), bytes.data(),
                             std::make_index_sequence<layout<Record>::runs.size()>{});
+}
+
+// Where a record's image is read to when it shall become the record in place: its last bytes.
+template <class Record>
+std::byte *image_within(Record &record) {
+  return reinterpret_cast<std::byte *>(&record) + sizeof(Record) - layout<Record>::size;
+}
+
+// Makes a record of the image within it. The record's pointers are null afterwards.
+template <class Record>
+void settle_image(Record &record) {
+  detail::settle_runs<Record>(reinterpret_cast<std::byte *>(&record),
+                              std::make_index_sequence<layout<Record>::runs.size()>{});
 }
 
 // Fills an image, zero before, from a record. The slots of pointers stay zero.

@@ -74,6 +74,28 @@ void expect_read_from_its_place(const field_place &field) {
   EXPECT_TRUE(bytes_of(*read) == bytes_of(*expected)) << field.name;
 }
 
+// A record whose image was read into its own last bytes.
+template <class Record>
+std::unique_ptr<Record> settled(const image<Record> &bytes) {
+  auto record = record_of<Record>('\0');
+  std::ranges::copy(bytes, channel::persist::image_within(*record));
+  channel::persist::settle_image(*record);
+  return record;
+}
+
+// Every byte of an image, each different from those near it, comes to the same place as by a copy; pointers are null.
+template <class Record>
+void expect_settled_as_copied() {
+  image<Record> bytes;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    bytes[i] = static_cast<std::byte>(i % 251 + 1);
+  }
+  const auto copied = record_of<Record>('\0');
+  from_image(*copied, bytes);
+
+  EXPECT_TRUE(bytes_of(*settled<Record>(bytes)) == bytes_of(*copied));
+}
+
 template <class Record>
 void expect_places(const std::vector<field_place> &fields) {
   for (const field_place &field : fields) {
