@@ -134,14 +134,27 @@ void convert_service(channel_st &service, const OldService &old) {
   copy_tail(service, old);
 }
 
-// Files a converted copy of an old service; a second service of the same identity is not filed.
+// A service becomes one of today in its own memory, so that the two lists never stand beside each other there. What
+// earlier versions put behind a record stays with it until the list is loaded again.
+template <class OldService>
+channel_st &convert_in_place(OldService &old) {
+  static_assert(sizeof(OldService) >= sizeof(channel_st));
+  list_del_init(&old.list);
+  channel_st converted = unset_service;
+  convert_service(converted, old);
+  auto &service = reinterpret_cast<channel_st &>(old);
+  service = converted;
+  list_init(&service.list);
+  return service;
+}
+
+// A second service of the same identity is not filed.
 template <class Format>
 void file_converted(service_index &index, channel_st &record, const network_ch_st &old_network) {
-  channel_st *service = alloc_channel_info();
-  convert_service(*service, reinterpret_cast<const typename Format::service &>(record));
-  file_service(index, *service, old_network.network_name);
-  if (is_empty(service->list)) {
-    std::free(service);
+  channel_st &service = convert_in_place(reinterpret_cast<typename Format::service &>(record));
+  file_service(index, service, old_network.network_name);
+  if (is_empty(service.list)) {
+    std::free(&service);
   }
 }
 

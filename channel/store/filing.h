@@ -27,9 +27,10 @@ struct walked_hierarchy {
   static channel_st *find_service(tp_ch_st &transponder, std::uint16_t service_id) {
     return get_rch_ch_info_by_tp_ch(&transponder, service_id);
   }
+  static tp_ch_st &record_of(tp_ch_st &filed) { return filed; }
   static void add(const network_ch_st & /*network*/) {}
-  static void add(const network_ch_st & /*network*/, const tp_ch_st & /*transponder*/) {}
-  static void add(const network_ch_st & /*network*/, const tp_ch_st & /*transponder*/, const channel_st & /*rch*/) {}
+  static tp_ch_st *add(const network_ch_st & /*network*/, tp_ch_st &transponder) { return &transponder; }
+  static void add(const tp_ch_st & /*on*/, const channel_st & /*service*/) {}
 };
 
 namespace filing {
@@ -48,17 +49,18 @@ network_ch_st *find_or_create_network(Hierarchy &hierarchy, const channel_st &se
   return network;
 }
 
+// What the hierarchy knows a transponder by, or null.
 template <class Hierarchy>
-tp_ch_st *find_or_create_transponder(Hierarchy &hierarchy, network_ch_st &network, const channel_st &service) {
+auto find_or_create_transponder(Hierarchy &hierarchy, network_ch_st &network, const channel_st &service) {
   const identity id = identity_of(service);
-  tp_ch_st *transponder = hierarchy.find_transponder(network, id);
-  if (transponder == nullptr && can_count_one_more(network.tp_num, operation)) {
-    transponder = alloc_tp_ch_info(id.ts_id, id.frequency, id.polarisation);
+  auto found = hierarchy.find_transponder(network, id);
+  if (found == nullptr && can_count_one_more(network.tp_num, operation)) {
+    tp_ch_st *transponder = alloc_tp_ch_info(id.ts_id, id.frequency, id.polarisation);
     append(transponder->list, network.tp_list);
     ++network.tp_num;
-    hierarchy.add(network, *transponder);
+    found = hierarchy.add(network, *transponder);
   }
-  return transponder;
+  return found;
 }
 
 }  // namespace filing
@@ -71,23 +73,24 @@ int file_service(Hierarchy &hierarchy, channel_st &rch, const char *network_name
   if (network == nullptr) {
     return -1;
   }
-  tp_ch_st *transponder = filing::find_or_create_transponder(hierarchy, *network, rch);
-  if (transponder == nullptr) {
+  const auto on = filing::find_or_create_transponder(hierarchy, *network, rch);
+  if (on == nullptr) {
     return -1;
   }
-  if (const channel_st *filed = hierarchy.find_service(*transponder, rch.service_id); filed != nullptr) {
+  if (const channel_st *filed = hierarchy.find_service(*on, rch.service_id); filed != nullptr) {
     LOG_WARNING_AS(filing::operation, "rch: s_id(0x%x), n_id(0x%x), ts_id(0x%x), name(%s), type(0x%04x)\n",
                    filed->service_id, filed->network_id, filed->ts_id, name_of(*filed).c_str(), type_of(*filed));
     return 0;
   }
-  if (!can_count_one_more(transponder->rch_num, filing::operation)) {
+  tp_ch_st &transponder = hierarchy.record_of(*on);
+  if (!can_count_one_more(transponder.rch_num, filing::operation)) {
     return -1;
   }
   LOG_TRACE_AS(filing::operation, 2, "rch: s_id(0x%x), n_id(0x%x), ts_id(0x%x), name(%s), type(0x%04x)\n",
                rch.service_id, rch.network_id, rch.ts_id, name_of(rch).c_str(), type_of(rch));
-  append(rch.list, transponder->rch_list);
-  ++transponder->rch_num;
-  hierarchy.add(*network, *transponder, rch);
+  append(rch.list, transponder.rch_list);
+  ++transponder.rch_num;
+  hierarchy.add(*on, rch);
   return 0;
 }
 

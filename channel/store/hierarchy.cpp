@@ -21,24 +21,6 @@ void *allocate_zeroed(std::size_t size) {
   return memory;
 }
 
-namespace {
-
-// The fields whose unset value is not zero.
-void mark_unset(channel_st &service) {
-  service.service_id = 0xFFFF;
-  service.pmt_pid = 0xFFFF;
-  service.pcr_pid = 0xFFFF;
-  service.video_tag = 0xFF;
-  service.video_pid = 0xFFFF;
-  service.video_ecm_pid = 0xFFFF;
-  service.audio_tag = 0xFF;
-  service.audio_pid = 0xFFFF;
-  service.reserved_pid = 0xFFFF;
-  service.reserved_id = 0xFFFF;
-}
-
-}  // namespace
-
 bool can_count_one_more(std::uint16_t count, const char *operation) {
   if (count == UINT16_MAX) {
     LOG_ERROR_AS(operation, "list is full, %d records\n", count);
@@ -58,13 +40,12 @@ void reset_channel(channel_st *rch) {
     LOG_ERROR("rch is null\n");
     return;
   }
-  std::memset(rch, 0, sizeof *rch);
-  channel::mark_unset(*rch);
+  *rch = channel::unset_service;
 }
 
 channel_st *alloc_channel_info(void) {
   auto *service = channel::allocate_record<channel_st>();
-  channel::mark_unset(*service);
+  *service = channel::unset_service;
   list_init(&service->list);
   return service;
 }

@@ -10,11 +10,11 @@
 namespace channel {
 namespace {
 
-std::uint64_t key_of(const network_ch_st &network) { return network_key(network.net_index, network.network_id); }
+std::uint32_t key_of(const network_ch_st &network) { return network_key(network.net_index, network.network_id); }
 
-std::uint64_t ts_id_key(std::uint64_t network, std::uint16_t ts_id) { return network << 16U | ts_id; }
+std::uint64_t ts_id_key(std::uint32_t network, std::uint16_t ts_id) { return std::uint64_t{network} << 16U | ts_id; }
 
-std::uint64_t ts_id_key(std::uint64_t network, std::uint16_t ts_id, std::uint16_t service_id) {
+std::uint64_t ts_id_key(std::uint32_t network, std::uint16_t ts_id, std::uint16_t service_id) {
   return ts_id_key(network, ts_id) << 16U | service_id;
 }
 
@@ -42,9 +42,10 @@ service_index::service_index(std::size_t filed_later)
   }
 }
 
+// The tables are as large as the list is, or will be when everything that is filed later is new.
 service_index::service_index(const record_counts &counts, std::size_t filed_later)
     : counts_(counts), networks_(counts.networks), transponders_(counts.transponders, filed_later),
-      services_(counts.services) {}
+      services_(std::max(counts.services, filed_later)) {}
 
 void service_index::add(network_ch_st &network) { networks_.keep_first(key_of(network), &network); }
 
@@ -61,45 +62,38 @@ void service_index::add_with_services(network_ch_st &network) {
   }
 }
 
-void service_index::add(const network_ch_st &network, tp_ch_st &transponder) {
+const service_index::place *service_index::add(const network_ch_st &network, tp_ch_st &transponder) {
   const place &at = transponders_.add(key_of(network), transponder);
   if (by_ts_id_) {
-    add_by_ts_id(network, at);
+    add_by_ts_id(at);
   }
+  return &at;
 }
 
-void service_index::add(const network_ch_st &network, const tp_ch_st &transponder, channel_st &service) {
-  const place &at = *transponders_.place_of(transponder);
-  services_.keep_first(service_key(at, service.service_id), &service);
+void service_index::add(const place &on, channel_st &service) {
+  services_.keep_first(service_key(on, service.service_id), &service);
   if (by_ts_id_) {
-    add_by_ts_id(network, at, service);
+    add_by_ts_id(on, service);
   }
 }
 
-void service_index::add_by_ts_id(const network_ch_st &network, const place &at) {
-  by_ts_id_->transponders.keep_first(ts_id_key(key_of(network), at.transponder->ts_id), &at);
+void service_index::add_by_ts_id(const place &at) {
+  by_ts_id_->transponders.keep_first(ts_id_key(at.network, at.transponder->ts_id), &at);
 }
 
 // A service may be filed before others of its id in list order.
-void service_index::add_by_ts_id(const network_ch_st &network, const place &at, const channel_st &service) {
-  const place *&first = by_ts_id_->services.at(ts_id_key(key_of(network), at.transponder->ts_id, service.service_id));
-  first = first != nullptr ? std::min(first, &at) : &at;
+void service_index::add_by_ts_id(const place &on, const channel_st &service) {
+  const place *&first = by_ts_id_->services.at(ts_id_key(on.network, on.transponder->ts_id, service.service_id));
+  first = first != nullptr ? std::min(first, &on) : &on;
 }
 
 service_index::ts_id_tables &service_index::by_ts_id() {
-  if (by_ts_id_) {
-    return *by_ts_id_;
-  }
-  by_ts_id_.emplace(counts_);
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    if (networks_.find(key_of(network)) != &network) {
-      continue;
-    }
-    for (tp_ch_st &transponder : transponders_of(network)) {
-      const place &at = *transponders_.place_of(transponder);
-      add_by_ts_id(network, at);
-      for (const channel_st &service : services_of(transponder)) {
-        add_by_ts_id(network, at, service);
+  if (!by_ts_id_) {
+    by_ts_id_.emplace(counts_);
+    for (const place &at : transponders_.places()) {
+      add_by_ts_id(at);
+      for (const channel_st &service : services_of(*at.transponder)) {
+        add_by_ts_id(at, service);
       }
     }
   }
@@ -114,25 +108,20 @@ network_ch_st *service_index::find_network(std::uint8_t net_index, std::uint16_t
   return network;
 }
 
-tp_ch_st *service_index::find_transponder(const network_ch_st &network, const identity &id) {
-  const std::uint64_t key = key_of(network);
+const service_index::place *service_index::find_transponder(const network_ch_st &network, const identity &id) {
+  const std::uint32_t key = key_of(network);
   const place *at = id.frequency != 0 ? transponders_.find({key, id.frequency, id.polarisation})
                                       : by_ts_id().transponders.find(ts_id_key(key, id.ts_id));
   if (at == nullptr) {
     log_missing_transponder(id.ts_id, id.frequency, id.polarisation);
-    return nullptr;
   }
-  return at->transponder;
-}
-
-channel_st *service_index::find_service(const tp_ch_st &transponder, std::uint16_t service_id) const {
-  return services_.find(service_key(*transponders_.place_of(transponder), service_id));
+  return at;
 }
 
 channel_st *service_index::find_without_frequency(const identity &id) {
-  const std::uint64_t network = network_key(id.net_index, id.network_id);
+  const std::uint32_t network = network_key(id.net_index, id.network_id);
   const place *on = by_ts_id().services.find(ts_id_key(network, id.ts_id, id.service_id));
-  return on != nullptr ? services_.find(service_key(*on, id.service_id)) : nullptr;
+  return on != nullptr ? find_service(*on, id.service_id) : nullptr;
 }
 
 // Takes the finder's steps one by one, which say what is missing.

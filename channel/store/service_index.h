@@ -36,18 +36,21 @@ class service_index {
   }
   channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
 
-  // The steps of filing (see filing.h). A network or transponder that is handed in is one that was found here or added.
-  [[nodiscard]] network_ch_st *find_network(std::uint8_t net_index, std::uint16_t network_id) const;
-  tp_ch_st *find_transponder(const network_ch_st &network, const identity &id);
-  [[nodiscard]] channel_st *find_service(const tp_ch_st &transponder, std::uint16_t service_id) const;
-  // What was appended to the hierarchy.
-  void add(network_ch_st &network);
-  void add(const network_ch_st &network, tp_ch_st &transponder);
-  void add(const network_ch_st &network, const tp_ch_st &transponder, channel_st &service);
-
- private:
   using place = transponder_table::place;
 
+  // The steps of filing (see filing.h).
+  [[nodiscard]] network_ch_st *find_network(std::uint8_t net_index, std::uint16_t network_id) const;
+  const place *find_transponder(const network_ch_st &network, const identity &id);
+  [[nodiscard]] channel_st *find_service(const place &on, std::uint16_t service_id) const {
+    return services_.find(service_key(on, service_id));
+  }
+  static tp_ch_st &record_of(const place &filed) { return *filed.transponder; }
+  // What was appended to the hierarchy.
+  void add(network_ch_st &network);
+  const place *add(const network_ch_st &network, tp_ch_st &transponder);
+  void add(const place &on, channel_st &service);
+
+ private:
   // For identities without a frequency, which are few: made when the first is asked for. Places are those of the first
   // transponder with a transport stream id, and of the first of them that carries a service.
   struct ts_id_tables {
@@ -60,17 +63,17 @@ class service_index {
   service_index(const record_counts &counts, std::size_t filed_later);
   void add_with_services(network_ch_st &network);
   ts_id_tables &by_ts_id();
-  void add_by_ts_id(const network_ch_st &network, const place &at);
-  void add_by_ts_id(const network_ch_st &network, const place &at, const channel_st &service);
+  void add_by_ts_id(const place &at);
+  void add_by_ts_id(const place &on, const channel_st &service);
 
   [[nodiscard]] channel_st *find(const identity &id) const {
     const place *on = transponders_.find({network_key(id.net_index, id.network_id), id.frequency, id.polarisation});
-    return on != nullptr ? services_.find(service_key(*on, id.service_id)) : nullptr;
+    return on != nullptr ? find_service(*on, id.service_id) : nullptr;
   }
   channel_st *find_without_frequency(const identity &id);
   channel_st *miss(const identity &id);
-  [[nodiscard]] std::uint64_t service_key(const place &on, std::uint16_t service_id) const {
-    return std::uint64_t{transponders_.number_of(on)} << 16U | service_id;
+  static std::uint64_t service_key(const place &on, std::uint16_t service_id) {
+    return std::uint64_t{on.number} << 16U | service_id;
   }
 
   record_counts counts_;

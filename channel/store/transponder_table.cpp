@@ -12,14 +12,11 @@ namespace {
 
 std::uint32_t bucket_of(std::uint32_t frequency) { return frequency / frequency_tolerance; }
 
-std::uint64_t address_of(const tp_ch_st &transponder) { return reinterpret_cast<std::uintptr_t>(&transponder); }
-
 }  // namespace
 
-const transponder_table::place &transponder_table::add(std::uint64_t network, tp_ch_st &transponder) {
-  place &added = places_.get()[used_places_++];
-  added.transponder = &transponder;
-  by_address_.keep_first(address_of(transponder), &added);
+const transponder_table::place &transponder_table::add(std::uint32_t network, tp_ch_st &transponder) {
+  place &added = places_.get()[used_places_];
+  added = {&transponder, nullptr, network, used_places_++};
   const query own = {network, transponder.frequency, transponder.polarisation};
   const place *&first = firsts_.at(key_of(own, own.frequency));
   // Of two with one frequency the second is never the first within any tolerance.
@@ -30,10 +27,6 @@ const transponder_table::place &transponder_table::add(std::uint64_t network, tp
     first = find_within_tolerance(own);
   }
   return added;
-}
-
-const transponder_table::place *transponder_table::place_of(const tp_ch_st &transponder) const {
-  return by_address_.find(address_of(transponder));
 }
 
 const transponder_table::place *transponder_table::find_within_tolerance(const query &wanted) const {

@@ -83,15 +83,6 @@ TEST(Image, OfANetworkHoldsEveryFieldInItsPlace) {
   expect_pointers_left_out<network_ch_st>({FIELD(network_ch_st, list, 0), FIELD(network_ch_st, tp_list, 80)});
 }
 
-TEST(Image, ReadIntoItsRecordBecomesTheRecordInPlace) {
-  test_support::expect_settled_as_copied<channel_st>();
-  test_support::expect_settled_as_copied<tp_ch_st>();
-  test_support::expect_settled_as_copied<network_ch_st>();
-  test_support::expect_settled_as_copied<v8_channel_st>();
-  test_support::expect_settled_as_copied<v8_tp_ch_st>();
-  test_support::expect_settled_as_copied<v8_network_ch_st>();
-}
-
 TEST(Image, OfTheListHoldsEverySettingInItsPlace) {
   static_assert(sizeof(image<channel_list_st>) == 460'032);
   expect_places<channel_list_st>({
