@@ -19,7 +19,7 @@ namespace channel::persist {
 struct releasing {
   template <class List>
   void operator()(List *list) const {
-    release_hierarchy(base_of(*list).network_list);
+    free_hierarchy(base_of(*list).network_list);
     std::free(list);
   }
 };
@@ -78,16 +78,13 @@ detached_list<Format> read_detached(const char *path, const detached_reader &rea
     reader.unopened();
     return nullptr;
   }
-  const transient<image<list_type>> header(allocate_record<image<list_type>>());
-  if (!source.read(header->data(), header->size())) {
-    reader.short_header(static_cast<int>(header->size()));
+  if (!source.read(image_within(*list), layout<list_type>::size)) {
+    reader.short_header(static_cast<int>(layout<list_type>::size));
     return nullptr;
   }
-  from_image(*list, *header);
+  settle_image(*list);
   channel_list_st &base = base_of(*list);
-  list_init(&base.network_list);
-  list_init(&base.spare_list_a);
-  list_init(&base.spare_list_b);
+  init_lists(base);
   reader.on_header(base);
   if (!read_networks<Format>(source, base.network_num, base.network_list, reader)) {
     return nullptr;

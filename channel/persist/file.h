@@ -24,7 +24,7 @@ extern const file_door *door;
 class file {
  public:
   // A null path cannot be opened.
-  file(const char *path, const char *mode) : stream_(path != nullptr ? door->open(path, mode) : nullptr) {}
+  file(const char *path, const char *mode);
   ~file() { static_cast<void>(close()); }
   file(const file &) = delete;
   file &operator=(const file &) = delete;
@@ -40,7 +40,11 @@ class file {
   bool close();
 
  private:
+  // Larger than what streams bring: a whole list is read or written in a few dozen system calls.
+  static constexpr std::size_t buffer_size = 65536;
+
   std::FILE *stream_;
+  char buffer_[buffer_size];
 };
 
 }  // namespace channel::persist

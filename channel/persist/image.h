@@ -32,12 +32,28 @@ using image = std::array<std::byte, layout<Record>::size>;
 
 namespace detail {
 
+constexpr std::size_t end_in_memory(const run &part) {
+  return part.repeats > 1 ? part.in_memory + part.repeats * part.memory_stride : part.in_memory + part.size;
+}
+
+// Moves a run of an image that stands in the last bytes of its record to its place, and clears the pointers before and
+// in it. Runs lie at or behind their places, in order: none is overwritten before it is moved.
 template <class Record, std::size_t Index>
-void read_run(std::byte *memory, const std::byte *bytes) {
+void settle_run(std::byte *memory) {
   constexpr run part = layout<Record>::runs[Index];
-  for (std::size_t i = 0; i < part.repeats; ++i) {
-    std::memcpy(memory + part.in_memory + i * part.memory_stride, bytes + part.in_image + i * part.image_stride,
-                part.size);
+  constexpr std::size_t now_at = sizeof(Record) - layout<Record>::size + part.in_image;
+  constexpr std::size_t gap = Index == 0 ? 0 : end_in_memory(layout<Record>::runs[Index - 1]);
+  static_assert(gap <= part.in_memory && part.in_memory <= now_at);
+  static_assert(end_in_memory(part) <= now_at + (part.repeats > 1 ? part.repeats * part.image_stride : part.size));
+  std::memset(memory + gap, 0, part.in_memory - gap);
+  if constexpr (part.repeats > 1) {
+    for (std::size_t i = 0; i < part.repeats; ++i) {
+      std::array<std::byte, part.memory_stride> entry{};
+      std::memcpy(entry.data(), memory + now_at + i * part.image_stride, part.size);
+      std::memcpy(memory + part.in_memory + i * part.memory_stride, entry.data(), entry.size());
+    }
+  } else if constexpr (now_at != part.in_memory) {
+    std::memmove(memory + part.in_memory, memory + now_at, part.size);
   }
 }
 
@@ -51,8 +67,8 @@ void write_run(const std::byte *memory, std::byte *bytes) {
 }
 
 template <class Record, std::size_t... Index>
-void read_runs(std::byte *memory, const std::byte *bytes, std::index_sequence<Index...> /*runs*/) {
-  (read_run<Record, Index>(memory, bytes), ...);
+void settle_runs(std::byte *memory, std::index_sequence<Index...> /*runs*/) {
+  (settle_run<Record, Index>(memory), ...);
 }
 
 template <class Record, std::size_t... Index>
@@ -62,11 +78,17 @@ void write_runs(const std::byte *memory, std::byte *bytes, std::index_sequence<I
 
 }  // namespace detail
 
-// Fills a record from its image. The record's pointers are left as they are.
+// Where a record's image is read to, to become the record in place: its last bytes.
 template <class Record>
-void from_image(Record &record, const image<Record> &bytes) {
-  detail::read_runs<Record>(reinterpret_cast<std::byte *>(&record), bytes.data(),
-                            std::make_index_sequence<layout<Record>::runs.size()>{});
+std::byte *image_within(Record &record) {
+  return reinterpret_cast<std::byte *>(&record) + sizeof(Record) - layout<Record>::size;
+}
+
+// Makes a record of the image within it. The record's pointers are null afterwards.
+template <class Record>
+void settle_image(Record &record) {
+  detail::settle_runs<Record>(reinterpret_cast<std::byte *>(&record),
+                              std::make_index_sequence<layout<Record>::runs.size()>{});
 }
 
 // Fills an image, zero before, from a record. The slots of pointers stay zero.

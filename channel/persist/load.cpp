@@ -11,9 +11,11 @@
 #include "channel/log.h"
 #include "channel/persist/counts.h"
 #include "channel/persist/data_path.h"
+#include "channel/persist/image.h"
 #include "channel/persist/record_reader.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/dumps.h"
+#include "channel/store/hierarchy.h"
 #include "channel/store/links.h"
 #include "channel/store/view.h"
 #include "channel/text.h"
@@ -74,13 +76,24 @@ class channel_file_reader {
   char channel_load_marker_[255] = {};
 };
 
+// The list reads its header in place, over its links and the current view.
+bool read_header(file &source) {
+  if (!source.read(image_within(channel_list), layout<channel_list_st>::size)) {
+    return false;
+  }
+  settle_image(channel_list);
+  init_lists(channel_list);
+  const view all = find_view(VIEW_ALL);
+  channel_list.cur_vch = all.entries;
+  channel_list.cur_vnumber = all.count;
+  return true;
+}
+
 bool read_list(file &source, channel_file_reader &reader) {
-  const transient<image<channel_list_st>> header(allocate_record<image<channel_list_st>>());
-  if (!source.read(header->data(), header->size())) {
+  if (!read_header(source)) {
     reader.short_header();
     return false;
   }
-  from_image(channel_list, *header);
   bring_counts_into_arrays(operation);
   LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);
   LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);

@@ -5,17 +5,17 @@
 #include <algorithm>
 #include <array>
 #include <channel/files.h>
-#include <channel/removal.h>
-#include <channel/store.h>
 
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/persist/detached_list.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/filing.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/links.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
+#include "channel/vindex/removal.h"
 
 namespace channel::persist {
 namespace {
@@ -121,16 +121,11 @@ void append_to_views(channel_st &service) {
   }
 }
 
-channel_st *find_filed(const channel_st &service) {
-  const identity id = identity_of(service);
-  return get_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation);
-}
-
 // Moves a service of the new list into the main one. One that the main list refuses stays the new list's: it is freed.
-void move_service(channel_st &service, const network_ch_st &new_network) {
+void move_service(service_index &index, channel_st &service, const network_ch_st &new_network) {
   list_del_init(&service.list);
-  add_rch_info(&service, new_network.network_name);
-  if (channel_st *filed = find_filed(service); filed != nullptr) {
+  file_service(index, service, new_network.network_name);
+  if (channel_st *filed = index.resolve(identity_of(service)); filed != nullptr) {
     append_to_views(*filed);
   } else {
     LOG_ERROR_AS(operation, " can't find channel  \n");
@@ -141,23 +136,16 @@ void move_service(channel_st &service, const network_ch_st &new_network) {
   }
 }
 
-// The service of the list that one of the new list is. Services filed on the way are found by the finder, through which
-// every miss of the index goes. Without a frequency a filed service may stand before the one that the index knows.
-channel_st *find_known(const channel_st &service, service_index &index) {
-  const identity id = identity_of(service);
-  return id.frequency != 0 ? index.resolve(id) : find_filed(service);
-}
-
 int add_new_services(channel_list_st &new_list) {
   int add_count = 0;
-  service_index index;
+  service_index index(count_records(new_list.network_list).services);
   for (network_ch_st &network : networks_of(new_list.network_list)) {
     for (tp_ch_st &transponder : transponders_of(network)) {
       for (channel_st &service : services_of(transponder)) {
-        if (channel_st *known = find_known(service, index); known != nullptr) {
+        if (channel_st *known = index.resolve(identity_of(service)); known != nullptr) {
           known->country_id = present;
         } else {
-          move_service(service, network);
+          move_service(index, service, network);
           ++add_count;
         }
       }
@@ -192,8 +180,9 @@ int delete_absent_services() {
 int merge_list(channel_list_st &new_list) {
   const int add_count = add_new_services(new_list);
   const int delete_count = delete_absent_services();
-  remove_invalid_virtual_channel();
-  link_rch_info();
+  service_index left;
+  sweep_views(left);
+  link_views(left);
   LOG_TRACE_AS(operation, 2, "add_count %d , delete_count %d \n", add_count, delete_count);
   return add_count + delete_count;
 }

@@ -38,16 +38,15 @@ inline channel_list_st &base_of(v8_channel_list_st &list) { return list.base; }
 inline network_ch_st &base_of(v8_network_ch_st &network) { return network.base; }
 inline tp_ch_st &base_of(v8_tp_ch_st &transponder) { return transponder.base; }
 
-// One record, allocated and filled from the file; null when the file is short.
+// One record, allocated and read in place; null when the file is short.
 template <class Record>
 Record *read_record(file &source) {
-  image<Record> bytes;
-  if (!source.read(bytes.data(), bytes.size())) {
+  transient<Record> record(allocate_record<Record>());
+  if (!source.read(image_within(*record), layout<Record>::size)) {
     return nullptr;
   }
-  auto *record = allocate_record<Record>();
-  from_image(*record, bytes);
-  return record;
+  settle_image(*record);
+  return record.release();
 }
 
 // Reads the services of one transponder. Reader: on_service(service) after each, short_service() on a short file.
@@ -93,7 +92,7 @@ bool read_networks(file &source, int network_num, list_head &network_list, Reade
     auto *record = read_record<typename Format::network>(source);
     if (record == nullptr) {
       reader.short_network();
-      release_hierarchy(network_list);
+      free_hierarchy(network_list);
       return false;
     }
     network_ch_st &network = base_of(*record);
@@ -101,7 +100,7 @@ bool read_networks(file &source, int network_num, list_head &network_list, Reade
     list_init(&network.tp_list);
     list_add_tail(&network.list, &network_list);
     if (!read_transponders<Format>(source, network, reader)) {
-      release_hierarchy(network_list);
+      free_hierarchy(network_list);
       return false;
     }
   }

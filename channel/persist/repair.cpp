@@ -12,8 +12,9 @@
 #include "channel/persist/detached_list.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/dumps.h"
+#include "channel/store/filing.h"
 #include "channel/store/hierarchy.h"
-#include "channel/store/release.h"
+#include "channel/store/service_index.h"
 
 namespace channel::persist {
 namespace {
@@ -133,24 +134,38 @@ void convert_service(channel_st &service, const OldService &old) {
   copy_tail(service, old);
 }
 
-// Files a converted copy of an old service; a second service of the same identity is not filed.
+// A service becomes one of today in its own memory, so that the two lists never stand beside each other there. What
+// earlier versions put behind a record stays with it until the list is loaded again.
+template <class OldService>
+channel_st &convert_in_place(OldService &old) {
+  static_assert(sizeof(OldService) >= sizeof(channel_st));
+  list_del_init(&old.list);
+  channel_st converted = unset_service;
+  convert_service(converted, old);
+  auto &service = reinterpret_cast<channel_st &>(old);
+  service = converted;
+  list_init(&service.list);
+  return service;
+}
+
+// A second service of the same identity is not filed.
 template <class Format>
-void file_converted(channel_st &record, const network_ch_st &old_network) {
-  channel_st *service = alloc_channel_info();
-  convert_service(*service, reinterpret_cast<const typename Format::service &>(record));
-  add_rch_info(service, old_network.network_name);
-  if (is_empty(service->list)) {
-    std::free(service);
+void file_converted(service_index &index, channel_st &record, const network_ch_st &old_network) {
+  channel_st &service = convert_in_place(reinterpret_cast<typename Format::service &>(record));
+  file_service(index, service, old_network.network_name);
+  if (is_empty(service.list)) {
+    std::free(&service);
   }
 }
 
 template <class Format>
 void convert_hierarchy(channel_list_st &old) {
+  service_index index(count_records(old.network_list).services);
   for (network_ch_st &network : networks_of(old.network_list)) {
     print_network(network);
     for (tp_ch_st &transponder : transponders_of(network)) {
       for (channel_st &service : services_of(transponder)) {
-        file_converted<Format>(service, network);
+        file_converted<Format>(index, service, network);
       }
     }
   }

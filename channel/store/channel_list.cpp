@@ -47,9 +47,7 @@ int init_channel_list(void) {
   channel_list.use_group_list = GROUP_ALL;
   channel_list.sub_group_id = -1;
   channel_list.bouquet_id = 0xFFFF;
-  list_init(&channel_list.network_list);
-  list_init(&channel_list.spare_list_a);
-  list_init(&channel_list.spare_list_b);
+  channel::init_lists(channel_list);
   return change_vindex_type(VIEW_ALL);
 }
 

@@ -8,29 +8,32 @@
 #include "channel/store/channel_list.h"
 
 namespace channel {
-namespace {
+void resolving::no_network(const identity &id) {
+  LOG_TRACE_AS(operation, 5, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+               id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+}
 
 // Kept: a missing transponder is reported at level 5 and again at level 2; receivers' logs are read at either.
-struct resolving {
-  static constexpr char operation[] = "get_channel_st";
+void resolving::no_transponder(const identity &id) {
+  LOG_TRACE_AS(operation, 5, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+               id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+  LOG_TRACE_AS(operation, 2, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+               id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+}
 
-  static void no_network(const identity &id) {
-    LOG_TRACE_AS(operation, 5, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
-                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
-  }
-  static void no_transponder(const identity &id) {
-    LOG_TRACE_AS(operation, 5, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
-                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
-    LOG_TRACE_AS(operation, 2, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
-                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
-  }
-  static void no_service(const identity &id) {
-    LOG_TRACE_AS(operation, 5, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
-                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
-  }
-};
+void resolving::no_service(const identity &id) {
+  LOG_TRACE_AS(operation, 5, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+               id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+}
 
-}  // namespace
+void log_missing_network(std::uint8_t net_index, std::uint16_t network_id) {
+  LOG_TRACE_AS("get_network_ch_info", 3, "Fail to find network_ch ni=%d, on_id=0x%x\n", net_index, network_id);
+}
+
+void log_missing_transponder(std::uint16_t ts_id, std::uint32_t frequency, std::uint8_t polarisation) {
+  LOG_TRACE_AS("get_tp_ch_info_by_network_ch", 3, "Fail to find tp_ch ts_id=0x%x, freq=%ld, polar %d \n", ts_id,
+               as_long(frequency), polarisation);
+}
 
 channel_st *resolve(const virtual_channel_st &entry) {
   return get_channel_st(entry.net_index, entry.network_id, entry.ts_id, entry.frequency, entry.service_id,
@@ -47,7 +50,7 @@ network_ch_st *get_network_ch_info(uint8_t net_index, uint16_t network_id) {
       return &network;
     }
   }
-  LOG_TRACE(3, "Fail to find network_ch ni=%d, on_id=0x%x\n", net_index, network_id);
+  channel::log_missing_network(net_index, network_id);
   return nullptr;
 }
 
@@ -62,8 +65,7 @@ tp_ch_st *get_tp_ch_info_by_network_ch(network_ch_st *network, uint16_t ts_id, u
       return &transponder;
     }
   }
-  LOG_TRACE(3, "Fail to find tp_ch ts_id=0x%x, freq=%ld, polar %d \n", ts_id, channel::as_long(frequency),
-            polarisation);
+  channel::log_missing_transponder(ts_id, frequency, polarisation);
   return nullptr;
 }
 

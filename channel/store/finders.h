@@ -54,4 +54,17 @@ located_service locate(const identity &id, const Misses &misses) {
   return found;
 }
 
+// What get_channel_st says of what is missing.
+struct resolving {
+  static constexpr char operation[] = "get_channel_st";
+
+  static void no_network(const identity &id);
+  static void no_transponder(const identity &id);
+  static void no_service(const identity &id);
+};
+
+// What get_network_ch_info and get_tp_ch_info_by_network_ch say of a miss.
+void log_missing_network(std::uint8_t net_index, std::uint16_t network_id);
+void log_missing_transponder(std::uint16_t ts_id, std::uint32_t frequency, std::uint8_t polarisation);
+
 }  // namespace channel

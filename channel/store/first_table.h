@@ -1,26 +1,32 @@
-// A table from keys to pointers that keeps the first pointer of each key. It lives for one call.
+// A table from keys to pointers that keeps the first pointer of each key, and grows as keys come. It lives for one
+// call.
 #pragma once
 
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "channel/store/hierarchy.h"
+#include "channel/store/spread.h"
 
 namespace channel {
 
 template <class Value>
 class first_table {
  public:
-  // Room for as many keys as will be kept at most.
-  explicit first_table(std::size_t keys)
-      : mask_(std::bit_ceil(2 * keys + 1) - 1), slots_(allocate_array<slot>(mask_ + 1)) {}
+  // Room for so many keys; more may come.
+  explicit first_table(std::size_t keys) : mask_(std::bit_ceil(2 * keys + 1) - 1), slots_(allocate_slots()) {}
 
-  // The slot of a key: null in it when the key is new.
+  // The place of a key: null in it when the key is new, and to be filled then. Good until the next key comes.
   Value *&at(std::uint64_t key) {
-    slot &found = find_slot(key);
-    found.key = key;
-    return found.value;
+    slot *found = &find_slot(key);
+    if (found->value == nullptr) {
+      found = is_half_full() ? &find_slot_in_grown(key) : found;
+      found->key = key;
+      ++used_;
+    }
+    return found->value;
   }
 
   void keep_first(std::uint64_t key, Value *value) {
@@ -36,17 +42,31 @@ class first_table {
     Value *value;
   };
 
+  [[nodiscard]] slot *allocate_slots() const { return allocate_array<slot>(mask_ + 1); }
+  [[nodiscard]] bool is_half_full() const { return 2 * (used_ + 1) > mask_ + 1; }
+
   [[nodiscard]] slot &find_slot(std::uint64_t key) const {
-    constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15;
-    constexpr int spread_bits = 32;
-    std::size_t index = static_cast<std::size_t>((key * golden_ratio) >> spread_bits) & mask_;
+    std::size_t index = spread(key) & mask_;
     while (slots_.get()[index].value != nullptr && slots_.get()[index].key != key) {
       index = (index + 1) & mask_;
     }
     return slots_.get()[index];
   }
 
+  slot &find_slot_in_grown(std::uint64_t key) {
+    const std::size_t old_size = mask_ + 1;
+    mask_ = 2 * old_size - 1;
+    const transient<slot> old = std::exchange(slots_, transient<slot>(allocate_slots()));
+    for (std::size_t i = 0; i < old_size; ++i) {
+      if (const slot &moved = old.get()[i]; moved.value != nullptr) {
+        find_slot(moved.key) = moved;
+      }
+    }
+    return find_slot(key);
+  }
+
   std::size_t mask_;
+  std::size_t used_ = 0;
   transient<slot> slots_;
 };
 

@@ -1,4 +1,4 @@
-// Memory of the hierarchy's records, and the operations that create and file them.
+// Memory of the hierarchy's records, and the operations that create and file them one at a time.
 #include "channel/store/hierarchy.h"
 
 #include <channel/store.h>
@@ -6,10 +6,9 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
-#include "channel/text.h"
+#include "channel/store/filing.h"
 
 namespace channel {
 
@@ -22,9 +21,6 @@ void *allocate_zeroed(std::size_t size) {
   return memory;
 }
 
-namespace {
-
-// Counts are 16 bits in the file; a list that has reached the end of its count takes no more.
 bool can_count_one_more(std::uint16_t count, const char *operation) {
   if (count == UINT16_MAX) {
     LOG_ERROR_AS(operation, "list is full, %d records\n", count);
@@ -33,23 +29,6 @@ bool can_count_one_more(std::uint16_t count, const char *operation) {
   return true;
 }
 
-network_ch_st *find_or_create_network(const channel_st &service, const char *name) {
-  network_ch_st *network = get_network_ch_info(service.net_index, service.network_id);
-  return network != nullptr ? network : alloc_network_ch_info(service.net_index, service.network_id, name);
-}
-
-tp_ch_st *find_or_create_transponder(network_ch_st &network, const channel_st &service, const char *operation) {
-  const auto id = identity_of(service);
-  tp_ch_st *transponder = get_tp_ch_info_by_network_ch(&network, id.ts_id, id.frequency, id.polarisation);
-  if (transponder == nullptr && can_count_one_more(network.tp_num, operation)) {
-    transponder = alloc_tp_ch_info(id.ts_id, id.frequency, id.polarisation);
-    append(transponder->list, network.tp_list);
-    ++network.tp_num;
-  }
-  return transponder;
-}
-
-}  // namespace
 }  // namespace channel
 
 using channel::channel_list;
@@ -61,22 +40,12 @@ void reset_channel(channel_st *rch) {
     LOG_ERROR("rch is null\n");
     return;
   }
-  std::memset(rch, 0, sizeof *rch);
-  rch->service_id = 0xFFFF;
-  rch->pmt_pid = 0xFFFF;
-  rch->pcr_pid = 0xFFFF;
-  rch->video_tag = 0xFF;
-  rch->video_pid = 0xFFFF;
-  rch->video_ecm_pid = 0xFFFF;
-  rch->audio_tag = 0xFF;
-  rch->audio_pid = 0xFFFF;
-  rch->reserved_pid = 0xFFFF;
-  rch->reserved_id = 0xFFFF;
+  *rch = channel::unset_service;
 }
 
 channel_st *alloc_channel_info(void) {
   auto *service = channel::allocate_record<channel_st>();
-  reset_channel(service);
+  *service = channel::unset_service;
   list_init(&service->list);
   return service;
 }
@@ -112,26 +81,7 @@ int add_rch_info(channel_st *rch, const char *network_name) {
     LOG_ERROR("rch is null\n");
     return -1;
   }
-  network_ch_st *network = channel::find_or_create_network(*rch, network_name);
-  if (network == nullptr) {
-    return -1;
-  }
-  tp_ch_st *transponder = channel::find_or_create_transponder(*network, *rch, __func__);
-  if (transponder == nullptr) {
-    return -1;
-  }
-  if (const channel_st *filed = get_rch_ch_info_by_tp_ch(transponder, rch->service_id); filed != nullptr) {
-    LOG_WARNING("rch: s_id(0x%x), n_id(0x%x), ts_id(0x%x), name(%s), type(0x%04x)\n", filed->service_id,
-                filed->network_id, filed->ts_id, channel::name_of(*filed).c_str(), channel::type_of(*filed));
-    return 0;
-  }
-  if (!channel::can_count_one_more(transponder->rch_num, __func__)) {
-    return -1;
-  }
-  LOG_TRACE(2, "rch: s_id(0x%x), n_id(0x%x), ts_id(0x%x), name(%s), type(0x%04x)\n", rch->service_id, rch->network_id,
-            rch->ts_id, channel::name_of(*rch).c_str(), channel::type_of(*rch));
-  channel::append(rch->list, transponder->rch_list);
-  ++transponder->rch_num;
-  return 0;
+  channel::walked_hierarchy hierarchy;
+  return channel::file_service(hierarchy, *rch, network_name);
 }
 }

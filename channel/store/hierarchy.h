@@ -42,6 +42,12 @@ class records {
   list_head *head_;
 };
 
+inline void init_lists(channel_list_st &list) {
+  list_init(&list.network_list);
+  list_init(&list.spare_list_a);
+  list_init(&list.spare_list_b);
+}
+
 inline auto networks_of(list_head &network_list) { return records<network_ch_st>(network_list); }
 inline auto transponders_of(network_ch_st &network) { return records<tp_ch_st>(network.tp_list); }
 inline auto services_of(tp_ch_st &transponder) { return records<channel_st>(transponder.rch_list); }
@@ -62,6 +68,22 @@ inline void unlink(list_head &node) {
 
 // The real channel of a view entry, found again from its identity; the entry's cached pointer is not used.
 channel_st *resolve(const virtual_channel_st &entry);
+
+// A real channel of which nothing is known: zero but for the fields that have a value of their own for it.
+inline constexpr channel_st unset_service = [] {
+  channel_st service{};
+  service.service_id = 0xFFFF;
+  service.pmt_pid = 0xFFFF;
+  service.pcr_pid = 0xFFFF;
+  service.video_tag = 0xFF;
+  service.video_pid = 0xFFFF;
+  service.video_ecm_pid = 0xFFFF;
+  service.audio_tag = 0xFF;
+  service.audio_pid = 0xFFFF;
+  service.reserved_pid = 0xFFFF;
+  service.reserved_id = 0xFFFF;
+  return service;
+}();
 
 // Zero-filled memory that goes back with free. Never null: the process stops when there is none left.
 void *allocate_zeroed(std::size_t size);

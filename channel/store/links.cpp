@@ -12,6 +12,8 @@
 namespace channel {
 namespace {
 
+constexpr char operation[] = "link_rch_info";
+
 void link_view(int type, service_index &index) {
   const view linked = fetch_view(static_cast<std::int8_t>(type));
   if (!linked) {
@@ -30,13 +32,12 @@ void link_view(int type, service_index &index) {
 }  // namespace
 
 // Kept: the walk visits one view past the last favourite group; it is empty or, behind a full table, unknown.
-int link_rch_info() {
-  LOG_TRACE(2, "\n");
+int link_views(service_index &index) {
+  LOG_TRACE_AS(operation, 2, "\n");
   if (channel_list.cur_vch == nullptr || channel_list.cur_vnumber == nullptr) {
-    LOG_ERROR(" channel_list NULL !! ");
+    LOG_ERROR_AS(operation, " channel_list NULL !! ");
     return -1;
   }
-  service_index index;
   for (int type = VIEW_ALL; type <= VIEW_PROMOTION; ++type) {
     link_view(type, index);
   }
@@ -45,6 +46,11 @@ int link_rch_info() {
     link_view(type, index);
   }
   return 0;
+}
+
+int link_rch_info() {
+  service_index index;
+  return link_views(index);
 }
 
 }  // namespace channel

@@ -6,14 +6,16 @@
 #include <array>
 #include <channel/return_channels.h>
 #include <channel/store.h>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
-#include <functional>
-#include <span>
+#include <utility>
 
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/spread.h"
 #include "channel/store/view.h"
 
 namespace channel {
@@ -24,15 +26,46 @@ list_head doomed_mark;
 
 bool is_doomed(const channel_st &service) { return service.list.next == &doomed_mark; }
 
+// The channels of one batch by their addresses.
+class batch {
+ public:
+  static constexpr std::size_t capacity = 2048;
+
+  void add(const channel_st &service) {
+    slot_of(&service) = &service;
+    ++count_;
+    lowest_ = std::min(lowest_, address_of(&service));
+    highest_ = std::max(highest_, address_of(&service));
+  }
+  [[nodiscard]] bool is_full() const { return count_ == capacity; }
+  // Records allocated together are released together: most other pointers lie outside their range.
+  [[nodiscard]] bool holds(const channel_st *service) {
+    return address_of(service) - lowest_ <= highest_ - lowest_ && slot_of(service) == service;
+  }
+
+ private:
+  static std::uintptr_t address_of(const channel_st *service) { return reinterpret_cast<std::uintptr_t>(service); }
+
+  // Where a channel stands, or the free slot where it would.
+  const channel_st *&slot_of(const channel_st *service) {
+    std::size_t index = static_cast<std::size_t>(spread(address_of(service))) % slots_.size();
+    while (slots_[index] != nullptr && slots_[index] != service) {
+      index = (index + 1) % slots_.size();
+    }
+    return slots_[index];
+  }
+
+  std::array<const channel_st *, 2 * capacity> slots_{};
+  std::size_t count_ = 0;
+  std::uintptr_t lowest_ = UINTPTR_MAX;
+  std::uintptr_t highest_ = 0;
+};
+
 // Takes pointers to doomed channels out of everything that keeps any. Pointers are compared, never followed: a host may
 // have freed a record of its own that an entry still points to.
-void forget(std::span<channel_st *> doomed) {
-  constexpr std::less<> before;
-  std::ranges::sort(doomed, before);
-  const auto forget_if_doomed = [doomed, before](virtual_channel_st &entry) {
-    // Records allocated together are released together: most pointers lie outside the range of a batch.
-    if (!before(entry.rch, doomed.front()) && !before(doomed.back(), entry.rch) &&
-        std::ranges::binary_search(doomed, entry.rch, before)) {
+void forget(batch &doomed) {
+  const auto forget_if_doomed = [&doomed](virtual_channel_st &entry) {
+    if (doomed.holds(entry.rch)) {
       entry.rch = nullptr;
     }
   };
@@ -59,16 +92,16 @@ void doomed_services::add_all(tp_ch_st &transponder) {
 }
 
 doomed_services::~doomed_services() {
-  constexpr std::size_t batch_size = 512;
-  std::array<channel_st *, batch_size> batch;
   while (first_ != nullptr) {
-    std::size_t count = 0;
-    for (; first_ != nullptr && count < batch_size; first_ = first_->prev) {
-      batch[count++] = reinterpret_cast<channel_st *>(first_);
+    batch doomed;
+    const list_head *behind = first_;
+    for (; behind != nullptr && !doomed.is_full(); behind = behind->prev) {
+      doomed.add(*reinterpret_cast<const channel_st *>(behind));
     }
-    const std::span doomed = std::span(batch).first(count);
     forget(doomed);
-    std::ranges::for_each(doomed, std::free);
+    while (first_ != behind) {
+      std::free(std::exchange(first_, first_->prev));
+    }
   }
 }
 
@@ -86,6 +119,19 @@ void release_hierarchy(list_head &network_list) {
     }
     free_record(network.list);
   }
+}
+
+void free_hierarchy(list_head &network_list) {
+  for (network_ch_st &network : networks_of(network_list)) {
+    for (tp_ch_st &transponder : transponders_of(network)) {
+      for (channel_st &service : services_of(transponder)) {
+        std::free(&service);
+      }
+      std::free(&transponder);
+    }
+    std::free(&network);
+  }
+  list_init(&network_list);
 }
 
 namespace {

@@ -32,6 +32,9 @@ void free_record(list_head &node);
 // Releases every network below a head with all that hangs from it; the head is empty afterwards.
 void release_hierarchy(list_head &network_list);
 
+// The same for records that no view and no host has seen yet: nothing points to their channels.
+void free_hierarchy(list_head &network_list);
+
 // Counts in records never fall below 0, whatever a host has written there.
 template <class Count>
 void count_down(Count &count) {

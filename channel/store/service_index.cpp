@@ -1,46 +1,28 @@
-// The tables of a service_index. Transponders stand in buckets as wide as the tolerance: whatever matches a frequency
-// is in its bucket or in one beside it.
+// The tables of a service_index, and what it logs on a miss: line for line what the finder logs.
 #include "channel/store/service_index.h"
 
 #include <algorithm>
-#include <channel/store.h>
-#include <cstdint>
 
 #include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
 
 namespace channel {
 namespace {
 
-std::uint64_t network_key(std::uint8_t net_index, std::uint16_t network_id) {
-  return std::uint64_t{net_index} << 16U | network_id;
-}
+std::uint32_t key_of(const network_ch_st &network) { return network_key(network.net_index, network.network_id); }
 
-std::uint64_t bucket_key(std::uint64_t network, std::uint8_t polarisation, std::uint32_t bucket) {
-  return network << 40U | std::uint64_t{polarisation} << 32U | bucket;
-}
+std::uint64_t ts_id_key(std::uint32_t network, std::uint16_t ts_id) { return std::uint64_t{network} << 16U | ts_id; }
 
-std::uint64_t ts_id_key(std::uint64_t network, std::uint16_t ts_id, std::uint16_t service_id) {
-  return network << 32U | std::uint64_t{ts_id} << 16U | service_id;
+std::uint64_t ts_id_key(std::uint32_t network, std::uint16_t ts_id, std::uint16_t service_id) {
+  return ts_id_key(network, ts_id) << 16U | service_id;
 }
-
-std::uint32_t bucket_of(std::uint32_t frequency) { return frequency / frequency_tolerance; }
 
 }  // namespace
 
-service_index::service_index() : service_index(count_records()) {
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    add_network(network);
-  }
-}
-
-service_index::service_index(const record_counts &counts)
-    : counts_(counts), nodes_(allocate_array<transponder_node>(counts.transponders + 1)), networks_(counts.networks),
-      buckets_(counts.transponders), services_(counts.services) {}
-
-service_index::record_counts service_index::count_records() {
+record_counts count_records(list_head &network_list) {
   record_counts counts;
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+  for (network_ch_st &network : networks_of(network_list)) {
     ++counts.networks;
     for (tp_ch_st &transponder : transponders_of(network)) {
       ++counts.transponders;
@@ -52,79 +34,110 @@ service_index::record_counts service_index::count_records() {
   return counts;
 }
 
+service_index::service_index(std::size_t filed_later)
+    : service_index(count_records(channel_list.network_list), filed_later) {
+  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+    add(network);
+    add_with_services(network);
+  }
+}
+
+// The tables are as large as the list is, or will be when everything that is filed later is new.
+service_index::service_index(const record_counts &counts, std::size_t filed_later)
+    : counts_(counts), networks_(counts.networks), transponders_(counts.transponders, filed_later),
+      services_(std::max(counts.services, filed_later)) {}
+
+void service_index::add(network_ch_st &network) { networks_.keep_first(key_of(network), &network); }
+
 // The finder never looks into a second network of the same identity.
-void service_index::add_network(network_ch_st &network) {
-  network_ch_st *&first = networks_.at(network_key(network.net_index, network.network_id));
-  if (first != nullptr) {
+void service_index::add_with_services(network_ch_st &network) {
+  if (networks_.find(key_of(network)) != &network) {
     return;
   }
-  first = &network;
   for (tp_ch_st &transponder : transponders_of(network)) {
-    add_transponder(network, transponder);
-  }
-}
-
-void service_index::add_transponder(const network_ch_st &network, tp_ch_st &transponder) {
-  transponder_node &node = nodes_.get()[used_nodes_++];
-  const std::uint64_t key = bucket_key(network_key(network.net_index, network.network_id), transponder.polarisation,
-                                       bucket_of(transponder.frequency));
-  transponder_node *&bucket = buckets_.at(key);
-  node = {&transponder, bucket};
-  bucket = &node;
-  for (channel_st &service : services_of(transponder)) {
-    services_.keep_first(service_key(node, service.service_id), &service);
-  }
-}
-
-std::uint64_t service_index::service_key(const transponder_node &node, std::uint16_t service_id) const {
-  return static_cast<std::uint64_t>(&node - nodes_.get()) << 16U | service_id;
-}
-
-// Few hosts ask without a frequency: the table is made when the first does.
-void service_index::index_by_ts_id() {
-  services_by_ts_id_.emplace(counts_.services);
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    const std::uint64_t key = network_key(network.net_index, network.network_id);
-    if (networks_.find(key) != &network) {
-      continue;
+    const place &at = transponders_.add(key_of(network), transponder);
+    for (channel_st &service : services_of(transponder)) {
+      services_.keep_first(service_key(at, service.service_id), &service);
     }
-    for (tp_ch_st &transponder : transponders_of(network)) {
-      for (channel_st &service : services_of(transponder)) {
-        services_by_ts_id_->keep_first(ts_id_key(key, transponder.ts_id, service.service_id), &service);
+  }
+}
+
+const service_index::place *service_index::add(const network_ch_st &network, tp_ch_st &transponder) {
+  const place &at = transponders_.add(key_of(network), transponder);
+  if (by_ts_id_) {
+    add_by_ts_id(at);
+  }
+  return &at;
+}
+
+void service_index::add(const place &on, channel_st &service) {
+  services_.keep_first(service_key(on, service.service_id), &service);
+  if (by_ts_id_) {
+    add_by_ts_id(on, service);
+  }
+}
+
+void service_index::add_by_ts_id(const place &at) {
+  by_ts_id_->transponders.keep_first(ts_id_key(at.network, at.transponder->ts_id), &at);
+}
+
+// A service may be filed before others of its id in list order.
+void service_index::add_by_ts_id(const place &on, const channel_st &service) {
+  const place *&first = by_ts_id_->services.at(ts_id_key(on.network, on.transponder->ts_id, service.service_id));
+  first = first != nullptr ? std::min(first, &on) : &on;
+}
+
+service_index::ts_id_tables &service_index::by_ts_id() {
+  if (!by_ts_id_) {
+    by_ts_id_.emplace(counts_);
+    for (const place &at : transponders_.places()) {
+      add_by_ts_id(at);
+      for (const channel_st &service : services_of(*at.transponder)) {
+        add_by_ts_id(at, service);
       }
     }
   }
+  return *by_ts_id_;
 }
 
-const service_index::transponder_node *service_index::find_transponder(const identity &id) const {
-  const std::uint32_t bucket = bucket_of(id.frequency);
-  const transponder_node *first = nullptr;
-  for (std::uint32_t beside = bucket - std::min(bucket, 1U); beside <= bucket + 1; ++beside) {
-    const std::uint64_t key = bucket_key(network_key(id.net_index, id.network_id), id.polarisation, beside);
-    for (const transponder_node *node = buckets_.find(key); node != nullptr; node = node->next_in_bucket) {
-      const bool matches = is_transponder(*node->transponder, id.ts_id, id.frequency, id.polarisation);
-      first = matches && (first == nullptr || node < first) ? node : first;
-    }
+network_ch_st *service_index::find_network(std::uint8_t net_index, std::uint16_t network_id) const {
+  network_ch_st *network = networks_.find(network_key(net_index, network_id));
+  if (network == nullptr) {
+    log_missing_network(net_index, network_id);
   }
-  return first;
+  return network;
 }
 
-channel_st *service_index::find(const identity &id) {
-  if (id.frequency == 0) {
-    if (!services_by_ts_id_) {
-      index_by_ts_id();
-    }
-    return services_by_ts_id_->find(ts_id_key(network_key(id.net_index, id.network_id), id.ts_id, id.service_id));
+const service_index::place *service_index::find_transponder(const network_ch_st &network, const identity &id) {
+  const std::uint32_t key = key_of(network);
+  const place *at = id.frequency != 0 ? transponders_.find({key, id.frequency, id.polarisation})
+                                      : by_ts_id().transponders.find(ts_id_key(key, id.ts_id));
+  if (at == nullptr) {
+    log_missing_transponder(id.ts_id, id.frequency, id.polarisation);
   }
-  const transponder_node *node = find_transponder(id);
-  return node != nullptr ? services_.find(service_key(*node, id.service_id)) : nullptr;
+  return at;
 }
 
-channel_st *service_index::resolve(const identity &id) {
-  channel_st *found = channel_list.network_num != 0 ? find(id) : nullptr;
-  return found != nullptr
-             ? found
-             : get_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation);
+channel_st *service_index::find_without_frequency(const identity &id) {
+  const std::uint32_t network = network_key(id.net_index, id.network_id);
+  const place *on = by_ts_id().services.find(ts_id_key(network, id.ts_id, id.service_id));
+  return on != nullptr ? find_service(*on, id.service_id) : nullptr;
+}
+
+// Takes the finder's steps one by one, which say what is missing.
+channel_st *service_index::miss(const identity &id) {
+  if (channel_list.network_num == 0) {
+    return nullptr;
+  }
+  const network_ch_st *network = find_network(id.net_index, id.network_id);
+  if (network == nullptr) {
+    resolving::no_network(id);
+  } else if (id.frequency != 0 && find_transponder(*network, id) == nullptr) {
+    resolving::no_transponder(id);
+  } else {
+    resolving::no_service(id);
+  }
+  return nullptr;
 }
 
 }  // namespace channel

@@ -1,54 +1,86 @@
-// Resolves identities in about constant time for one pass over a whole list, with exactly the finder's answer: the
-// first network, the first transponder in list order within the tolerance, the first service in it. Built for one call,
-// since hosts write records directly; services may be filed while it lives, none may go.
+// Resolves identities in about constant time for one pass over a whole list, with exactly the finder's answer and log
+// lines: the first network, the first transponder in list order within the tolerance, the first service in it. Built
+// for one call, since hosts write records directly; records may be filed while it lives, none may go.
 #pragma once
 
 #include <channel/records.h>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "channel/identity.h"
+#include "channel/store/channel_list.h"
 #include "channel/store/first_table.h"
+#include "channel/store/transponder_table.h"
 
 namespace channel {
 
+struct record_counts {
+  std::size_t networks = 0;
+  std::size_t transponders = 0;
+  std::size_t services = 0;
+};
+
+// The records that hang from a list, whatever the counts in them say.
+record_counts count_records(list_head &network_list);
+
 class service_index {
  public:
-  // Over the channel list in memory.
-  service_index();
+  // Over the channel list in memory. So many services may be filed while it lives, each on a transponder of its own.
+  explicit service_index(std::size_t filed_later = 0);
 
-  // The service of an identity. A miss goes through the finder, so that its log lines appear as they always would.
-  channel_st *resolve(const identity &id);
+  // The service of an identity, as get_channel_st finds it.
+  channel_st *resolve(const identity &id) {
+    channel_st *found = id.frequency != 0 ? find(id) : find_without_frequency(id);
+    return found != nullptr && channel_list.network_num != 0 ? found : miss(id);
+  }
   channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
 
+  using place = transponder_table::place;
+
+  // The steps of filing (see filing.h).
+  [[nodiscard]] network_ch_st *find_network(std::uint8_t net_index, std::uint16_t network_id) const;
+  const place *find_transponder(const network_ch_st &network, const identity &id);
+  [[nodiscard]] channel_st *find_service(const place &on, std::uint16_t service_id) const {
+    return services_.find(service_key(on, service_id));
+  }
+  static tp_ch_st &record_of(const place &filed) { return *filed.transponder; }
+  // What was appended to the hierarchy.
+  void add(network_ch_st &network);
+  const place *add(const network_ch_st &network, tp_ch_st &transponder);
+  void add(const place &on, channel_st &service);
+
  private:
-  // A transponder, by its place in list order; those of one bucket are chained.
-  struct transponder_node {
-    tp_ch_st *transponder;
-    transponder_node *next_in_bucket;
-  };
-  struct record_counts {
-    std::size_t networks = 0;
-    std::size_t transponders = 0;
-    std::size_t services = 0;
+  // For identities without a frequency, which are few: made when the first is asked for. Places are those of the first
+  // transponder with a transport stream id, and of the first of them that carries a service.
+  struct ts_id_tables {
+    explicit ts_id_tables(const record_counts &counts) : transponders(counts.transponders), services(counts.services) {}
+
+    first_table<const place> transponders;
+    first_table<const place> services;
   };
 
-  explicit service_index(const record_counts &counts);
-  static record_counts count_records();
-  void add_network(network_ch_st &network);
-  void add_transponder(const network_ch_st &network, tp_ch_st &transponder);
-  void index_by_ts_id();
+  service_index(const record_counts &counts, std::size_t filed_later);
+  void add_with_services(network_ch_st &network);
+  ts_id_tables &by_ts_id();
+  void add_by_ts_id(const place &at);
+  void add_by_ts_id(const place &on, const channel_st &service);
 
-  channel_st *find(const identity &id);
-  [[nodiscard]] const transponder_node *find_transponder(const identity &id) const;
-  [[nodiscard]] std::uint64_t service_key(const transponder_node &node, std::uint16_t service_id) const;
+  [[nodiscard]] channel_st *find(const identity &id) const {
+    const place *on = transponders_.find({network_key(id.net_index, id.network_id), id.frequency, id.polarisation});
+    return on != nullptr ? find_service(*on, id.service_id) : nullptr;
+  }
+  channel_st *find_without_frequency(const identity &id);
+  channel_st *miss(const identity &id);
+  static std::uint64_t service_key(const place &on, std::uint16_t service_id) {
+    return std::uint64_t{on.number} << 16U | service_id;
+  }
 
   record_counts counts_;
-  std::size_t used_nodes_ = 0;
-  transient<transponder_node> nodes_;
   first_table<network_ch_st> networks_;
-  first_table<transponder_node> buckets_;
+  transponder_table transponders_;
   first_table<channel_st> services_;
-  std::optional<first_table<channel_st>> services_by_ts_id_;
+  std::optional<ts_id_tables> by_ts_id_;
 };
 
 }  // namespace channel

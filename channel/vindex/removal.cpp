@@ -61,6 +61,13 @@ void remove_located(const located_service &found) {
 
 }  // namespace
 
+void sweep_views(service_index &index) {
+  LOG_TRACE_AS("remove_invalid_virtual_channel", 2, "\n");
+  for_each_swept_view([&index](const view &swept) {
+    swept.remove_if([&index](const virtual_channel_st &entry) { return index.resolve(entry) == nullptr; });
+  });
+}
+
 void show_tv_or_radio(const char *operation) {
   if (channel_list.tv_vnumber >= 1) {
     change_vindex_type(VIEW_TV);
@@ -137,11 +144,8 @@ int vtype_remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t netw
 }
 
 int remove_invalid_virtual_channel(void) {
-  LOG_TRACE(2, "\n");
   channel::service_index index;
-  channel::for_each_swept_view([&index](const view &swept) {
-    swept.remove_if([&index](const virtual_channel_st &entry) { return index.resolve(entry) == nullptr; });
-  });
+  channel::sweep_views(index);
   return 0;
 }
 

@@ -1,12 +1,11 @@
 // Sorting permutes whole entries inside a view. The comparisons are those that hosts see in the order: they are not
-// total orders (a null channel equals every other, a frequency difference wraps at 32 bits), which `qsort` bears.
+// total orders (a null channel equals every other, a frequency difference wraps at 32 bits), which entry_sort bears.
 #include <channel/sorting.h>
 
 #include <algorithm>
 #include <array>
 #include <channel/views.h>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <span>
 #include <strings.h>
@@ -14,17 +13,10 @@
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/view.h"
+#include "channel/vindex/entry_sort.h"
 
 namespace channel {
 namespace {
-
-using entry_comparison = int(const virtual_channel_st &, const virtual_channel_st &);
-
-// qsort's face of a comparison.
-template <entry_comparison Compare>
-int compare_untyped(const void *a, const void *b) {
-  return Compare(*static_cast<const virtual_channel_st *>(a), *static_cast<const virtual_channel_st *>(b));
-}
 
 int compare_service_id(const virtual_channel_st &a, const virtual_channel_st &b) { return a.service_id - b.service_id; }
 
@@ -68,26 +60,25 @@ int compare_bytes(const virtual_channel_st &a, const virtual_channel_st &b) {
   return difference != 0 ? difference : std::memcmp(&a.rch, &b.rch, sizeof(channel_st *));
 }
 
-void sort_entries(std::span<virtual_channel_st> entries, int (*compare)(const void *, const void *)) {
-  if (!entries.empty()) {
-    std::qsort(entries.data(), entries.size(), sizeof(virtual_channel_st), compare);
-  }
+template <int Compare(const virtual_channel_st &, const virtual_channel_st &)>
+void sort_entries(std::span<virtual_channel_st> entries) {
+  entry_sort<Compare>{entries};
 }
 
 struct view_sort {
   int type;
   const char *name;
-  int (*compare)(const void *, const void *);
+  void (*sort)(std::span<virtual_channel_st> entries);
 };
 
 constexpr std::array view_sorts = {
-    view_sort{SORT_CH_NAME, "SORT_CH_NAME", compare_untyped<compare_name>},
-    view_sort{SORT_TRANSPONDER, "SORT_TRANSPONDER", compare_untyped<compare_transponder>},
-    view_sort{SORT_NUMBER, "SORT_NUMBER", compare_untyped<compare_number>},
+    view_sort{SORT_CH_NAME, "SORT_CH_NAME", sort_entries<compare_name>},
+    view_sort{SORT_TRANSPONDER, "SORT_TRANSPONDER", sort_entries<compare_transponder>},
+    view_sort{SORT_NUMBER, "SORT_NUMBER", sort_entries<compare_number>},
     view_sort{SORT_BOUQUET, "SORT_BOUQUET", nullptr},
-    view_sort{SORT_SERVICE_ID, "SORT_SERVICE_ID", compare_untyped<compare_service_id>},
-    view_sort{SORT_FAV_DEFAULT, "SORT_FAV_DEFAULT", compare_untyped<compare_favourite_id>},
-    view_sort{SORT_USER_TYPE, "SORT_USER_TYPE", compare_untyped<compare_user_order>},
+    view_sort{SORT_SERVICE_ID, "SORT_SERVICE_ID", sort_entries<compare_service_id>},
+    view_sort{SORT_FAV_DEFAULT, "SORT_FAV_DEFAULT", sort_entries<compare_favourite_id>},
+    view_sort{SORT_USER_TYPE, "SORT_USER_TYPE", sort_entries<compare_user_order>},
 };
 
 // 0, or -1 for a type that is unknown or not supported.
@@ -99,11 +90,11 @@ int qsort_virtual_channel(std::span<virtual_channel_st> entries, int sort_type) 
     return -1;
   }
   LOG_PLAIN(2, "%s\n", sort->name);
-  if (sort->compare == nullptr) {
+  if (sort->sort == nullptr) {
     return -1;
   }
   LOG_TRACE(2, "vnumber %d \n", static_cast<int>(entries.size()));
-  sort_entries(entries, sort->compare);
+  sort->sort(entries);
   LOG_TRACE(2, "\n");
   return 0;
 }
@@ -170,13 +161,13 @@ int sort_vindex_by_number(int8_t view_type) {
   if (!sorted) {
     return -1;
   }
-  channel::sort_entries(sorted.used(), channel::compare_untyped<channel::compare_bytes>);
+  channel::sort_entries<channel::compare_bytes>(sorted.used());
   return 0;
 }
 
 int sort_vindex(void) {
   for (const int type : {VIEW_ALL, VIEW_PROMOTION, VIEW_TV, VIEW_RADIO}) {
-    channel::sort_entries(channel::find_view(type).used(), channel::compare_untyped<channel::compare_bytes>);
+    channel::sort_entries<channel::compare_bytes>(channel::find_view(type).used());
   }
   return 0;
 }

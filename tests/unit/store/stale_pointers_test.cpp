@@ -117,6 +117,29 @@ TEST_P(StalePointers, TheHistoryPrintsAnEmptyNameForAFreedChannel) {
   EXPECT_EQ(writes_at(2, [] { return remove_return_channel(0, 1, 1, 100, 11'000'000, 1, 0); }).at(1), listed);
 }
 
+class StalePointersOfMany : public store_test, public ::testing::WithParamInterface<int> {};
+
+// Channels are forgotten and freed in batches of 2,048.
+TEST_P(StalePointersOfMany, NoEntryPointsToAFreedChannelAndNoOtherIsForgotten) {
+  fill_view(VIEW_ALL, GetParam());
+  channel_st *kept = file_service({.net_index = 2});
+  append_entry(VIEW_WORK, list.vch[0]);
+  append_entry(VIEW_WORK, list.vch[GetParam() - 1]);
+  append_entry(VIEW_WORK, entry_of(*kept, 1));
+
+  release_network_ch_info(networks().at(0));
+
+  for (int i = 0; i < GetParam(); ++i) {
+    ASSERT_EQ(list.vch[i].rch, nullptr) << i;
+  }
+  const virtual_channel_st *work = get_virtual_channel_st(VIEW_WORK);
+  EXPECT_EQ(work[0].rch, nullptr);
+  EXPECT_EQ(work[1].rch, nullptr);
+  EXPECT_EQ(work[2].rch, kept);
+}
+
+INSTANTIATE_TEST_SUITE_P(Channels, StalePointersOfMany, ::testing::Values(1, 2047, 2048, 2049, 4096, 4097, 5000));
+
 INSTANTIATE_TEST_SUITE_P(OfA, StalePointers, ::testing::ValuesIn(ways_out),
                          [](const auto &tested) { return std::string(tested.param.name); });
 
