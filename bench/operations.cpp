@@ -47,6 +47,21 @@ void repair() {
   require(repair_channel(8, path.c_str()) == 0, "repair_channel");
 }
 
+// One of the two networks went, and half of every view's entries lead nowhere.
+void release_a_network() {
+  restore_full_store();
+  release_network_ch_info(reinterpret_cast<network_ch_st *>(get_channel_list()->network_list.prev));
+}
+
+void sweep() {
+  require(remove_invalid_virtual_channel() == 0 && *get_virtual_channel_vnumber(VIEW_ALL) == MAX_CHANNEL / 2,
+          "remove_invalid_virtual_channel");
+}
+
+void clean_up_providers() {
+  require(remove_invalid_provider_info() == 0 && get_provider_number() == 1, "remove_invalid_provider_info");
+}
+
 void link() { require(channel::link_rch_info() == 0, "link_rch_info"); }
 
 template <std::int16_t Number>
@@ -65,6 +80,15 @@ void index_by_ts_info() {
   require(get_vch_index_by_ts_info(last.vch_tag, last.net_index, last.network_id, last.ts_id, last.frequency,
                                    last.service_id, last.polarisation) == MAX_CHANNEL - 1,
           "get_vch_index_by_ts_info");
+}
+
+// Everything that a host asks before it tunes to the last channel of the TV view.
+void zap() {
+  require(change_vindex_type(VIEW_TV) == 0, "change_vindex_type");
+  const std::int16_t vindex = get_channel_index(MAX_TV_CHANNEL);
+  require(check_skip_channel_index(vindex) == 0 && check_available_channel(vindex) == 1, "asking for the channel");
+  const channel_st *found = get_channel(vindex);
+  require(check_limited_channel(found) == 1 && found->service_id == MAX_TV_CHANNEL, "get_channel");
 }
 
 void shuffle_view() {
@@ -106,6 +130,8 @@ constexpr std::array catalogue = {
     operation{"repair_channel:version_8", reading, release, repair, records, list_bytes, true},
 
     operation{"floor:store_pointers", {}, nullptr, floors::store_pointers, entries_of_all_views},
+    operation{"remove_invalid_virtual_channel", storing, release_a_network, sweep, entries_of_all_views, 0, true},
+    operation{"remove_invalid_provider_info", steps_to_last_entry, restore_full_store, clean_up_providers, MAX_CHANNEL},
     operation{"link_rch_info", storing, nullptr, link, entries_of_all_views, 0, true},
 
     operation{"floor:walk_1_number", {}, nullptr, floors::walk_numbers<1>, 1},
@@ -119,6 +145,8 @@ constexpr std::array catalogue = {
     operation{"get_channel:first", steps_to_first_service, nullptr, channel_at<0>, steps_to_first},
     operation{"get_channel:last", steps_to_last_service, nullptr, channel_at<MAX_CHANNEL - 1>, steps_to_last},
     operation{"get_vch_index_by_ts_info:last", steps_to_last_entry, nullptr, index_by_ts_info, MAX_CHANNEL},
+
+    operation{"zapping_request:last", steps_to_last_entry, nullptr, zap, MAX_TV_CHANNEL},
 
     operation{"floor:sort_names", {}, floors::shuffle_names, floors::sort_names, MAX_CHANNEL, 0, true},
     operation{"sort_vch_type:name", sorting, shuffle_view, sort_by_name, MAX_CHANNEL, 0, true},

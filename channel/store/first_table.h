@@ -16,7 +16,8 @@ template <class Value>
 class first_table {
  public:
   // Room for so many keys; more may come.
-  explicit first_table(std::size_t keys) : mask_(std::bit_ceil(2 * keys + 1) - 1), slots_(allocate_slots()) {}
+  explicit first_table(std::size_t keys)
+      : mask_(std::bit_ceil(2 * keys + 2) - 1), slots_(allocate_array<slot>(mask_ + 1)) {}
 
   // The place of a key: null in it when the key is new, and to be filled then. Good until the next key comes.
   Value *&at(std::uint64_t key) {
@@ -42,11 +43,10 @@ class first_table {
     Value *value;
   };
 
-  [[nodiscard]] slot *allocate_slots() const { return allocate_array<slot>(mask_ + 1); }
   [[nodiscard]] bool is_half_full() const { return 2 * (used_ + 1) > mask_ + 1; }
 
   [[nodiscard]] slot &find_slot(std::uint64_t key) const {
-    std::size_t index = spread(key) & mask_;
+    auto index = static_cast<std::size_t>(spread(key) >> shift_);
     while (slots_.get()[index].value != nullptr && slots_.get()[index].key != key) {
       index = (index + 1) & mask_;
     }
@@ -56,7 +56,8 @@ class first_table {
   slot &find_slot_in_grown(std::uint64_t key) {
     const std::size_t old_size = mask_ + 1;
     mask_ = 2 * old_size - 1;
-    const transient<slot> old = std::exchange(slots_, transient<slot>(allocate_slots()));
+    --shift_;
+    const transient<slot> old = std::exchange(slots_, transient<slot>(allocate_array<slot>(mask_ + 1)));
     for (std::size_t i = 0; i < old_size; ++i) {
       if (const slot &moved = old.get()[i]; moved.value != nullptr) {
         find_slot(moved.key) = moved;
@@ -66,6 +67,7 @@ class first_table {
   }
 
   std::size_t mask_;
+  int shift_ = std::countl_zero(std::uint64_t{mask_});
   std::size_t used_ = 0;
   transient<slot> slots_;
 };

@@ -29,7 +29,9 @@ bool is_doomed(const channel_st &service) { return service.list.next == &doomed_
 // The channels of one batch by their addresses.
 class batch {
  public:
-  static constexpr std::size_t capacity = 2048;
+  static constexpr int slot_bits = 12;
+  static constexpr std::size_t slots = std::size_t{1} << slot_bits;
+  static constexpr std::size_t capacity = slots / 2;
 
   void add(const channel_st &service) {
     slot_of(&service) = &service;
@@ -48,14 +50,14 @@ class batch {
 
   // Where a channel stands, or the free slot where it would.
   const channel_st *&slot_of(const channel_st *service) {
-    std::size_t index = static_cast<std::size_t>(spread(address_of(service))) % slots_.size();
+    auto index = static_cast<std::size_t>(spread(address_of(service)) >> (64 - slot_bits));
     while (slots_[index] != nullptr && slots_[index] != service) {
-      index = (index + 1) % slots_.size();
+      index = (index + 1) % slots;
     }
     return slots_[index];
   }
 
-  std::array<const channel_st *, 2 * capacity> slots_{};
+  std::array<const channel_st *, slots> slots_{};
   std::size_t count_ = 0;
   std::uintptr_t lowest_ = UINTPTR_MAX;
   std::uintptr_t highest_ = 0;

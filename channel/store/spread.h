@@ -5,10 +5,9 @@
 
 namespace channel {
 
-// Spreads keys that differ little, as ids and addresses do, over 32 bits.
-constexpr std::uint32_t spread(std::uint64_t key) {
-  constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15;
-  return static_cast<std::uint32_t>((key * golden_ratio) >> 32U);
-}
+// The high bits of the product depend on every bit of the key: a slot is as many of them as its number has. The
+// multiplier is one that is known to scatter keys in even steps well, and the keys here are such: ids, frequencies and
+// addresses in rows.
+constexpr std::uint64_t spread(std::uint64_t key) { return key * 0xD1342543DE82EF95; }
 
 }  // namespace channel

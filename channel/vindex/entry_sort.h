@@ -51,16 +51,16 @@ class entry_sort {
 
   // Puts the entry from position order[i] to position i, cycle by cycle; a position that has its entry names itself.
   void arrange(std::span<position> order) {
-    for (position first = 0; first < order.size(); ++first) {
+    for (std::size_t first = 0; first < order.size(); ++first) {
       const virtual_channel_st displaced = entries_[first];
-      position place = first;
-      for (position from = order[place]; from != first; from = order[place]) {
+      std::size_t place = first;
+      for (std::size_t from = order[place]; from != first; from = order[place]) {
         entries_[place] = entries_[from];
-        order[place] = place;
+        order[place] = static_cast<position>(place);
         place = from;
       }
       entries_[place] = displaced;
-      order[place] = place;
+      order[place] = static_cast<position>(place);
     }
   }
 
