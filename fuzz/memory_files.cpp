@@ -55,7 +55,7 @@ std::string &memory_files::at(const std::string &path) {
   return found != contents_.end() ? found->second : contents_.emplace(path, take_spare_file()).first->second;
 }
 
-std::FILE *memory_files::open(const char *path, const char *mode) {
+std::FILE *memory_files::open(const char *path, const char *mode, std::span<char> /*buffer*/) {
   if (mode[0] == 'w') {
     current->at(path).clear();
   }

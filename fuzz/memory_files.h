@@ -21,7 +21,7 @@ class memory_files {
   [[nodiscard]] int open_files() const { return open_files_; }
 
  private:
-  static std::FILE *open(const char *path, const char *mode);
+  static std::FILE *open(const char *path, const char *mode, std::span<char> buffer);
   static std::size_t read(void *data, std::size_t size, std::size_t items, std::FILE *file);
   static std::size_t write(const void *data, std::size_t size, std::size_t items, std::FILE *file);
   static int flush(std::FILE *file);

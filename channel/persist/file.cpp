@@ -5,16 +5,22 @@
 
 namespace channel::persist {
 
-constinit const file_door system_door = {std::fopen, std::fread, std::fwrite, std::fflush, std::fclose, ::sync};
+namespace {
+
+std::FILE *open_stream(const char *path, const char *mode, std::span<char> buffer) {
+  std::FILE *stream = std::fopen(path, mode);
+  if (stream != nullptr) {
+    // A stream that refuses the buffer has one of its own.
+    static_cast<void>(std::setvbuf(stream, buffer.data(), _IOFBF, buffer.size()));
+  }
+  return stream;
+}
+
+}  // namespace
+
+constinit const file_door system_door = {open_stream, std::fread, std::fwrite, std::fflush, std::fclose, ::sync};
 
 const file_door *door = &system_door;
-
-file::file(const char *path, const char *mode) : stream_(path != nullptr ? door->open(path, mode) : nullptr) {
-  if (stream_ != nullptr) {
-    // A stream that refuses the buffer has one of its own.
-    static_cast<void>(std::setvbuf(stream_, buffer_, _IOFBF, buffer_size));
-  }
-}
 
 bool file::close() {
   if (stream_ == nullptr) {

@@ -2,14 +2,17 @@
 // chosen call, or writes short, can stand in its place.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdio>
+#include <span>
 
 namespace channel::persist {
 
-// What the library asks of the file system. Results are those of the functions of <cstdio> that stand behind it.
+// What the library asks of the file system. Results are those of the functions of <cstdio> that stand behind it. The
+// buffer that an open file is lent stays until it is closed.
 struct file_door {
-  std::FILE *(*open)(const char *path, const char *mode);
+  std::FILE *(*open)(const char *path, const char *mode, std::span<char> buffer);
   std::size_t (*read)(void *data, std::size_t size, std::size_t items, std::FILE *file);
   std::size_t (*write)(const void *data, std::size_t size, std::size_t items, std::FILE *file);
   int (*flush)(std::FILE *file);
@@ -24,7 +27,7 @@ extern const file_door *door;
 class file {
  public:
   // A null path cannot be opened.
-  file(const char *path, const char *mode);
+  file(const char *path, const char *mode) : stream_(path != nullptr ? door->open(path, mode, buffer_) : nullptr) {}
   ~file() { static_cast<void>(close()); }
   file(const file &) = delete;
   file &operator=(const file &) = delete;
@@ -43,8 +46,8 @@ class file {
   // Larger than what streams bring: a whole list is read or written in a few dozen system calls.
   static constexpr std::size_t buffer_size = 65536;
 
+  std::array<char, buffer_size> buffer_;
   std::FILE *stream_;
-  char buffer_[buffer_size];
 };
 
 }  // namespace channel::persist

@@ -64,7 +64,9 @@ bytes written_to_memory = {};
 char *memory = nullptr;
 std::size_t memory_size = 0;
 
-std::FILE *open_memory(const char * /*path*/, const char * /*mode*/) { return ::open_memstream(&memory, &memory_size); }
+std::FILE *open_memory(const char * /*path*/, const char * /*mode*/, std::span<char> /*buffer*/) {
+  return ::open_memstream(&memory, &memory_size);
+}
 
 int close_memory(std::FILE *file) {
   const int result = std::fclose(file);

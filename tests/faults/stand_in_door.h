@@ -50,10 +50,10 @@ class stand_in_door {
     return plan_.fails(kind);
   }
 
-  static std::FILE *open(const char *path, const char *mode) {
+  static std::FILE *open(const char *path, const char *mode, std::span<char> buffer) {
     const char *opened = path == current->redirected_ ? current->destination_.c_str() : path;
     const bool fails = current->fails(door_call::open, open_event(path, mode));
-    std::FILE *file = fails ? nullptr : std::fopen(opened, mode);
+    std::FILE *file = fails ? nullptr : channel::persist::system_door.open(opened, mode, buffer);
     current->open_files_ += file != nullptr;
     return file;
   }

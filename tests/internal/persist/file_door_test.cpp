@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "faults/stand_in_door.h"
 #include "support/temp_dir.h"
 
@@ -22,8 +24,21 @@ class FileDoor : public ::testing::Test {
 };
 
 TEST_F(FileDoor, IsTheStandardLibraryAtFirst) {
-  EXPECT_EQ(channel::persist::system_door.open, &std::fopen);
+  EXPECT_EQ(channel::persist::system_door.read, &std::fread);
+  EXPECT_EQ(channel::persist::system_door.write, &std::fwrite);
   EXPECT_EQ(channel::persist::system_door.close, &std::fclose);
+}
+
+TEST_F(FileDoor, OpensAStreamThatWorksInTheBufferThatItIsLent) {
+  std::array<char, 1024> buffer = {};
+  std::FILE *stream = channel::persist::system_door.open(path().c_str(), "w+", buffer);
+  ASSERT_NE(stream, nullptr);
+
+  std::fputs("filed", stream);
+
+  EXPECT_STREQ(buffer.data(), "filed");
+  EXPECT_EQ(std::fclose(stream), 0);
+  EXPECT_EQ(test_support::read_file(path()), "filed");
 }
 
 TEST_F(FileDoor, IsNotKnockedAtForANullPath) {
