@@ -17,13 +17,13 @@ class first_table {
  public:
   // Room for so many keys; more may come.
   explicit first_table(std::size_t keys)
-      : mask_(std::bit_ceil(2 * keys + 2) - 1), slots_(allocate_array<slot>(mask_ + 1)) {}
+      : mask_(std::bit_ceil(keys + keys / 3 + 2) - 1), slots_(allocate_array<slot>(mask_ + 1)) {}
 
   // The place of a key: null in it when the key is new, and to be filled then. Good until the next key comes.
   Value *&at(std::uint64_t key) {
     slot *found = &find_slot(key);
     if (found->value == nullptr) {
-      found = is_half_full() ? &find_slot_in_grown(key) : found;
+      found = is_full() ? &find_slot_in_grown(key) : found;
       found->key = key;
       ++used_;
     }
@@ -43,7 +43,7 @@ class first_table {
     Value *value;
   };
 
-  [[nodiscard]] bool is_half_full() const { return 2 * (used_ + 1) > mask_ + 1; }
+  [[nodiscard]] bool is_full() const { return 4 * (used_ + 1) > 3 * (mask_ + 1); }
 
   [[nodiscard]] slot &find_slot(std::uint64_t key) const {
     auto index = static_cast<std::size_t>(spread(key) >> shift_);
