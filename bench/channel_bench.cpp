@@ -1,7 +1,6 @@
-// channel_bench: times every operation and its floors over the full list, and closes with a table that sets them side
-// by side. What allocates is measured twice: with memory at hand ("warm"), and with memory that the system has to map
-// first
-// ("fresh").
+// channel_bench: times every operation, its floors and its peers over the full list, and closes with a table that sets
+// operations and floors side by side. What allocates is measured twice: with memory at hand ("warm"), and with memory
+// that the system has to map first ("fresh").
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <unistd.h>
@@ -9,12 +8,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "full_store.h"
 #include "operations.h"
+#include "peers.h"
 
 namespace {
 
@@ -59,6 +60,15 @@ std::string run_name(std::string_view operation_name, memory from) {
 void register_operation(const operation &registered, memory from) {
   benchmark::RegisterBenchmark(run_name(registered.name, from).c_str(),
                                [&registered, from](benchmark::State &state) { measure(state, registered, from); });
+}
+
+void register_operations(std::span<const operation> registered) {
+  for (const operation &each : registered) {
+    register_operation(each, memory::warm);
+    if (each.takes_memory) {
+      register_operation(each, memory::fresh);
+    }
+  }
 }
 
 // The console's lines, and at the end the best run of each operation beside the best runs of its floors.
@@ -119,11 +129,9 @@ int main(int argc, char **argv) {
   }
   keep_freed_memory();
   bench::set_the_scene();
-  for (const operation &each : bench::operations()) {
-    register_operation(each, memory::warm);
-    if (each.takes_memory) {
-      register_operation(each, memory::fresh);
-    }
+  register_operations(bench::operations());
+  for (const auto peer : bench::peers()) {
+    register_operations(peer);
   }
   ratio_reporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);

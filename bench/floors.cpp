@@ -15,15 +15,21 @@
 #include <string>
 #include <vector>
 
+#include "channel/identity.h"
+#include "channel/store/hierarchy.h"
 #include "full_store.h"
+#include "trace_line.h"
 
 namespace bench::floors {
 namespace {
 
 std::array<char, header_bytes> header;
+std::array<char, 4096> file_buffer;
 std::array<std::int16_t, MAX_CHANNEL> numbers;
-std::array<const char *, MAX_CHANNEL> shuffled_names;
-std::array<const char *, MAX_CHANNEL> names;
+std::vector<const char *> shuffled_names;
+std::vector<const char *> names;
+std::vector<virtual_channel_st> entries_to_sort;
+std::vector<virtual_channel_st> viewed;
 std::vector<channel_st *> linked;
 
 // The last record read; each points to the one before it.
@@ -33,20 +39,6 @@ void *last_record = nullptr;
 template <class Value>
 void keep(const Value &value) {
   asm volatile("" : : "g"(&value) : "memory");
-}
-
-// Calls for every record of the hierarchy in the file's order.
-template <class Use>
-void for_every_record(const Use &use) {
-  for (int network = 0; network < networks; ++network) {
-    use(network_bytes);
-    for (int transponder = 0; transponder < transponders_per_network; ++transponder) {
-      use(transponder_bytes);
-      for (int service = 0; service < services_per_transponder; ++service) {
-        use(service_bytes);
-      }
-    }
-  }
 }
 
 const list_head *follow(const list_head &head, int links) {
@@ -61,15 +53,48 @@ int compare_names(const void *a, const void *b) {
   return ::strcasecmp(*static_cast<const char *const *>(a), *static_cast<const char *const *>(b));
 }
 
-std::vector<std::span<virtual_channel_st>> full_views() {
-  std::vector<std::span<virtual_channel_st>> views;
+int compare_numbers(const void *a, const void *b) {
+  return static_cast<const virtual_channel_st *>(a)->major_ch_num -
+         static_cast<const virtual_channel_st *>(b)->major_ch_num;
+}
+
+// A view with as many entries as it had when the floors took their part of the store.
+struct filled_view {
+  virtual_channel_st *entries;
+  std::int16_t *count;
+  std::int16_t taken;
+};
+std::vector<filled_view> filled_views;
+
+void take_views() {
+  filled_views.clear();
   for (int type = VIEW_ALL; type <= VIEW_FAVOURITE_LAST; ++type) {
+    const auto code = static_cast<std::int8_t>(type);
     if (type != VIEW_WORK && (type <= VIEW_PROMOTION || type >= VIEW_FAVOURITE)) {
-      const auto code = static_cast<std::int8_t>(type);
-      views.emplace_back(get_virtual_channel_st(code), static_cast<std::size_t>(*get_virtual_channel_vnumber(code)));
+      std::int16_t *count = get_virtual_channel_vnumber(code);
+      filled_views.push_back({get_virtual_channel_st(code), count, *count});
     }
   }
-  return views;
+}
+
+// The service of an entry, met by walking everything from the first network on; null when it is not there.
+channel_st *walk_to_service(const virtual_channel_st &entry) {
+  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
+    if (network.net_index != entry.net_index || network.network_id != entry.network_id) {
+      continue;
+    }
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      if (!channel::is_transponder(transponder, entry.ts_id, entry.frequency, entry.polarisation)) {
+        continue;
+      }
+      for (channel_st &service : channel::services_of(transponder)) {
+        if (service.service_id == entry.service_id) {
+          return &service;
+        }
+      }
+    }
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -79,14 +104,18 @@ void take_from_store() {
   std::transform(all, all + MAX_CHANNEL, numbers.begin(),
                  [](const virtual_channel_st &entry) { return entry.major_ch_num; });
   const auto shuffled = shuffled_entries();
+  shuffled_names.resize(shuffled.size());
   std::transform(shuffled.begin(), shuffled.end(), shuffled_names.begin(),
                  [](const virtual_channel_st &entry) { return entry.rch->name[0].text; });
-  linked.clear();
-  for (const auto entries : full_views()) {
-    std::transform(entries.begin(), entries.end(), std::back_inserter(linked),
-                   [](const virtual_channel_st &entry) { return entry.rch; });
+  take_views();
+  viewed.clear();
+  for (const auto &[entries, count, taken] : filled_views) {
+    viewed.insert(viewed.end(), entries, entries + taken);
   }
-  require(linked.size() == entries_of_all_views, "filling every view");
+  linked.resize(viewed.size());
+  std::transform(viewed.begin(), viewed.end(), linked.begin(),
+                 [](const virtual_channel_st &entry) { return entry.rch; });
+  require(services_in_store() != MAX_CHANNEL || linked.size() == entries_of_all_views, "filling every view");
 }
 
 void copy_header() {
@@ -97,14 +126,15 @@ void copy_header() {
 void read_records() {
   static const std::string path = scratch_path(list_file);
   std::FILE *file = std::fopen(path.c_str(), "r");
-  require(file != nullptr && std::fread(header.data(), header.size(), 1, file) == 1, "reading the header");
-  for_every_record([file](std::size_t size) {
+  require(file != nullptr && std::setvbuf(file, file_buffer.data(), _IOFBF, file_buffer.size()) == 0, "opening a file");
+  require(std::fread(header.data(), header.size(), 1, file) == 1, "reading the header");
+  for (const std::size_t size : record_sizes()) {
     void *record = std::calloc(1, size);
     require(record != nullptr && std::fread(record, size, 1, file) == 1, "reading a record");
     // The record's link slot.
     std::memcpy(record, &last_record, sizeof last_record);
     last_record = record;
-  });
+  }
   require(std::fclose(file) == 0, "closing the file");
 }
 
@@ -134,7 +164,7 @@ void write_records() {
   };
   require(file != nullptr, "opening a file");
   write(header_bytes);
-  for_every_record(write);
+  std::for_each(record_sizes().begin(), record_sizes().end(), write);
   require(std::fclose(file) == 0, "closing the file");
 }
 
@@ -171,15 +201,70 @@ void sort_names() {
   keep(names);
 }
 
+void shuffle_entries() {
+  const auto shuffled = shuffled_entries();
+  entries_to_sort.assign(shuffled.begin(), shuffled.end());
+}
+
+void sort_entries() {
+  std::qsort(entries_to_sort.data(), entries_to_sort.size(), sizeof entries_to_sort[0], compare_numbers);
+  keep(entries_to_sort);
+}
+
+void walk_hierarchy() {
+  int sum = 0;
+  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      for (const channel_st &service : channel::services_of(transponder)) {
+        sum += service.provider_id;
+      }
+    }
+  }
+  keep(sum);
+}
+
+void link_by_nested_walks() {
+  for (const auto &[entries, count, taken] : filled_views) {
+    for (virtual_channel_st &entry : std::span(entries, static_cast<std::size_t>(taken))) {
+      entry.rch = walk_to_service(entry);
+      require(entry.rch != nullptr, "walking to a service");
+    }
+  }
+}
+
 void store_pointers() {
-  static const auto views = full_views();
   const auto *service = linked.data();
-  for (const auto entries : views) {
-    for (virtual_channel_st &entry : entries) {
+  for (const auto &[entries, count, taken] : filled_views) {
+    for (virtual_channel_st &entry : std::span(entries, static_cast<std::size_t>(taken))) {
       entry.rch = *service++;
     }
   }
   keep(*get_channel_list());
+}
+
+void restore_views() {
+  const virtual_channel_st *entry = viewed.data();
+  for (const auto &[entries, count, taken] : filled_views) {
+    std::copy_n(entry, taken, entries);
+    *count = taken;
+    entry += taken;
+  }
+}
+
+void compact_views() {
+  const std::uint8_t first_network = get_virtual_channel_st(VIEW_ALL)->net_index;
+  for (const auto &[entries, count, taken] : filled_views) {
+    const auto *end = std::remove_if(entries, entries + taken, [first_network](const virtual_channel_st &entry) {
+      return entry.net_index != first_network;
+    });
+    *count = static_cast<std::int16_t>(end - entries);
+  }
+}
+
+void call_nothing() {
+  for (int i = 0; i < lines_per_run; ++i) {
+    do_nothing(i);
+  }
 }
 
 }  // namespace bench::floors

@@ -31,13 +31,24 @@ inline constexpr std::size_t file_bytes =
 inline constexpr char list_file[] = "channel.dat";
 inline constexpr char saved_file[] = "saved.dat";
 
-// A new scan of the same list: every tenth service replaced by another one. And the list as version 8 filed it.
+// A new scan of the same list: the first service of every transponder replaced by another one, every tenth. And the
+// list as version 8 filed it.
 inline constexpr char scan_file[] = "scan.dat";
 inline constexpr char version_8_file[] = "v8.dat";
-inline constexpr int replaced_services = MAX_CHANNEL / 10;
 
-// Builds the list and its file. Called once, before everything else.
-void build_full_store();
+// What a replaced service's id is raised by.
+inline constexpr int to_replacing_id = 0x2000;
+
+// More would want more ids than there are for services and those that replace them.
+inline constexpr int most_services = 20'000;
+
+// Builds the list and its files. Called once, before everything else. What grows with the list is measured at other
+// numbers of services too. Every provider but the last has services.
+void build_full_store(int services = MAX_CHANNEL);
+
+// How many services the list was built with, and how many of them the scan replaces.
+int services_in_store();
+int replaced_services();
 
 // Releases the list and loads it from its file: the ALL view is current and in the file's order.
 void restore_full_store();
@@ -47,6 +58,9 @@ std::string scratch_path(const char *name);
 
 // What the channel file holds.
 std::span<const char> file_contents();
+
+// The sizes of the records behind the file's header, in the file's order.
+std::span<const std::size_t> record_sizes();
 
 // The ALL view in an order that is always the same, and far from the names' order.
 std::span<const virtual_channel_st> shuffled_entries();
@@ -64,6 +78,18 @@ class muted_stdout {
 
  private:
   int saved_;
+};
+
+// The library logs nothing while this lives, not even errors.
+class silenced_log {
+ public:
+  silenced_log();
+  ~silenced_log();
+  silenced_log(const silenced_log &) = delete;
+  silenced_log &operator=(const silenced_log &) = delete;
+
+ private:
+  int level_;
 };
 
 }  // namespace bench

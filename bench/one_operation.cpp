@@ -1,19 +1,35 @@
-// one_operation: runs one operation of the catalogue so that a profiler can be switched on for it alone: everything
-// that is measured happens below the function measured_run. The operation runs once before, so that nothing is counted
-// that only the first call of a process does.
+// one_operation: runs operations of the catalogue so that a profiler can be switched on for each alone: everything that
+// is measured happens below the function measured_run, and measurement_ends is called behind it. Each operation runs
+// once before, so that nothing is counted that only the first call of a process does.
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <span>
 #include <string_view>
 
 #include "full_store.h"
 #include "operations.h"
 
+#if __has_include(<valgrind/callgrind.h>)
+#include <valgrind/callgrind.h>
+#else
+#define CALLGRIND_START_INSTRUMENTATION static_cast<void>(0)
+#define CALLGRIND_STOP_INSTRUMENTATION static_cast<void>(0)
+#endif
+
 // The statement behind the call keeps it from becoming a jump, which a profiler would not see return.
-extern "C" [[gnu::noinline]] void measured_run(void (*run)());
+extern "C" {
+[[gnu::noinline]] void measured_run(void (*run)());
+[[gnu::noinline]] void measurement_ends();
+}
 
 extern "C" void measured_run(void (*run)()) {
   run();
   asm volatile("" : : : "memory");
 }
+
+// Where a profiler that cannot see a function return stops counting.
+extern "C" void measurement_ends() { asm volatile("" : : : "memory"); }
 
 namespace {
 
@@ -29,7 +45,10 @@ void run_twice(const operation &measured) {
   if (measured.prepare != nullptr) {
     measured.prepare();
   }
+  CALLGRIND_START_INSTRUMENTATION;
   measured_run(measured.run);
+  CALLGRIND_STOP_INSTRUMENTATION;
+  measurement_ends();
 }
 
 void print_name(std::string_view name, char end) {
@@ -49,31 +68,65 @@ void list_operations() {
   }
 }
 
+void list_growing() {
+  for (const operation &each : bench::operations()) {
+    if (each.grows != bench::growth::not_measured) {
+      print_name(each.name, ' ');
+      print_name(each.grows == bench::growth::as_sorting ? "sorts" : "walks", '\n');
+    }
+  }
+}
+
 int usage() {
-  static_cast<void>(std::fputs("Usage: one_operation NAME | all | --list\n", stderr));
+  static_cast<void>(std::fputs("Usage: one_operation [--services N] NAME... | all | --list | --growing\n"
+                               "Lists of other sizes than the full one take only what --growing lists.\n",
+                               stderr));
   return 2;
+}
+
+void run_all() {
+  bench::set_the_scene();
+  for (const operation &each : bench::operations()) {
+    run_twice(each);
+  }
+}
+
+// False when a name is none of the catalogue's, or needs the full list.
+bool run_named(std::span<char *const> names, int services) {
+  const auto fits = [services](const char *name) {
+    const operation *found = bench::find_operation(name);
+    return found != nullptr && (services == MAX_CHANNEL || found->grows != bench::growth::not_measured);
+  };
+  if (names.empty() || !std::all_of(names.begin(), names.end(), fits)) {
+    return false;
+  }
+  bench::set_the_scene(services);
+  for (const char *name : names) {
+    run_twice(*bench::find_operation(name));
+  }
+  return true;
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
-  if (argc != 2) {
+  std::span<char *const> words(argv + 1, static_cast<std::size_t>(std::max(argc - 1, 0)));
+  int services = MAX_CHANNEL;
+  if (words.size() > 2 && words[0] == std::string_view("--services")) {
+    services = std::atoi(words[1]);
+    words = words.subspan(2);
+  }
+  if (services < 1 || services > bench::most_services || words.empty()) {
     return usage();
   }
-  const std::string_view wanted = argv[1];
-  if (wanted == "--list") {
-    list_operations();
+  const std::string_view first = words[0];
+  if (first == "--list" || first == "--growing") {
+    first == "--list" ? list_operations() : list_growing();
     return 0;
   }
-  const operation *found = bench::find_operation(wanted);
-  if (found == nullptr && wanted != "all") {
-    return usage();
+  if (first == "all" && services == MAX_CHANNEL) {
+    run_all();
+    return 0;
   }
-  bench::set_the_scene();
-  for (const operation &each : bench::operations()) {
-    if (wanted == "all" || &each == found) {
-      run_twice(each);
-    }
-  }
-  return 0;
+  return run_named(words, services) ? 0 : usage();
 }

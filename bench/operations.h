@@ -2,6 +2,8 @@
 // this table.
 #pragma once
 
+#include <channel/records.h>
+
 #include <array>
 #include <cstdint>
 #include <span>
@@ -11,6 +13,10 @@ namespace bench {
 
 // One or two; the second is empty when there is one.
 using floor_names = std::array<std::string_view, 2>;
+
+// How the cost may grow with the list, for operations that can be measured with lists of other sizes: nearly as the
+// number of services, or, for sorts of the ALL view, as that of its entries and its logarithm.
+enum class growth { not_measured, near_linear, as_sorting };
 
 struct operation {
   std::string_view name;
@@ -24,6 +30,7 @@ struct operation {
   std::int64_t bytes = 0;
   // True when it allocates, so that it matters whether memory is at hand.
   bool takes_memory = false;
+  growth grows = growth::not_measured;
 
   [[nodiscard]] bool is_floor() const { return floors[0].empty(); }
 };
@@ -33,8 +40,8 @@ std::span<const operation> operations();
 // Null for a name that is not in the catalogue.
 const operation *find_operation(std::string_view name);
 
-// Builds the scene, once; brings it back before each operation.
-void set_the_scene();
+// Builds the scene for a number of services, once; brings it back before each operation.
+void set_the_scene(int services = MAX_CHANNEL);
 void reset_the_scene();
 
 }  // namespace bench

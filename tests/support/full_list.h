@@ -40,4 +40,9 @@ virtual_channel_st &append_entry(std::int8_t view_type, const virtual_channel_st
 // views hold them: the first 4,000 TV, the others radio), every view, favourite group and group table full.
 void fill_everything();
 
+// The same with another number of services: ten on a transponder, half of the transponders in either network. Of more
+// than 5,000 the views show every second, third and so on, so that both networks are shown; they are full when the
+// number divides. The favourite groups are always full.
+void fill_list(int services);
+
 }  // namespace test_support
