@@ -174,7 +174,7 @@ void script_reader::entry(byte_reader &operands) {
   const auto number = static_cast<int>(operands.number(2));
   const std::uint8_t favorite_id = operands.byte();
   if (room(view) > 0) {
-    const std::size_t position = get(made_.file.data, view.count, 2);
+    const auto position = static_cast<std::size_t>(get(made_.file.data, view.count, 2));
     add_entry(view, service, number, favorite_id);
     made_.file.set(view.array + position * test_support::entry_size, 1, operands.byte());
   }

@@ -49,15 +49,15 @@ void make_edited_list() {
   for (int i = 1; i <= 40; ++i) {
     const auto number = static_cast<std::uint16_t>(i);
     const bool second = i > 25;
-    channel_st *service =
-        test_support::file_service({.net_index = static_cast<std::uint8_t>(second ? 254 : 1),
-                                    .network_id = static_cast<std::uint16_t>(second ? 65'535 : 1),
-                                    .ts_id = static_cast<std::uint16_t>(65'535 - i / 5),
-                                    .frequency = second ? 4'294'967'295 - i / 5 * 100'000 : 10'700'000 + i / 5 * 20'000,
-                                    .service_id = static_cast<std::uint16_t>(65'535 - i * 7 % 41),
-                                    .polarisation = static_cast<std::uint8_t>(i / 5 % 2),
-                                    .service_type = i % 3 == 0 ? SERVICE_TYPE_RADIO : SERVICE_TYPE_TV,
-                                    .name = "Service \xC3\xA9 " + std::to_string(number * 7919 % 1000)});
+    channel_st *service = test_support::file_service(
+        {.net_index = static_cast<std::uint8_t>(second ? 254 : 1),
+         .network_id = static_cast<std::uint16_t>(second ? 65'535 : 1),
+         .ts_id = static_cast<std::uint16_t>(65'535 - i / 5),
+         .frequency = second ? 4'294'967'295 - i / 5 * 100'000 : 10'700'000 + i / 5 * 20'000,
+         .service_id = static_cast<std::uint16_t>(65'535 - i * 7 % 41),
+         .polarisation = static_cast<std::uint8_t>(i / 5 % 2),
+         .service_type = static_cast<std::uint8_t>(i % 3 == 0 ? SERVICE_TYPE_RADIO : SERVICE_TYPE_TV),
+         .name = "Service \xC3\xA9 " + std::to_string(number * 7919 % 1000)});
     test_support::append_entry(VIEW_ALL, test_support::entry_of(*service, static_cast<std::int16_t>(i)));
   }
   create_vindex_type(VIEW_ALL, -1);
