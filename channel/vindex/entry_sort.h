@@ -17,8 +17,10 @@ namespace channel {
 template <int Compare(const virtual_channel_st &, const virtual_channel_st &)>
 class entry_sort {
  public:
-  explicit entry_sort(std::span<virtual_channel_st> entries) : entries_(entries) {
-    const std::span<position> order = std::span(order_).first(entries.size());
+  explicit entry_sort(std::span<virtual_channel_st> entries) : entries_(entries) {}
+
+  void run() {
+    const std::span<position> order = std::span(order_).first(entries_.size());
     std::iota(order.begin(), order.end(), position{0});
     sort(order);
     arrange(order);

@@ -62,7 +62,7 @@ int compare_bytes(const virtual_channel_st &a, const virtual_channel_st &b) {
 
 template <int Compare(const virtual_channel_st &, const virtual_channel_st &)>
 void sort_entries(std::span<virtual_channel_st> entries) {
-  entry_sort<Compare>{entries};
+  entry_sort<Compare>(entries).run();
 }
 
 struct view_sort {

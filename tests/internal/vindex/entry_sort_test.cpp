@@ -52,7 +52,7 @@ TEST_P(EntrySort, OrdersEntriesAndKeepsTheOrderOfEqualOnes) {
       return a.major_ch_num < b.major_ch_num;
     });
 
-    channel::entry_sort<compare_number>{sorted};
+    channel::entry_sort<compare_number>(sorted).run();
 
     EXPECT_EQ(positions(sorted), positions(expected)) << different_numbers;
   }
@@ -62,7 +62,7 @@ TEST_P(EntrySort, KeepsEveryEntryOnceWhateverTheComparisonAnswers) {
   std::vector<virtual_channel_st> sorted = entries_numbered(GetParam(), 100);
   std::vector<int> kept = positions(sorted);
 
-  channel::entry_sort<answer_anything>{sorted};
+  channel::entry_sort<answer_anything>(sorted).run();
 
   EXPECT_TRUE(std::is_permutation(kept.begin(), kept.end(), positions(sorted).begin()));
 }
@@ -72,7 +72,7 @@ TEST_P(EntrySort, ReversesEntriesOfWhichEachComesBehindTheNext) {
   std::vector<int> reversed = positions(sorted);
   std::reverse(reversed.begin(), reversed.end());
 
-  channel::entry_sort<always_greater>{sorted};
+  channel::entry_sort<always_greater>(sorted).run();
 
   EXPECT_EQ(positions(sorted), reversed);
 }
@@ -83,7 +83,7 @@ TEST(EntrySortOfAFullView, AsksFewComparisons) {
   std::vector<virtual_channel_st> sorted = entries_numbered(MAX_CHANNEL, 30'000);
   comparisons = 0;
 
-  channel::entry_sort<compare_number>{sorted};
+  channel::entry_sort<compare_number>(sorted).run();
 
   EXPECT_LE(comparisons, 61'500);
 }
