@@ -1,5 +1,5 @@
-# CHANNEL_COVERAGE: counters in the library's own code, and nowhere else, for gcovr. Unoptimised, so that every condition
-# of the source keeps its branches; inline functions are counted where the library uses them.
+# CHANNEL_COVERAGE: counters in the library's own code, and nowhere else, for gcovr. Unoptimised, so that every
+# condition of the source keeps its branches; inline functions are counted where the library uses them.
 
 option(CHANNEL_COVERAGE "Count the library's executed lines and branches (GCC only)" OFF)
 
