@@ -3,6 +3,7 @@
 #include <channel/channel.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "file_script.h"
 #include "harness.h"
@@ -29,6 +30,11 @@ promises both(const promises &a, const promises &b) {
           .well_kept_groups = a.well_kept_groups && b.well_kept_groups};
 }
 
+struct listed_network {
+  const network_ch_st *network;
+  std::vector<tp_ch_st *> transponders;
+};
+
 bool is_counted_by(const tp_ch_st &transponder, const channel_st &service) {
   constexpr std::int64_t tolerance = 2500;
   const std::int64_t apart = static_cast<std::int64_t>(transponder.frequency) - service.frequency;
@@ -38,34 +44,34 @@ bool is_counted_by(const tp_ch_st &transponder, const channel_st &service) {
 
 // A release counts down the first matching transponder of every network with the channel's identity: the right one when
 // that is the channel's own, and no other.
-bool is_counted_by_its_own(const channel_st &service, const tp_ch_st &its_own) {
+bool is_counted_by_its_own(const std::vector<listed_network> &all, const channel_st &service, const tp_ch_st &its_own) {
   bool is_counted = false;
-  for (const network_ch_st *network : test_support::networks()) {
+  for (const auto &[network, transponders] : all) {
     if (network->net_index != service.net_index || network->network_id != service.network_id) {
       continue;
     }
-    const auto all = test_support::transponders(*network);
-    const auto first =
-        std::ranges::find_if(all, [&](const tp_ch_st *transponder) { return is_counted_by(*transponder, service); });
-    if (first != all.end() && *first != &its_own) {
+    const auto first = std::ranges::find_if(
+        transponders, [&](const tp_ch_st *transponder) { return is_counted_by(*transponder, service); });
+    if (first != transponders.end() && *first != &its_own) {
       return false;
     }
-    is_counted = is_counted || first != all.end();
+    is_counted = is_counted || first != transponders.end();
   }
   return is_counted;
 }
 
 bool is_every_service_counted_by_its_own() {
+  std::vector<listed_network> all;
   for (const network_ch_st *network : test_support::networks()) {
-    for (const tp_ch_st *transponder : test_support::transponders(*network)) {
-      const auto all = test_support::services(*transponder);
-      if (!std::ranges::all_of(
-              all, [&](const channel_st *service) { return is_counted_by_its_own(*service, *transponder); })) {
-        return false;
-      }
-    }
+    all.push_back({network, test_support::transponders(*network)});
   }
-  return true;
+  return std::ranges::all_of(all, [&all](const listed_network &listed) {
+    return std::ranges::all_of(listed.transponders, [&all](const tp_ch_st *transponder) {
+      return std::ranges::all_of(test_support::services(*transponder), [&](const channel_st *service) {
+        return is_counted_by_its_own(all, *service, *transponder);
+      });
+    });
+  });
 }
 
 // Any change that hosts make in place: an entry at the end of a view.
@@ -102,9 +108,9 @@ const std::vector<exported_call> &steps() {
   return all;
 }
 
-promises kept_by(const exported_call &step) {
+promises kept_by(const exported_call &step, const promises &promised) {
   promises kept = step.kept;
-  if (step.has == effect::releases_channels) {
+  if (step.has == effect::releases_channels && promised.counts) {
     kept.counts = is_every_service_counted_by_its_own();
   }
   return kept;
@@ -112,7 +118,7 @@ promises kept_by(const exported_call &step) {
 
 // A promise is given up by the step that breaks it, if that step may, and stays so.
 void take(const exported_call &step, byte_reader &operands, promises &promised) {
-  const promises kept = kept_by(step);
+  const promises kept = kept_by(step, promised);
   step.run_chosen(operands);
   if (!test_support::broken_invariant(promised).empty()) {
     promised = both(promised, kept);
@@ -125,16 +131,13 @@ void load_any_file(fuzz::run &run) {
   load_channel("list.dat", 255);
 }
 
-// The list to begin with, and what it promises. The largest one takes a thousand times as long as the others: a file
+// The largest list takes a thousand times as long as the others: it stands at the beginning of an input only. A file
 // may fill every array with a few channels.
-promises make_list(fuzz::run &run) {
-  constexpr std::uint8_t largest = 0xFF;
-  const std::uint8_t chosen_list = run.options.byte();
-  if (chosen_list == largest) {
-    extremes::make_full();
-    return {};
-  }
-  switch (chosen_list % 4) {
+constexpr std::uint8_t largest_list = 0xFF;
+
+// A list to begin with, its kind chosen by a byte, and what it promises.
+promises make_list(fuzz::run &run, std::uint8_t kind) {
+  switch (kind % 4) {
     case 0:
       return {};
     case 1:
@@ -149,16 +152,32 @@ promises make_list(fuzz::run &run) {
   }
 }
 
+promises begin(fuzz::run &run, std::uint8_t kind) {
+  run.empty();
+  promises promised;
+  if (kind == largest_list) {
+    extremes::make_full();
+  } else {
+    promised = make_list(run, kind);
+  }
+  fuzz::require_invariants(promised, "before the first call");
+  run.log();
+  return promised;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   fuzz::run run(data, size);
-  promises promised = make_list(run);
-  fuzz::require_invariants(promised, "before the first call");
-  run.log();
+  promises promised = begin(run, run.options.byte());
   for (int i = 0; i < most_steps && !run.input.is_at_end(); ++i) {
     byte_reader operands = run.input.part(fuzz::step_size);
-    take(steps()[operands.byte() % steps().size()], operands, promised);
+    const std::size_t step = operands.byte() % (steps().size() + 1);
+    if (step < steps().size()) {
+      take(steps()[step], operands, promised);
+    } else {
+      promised = begin(run, operands.byte() % largest_list);
+    }
   }
   return 0;
 }

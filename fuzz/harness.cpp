@@ -16,15 +16,6 @@ namespace {
 
 void set_log_level(int level) { std::fill(std::begin(verbosity_map), std::end(verbosity_map), level); }
 
-void empty_everything() {
-  set_log_level(-1);
-  reset_channel_list();
-  init_vindex(VIEW_WORK);
-  init_return_channel();
-  set_limited_channel_flag(0);
-  set_target_dir("/");
-}
-
 int level_chosen_by(std::uint8_t byte) {
   constexpr std::array levels = {-1, 0, 1, 2, 3, 5};
   return levels[byte % levels.size()];
@@ -46,14 +37,23 @@ void require_invariants(const promises &kept, const std::string &when) {
 
 run::run(const std::uint8_t *data, std::size_t size)
     : input({data, size}), options(input.part(step_size)), log_level_(level_chosen_by(options.byte())) {
-  empty_everything();
+  empty();
+}
+
+void run::empty() {
+  set_log_level(-1);
+  reset_channel_list();
+  init_vindex(VIEW_WORK);
+  init_return_channel();
+  set_limited_channel_flag(0);
+  set_target_dir("/");
 }
 
 void run::log() const { set_log_level(log_level_); }
 
 run::~run() {
   require(files.open_files() == 0, "every file is closed");
-  empty_everything();
+  empty();
   require_invariants({}, "after the input");
 }
 

@@ -37,6 +37,8 @@ class run {
 
   // Turns the log on, at the level that the first byte of the input chooses.
   void log() const;
+  // Empties everything but the files, in silence.
+  static void empty();
 
   byte_reader input;
   byte_reader options;  // the first step, behind the log level
