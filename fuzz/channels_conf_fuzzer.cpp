@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "chlist/list_builder.h"
-#include "chlist/vdr_channels_conf.h"
+#include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/vdr_channels_conf.h"
 #include "harness.h"
 #include "list_checks.h"
 

@@ -3,10 +3,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <system_error>
 
-#include "chlist/descriptor.h"
+#include "chlist/files/descriptor.h"
 
 namespace chlist {
 namespace {
@@ -48,6 +49,14 @@ std::string shown(std::string_view text) {
   std::string quoted = dumped(text, -1);
   replace_late_controls(quoted);
   return quoted;
+}
+
+std::string harmless(std::string_view text) {
+  std::string valid = json::parse(dumped(text, -1)).get<std::string>();
+  std::ranges::replace_if(
+      valid, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
+  replace_late_controls(valid);
+  return valid;
 }
 
 std::string counted(std::size_t count, std::string_view what) {

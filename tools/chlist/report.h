@@ -17,6 +17,9 @@ using json = nlohmann::ordered_json;
 // In quotes, with escapes for what a terminal would obey; bytes that are not UTF-8 become U+FFFD.
 std::string shown(std::string_view text);
 
+// The same without quotes, for cells of tables; nothing is escaped, and controls become "?".
+std::string harmless(std::string_view text);
+
 // "1 service", "2 services".
 std::string counted(std::size_t count, std::string_view what);
 

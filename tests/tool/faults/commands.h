@@ -11,7 +11,7 @@
 
 #include "support/old_channel_file.h"
 #include "tool/program.h"
-#include "tool/service_line.h"
+#include "tool/exchange/service_line.h"
 
 namespace tool_test {
 

@@ -1,0 +1,62 @@
+// Reads the text of a VDR channels.conf: one service a line, 13 fields separated by ':', and group separators. Knows
+// nothing of the channel list: text goes in, services and the lines that could not be read come out.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "chlist/exchange/line_up.h"
+
+namespace chlist {
+
+// One elementary stream as "pid[=language][@type]" gives it.
+struct vdr_stream {
+  std::uint16_t pid = 0;
+  std::string language;
+  std::uint8_t type = 0;  // stream type, 0 when not given
+};
+
+// One service line. A PID of 0 means that there is none; lists hold no such PIDs.
+struct vdr_service {
+  std::size_t line = 0;
+  int lowest_number = 1;  // the largest ":@N" so far: the service's channel number is not below it
+  std::string name;
+  std::string short_name;
+  std::string provider;
+  std::uint32_t frequency_khz = 0;
+  bool is_vertical = false;  // V, or R of circular polarisation
+  std::string modulation;    // the parameters without the polarisation
+  std::string source;        // e.g. "S19.2E", "C", "T"
+  std::uint32_t symbol_rate = 0;
+  std::uint16_t video_pid = 0;
+  std::uint16_t pcr_pid = 0;  // 0 when not given apart from the video PID
+  std::uint8_t video_type = 0;
+  std::vector<vdr_stream> audio;
+  std::vector<vdr_stream> dolby;
+  std::uint16_t teletext_pid = 0;
+  std::vector<vdr_stream> subtitles;
+  std::vector<std::uint16_t> ca_ids;  // empty when free to air
+  std::uint16_t service_id = 0;
+  std::uint16_t network_id = 0;
+  std::uint16_t transport_id = 0;
+  std::uint16_t radio_id = 0;
+
+  [[nodiscard]] bool has_video() const { return video_pid != 0; }
+  [[nodiscard]] bool has_audio() const { return !audio.empty() || !dolby.empty(); }
+  [[nodiscard]] bool is_scrambled() const { return !ca_ids.empty(); }
+};
+
+struct vdr_line_up {
+  std::vector<vdr_service> services;
+  std::vector<skipped_line> skipped;
+  std::size_t groups = 0;  // group separators with a name
+};
+
+// Reads a whole file. Lines may end in LF or CRLF, be blank and be of any length; a byte order mark is passed over. A
+// line that cannot be read is listed in `skipped` and ends nothing.
+vdr_line_up parse_vdr_channels_conf(std::string_view text);
+
+}  // namespace chlist

@@ -1,0 +1,65 @@
+// Escape sequences for terminals.
+#include "chlist/terminal.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <utility>
+
+namespace chlist {
+namespace {
+
+constexpr std::chrono::seconds silence{1};
+constexpr std::chrono::milliseconds interval{200};
+
+bool takes_colours(std::FILE *stream) {
+  const char *refused = std::getenv("NO_COLOR");
+  const char *terminal = std::getenv("TERM");
+  return ::isatty(::fileno(stream)) == 1 && (refused == nullptr || *refused == '\0') &&
+         (terminal == nullptr || std::string_view(terminal) != "dumb");
+}
+
+constexpr int code_of(style look) {
+  switch (look) {
+    case style::bold:
+      return 1;
+    case style::dim:
+      return 2;
+    case style::red:
+      return 31;
+    case style::yellow:
+      return 33;
+    case style::green:
+      return 32;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::string painted(std::string_view text, style look, std::FILE *stream) {
+  return takes_colours(stream) ? fmt::format("\033[{}m{}\033[0m", code_of(look), text) : std::string(text);
+}
+
+progress::progress(std::string what, std::size_t total)
+    : what_(std::move(what)), total_(total), next_(clock::now() + silence), is_terminal_(::isatty(STDERR_FILENO) == 1) {
+}
+
+progress::~progress() {
+  if (is_shown_) {
+    static_cast<void>(std::fputs("\r\033[K", stderr));
+  }
+}
+
+void progress::reached(std::size_t done) {
+  if (!is_terminal_ || total_ == 0 || clock::now() < next_) {
+    return;
+  }
+  next_ = clock::now() + interval;
+  is_shown_ = true;
+  fmt::print(stderr, "\r\033[K{}: {} of {} ({} %)", what_, done, total_, done * 100 / total_);
+  static_cast<void>(std::fflush(stderr));
+}
+
+}  // namespace chlist

@@ -1,0 +1,38 @@
+// What a terminal gets and a file does not: colours, and how far a long command has come.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace chlist {
+
+enum class style { bold, dim, red, yellow, green };
+
+// The text in a style when the stream is a terminal that takes colours (NO_COLOR is not set), else the text alone.
+std::string painted(std::string_view text, style look, std::FILE *stream = stdout);
+
+// Tells on standard error how far a command has come, from one second after its start on, when that is a terminal. What
+// it told is gone again when it ends.
+class progress {
+ public:
+  progress(std::string what, std::size_t total);
+  ~progress();
+  progress(const progress &) = delete;
+  progress &operator=(const progress &) = delete;
+
+  void reached(std::size_t done);
+
+ private:
+  using clock = std::chrono::steady_clock;
+
+  std::string what_;
+  std::size_t total_;
+  clock::time_point next_;
+  bool is_terminal_;
+  bool is_shown_ = false;
+};
+
+}  // namespace chlist
