@@ -4,6 +4,10 @@
 #include "chlist/convert/convert.h"
 #include "chlist/exchange/import.h"
 #include "chlist/merge/merge.h"
+#include "chlist/see/diff.h"
+#include "chlist/see/info.h"
+#include "chlist/see/list.h"
+#include "chlist/see/show.h"
 
 namespace chlist {
 namespace {
@@ -11,9 +15,7 @@ namespace {
 using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
 constexpr add_subcommand subcommands[] = {
-    add_import,
-    add_convert,
-    add_merge,
+    add_info, add_list, add_show, add_diff, add_import, add_convert, add_merge,
 };
 
 }  // namespace
