@@ -137,10 +137,11 @@ void print_settings(const file_contents &contents) {
 }
 
 void print_services(const file_contents &contents) {
-  print_heading("Services");
+  print_heading("Services by type");
   for (const auto &[type, count] : contents.services_by_type) {
     print_row(service_type_name(type), std::to_string(count));
   }
+  print_heading("Services by flag");
   for (const file_contents::flag_count &flag : contents.flags) {
     print_row(flag.name, std::to_string(flag.services));
   }

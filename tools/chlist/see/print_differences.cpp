@@ -45,7 +45,7 @@ json json_of(const change &each) {
 }
 
 std::string text_of(const json &value) {
-  if (value.is_null()) {
+  if (value.empty()) {
     return "-";
   }
   return value.is_string() ? shown(value.get<std::string>()) : text_of_value(value);
