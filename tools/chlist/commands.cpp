@@ -5,6 +5,7 @@
 #include "chlist/convert/convert.h"
 #include "chlist/exchange/import.h"
 #include "chlist/merge/merge.h"
+#include "chlist/salvage/salvage.h"
 
 namespace chlist {
 namespace {
@@ -16,6 +17,7 @@ constexpr add_subcommand subcommands[] = {
     add_import,
     add_convert,
     add_merge,
+    add_salvage,
 };
 
 }  // namespace

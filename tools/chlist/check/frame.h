@@ -32,18 +32,23 @@ void read_image(byte_span file, std::size_t at, Record &record) {
   channel::persist::settle_image(record);
 }
 
-// Where a field of a record stands in the record's image.
+// Where a byte of a record in memory stands in the record's image.
 template <class Record>
-std::size_t place_in_image(const Record &record, const void *field) {
-  const auto at = static_cast<std::size_t>(static_cast<const char *>(field) - reinterpret_cast<const char *>(&record));
+constexpr std::size_t image_place(std::size_t in_memory) {
   for (const channel::persist::run &part : channel::persist::layout<Record>::runs) {
     const std::size_t stride = part.repeats > 1 ? part.memory_stride : part.size;
-    if (at >= part.in_memory && at < part.in_memory + part.repeats * stride) {
-      const std::size_t repeat = (at - part.in_memory) / stride;
-      return part.in_image + repeat * part.image_stride + (at - part.in_memory) % stride;
+    if (in_memory >= part.in_memory && in_memory < part.in_memory + part.repeats * stride) {
+      const std::size_t repeat = (in_memory - part.in_memory) / stride;
+      return part.in_image + repeat * part.image_stride + (in_memory - part.in_memory) % stride;
     }
   }
   return 0;
+}
+
+template <class Record>
+std::size_t place_in_image(const Record &record, const void *field) {
+  return image_place<Record>(
+      static_cast<std::size_t>(static_cast<const char *>(field) - reinterpret_cast<const char *>(&record)));
 }
 
 // A record of the list in memory, its place in the file, and the position of the record that it stands below.
