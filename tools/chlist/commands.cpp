@@ -1,6 +1,7 @@
 // The table of subcommands.
 #include "chlist/commands.h"
 
+#include "chlist/check/check.h"
 #include "chlist/convert/convert.h"
 #include "chlist/exchange/import.h"
 #include "chlist/merge/merge.h"
@@ -8,6 +9,7 @@
 #include "chlist/see/info.h"
 #include "chlist/see/list.h"
 #include "chlist/see/show.h"
+#include "chlist/salvage/salvage.h"
 
 namespace chlist {
 namespace {
@@ -16,6 +18,11 @@ using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
 constexpr add_subcommand subcommands[] = {
     add_info, add_list, add_show, add_diff, add_import, add_convert, add_merge,
+    add_check,
+    add_import,
+    add_convert,
+    add_merge,
+    add_salvage,
 };
 
 }  // namespace

@@ -1,0 +1,185 @@
+// `chlist salvage` as it is run: what it writes, what it shows, and when it refuses.
+#include <channel/channel.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/channel_file.h"
+#include "support/full_list.h"
+#include "tool/program.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using nlohmann::json;
+using test_support::bytes;
+using test_support::channel_file;
+using test_support::majors;
+using test_support::read_file;
+using test_support::service_data;
+using test_support::service_ids;
+using test_support::write_file;
+using tool_test::has_line;
+using tool_test::lines_of;
+using tool_test::program_result;
+using tool_test::run_program;
+
+const service_data news = {.service_id = 1, .name = "News"};
+const service_data films = {.service_id = 2, .name = "Films"};
+const service_data music = {.service_id = 5, .service_type = SERVICE_TYPE_RADIO, .name = "Music"};
+
+constexpr std::size_t third_service = 461'408;
+
+class SalvageTool : public test_support::file_test {
+ protected:
+  static channel_file whole_file() {
+    channel_file file;
+    file.service(news).service(films).service(music).group(GROUP_FAV, 0, "Best");
+    file.entry(VIEW_ALL, news, 101).entry(VIEW_ALL, films, 102).entry(VIEW_ALL, music, 103);
+    file.entry(VIEW_FAVOURITE, music, 103, 0).entry(VIEW_FAVOURITE, news, 101, 1);
+    return file;
+  }
+
+  program_result salvage(const bytes &damaged, const std::vector<std::string> &options = {}) {
+    write_file(path("damaged.dat"), damaged);
+    std::vector<std::string> command = {CHLIST_PROGRAM, "salvage", path("damaged.dat"), "-o", path("out.dat")};
+    command.insert(command.end(), options.begin(), options.end());
+    return run_program(command);
+  }
+};
+
+TEST_F(SalvageTool, AWholeFileIsWrittenAsItIs) {
+  const program_result result = salvage(whole_file().data);
+
+  EXPECT_EQ(result.exit_code, 0);
+  EXPECT_EQ(read_file(path("out.dat")), whole_file().data);
+  EXPECT_EQ(lines_of(result.out),
+            (std::vector<std::string>{path("out.dat") +
+                                          ": 3 services on 1 transponder in 1 network, from 461720 bytes of version 10",
+                                      "  entries: ALL                                  3",
+                                      "  entries: favourites 0 \"Best\"                  2", "Everything came back."}));
+  EXPECT_EQ(result.err, "");
+}
+
+TEST_F(SalvageTool, WhatIsWrittenLoadsWithItsNumbersAndFavourites) {
+  const program_result result = salvage(whole_file().data.substr(0, third_service + 100));
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(load_named("out.dat"), 10);
+  EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{1, 2}));
+  EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102}));
+  EXPECT_EQ(service_ids(VIEW_FAVOURITE), (std::vector<int>{1}));
+  EXPECT_EQ(list.favorite_vch[0][0].favorite_id, 1);
+}
+
+TEST_F(SalvageTool, WhatIsLostIsShownWithItsPlaces) {
+  const program_result result = salvage(whole_file().data.substr(0, third_service + 100));
+
+  EXPECT_EQ(
+      lines_of(result.out),
+      (std::vector<std::string>{
+          path("out.dat") + ": 2 services on 1 transponder in 1 network, from 461508 bytes of version 10",
+          "  entries: ALL                                  2", "  entries: favourites 0 \"Best\"                  1",
+          "Transponders count 1 service more than they have", "Lost entries, their services did not come back:",
+          "  the ALL view, position 2: number 103 (net 1, network 1, ts 100, 11000000 H, service 5)",
+          "  the favourites 0 \"Best\" view, position 0: number 103 (net 1, network 1, ts 100, 11000000 H, service "
+          "5)",
+          "Lost bytes, which belong to no record:", "     461408  100 bytes"}));
+}
+
+TEST_F(SalvageTool, JsonTellsTheSame) {
+  const program_result result = salvage(whole_file().data.substr(0, third_service + 100), {"--json"});
+
+  const json report = json::parse(result.out);
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(report["size"], 461'508);
+  EXPECT_EQ(report["version"], 10);
+  EXPECT_EQ(report["recovered"]["services"], 2);
+  EXPECT_EQ(report["recovered"]["views"][0], (json{{"view", "ALL"}, {"entries", 2}}));
+  EXPECT_EQ(report["lost"]["services_counted_but_missing"], 1);
+  EXPECT_EQ(report["lost"]["bytes_of_no_record"], (json{{{"offset", 461'408}, {"size", 100}}}));
+  ASSERT_EQ(report["lost"]["entries"].size(), 2U);
+  EXPECT_EQ(report["lost"]["entries"][0]["service_id"], 5);
+  EXPECT_EQ(report["lost"]["entries"][0]["number"], 103);
+}
+
+TEST_F(SalvageTool, AFileWithoutServicesIsRefusedAndTheOutputStays) {
+  write_file(path("out.dat"), "as it was");
+
+  const program_result result = salvage(bytes(500'000, '\0'));
+
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "chlist: " + path("damaged.dat") + ": no service is left in it: there is nothing to recover\n");
+  EXPECT_EQ(read_file(path("out.dat")), "as it was");
+}
+
+TEST_F(SalvageTool, TheOutputIsNotTheInput) {
+  write_file(path("damaged.dat"), whole_file().data);
+  const std::string link = path("link.dat");
+  fs::create_symlink(path("damaged.dat"), link);
+
+  for (const std::string &output : {path("damaged.dat"), link}) {
+    const program_result result = run_program({CHLIST_PROGRAM, "salvage", path("damaged.dat"), "-o", output});
+
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_EQ(result.err, "chlist: " + output + ": is the input itself\n");
+  }
+  EXPECT_EQ(run_program({CHLIST_PROGRAM, "salvage", path("damaged.dat")}).exit_code, 2);
+}
+
+TEST_F(SalvageTool, WhatIsNoFileIsRefused) {
+  const program_result result = run_program({CHLIST_PROGRAM, "salvage", path("none"), "-o", path("out.dat")});
+
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_EQ(result.err, "chlist: " + path("none") + ": No such file or directory\n");
+  EXPECT_FALSE(fs::exists(path("out.dat")));
+}
+
+// The golden lists hold a value in every field and reserved byte.
+TEST_F(SalvageTool, EarlierVersionsAreConverted) {
+  for (const std::string version : {"7", "8", "9"}) {
+    const std::string golden = std::string(CHANNEL_SAMPLES_DIR) + "/../tests/golden/channel_v" + version + ".dat";
+    const program_result result = run_program({CHLIST_PROGRAM, "salvage", golden, "-o", path("out.dat"), "--json"});
+
+    ASSERT_LT(result.exit_code, 2) << result.err;
+    const json report = json::parse(result.out);
+    EXPECT_EQ(report["version"], std::stoi(version));
+    EXPECT_EQ(load_named("out.dat"), 10);
+  }
+}
+
+TEST_F(SalvageTool, AFullListWithATearInItComesBackWhole) {
+  test_support::fill_everything();
+  ASSERT_EQ(save_channel("full.dat"), 1);
+  bytes torn = read_file(path("full.dat"));
+  torn.insert(1'000'001, "xyz");
+
+  const program_result result = salvage(torn, {"--json"});
+
+  const json report = json::parse(result.out);
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_GE(report["recovered"]["services"], 4999);
+}
+
+TEST_F(SalvageTool, NoiseOfTenMegabytesTakesSeconds) {
+  std::mt19937_64 random(9);
+  bytes noise(10'000'000, '\0');
+  for (std::size_t i = 0; i + 8 <= noise.size(); i += 8) {
+    test_support::put(noise, i, 8, random());
+  }
+  const auto begin = std::chrono::steady_clock::now();
+
+  const program_result result = salvage(noise);
+
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+}
+
+}  // namespace

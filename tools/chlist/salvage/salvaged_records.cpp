@@ -1,0 +1,288 @@
+// Goes through the file once: services where they were found, and between them whatever agrees with what is known.
+#include "chlist/salvage/salvaged_records.h"
+
+#include <algorithm>
+#include <string_view>
+#include <tuple>
+#include <unordered_map>
+
+#include "chlist/salvage/record_bytes.h"
+
+namespace chlist {
+namespace {
+
+using channel::identity;
+
+enum class record_kind { none, transponder, network };
+
+std::string_view network_name_at(byte_span file, std::size_t network) {
+  const std::size_t at = network + image_place<network_ch_st>(offsetof(network_ch_st, network_name));
+  return {reinterpret_cast<const char *>(file.data()) + at, sizeof(network_ch_st::network_name)};
+}
+
+bool has_name(byte_span file, std::size_t network) { return network_name_at(file, network).front() != '\0'; }
+
+// A name that an empty transponder does not have: where a network has its name stand the frequency, the polarisation, a
+// byte of no meaning and the count, which is zero.
+bool has_name_of_its_own(byte_span file, std::size_t network) {
+  constexpr std::size_t up_to_polarisation = 5;
+  constexpr std::size_t up_to_count = 6;
+  const std::string_view field = network_name_at(file, network);
+  const std::size_t length = std::min(field.find('\0'), field.size());
+  const bool is_zero_behind = field.find_first_not_of('\0', length) == std::string_view::npos;
+  return length > up_to_count || (length >= up_to_polarisation && is_zero_behind);
+}
+
+class arrangement {
+ public:
+  arrangement(byte_span file, const record_sizes &sizes, const witnesses &known)
+      : file_(file), sizes_(sizes), known_(known) {}
+
+  salvaged_records arrange(std::size_t begin, const std::vector<found_service> &services) {
+    std::size_t at = begin;
+    for (const found_service &service : services) {
+      take_between(at, service.offset, &service);
+      take(service);
+      at = service.offset + sizes_.service;
+    }
+    take_between(at, file_.size(), nullptr);
+    forsake_pending();
+    forsake_networks();
+    return std::move(records_);
+  }
+
+ private:
+  // A record that stands between services. Empty ones, which nothing confirms, count when what follows fits.
+  struct between {
+    record_kind kind = record_kind::none;
+    bool is_known = false;
+  };
+
+  [[nodiscard]] bool is_known_transponder(std::size_t at, std::size_t end, const found_service *next) const {
+    constexpr std::size_t told = image_place<tp_ch_st>(offsetof(tp_ch_st, rch_num)) + sizeof(tp_ch_st::rch_num);
+    if (!fits(file_, at, sizes_.transponder) || at + told > end) {
+      return false;
+    }
+    const identity id = transponder_at(file_, at);
+    return known_.know_transponder(id.ts_id, id.frequency, id.polarisation) ||
+           (next != nullptr && at + sizes_.transponder == end && id.frequency != 0 && same_transponder(id, next->id));
+  }
+
+  [[nodiscard]] bool is_known_network(std::size_t at, std::size_t end, const found_service *next, bool in_frame) const {
+    if (at + sizes_.network > end) {
+      return false;
+    }
+    const identity id = network_at(file_, at);
+    return known_.know_network(id.net_index, id.network_id) &&
+           ((in_frame && has_name(file_, at)) || is_known_transponder(at + sizes_.network, end, next));
+  }
+
+  [[nodiscard]] between look_at(std::size_t at, std::size_t end, const found_service *next, bool in_frame) const {
+    if (is_known_transponder(at, end, next)) {
+      return {record_kind::transponder, true};
+    }
+    if (is_known_network(at, end, next, in_frame)) {
+      return {record_kind::network, true};
+    }
+    if (!in_frame) {
+      return {};
+    }
+    if (at + sizes_.network <= end && has_name_of_its_own(file_, at)) {
+      return {record_kind::network, false};
+    }
+    if (at + sizes_.transponder <= end && CHLIST_FIELD(file_, at, tp_ch_st, rch_num) == 0 &&
+        CHLIST_FIELD(file_, at, tp_ch_st, frequency) != 0) {
+      return {record_kind::transponder, false};
+    }
+    return {};
+  }
+
+  using tentative = std::vector<std::pair<record_kind, std::size_t>>;
+
+  void take_between(std::size_t begin, std::size_t end, const found_service *next) {
+    bool in_frame = true;
+    tentative unconfirmed;
+    for (std::size_t at = begin; at < end;) {
+      const between found = look_at(at, end, next, in_frame);
+      if (found.kind == record_kind::none) {
+        give_up(unconfirmed);
+        in_frame = false;
+        note_unexplained(at, 1);
+        ++at;
+        continue;
+      }
+      unconfirmed.emplace_back(found.kind, at);
+      if (found.is_known) {
+        confirm(unconfirmed);
+      }
+      in_frame = true;
+      at += size_of(found.kind);
+    }
+    confirm(unconfirmed);
+  }
+
+  [[nodiscard]] std::size_t size_of(record_kind kind) const {
+    return kind == record_kind::network ? sizes_.network : sizes_.transponder;
+  }
+
+  void give_up(tentative &unconfirmed) {
+    for (const auto &[kind, at] : unconfirmed) {
+      note_unexplained(at, size_of(kind));
+    }
+    unconfirmed.clear();
+  }
+
+  void confirm(tentative &unconfirmed) {
+    for (const auto &[kind, at] : unconfirmed) {
+      kind == record_kind::network ? take_network(at) : take_transponder(at);
+    }
+    unconfirmed.clear();
+  }
+
+  void note_unexplained(std::size_t at, std::size_t size) {
+    auto &ranges = records_.unexplained;
+    if (!ranges.empty() && ranges.back().offset + ranges.back().size == at) {
+      ranges.back().size += size;
+    } else {
+      ranges.push_back({at, size});
+    }
+  }
+
+  void take_network(std::size_t at) {
+    forsake_pending();
+    salvaged_network &network = records_.networks[network_of(network_at(file_, at))];
+    if (!network.offset) {
+      network.offset = at;
+      network.counted = CHLIST_FIELD(file_, at, network_ch_st, tp_num);
+    }
+    current_network_ = &network - records_.networks.data();
+  }
+
+  // To which network it belongs, its first service says.
+  void take_transponder(std::size_t at) {
+    forsake_pending();
+    pending_ = at;
+    current_transponder_.reset();
+  }
+
+  void take(const found_service &service) {
+    current_network_ = network_of(service.id);
+    const std::size_t parent = transponder_of(service.id, *current_network_);
+    records_.transponders[parent].services.push_back(records_.services.size());
+    records_.services.push_back(service);
+  }
+
+  static std::uint32_t network_key(const identity &id) { return std::uint32_t{id.network_id} << 8U | id.net_index; }
+
+  std::size_t network_of(const identity &id) {
+    const auto [found, is_new] = networks_.emplace(network_key(id), records_.networks.size());
+    if (is_new) {
+      records_.networks.push_back({std::nullopt, id, 0, {}});
+    }
+    return found->second;
+  }
+
+  [[nodiscard]] bool agrees(std::size_t transponder, const identity &id, std::size_t network) const {
+    const salvaged_transponder &record = records_.transponders[transponder];
+    return record.network == network && same_transponder(record.id, id);
+  }
+
+  // The record that it stands below; another of its identity; one that is made for it.
+  std::size_t transponder_of(const identity &id, std::size_t network) {
+    if (pending_ && same_transponder(transponder_at(file_, *pending_), id)) {
+      current_transponder_ = add_transponder(*pending_, network);
+      pending_.reset();
+    }
+    if (current_transponder_ && agrees(*current_transponder_, id, network)) {
+      return *current_transponder_;
+    }
+    if (const auto found = find_transponder(id, network); found) {
+      return *found;
+    }
+    return add(salvaged_transponder{std::nullopt, id, 0, network, {}});
+  }
+
+  std::size_t add_transponder(std::size_t at, std::size_t network) {
+    return add({at, transponder_at(file_, at), CHLIST_FIELD(file_, at, tp_ch_st, rch_num), network, {}});
+  }
+
+  struct place {
+    std::size_t network;
+    std::uint32_t band;
+    std::uint32_t rest;  // the polarisation, or without a frequency the transport stream id
+    bool operator==(const place &) const = default;
+  };
+  struct hash {
+    std::size_t operator()(const place &of) const {
+      const std::uint64_t mixed = std::uint64_t{of.network} << 40U ^ std::uint64_t{of.rest} << 32U ^ of.band;
+      return static_cast<std::size_t>(mixed * 0x9E3779B97F4A7C15U >> 24U);
+    }
+  };
+
+  static place place_of(const identity &id, std::size_t network) {
+    const std::uint32_t rest = id.frequency != 0 ? std::uint32_t{id.polarisation} : std::uint32_t{id.ts_id};
+    return {network, id.frequency / channel::frequency_tolerance, rest};
+  }
+
+  std::size_t add(salvaged_transponder transponder) {
+    const std::size_t number = records_.transponders.size();
+    transponders_.emplace(place_of(transponder.id, transponder.network), number);
+    records_.networks[transponder.network].transponders.push_back(number);
+    records_.transponders.push_back(std::move(transponder));
+    return number;
+  }
+
+  [[nodiscard]] std::optional<std::size_t> find_transponder(const identity &id, std::size_t network) const {
+    std::optional<std::size_t> first;
+    place at = place_of(id, network);
+    const std::uint32_t band = at.band;
+    for (const std::uint32_t nearby : {band, band + 1, band - 1}) {
+      at.band = nearby;
+      if (const auto found = transponders_.find(at);
+          found != transponders_.end() && agrees(found->second, id, network)) {
+        first = std::min(first.value_or(found->second), found->second);
+      }
+    }
+    return first;
+  }
+
+  // A transponder below which no service of its own is left; an empty one is kept as it is.
+  void forsake_pending() {
+    if (!pending_) {
+      return;
+    }
+    if (CHLIST_FIELD(file_, *pending_, tp_ch_st, rch_num) == 0 && current_network_) {
+      current_transponder_ = add_transponder(*pending_, *current_network_);
+    } else {
+      records_.forsaken.push_back(*pending_);
+    }
+    pending_.reset();
+  }
+
+  void forsake_networks() {
+    for (salvaged_network &network : records_.networks) {
+      if (network.transponders.empty() && network.counted > 0 && network.offset) {
+        records_.forsaken.push_back(*network.offset);
+      }
+    }
+  }
+
+  byte_span file_;
+  record_sizes sizes_;
+  const witnesses &known_;
+  salvaged_records records_;
+  std::unordered_map<std::uint32_t, std::size_t> networks_;
+  std::unordered_map<place, std::size_t, hash> transponders_;
+  std::optional<std::size_t> current_network_;
+  std::optional<std::size_t> current_transponder_;
+  std::optional<std::size_t> pending_;  // a transponder's record whose network is not known yet
+};
+
+}  // namespace
+
+salvaged_records arrange(byte_span file, const record_sizes &sizes, std::size_t begin, const witnesses &known,
+                         const std::vector<found_service> &services) {
+  return arrangement(file, sizes, known).arrange(begin, services);
+}
+
+}  // namespace chlist

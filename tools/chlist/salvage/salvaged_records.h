@@ -1,0 +1,46 @@
+// The hierarchy that is left in a damaged file: found services below their transponders and networks, whose records are
+// taken from the file where they are there, and made anew from what the services say where they are not.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "channel/identity.h"
+#include "chlist/salvage/service_search.h"
+
+namespace chlist {
+
+struct salvaged_transponder {
+  std::optional<std::size_t> offset;  // none: its record is lost
+  channel::identity id = {};
+  std::size_t counted = 0;  // by its record
+  std::size_t network = 0;
+  std::vector<std::size_t> services = {};
+};
+
+struct salvaged_network {
+  std::optional<std::size_t> offset;
+  channel::identity id = {};
+  std::size_t counted = 0;
+  std::vector<std::size_t> transponders = {};
+};
+
+struct byte_range {
+  std::size_t offset = 0;
+  std::size_t size = 0;
+};
+
+struct salvaged_records {
+  std::vector<salvaged_network> networks;
+  std::vector<salvaged_transponder> transponders;
+  std::vector<found_service> services;
+  std::vector<std::size_t> forsaken;    // offsets of transponders and networks none of whose services is left
+  std::vector<byte_range> unexplained;  // bytes that belong to no record
+};
+
+// begin: where the records should begin.
+salvaged_records arrange(byte_span file, const record_sizes &sizes, std::size_t begin, const witnesses &known,
+                         const std::vector<found_service> &services);
+
+}  // namespace chlist

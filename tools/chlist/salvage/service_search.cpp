@@ -1,0 +1,148 @@
+// Every place is looked at: after bytes were inserted or cut out, records stand anywhere.
+#include "chlist/salvage/service_search.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "chlist/salvage/record_bytes.h"
+
+namespace chlist {
+namespace {
+
+using channel::identity;
+
+enum class name_state { broken, empty, sound };
+
+name_state name_at(byte_span file, std::size_t service, std::size_t slot) {
+  const std::size_t at = service + image_place<channel_st>(offsetof(channel_st, name)) + slot * sizeof(name_slot_st);
+  const std::string_view field(reinterpret_cast<const char *>(file.data()) + at + offsetof(name_slot_st, text),
+                               sizeof(name_slot_st::text));
+  const std::size_t length = std::min(field.find('\0'), field.size());
+  if (length != value_at<std::uint16_t>(file, at + offsetof(name_slot_st, name_len))) {
+    return name_state::broken;
+  }
+  return length == 0 ? name_state::empty : name_state::sound;
+}
+
+// A service id that no service has: of records that were never filled, or were wiped.
+bool is_unset(const identity &id) { return id.service_id == 0 || id.service_id == 0xFFFF; }
+
+class service_search {
+ public:
+  service_search(byte_span file, const record_sizes &sizes, const witnesses &known)
+      : file_(file), sizes_(sizes), known_(known) {}
+
+  // The score of what stands at a place; 0 when it is no service.
+  [[nodiscard]] found_service look_at(std::size_t at) const {
+    found_service found = {at, service_at(file_, at), 0, false};
+    const int evidence = weigh(found);
+    if (evidence == 0) {
+      return found;
+    }
+    const name_state name = name_at(file_, at, 0);
+    const name_state second = name_at(file_, at, 1);
+    found.is_doubtful = name == name_state::broken || second == name_state::broken;
+    if (evidence == neighbour_only && name != name_state::sound) {
+      return found;
+    }
+    found.score = evidence + points(name, 3) + points(second, 1);
+    return found;
+  }
+
+ private:
+  static constexpr int listed = 8;
+  static constexpr int below_its_transponder = 6;
+  static constexpr int on_known_transponder = 5;
+  static constexpr int neighbour_only = 4;
+
+  static int points(name_state name, int most) {
+    return name == name_state::sound ? most : name == name_state::empty ? 0 : -1;
+  }
+
+  [[nodiscard]] int weigh(const found_service &found) const {
+    if (known_.list(found.id)) {
+      return listed;
+    }
+    if (is_unset(found.id) || has_wide_frequency(file_, found.offset)) {
+      return 0;
+    }
+    if (stands_below_its_transponder(found)) {
+      return below_its_transponder;
+    }
+    if (known_.know_transponder(found.id)) {
+      return on_known_transponder;
+    }
+    return has_neighbour(found) ? neighbour_only : 0;
+  }
+
+  // The first service behind a transponder's record.
+  [[nodiscard]] bool stands_below_its_transponder(const found_service &found) const {
+    if (found.offset < sizes_.transponder || found.id.frequency == 0) {
+      return false;
+    }
+    const std::size_t above = found.offset - sizes_.transponder;
+    const identity transponder = transponder_at(file_, above);
+    if (transponder.ts_id != found.id.ts_id || !same_transponder(transponder, found.id)) {
+      return false;
+    }
+    return known_.know_network(found.id.net_index, found.id.network_id) ||
+           (above >= sizes_.network && same_network(network_at(file_, above - sizes_.network), found.id));
+  }
+
+  [[nodiscard]] bool has_neighbour(const found_service &found) const {
+    return (found.offset >= sizes_.service && is_neighbour(found.id, found.offset - sizes_.service)) ||
+           (fits(file_, found.offset + sizes_.service, sizes_.service) &&
+            is_neighbour(found.id, found.offset + sizes_.service));
+  }
+
+  [[nodiscard]] bool is_neighbour(const identity &id, std::size_t at) const {
+    const identity other = service_at(file_, at);
+    return id.frequency != 0 && other.service_id != id.service_id && other.ts_id == id.ts_id &&
+           same_network(other, id) && same_transponder(other, id);
+  }
+
+  byte_span file_;
+  record_sizes sizes_;
+  const witnesses &known_;
+};
+
+// Which of the found services do not overlap and score most together: for each, the best without it, or with it and the
+// best of those that end before it.
+std::vector<found_service> best_together(const std::vector<found_service> &all, std::size_t size) {
+  std::vector<long long> best(all.size() + 1);
+  std::vector<std::size_t> before(all.size());
+  for (std::size_t i = 0, ended = 0; i < all.size(); ++i) {
+    while (all[ended].offset + size <= all[i].offset) {
+      ++ended;
+    }
+    before[i] = ended;
+    best[i + 1] = std::max(best[i], best[ended] + all[i].score);
+  }
+  std::vector<found_service> chosen;
+  for (std::size_t i = all.size(); i > 0;) {
+    if (best[i] == best[i - 1]) {
+      --i;
+    } else {
+      chosen.push_back(all[i - 1]);
+      i = before[i - 1];
+    }
+  }
+  std::ranges::reverse(chosen);
+  return chosen;
+}
+
+}  // namespace
+
+std::vector<found_service> find_services(byte_span file, const record_sizes &sizes, std::size_t begin,
+                                         const witnesses &known) {
+  const service_search search(file, sizes, known);
+  std::vector<found_service> all;
+  for (std::size_t at = begin; fits(file, at, sizes.service); ++at) {
+    if (const found_service found = search.look_at(at); found.score > 0) {
+      all.push_back(found);
+    }
+  }
+  return best_together(all, sizes.service);
+}
+
+}  // namespace chlist

@@ -1,0 +1,26 @@
+// Finds services wherever they stand in a file, by scores: a service repeats what its transponder, its network, its
+// neighbours and the entries of the views say.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "channel/identity.h"
+#include "chlist/check/frame.h"
+#include "chlist/salvage/witnesses.h"
+
+namespace chlist {
+
+struct found_service {
+  std::size_t offset = 0;
+  channel::identity id = {};
+  int score = 0;
+  bool is_doubtful = false;  // its name is not as long as it says
+};
+
+// In the file's order; no two overlap, and the sum of their scores is the largest that there is. Takes time in
+// proportion to the file's size.
+std::vector<found_service> find_services(byte_span file, const record_sizes &sizes, std::size_t begin,
+                                         const witnesses &known);
+
+}  // namespace chlist
