@@ -3,6 +3,7 @@
 
 #include "chlist/convert/convert.h"
 #include "chlist/exchange/import.h"
+#include "chlist/html/html_report.h"
 #include "chlist/merge/merge.h"
 
 namespace chlist {
@@ -14,6 +15,7 @@ constexpr add_subcommand subcommands[] = {
     add_import,
     add_convert,
     add_merge,
+    add_report,
 };
 
 }  // namespace
