@@ -1,6 +1,7 @@
 // The table of subcommands.
 #include "chlist/commands.h"
 
+#include "chlist/check/check.h"
 #include "chlist/convert/convert.h"
 #include "chlist/exchange/import.h"
 #include "chlist/html/html_report.h"
@@ -12,6 +13,7 @@ namespace {
 using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
 constexpr add_subcommand subcommands[] = {
+    add_check,
     add_import,
     add_convert,
     add_merge,
