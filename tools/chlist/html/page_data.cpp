@@ -126,19 +126,19 @@ class page_records {
   std::unordered_map<const channel_st *, std::size_t> places_;
 };
 
-json array_of_findings(const std::vector<health_finding> &findings) {
-  json array = json::array();
-  for (const health_finding &finding : findings) {
-    array.push_back({{"severity", finding.severity}, {"topic", finding.topic}, {"text", finding.text}});
-  }
-  return array;
+json json_of_finding(const finding &found) {
+  return {{"severity", name_of(found.level)},
+          {"kind", found.kind},
+          {"what", found.what},
+          {"consequence", found.consequence},
+          {"offset", found.offset}};
 }
 
 }  // namespace
 
-json page_data(const listed_file &file, const std::vector<health_finding> &findings) {
+json page_data(const std::string &file_name, const file_findings &found) {
   page_records records(*get_channel_list());
-  return {{"file", {{"name", file.name}, {"version", file.version}, {"size", file.size}}},
+  return {{"file", {{"name", file_name}, {"version", found.version}, {"size", found.size}}},
           {"networks", std::move(records.networks)},
           {"transponders", std::move(records.transponders)},
           {"services", std::move(records.services)},
@@ -146,7 +146,7 @@ json page_data(const listed_file &file, const std::vector<health_finding> &findi
           {"genres", records.genres.names()},
           {"countries", records.countries.names()},
           {"views", std::move(records.views)},
-          {"findings", array_of_findings(findings)}};
+          {"findings", array_of(found.findings, json_of_finding)}};
 }
 
 }  // namespace chlist

@@ -62,9 +62,9 @@ function ticks(low, high, wanted) {
 
 function scaleOf(plan, width) {
   const frequencies = plan.members.map((each) => each.frequency);
-  const [least, most] = [Math.min(...frequencies), Math.max(...frequencies)];
-  const edge = Math.max((most - least) * 0.03, 5000);
-  const [low, high] = [Math.max(least - edge, 0), most + edge];
+  const [first, last] = [least(frequencies), largest(frequencies)];
+  const edge = Math.max((last - first) * 0.03, 5000);
+  const [low, high] = [Math.max(first - edge, 0), last + edge];
   const room = width - margin.left - margin.right;
   return { low, high, x: (frequency) => margin.left + ((frequency - low) / (high - low)) * room };
 }
@@ -86,7 +86,7 @@ class Plan {
   constructor(plan, onChoose) {
     Object.assign(this, plan);
     this.onChoose = onChoose;
-    this.most = Math.max(...this.members.map((each) => each.services.length), 1);
+    this.most = Math.max(largest(this.members.map((each) => each.services.length)), 1);
     this.current = 0;
     this.scroller = make('div', { class: 'plan-box' });
     const name = this.title.length > 0 ? this.title.slice(0, 3).join(', ') : 'Unnamed network';
@@ -112,7 +112,7 @@ class Plan {
     this.svg.append(...this.axis(height), ...this.lanes.flatMap((lane) => this.laneLines(lane)));
     this.thickness = markWidth(this, this.scale);
     this.marks = this.members.map((each, i) => this.mark(each, i));
-    this.svg.append(...this.marks);
+    appendAll(this.svg, this.marks);
     this.scroller.replaceChildren(this.svg);
     this.choose(filters.transponder);
   }
