@@ -3,9 +3,12 @@
 
 #include <channel/views.h>
 
+#include <algorithm>
 #include <span>
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "channel/store/hierarchy.h"
 #include "chlist/list_contents.h"
@@ -16,13 +19,16 @@ namespace {
 constexpr int none = -1;
 
 // A byte that selects a character table is no part of a name.
-template <std::size_t Size>
-std::string name_in(const char (&field)[Size]) {
-  std::string name = text_of(field);
+std::string without_selector(std::string name) {
   if (!name.empty() && static_cast<unsigned char>(name.front()) < ' ') {
     name.erase(0, 1);
   }
   return name;
+}
+
+template <std::size_t Size>
+std::string name_in(const char (&field)[Size]) {
+  return without_selector(text_of(field));
 }
 
 // A table of groups: the names, and where each id stands among them.
@@ -107,7 +113,7 @@ class page_records {
     }
     views.push_back({{"kind", view.name.kind},
                      {"group", view.name.group},
-                     {"name", view.name.group_name},
+                     {"name", without_selector(view.name.group_name)},
                      {"entries", std::move(entries)}});
   }
 

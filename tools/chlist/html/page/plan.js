@@ -4,6 +4,7 @@
 const laneHeight = 76;
 const axisHeight = 26;
 const margin = { left: 34, right: 14, top: 8 };
+const labelRoom = 24;  // half of the longest number below the axis
 const narrowest = 560;
 const namedInTip = 12;
 const reach = 14;  // pixels from a mark at which the pointer still means it
@@ -79,7 +80,7 @@ function markWidth(plan, scale) {
     }
   });
   gaps.sort((a, b) => a - b);
-  return Math.min(Math.max((gaps[Math.floor(gaps.length / 10)] ?? 12) * 0.7, 3), 12);
+  return Math.min(Math.max((gaps[Math.floor(gaps.length / 10)] ?? Infinity) * 0.7, 3), 12);
 }
 
 class Plan {
@@ -125,9 +126,10 @@ class Plan {
     const { low, high, x } = this.scale;
     const lines = ticks(low, high, this.width / 90).map((at) => {
       const place = Math.round(x(at)) + 0.5;
-      return draw('g', { class: 'tick' },
-        draw('line', { x1: place, x2: place, y1: margin.top, y2: height - axisHeight + 4 }),
-        draw('text', { x: place, y: height - 8, 'text-anchor': 'middle' }, grouped.format(at / 1000)));
+      const line = draw('line', { x1: place, x2: place, y1: margin.top, y2: height - axisHeight + 4 });
+      const hasRoom = place > margin.left + labelRoom && place < this.width - labelRoom;
+      const text = draw('text', { x: place, y: height - 8, 'text-anchor': 'middle' }, grouped.format(at / 1000));
+      return draw('g', { class: 'tick' }, line, ...(hasRoom ? [text] : []));
     });
     return [...lines, draw('text', { class: 'unit', x: 2, y: height - 8 }, 'MHz')];
   }

@@ -46,9 +46,9 @@ const columns = [
     show: (each) => grouped.format(each.id.frequency) },
   { key: 'polarisation', title: 'Pol.', width: 3.5, value: (each) => each.id.polarisation },
   { key: 'ts', title: 'TS id', width: 4.5, isNumber: true, value: (each) => each.id.tsId },
-  { key: 'service', title: 'Service', width: 5, isNumber: true, value: (each) => each.id.serviceId },
-  { key: 'video', title: 'Video', width: 4.5, isNumber: true, value: pid('video') },
-  { key: 'audio', title: 'Audio', width: 4.5, isNumber: true, value: pid('audio') },
+  { key: 'service', title: 'Service id', width: 5.5, isNumber: true, value: (each) => each.id.serviceId },
+  { key: 'video', title: 'Video PID', width: 5.75, isNumber: true, value: pid('video') },
+  { key: 'audio', title: 'Audio PID', width: 5.75, isNumber: true, value: pid('audio') },
 ].filter((column) => column.isShown ?? true);
 
 const isNothing = (value) => value === '' || value === null;
