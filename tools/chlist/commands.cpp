@@ -4,6 +4,7 @@
 #include "chlist/check/check.h"
 #include "chlist/convert/convert.h"
 #include "chlist/exchange/import.h"
+#include "chlist/html/html_report.h"
 #include "chlist/merge/merge.h"
 #include "chlist/see/diff.h"
 #include "chlist/see/info.h"
@@ -23,6 +24,7 @@ constexpr add_subcommand subcommands[] = {
     add_convert,
     add_merge,
     add_salvage,
+    add_report,
 };
 
 }  // namespace

@@ -98,7 +98,8 @@ INSTANTIATE_TEST_SUITE_P(
                       command{"convert_json", {"convert", "old.dat", "out.dat", "--json"}},
                       command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat"}},
                       command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}},
-                      command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}}),
+                      command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}},
+                      command{"report", {"report", "sound.dat", "-o", "out.dat"}}),
     tool_test::name_of_command);
 
 class ChlistRefusals : public failing_commands {};
@@ -118,7 +119,8 @@ INSTANTIATE_TEST_SUITE_P(
     Of, ChlistRefusals,
     ::testing::Values(command{"import_onto_input", {"import", "channels.conf", "-o", "./channels.conf"}},
                       command{"convert_onto_input", {"convert", "old.dat", "./old.dat"}},
-                      command{"merge_onto_scan", {"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}}),
+                      command{"merge_onto_scan", {"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}},
+                      command{"report_onto_input", {"report", "list.dat", "-o", "./list.dat"}}),
     tool_test::name_of_command);
 
 }  // namespace

@@ -1,0 +1,121 @@
+// `chlist report`: loads the list, looks for what is wrong with the file, writes the page.
+#include "chlist/html/html_report.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "chlist/check/findings.h"
+#include "chlist/exit_codes.h"
+#include "chlist/files/channel_input.h"
+#include "chlist/files/file_bytes.h"
+#include "chlist/files/text_file.h"
+#include "chlist/html/page.h"
+#include "chlist/html/page_data.h"
+#include "chlist/report.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *description = "Write a channel file as a page for the browser";
+
+constexpr const char *details =
+    "The page shows every view as a table with search, sorting and filters, a plan of the transponders, the totals,\n"
+    "and what is wrong with the list. It is one file that loads nothing from anywhere: it can be sent, kept, and\n"
+    "opened without a network. FILE is of version 10 and is only read. PAGE is replaced as a whole or not at all.\n"
+    "\n"
+    "Exit codes:\n"
+    "  0  the page was written\n"
+    "  1  the same, and the page tells of errors or warnings in the list\n"
+    "  2  nothing was written: bad usage, an input that cannot be read, is short or is of another version, an output\n"
+    "     that cannot be written; or only the summary could not be written\n"
+    "\n"
+    "Examples:\n"
+    "  chlist report channels.dat -o report.html\n"
+    "  chlist report channels.dat -o report.html --json";
+
+struct report_options {
+  fs::path input;
+  fs::path output;
+  bool as_json = false;
+};
+
+struct written_page {
+  std::size_t size = 0;
+  file_findings found;
+};
+
+std::vector<std::byte> bytes_of(const channel_input &input) {
+  try {
+    return bytes_of_file(input.library_path());
+  } catch (const std::system_error &error) {
+    input.refuse(error.code().message());
+  }
+}
+
+// What is looked at, and what is loaded, is the file that was opened.
+file_findings load_and_check(const channel_input &input) {
+  if (input.version() != CHANNEL_LIST_VERSION) {
+    input.refuse(fmt::format("is of version {}, not {}", input.version(), static_cast<int>(CHANNEL_LIST_VERSION)));
+  }
+  if (fs::file_size(input.library_path()) > largest_file) {
+    input.refuse("too large for a channel file");
+  }
+  file_findings found = findings_in(bytes_of(input));
+  input.load();
+  return found;
+}
+
+written_page write_page(const report_options &options) {
+  const channel_input input(options.input);
+  input.must_not_be(options.output);
+  file_findings found = load_and_check(input);
+  const std::string page = page_of(page_data(options.input.filename(), found));
+  write_text_file(options.output, page);
+  return {page.size(), std::move(found)};
+}
+
+void print_summary(const report_options &options, const written_page &page) {
+  const std::size_t errors = page.found.count(severity::error);
+  const std::size_t warnings = page.found.count(severity::warning);
+  if (options.as_json) {
+    print_json({{"list", options.input.string()},
+                {"output", options.output.string()},
+                {"size", page.size},
+                {"services", page.found.services},
+                {"errors", errors},
+                {"warnings", warnings},
+                {"notes", page.found.count(severity::note)}});
+    return;
+  }
+  fmt::print("{}: {}, {}, {}\n", options.output.string(), counted(page.found.services, "service"),
+             counted(errors, "error"), counted(warnings, "warning"));
+}
+
+int run_report(const report_options &options) {
+  const written_page page = write_page(options);
+  print_report([&] { print_summary(options, page); });
+  return page.found.is_sound() ? exit_done : exit_findings;
+}
+
+}  // namespace
+
+void add_report(CLI::App &app, int &exit_code) {
+  CLI::App *command = app.add_subcommand("report", description);
+  command->footer(details);
+  auto options = std::make_shared<report_options>();
+  command->add_option("FILE", options->input, "the channel file to show")->required();
+  command->add_option("-o,--output", options->output, "the page to write")->required()->type_name("PAGE");
+  command->add_flag("--json", options->as_json, "sum up as JSON");
+  command->callback([options, &exit_code] { exit_code = run_report(*options); });
+}
+
+}  // namespace chlist
