@@ -3,6 +3,7 @@
 
 #include "chlist/check/check.h"
 #include "chlist/convert/convert.h"
+#include "chlist/exchange/export.h"
 #include "chlist/exchange/import.h"
 #include "chlist/html/html_report.h"
 #include "chlist/merge/merge.h"
@@ -21,6 +22,7 @@ constexpr add_subcommand subcommands[] = {
     add_info, add_list, add_show, add_diff, add_import, add_convert, add_merge,
     add_check,
     add_import,
+    add_export,
     add_convert,
     add_merge,
     add_salvage,
