@@ -2,6 +2,7 @@
 #include "chlist/commands.h"
 
 #include "chlist/convert/convert.h"
+#include "chlist/exchange/export.h"
 #include "chlist/exchange/import.h"
 #include "chlist/merge/merge.h"
 
@@ -12,6 +13,7 @@ using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
 constexpr add_subcommand subcommands[] = {
     add_import,
+    add_export,
     add_convert,
     add_merge,
 };

@@ -4,9 +4,11 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/vdr_line_up.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 
@@ -34,8 +36,13 @@ inline chlist::vdr_service service_at(int n, kind what = kind::tv) {
 class list_builder_test : public test_support::store_test {
  protected:
   channel_st &add(const chlist::vdr_service &service) {
-    EXPECT_FALSE(builder.add(service));
+    EXPECT_EQ(refusal(service), std::nullopt);
     return *list.vch[list.vnumber - 1].rch;
+  }
+
+  // Why a service is left out; nothing when it is not.
+  std::optional<std::string> refusal(const chlist::vdr_service &service) {
+    return builder.add(chlist::line_up_service_of(service));
   }
 
   test_support::log_capture quiet{-1};

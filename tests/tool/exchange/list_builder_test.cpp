@@ -24,7 +24,7 @@ using tool_test::service_at;
 // Adds services first..last-1, which all must be taken.
 void add_all(list_builder &builder, int first, int last, kind what) {
   for (int n = first; n < last; ++n) {
-    const auto refused = builder.add(service_at(n, what));
+    const auto refused = builder.add(chlist::line_up_service_of(service_at(n, what)));
     ASSERT_FALSE(refused) << n << ": " << *refused;
   }
 }
@@ -162,7 +162,7 @@ TEST_F(ListBuilder, TheLargestNumberIsTheLast) {
 
   add(last);
 
-  EXPECT_EQ(builder.add(service_at(2)), "no channel number is left: the largest is 32767");
+  EXPECT_EQ(refusal(service_at(2)), "no channel number is left: the largest is 32767");
   EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{32767}));
 }
 
@@ -172,7 +172,7 @@ TEST_F(ListBuilder, TheSameServiceIsLeftOutAndTakesNoNumber) {
   same.frequency_khz += 2499;
   add(service_at(5));
 
-  EXPECT_EQ(builder.add(same), "is the same service as line 6");
+  EXPECT_EQ(refusal(same), "is the same service as line 6");
   add(service_at(6));
 
   EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{1, 2}));
@@ -184,7 +184,7 @@ TEST_F(ListBuilder, AServiceOnAnotherTransponderIsAnother) {
   other.frequency_khz += 2500;
   add(service_at(5));
 
-  EXPECT_FALSE(builder.add(other));
+  EXPECT_FALSE(refusal(other));
 
   EXPECT_EQ(builder.counts().transponders, 2U);
 }
@@ -235,7 +235,7 @@ TEST_F(ListBuilder, AFullListRefusesTheNextService) {
   add_all(builder, 0, MAX_TV_CHANNEL, kind::tv);
   add_all(builder, MAX_TV_CHANNEL, MAX_CHANNEL, kind::radio);
 
-  EXPECT_EQ(builder.add(service_at(MAX_CHANNEL)), "the list is full: it holds 5000 services");
+  EXPECT_EQ(refusal(service_at(MAX_CHANNEL)), "the list is full: it holds 5000 services");
 
   EXPECT_TRUE(builder.build_views().empty());
   EXPECT_EQ(list.vnumber, MAX_CHANNEL);
@@ -272,7 +272,7 @@ TEST_F(ListBuilder, SourcesEndBeforeTheIndexThatStandsForAll) {
   vdr_service one_more = service_at(254);
   one_more.source = "S254E";
 
-  EXPECT_EQ(builder.add(one_more), "source S254E is one too many: a list holds 254");
+  EXPECT_EQ(refusal(one_more), "source S254E is one too many: a list holds 254");
 }
 
 TEST_F(ListBuilder, NamesEndAtTheirSlot) {

@@ -18,6 +18,13 @@ struct made_file {
   std::string text;
 };
 
+// What the command line says of how a file is made.
+struct write_options {
+  std::string columns;  // of CSV: columns by name, all of them when empty
+  std::string url;      // of M3U: the address of a service, with fields in braces; the format's own when empty
+  bool is_by_favourites = false;  // of M3U: groups are the favourite groups, not the providers
+};
+
 struct format {
   std::string_view name;   // of --from and --to: "vdr", "dvbv5", "lamedb4", "m3u", "csv"
   std::string_view about;  // for the help
@@ -26,10 +33,31 @@ struct format {
   line_up (*read)(const std::filesystem::path &path, loss_counts &lost) = nullptr;
   // Null: cannot be written.
   std::vector<made_file> (*write)(const line_up &list, loss_counts &lost) = nullptr;
-  // By the name and the beginning of what is to be read; --from decides against it.
+  // By the name and the beginning of what is to be read; --from decides against it. Without a beginning it is a file to
+  // be written, which the name alone decides.
   bool (*is_like)(const std::filesystem::path &path, std::string_view beginning) = nullptr;
+  // Instead of write, for writers with options.
+  std::vector<made_file> (*write_with)(const line_up &list, const write_options &options, loss_counts &lost) = nullptr;
+  // Formats that carry a channel file byte for byte do not go by the line-up: they turn one into the other. Both throw
+  // std::runtime_error.
+  std::string (*from_channel_file)(const std::filesystem::path &path) = nullptr;
+  std::string (*to_channel_file)(std::string_view text) = nullptr;
+
+  [[nodiscard]] bool can_read() const { return read != nullptr || to_channel_file != nullptr; }
+  [[nodiscard]] bool can_write() const {
+    return write != nullptr || write_with != nullptr || from_channel_file != nullptr;
+  }
 };
 
 std::span<const format> all_formats();
+
+// The format with a name, or else the one that a file is like. Throw std::runtime_error that names the formats that
+// there are.
+const format &format_to_read(std::string_view name, const std::filesystem::path &input);
+const format &format_to_write(std::string_view name, const std::filesystem::path &output);
+
+// For the help: a line for each format that can be read, or written.
+std::string formats_to_read();
+std::string formats_to_write();
 
 }  // namespace chlist

@@ -3,23 +3,20 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <utility>
-#include <vector>
 
+#include "chlist/exchange/exchange_report.h"
+#include "chlist/exchange/formats.h"
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/uncarried.h"
-#include "chlist/exchange/vdr_channels_conf.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
+#include "chlist/files/text_file.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -27,114 +24,150 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Make a channel file from a VDR channels.conf";
+constexpr const char *description = "Make a channel file from a list of another format";
 
 constexpr const char *details =
-    "Every source gets a network index of its own, in order of appearance from 1. Frequencies are stored in kHz.\n"
-    "Provider names become the provider groups of their services.\n"
+    "\n"
+    "The format is told by the contents and the name of INPUT; --from decides against that.\n"
+    "Every source gets a network index of its own, in order of appearance from 1, unless INPUT says one. Frequencies\n"
+    "are stored in kHz. Names of providers, genres and countries become groups, and favourites favourite groups.\n"
     "Services with video go to the TV view, those with only audio to the radio view, all of them to the ALL view.\n"
-    "Channels are numbered from 1; a separator ':@N' raises the number. Lines that cannot be read and services that\n"
-    "occur twice are reported, skipped, and take no number. OUTPUT is replaced as a whole or not at all.\n"
+    "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it. Lines that cannot be\n"
+    "read and services that occur twice are reported, skipped, and take no number. What INPUT says and a channel file\n"
+    "has no place for is counted. OUTPUT is replaced as a whole or not at all.\n"
     "\n"
     "Exit codes:\n"
     "  0  everything was imported\n"
     "  1  imported, but lines were skipped, or the list had no room for something\n"
     "  2  nothing was written: bad usage, unreadable input, no service in it, or an output that cannot be written;\n"
-    "     or only the report could not be written";
+    "     or only the report could not be written\n"
+    "\n"
+    "Examples:\n"
+    "  chlist import channels.conf -o all_channel.dat\n"
+    "  chlist import services.csv -o all_channel.dat\n"
+    "  chlist import --from vdr sat.txt -o all_channel.dat --json";
 
 struct import_options {
   fs::path input;
   fs::path output;
+  std::string from;
+  bool as_json = false;
 };
-
-// Reading throws where it fails, as in a directory.
-std::string read_whole_file(const fs::path &path) {
-  try {
-    if (std::ifstream in(path, std::ios::binary); in) {
-      return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    }
-  } catch (const std::ios_base::failure &) {
-  }
-  throw std::runtime_error(path.string() + ": cannot be read");
-}
 
 // What an import comes to.
 struct outcome {
-  std::vector<skipped_line> skipped;
-  std::vector<std::string> left_out;  // what the list had no room for
-  uncarried_counts uncarried;
-  std::size_t groups = 0;
-  list_counts counts;
+  std::string_view format_name;
+  filled_list filled;
+  loss_counts lost;
 };
 
-outcome fill_list(vdr_line_up line_up) {
+outcome read_into_list(const import_options &options, const format &from) {
   outcome result;
-  result.skipped = std::move(line_up.skipped);
-  result.groups = line_up.groups;
-  list_builder builder;
-  for (const vdr_service &service : line_up.services) {
-    if (auto reason = builder.add(service)) {
-      result.skipped.push_back({service.line, std::move(*reason)});
-    } else {
-      result.uncarried.add(service);
-    }
-  }
-  std::ranges::stable_sort(result.skipped, {}, &skipped_line::line);
-  result.left_out = builder.build_views();
-  if (auto providers = builder.providers_left_out()) {
-    result.left_out.push_back(std::move(*providers));
-  }
-  result.counts = builder.counts();
+  result.format_name = from.name;
+  result.filled = fill_list(from.read(options.input, result.lost), result.lost);
   return result;
 }
 
-void report_findings(const import_options &options, const outcome &result) {
-  for (const skipped_line &skipped : result.skipped) {
-    fmt::print(stderr, "{}:{}: skipped: {}\n", options.input.string(), skipped.line, skipped.reason);
+void print_summary(const import_options &options, const outcome &result) {
+  const list_counts &counts = result.filled.counts;
+  fmt::print("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", options.output.string(),
+             counted(counts.services, "service"), counts.tv, counts.radio, counts.services - counts.tv - counts.radio,
+             counted(counts.providers, "provider"), counted(counts.transponders, "transponder"),
+             counted(counts.sources, "source"), counted(result.filled.skipped.size(), "line"));
+  if (counts.favourite_groups > 0) {
+    fmt::print("{}: {}\n", options.output.string(), counted(counts.favourite_groups, "favourite group"));
   }
-  for (const std::string &text : result.left_out) {
+  print_losses(result.lost, "Not carried by the channel file:");
+}
+
+json json_of_outcome(const import_options &options, const outcome &result) {
+  const list_counts &counts = result.filled.counts;
+  return {{"input", options.input.string()},
+          {"format", result.format_name},
+          {"output", options.output.string()},
+          {"services", counts.services},
+          {"tv", counts.tv},
+          {"radio", counts.radio},
+          {"providers", counts.providers},
+          {"transponders", counts.transponders},
+          {"sources", counts.sources},
+          {"favourite_groups", counts.favourite_groups},
+          {"skipped", json_of_skipped(result.filled.skipped)},
+          {"no_room", result.filled.left_out},
+          {"left_out", json_of_left_out(result.lost)},
+          {"not_carried", json_of_losses(result.lost)}};
+}
+
+void report_findings(const import_options &options, const outcome &result) {
+  if (options.as_json) {
+    return;
+  }
+  report_skipped(options.input, result.filled.skipped);
+  report_left_out(options.input, result.lost);
+  for (const std::string &text : result.filled.left_out) {
     fmt::print(stderr, "{}: {}\n", options.input.string(), text);
   }
 }
 
-void print_summary(const import_options &options, const outcome &result) {
-  const list_counts &counts = result.counts;
-  fmt::print("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", options.output.string(),
-             counted(counts.services, "service"), counts.tv, counts.radio, counts.services - counts.tv - counts.radio,
-             counted(counts.providers, "provider"), counted(counts.transponders, "transponder"),
-             counted(counts.sources, "source"), counted(result.skipped.size(), "line"));
-  const auto rows = result.uncarried.rows();
-  if (!rows.empty() || result.groups > 0) {
-    fmt::print("Not carried by the channel file:\n");
-  }
-  for (const auto &row : rows) {
-    fmt::print("  {:<34}{:>5} of the services\n", row.what, row.services);
-  }
-  if (result.groups > 0) {
-    fmt::print("  {:<34}{:>5}\n", "group names", result.groups);
+void report(const import_options &options, const outcome &result) {
+  print_report([&] {
+    if (options.as_json) {
+      print_json(json_of_outcome(options, result));
+    } else {
+      print_summary(options, result);
+    }
+  });
+}
+
+std::string whole_file(const import_options &options, const format &from) {
+  const std::string text = read_input_file(options.input);
+  try {
+    return from.to_channel_file(text);
+  } catch (const std::runtime_error &error) {
+    throw std::runtime_error(options.input.string() + ": " + error.what());
   }
 }
 
+// Formats of the whole file make one, whose bytes nobody touches.
+int import_whole_file(const import_options &options, const format &from) {
+  write_text_file(options.output, whole_file(options, from));
+  print_report([&] {
+    if (options.as_json) {
+      print_json({{"input", options.input.string()}, {"format", from.name}, {"output", options.output.string()}});
+    } else {
+      fmt::print("{}: the whole channel file from {}\n", options.output.string(), from.name);
+    }
+  });
+  return exit_done;
+}
+
 int run_import(const import_options &options) {
+  const format &from = format_to_read(options.from, options.input);
   must_differ(options.input, options.output);
-  const outcome result = fill_list(parse_vdr_channels_conf(read_whole_file(options.input)));
+  if (from.to_channel_file != nullptr) {
+    return import_whole_file(options, from);
+  }
+  const outcome result = read_into_list(options, from);
   report_findings(options, result);
-  if (result.counts.services == 0) {
+  if (result.filled.counts.services == 0) {
     throw std::runtime_error(options.input.string() + ": no service to import");
   }
   save_list_as(options.output);
-  print_report([&] { print_summary(options, result); });
-  return result.skipped.empty() && result.left_out.empty() ? exit_done : exit_findings;
+  report(options, result);
+  return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
 }
 
 }  // namespace
 
 void add_import(CLI::App &app, int &exit_code) {
   CLI::App *command = app.add_subcommand("import", description);
-  command->footer(details);
+  command->footer("Formats:\n" + formats_to_read() + details);
   auto options = std::make_shared<import_options>();
-  command->add_option("INPUT", options->input, "the channels.conf to read")->required();
+  command->add_option("INPUT", options->input, "the file to read, or the folder of formats that have several files")
+      ->required();
   command->add_option("-o,--output", options->output, "the channel file to write")->required()->type_name("OUTPUT");
+  command->add_option("--from", options->from, "the format of INPUT")->type_name("FORMAT");
+  command->add_flag("--json", options->as_json, "print the report as JSON");
   command->callback([options, &exit_code] { exit_code = run_import(*options); });
 }
 

@@ -1,4 +1,4 @@
-// `chlist import`: makes a channel file from a VDR channels.conf.
+// `chlist import`: makes a channel file from the list of another program or receiver.
 #pragma once
 
 #include <CLI/CLI.hpp>

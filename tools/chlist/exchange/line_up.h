@@ -35,6 +35,7 @@ struct line_up_service {
   std::string source;  // where it is received from, "S19.2E", "C" or "T"; the network's name in a channel list
   channel_st fields = channel::unset_service;  // frequency in kHz; net_index 0: numbered by source when it is filed
   std::optional<channel_number> number;        // none: the next one that is free
+  int lowest_number = 1;                       // which is not below this
   bool is_listed = true;                       // in the ALL view; services that are not keep no number
 
   [[nodiscard]] bool has_flag(int bit) const { return (fields.flag & bit) != 0; }
@@ -47,7 +48,7 @@ struct line_up_service {
 struct favourite_group {
   struct entry {
     std::size_t service = 0;
-    channel_number number;
+    channel_number number;  // 0: the service's own
   };
   std::string name;
   std::vector<entry> entries;
@@ -72,12 +73,17 @@ class loss_counts {
   struct row {
     std::string what;  // "locks", "PCR PIDs"
     std::size_t count = 0;
+    bool is_left_out = false;  // not a matter of the format: this once there was no room, or no way to say it
   };
 
-  void add(std::string_view what, std::size_t count = 1);
+  void add(std::string_view what, std::size_t count = 1) { add(what, count, false); }
+  void leave_out(std::string_view what, std::size_t count = 1) { add(what, count, true); }
   [[nodiscard]] const std::vector<row> &rows() const { return rows_; }
+  [[nodiscard]] bool has_left_out() const;
 
  private:
+  void add(std::string_view what, std::size_t count, bool is_left_out);
+
   std::vector<row> rows_;
 };
 

@@ -1,4 +1,4 @@
-// Turns parsed services into records of the channel list, through the library's own calls.
+// Turns services of a line-up into records of the channel list, through the library's own calls.
 #include "chlist/exchange/list_builder.h"
 
 #include <fmt/format.h>
@@ -8,6 +8,9 @@
 #include <cstdlib>
 #include <limits>
 #include <memory>
+#include <utility>
+
+#include "chlist/list_contents.h"
 
 namespace chlist {
 namespace {
@@ -15,23 +18,7 @@ namespace {
 // One network index for each source; 255 stands for all of them.
 constexpr std::size_t max_sources = 254;
 
-// Ids of providers begin at 0.
-constexpr std::int16_t no_provider = -1;
-
-constexpr std::uint8_t broadcast_source = 1;
-constexpr std::uint8_t service_type_data = 12;  // EN 300 468: data broadcast service
-
-struct free_record {
-  void operator()(channel_st *record) const { std::free(record); }
-};
-using owned_channel = std::unique_ptr<channel_st, free_record>;
-
-std::uint8_t service_type_of(const vdr_service &service) {
-  if (service.has_video()) {
-    return SERVICE_TYPE_TV;
-  }
-  return service.has_audio() ? std::uint8_t{SERVICE_TYPE_RADIO} : service_type_data;
-}
+using owned_channel = channel::transient<channel_st>;
 
 void set_name(name_slot_st &slot, std::string_view name) {
   const std::string_view cut = cut_utf8(name, sizeof slot.text);
@@ -39,35 +26,20 @@ void set_name(name_slot_st &slot, std::string_view name) {
   slot.name_len = static_cast<std::uint16_t>(cut.size());
 }
 
-// A service that has Dolby alone is heard through its first Dolby stream.
-void set_pids(channel_st &record, const vdr_service &service) {
-  if (service.has_video()) {
-    record.video_pid = service.video_pid;
-    record.pcr_pid = service.video_pid;
-  }
-  if (service.pcr_pid != 0) {
-    record.pcr_pid = service.pcr_pid;
-  }
-  if (service.has_audio()) {
-    record.audio_pid = service.audio.empty() ? service.dolby.front().pid : service.audio.front().pid;
-  }
-}
-
-owned_channel make_record(const vdr_service &service, std::uint8_t net_index) {
+owned_channel make_record(const line_up_service &service, std::uint8_t net_index) {
   owned_channel record(alloc_channel_info());
+  const list_head link = record->list;
+  *record = service.fields;
+  record->list = link;
   record->net_index = net_index;
-  record->network_id = service.network_id;
-  record->ts_id = service.transport_id;
-  record->frequency = service.frequency_khz;
-  record->service_id = service.service_id;
-  record->polarisation = service.is_vertical ? 1 : 0;
-  record->service_type = service_type_of(service);
-  record->source_type = broadcast_source;
-  record->flag = service.is_scrambled() ? CHANNEL_FLAG_FTA : 0;
   set_name(record->name[0], service.name);
   set_name(record->name[1], service.short_name);
-  set_pids(*record, service);
   return record;
+}
+
+std::size_t too_long_names(const line_up_service &service) {
+  constexpr std::size_t longest = sizeof(name_slot_st::text);
+  return service.name.size() > longest || service.short_name.size() > longest ? 1 : 0;
 }
 
 // add_rch_info() tells a service that it refused by leaving the record in no list.
@@ -78,9 +50,10 @@ channel_st *find_same(const channel_st &record) {
                         record.service_id, record.polarisation);
 }
 
-virtual_channel_st entry_of(channel_st &filed, int number) {
+virtual_channel_st entry_of(channel_st &filed, channel_number number) {
   virtual_channel_st entry = {};
-  entry.major_ch_num = static_cast<std::int16_t>(number);
+  entry.major_ch_num = static_cast<std::int16_t>(number.major);
+  entry.minor_ch_num = static_cast<std::int16_t>(number.minor);
   entry.net_index = filed.net_index;
   entry.frequency = static_cast<std::uint32_t>(filed.frequency);
   entry.polarisation = filed.polarisation;
@@ -98,89 +71,126 @@ std::size_t count_type(const channel_list_st &list, std::uint8_t type) {
                     [type](const virtual_channel_st &entry) { return entry.rch->service_type == type; }));
 }
 
-}  // namespace
-
-std::string_view cut_utf8(std::string_view text, std::size_t most) {
-  constexpr std::size_t longest_tail = 3;
-  if (text.size() <= most) {
-    return text;
-  }
-  const auto continues = [&](std::size_t at) { return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U; };
-  std::size_t end = most;
-  while (end > 0 && most - end < longest_tail && continues(end)) {
-    --end;
-  }
-  // More continuation bytes than a character has: not UTF-8, so any place is as good.
-  return text.substr(0, continues(end) ? most : end);
+bool is_number(int number) {
+  return number >= std::numeric_limits<std::int16_t>::min() && number <= std::numeric_limits<std::int16_t>::max();
 }
+
+}  // namespace
 
 list_builder::list_builder() : list_(*get_channel_list()) { reset_channel_list(); }
 
-std::optional<std::string> list_builder::add(const vdr_service &service) {
-  next_number_ = std::max(next_number_, service.lowest_number);
-  if (list_.vnumber >= MAX_CHANNEL) {
+std::optional<std::string> list_builder::add(const line_up_service &service) {
+  added_.push_back(nullptr);
+  const channel_number number = service.number.value_or(channel_number{std::max(next_number_, service.lowest_number)});
+  if (service.is_listed && list_.vnumber >= MAX_CHANNEL) {
     return fmt::format("the list is full: it holds {} services", +MAX_CHANNEL);
   }
-  if (next_number_ > largest_channel_number) {
+  if (service.is_listed && !service.number && number.major > largest_channel_number) {
     return fmt::format("no channel number is left: the largest is {}", largest_channel_number);
   }
-  const std::optional<std::uint8_t> net_index = net_index_of(service.source);
+  if (!is_number(number.major) || !is_number(number.minor)) {
+    return fmt::format("channel number {}-{} is beyond {}", number.major, number.minor, largest_channel_number);
+  }
+  const std::optional<std::uint8_t> net_index = net_index_of(service);
   if (!net_index) {
     return fmt::format("source {} is one too many: a list holds {}", service.source, max_sources);
   }
-  return file(service, *net_index);
+  return file(service, *net_index, number);
 }
 
-std::optional<std::string> list_builder::file(const vdr_service &service, std::uint8_t net_index) {
+std::optional<std::string> list_builder::file(const line_up_service &service, std::uint8_t net_index,
+                                              channel_number number) {
   std::array<char, sizeof(network_ch_st::network_name)> network_name{};
-  std::ranges::copy(service.source, network_name.begin());
+  std::ranges::copy(cut_utf8(service.source, network_name.size()), network_name.begin());
   owned_channel record = make_record(service, net_index);
   if (add_rch_info(record.get(), network_name.data()) != 0) {
     return "the store refuses it";
   }
   if (!is_filed(*record)) {
-    return fmt::format("is the same service as line {}", lines_.at(find_same(*record)));
+    added_.back() = find_same(*record);
+    const std::size_t line = lines_.at(added_.back());
+    return line != 0 ? fmt::format("is the same service as line {}", line) : "is the same service as an earlier one";
   }
   channel_st &filed = *record.release();
-  filed.provider_id = provider_id_of(service.provider);
+  added_.back() = &filed;
   lines_[&filed] = service.line;
-  append(filed, next_number_++);
+  set_groups(filed, service);
+  check_network_name(filed, service.source);
+  lost_.add("names beyond 96 bytes", too_long_names(service));
+  if (service.is_listed) {
+    append(filed, number);
+    next_number_ = std::max(next_number_, number.major + 1);
+  }
   return std::nullopt;
 }
 
-std::optional<std::uint8_t> list_builder::net_index_of(const std::string &source) {
-  if (const auto known = net_indexes_.find(source); known != net_indexes_.end()) {
+// An index that comes with its source is the source's, so that others are not numbered the same.
+std::optional<std::uint8_t> list_builder::net_index_of(const line_up_service &service) {
+  if (service.fields.net_index != 0) {
+    used_net_indexes_.insert(service.fields.net_index);
+    net_indexes_.emplace(service.source, service.fields.net_index);
+    return service.fields.net_index;
+  }
+  if (const auto known = net_indexes_.find(service.source); known != net_indexes_.end()) {
     return known->second;
   }
-  if (net_indexes_.size() >= max_sources) {
+  std::size_t free = 1;
+  while (free <= max_sources && used_net_indexes_.contains(static_cast<std::uint8_t>(free))) {
+    ++free;
+  }
+  if (free > max_sources) {
     return std::nullopt;
   }
-  return net_indexes_[source] = static_cast<std::uint8_t>(net_indexes_.size() + 1);
+  const auto index = static_cast<std::uint8_t>(free);
+  used_net_indexes_.insert(index);
+  return net_indexes_[service.source] = index;
 }
 
-// Looked up first, because adding a provider does not ask whether it is there.
-std::int16_t list_builder::provider_id_of(std::string_view provider) {
-  const std::string_view name = cut_utf8(provider, longest_provider_name);
-  if (name.empty()) {
-    return no_provider;
-  }
-  static_assert(longest_provider_name <= std::numeric_limits<std::int8_t>::max());
-  if (const group_st *known = find_provider_info(name.data(), static_cast<std::int8_t>(name.size()))) {
-    return known->id;
-  }
-  group_st added = {};
-  added.name_len = static_cast<std::int16_t>(name.size());
-  std::ranges::copy(name, added.name);
-  const int id = add_provider_info(added);
-  if (id < 0) {
-    providers_left_out_.emplace(name);
-  }
-  return static_cast<std::int16_t>(id < 0 ? no_provider : id);
+void list_builder::set_groups(channel_st &filed, const line_up_service &service) {
+  filed.provider_id = providers_.id_of(service.provider, lost_);
+  filed.genre_id = genres_.id_of(service.genre, lost_);
+  filed.country_id = countries_.id_of(service.country, lost_);
 }
 
-void list_builder::append(channel_st &filed, int number) {
+// A network has one name, that of the service which brought it.
+void list_builder::check_network_name(const channel_st &filed, const std::string &source) {
+  const network_ch_st *network = get_network_ch_info(filed.net_index, filed.network_id);
+  if (network != nullptr && text_of(network->network_name) != source) {
+    lost_.add("names of networks, which are too long or differ within one network");
+  }
+}
+
+void list_builder::append(channel_st &filed, channel_number number) {
   list_.vch[list_.vnumber] = entry_of(filed, number);
   ++list_.vnumber;
+  numbers_[&filed] = number;
+}
+
+void list_builder::add(const favourite_group &group) {
+  constexpr std::string_view long_names = "favourite group names beyond 97 bytes";
+  lost_.add(long_names, group.name.size() > longest_group_name ? 1 : 0);
+  const int before = get_fav_group_number();
+  const int id = add_fav_group_info(group_named(group.name));
+  if (id < 0) {
+    ++favourite_groups_left_out_;
+    return;
+  }
+  lost_.add("favourite groups that are joined to one of the same name", get_fav_group_number() == before ? 1 : 0);
+  for (const favourite_group::entry &entry : group.entries) {
+    channel_st *filed = added_.at(entry.service);
+    if (filed == nullptr) {
+      lost_.add("favourites whose service is left out");
+      continue;
+    }
+    const channel_number number = entry.number == channel_number{} ? numbers_[filed] : entry.number;
+    const virtual_channel_st added = entry_of(*filed, number);
+    const std::int16_t held = get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id)));
+    if (add_fav_virtual_channel(static_cast<std::int16_t>(id), &added) != 0) {
+      ++favourites_left_out_;
+    } else if (get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id))) == held) {
+      lost_.add("services that are twice in a favourite group");
+    }
+  }
 }
 
 std::vector<std::string> list_builder::build_views() {
@@ -202,25 +212,57 @@ std::vector<std::string> list_builder::build_views() {
   return left_out;
 }
 
-std::optional<std::string> list_builder::providers_left_out() const {
-  if (providers_left_out_.empty()) {
-    return std::nullopt;
+std::vector<std::string> list_builder::groups_left_out() const {
+  std::vector<std::string> texts;
+  for (const group_names *names : {&providers_, &genres_, &countries_}) {
+    if (auto text = names->left_out()) {
+      texts.push_back(std::move(*text));
+    }
   }
-  return fmt::format("the list of providers is full: it holds {}, {} more are left out", +MAX_PROVIDER,
-                     providers_left_out_.size());
+  if (favourite_groups_left_out_ > 0) {
+    texts.push_back(fmt::format("the list of favourite groups is full: it holds {}, {} more are left out", +MAX_FAV,
+                                favourite_groups_left_out_));
+  }
+  if (favourites_left_out_ > 0) {
+    texts.push_back(fmt::format("favourite groups are full: each holds {}, {} more favourites are left out",
+                                +MAX_FAV_NUM, favourites_left_out_));
+  }
+  return texts;
 }
 
 list_counts list_builder::counts() const {
+  const hierarchy_counts filed = count_hierarchy(list_);
   list_counts counts;
-  counts.services = static_cast<std::size_t>(list_.vnumber);
+  counts.services = filed.services;
   counts.tv = count_type(list_, SERVICE_TYPE_TV);
   counts.radio = count_type(list_, SERVICE_TYPE_RADIO);
   counts.providers = static_cast<std::size_t>(get_provider_number());
-  counts.sources = net_indexes_.size();
-  for (const list_head *node = list_.network_list.next; node != &list_.network_list; node = node->next) {
-    counts.transponders += reinterpret_cast<const network_ch_st *>(node)->tp_num;
-  }
+  counts.sources = used_net_indexes_.size();
+  counts.transponders = filed.transponders;
+  counts.favourite_groups = static_cast<std::size_t>(get_fav_group_number());
   return counts;
+}
+
+filled_list fill_list(const line_up &from, loss_counts &lost) {
+  filled_list result;
+  result.skipped = from.skipped;
+  list_builder builder;
+  for (const line_up_service &service : from.services) {
+    if (auto reason = builder.add(service)) {
+      result.skipped.push_back({service.line, std::move(*reason)});
+    }
+  }
+  std::ranges::stable_sort(result.skipped, {}, &skipped_line::line);
+  result.left_out = builder.build_views();
+  for (const favourite_group &group : from.favourites) {
+    builder.add(group);
+  }
+  std::ranges::move(builder.groups_left_out(), std::back_inserter(result.left_out));
+  for (const loss_counts::row &row : builder.lost().rows()) {
+    lost.add(row.what, row.count);
+  }
+  result.counts = builder.counts();
+  return result;
 }
 
 }  // namespace chlist

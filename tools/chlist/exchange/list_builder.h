@@ -1,20 +1,19 @@
-// Fills the channel list with imported services as a producer of lists does: files each one in the store, appends its
-// entry to the ALL view, registers its provider, and builds the TV and radio views from there.
+// Fills the channel list with a line-up as a producer of lists does: files each service in the store, appends its entry
+// to the ALL view, registers its groups, builds the TV and radio views from there, and then the favourites.
 #pragma once
 
 #include <channel/channel.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <set>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
-#include "chlist/exchange/vdr_channels_conf.h"
+#include "chlist/exchange/group_names.h"
+#include "chlist/exchange/line_up.h"
 
 namespace chlist {
 
@@ -26,7 +25,11 @@ struct list_counts {
   std::size_t providers = 0;
   std::size_t transponders = 0;
   std::size_t sources = 0;
+  std::size_t favourite_groups = 0;
 };
+
+// The source type of services whose format tells none.
+inline constexpr std::uint8_t broadcast_source = 1;
 
 class list_builder {
  public:
@@ -34,33 +37,53 @@ class list_builder {
   list_builder();
 
   // Files a service and numbers it. Returns why it was left out, or nothing; a service left out takes no number.
-  std::optional<std::string> add(const vdr_service &service);
+  std::optional<std::string> add(const line_up_service &service);
+
+  // Adds a group of services that have been added, by their positions in the order of adding.
+  void add(const favourite_group &group);
 
   // Builds the TV and radio views. Returns what they had no room for, one text for each view.
   std::vector<std::string> build_views();
 
-  // What to say of provider names that the list had no room for; nothing when it took them all.
-  [[nodiscard]] std::optional<std::string> providers_left_out() const;
+  // What to say of groups and favourites that the list had no room for; nothing when it took them all.
+  [[nodiscard]] std::vector<std::string> groups_left_out() const;
+
+  // What the records of the list have no place for.
+  [[nodiscard]] const loss_counts &lost() const { return lost_; }
 
   [[nodiscard]] list_counts counts() const;
 
  private:
-  std::optional<std::string> file(const vdr_service &service, std::uint8_t net_index);
-  std::optional<std::uint8_t> net_index_of(const std::string &source);
-  std::int16_t provider_id_of(std::string_view provider);
-  void append(channel_st &filed, int number);
+  std::optional<std::string> file(const line_up_service &service, std::uint8_t net_index, channel_number number);
+  std::optional<std::uint8_t> net_index_of(const line_up_service &service);
+  void set_groups(channel_st &filed, const line_up_service &service);
+  void append(channel_st &filed, channel_number number);
+  void check_network_name(const channel_st &filed, const std::string &source);
 
   channel_list_st &list_;
   int next_number_ = 1;
   std::unordered_map<std::string, std::uint8_t> net_indexes_;
+  std::set<std::uint8_t> used_net_indexes_;
+  std::vector<channel_st *> added_;                            // by position; null: left out
   std::unordered_map<const channel_st *, std::size_t> lines_;  // where each filed channel comes from
-  std::set<std::string, std::less<>> providers_left_out_;
+  std::unordered_map<const channel_st *, channel_number> numbers_;
+  group_names providers_{GROUP_PROVIDER};
+  group_names genres_{GROUP_GENRE};
+  group_names countries_{GROUP_COUNTRY};
+  std::size_t favourite_groups_left_out_ = 0;
+  std::size_t favourites_left_out_ = 0;
+  loss_counts lost_;
 };
 
-// The longest provider name that is carried whole, in bytes.
-inline constexpr std::size_t longest_provider_name = sizeof(group_st::name) - 1;
+// What filling the list with a whole line-up came to.
+struct filled_list {
+  std::vector<skipped_line> skipped;  // the line-up's own among them, by line
+  std::vector<std::string> left_out;  // what the list had no room for
+  list_counts counts;
 
-// A text cut to a number of bytes, not inside a UTF-8 character.
-std::string_view cut_utf8(std::string_view text, std::size_t most);
+  [[nodiscard]] bool is_whole() const { return skipped.empty() && left_out.empty(); }
+};
+
+filled_list fill_list(const line_up &from, loss_counts &lost);
 
 }  // namespace chlist

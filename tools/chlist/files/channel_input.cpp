@@ -75,6 +75,15 @@ std::string channel_input::library_path() const { return open_files + std::to_st
 
 void channel_input::refuse(const std::string &why) const { throw std::runtime_error(path_.string() + ": " + why); }
 
+void channel_input::must_be_current() const {
+  if (version_ == CHANNEL_LIST_VERSION) {
+    return;
+  }
+  const bool is_convertible = version_ >= 7 && version_ < CHANNEL_LIST_VERSION;
+  refuse("is of version " + std::to_string(version_) + ", not " + std::to_string(+CHANNEL_LIST_VERSION) +
+         (is_convertible ? ": convert it first" : ""));
+}
+
 void channel_input::must_not_be(const fs::path &target) const { must_differ(path_, target); }
 
 void channel_input::load() const {

@@ -23,6 +23,9 @@ class channel_input {
   // Throws an error that begins with the file's path.
   [[noreturn]] void refuse(const std::string &why) const;
 
+  // Refuses a file of another version than the current one.
+  void must_be_current() const;
+
   // Refuses a target that is this file.
   void must_not_be(const std::filesystem::path &target) const;
 

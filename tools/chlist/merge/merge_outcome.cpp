@@ -4,7 +4,6 @@
 
 #include <channel/files.h>
 #include <channel/views.h>
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -119,13 +118,6 @@ std::vector<full_view> find_full(const snapshot &before, const snapshot &after,
   return full;
 }
 
-void must_be_current(const channel_input &input) {
-  if (input.version() != CHANNEL_LIST_VERSION) {
-    input.refuse(fmt::format("is of version {}, not {}{}", input.version(), +CHANNEL_LIST_VERSION,
-                             input.version() >= 7 && input.version() <= 9 ? ": convert it first" : ""));
-  }
-}
-
 detached_list<current_format> read_scan(const channel_input &scan) {
   // Records of version 9 are those of today, so its reader reads both.
   detached_list<current_format> read(v9_load_channel(scan.library_path().c_str()));
@@ -138,8 +130,8 @@ detached_list<current_format> read_scan(const channel_input &scan) {
 }  // namespace
 
 merge_outcome merge_in_memory(const channel_input &list, const channel_input &scan) {
-  must_be_current(list);
-  must_be_current(scan);
+  list.must_be_current();
+  scan.must_be_current();
   list.load();
   // A merge takes from its list what is new: services that occur twice are looked for in another copy.
   const detached_list<current_format> merged = read_scan(scan);

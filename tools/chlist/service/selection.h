@@ -4,17 +4,21 @@
 #include <channel/records.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "channel/identity.h"
+
 namespace chlist {
 
 // The services of the list in memory that a text names; in list order, each once.
-//   "7", "7-2"             the entry of the view with that number (major, minor)
 //   "1:2:3:11727480H:5"    the identity: net index, network id, transport stream id, frequency and polarisation,
-//   service id "News"                 the name, without regard to case; else every name that contains the text
-// A text of digits is a number first, and a name when the view has no such number.
+//                          service id; frequencies within the library's tolerance are the same
+//   "7", "7-2"             the entry of the view with that number (major, minor); "7" is 7-0, or every 7 with a minor
+//   "News"                 the name, without regard to case; else every name that contains the text
+// A text that looks like an identity or a number is a name when there is none such.
 std::vector<channel_st *> services_named(std::string_view text, std::int8_t view = VIEW_ALL);
 
 // The one service that a text names. Throws std::runtime_error that says that there is none, or lists what it could be.
@@ -24,7 +28,17 @@ channel_st &service_named(std::string_view text, std::int8_t view = VIEW_ALL);
 // there is none, and names those that there are.
 std::int8_t view_named(std::string_view text);
 
-// "1:2:3:11727480H:5", as services_named() reads it.
+// "all", "fav:3": as view_named() reads it.
+std::string text_of_view(std::int8_t view);
+
+// "7", "7-2".
+std::string number_text_of(const virtual_channel_st &entry);
+
+// "1:2:3:11727480H:5", as services_named() reads it; a polarisation other than 0 (H) and 1 (V) has its number: "V2".
 std::string identity_text(const channel_st &service);
+std::string identity_text(const channel::identity &id);
+
+// The identity that a text is, if it is one.
+std::optional<channel::identity> read_identity(std::string_view text);
 
 }  // namespace chlist

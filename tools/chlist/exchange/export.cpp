@@ -1,0 +1,199 @@
+// `chlist export`: loads the list, takes it as a line-up, lets the format write it, sums up what that has no place for.
+#include "chlist/exchange/export.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "chlist/exchange/exchange_report.h"
+#include "chlist/exchange/formats.h"
+#include "chlist/exchange/list_line_up.h"
+#include "chlist/exchange/vdr_fields.h"
+#include "chlist/exit_codes.h"
+#include "chlist/files/channel_input.h"
+#include "chlist/files/text_file.h"
+#include "chlist/report.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *description = "Make a list of another format from a channel file";
+
+constexpr const char *details =
+    "\n"
+    "The format is told by the name of OUT; --to decides against that. Services come in the order of the ALL view,\n"
+    "those that it does not show behind it. What the list says and the format has no place for is counted. OUT is\n"
+    "replaced as a whole or not at all. JSON carries every byte: importing it gives the same file again.\n"
+    "\n"
+    "Exit codes:\n"
+    "  0  everything was exported that the format has a place for\n"
+    "  1  exported, but services or other things were left out\n"
+    "  2  nothing was written: bad usage, unreadable input, or an output that cannot be written; or only the report\n"
+    "     could not be written\n"
+    "\n"
+    "Examples:\n"
+    "  chlist export all_channel.dat -o services.csv --columns number,name,provider\n"
+    "  chlist export all_channel.dat -o channels.conf --source 'Meridian 1=S13.5E'\n"
+    "  chlist export all_channel.dat -o tv.m3u --url 'http://box:8001/{network_id}:{ts_id}:{service_id}'\n"
+    "  chlist export all_channel.dat -o all_channel.json";
+
+struct export_options {
+  fs::path input;
+  fs::path output;
+  std::string to;
+  std::vector<std::string> sources;
+  write_options writing;
+  bool as_json = false;
+};
+
+// What an export comes to.
+struct outcome {
+  const format &to;
+  std::size_t services = 0;
+  std::size_t favourite_groups = 0;
+  loss_counts lost;
+};
+
+// "NET=S19.2E": a network's name cannot be told from what VDR calls a source otherwise.
+void rename_source(line_up &list, const std::string &option) {
+  const std::size_t sign = option.rfind('=');
+  if (sign == std::string::npos) {
+    throw CLI::ValidationError("--source", shown(option) + " is not NETWORK=SOURCE");
+  }
+  const std::string network = option.substr(0, sign);
+  std::string source;
+  try {
+    source = read_source(std::string_view(option).substr(sign + 1));
+  } catch (const bad_line &bad) {
+    throw CLI::ValidationError("--source", bad.reason);
+  }
+  std::size_t renamed = 0;
+  for (line_up_service &service : list.services) {
+    if (service.source == network) {
+      service.source = source;
+      ++renamed;
+    }
+  }
+  if (renamed == 0) {
+    throw CLI::ValidationError("--source", "no network is named " + shown(network));
+  }
+}
+
+void write_files(const fs::path &output, const std::vector<made_file> &files) {
+  for (const made_file &file : files) {
+    if (!file.name.empty()) {
+      fs::create_directories(output);
+    }
+    write_text_file(file.name.empty() ? output : output / file.name, file.text);
+  }
+}
+
+std::vector<made_file> written(const line_up &list, const export_options &options, outcome &result) {
+  if (result.to.write_with != nullptr) {
+    return result.to.write_with(list, options.writing, result.lost);
+  }
+  return result.to.write(list, result.lost);
+}
+
+void export_line_up(const channel_input &input, const export_options &options, outcome &result) {
+  input.must_be_current();
+  input.load();
+  line_up list = take_line_up(result.lost);
+  for (const std::string &source : options.sources) {
+    rename_source(list, source);
+  }
+  result.services = list.services.size();
+  result.favourite_groups = list.favourites.size();
+  write_files(options.output, written(list, options, result));
+}
+
+void export_whole_file(const channel_input &input, const export_options &options, const format &to) {
+  std::string text;
+  try {
+    text = to.from_channel_file(input.library_path());
+  } catch (const std::runtime_error &error) {
+    input.refuse(error.what());
+  }
+  write_text_file(options.output, text);
+}
+
+void print_summary(const export_options &options, const outcome &result) {
+  if (result.to.from_channel_file != nullptr) {
+    fmt::print("{}: the whole channel file as {}\n", options.output.string(), result.to.name);
+    return;
+  }
+  fmt::print("{}: {} and {} as {}\n", options.output.string(), counted(result.services, "service"),
+             counted(result.favourite_groups, "favourite group"), result.to.name);
+  print_losses(result.lost, fmt::format("Not carried by {}:", result.to.name));
+}
+
+json json_of_outcome(const export_options &options, const outcome &result) {
+  return {{"input", options.input.string()},
+          {"output", options.output.string()},
+          {"format", result.to.name},
+          {"services", result.services},
+          {"favourite_groups", result.favourite_groups},
+          {"left_out", json_of_left_out(result.lost)},
+          {"not_carried", json_of_losses(result.lost)}};
+}
+
+void report(const export_options &options, const outcome &result) {
+  if (options.as_json) {
+    print_report([&] { print_json(json_of_outcome(options, result)); });
+  } else {
+    report_left_out(options.input, result.lost);
+    print_report([&] { print_summary(options, result); });
+  }
+}
+
+int run_export(const export_options &options) {
+  const channel_input input(options.input);
+  input.must_not_be(options.output);
+  outcome result{.to = format_to_write(options.to, options.output), .lost = {}};
+  if (result.to.from_channel_file != nullptr) {
+    export_whole_file(input, options, result.to);
+  } else {
+    export_line_up(input, options, result);
+  }
+  report(options, result);
+  return result.lost.has_left_out() ? exit_findings : exit_done;
+}
+
+}  // namespace
+
+void add_export(CLI::App &app, int &exit_code) {
+  CLI::App *command = app.add_subcommand("export", description);
+  command->footer("Formats:\n" + formats_to_write() + details);
+  auto options = std::make_shared<export_options>();
+  command->add_option("FILE", options->input, "the channel file to read")->required();
+  command->add_option("-o,--output", options->output, "the file to write, or the folder of formats of several files")
+      ->required()
+      ->type_name("OUT");
+  command->add_option("--to", options->to, "the format of OUT")->type_name("FORMAT");
+  command
+      ->add_option("--source", options->sources,
+                   "what to call a network's source, when its name is not like S19.2E; may be given several times")
+      ->type_name("NETWORK=SOURCE");
+  command->add_option("--columns", options->writing.columns, "CSV: the columns, by name, separated by commas")
+      ->type_name("NAMES");
+  command
+      ->add_option(
+          "--url", options->writing.url,
+          "M3U: the address of a service, where {network_id}, {ts_id}, {service_id}, {number} and others stand\n"
+          "for its fields")
+      ->type_name("URL");
+  command->add_flag("--favourites", options->writing.is_by_favourites,
+                    "M3U: group by favourite groups, not by providers");
+  command->add_flag("--json", options->as_json, "print the report as JSON");
+  command->callback([options, &exit_code] { exit_code = run_export(*options); });
+}
+
+}  // namespace chlist

@@ -1,0 +1,107 @@
+// The table of formats, and the choice among them.
+#include "chlist/exchange/formats.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "chlist/exchange/csv_line_up.h"
+#include "chlist/exchange/list_json.h"
+#include "chlist/exchange/vdr_line_up.h"
+#include "chlist/exchange/vdr_writer.h"
+#include "chlist/files/input_file.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t enough_to_tell = 4096;
+
+// Those that the contents decide stand before those that go by the name.
+constexpr format formats[] = {
+    {.name = "json",
+     .about = "every byte of a channel file, by the names of its fields",
+     .is_like = is_like_json,
+     .from_channel_file = json_of_channel_file,
+     .to_channel_file = channel_file_of_json},
+    {.name = "csv",
+     .about = "comma-separated values with a header line that names the columns",
+     .read = read_csv,
+     .is_like = is_like_csv,
+     .write_with = write_csv},
+    {.name = "vdr", .about = "channels.conf of VDR", .read = read_vdr, .write = write_vdr, .is_like = is_like_vdr},
+};
+
+using choice = bool (*)(const format &each);
+
+bool can_read(const format &each) { return each.can_read(); }
+bool can_write(const format &each) { return each.can_write(); }
+
+std::string names(choice is_able) {
+  std::string text;
+  for (const format &each : formats) {
+    if (is_able(each)) {
+      text += (text.empty() ? "" : ", ") + std::string(each.name);
+    }
+  }
+  return text;
+}
+
+std::string help(choice is_able) {
+  std::string text;
+  for (const format &each : formats) {
+    if (is_able(each)) {
+      text += fmt::format("  {:<10}{}\n", each.name, each.about);
+    }
+  }
+  return text;
+}
+
+const format &named(std::string_view name, choice is_able, std::string_view what_for) {
+  const auto found = std::ranges::find(formats, name, &format::name);
+  if (found == std::end(formats) || !is_able(*found)) {
+    throw std::runtime_error(
+        fmt::format("'{}' is no format that can be {}; there are {}", name, what_for, names(is_able)));
+  }
+  return *found;
+}
+
+}  // namespace
+
+std::span<const format> all_formats() { return formats; }
+
+const format &format_to_read(std::string_view name, const fs::path &input) {
+  if (!name.empty()) {
+    return named(name, can_read, "read");
+  }
+  const bool is_folder = fs::is_directory(input);
+  const std::string beginning = is_folder ? "" : read_beginning(input, enough_to_tell);
+  for (const format &each : formats) {
+    if (each.can_read() && each.is_folder == is_folder && each.is_like(input, beginning)) {
+      return each;
+    }
+  }
+  throw std::runtime_error(
+      is_folder ? input.string() + ": cannot be read"
+                : fmt::format("{}: is of no known format; --from names it: {}", input.string(), names(can_read)));
+}
+
+const format &format_to_write(std::string_view name, const fs::path &output) {
+  if (!name.empty()) {
+    return named(name, can_write, "written");
+  }
+  for (const format &each : formats) {
+    if (each.can_write() && each.is_like != nullptr && each.is_like(output, "")) {
+      return each;
+    }
+  }
+  throw std::runtime_error(
+      fmt::format("{}: its name tells no format; --to names it: {}", output.string(), names(can_write)));
+}
+
+std::string formats_to_read() { return help(can_read); }
+std::string formats_to_write() { return help(can_write); }
+
+}  // namespace chlist

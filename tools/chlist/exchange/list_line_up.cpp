@@ -1,0 +1,177 @@
+// Walks the ALL view, the store and the favourite groups of the list in memory.
+#include "chlist/exchange/list_line_up.h"
+
+#include <channel/channel.h>
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "channel/store/group_table.h"
+#include "chlist/list_contents.h"
+
+namespace chlist {
+namespace {
+
+constexpr std::int8_t no_tuner = -1;
+constexpr std::uint16_t no_bouquet = 0xFFFF;
+
+channel_number number_of(const virtual_channel_st &entry) { return {entry.major_ch_num, entry.minor_ch_num}; }
+
+// Names and ids of groups have places of their own.
+channel_st fields_of(const channel_st &service) {
+  channel_st fields = service;
+  fields.list = {};
+  std::ranges::fill(fields.name, name_slot_st{});
+  fields.provider_id = 0;
+  fields.genre_id = 0;
+  fields.country_id = 0;
+  return fields;
+}
+
+class taker {
+ public:
+  explicit taker(loss_counts &lost) : list_(*get_channel_list()), lost_(lost) {}
+
+  line_up take() {
+    take_listed();
+    take_unlisted();
+    take_favourites();
+    count_views();
+    count_groups();
+    count_the_rest();
+    return std::move(taken_);
+  }
+
+ private:
+  void take_listed() {
+    for (const virtual_channel_st &entry : std::span(list_.vch).first(count_of(list_.vnumber, MAX_CHANNEL))) {
+      lost_.add("tags of entries", entry.vch_tag != 0 ? 1 : 0);
+      if (entry.rch == nullptr) {
+        lost_.add("entries of the ALL view that show no service");
+      } else if (positions_.contains(entry.rch)) {
+        lost_.add("further entries of a service in the ALL view");
+      } else {
+        take(*entry.rch).number = number_of(entry);
+      }
+    }
+  }
+
+  void take_unlisted() {
+    for (const channel_st *service : services_of(list_)) {
+      if (!positions_.contains(service)) {
+        take(*service).is_listed = false;
+      }
+    }
+  }
+
+  line_up_service &take(const channel_st &service) {
+    positions_[&service] = taken_.services.size();
+    line_up_service &added = taken_.services.emplace_back();
+    added.name = text_of(service.name[0].text);
+    added.short_name = text_of(service.name[1].text);
+    added.provider = name_in(GROUP_PROVIDER, service.provider_id);
+    added.genre = name_in(GROUP_GENRE, service.genre_id);
+    // A load leaves every service with the country 0, so that this is none.
+    added.country = service.country_id != 0 ? name_in(GROUP_COUNTRY, service.country_id) : "";
+    added.source = source_of(service);
+    added.fields = fields_of(service);
+    return added;
+  }
+
+  std::string name_in(std::int8_t kind, std::int16_t id) {
+    const group_st *group = channel::table_of_kind(kind).find(id);
+    if (group == nullptr) {
+      return "";
+    }
+    used_groups_.insert(group);
+    return text_of(group->name);
+  }
+
+  static std::string source_of(const channel_st &service) {
+    const network_ch_st *network = get_network_ch_info(service.net_index, service.network_id);
+    return network != nullptr ? text_of(network->network_name) : "";
+  }
+
+  void take_favourites() {
+    const channel::group_table groups = channel::favourite_table();
+    for (std::int16_t index = 0; index < MAX_FAV; ++index) {
+      const auto entries =
+          std::span(list_.favorite_vch[index]).first(count_of(list_.favorite_vnumber[index], MAX_FAV_NUM));
+      if (index >= groups.size()) {
+        lost_.add("favourites of no group", entries.size());
+      } else {
+        take_favourites(text_of(groups.groups[index].name), entries);
+      }
+    }
+  }
+
+  void take_favourites(std::string name, std::span<const virtual_channel_st> entries) {
+    favourite_group group = {std::move(name), {}};
+    for (const virtual_channel_st &entry : entries) {
+      if (entry.rch != nullptr) {
+        group.entries.push_back({positions_.at(entry.rch), number_of(entry)});
+      } else {
+        lost_.add("favourites that show no service");
+      }
+    }
+    taken_.favourites.push_back(std::move(group));
+  }
+
+  // The TV and radio views are built anew from the ALL view where a list is made.
+  void count_views() {
+    count_own_order({list_.tv_vch, count_of(list_.tv_vnumber, MAX_TV_CHANNEL)}, SERVICE_TYPE_TV,
+                    "entries of the TV view, which differs from the ALL view");
+    count_own_order({list_.radio_vch, count_of(list_.radio_vnumber, MAX_RADIO_CHANNEL)}, SERVICE_TYPE_RADIO,
+                    "entries of the radio view, which differs from the ALL view");
+    lost_.add("entries of the USER view", count_of(list_.user_vnumber, MAX_CHANNEL));
+    lost_.add("entries of the promotion view", count_of(list_.promo_vnumber, MAX_PROMO_CHANNEL));
+  }
+
+  void count_own_order(std::span<const virtual_channel_st> view, std::uint8_t type, std::string_view what) {
+    std::vector<std::pair<const channel_st *, channel_number>> given;
+    std::vector<std::pair<const channel_st *, channel_number>> built;
+    for (const virtual_channel_st &entry : view) {
+      given.emplace_back(entry.rch, number_of(entry));
+    }
+    for (const virtual_channel_st &entry : std::span(list_.vch).first(count_of(list_.vnumber, MAX_CHANNEL))) {
+      if (entry.rch != nullptr && entry.rch->service_type == type) {
+        built.emplace_back(entry.rch, number_of(entry));
+      }
+    }
+    lost_.add(what, given == built ? 0 : view.size());
+  }
+
+  void count_groups() {
+    for (const std::int8_t kind : {GROUP_PROVIDER, GROUP_GENRE, GROUP_COUNTRY}) {
+      for (const group_st &group : channel::table_of_kind(kind)) {
+        lost_.add("groups that no service is in", used_groups_.contains(&group) ? 0 : 1);
+      }
+    }
+  }
+
+  void count_the_rest() {
+    const hierarchy_counts counts = count_hierarchy(list_);
+    lost_.add("networks without services", counts.networks_without_services);
+    lost_.add("transponders without services", counts.transponders_without_services);
+    lost_.add("settings of the receiver",
+              (list_.use_tuner != no_tuner ? 1U : 0U) + (list_.bouquet_id != no_bouquet ? 1U : 0U));
+  }
+
+  static std::size_t count_of(std::int16_t count, std::size_t capacity) {
+    return count < 0 ? 0 : std::min(static_cast<std::size_t>(count), capacity);
+  }
+
+  channel_list_st &list_;
+  loss_counts &lost_;
+  line_up taken_;
+  std::unordered_map<const channel_st *, std::size_t> positions_;
+  std::unordered_set<const group_st *> used_groups_;
+};
+
+}  // namespace
+
+line_up take_line_up(loss_counts &lost) { return taker(lost).take(); }
+
+}  // namespace chlist

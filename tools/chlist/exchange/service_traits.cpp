@@ -1,0 +1,93 @@
+// The table of what a service may have.
+#include "chlist/exchange/service_traits.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "chlist/exchange/list_builder.h"
+
+namespace chlist {
+namespace {
+
+constexpr std::uint16_t unset_pid = 0xFFFF;
+constexpr std::uint8_t unset_tag = 0xFF;
+constexpr int known_flags = CHANNEL_FLAG_LOCKED | CHANNEL_FLAG_FTA | CHANNEL_FLAG_SKIP | CHANNEL_FLAG_DSMCC;
+
+template <std::size_t Size>
+bool is_used(const std::uint8_t (&bytes)[Size]) {
+  return std::ranges::any_of(bytes, [](std::uint8_t byte) { return byte != 0; });
+}
+
+// Bytes and values that the library does not interpret.
+bool has_host_fields(const channel_st &fields) {
+  return is_used(fields.reserved_208) || is_used(fields.reserved_217) || is_used(fields.reserved_236) ||
+         fields.reserved_245 != 0 || fields.reserved_251 != 0 || fields.reserved_257 != 0 ||
+         fields.reserved_pid != channel::unset_service.reserved_pid || is_used(fields.reserved_262) ||
+         fields.reserved_id != channel::unset_service.reserved_id || is_used(fields.reserved_289) ||
+         is_used(fields.reserved_300);
+}
+
+struct service_trait {
+  trait which;
+  std::string_view what;
+  bool (*is_in)(const line_up_service &service);
+};
+
+constexpr service_trait table[] = {
+    {trait::number, "channel numbers", [](const line_up_service &s) { return s.number.has_value(); }},
+    {trait::minor_number, "minor numbers", [](const line_up_service &s) { return s.number && s.number->minor != 0; }},
+    {trait::name, "names", [](const line_up_service &s) { return !s.name.empty(); }},
+    {trait::short_name, "second names", [](const line_up_service &s) { return !s.short_name.empty(); }},
+    {trait::provider, "providers", [](const line_up_service &s) { return !s.provider.empty(); }},
+    {trait::genre, "genres", [](const line_up_service &s) { return !s.genre.empty(); }},
+    {trait::country, "countries", [](const line_up_service &s) { return !s.country.empty(); }},
+    {trait::source, "network names", [](const line_up_service &s) { return !s.source.empty(); }},
+    {trait::lock, "locks", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_LOCKED); }},
+    {trait::skip, "skip marks", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_SKIP); }},
+    {trait::scrambling, "scrambling marks", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_FTA); }},
+    {trait::data_mark, "data service marks", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_DSMCC); }},
+    {trait::other_flags, "other flag bits",
+     [](const line_up_service &s) { return (s.fields.flag & ~known_flags) != 0; }},
+    {trait::service_type, "service types", [](const line_up_service &s) { return s.fields.service_type != 0; }},
+    {trait::source_type, "source types",
+     [](const line_up_service &s) { return s.fields.source_type != broadcast_source; }},
+    {trait::polarisation, "polarisations", [](const line_up_service &s) { return s.fields.polarisation != 0; }},
+    {trait::video_pid, "video PIDs", [](const line_up_service &s) { return s.fields.video_pid != unset_pid; }},
+    {trait::audio_pid, "audio PIDs", [](const line_up_service &s) { return s.fields.audio_pid != unset_pid; }},
+    {trait::pcr_pid, "PCR PIDs", [](const line_up_service &s) { return s.fields.pcr_pid != unset_pid; }},
+    {trait::pmt_pid, "PMT PIDs", [](const line_up_service &s) { return s.fields.pmt_pid != unset_pid; }},
+    {trait::ecm_pid, "ECM PIDs", [](const line_up_service &s) { return s.fields.video_ecm_pid != unset_pid; }},
+    {trait::component_tags, "component tags",
+     [](const line_up_service &s) { return s.fields.video_tag != unset_tag || s.fields.audio_tag != unset_tag; }},
+    {trait::order_key, "user order keys", [](const line_up_service &s) { return s.fields.user_order_key != 0; }},
+    {trait::net_index, "network indexes", [](const line_up_service &s) { return s.fields.net_index != 0; }},
+    {trait::host_fields, "values that only the receiver knows",
+     [](const line_up_service &s) { return has_host_fields(s.fields); }},
+};
+
+bool shows_own_number(const line_up &list, const favourite_group::entry &entry) {
+  return entry.number == channel_number{} || entry.number == list.services.at(entry.service).number;
+}
+
+}  // namespace
+
+void count_uncarried(const line_up &list, std::span<const trait> carried, loss_counts &lost) {
+  const auto is_carried = [&](trait which) { return std::ranges::find(carried, which) != carried.end(); };
+  for (const service_trait &row : table) {
+    if (!is_carried(row.which)) {
+      lost.add(row.what, static_cast<std::size_t>(std::ranges::count_if(list.services, row.is_in)));
+    }
+  }
+  lost.add("favourite groups", is_carried(trait::favourites) ? 0 : list.favourites.size());
+  if (is_carried(trait::favourites) && !is_carried(trait::favourite_numbers)) {
+    for (const favourite_group &group : list.favourites) {
+      lost.add("numbers of favourites that differ from the service's",
+               static_cast<std::size_t>(std::ranges::count_if(group.entries, [&](const favourite_group::entry &entry) {
+                 return !shows_own_number(list, entry);
+               })));
+    }
+  }
+}
+
+}  // namespace chlist

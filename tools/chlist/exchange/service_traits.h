@@ -1,0 +1,43 @@
+// What a channel list may say of a service that other formats may have no place for. A writer names what it carries;
+// the rest is counted, for all formats in the same words.
+#pragma once
+
+#include <span>
+
+#include "chlist/exchange/line_up.h"
+
+namespace chlist {
+
+enum class trait {
+  number,
+  minor_number,
+  name,
+  short_name,
+  provider,
+  genre,
+  country,
+  source,
+  lock,
+  skip,
+  scrambling,
+  data_mark,
+  other_flags,
+  service_type,
+  source_type,
+  polarisation,
+  video_pid,
+  audio_pid,
+  pcr_pid,
+  pmt_pid,
+  ecm_pid,
+  component_tags,
+  order_key,
+  net_index,
+  host_fields,
+  favourites,
+  favourite_numbers,
+};
+
+void count_uncarried(const line_up &list, std::span<const trait> carried, loss_counts &lost);
+
+}  // namespace chlist

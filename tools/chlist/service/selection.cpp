@@ -1,0 +1,215 @@
+// Numbers, names and identities, each looked up by the library.
+#include "chlist/service/selection.h"
+
+#include <channel/lookups.h>
+#include <channel/store.h>
+#include <channel/views.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <ranges>
+#include <stdexcept>
+
+#include "channel/store/group_table.h"
+#include "channel/store/hierarchy.h"
+#include "chlist/list_contents.h"
+#include "chlist/report.h"
+#include "chlist/service/columns.h"
+#include "chlist/service/names.h"
+
+namespace chlist {
+namespace {
+
+constexpr std::size_t most_candidates = 20;
+
+struct number_text {
+  std::int16_t major = 0;
+  std::optional<std::int16_t> minor;
+};
+
+std::optional<std::int16_t> read_number(std::string_view digits) {
+  std::int16_t number = 0;
+  const char *end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, number);
+  const bool is_number = stop == end && error == std::errc() && number >= 0;
+  return is_number ? std::optional(number) : std::nullopt;
+}
+
+// "7" or "7-2".
+std::optional<number_text> read_channel_number(std::string_view text) {
+  const std::size_t dash = std::min(text.find('-'), text.size());
+  const std::optional<std::int16_t> major = read_number(text.substr(0, dash));
+  if (!major.has_value() || dash == text.size()) {
+    return major.has_value() ? std::optional(number_text{*major, std::nullopt}) : std::nullopt;
+  }
+  const std::optional<std::int16_t> minor = read_number(text.substr(dash + 1));
+  return minor.has_value() ? std::optional(number_text{*major, minor}) : std::nullopt;
+}
+
+std::vector<channel_st *> with_identity(std::string_view text) {
+  const std::optional<channel::identity> id = read_identity(text);
+  channel_st *found = !id.has_value() ? nullptr
+                                      : get_channel_st(id->net_index, id->network_id, id->ts_id, id->frequency,
+                                                       id->service_id, id->polarisation);
+  return found != nullptr ? std::vector{found} : std::vector<channel_st *>{};
+}
+
+std::vector<channel_st *> with_major_number(std::int16_t major, std::int8_t view) {
+  std::vector<channel_st *> services;
+  for (const listed_service &row : listed_in(view)) {
+    if (row.entry->major_ch_num == major && row.entry->rch != nullptr &&
+        std::ranges::find(services, row.entry->rch) == services.end()) {
+      services.push_back(row.entry->rch);
+    }
+  }
+  return services;
+}
+
+std::vector<channel_st *> with_number(std::string_view text, std::int8_t view) {
+  const std::optional<number_text> number = read_channel_number(text);
+  if (!number.has_value()) {
+    return {};
+  }
+  const std::int16_t at = vtype_get_vindex_by_number(number->major, number->minor.value_or(0), view);
+  if (at < 0) {
+    return number->minor.has_value() ? std::vector<channel_st *>{} : with_major_number(number->major, view);
+  }
+  channel_st *found = vtype_get_channel_by_vindex(at, view);
+  return found != nullptr ? std::vector{found} : std::vector<channel_st *>{};
+}
+
+template <class Rule>
+std::vector<channel_st *> with_name(const Rule &is_meant) {
+  std::vector<channel_st *> services;
+  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      for (channel_st &service : channel::services_of(transponder)) {
+        if (is_meant(visible(text_of(service.name[0].text)))) {
+          services.push_back(&service);
+        }
+      }
+    }
+  }
+  return services;
+}
+
+// The numbers under which a view has a service: "7, 7-2"; a dash when it has none.
+std::string numbers_in(std::int8_t view, const channel_st *service) {
+  std::string numbers;
+  for (const listed_service &row : listed_in(view)) {
+    if (row.entry->rch == service) {
+      numbers += fmt::format("{}{}", numbers.empty() ? "" : ", ", number_text_of(*row.entry));
+    }
+  }
+  return numbers.empty() ? "-" : numbers;
+}
+
+std::string candidates_text(const std::vector<channel_st *> &services, std::int8_t view) {
+  std::string text;
+  for (const channel_st *service : services | std::views::take(most_candidates)) {
+    text += fmt::format("\n  {:>6}  {}  {}", numbers_in(view, service), identity_text(*service),
+                        shown(visible(text_of(service->name[0].text))));
+  }
+  if (services.size() > most_candidates) {
+    text += fmt::format("\n  and {} more", services.size() - most_candidates);
+  }
+  return text;
+}
+
+struct named_view {
+  std::string_view name;
+  std::int8_t view;
+};
+
+constexpr named_view named_views[] = {
+    {"all", VIEW_ALL}, {"tv", VIEW_TV}, {"radio", VIEW_RADIO}, {"user", VIEW_USER}, {"promo", VIEW_PROMOTION}};
+
+constexpr std::string_view favourite_prefix = "fav:";
+
+std::vector<std::string> favourite_names() {
+  std::vector<std::string> names;
+  for (const group_st &group : channel::favourite_table()) {
+    names.push_back(visible(text_of(group.name)));
+  }
+  return names;
+}
+
+// The group with a name, else the one with a number.
+std::optional<std::int8_t> favourites_named(std::string_view text) {
+  const std::vector<std::string> names = favourite_names();
+  const auto named = std::ranges::find_if(names, [text](const std::string &name) { return is_same_name(name, text); });
+  if (named != names.end()) {
+    return static_cast<std::int8_t>(VIEW_FAVOURITE + (named - names.begin()));
+  }
+  const std::optional<std::int16_t> group = read_number(text);
+  return group.has_value() && *group < MAX_FAV ? std::optional(static_cast<std::int8_t>(VIEW_FAVOURITE + *group))
+                                               : std::nullopt;
+}
+
+std::string names_of_views() {
+  std::string names;
+  for (const named_view &each : named_views) {
+    names += std::string(each.name) + ", ";
+  }
+  names += "fav:0 to fav:19";
+  for (const std::string &name : favourite_names()) {
+    names += name.empty() ? "" : ", " + shown(std::string(favourite_prefix) + name);
+  }
+  return names;
+}
+
+}  // namespace
+
+std::string number_text_of(const virtual_channel_st &entry) {
+  return entry.minor_ch_num == 0 ? std::to_string(entry.major_ch_num)
+                                 : fmt::format("{}-{}", entry.major_ch_num, entry.minor_ch_num);
+}
+
+std::vector<channel_st *> services_named(std::string_view text, std::int8_t view) {
+  std::vector<channel_st *> services = with_identity(text);
+  if (services.empty()) {
+    services = with_number(text, view);
+  }
+  if (services.empty()) {
+    services = with_name([text](const std::string &name) { return is_same_name(name, text); });
+  }
+  if (services.empty() && !text.empty()) {
+    services = with_name([text](const std::string &name) { return contains_name(name, text); });
+  }
+  return services;
+}
+
+channel_st &service_named(std::string_view text, std::int8_t view) {
+  const std::vector<channel_st *> services = services_named(text, view);
+  if (services.empty()) {
+    throw std::runtime_error(fmt::format("no service has the number, the name or the identity {}", shown(text)));
+  }
+  if (services.size() > 1) {
+    throw std::runtime_error(fmt::format("{} could be any of {} services:{}", shown(text), services.size(),
+                                         candidates_text(services, view)));
+  }
+  return *services.front();
+}
+
+std::int8_t view_named(std::string_view text) {
+  const auto *const named =
+      std::ranges::find_if(named_views, [text](const named_view &each) { return is_same_name(each.name, text); });
+  if (named != std::end(named_views)) {
+    return named->view;
+  }
+  if (text.starts_with(favourite_prefix)) {
+    if (const auto favourites = favourites_named(text.substr(favourite_prefix.size())); favourites.has_value()) {
+      return *favourites;
+    }
+  }
+  throw std::runtime_error(fmt::format("no view {}: there are {}", shown(text), names_of_views()));
+}
+
+std::string text_of_view(std::int8_t view) {
+  const auto *const named = std::ranges::find(named_views, view, &named_view::view);
+  return named != std::end(named_views) ? std::string(named->name)
+                                        : fmt::format("{}{}", favourite_prefix, view - VIEW_FAVOURITE);
+}
+
+}  // namespace chlist
