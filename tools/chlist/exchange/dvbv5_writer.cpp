@@ -11,6 +11,7 @@
 #include "chlist/exchange/dvbv5.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
+#include "chlist/exchange/service_traits.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {
@@ -44,19 +45,20 @@ bool is_number(const channel_number &number) {
 
 bool has_number(const line_up_service &service) { return service.number && service.is_listed; }
 
+// Of some of these a section says less than the list; that is the table's.
+constexpr trait carried[] = {trait::number,       trait::minor_number, trait::name,
+                             trait::source,       trait::service_type, trait::polarisation,
+                             trait::video_pid,    trait::audio_pid,    trait::net_index};
+
 constexpr service_loss losses[] = {
     {"names with brackets, line ends or blanks in front, or \"CHANNEL\"",
      [](const line_up_service &s) {
        return !s.name.empty() && (section_name(s.name) != s.name || s.name == "CHANNEL");
      }},
-    {"providers", [](const line_up_service &s) { return !s.provider.empty(); }},
     {"numbers below 0", [](const line_up_service &s) { return has_number(s) && !is_number(*s.number); }},
     {"services outside the ALL view", [](const line_up_service &s) { return !s.is_listed; }},
-    {"locks", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_LOCKED); }},
-    {"marks of scrambled services", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_FTA); }},
     {"service types other than the streams tell",
      [](const line_up_service &s) { return s.fields.service_type != service_type_by_streams(s.fields); }},
-    {"PCR PIDs", [](const line_up_service &s) { return s.fields.pcr_pid != unset_pid; }},
     {"PIDs outside 1..8191",
      [](const line_up_service &s) { return is_odd_pid(s.fields.video_pid) || is_odd_pid(s.fields.audio_pid); }},
     {"frequencies outside the format's range", [](const line_up_service &s) { return !is_frequency(s); }},
@@ -177,9 +179,8 @@ class writer {
 }  // namespace
 
 std::vector<made_file> write_dvbv5(const line_up &list, loss_counts &lost) {
-  count_losses(list, usual_losses(), lost);
+  count_uncarried(list, carried, lost);
   count_losses(list, losses, lost);
-  lost.add("favourite groups", list.favourites.size());
   lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
   writer made(list);
   for (const line_up_service &service : list.services) {

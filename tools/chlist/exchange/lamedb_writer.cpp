@@ -17,6 +17,7 @@
 #include "chlist/exchange/lamedb_fields.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
+#include "chlist/exchange/service_traits.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {
@@ -45,6 +46,12 @@ std::string quoted_name(std::string_view name) {
   std::ranges::replace(made, '"', '\'');
   return made;
 }
+
+// Of some of these a lamedb and its bouquets say less than the list; that is counted apart.
+constexpr trait carried[] = {trait::number,       trait::minor_number, trait::name,       trait::provider,
+                             trait::source,       trait::lock,         trait::scrambling, trait::service_type,
+                             trait::polarisation, trait::video_pid,    trait::audio_pid,  trait::pcr_pid,
+                             trait::net_index,    trait::favourites,   trait::favourite_numbers};
 
 constexpr service_loss losses[] = {
     {"names with line ends", [](const line_up_service &s) { return in_one_line(s.name) != s.name; }},
@@ -223,7 +230,7 @@ class writer {
 }  // namespace
 
 std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost) {
-  count_losses(list, usual_losses(), lost);
+  count_uncarried(list, carried, lost);
   count_losses(list, losses, lost);
   if (version == 5) {
     count_losses(list, losses_in_quotation_marks, lost);

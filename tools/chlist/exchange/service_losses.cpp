@@ -1,47 +1,15 @@
-// The table of shared losses, and counting.
+// Counting losses.
 #include "chlist/exchange/service_losses.h"
 
 #include <algorithm>
-#include <iterator>
 #include <unordered_map>
+
+#include "chlist/exchange/list_builder.h"
 
 namespace chlist {
 namespace {
 
-constexpr std::uint8_t broadcast_source = 1;
 constexpr std::uint8_t service_type_data = 12;  // EN 300 468: data broadcast service
-constexpr std::uint8_t named_flags = CHANNEL_FLAG_LOCKED | CHANNEL_FLAG_FTA | CHANNEL_FLAG_SKIP | CHANNEL_FLAG_DSMCC;
-
-template <std::size_t Size>
-bool holds_anything(const std::uint8_t (&bytes)[Size]) {
-  return std::ranges::any_of(bytes, [](std::uint8_t byte) { return byte != 0; });
-}
-
-bool has_reserved_bytes(const channel_st &fields) {
-  return holds_anything(fields.reserved_208) || holds_anything(fields.reserved_217) ||
-         holds_anything(fields.reserved_236) || fields.reserved_245 != 0 || fields.reserved_251 != 0 ||
-         fields.reserved_257 != 0 || holds_anything(fields.reserved_262) || holds_anything(fields.reserved_289) ||
-         holds_anything(fields.reserved_300);
-}
-
-constexpr service_loss table[] = {
-    {"short names", [](const line_up_service &s) { return !s.short_name.empty(); }},
-    {"genres", [](const line_up_service &s) { return !s.genre.empty(); }},
-    {"countries", [](const line_up_service &s) { return !s.country.empty(); }},
-    {"skip flags", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_SKIP); }},
-    {"DSM-CC flags", [](const line_up_service &s) { return s.has_flag(CHANNEL_FLAG_DSMCC); }},
-    {"other flags", [](const line_up_service &s) { return (s.fields.flag & ~named_flags) != 0; }},
-    {"PMT PIDs", [](const line_up_service &s) { return s.fields.pmt_pid != unset_pid; }},
-    {"ECM PIDs", [](const line_up_service &s) { return s.fields.video_ecm_pid != unset_pid; }},
-    {"component tags",
-     [](const line_up_service &s) { return s.fields.video_tag != 0xFF || s.fields.audio_tag != 0xFF; }},
-    {"source types", [](const line_up_service &s) { return s.fields.source_type != broadcast_source; }},
-    {"user order keys", [](const line_up_service &s) { return s.fields.user_order_key != 0; }},
-    {"reserved fields",
-     [](const line_up_service &s) {
-       return s.fields.reserved_pid != 0xFFFF || s.fields.reserved_id != 0xFFFF || has_reserved_bytes(s.fields);
-     }},
-};
 
 }  // namespace
 
@@ -51,8 +19,6 @@ line_up_service broadcast_service(std::size_t line) {
   service.fields.source_type = broadcast_source;
   return service;
 }
-
-std::span<const service_loss> usual_losses() { return table; }
 
 void count_losses(const line_up &list, std::span<const service_loss> losses, loss_counts &lost) {
   for (const service_loss &loss : losses) {

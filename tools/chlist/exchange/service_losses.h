@@ -1,5 +1,5 @@
-// What formats of other systems have no place for, told from the services themselves: each format has its table of such
-// losses, and one table of those that all of them share.
+// What a service says and a format can hold in part only: a table of such losses for each format. What it has no place for
+// at all is told by the traits that it does not carry (service_traits.h).
 #pragma once
 
 #include <cstdint>
@@ -26,9 +26,6 @@ constexpr bool is_odd_pid(std::uint16_t pid) { return pid != unset_pid && !is_st
 
 // A service as readers begin with it: nothing known but that it is broadcast.
 line_up_service broadcast_service(std::size_t line);
-
-// What neither the list of a set-top box nor a text of tuning parameters has a place for.
-std::span<const service_loss> usual_losses();
 
 void count_losses(const line_up &list, std::span<const service_loss> table, loss_counts &lost);
 
