@@ -7,6 +7,8 @@
 #include <stdexcept>
 
 #include "chlist/exchange/csv_line_up.h"
+#include "chlist/exchange/dvbv5.h"
+#include "chlist/exchange/lamedb.h"
 #include "chlist/exchange/list_json.h"
 #include "chlist/exchange/vdr_line_up.h"
 #include "chlist/exchange/vdr_writer.h"
@@ -26,6 +28,29 @@ constexpr format formats[] = {
      .is_like = is_like_json,
      .from_channel_file = json_of_channel_file,
      .to_channel_file = channel_file_of_json},
+    {.name = "lamedb4",
+     .about = "folder of Enigma2: lamedb (version 4) and bouquets; any version is read",
+     .is_folder = true,
+     .read = read_lamedb,
+     .write = write_lamedb<4>,
+     .is_like = is_like_lamedb4},
+    {.name = "lamedb5",
+     .about = "the same with lamedb5 (version 5)",
+     .is_folder = true,
+     .read = read_lamedb5,
+     .write = write_lamedb<5>,
+     .is_like = is_like_lamedb5},
+    {.name = "lamedb3",
+     .about = "the same with lamedb (version 3)",
+     .is_folder = true,
+     .read = read_lamedb,
+     .write = write_lamedb<3>,
+     .is_like = is_like_lamedb3},
+    {.name = "dvbv5",
+     .about = "sections of libdvbv5 and its tools",
+     .read = read_dvbv5,
+     .write = write_dvbv5,
+     .is_like = is_like_dvbv5},
     {.name = "csv",
      .about = "comma-separated values with a header line that names the columns",
      .read = read_csv,
@@ -79,7 +104,8 @@ const format &format_to_read(std::string_view name, const fs::path &input) {
   const bool is_folder = fs::is_directory(input);
   const std::string beginning = is_folder ? "" : read_beginning(input, enough_to_tell);
   for (const format &each : formats) {
-    if (each.can_read() && each.is_folder == is_folder && each.is_like(input, beginning)) {
+    // Of a folder, the file that stands for it may be named as well.
+    if (each.can_read() && (each.is_folder || !is_folder) && each.is_like(input, beginning)) {
       return each;
     }
   }

@@ -1,0 +1,26 @@
+// The DVBv5 format of libdvbv5 and its tools: a section [name] for each service, with a line KEY = value for each of its
+// ids, PIDs and tuning parameters. Frequencies are in kHz on satellites and in Hz elsewhere.
+//
+// A source is what DELIVERY_SYSTEM tells of it: "S", "C" or "T"; several satellites are told apart by SAT_NUMBER, as
+// "S#0", "S#1". VCHANNEL is the channel number, "7" or "7.1". What the format cannot do without and a channel list does
+// not hold is assumed when it is written: DVB-S, DVB-C or DVB-T with usual symbol rates and bandwidths.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
+#include "chlist/exchange/formats.h"
+#include "chlist/exchange/line_up.h"
+
+namespace chlist {
+
+line_up parse_dvbv5(std::string_view text, loss_counts &lost);
+
+line_up read_dvbv5(const std::filesystem::path &path, loss_counts &lost);
+std::vector<made_file> write_dvbv5(const line_up &list, loss_counts &lost);
+
+// The first line that is neither blank nor a comment begins a section.
+bool is_like_dvbv5(const std::filesystem::path &path, std::string_view beginning);
+
+}  // namespace chlist

@@ -1,0 +1,53 @@
+// Taking a text apart at its line ends.
+#include "chlist/exchange/text_lines.h"
+
+#include <algorithm>
+
+namespace chlist {
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
+std::string_view without_carriage_return(std::string_view line) {
+  return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
+}
+
+}  // namespace
+
+std::string_view without_leading_blanks(std::string_view text) {
+  return text.substr(std::min(text.find_first_not_of(blanks), text.size()));
+}
+
+std::string_view without_blanks_around(std::string_view text) {
+  return without_leading_blanks(text.substr(0, text.find_last_not_of(blanks) + 1));
+}
+
+text_lines::text_lines(std::string_view text) : rest_(text) {
+  if (rest_.starts_with(byte_order_mark)) {
+    rest_.remove_prefix(byte_order_mark.size());
+  }
+}
+
+std::optional<std::string_view> text_lines::next() {
+  const std::optional<std::string_view> line = peek();
+  if (line) {
+    rest_.remove_prefix(std::min(rest_.find('\n'), rest_.size() - 1) + 1);
+    ++number_;
+  }
+  return line;
+}
+
+std::optional<std::string_view> text_lines::peek() const {
+  if (rest_.empty()) {
+    return std::nullopt;
+  }
+  return without_carriage_return(rest_.substr(0, rest_.find('\n')));
+}
+
+std::string in_one_line(std::string_view text) {
+  std::string line(text);
+  std::ranges::replace_if(line, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
+  return line;
+}
+
+}  // namespace chlist
