@@ -1,8 +1,10 @@
 // The table of subcommands.
 #include "chlist/commands.h"
 
+#include "chlist/check/check.h"
 #include "chlist/convert/convert.h"
 #include "chlist/exchange/import.h"
+#include "chlist/html/html_report.h"
 #include "chlist/merge/merge.h"
 
 namespace chlist {
@@ -11,9 +13,11 @@ namespace {
 using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
 constexpr add_subcommand subcommands[] = {
+    add_check,
     add_import,
     add_convert,
     add_merge,
+    add_report,
 };
 
 }  // namespace

@@ -1,0 +1,112 @@
+"""A headless Chromium, driven over the HTTP protocol of its driver with nothing but the standard library."""
+
+import base64
+import json
+import shutil
+import subprocess
+import urllib.error
+import urllib.request
+
+ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
+OPTIONS = ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--no-first-run",
+           "--disable-background-networking", "--hide-scrollbars=false"]
+KEYS = {"enter": "\ue007", "escape": "\ue00c", "tab": "\ue004", "left": "\ue012", "up": "\ue013", "right": "\ue014",
+        "down": "\ue015", "end": "\ue010", "home": "\ue011", "space": " ", "backspace": "\ue003"}
+
+
+def missing_programs():
+    return [name for name in ("chromium", "chromedriver") if shutil.which(name) is None]
+
+
+class Browser:
+    def __init__(self, profile):
+        self.driver = subprocess.Popen(["chromedriver", "--port=0"], stdout=subprocess.PIPE,
+                                       stderr=subprocess.DEVNULL, text=True)
+        self.address = f"http://127.0.0.1:{self._port()}"
+        wanted = {"browserName": "chrome", "pageLoadStrategy": "normal",
+                  "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"},
+                  "goog:chromeOptions": {"args": OPTIONS + [f"--user-data-dir={profile}"],
+                                         "binary": shutil.which("chromium")}}
+        made = self._call("POST", "/session", {"capabilities": {"alwaysMatch": wanted}})
+        self.session = f"/session/{made['sessionId']}"
+
+    def _port(self):
+        for line in self.driver.stdout:
+            if "started successfully on port" in line:
+                return int(line.rstrip(".\n").rsplit(" ", 1)[1])
+        raise RuntimeError("chromedriver did not start")
+
+    def close(self):
+        try:
+            self._call("DELETE", self.session)
+        finally:
+            self.driver.terminate()
+            self.driver.wait()
+            self.driver.stdout.close()
+
+    def _call(self, method, path, body=None):
+        request = urllib.request.Request(self.address + path, method=method,
+                                         data=None if body is None else json.dumps(body).encode(),
+                                         headers={"Content-Type": "application/json"})
+        try:
+            with urllib.request.urlopen(request, timeout=60) as answer:
+                return json.load(answer)["value"]
+        except urllib.error.HTTPError as error:
+            raise RuntimeError(json.load(error)["value"]["message"]) from None
+
+    def _post(self, path, **body):
+        return self._call("POST", self.session + path, body)
+
+    def open(self, path):
+        self._post("/url", url=f"file://{path}")
+
+    def run(self, script, *arguments):
+        """The result of a function body in the page."""
+        return self._post("/execute/sync", script=script, args=list(arguments))
+
+    def run_until_done(self, script):
+        """What the script hands to the function that is its argument."""
+        return self._post("/execute/async", script=script, args=[])
+
+    def find(self, selector):
+        return self._post("/element", using="css selector", value=selector)[ELEMENT]
+
+    def click(self, selector):
+        self._post(f"/element/{self.find(selector)}/click")
+
+    def type(self, selector, text):
+        self._post(f"/element/{self.find(selector)}/value", text=text)
+
+    def press(self, *names):
+        """Keys, one after the other, to whatever has the focus."""
+        keys = [{"type": kind, "value": KEYS.get(name, name)} for name in names for kind in ("keyDown", "keyUp")]
+        self._post("/actions", actions=[{"type": "key", "id": "keys", "actions": keys}])
+
+    def point(self, selector):
+        """Moves the pointer onto an element."""
+        move = {"type": "pointerMove", "duration": 0, "x": 0, "y": 0, "origin": {ELEMENT: self.find(selector)}}
+        self._post("/actions", actions=[{"type": "pointer", "id": "mouse", "actions": [move]}])
+
+    def devtools(self, command, **parameters):
+        return self._post("/goog/cdp/execute", cmd=command, params=parameters)
+
+    def resize(self, width, height, is_mobile=False):
+        self.devtools("Emulation.setDeviceMetricsOverride", width=width, height=height,
+                      deviceScaleFactor=2 if is_mobile else 1, mobile=is_mobile)
+
+    def prefer(self, scheme):
+        self.devtools("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": scheme}])
+
+    def screenshot(self, path):
+        with open(path, "wb") as file:
+            file.write(base64.b64decode(self._call("GET", self.session + "/screenshot")))
+
+    def console(self):
+        """What the page complained of since the last time."""
+        return [line["message"] for line in self._post("/se/log", type="browser")]
+
+    def requests(self):
+        """The addresses that were asked for since the last time."""
+        events = [json.loads(line["message"])["message"] for line in self._post("/se/log", type="performance")]
+        return [event["params"]["request"]["url"] for event in events
+                if event["method"] == "Network.requestWillBeSent"]

@@ -1,0 +1,343 @@
+"""The page of `chlist report` in a browser: tables, plan, widths, colours; and that it neither complains nor asks for
+anything.
+
+usage: browser_test.py CHLIST [unittest's arguments]    exit code 77 when there is no browser
+"""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+import browser
+import sample_lists
+
+NO_BROWSER = 77
+CHLIST = sys.argv[1] if len(sys.argv) > 1 else ""
+
+SHOWN = "return [...document.querySelectorAll('#rows tr[aria-rowindex]')]"
+NAMES = SHOWN + ".map(row => row.querySelector('td.name').textContent)"
+CELLS = SHOWN + ".map(row => row.querySelector('td.' + arguments[0])?.textContent)"
+ROWS = "return Number(document.getElementById('table').getAttribute('aria-rowcount')) - 1"
+TEXT = "return document.querySelector(arguments[0]).textContent"
+ATTRIBUTE = "return document.querySelector(arguments[0]).getAttribute(arguments[1])"
+IS_HIDDEN = "return document.querySelector(arguments[0]).hidden"
+OVERFLOW = "return document.documentElement.scrollWidth - document.documentElement.clientWidth"
+
+# The contrast of every text that is shown with what is behind it, as far as it is below the one that is wanted.
+LOW_CONTRAST = """
+const canvas = document.createElement('canvas').getContext('2d', { willReadFrequently: true });
+const rgb = (colour) => {
+  canvas.clearRect(0, 0, 1, 1);
+  canvas.fillStyle = colour;
+  canvas.fillRect(0, 0, 1, 1);
+  return [...canvas.getImageData(0, 0, 1, 1).data];
+};
+const light = (colour) => rgb(colour).slice(0, 3)
+  .map((v) => v / 255).map((v) => v <= .03928 ? v / 12.92 : ((v + .055) / 1.055) ** 2.4)
+  .reduce((sum, v, i) => sum + v * [.2126, .7152, .0722][i], 0);
+const ground = (element) => {
+  for (let at = element; at; at = at.parentElement) {
+    const colour = getComputedStyle(at).backgroundColor;
+    if (rgb(colour)[3] === 255) {
+      return colour;
+    }
+  }
+  return 'white';
+};
+const found = new Set();
+for (const element of document.querySelectorAll('body *')) {
+  const hasText = [...element.childNodes].some((node) => node.nodeType === 3 && node.data.trim());
+  if (hasText && element.checkVisibility() && !element.closest('script, style')) {
+    const isDrawn = element.closest('svg') !== null;
+    const style = getComputedStyle(element);
+    const [a, b] = [light(isDrawn ? style.fill : style.color), light(ground(element))].sort((x, y) => y - x);
+    if ((a + .05) / (b + .05) < 4.5) {
+      found.add(`${element.tagName}.${element.className.baseVal ?? element.className} ${((a + .05) / (b + .05)).toFixed(2)}`);
+    }
+  }
+}
+return [...found];
+"""
+
+
+class Page(unittest.TestCase):
+    """Opens a page before each test; after it, nothing was complained of or asked for."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory(prefix="chlist-page-")
+        cls.addClassCleanup(cls.folder.cleanup)
+        cls.browser = browser.Browser(f"{cls.folder.name}/profile")
+        cls.addClassCleanup(cls.browser.close)
+        cls.pages = {}
+
+    @classmethod
+    def page(cls, name):
+        if name not in cls.pages:
+            source, cls.pages[name] = (pathlib.Path(cls.folder.name, name + end) for end in (".dat", ".html"))
+            source.write_bytes(sample_lists.LISTS[name]())
+            done = subprocess.run([CHLIST, "report", source, "-o", cls.pages[name]], stdout=subprocess.DEVNULL)
+            assert done.returncode in (0, 1), done.returncode
+        return cls.pages[name]
+
+    def setUp(self):
+        self.addCleanup(self.expect_silence)
+        self.browser.resize(1280, 900)
+        self.browser.prefer("light")
+        self.browser.console()
+        self.browser.requests()
+        self.open("rich")
+
+    def open(self, name):
+        self.path = self.page(name)
+        self.browser.open(self.path)
+
+    def expect_silence(self):
+        self.assertEqual(self.browser.console(), [])
+        asked = [url for url in self.browser.requests() if not url.startswith(("file://", "data:", "about:"))]
+        self.assertEqual(asked, [])
+
+    def run_in_page(self, script, *arguments):
+        return self.browser.run(script, *arguments)
+
+    def names(self):
+        return self.run_in_page(NAMES)
+
+    def cells(self, column):
+        return self.run_in_page(CELLS, column)
+
+    def rows(self):
+        return self.run_in_page(ROWS)
+
+    def choose(self, selector, value):
+        self.run_in_page("const select = document.querySelector(arguments[0]); select.value = arguments[1];"
+                         "select.dispatchEvent(new Event('change'))", selector, value)
+
+    def tab(self, title):
+        self.run_in_page("[...document.querySelectorAll('[role=tab]')].find(tab => "
+                         "tab.firstChild.textContent === arguments[0]).click()", title)
+
+
+class Tables(Page):
+    def test_search_narrows_the_table(self):
+        every = self.rows()
+
+        self.browser.type("#search", "premiere polar")
+
+        self.assertLess(0, self.rows())
+        self.assertLess(self.rows(), every)
+        for name, provider in zip(self.names(), self.cells("provider")):
+            self.assertIn("Première", name + provider)
+            self.assertIn("Polar", name + provider)
+        self.browser.click("#clear")
+        self.assertEqual(self.rows(), every)
+
+    def test_search_that_finds_nothing_says_so(self):
+        self.browser.type("#search", "zzzz")
+
+        self.assertEqual(self.rows(), 0)
+        self.assertEqual(self.run_in_page(TEXT, "#nothing"), "Nothing here matches.")
+
+    def test_titles_sort_up_down_and_not(self):
+        before = self.names()
+
+        self.browser.click("th[data-key=frequency] button")
+        up = [int(text.replace(",", "")) for text in self.cells("frequency")]
+        self.assertEqual(self.run_in_page(ATTRIBUTE, "th[data-key=frequency]", "aria-sort"), "ascending")
+        self.browser.press("enter")
+        down = [int(text.replace(",", "")) for text in self.cells("frequency")]
+        self.assertEqual(self.run_in_page(ATTRIBUTE, "th[data-key=frequency]", "aria-sort"), "descending")
+        self.browser.press("space")
+
+        self.assertEqual(up, sorted(up))
+        self.assertEqual(down, sorted(down, reverse=True))
+        self.assertLess(up[-1], down[-1])
+        self.assertEqual(self.names(), before)
+        self.assertEqual(self.run_in_page(ATTRIBUTE, "th[data-key=frequency]", "aria-sort"), "none")
+
+    def test_filters_take_rows_out(self):
+        every = self.rows()
+        for select, value, column, text in (("#filter-type", "2", "type", "Radio"),
+                                            ("#filter-provider", "=Quayside", "provider", "Quayside"),
+                                            ("#filter-access", "scrambled", "marks", "scrambled")):
+            self.choose(select, value)
+            self.assertTrue(0 < self.rows() < every, select)
+            for cell in self.cells(column):
+                self.assertIn(text, cell)
+            self.choose(select, "")
+            self.assertEqual(self.rows(), every)
+        for toggle, text in (("favourites", "★"), ("locked", "locked"), ("skipped", "skipped")):
+            self.browser.click(f"#filter-{toggle}")
+            self.assertTrue(0 < self.rows() < every, toggle)
+            for cell in self.cells("marks"):
+                self.assertIn(text, cell)
+            self.browser.click(f"#filter-{toggle}")
+        self.choose("#filter-access", "free")
+        free = self.rows()
+        self.choose("#filter-access", "scrambled")
+        self.assertEqual(free + self.rows(), every)
+
+    def test_tabs_show_the_views(self):
+        titles = self.run_in_page("return [...document.querySelectorAll('[role=tab] bdi')].map(e => e.textContent)")
+        self.assertEqual(titles, ["ALL", "TV", "Radio", "USER", "Promotion", "Family", "Films", "Sport & live",
+                                  "Kitchen radio", "In no view"])
+        self.tab("Radio")
+        self.assertEqual(set(self.cells("type")), {"Radio"})
+        self.tab("In no view")
+        self.assertEqual(self.names(), ["In no view at all"])
+        self.tab("Promotion")
+        self.assertEqual(self.cells("marks"), ["no service", "no service"])
+
+    def test_tabs_move_with_the_arrows(self):
+        self.browser.click("#tab-0")
+        self.browser.press("right", "right")
+
+        self.assertEqual(self.run_in_page("return document.activeElement.id"), "tab-2")
+        self.assertEqual(self.run_in_page(ATTRIBUTE, "#tab-2", "aria-selected"), "true")
+        self.browser.press("left", "left", "left")
+        self.assertEqual(self.run_in_page("return document.activeElement.id"), "tab-9")
+
+    def test_rows_are_reached_and_opened_by_keys(self):
+        self.run_in_page("document.getElementById('table').focus()")
+        self.browser.press("end")
+        last = self.run_in_page(ATTRIBUTE, "#table", "aria-activedescendant")
+        self.assertEqual(last, f"row-{self.rows() - 1}")
+        name = self.run_in_page("return document.querySelector('.current .name').textContent")
+        self.browser.press("enter")
+
+        self.assertEqual(self.run_in_page(TEXT, "#details-name"), name)
+        self.assertTrue(self.run_in_page("return document.getElementById('details').open"))
+        self.browser.press("escape")
+        self.assertFalse(self.run_in_page("return document.getElementById('details').open"))
+
+    def test_thousands_of_rows_are_fast(self):
+        self.open("full")
+        self.assertEqual(self.rows(), 5000)
+        self.assertLess(len(self.names()), 100)
+        longest = self.run_in_page("""
+          const search = document.getElementById('search');
+          return Math.max(...['s', 'se', '49', 'provider 7', 'nothing at all', ''].map((text) => {
+            search.value = text;
+            const start = performance.now();
+            search.dispatchEvent(new Event('input'));
+            document.body.getBoundingClientRect();
+            return performance.now() - start;
+          }))""")
+        self.assertLess(longest, 100)
+        self.run_in_page("document.getElementById('table-box').scrollTop = 1e9")
+        self.run_in_page("table.render()")
+        self.assertEqual(self.cells("service")[-1], "5000")
+
+
+class Plans(Page):
+    def test_every_source_has_its_lanes(self):
+        lanes = self.run_in_page("return [...document.querySelectorAll('.plan')].map(plan => "
+                                 "[...plan.querySelectorAll('.lane')].map(lane => lane.textContent).join(''))")
+        self.assertEqual(lanes, ["HV", "HV", "H"])
+        self.assertEqual(self.run_in_page("return document.querySelectorAll('.mark').length"), 46 + 27 + 30)
+
+    def test_pointing_at_a_transponder_shows_its_services(self):
+        self.assertTrue(self.run_in_page(IS_HIDDEN, "#tip"))
+
+        self.browser.point(".mark:nth-of-type(3)")
+
+        names = self.run_in_page("return shownPlans[0].members[2].services.map(each => each.name)")
+        shown = self.run_in_page("return [...document.querySelectorAll('#tip li')].map(e => e.textContent)")
+        self.assertFalse(self.run_in_page(IS_HIDDEN, "#tip"))
+        self.assertEqual(shown[:12], names[:12])
+        self.browser.point("h1")
+        self.assertTrue(self.run_in_page(IS_HIDDEN, "#tip"))
+
+    def test_transponders_are_reached_by_keys(self):
+        self.run_in_page("document.querySelector('.mark[tabindex=\"0\"]').focus()")
+        self.browser.press("right")
+
+        self.assertIn(self.run_in_page("return shownPlans[0].members[1].services[0].name"),
+                      self.run_in_page(TEXT, "#tip"))
+        self.browser.press("enter")
+        self.assertEqual(self.rows(), self.run_in_page("return shownPlans[0].members[1].services.length"))
+        self.browser.press("escape")
+        self.assertTrue(self.run_in_page(IS_HIDDEN, "#tip"))
+
+    def test_choosing_a_transponder_narrows_the_tables_to_it(self):
+        every = self.rows()
+        self.browser.click(".mark:nth-of-type(3)")
+
+        frequency = self.run_in_page("return shownPlans[0].members[2].frequency")
+        self.assertEqual(set(self.cells("frequency")), {f"{frequency:,}"})
+        self.assertEqual(self.run_in_page(ATTRIBUTE, ".mark:nth-of-type(3)", "aria-pressed"), "true")
+        self.assertEqual(self.run_in_page(TEXT, "#transponder-chip"), f"{frequency:,} H")
+        self.browser.click("#transponder-chip")
+        self.assertEqual(self.rows(), every)
+
+
+class Findings(Page):
+    def test_are_counted_and_told(self):
+        self.assertIn("3 errors", self.run_in_page(TEXT, "#health-counts"))
+        self.browser.click("summary")
+        self.assertIn("In no view at all", self.run_in_page(TEXT, "#health-topics"))
+
+    def test_are_none_in_a_clean_list(self):
+        self.open("clean")
+
+        self.assertEqual(self.run_in_page(TEXT, "#health-counts"), "nothing found")
+
+
+class Looks(Page):
+    def test_no_width_makes_the_page_scroll_sideways(self):
+        for name in ("rich", "hostile", "empty"):
+            for width in (320, 360, 414, 768, 1024, 1920):
+                self.browser.resize(width, 740, is_mobile=width < 500)
+                self.open(name)
+                self.assertLessEqual(self.run_in_page(OVERFLOW), 0, (name, width))
+
+    def test_dark_is_dark(self):
+        ground = "return getComputedStyle(document.body).backgroundColor"
+        light = self.run_in_page(ground)
+
+        self.browser.prefer("dark")
+
+        self.assertNotEqual(self.run_in_page(ground), light)
+
+    def test_every_text_stands_out(self):
+        for scheme in ("light", "dark"):
+            self.browser.prefer(scheme)
+            self.open("rich")
+            self.run_in_page("document.getElementById('health').open = true")
+            self.assertEqual(self.run_in_page(LOW_CONTRAST), [], scheme)
+
+    def test_nothing_moves_while_the_page_opens(self):
+        shifts = self.browser.run_until_done("""
+          const done = arguments[0];
+          new PerformanceObserver((seen) => done(seen.getEntries().map((each) => each.value)))
+            .observe({ type: 'layout-shift', buffered: true });
+          setTimeout(() => done([]), 300);""")
+        self.assertEqual(shifts, [])
+
+
+class Texts(Page):
+    def test_hostile_names_are_only_shown(self):
+        self.open("hostile")
+
+        self.assertEqual(self.run_in_page("return document.title"), "hostile.dat – channel list")
+        self.assertEqual(self.names()[:8], sample_lists.HOSTILE)
+        self.assertEqual(self.run_in_page("return document.querySelectorAll('img').length"), 0)
+        self.assertEqual(self.run_in_page("return document.scripts.length"), 2)
+        self.assertEqual(self.names()[8], "\ufffd\ufffd\ufffd raw")
+
+    def test_an_empty_list_has_a_page(self):
+        self.open("empty")
+
+        self.assertEqual(self.rows(), 0)
+        self.assertEqual(self.run_in_page(TEXT, "#nothing"), "This view has no entries.")
+        self.assertEqual(self.run_in_page(TEXT, "#plans"), "The list holds no transponder.")
+
+
+if __name__ == "__main__":
+    missing = browser.missing_programs()
+    if missing:
+        print(f"skipped, not installed: {', '.join(missing)}")
+        sys.exit(NO_BROWSER)
+    unittest.main(argv=sys.argv[:1] + sys.argv[2:])

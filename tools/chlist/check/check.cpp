@@ -1,0 +1,143 @@
+// `chlist check`: reads the bytes, whatever they are, and prints the findings.
+#include "chlist/check/check.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "chlist/check/findings.h"
+#include "chlist/exit_codes.h"
+#include "chlist/report.h"
+#include "chlist/terminal.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *description = "Say what is wrong with a channel file, and what a receiver does with it";
+
+constexpr const char *details =
+    "Damaged files are looked at as far as their counts lead, also those that a receiver refuses. Each finding has "
+    "its\n"
+    "place in the file and its consequence:\n"
+    "  error    the load fails, or something is lost on the receiver\n"
+    "  warning  something is not reached, or not shown as it was meant\n"
+    "  note     unusual; a receiver works with it\n"
+    "Of each kind the first ten are shown; --all and --json show every one. FILE is only read.\n"
+    "\n"
+    "Exit codes:\n"
+    "  0  nothing was found; notes do not count\n"
+    "  1  errors or warnings\n"
+    "  2  FILE cannot be read or is no regular file; or the report could not be written\n"
+    "\n"
+    "Examples:\n"
+    "  chlist check channels.dat\n"
+    "  chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'";
+
+struct check_options {
+  fs::path file;
+  bool shows_all = false;
+  bool as_json = false;
+};
+
+json json_of_finding(const finding &found) {
+  return {{"offset", found.offset},
+          {"severity", name_of(found.level)},
+          {"kind", found.kind},
+          {"what", found.what},
+          {"consequence", found.consequence}};
+}
+
+json json_of_findings(const check_options &options, const file_findings &result) {
+  return {{"file", options.file.string()},
+          {"size", result.size},
+          {"version", result.version},
+          {"networks", result.networks},
+          {"transponders", result.transponders},
+          {"services", result.services},
+          {"errors", result.count(severity::error)},
+          {"warnings", result.count(severity::warning)},
+          {"notes", result.count(severity::note)},
+          {"findings", array_of(result.findings, json_of_finding)}};
+}
+
+constexpr style style_of(severity level) {
+  constexpr style styles[] = {style::red, style::yellow, style::dim};
+  return styles[static_cast<std::size_t>(level)];
+}
+
+constexpr std::size_t shown_of_a_kind = 10;
+
+using kinds = std::map<std::string_view, std::size_t>;
+
+// A consequence stands once below all that have it in a row.
+void print_findings(const file_findings &result, severity level, bool shows_all) {
+  kinds printed;
+  const std::string *consequence = nullptr;
+  const auto end_row = [&consequence] {
+    if (consequence != nullptr) {
+      fmt::print("{:>13}{}\n", "", painted("-> " + *consequence, style::dim));
+    }
+  };
+  for (const finding &found : result.findings) {
+    if (found.level != level || (!shows_all && ++printed[found.kind] > shown_of_a_kind)) {
+      continue;
+    }
+    if (consequence != nullptr && *consequence != found.consequence) {
+      end_row();
+    }
+    consequence = &found.consequence;
+    fmt::print("  {:>9}  {}\n", found.offset, found.what);
+  }
+  end_row();
+  for (const auto &[kind, count] : printed) {
+    if (count > shown_of_a_kind) {
+      fmt::print("  {:>9}  {} more: {}\n", "...", count - shown_of_a_kind, kind);
+    }
+  }
+}
+
+void print_report_of(const check_options &options, const file_findings &result) {
+  fmt::print("{}: {}, version {}: {}, {}, {}\n", options.file.string(), counted(result.size, "byte"), result.version,
+             counted(result.networks, "network"), counted(result.transponders, "transponder"),
+             counted(result.services, "service"));
+  for (const severity level : {severity::error, severity::warning, severity::note}) {
+    if (const std::size_t count = result.count(level); count > 0) {
+      fmt::print("{}\n", painted(counted(count, name_of(level)) + ':', style_of(level)));
+      print_findings(result, level, options.shows_all);
+    }
+  }
+  if (result.is_sound()) {
+    fmt::print("{}\n", painted("Nothing is wrong.", style::green));
+  }
+}
+
+int run_check(const check_options &options) {
+  const file_findings result = findings_in(bytes_of_file(options.file));
+  print_report([&] {
+    if (options.as_json) {
+      print_json(json_of_findings(options, result));
+    } else {
+      print_report_of(options, result);
+    }
+  });
+  return result.is_sound() ? exit_done : exit_findings;
+}
+
+}  // namespace
+
+void add_check(CLI::App &app, int &exit_code) {
+  CLI::App *command = app.add_subcommand("check", description);
+  command->footer(details);
+  auto options = std::make_shared<check_options>();
+  command->add_option("FILE", options->file, "the channel file to look at")->required();
+  command->add_flag("--all", options->shows_all, "show every finding, not only the first ten of each kind");
+  command->add_flag("--json", options->as_json, "report as JSON");
+  command->callback([options, &exit_code] { exit_code = run_check(*options); });
+}
+
+}  // namespace chlist

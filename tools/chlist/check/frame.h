@@ -1,0 +1,109 @@
+// A channel file record by record, as far as its counts lead: the records go to the list in memory, where the library's
+// rules look at them, and every one keeps its place in the file. Damaged files stop early; nothing is refused.
+#pragma once
+
+#include <channel/records.h>
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "channel/persist/image.h"
+#include "chlist/files/file_bytes.h"
+
+namespace chlist {
+
+struct record_sizes {
+  std::size_t list = 0;
+  std::size_t network = 0;
+  std::size_t transponder = 0;
+  std::size_t service = 0;
+};
+
+// Versions 7 and 8 have longer records; every other version, known or not, is read with those of today.
+record_sizes record_sizes_of(int version);
+
+// Reads the record whose image stands at a place; what earlier versions put behind it is left out.
+template <class Record>
+void read_image(byte_span file, std::size_t at, Record &record) {
+  const byte_span image = file.subspan(at, channel::persist::layout<Record>::size);
+  std::memcpy(channel::persist::image_within(record), image.data(), image.size());
+  channel::persist::settle_image(record);
+}
+
+// Where a field of a record stands in the record's image.
+template <class Record>
+std::size_t place_in_image(const Record &record, const void *field) {
+  const auto at = static_cast<std::size_t>(static_cast<const char *>(field) - reinterpret_cast<const char *>(&record));
+  for (const channel::persist::run &part : channel::persist::layout<Record>::runs) {
+    const std::size_t stride = part.repeats > 1 ? part.memory_stride : part.size;
+    if (at >= part.in_memory && at < part.in_memory + part.repeats * stride) {
+      const std::size_t repeat = (at - part.in_memory) / stride;
+      return part.in_image + repeat * part.image_stride + (at - part.in_memory) % stride;
+    }
+  }
+  return 0;
+}
+
+// A record of the list in memory, its place in the file, and the position of the record that it stands below.
+template <class Record>
+struct framed_record {
+  Record *record = nullptr;
+  std::size_t offset = 0;
+  std::size_t parent = 0;
+
+  [[nodiscard]] std::size_t offset_of(const void *field) const { return offset + place_in_image(*record, field); }
+};
+
+// A record that is counted and not there, or not as a whole.
+struct missing_record {
+  std::string_view kind;  // "network", "transponder" or "service"
+  std::size_t offset = 0;
+  std::size_t position = 0;  // among those that one record counts, from 0
+  std::size_t counted = 0;
+  std::size_t present = 0;  // bytes
+  std::size_t size = 0;
+};
+
+class framed_list {
+ public:
+  // The list in memory is the file's while this lives, and empty afterwards.
+  explicit framed_list(byte_span file);
+  ~framed_list();
+  framed_list(const framed_list &) = delete;
+  framed_list &operator=(const framed_list &) = delete;
+
+  [[nodiscard]] byte_span file() const { return file_; }
+  [[nodiscard]] int version() const { return version_; }
+  [[nodiscard]] const record_sizes &sizes() const { return sizes_; }
+  // False when the file ends before the list's own record does; there is nothing else then.
+  [[nodiscard]] bool has_list() const { return file_.size() >= sizes_.list; }
+  [[nodiscard]] const channel_list_st &list() const;
+  [[nodiscard]] std::size_t offset_of(const void *field_of_list) const { return place_in_image(list(), field_of_list); }
+
+  [[nodiscard]] const std::vector<framed_record<network_ch_st>> &networks() const { return networks_; }
+  [[nodiscard]] const std::vector<framed_record<tp_ch_st>> &transponders() const { return transponders_; }
+  [[nodiscard]] const std::vector<framed_record<channel_st>> &services() const { return services_; }
+  [[nodiscard]] const std::optional<missing_record> &missing() const { return missing_; }
+  // Where the last record that was read ends.
+  [[nodiscard]] std::size_t end() const { return end_; }
+
+ private:
+  template <class Record>
+  Record *read_next(std::vector<framed_record<Record>> &records, std::size_t size, missing_record expected);
+  bool read_networks();
+  bool read_transponders(network_ch_st &network);
+  bool read_services(tp_ch_st &transponder);
+
+  byte_span file_;
+  int version_ = 0;
+  record_sizes sizes_;
+  std::vector<framed_record<network_ch_st>> networks_;
+  std::vector<framed_record<tp_ch_st>> transponders_;
+  std::vector<framed_record<channel_st>> services_;
+  std::optional<missing_record> missing_;
+  std::size_t end_ = 0;
+};
+
+}  // namespace chlist

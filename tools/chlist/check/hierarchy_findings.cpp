@@ -1,0 +1,146 @@
+// Networks, transponders and services by the finder's rules: what it does not find by its own identity is lost to every
+// operation that goes by identities.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "channel/identity.h"
+#include "channel/store/group_table.h"
+#include "channel/store/service_index.h"
+#include "chlist/check/rules.h"
+#include "chlist/list_contents.h"
+#include "chlist/report.h"
+
+namespace chlist {
+namespace {
+
+using channel::id_set;
+
+void check_networks(const framed_list &framed, finding_list &findings) {
+  std::map<std::pair<int, int>, std::size_t> first;
+  const auto &networks = framed.networks();
+  for (std::size_t i = 0; i < networks.size(); ++i) {
+    const network_ch_st &network = *networks[i].record;
+    const auto [found, is_new] = first.emplace(std::pair{network.net_index, network.network_id}, i);
+    if (!is_new) {
+      findings.push_back({networks[i].offset, severity::warning, "duplicate-network",
+                          fmt::format("network {} (net {}, network {}) is network {} once more", i + 1,
+                                      network.net_index, network.network_id, found->second + 1),
+                          "searches look into the first one only: services of this one are not found"});
+    }
+  }
+}
+
+std::string describe_transponder(const tp_ch_st &transponder) {
+  return fmt::format("ts {}, {} {}", transponder.ts_id, transponder.frequency,
+                     transponder.polarisation == 0 ? 'H' : 'V');
+}
+
+using framed_transponders = std::vector<const framed_record<tp_ch_st> *>;
+
+// Of one network and polarisation, by frequency.
+void check_neighbours(framed_transponders &transponders, finding_list &findings) {
+  std::ranges::stable_sort(transponders, {}, [](const auto *each) { return each->record->frequency; });
+  for (std::size_t i = 1; i < transponders.size(); ++i) {
+    const auto [first, second] = std::minmax(transponders[i - 1], transponders[i],
+                                             [](const auto *a, const auto *b) { return a->offset < b->offset; });
+    if (channel::same_frequency(first->record->frequency, second->record->frequency)) {
+      findings.push_back(
+          {second->offset, severity::warning, "near-transponders",
+           fmt::format("transponder {} is within the tolerance of {} at offset {}",
+                       describe_transponder(*second->record), describe_transponder(*first->record), first->offset),
+           "searches take the first one for both: services of this one are not found there"});
+    }
+  }
+}
+
+void check_transponders(const framed_list &framed, finding_list &findings) {
+  std::map<std::pair<std::size_t, int>, framed_transponders> alike;
+  for (const framed_record<tp_ch_st> &transponder : framed.transponders()) {
+    if (transponder.record->frequency != 0) {
+      alike[{transponder.parent, transponder.record->polarisation}].push_back(&transponder);
+    }
+  }
+  for (auto &[which, transponders] : alike) {
+    check_neighbours(transponders, findings);
+  }
+}
+
+void check_identities(const framed_list &framed, finding_list &findings) {
+  std::unordered_map<const channel_st *, std::size_t> offsets;
+  for (const framed_record<channel_st> &service : framed.services()) {
+    offsets.emplace(service.record, service.offset);
+  }
+  channel::service_index index;
+  for (const framed_record<channel_st> &service : framed.services()) {
+    const channel_st *found = index.resolve(channel::identity_of(*service.record));
+    const std::string who = describe(known_as(*service.record));
+    if (found == nullptr) {
+      findings.push_back({service.offset, severity::error, "misplaced-service",
+                          fmt::format("service {} does not stand below a transponder of its identity", who),
+                          "no search finds it by that identity, and a channel search adds it a second time; when many "
+                          "services are concerned, the file is out of frame"});
+    } else if (found != service.record) {
+      findings.push_back({service.offset, severity::warning, "hidden-service",
+                          fmt::format("service {} has the identity of the one at offset {}", who, offsets[found]),
+                          "every search stops at the first one: this one is never shown"});
+    }
+  }
+}
+
+struct named_table {
+  std::string_view name;
+  std::span<const group_st> groups;
+  std::int16_t channel_st::*id;
+  severity level;
+  std::string_view consequence;
+};
+
+std::span<const group_st> used(const channel::group_table &table) { return {table.begin(), table.end()}; }
+
+void check_group_ids(const framed_list &framed, const named_table &table, finding_list &findings) {
+  id_set known;
+  for (const group_st &group : table.groups) {
+    known.add(group.id);
+  }
+  for (const framed_record<channel_st> &service : framed.services()) {
+    const std::int16_t id = service.record->*table.id;
+    if (id > 0 && !known.holds(id)) {
+      findings.push_back({service.offset_of(&(service.record->*table.id)), table.level, "unknown-group-id",
+                          fmt::format("service {} has the {} id {}, which no {} has",
+                                      describe(known_as(*service.record)), table.name, id, table.name),
+                          std::string(table.consequence)});
+    }
+  }
+}
+
+// Services of no group have the id 0 or -1. The tables of genres and countries may come from a file of their own.
+void check_groups(const framed_list &framed, finding_list &findings) {
+  const named_table tables[] = {
+      {"provider", used(channel::provider_table()), &channel_st::provider_id, severity::warning,
+       "it is shown without a provider, and no provider's list holds it"},
+      {"genre", used(channel::genre_table()), &channel_st::genre_id, severity::note,
+       "no genre's list holds it, unless the receiver has the genres in a file of their own"},
+      {"country", used(channel::country_table()), &channel_st::country_id, severity::note,
+       "none: every load sets the country id to 0"},
+  };
+  for (const named_table &table : tables) {
+    check_group_ids(framed, table, findings);
+  }
+}
+
+}  // namespace
+
+void check_hierarchy(const framed_list &framed, finding_list &findings) {
+  check_networks(framed, findings);
+  check_transponders(framed, findings);
+  check_identities(framed, findings);
+  check_groups(framed, findings);
+}
+
+}  // namespace chlist

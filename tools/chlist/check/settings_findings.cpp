@@ -1,0 +1,121 @@
+// Counts of arrays, ids of groups and the current view: the settings that a load and the menus go by.
+#include <channel/records.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <unordered_set>
+
+#include "channel/store/view.h"
+#include "chlist/check/rules.h"
+#include "chlist/list_contents.h"
+#include "chlist/report.h"
+
+namespace chlist {
+namespace {
+
+struct id_table {
+  std::string_view name;
+  std::span<const group_st> slots;
+  const std::int16_t *count;
+  std::string_view id_is_for;
+
+  [[nodiscard]] std::span<const group_st> used() const {
+    return slots.first(static_cast<std::size_t>(std::clamp<int>(*count, 0, static_cast<int>(slots.size()))));
+  }
+};
+
+std::vector<id_table> id_tables_of(const channel_list_st &list) {
+  return {{"provider", list.provider, &list.provider_num, "services"},
+          {"genre", list.genre, &list.genre_num, "services"},
+          {"country", list.country, &list.country_num, "services"},
+          {"favourite group", list.favorite_group, &list.favorite_group_num, "edits"}};
+}
+
+void check_count(finding_list &findings, std::size_t offset, const std::string &what, int count, std::size_t capacity) {
+  if (count >= 0 && static_cast<std::size_t>(count) <= capacity) {
+    return;
+  }
+  findings.push_back({offset, severity::error, "count-outside-array",
+                      fmt::format("{} counts {}, its array holds {}", what, count, capacity),
+                      fmt::format("a load says so on an ERROR line and takes {}", count < 0 ? 0 : capacity)});
+}
+
+void check_view_counts(const framed_list &framed, finding_list &findings) {
+  const std::vector<list_view> views = views_of(framed.list());
+  for (int type = VIEW_ALL; type <= VIEW_FAVOURITE_LAST; ++type) {
+    const channel::view view = channel::find_view(type);
+    if (!view || type == VIEW_WORK) {
+      continue;
+    }
+    const auto named = std::ranges::find(views, view.entries, [](const list_view &each) { return each.slots.data(); });
+    check_count(findings, framed.offset_of(view.count), fmt::format("the {} view", label_of(named->name)), *view.count,
+                static_cast<std::size_t>(view.capacity));
+  }
+}
+
+void check_ids(const framed_list &framed, const id_table &table, finding_list &findings) {
+  std::unordered_set<int> seen;
+  for (const group_st &group : table.used()) {
+    const std::string who = fmt::format("{} {}", table.name, shown(text_of(group.name)));
+    if (group.id < 0) {
+      findings.push_back({framed.offset_of(&group.id), severity::warning, "negative-group-id",
+                          fmt::format("{} has the id {}", who, group.id),
+                          "no operation gives such an id; -1 stands for no group"});
+    }
+    if (!seen.insert(group.id).second) {
+      findings.push_back(
+          {framed.offset_of(&group.id), severity::warning, "duplicate-group-id",
+           fmt::format("{} has the id {} of an earlier one", who, group.id),
+           fmt::format("a search by id stops at the first one: {} of this group go there", table.id_is_for)});
+    }
+  }
+}
+
+// Entries of groups that are not counted are not even linked.
+void check_uncounted_groups(const framed_list &framed, finding_list &findings) {
+  const channel_list_st &list = framed.list();
+  const int groups = std::max<int>(list.favorite_group_num, 0);
+  for (int group = groups; group < MAX_FAV; ++group) {
+    if (const std::int16_t &entries = list.favorite_vnumber[group]; entries > 0) {
+      findings.push_back(
+          {framed.offset_of(&entries), severity::warning, "entries-without-group",
+           fmt::format("favourites {} counts {} in use, the table of groups only {}", group, entries, groups),
+           "no menu shows these entries; the next group that is created begins with them"});
+    }
+  }
+}
+
+void check_current_view(const framed_list &framed, finding_list &findings) {
+  const channel_list_st &list = framed.list();
+  const channel::view current = list.vch_type == VIEW_WORK ? channel::view{} : channel::find_view(list.vch_type);
+  const std::size_t offset = framed.offset_of(&list.vch_type);
+  if (!current) {
+    findings.push_back({offset, severity::warning, "unknown-view",
+                        fmt::format("the current view has the code {}, which is none in a file", list.vch_type),
+                        "a load keeps the code and shows the entries of ALL"});
+  } else if (current.size() == 0 && list.vch_type == VIEW_ALL) {
+    findings.push_back({offset, framed.services().empty() ? severity::note : severity::error, "empty-list",
+                        "the ALL view is empty", "the receiver shows no service"});
+  } else if (current.size() == 0) {
+    findings.push_back({offset, severity::warning, "empty-current-view",
+                        fmt::format("the current view, code {}, is empty", list.vch_type),
+                        "a load makes the ALL view current"});
+  }
+}
+
+}  // namespace
+
+void check_settings(const framed_list &framed, finding_list &findings) {
+  check_view_counts(framed, findings);
+  for (const id_table &table : id_tables_of(framed.list())) {
+    check_count(findings, framed.offset_of(table.count), fmt::format("the table of {} records", table.name),
+                *table.count, table.slots.size());
+    check_ids(framed, table, findings);
+  }
+  check_uncounted_groups(framed, findings);
+  check_current_view(framed, findings);
+}
+
+}  // namespace chlist

@@ -1,0 +1,152 @@
+// Names: where they end, how long they say they are, and in which character table they are written.
+#include <channel/records.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "channel/store/group_table.h"
+#include "chlist/check/rules.h"
+#include "chlist/list_contents.h"
+#include "chlist/report.h"
+
+namespace chlist {
+namespace {
+
+struct name_field {
+  std::string who;
+  std::size_t offset;
+  std::span<const char> field;
+  std::optional<int> length;  // that stands beside it
+  severity wrong_length = severity::note;
+  std::string_view length_is_for;
+
+  [[nodiscard]] std::string_view text() const {
+    return {field.data(), static_cast<std::size_t>(std::ranges::find(field, '\0') - field.begin())};
+  }
+};
+
+bool is_utf8(std::string_view text) {
+  if (std::ranges::all_of(text, [](char c) { return static_cast<signed char>(c) >= 0; })) {
+    return true;
+  }
+  const std::string valid = json(text).dump(-1, ' ', false, json::error_handler_t::ignore);
+  return json::parse(valid).get<std::string>() == text;
+}
+
+constexpr char first_printable = 0x20;
+constexpr char utf8_table = 0x15;
+
+// The bytes by which a text names its character table (ETSI EN 300 468, annex A).
+bool is_table_byte(char byte) {
+  return (byte >= 0x01 && byte <= 0x0B) || (byte >= 0x10 && byte <= 0x15) || byte == 0x1F;
+}
+
+void check_table(const name_field &name, finding_list &findings) {
+  const std::string_view text = name.text();
+  if (text.empty()) {
+    return;
+  }
+  const bool names_table = text.front() >= 0 && text.front() < first_printable;
+  if (names_table && !is_table_byte(text.front())) {
+    findings.push_back({name.offset, severity::warning, "unknown-character-table",
+                        fmt::format("{} begins with the byte {:#04x}, which selects no character table", name.who,
+                                    static_cast<unsigned>(text.front())),
+                        "the receiver shows it in a table of its own choice"});
+  } else if ((!names_table && !is_utf8(text)) || (text.front() == utf8_table && !is_utf8(text.substr(1)))) {
+    findings.push_back({name.offset, severity::warning, "invalid-text",
+                        fmt::format("{} is not UTF-8{}", name.who,
+                                    names_table ? ", which it says it is" : " and names no character table"),
+                        "the receiver shows it in its default table: letters with accents may come out as others"});
+  }
+}
+
+void check_end(const name_field &name, finding_list &findings) {
+  if (name.text().size() == name.field.size()) {
+    const bool is_meant = !name.length || *name.length == static_cast<int>(name.field.size());
+    findings.push_back({name.offset, is_meant ? severity::note : severity::warning, "unterminated-text",
+                        fmt::format("{} has no zero byte in its {} bytes", name.who, name.field.size()),
+                        "the text ends with its field"});
+  }
+}
+
+void check_length(const name_field &name, finding_list &findings) {
+  const std::size_t length = name.text().size();
+  if (name.length && *name.length != static_cast<int>(length)) {
+    findings.push_back({name.offset, name.wrong_length, "wrong-text-length",
+                        fmt::format("{} has {}, its length says {}", name.who, counted(length, "byte"), *name.length),
+                        std::string(name.length_is_for)});
+  }
+}
+
+void check_name(const name_field &name, finding_list &findings) {
+  check_table(name, findings);
+  check_end(name, findings);
+  check_length(name, findings);
+}
+
+void check_services(const framed_list &framed, finding_list &findings) {
+  for (const framed_record<channel_st> &service : framed.services()) {
+    const std::string who = describe(known_as(*service.record));
+    for (const name_slot_st &slot : service.record->name) {
+      const bool is_first = &slot == service.record->name;
+      check_name({fmt::format("the {}name of service {}", is_first ? "" : "second ", who),
+                  service.offset_of(&slot.text), slot.text, slot.name_len, severity::note,
+                  "none: the name is shown up to its zero byte"},
+                 findings);
+      if (is_first && slot.text[0] == '\0') {
+        findings.push_back({service.offset_of(&slot.text), severity::note, "no-name",
+                            fmt::format("service {} has no name", who), "it is listed without one"});
+      }
+    }
+  }
+}
+
+struct text_table_of_groups {
+  std::string_view name;
+  channel::group_table table;
+  std::string_view length_is_for;
+};
+
+void check_groups(const framed_list &framed, finding_list &findings) {
+  constexpr std::string_view unused = "none: the name is shown up to its zero byte";
+  const text_table_of_groups tables[] = {
+      {"provider", channel::provider_table(),
+       "searches for a provider by its name compare the length: this one is not found, and a channel search adds it "
+       "a second time"},
+      {"genre", channel::genre_table(), unused},
+      {"country", channel::country_table(), unused},
+      {"favourite group", channel::favourite_table(), unused},
+  };
+  for (const text_table_of_groups &each : tables) {
+    for (const group_st &group : each.table) {
+      check_name({fmt::format("the name of {} {} (id {})", each.name, shown(text_of(group.name)), group.id),
+                  framed.offset_of(&group.name), group.name, group.name_len,
+                  each.length_is_for == unused ? severity::note : severity::warning, each.length_is_for},
+                 findings);
+    }
+  }
+}
+
+void check_networks(const framed_list &framed, finding_list &findings) {
+  for (const framed_record<network_ch_st> &network : framed.networks()) {
+    const network_ch_st &record = *network.record;
+    check_name({fmt::format("the name of network {} (net {}, network {})", shown(text_of(record.network_name)),
+                            record.net_index, record.network_id),
+                network.offset_of(&record.network_name), record.network_name, std::nullopt, severity::note, ""},
+               findings);
+  }
+}
+
+}  // namespace
+
+void check_texts(const framed_list &framed, finding_list &findings) {
+  check_groups(framed, findings);
+  check_networks(framed, findings);
+  check_services(framed, findings);
+}
+
+}  // namespace chlist

@@ -1,0 +1,71 @@
+// Temporary file, fsync, rename; and the folder is brought to the disk behind the rename.
+#include "chlist/files/replacement.h"
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <stdexcept>
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+mode_t mode_of_new_files() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0666U & ~mask;
+}
+
+// The mode of the file that is replaced, if there is one.
+mode_t mode_for(const fs::path &target) {
+  struct stat found = {};
+  if (::stat(target.c_str(), &found) != 0) {
+    if (errno != ENOENT) {
+      fail(target.string());
+    }
+    return mode_of_new_files();
+  }
+  if (!S_ISREG(found.st_mode)) {
+    throw std::runtime_error(target.string() + ": not a regular file");
+  }
+  return found.st_mode & 07777U;
+}
+
+}  // namespace
+
+working_directory::working_directory(const descriptor &directory, const std::string &name)
+    : before_(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC), "working directory") {
+  if (::fchdir(directory.get()) != 0) {
+    fail(name);
+  }
+}
+
+working_directory::~working_directory() { static_cast<void>(::fchdir(before_.get()) == 0); }
+
+replacement::replacement(const fs::path &target)
+    : target_(fs::weakly_canonical(fs::absolute(target))), mode_(mode_for(target_)),
+      folder_name_(target_.parent_path()),
+      folder_(::open(folder_name_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_name_),
+      inside_(folder_, folder_name_), file_(::mkostemp(name_, O_CLOEXEC), "temporary file") {}
+
+replacement::~replacement() {
+  if (!is_renamed_) {
+    ::unlink(name_);
+  }
+}
+
+void replacement::take_place() {
+  const std::string name = target_.filename();
+  if (::fchmod(file_.get(), mode_) != 0 || ::fsync(file_.get()) != 0 || std::rename(name_, name.c_str()) != 0) {
+    fail(target_.string());
+  }
+  is_renamed_ = true;
+  ::fsync(folder_.get());
+}
+
+}  // namespace chlist

@@ -1,0 +1,55 @@
+// A file that takes its target's place as a whole or not at all: a temporary file beside the target, brought to the
+// disk and then renamed. A symbolic link stays one: what it points to is replaced.
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+
+#include "chlist/files/descriptor.h"
+
+namespace chlist {
+
+// The program works in a descriptor's directory while this lives. The library composes paths of at most 63 characters,
+// so it is given names there.
+class working_directory {
+ public:
+  working_directory(const descriptor &directory, const std::string &name);
+  ~working_directory();
+  working_directory(const working_directory &) = delete;
+  working_directory &operator=(const working_directory &) = delete;
+
+ private:
+  descriptor before_;
+};
+
+// While this lives, the program works in the target's folder.
+class replacement {
+ public:
+  // Throws std::runtime_error (or std::system_error) with a readable text when the target cannot be replaced.
+  explicit replacement(const std::filesystem::path &target);
+  ~replacement();
+  replacement(const replacement &) = delete;
+  replacement &operator=(const replacement &) = delete;
+
+  // The temporary file, empty at first: its name in the working directory, and its descriptor.
+  [[nodiscard]] const char *name() const { return name_; }
+  [[nodiscard]] int fd() const { return file_.get(); }
+
+  // Gives the file the mode of the one that it replaces, brings it to the disk, and puts it in the target's place. The
+  // file goes away when this is not called, or throws.
+  void take_place();
+
+ private:
+  std::filesystem::path target_;
+  mode_t mode_;
+  std::string folder_name_;
+  descriptor folder_;
+  working_directory inside_;
+  char name_[16] = ".chlist-XXXXXX";
+  descriptor file_;
+  bool is_renamed_ = false;
+};
+
+}  // namespace chlist

@@ -1,0 +1,43 @@
+// What is wrong with the list, by topic.
+
+const severities = ['error', 'warning', 'note'];
+const firstFindings = 50;
+
+function byTopic(findings) {
+  const rankOf = ([first]) => severities.indexOf(first.severity);
+  return [...groupBy(findings, (each) => `${each.severity} ${each.topic}`).values()].sort((a, b) => rankOf(a) - rankOf(b));
+}
+
+const findingLines = (findings) => findings.map(({ text }) => make('li', { dir: 'auto' }, text));
+
+// A long topic shows its first findings, and the others on demand.
+function topicBlock(findings) {
+  const { severity, topic } = findings[0];
+  const list = make('ul', {}, ...findingLines(findings.slice(0, firstFindings)));
+  const block = make('div', { class: `topic ${severity}` },
+    make('h3', {}, make('span', { class: 'badge' }, severity), ` ${topic} `,
+         make('span', { class: 'hint' }, grouped.format(findings.length))), list);
+  if (findings.length > firstFindings) {
+    const more = make('button', { type: 'button', class: 'quiet', click: () => {
+      list.append(...findingLines(findings.slice(firstFindings)));
+      more.remove();
+    } }, `Show the other ${grouped.format(findings.length - firstFindings)}`);
+    block.append(more);
+  }
+  return block;
+}
+
+function showFindings(findings) {
+  if (findings.length === 0) {
+    find('health-counts').append(make('span', { class: 'badge good' }, 'nothing found'));
+    find('health-topics').append(make('p', { class: 'hint' }, 'Every entry has its service, and every number is used once.'));
+    return;
+  }
+  for (const severity of severities) {
+    const count = findings.filter((each) => each.severity === severity).length;
+    if (count > 0) {
+      find('health-counts').append(make('span', { class: `badge ${severity}` }, counted(count, severity)));
+    }
+  }
+  find('health-topics').append(...byTopic(findings).map(topicBlock));
+}

@@ -1,0 +1,243 @@
+// The transponders of every source on its frequencies: a lane for each polarisation, a mark for each transponder, as
+// high as its services are many.
+
+const laneHeight = 76;
+const axisHeight = 26;
+const margin = { left: 34, right: 14, top: 8 };
+const narrowest = 560;
+const namedInTip = 12;
+const reach = 14;  // pixels from a mark at which the pointer still means it
+
+const plans = [...groupBy(transponders, (each) => each.network.netIndex)].map(([netIndex, members]) => ({
+  netIndex,
+  title: [...new Set(members.map((each) => each.network.name).filter(Boolean))],
+  members: members.toSorted((a, b) => a.polarisation.localeCompare(b.polarisation) || a.frequency - b.frequency),
+  lanes: ['H', 'V'].filter((lane) => members.some((each) => each.polarisation === lane)),
+}));
+
+const tip = {
+  box: find('tip'),
+
+  show(transponder, mark) {
+    const { frequency, polarisation, tsId, network } = transponder;
+    const more = transponder.services.length - namedInTip;
+    const names = transponder.services.slice(0, namedInTip);
+    this.box.replaceChildren(
+      make('strong', {}, `${grouped.format(frequency)} kHz ${polarisation}`),
+      make('p', {}, `Transport stream ${tsId}, `, make('bdi', {}, network.name || `network ${network.id}`)),
+      make('p', {}, counted(transponder.services.length, 'service')),
+      make('ul', {}, ...names.map(({ name, flag }) =>
+        make('li', { dir: 'auto', class: flag & scrambled ? 'key' : null }, name || 'without a name')),
+        ...(more > 0 ? [make('li', { class: 'more' }, `and ${grouped.format(more)} more`)] : [])),
+    );
+    this.box.hidden = false;
+    this.place(mark.getBoundingClientRect());
+  },
+
+  // Above the mark when there is room, below it otherwise; never out of the window.
+  place(of) {
+    const { width, height } = this.box.getBoundingClientRect();
+    const left = Math.min(Math.max(of.left + of.width / 2 - width / 2, 8), innerWidth - width - 8);
+    const above = of.top - height - 8;
+    this.box.style.left = `${Math.max(left, 8)}px`;
+    this.box.style.top = `${above >= 8 ? above : Math.min(of.bottom + 8, Math.max(innerHeight - height - 8, 8))}px`;
+  },
+
+  hide() {
+    this.box.hidden = true;
+  },
+};
+
+// Whole steps of 1, 2 or 5 times a power of ten, about as many as there is room for.
+function ticks(low, high, wanted) {
+  const rough = Math.max((high - low) / wanted, 1);
+  const power = 10 ** Math.floor(Math.log10(rough));
+  const step = [1, 2, 5, 10].map((each) => each * power).find((each) => each >= rough);
+  const made = [];
+  for (let at = Math.ceil(low / step) * step; at <= high; at += step) {
+    made.push(at);
+  }
+  return made;
+}
+
+function scaleOf(plan, width) {
+  const frequencies = plan.members.map((each) => each.frequency);
+  const [least, most] = [Math.min(...frequencies), Math.max(...frequencies)];
+  const edge = Math.max((most - least) * 0.03, 5000);
+  const [low, high] = [Math.max(least - edge, 0), most + edge];
+  const room = width - margin.left - margin.right;
+  return { low, high, x: (frequency) => margin.left + ((frequency - low) / (high - low)) * room };
+}
+
+// As wide as the marks of a lane allow without hiding each other.
+function markWidth(plan, scale) {
+  const gaps = [];
+  plan.members.forEach((each, i) => {
+    const next = plan.members[i + 1];
+    if (next && next.polarisation === each.polarisation && next.frequency > each.frequency) {
+      gaps.push(scale.x(next.frequency) - scale.x(each.frequency));
+    }
+  });
+  gaps.sort((a, b) => a - b);
+  return Math.min(Math.max((gaps[Math.floor(gaps.length / 10)] ?? 12) * 0.7, 3), 12);
+}
+
+class Plan {
+  constructor(plan, onChoose) {
+    Object.assign(this, plan);
+    this.onChoose = onChoose;
+    this.most = Math.max(...this.members.map((each) => each.services.length), 1);
+    this.current = 0;
+    this.scroller = make('div', { class: 'plan-box' });
+    const name = this.title.length > 0 ? this.title.slice(0, 3).join(', ') : 'Unnamed network';
+    const others = this.title.length > 3 ? ` and ${this.title.length - 3} more` : '';
+    this.element = make('figure', { class: 'plan' },
+      make('figcaption', {}, make('bdi', { class: 'plan-name' }, name), others,
+        make('span', { class: 'hint' }, ` network index ${this.netIndex}, ${counted(this.members.length, 'transponder')}`)),
+      this.scroller);
+    this.scroller.addEventListener('scroll', () => tip.hide());
+  }
+
+  draw() {
+    const width = Math.max(this.scroller.clientWidth, narrowest);
+    if (width === this.width) {
+      return;
+    }
+    this.width = width;
+    this.scale = scaleOf(this, width);
+    const height = margin.top + this.lanes.length * laneHeight + axisHeight;
+    this.svg = draw('svg', { width, height, role: 'group', 'aria-label': 'Transponders by frequency',
+                             pointermove: (event) => this.onPointer(event), pointerleave: () => this.leave(),
+                             click: (event) => this.onClick(event), keydown: (event) => this.onKey(event) });
+    this.svg.append(...this.axis(height), ...this.lanes.flatMap((lane) => this.laneLines(lane)));
+    this.thickness = markWidth(this, this.scale);
+    this.marks = this.members.map((each, i) => this.mark(each, i));
+    this.svg.append(...this.marks);
+    this.scroller.replaceChildren(this.svg);
+    this.choose(filters.transponder);
+  }
+
+  base(lane) {
+    return margin.top + (this.lanes.indexOf(lane) + 1) * laneHeight - 0.5;
+  }
+
+  axis(height) {
+    const { low, high, x } = this.scale;
+    const lines = ticks(low, high, this.width / 90).map((at) => {
+      const place = Math.round(x(at)) + 0.5;
+      return draw('g', { class: 'tick' },
+        draw('line', { x1: place, x2: place, y1: margin.top, y2: height - axisHeight + 4 }),
+        draw('text', { x: place, y: height - 8, 'text-anchor': 'middle' }, grouped.format(at / 1000)));
+    });
+    return [...lines, draw('text', { class: 'unit', x: 2, y: height - 8 }, 'MHz')];
+  }
+
+  laneLines(lane) {
+    const base = this.base(lane);
+    return [
+      draw('line', { class: 'base', x1: margin.left, x2: this.width - margin.right, y1: base, y2: base }),
+      draw('text', { class: 'lane', x: 10, y: base - laneHeight / 2 + 8 }, lane),
+    ];
+  }
+
+  mark(of, index) {
+    const count = of.services.length;
+    const height = count === 0 ? 4 : 8 + (laneHeight - 24) * (count / this.most);
+    const word = of.polarisation === 'H' ? 'horizontal' : 'vertical';
+    return draw('rect', {
+      class: `mark lane-${of.polarisation}${count === 0 ? ' empty' : ''}`,
+      x: this.scale.x(of.frequency) - this.thickness / 2,
+      y: this.base(of.polarisation) - height,
+      width: this.thickness,
+      height,
+      rx: Math.min(this.thickness / 2, 2.5),
+      role: 'button',
+      tabindex: index === this.current ? 0 : -1,
+      'aria-pressed': 'false',
+      'aria-describedby': 'tip',
+      'aria-label': `${grouped.format(of.frequency)} kilohertz ${word}, transport stream ${of.tsId}, ` +
+        counted(count, 'service'),
+      focus: () => tip.show(of, this.marks[index]),
+      blur: () => tip.hide(),
+    });
+  }
+
+  // The mark that the pointer means: the nearest one of its lane.
+  indexAt(event) {
+    const box = this.svg.getBoundingClientRect();
+    const [x, y] = [event.clientX - box.left, event.clientY - box.top - margin.top];
+    const lane = this.lanes[Math.floor(y / laneHeight)];
+    const distance = (i) => Math.abs(this.scale.x(this.members[i].frequency) - x);
+    let nearest = -1;
+    this.members.forEach(({ polarisation }, i) => {
+      if (polarisation === lane && distance(i) <= reach && (nearest < 0 || distance(i) < distance(nearest))) {
+        nearest = i;
+      }
+    });
+    return nearest;
+  }
+
+  onPointer(event) {
+    const index = this.indexAt(event);
+    this.hover(index);
+    if (index >= 0) {
+      tip.show(this.members[index], this.marks[index]);
+    } else {
+      tip.hide();
+    }
+  }
+
+  leave() {
+    this.hover(-1);
+    tip.hide();
+  }
+
+  hover(index) {
+    this.svg.classList.toggle('on-mark', index >= 0);
+    this.marks.forEach((mark, i) => mark.classList.toggle('hovered', i === index));
+  }
+
+  onClick(event) {
+    const index = this.indexAt(event);
+    if (index >= 0) {
+      this.onChoose(this.members[index]);
+    }
+  }
+
+  onKey(event) {
+    const steps = { ArrowRight: 1, ArrowLeft: -1, Home: -Infinity, End: Infinity };
+    if (event.key === 'Escape') {
+      tip.hide();
+    } else if (event.key === 'Enter' || event.key === ' ') {
+      event.preventDefault();
+      this.onChoose(this.members[this.current]);
+    } else if (event.key in steps) {
+      event.preventDefault();
+      this.goTo(Math.min(Math.max(this.current + steps[event.key], 0), this.members.length - 1));
+    }
+  }
+
+  goTo(index) {
+    this.marks[this.current].setAttribute('tabindex', -1);
+    this.current = index;
+    this.marks[index].setAttribute('tabindex', 0);
+    this.marks[index].focus();
+  }
+
+  choose(transponder) {
+    this.svg.classList.toggle('has-choice', this.members.includes(transponder));
+    this.marks.forEach((mark, i) => mark.setAttribute('aria-pressed', this.members[i] === transponder));
+  }
+}
+
+function showPlans(onChoose) {
+  const shown = plans.map((each) => new Plan(each, onChoose));
+  if (shown.length === 0) {
+    find('plans').append(make('p', { class: 'nothing' }, 'The list holds no transponder.'));
+  }
+  find('plans').append(...shown.map((each) => each.element));
+  shown.forEach((each) => each.draw());
+  addEventListener('resize', () => shown.forEach((each) => each.draw()));
+  addEventListener('scroll', () => tip.hide(), { passive: true });
+  return shown;
+}

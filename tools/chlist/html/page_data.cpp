@@ -1,0 +1,152 @@
+// Records become arrays, whose fields page.js knows by position: a list of thousands of services stays small that way.
+#include "chlist/html/page_data.h"
+
+#include <channel/views.h>
+
+#include <span>
+#include <string_view>
+#include <unordered_map>
+
+#include "channel/store/hierarchy.h"
+#include "chlist/list_contents.h"
+
+namespace chlist {
+namespace {
+
+constexpr int none = -1;
+
+// A byte that selects a character table is no part of a name.
+template <std::size_t Size>
+std::string name_in(const char (&field)[Size]) {
+  std::string name = text_of(field);
+  if (!name.empty() && static_cast<unsigned char>(name.front()) < ' ') {
+    name.erase(0, 1);
+  }
+  return name;
+}
+
+// A table of groups: the names, and where each id stands among them.
+class known_groups {
+ public:
+  known_groups(std::span<const group_st> table, int count) {
+    const std::size_t used = std::min(table.size(), static_cast<std::size_t>(std::max(count, 0)));
+    for (const group_st &group : table.first(used)) {
+      places_.try_emplace(group.id, static_cast<int>(names_.size()));
+      names_.push_back(name_in(group.name));
+    }
+  }
+
+  [[nodiscard]] int place_of(int id) const {
+    const auto found = places_.find(id);
+    return found == places_.end() ? none : found->second;
+  }
+  [[nodiscard]] const json &names() const { return names_; }
+
+ private:
+  json names_ = json::array();
+  std::unordered_map<int, int> places_;
+};
+
+json identity_fields(const channel::identity &id) {
+  return {id.net_index, id.network_id, id.ts_id, id.frequency, id.polarisation, id.service_id};
+}
+
+class page_records {
+ public:
+  explicit page_records(channel_list_st &list)
+      : providers(list.provider, list.provider_num), genres(list.genre, list.genre_num),
+        countries(list.country, list.country_num) {
+    for (network_ch_st &network : channel::networks_of(list.network_list)) {
+      add(network);
+    }
+    for (const list_view &view : views_of(list)) {
+      add(view);
+    }
+  }
+
+  known_groups providers;
+  known_groups genres;
+  known_groups countries;
+  json networks = json::array();
+  json transponders = json::array();
+  json services = json::array();
+  json views = json::array();
+
+ private:
+  void add(network_ch_st &network) {
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      for (const channel_st &service : channel::services_of(transponder)) {
+        add(service);
+      }
+      transponders.push_back({networks.size(), transponder.ts_id, transponder.frequency, transponder.polarisation});
+    }
+    networks.push_back({network.net_index, network.network_id, name_in(network.network_name)});
+  }
+
+  void add(const channel_st &service) {
+    places_[&service] = services.size();
+    services.push_back({name_in(service.name[0].text),
+                        name_in(service.name[1].text),
+                        transponders.size(),
+                        identity_fields(channel::identity_of(service)),
+                        service.service_type,
+                        service.source_type,
+                        service.flag,
+                        providers.place_of(service.provider_id),
+                        genres.place_of(service.genre_id),
+                        countries.place_of(service.country_id),
+                        service.user_order_key,
+                        {service.pmt_pid, service.pcr_pid, service.video_pid, service.video_ecm_pid, service.audio_pid},
+                        {service.video_tag, service.audio_tag}});
+  }
+
+  void add(const list_view &view) {
+    json entries = json::array();
+    for (const virtual_channel_st &entry : view.entries()) {
+      entries.push_back(fields_of(entry));
+    }
+    views.push_back({{"kind", view.name.kind},
+                     {"group", view.name.group},
+                     {"name", view.name.group_name},
+                     {"entries", std::move(entries)}});
+  }
+
+  // An entry without a service tells what it looks for.
+  [[nodiscard]] json fields_of(const virtual_channel_st &entry) const {
+    json fields = {entry.major_ch_num, entry.minor_ch_num};
+    if (const auto found = places_.find(entry.rch); found != places_.end()) {
+      fields.push_back(found->second);
+    } else {
+      fields.push_back(none);
+      fields.push_back(identity_fields(channel::identity_of(entry)));
+    }
+    return fields;
+  }
+
+  std::unordered_map<const channel_st *, std::size_t> places_;
+};
+
+json array_of_findings(const std::vector<health_finding> &findings) {
+  json array = json::array();
+  for (const health_finding &finding : findings) {
+    array.push_back({{"severity", finding.severity}, {"topic", finding.topic}, {"text", finding.text}});
+  }
+  return array;
+}
+
+}  // namespace
+
+json page_data(const listed_file &file, const std::vector<health_finding> &findings) {
+  page_records records(*get_channel_list());
+  return {{"file", {{"name", file.name}, {"version", file.version}, {"size", file.size}}},
+          {"networks", std::move(records.networks)},
+          {"transponders", std::move(records.transponders)},
+          {"services", std::move(records.services)},
+          {"providers", records.providers.names()},
+          {"genres", records.genres.names()},
+          {"countries", records.countries.names()},
+          {"views", std::move(records.views)},
+          {"findings", array_of_findings(findings)}};
+}
+
+}  // namespace chlist
