@@ -3,6 +3,7 @@
 
 #include "chlist/check/check.h"
 #include "chlist/convert/convert.h"
+#include "chlist/edit/edit_commands.h"
 #include "chlist/exchange/import.h"
 #include "chlist/html/html_report.h"
 #include "chlist/merge/merge.h"
@@ -18,6 +19,17 @@ constexpr add_subcommand subcommands[] = {
     add_convert,
     add_merge,
     add_report,
+    add_rename,
+    add_renumber,
+    add_lock,
+    add_unlock,
+    add_skip,
+    add_unskip,
+    add_fav,
+    add_remove,
+    add_move,
+    add_sort,
+    add_set,
 };
 
 }  // namespace
