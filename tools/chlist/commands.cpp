@@ -3,30 +3,29 @@
 
 #include "chlist/check/check.h"
 #include "chlist/convert/convert.h"
+#include "chlist/edit/edit_commands.h"
 #include "chlist/exchange/export.h"
 #include "chlist/exchange/import.h"
 #include "chlist/html/html_report.h"
 #include "chlist/merge/merge.h"
+#include "chlist/salvage/salvage.h"
 #include "chlist/see/diff.h"
 #include "chlist/see/info.h"
 #include "chlist/see/list.h"
 #include "chlist/see/show.h"
-#include "chlist/salvage/salvage.h"
 
 namespace chlist {
 namespace {
 
 using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
+// Ways to look at a list, to mend it, to exchange it, and to edit it.
 constexpr add_subcommand subcommands[] = {
-    add_info, add_list, add_show, add_diff, add_import, add_convert, add_merge,
-    add_check,
-    add_import,
-    add_export,
-    add_convert,
-    add_merge,
-    add_salvage,
-    add_report,
+    add_info,   add_list,     add_show,    add_diff,   add_report,  // to look
+    add_check,  add_salvage,  add_convert, add_merge,               // to mend and to bring up to date
+    add_import, add_export,                                         // to exchange
+    add_rename, add_renumber, add_lock,    add_unlock, add_skip,   add_unskip, add_fav,
+    add_remove, add_move,     add_sort,    add_set,                 // to edit
 };
 
 }  // namespace

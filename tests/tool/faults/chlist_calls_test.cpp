@@ -99,7 +99,11 @@ INSTANTIATE_TEST_SUITE_P(
                       command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat"}},
                       command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}},
                       command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}},
-                      command{"report", {"report", "sound.dat", "-o", "out.dat"}}),
+                      command{"report", {"report", "sound.dat", "-o", "out.dat"}},
+                      command{"edit_dry_run", {"lock", "list.dat", "News", "--dry-run"}},
+                      command{"edit_without_backup", {"lock", "list.dat", "News", "--no-backup"}},
+                      command{"edit_to_another", {"remove", "list.dat", "News", "-o", "new.dat"}},
+                      command{"favourites", {"fav", "list", "list.dat"}}),
     tool_test::name_of_command);
 
 class ChlistRefusals : public failing_commands {};
@@ -122,5 +126,37 @@ INSTANTIATE_TEST_SUITE_P(
                       command{"merge_onto_scan", {"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}},
                       command{"report_onto_input", {"report", "list.dat", "-o", "./list.dat"}}),
     tool_test::name_of_command);
+
+class ChlistEditFaults : public failing_commands {};
+
+// The file is the old one or the new one, whole; its backup is the old one or not there yet; nothing else is left.
+TEST_P(ChlistEditFaults, LeaveTheFileWholeAndKeepThePreviousOne) {
+  ASSERT_EQ(run().exit_code, 0);
+  const files after = folder();
+  ASSERT_TRUE(after.at("list.dat.bak") == before.at("list.dat"));
+
+  fail_every_call([&](const program_result &result) {
+    files left = folder();
+    const bool is_report_lost = result.err == "chlist: standard output: Input/output error\n";
+    EXPECT_TRUE(left.at("list.dat") == (result.exit_code == 0 || is_report_lost ? after : before).at("list.dat"));
+    if (result.exit_code == 0 || is_report_lost) {
+      EXPECT_TRUE(left == after);
+    } else {
+      EXPECT_EQ(result.exit_code, 2);
+      expect_one_message(result.err);
+      EXPECT_EQ(result.out, "");
+      EXPECT_TRUE(!left.contains("list.dat.bak") || left.at("list.dat.bak") == before.at("list.dat"));
+      left.erase("list.dat.bak");
+      EXPECT_TRUE(left == before);
+    }
+    fs::remove(dir() + "list.dat.bak");
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ChlistEditFaults,
+                         ::testing::Values(command{"rename", {"rename", "list.dat", "News", "Today"}},
+                                           command{"set_json",
+                                                   {"set", "list.dat", "News", "frequency=13000000", "--json"}}),
+                         tool_test::name_of_command);
 
 }  // namespace

@@ -81,7 +81,7 @@ void channel_input::must_be_current() const {
   }
   const bool is_convertible = version_ >= 7 && version_ < CHANNEL_LIST_VERSION;
   refuse("is of version " + std::to_string(version_) + ", not " + std::to_string(+CHANNEL_LIST_VERSION) +
-         (is_convertible ? ": convert it first" : ""));
+         (is_convertible ? ": `chlist convert` makes one of it" : ""));
 }
 
 void channel_input::must_not_be(const fs::path &target) const { must_differ(path_, target); }

@@ -59,6 +59,18 @@ replacement::~replacement() {
   }
 }
 
+// In as many writes as the system needs for it.
+void replacement::write(std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(file_.get(), text.data(), text.size());
+    if (written >= 0) {
+      text.remove_prefix(static_cast<std::size_t>(written));
+    } else if (errno != EINTR) {
+      fail(target_.string());
+    }
+  }
+}
+
 void replacement::take_place() {
   const std::string name = target_.filename();
   if (::fchmod(file_.get(), mode_) != 0 || ::fsync(file_.get()) != 0 || std::rename(name_, name.c_str()) != 0) {

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "chlist/files/descriptor.h"
 
@@ -33,9 +34,14 @@ class replacement {
   replacement(const replacement &) = delete;
   replacement &operator=(const replacement &) = delete;
 
-  // The temporary file, empty at first: its name in the working directory, and its descriptor.
+  // The temporary file, empty at first: its name in the working directory.
   [[nodiscard]] const char *name() const { return name_; }
-  [[nodiscard]] int fd() const { return file_.get(); }
+
+  // Goes on at the file's end.
+  void write(std::string_view text);
+
+  // Another mode than that of the file that is replaced.
+  void take_mode(mode_t mode) { mode_ = mode; }
 
   // Gives the file the mode of the one that it replaces, brings it to the disk, and puts it in the target's place. The
   // file goes away when this is not called, or throws.

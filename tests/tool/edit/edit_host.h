@@ -1,0 +1,165 @@
+// A channel file with something in everything that an edit could touch by mistake, and the tool run on it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/channel_file.h"
+#include "tool/program.h"
+
+namespace edit_test {
+
+using test_support::bytes;
+using test_support::channel_file;
+using test_support::get;
+using test_support::put;
+using test_support::read_file;
+using test_support::record_kind;
+using test_support::service_data;
+using test_support::view_place;
+using test_support::write_file;
+
+const service_data news = {.service_id = 1, .name = "News"};
+const service_data films = {.service_id = 2, .name = "Films"};
+const service_data music = {.service_id = 5, .service_type = SERVICE_TYPE_RADIO, .name = "Music"};
+const service_data sport = {
+    .ts_id = 200, .frequency = 12'000'000, .service_id = 3, .polarisation = 1, .name = "Sport", .flag = 0x40};
+
+constexpr int best = VIEW_FAVOURITE;
+constexpr int kids = VIEW_FAVOURITE + 1;
+
+constexpr std::size_t country_at = 210;  // in a service
+
+// Settings, countries and position keys are such as a load changes; reserved bytes and unused slots are not zero.
+inline channel_file own_list() {
+  channel_file file;
+  for (const service_data &service : {news, films, music, sport}) {
+    file.service(service).set_last(record_kind::service, country_at, 2, 77);
+    file.set_last(record_kind::service, 300, 8, 0x1122334455667788);
+  }
+  file.group(GROUP_PROVIDER, 3, "Free").group(GROUP_GENRE, 5, "Docu").group(GROUP_COUNTRY, 77, "Elbonia");
+  file.group(GROUP_FAV, 0, "Best").group(GROUP_FAV, 1, "Kids");
+  file.entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2).entry(VIEW_ALL, music, 3).entry(VIEW_ALL, sport, 4);
+  file.entry(VIEW_TV, news, 1).entry(VIEW_TV, films, 2).entry(VIEW_TV, sport, 4).entry(VIEW_RADIO, music, 3);
+  file.entry(VIEW_USER, films, 20).entry(VIEW_USER, news, 1).entry(VIEW_PROMOTION, news, 1);
+  file.entry(best, films, 2, 3).entry(best, news, 1, 3).entry(best, sport, 4, 9).entry(kids, sport, 9);
+  file.entry(VIEW_ALL, {.service_id = 99}, 50);                                      // resolves to nothing
+  file.set(3, 1, best).set(6, 1, 2).set(7, 1, 2).set(8, 1, 3).set(10, 2, 7);         // settings
+  file.set(80'100, 2, best).set(459'624, 8, 0x5A5A5A5A5A5A5A5A);                     // current view, reserved
+  file.set(view_place(VIEW_ALL).array + 5 * test_support::entry_size + 2, 2, 1234);  // behind the count
+  file.set(view_place(best).array + 3 * test_support::entry_size + 2, 2, 4321);
+  return file;
+}
+
+inline std::size_t entry_at(int view, std::size_t position) {
+  return view_place(view).array + position * test_support::entry_size;
+}
+
+inline std::size_t number_at(int view, std::size_t position) { return entry_at(view, position) + 2; }
+
+// Where the n-th service stands in a file.
+inline std::size_t service_at(const channel_file &file, std::size_t n) {
+  for (const test_support::record_place &record : file.records) {
+    if (record.kind == record_kind::service && n-- == 0) {
+      return record.offset;
+    }
+  }
+  throw std::out_of_range("no such service");
+}
+
+inline void remove_entry(bytes &file, int view, std::size_t position) {
+  const test_support::array_place &place = view_place(view);
+  const std::size_t count = get(file, place.count, 2);
+  for (std::size_t i = position; i + 1 < count; ++i) {
+    file.replace(entry_at(view, i), test_support::entry_size,
+                 file.substr(entry_at(view, i + 1), test_support::entry_size));
+  }
+  file.replace(entry_at(view, count - 1), test_support::entry_size, test_support::entry_size, '\0');
+  put(file, place.count, 2, count - 1);
+}
+
+// The entries of a view in another order: their former positions.
+inline void reorder(bytes &file, int view, const std::vector<std::size_t> &positions) {
+  const bytes before = file;
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    file.replace(entry_at(view, i), test_support::entry_size,
+                 before.substr(entry_at(view, positions[i]), test_support::entry_size));
+  }
+}
+
+// Where two files differ, for messages: the first offsets.
+inline std::string differences_of(const bytes &a, const bytes &b) {
+  std::string text = std::to_string(a.size()) + " and " + std::to_string(b.size()) + " bytes; at";
+  int told = 0;
+  for (std::size_t i = 0; i < std::min(a.size(), b.size()) && told < 20; ++i) {
+    if (a[i] != b[i]) {
+      text += ' ' + std::to_string(i);
+      ++told;
+    }
+  }
+  return text;
+}
+
+class edit_host : public test_support::file_test {
+ protected:
+  void SetUp() override {
+    file_test::SetUp();
+    write_file(path(), before.data);
+  }
+
+  [[nodiscard]] tool_test::program_result run(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), CHLIST_PROGRAM);
+    return tool_test::run_program(arguments, dir.path());
+  }
+
+  // Runs an edit of list.dat that has nothing to tell: the file has the expected bytes afterwards.
+  void expect_edit(const std::vector<std::string> &arguments, const bytes &expected) const {
+    const tool_test::program_result result = run(arguments);
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.err, "");
+    expect_bytes(expected);
+  }
+
+  void expect_bytes(const bytes &expected, const std::string &name = "list.dat") const {
+    const bytes written = read_file(path(name));
+    EXPECT_TRUE(written == expected) << differences_of(written, expected);
+  }
+
+  // Nothing is written; the error is whole.
+  void expect_refused(const std::vector<std::string> &arguments, const std::string &error) const {
+    const std::vector<std::string> earlier = names();
+    const tool_test::program_result result = run(arguments);
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_EQ(result.err, "chlist: " + error + "\n");
+    EXPECT_EQ(result.out, "");
+    expect_bytes(before.data);
+    EXPECT_EQ(names(), earlier);
+  }
+
+  // The file's bytes with one field changed.
+  [[nodiscard]] bytes with(std::size_t at, std::size_t width, std::uint64_t value) const {
+    bytes changed = before.data;
+    put(changed, at, width, value);
+    return changed;
+  }
+
+  [[nodiscard]] std::vector<std::string> names() const {
+    std::vector<std::string> found;
+    for (const auto &entry : std::filesystem::directory_iterator(dir.path())) {
+      found.push_back(entry.path().filename());
+    }
+    std::ranges::sort(found);
+    return found;
+  }
+
+  channel_file before = own_list();
+};
+
+}  // namespace edit_test

@@ -1,0 +1,165 @@
+// What edits refuse, and what they leave beside the file.
+#include <sys/stat.h>
+
+#include "support/old_channel_file.h"
+#include "tool/edit/edit_host.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using namespace edit_test;
+
+class EditRefusals : public edit_host {};
+
+TEST_F(EditRefusals, ServicesThatAreNotThereOrCouldBeSeveral) {
+  expect_refused({"lock", "list.dat", "Opera"}, "no service has the number, the name or the identity \"Opera\"");
+  const auto ambiguous = run({"lock", "list.dat", "s"});
+  EXPECT_EQ(ambiguous.exit_code, 2);
+  EXPECT_TRUE(ambiguous.err.starts_with("chlist: \"s\" could be any of 4 services:\n")) << ambiguous.err;
+  expect_bytes(before.data);
+}
+
+TEST_F(EditRefusals, AServiceWhoseIdentityLeadsToAnother) {
+  channel_file twice = own_list();
+  twice.service({.ts_id = 200, .frequency = 12'000'000, .service_id = 3, .polarisation = 1, .name = "Copy"});
+  before = twice;
+  write_file(path(), before.data);
+
+  expect_refused({"rename", "list.dat", "Copy", "X"},
+                 "\"Copy\" (net 1, network 1, ts 200, 12000000 V, service 3) cannot be edited: its identity leads to "
+                 "another service or to none");
+}
+
+TEST_F(EditRefusals, NamesWithoutAByte) {
+  expect_refused({"rename", "list.dat", "News", ""}, "a name has one byte at least");
+}
+
+TEST_F(EditRefusals, PlacesThatAreNotThere) {
+  expect_refused({"move", "list.dat", "News", "--to", "5"},
+                 "position 5 is not there: it can be 0 to 4 in the ALL view");
+  expect_refused({"move", "list.dat", "News", "--to=-1"}, "position -1 is not there: it can be 0 to 4 in the ALL view");
+  expect_refused({"move", "list.dat", "News", "Films", "--to", "4"},
+                 "position 4 is not there: it can be 0 to 3 in the ALL view");
+  expect_refused({"move", "list.dat", "News", "--before", "News"}, "\"News\" is itself to be moved");
+  expect_refused({"move", "list.dat", "Music", "--to", "0", "--view", "tv"}, "\"Music\" has no entry in the TV view");
+  expect_refused({"move", "list.dat", "News", "--after", "Music", "--view", "tv"},
+                 "\"Music\" has no entry in the TV view");
+  expect_refused({"sort", "list.dat", "--by", "name", "--view", "promo"}, "the promotion view cannot be sorted alone");
+}
+
+TEST_F(EditRefusals, UsageThatSaysTooLittleOrTooMuch) {
+  for (const std::vector<std::string> &arguments :
+       std::vector<std::vector<std::string>>{{"rename", "list.dat", "News"},
+                                             {"move", "list.dat", "News"},
+                                             {"move", "list.dat", "News", "--to", "0", "--before", "Films"},
+                                             {"renumber", "list.dat", "News"},
+                                             {"renumber", "list.dat"},
+                                             {"renumber", "list.dat", "News", "7", "--from", "1"},
+                                             {"renumber", "list.dat", "News", "7", "--swap", "--shift"},
+                                             {"sort", "list.dat"},
+                                             {"sort", "list.dat", "--by", "colour"},
+                                             {"set", "list.dat", "News"},
+                                             {"lock", "list.dat"},
+                                             {"fav", "list.dat"},
+                                             {"fav", "add", "list.dat", "Best"}}) {
+    const auto result = run(arguments);
+
+    EXPECT_EQ(result.exit_code, 2) << arguments[0];
+    EXPECT_NE(result.err, "");
+    expect_bytes(before.data);
+  }
+}
+
+TEST_F(EditRefusals, AListWithoutServices) {
+  before = channel_file();
+  write_file(path(), before.data);
+
+  expect_refused({"lock", "list.dat", "1"}, "no service has the number, the name or the identity \"1\"");
+  EXPECT_EQ(run({"sort", "list.dat", "--by", "name"}).out, "list.dat: nothing to change\n");
+  EXPECT_EQ(run({"fav", "list", "list.dat", "--json"}).out, "[]\n");
+}
+
+TEST_F(EditRefusals, FilesOfOtherVersions) {
+  for (const int version : {7, 8, 9}) {
+    write_file(path("old.dat"), in_version(test_support::old_version_of(version), before).data);
+
+    const auto result = run({"lock", "old.dat", "News"});
+
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_EQ(result.err, "chlist: old.dat: is of version " + std::to_string(version) +
+                              ", not 10: `chlist convert` makes one of it\n");
+  }
+}
+
+TEST_F(EditRefusals, FilesThatAreNotWhole) {
+  before.data.resize(before.data.size() - 1);
+  write_file(path(), before.data);
+
+  expect_refused({"lock", "list.dat", "News"}, "list.dat: ends too early for a channel file of its version");
+  expect_refused({"lock", "none.dat", "News"}, "none.dat: No such file or directory");
+}
+
+TEST_F(EditRefusals, FilesThatNobodyMayWrite) {
+  fs::permissions(path(), fs::perms(0444));
+
+  expect_refused({"lock", "list.dat", "News"}, "list.dat: is read-only");
+  EXPECT_EQ(run({"lock", "list.dat", "News", "-o", "out.dat"}).exit_code, 0);
+}
+
+class EditBackups : public edit_host {};
+
+TEST_F(EditBackups, ThePreviousFileIsKeptWithItsMode) {
+  fs::permissions(path(), fs::perms(0640));
+
+  EXPECT_EQ(run({"lock", "list.dat", "News"}).exit_code, 0);
+
+  EXPECT_EQ(names(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
+  expect_bytes(before.data, "list.dat.bak");
+  EXPECT_EQ(fs::status(path("list.dat.bak")).permissions(), fs::perms(0640));
+  EXPECT_EQ(fs::status(path()).permissions(), fs::perms(0640));
+}
+
+TEST_F(EditBackups, AnEarlierBackupIsReplaced) {
+  EXPECT_EQ(run({"lock", "list.dat", "News"}).exit_code, 0);
+  const bytes locked = read_file(path());
+  EXPECT_EQ(run({"skip", "list.dat", "News"}).exit_code, 0);
+
+  expect_bytes(locked, "list.dat.bak");
+}
+
+TEST_F(EditBackups, CanBeLeftOut) {
+  EXPECT_EQ(run({"lock", "list.dat", "News", "--no-backup"}).exit_code, 0);
+
+  EXPECT_EQ(names(), (std::vector<std::string>{"list.dat"}));
+}
+
+TEST_F(EditBackups, AreKeptOfAnotherOutputThatWasThere) {
+  write_file(path("out.dat"), "before");
+
+  EXPECT_EQ(run({"lock", "list.dat", "News", "-o", "out.dat"}).exit_code, 0);
+
+  expect_bytes("before", "out.dat.bak");
+}
+
+TEST_F(EditBackups, ALinkStaysOneAndTheBackupIsBesideItsFile) {
+  fs::create_directory(path("real"));
+  fs::rename(path(), path("real/channels.dat"));
+  fs::create_symlink("real/channels.dat", path());
+
+  EXPECT_EQ(run({"lock", "list.dat", "News"}).exit_code, 0);
+
+  EXPECT_TRUE(fs::is_symlink(path()));
+  expect_bytes(before.data, "real/channels.dat.bak");
+  expect_bytes(with(service_at(before, 0) + 288, 1, 2));
+  EXPECT_EQ(names(), (std::vector<std::string>{"list.dat", "real"}));
+}
+
+TEST_F(EditBackups, WhatCannotBeKeptIsNotReplaced) {
+  fs::create_directory(path("list.dat.bak"));
+
+  expect_refused({"lock", "list.dat", "News"},
+                 fs::canonical(dir.path()).string() + "/list.dat.bak: not a regular file");
+}
+
+}  // namespace

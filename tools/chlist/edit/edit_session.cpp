@@ -1,0 +1,139 @@
+// An edit changes the file as little as it can: a list that is as it was is not saved, and what a load changes on
+// purpose is put back before anything is edited.
+#include "chlist/edit/edit_session.h"
+
+#include <channel/views.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <stdexcept>
+
+#include "chlist/edit/faithful_load.h"
+#include "chlist/exit_codes.h"
+#include "chlist/files/backup.h"
+#include "chlist/files/channel_input.h"
+#include "chlist/files/list_file.h"
+#include "chlist/report.h"
+#include "chlist/see/difference.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *common_details =
+    "FILE is of version 10; `chlist convert` makes one of an earlier version. It is replaced as a whole or not at "
+    "all,\n"
+    "and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. A "
+    "symbolic\n"
+    "link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but what is "
+    "asked\n"
+    "for and what is said to follow; --dry-run and the report show all of it.\n"
+    "\n"
+    "A SERVICE is named by its number (\"7\", \"7-2\"), by its name or a part of it, or by its identity\n"
+    "(\"1:2:3:11727480H:5\").\n"
+    "\n"
+    "Exit codes:\n"
+    "  0  done (or, with --dry-run, could be), or there is nothing to change\n"
+    "  1  the same, with notes on standard error: something was done in part or otherwise than asked for, or FILE "
+    "holds\n"
+    "     what cannot be saved again\n"
+    "  2  nothing was written: bad usage, a service or group that is not there or could be several, a value out of "
+    "its\n"
+    "     range, a full list, an input that cannot be read, an output that cannot be written; or only the report "
+    "could\n"
+    "     not be written\n"
+    "\n";
+
+constexpr mode_t may_write = 0222;
+
+// A rename replaces a file that nobody may write, too.
+void must_be_writable(const fs::path &target) {
+  struct stat found = {};
+  if (::stat(target.c_str(), &found) == 0 && (found.st_mode & may_write) == 0) {
+    throw std::runtime_error(target.string() + ": is read-only");
+  }
+}
+
+struct edit_result {
+  edit_notes notes;
+  std::vector<change> changes;
+  bool is_changed = false;
+  bool is_saved = false;
+};
+
+edit_result edit_in_memory(const edit_options &options, const list_edit &apply) {
+  const channel_input input(options.file);
+  input.must_be_current();
+  edit_result result;
+  result.notes = load_faithfully(input);
+  const std::string before = image_of(*get_channel_list());
+  const list_snapshot snapshot = take_snapshot();
+  apply(result.notes);
+  result.changes = differences(snapshot, take_snapshot());
+  result.is_changed = image_of(*get_channel_list()) != before;
+  return result;
+}
+
+// Another output is written even when it becomes a copy.
+bool is_to_be_saved(const edit_options &options, const edit_result &result) {
+  return !options.is_dry_run && (result.is_changed || !options.output.empty());
+}
+
+json json_of_result(const edit_options &options, const edit_result &result) {
+  return {{"file", options.file.string()},
+          {"output", result.is_saved ? json(options.target().string()) : json()},
+          {"dry_run", options.is_dry_run},
+          {"changed", result.is_changed},
+          {"differences", json_of_differences(result.changes)},
+          {"notes", result.notes}};
+}
+
+void print_result(const edit_options &options, const edit_result &result) {
+  const std::string what = options.is_dry_run ? "dry run" : options.target().string();
+  fmt::print("{}: {}\n", what, result.is_changed ? "changed" : "nothing to change");
+  print_differences(result.changes);
+}
+
+void report(const edit_options &options, const edit_result &result) {
+  if (options.as_json) {
+    print_report([&] { print_json(json_of_result(options, result)); });
+    return;
+  }
+  for (const std::string &note : result.notes) {
+    fmt::print(stderr, "{}: {}\n", options.file.string(), note);
+  }
+  print_report([&] { print_result(options, result); });
+}
+
+}  // namespace
+
+CLI::App *add_edit_command(CLI::App &app, const char *name, const char *description, edit_options &options) {
+  CLI::App *command = app.add_subcommand(name, description);
+  command->add_option("FILE", options.file, "the channel file")->required();
+  return command;
+}
+
+void finish_edit_command(CLI::App &command, edit_options &options, const std::string &details, const char *examples) {
+  command.add_option("-o,--output", options.output, "the channel file to write instead of FILE")->type_name("OUT");
+  command.add_flag("--dry-run", options.is_dry_run, "show what would change; write nothing");
+  command.add_flag("--no-backup", options.leaves_no_backup, "do not keep the previous file as FILE.bak");
+  command.add_flag("--json", options.as_json, "report as JSON, notes included");
+  command.footer(fmt::format("{}\n{}Examples:\n{}", details, common_details, examples));
+}
+
+int run_edit(const edit_options &options, const list_edit &apply) {
+  must_be_writable(options.target());
+  edit_result result = edit_in_memory(options, apply);
+  if (is_to_be_saved(options, result)) {
+    if (!options.leaves_no_backup) {
+      keep_backup(options.target());
+    }
+    save_list_as(options.target());
+    result.is_saved = true;
+  }
+  report(options, result);
+  return result.notes.empty() ? exit_done : exit_findings;
+}
+
+}  // namespace chlist

@@ -1,0 +1,37 @@
+// The road that every edit of a channel file takes: load, apply, compare, save, report.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace chlist {
+
+struct edit_options {
+  std::filesystem::path file;
+  std::filesystem::path output;  // empty: the file itself
+  bool is_dry_run = false;
+  bool as_json = false;
+  bool leaves_no_backup = false;
+
+  [[nodiscard]] const std::filesystem::path &target() const { return output.empty() ? file : output; }
+};
+
+// What an edit did otherwise than it was asked to, one text for each: "the name is cut to 96 bytes".
+using edit_notes = std::vector<std::string>;
+
+// Changes the list in memory through the library's calls. Throws std::runtime_error when it cannot be done; nothing is
+// saved then.
+using list_edit = std::function<void(edit_notes &notes)>;
+
+// Adds a subcommand: FILE first, which the options of the edit follow, and what all edits have in common behind them.
+// The help of every edit ends with the same exit codes, and with its own examples.
+CLI::App *add_edit_command(CLI::App &app, const char *name, const char *description, edit_options &options);
+void finish_edit_command(CLI::App &command, edit_options &options, const std::string &details, const char *examples);
+
+// Returns the exit code.
+int run_edit(const edit_options &options, const list_edit &apply);
+
+}  // namespace chlist

@@ -1,0 +1,37 @@
+// Services that an edit changes, and their entries in the views.
+#pragma once
+
+#include <channel/records.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "channel/identity.h"
+#include "channel/store/view.h"
+#include "chlist/edit/edit_session.h"
+
+namespace chlist {
+
+// The service that a text names. Throws when there is none, or when the library, which finds services by identity,
+// finds another one: a service that occurs twice, or that is filed under a transponder that is not its own.
+channel_st &editable_service(std::string_view text, std::int8_t view = VIEW_ALL);
+
+// Several of them; one that is named twice is taken once, with a note.
+std::vector<channel_st *> editable_services(const std::vector<std::string> &texts, edit_notes &notes,
+                                            std::int8_t view = VIEW_ALL);
+
+// The codes of the saved views: ALL, TV, radio, USER, promotion, and the favourite groups that there are, or all 20.
+std::vector<std::int8_t> views_in_use();
+std::vector<std::int8_t> saved_views();
+
+// "the TV view", "the favourites 0 \"Films\" view".
+std::string title_of(std::int8_t view);
+
+// The position of a service's first entry in a view, or -1.
+int position_of(const channel::view &view, const channel_st &service);
+
+// "News", quoted, for messages.
+std::string name_for_message(const channel_st &service);
+
+}  // namespace chlist

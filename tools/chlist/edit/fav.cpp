@@ -1,0 +1,193 @@
+// `chlist fav`: favourite groups and what is in them.
+#include <channel/favourites.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+
+#include "chlist/edit/edit_commands.h"
+#include "chlist/edit/fav_list.h"
+#include "chlist/edit/favourite_groups.h"
+#include "chlist/edit/placement.h"
+
+namespace chlist {
+namespace {
+
+struct fav_options : edit_options {
+  std::string group;
+  std::string name;
+  std::vector<std::string> services;
+  placement place;
+  bool closes_gaps = false;
+};
+
+// One subcommand: what it edits, and which arguments it has.
+struct fav_command {
+  const char *name;
+  const char *about;
+  bool has_group;
+  bool has_name;
+  enum { none, some, any } services;
+  const char *details;
+  const char *examples;
+  void (*apply)(const fav_options &options, edit_notes &notes);
+};
+
+void new_group(const fav_options &options, edit_notes &notes) {
+  const std::string_view name = group_name_from(options.name, notes);
+  must_be_new_group(name);
+  group_st group = {};
+  group.name_len = static_cast<std::int16_t>(name.size());
+  std::ranges::copy(name, group.name);
+  if (add_fav_group_info(group) < 0) {
+    throw std::runtime_error(fmt::format("no favourite group can be added: there are {}, the most that a list holds",
+                                         get_fav_group_number()));
+  }
+}
+
+void rename_group(const fav_options &options, edit_notes &notes) {
+  const favourites group = favourites_named(options.group);
+  const std::string_view name = group_name_from(options.name, notes);
+  must_be_new_group(name, group.index);
+  rename_favorite_group(group.id, name.data(), static_cast<std::int16_t>(name.size()));
+}
+
+void delete_group(const fav_options &options, edit_notes & /*notes*/) {
+  const favourites group = favourites_named(options.group);
+  const current_group current;
+  remove_fav_group(group.id);
+  current.follow();
+}
+
+// The entry of a service that a group takes a copy of: in ALL, as a rule.
+const virtual_channel_st &entry_for(const channel_st &service) {
+  for (const std::int8_t code : views_in_use()) {
+    const channel::view view = channel::find_view(code);
+    if (const int position = position_of(view, service); position >= 0) {
+      return view.entries[position];
+    }
+  }
+  throw std::runtime_error(fmt::format("{} has no entry in any view", name_for_message(service)));
+}
+
+void add_services(const fav_options &options, edit_notes &notes) {
+  const favourites group = favourites_named(options.group);
+  for (const channel_st *service : editable_services(options.services, notes)) {
+    const virtual_channel_st entry = entry_for(*service);
+    const int before = get_fav_vch_number(group.index);
+    if (add_fav_virtual_channel(group.id, &entry) != 0) {
+      throw std::runtime_error(fmt::format("{} cannot be added: {} is full, it holds {}", name_for_message(*service),
+                                           title_of(group.view()), before));
+    }
+    if (get_fav_vch_number(group.index) == before) {
+      notes.push_back(fmt::format("{} is in {} already", name_for_message(*service), title_of(group.view())));
+    }
+  }
+}
+
+void remove_entry(const favourites &group, int position, bool closes_gap) {
+  if (!closes_gap) {
+    remove_fav_virtual_channel(group.id, static_cast<std::int16_t>(position));
+    return;
+  }
+  const virtual_channel_st entry = *get_fav_vch(group.index, static_cast<std::int16_t>(position));
+  remove_fav_virtual_channel_by_ts_info(entry.vch_tag, group.id, entry.net_index, entry.frequency, entry.polarisation,
+                                        entry.network_id, entry.ts_id, entry.service_id);
+}
+
+void remove_services(const fav_options &options, edit_notes &notes) {
+  const favourites group = favourites_named(options.group);
+  const channel::view view = channel::find_view(group.view());
+  for (const channel_st *service : editable_services(options.services, notes, group.view())) {
+    const int position = position_of(view, *service);
+    if (position < 0) {
+      throw std::runtime_error(
+          fmt::format("{} has no entry in {}", name_for_message(*service), title_of(group.view())));
+    }
+    remove_entry(group, position, options.closes_gaps);
+  }
+}
+
+void move_in_group(const fav_options &options, edit_notes &notes) {
+  const favourites group = favourites_named(options.group);
+  if (!options.services.empty()) {
+    move_services(group.view(), editable_services(options.services, notes, group.view()), options.place);
+    return;
+  }
+  if (!options.place.to) {
+    throw std::runtime_error("a group moves --to a position among the groups");
+  }
+  const current_group current;
+  move_group(group, *options.place.to);
+  current.follow();
+}
+
+constexpr fav_command fav_commands[] = {
+    {"new", "Add a favourite group", false, true, fav_command::none,
+     "The group is empty and comes behind the others: at most 20, each with a name of its own of at most 95 bytes.\n",
+     "  chlist fav new channels.dat Films", new_group},
+    {"add", "Add services to a favourite group", true, false, fav_command::some,
+     "Services come to the end of the group, at most 40 in all, with the numbers that they have in ALL. One that is "
+     "in\n"
+     "the group already stays where it is, with a note.\n",
+     "  chlist fav add channels.dat Films 7 \"Film Club\"", add_services},
+    {"remove", "Remove services from a favourite group", true, false, fav_command::some,
+     "The services stay in the list. The numbers and position keys of the others stay as they are, unless "
+     "--close-gaps\n"
+     "lowers each that is greater than the removed one's by one. Numbers on the command line are those of the group.\n",
+     "  chlist fav remove channels.dat Films 7\n"
+     "  chlist fav remove channels.dat Films 7 --close-gaps",
+     remove_services},
+    {"move", "Move services in a favourite group, or the group", true, false, fav_command::any,
+     "Numbers and position keys stay with the entries. Without a SERVICE the group itself moves --to a position among\n"
+     "the groups, 0 to 19; a receiver whose current view is a group goes on showing the same one.\n",
+     "  chlist fav move channels.dat Films 7 12 --to 0\n"
+     "  chlist fav move channels.dat Films --to 0",
+     move_in_group},
+    {"rename", "Give a favourite group another name", true, true, fav_command::none,
+     "A name has at most 95 bytes and belongs to one group, whatever its case.\n",
+     "  chlist fav rename channels.dat Films Movies", rename_group},
+    {"delete", "Delete a favourite group", true, false, fav_command::none,
+     "Its services stay in the list. The groups behind it move up by one; a receiver whose current view is a group "
+     "goes\n"
+     "on showing the same one, or ALL when it is this one.\n",
+     "  chlist fav delete channels.dat Films", delete_group},
+};
+
+void add_fav_command(CLI::App &fav, int &exit_code, const fav_command &which) {
+  auto options = std::make_shared<fav_options>();
+  CLI::App *command = add_edit_command(fav, which.name, which.about, *options);
+  if (which.has_group) {
+    command->add_option("GROUP", options->group, "the group: its name, or its position, 0 to 19")->required();
+  }
+  if (which.has_name) {
+    command->add_option("NAME", options->name, "the group's new name")->required();
+  }
+  if (which.services != fav_command::none) {
+    command->add_option("SERVICE", options->services, "the services")->required(which.services == fav_command::some);
+  }
+  if (which.apply == move_in_group) {
+    add_placement_options(*command, options->place);
+  }
+  if (which.apply == remove_services) {
+    command->add_flag("--close-gaps", options->closes_gaps, "lower the numbers and position keys behind the removed");
+  }
+  finish_edit_command(*command, *options, which.details, which.examples);
+  command->callback([options, &which, &exit_code] {
+    exit_code = run_edit(*options, [&](edit_notes &notes) { which.apply(*options, notes); });
+  });
+}
+
+}  // namespace
+
+void add_fav(CLI::App &app, int &exit_code) {
+  CLI::App *fav = app.add_subcommand("fav", "Show and edit favourite groups");
+  fav->require_subcommand(1);
+  for (const fav_command &each : fav_commands) {
+    add_fav_command(*fav, exit_code, each);
+  }
+  add_fav_list(*fav, exit_code);
+}
+
+}  // namespace chlist

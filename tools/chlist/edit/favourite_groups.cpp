@@ -1,0 +1,127 @@
+// The table of favourite groups, through the library's calls.
+#include "chlist/edit/favourite_groups.h"
+
+#include <channel/favourites.h>
+#include <channel/views.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+#include <vector>
+
+#include "channel/store/group_table.h"
+#include "channel/store/view.h"
+#include "chlist/exchange/list_builder.h"
+#include "chlist/list_contents.h"
+#include "chlist/report.h"
+#include "chlist/service/names.h"
+#include "chlist/service/selection.h"
+
+namespace chlist {
+namespace {
+
+// A rename clears 96 bytes: one byte less, and whatever stood there before, the name ends where it should.
+constexpr std::size_t longest_group_name = 95;
+
+// The slot behind the last group, into which the library's move of a group copies the last one.
+class kept_group_slot {
+ public:
+  kept_group_slot() : index_(static_cast<std::size_t>(channel::favourite_table().size())) {
+    if (is_there()) {
+      channel_list_st &list = *get_channel_list();
+      record_ = list.favorite_group[index_];
+      entries_.assign(std::begin(list.favorite_vch[index_]), std::end(list.favorite_vch[index_]));
+      count_ = list.favorite_vnumber[index_];
+    }
+  }
+  ~kept_group_slot() {
+    if (is_there()) {
+      channel_list_st &list = *get_channel_list();
+      list.favorite_group[index_] = record_;
+      std::ranges::copy(entries_, list.favorite_vch[index_]);
+      list.favorite_vnumber[index_] = count_;
+    }
+  }
+  kept_group_slot(const kept_group_slot &) = delete;
+  kept_group_slot &operator=(const kept_group_slot &) = delete;
+
+ private:
+  [[nodiscard]] bool is_there() const { return index_ < MAX_FAV; }
+
+  std::size_t index_;
+  group_st record_ = {};
+  std::vector<virtual_channel_st> entries_;
+  std::int16_t count_ = 0;
+};
+
+}  // namespace
+
+favourites favourites_named(std::string_view text) {
+  const auto index = static_cast<std::int16_t>(view_named("fav:" + std::string(text)) - VIEW_FAVOURITE);
+  const channel::group_table groups = channel::favourite_table();
+  if (index >= groups.size()) {
+    throw std::runtime_error(fmt::format("no favourite group {}: there are {}", shown(text), groups.size()));
+  }
+  const std::int16_t id = groups.groups[index].id;
+  if (get_fav_index(id) != index) {
+    throw std::runtime_error(
+        fmt::format("favourite group {} cannot be edited: another one has its id {}", shown(text), id));
+  }
+  return {index, id};
+}
+
+void must_be_new_group(std::string_view name, std::int16_t own_index) {
+  const channel::group_table groups = channel::favourite_table();
+  for (const group_st &group : groups) {
+    if (&group - groups.begin() != own_index && is_same_name(text_of(group.name), name)) {
+      throw std::runtime_error(fmt::format("there is a favourite group {} already", shown(text_of(group.name))));
+    }
+  }
+}
+
+std::string_view group_name_from(const std::string &text, edit_notes &notes) {
+  const std::string_view name = cut_utf8(text, longest_group_name);
+  if (name.empty()) {
+    throw std::runtime_error("a name has one byte at least");
+  }
+  if (name.size() != text.size()) {
+    notes.push_back(fmt::format("the name is cut to {} of its {} bytes", name.size(), text.size()));
+  }
+  return name;
+}
+
+current_group::current_group() : id_(-1), is_current_(false) {
+  const int index = get_channel_list()->vch_type - VIEW_FAVOURITE;
+  const channel::group_table groups = channel::favourite_table();
+  if (index >= 0 && index < groups.size()) {
+    id_ = groups.groups[index].id;
+    is_current_ = true;
+  }
+}
+
+void current_group::follow() const {
+  if (!is_current_) {
+    return;
+  }
+  channel_list_st &list = *get_channel_list();
+  if (get_fav_group_info_by_fav_id(id_) == nullptr) {
+    change_vindex_type(VIEW_ALL);
+    return;
+  }
+  const auto view = static_cast<std::int8_t>(VIEW_FAVOURITE + get_fav_index(id_));
+  if (list.ch_type == list.vch_type) {
+    list.ch_type = view;
+  }
+  list.vch_type = view;
+}
+
+void move_group(const favourites &group, int destination) {
+  const kept_group_slot behind;
+  if (move_fav_ch_group(static_cast<std::int16_t>(destination), group.index) != 0) {
+    throw std::runtime_error(fmt::format("position {} is not there: it can be 0 to {} among the favourite groups",
+                                         destination, channel::favourite_table().size() - 1));
+  }
+}
+
+}  // namespace chlist

@@ -1,0 +1,47 @@
+// Favourite groups as edits name them.
+#pragma once
+
+#include <channel/records.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "chlist/edit/edit_session.h"
+
+namespace chlist {
+
+// A group that there is. The library finds groups by id, views by index.
+struct favourites {
+  std::int16_t index;
+  std::int16_t id;
+
+  [[nodiscard]] std::int8_t view() const { return static_cast<std::int8_t>(VIEW_FAVOURITE + index); }
+};
+
+// By name or index. Throws when there is none, and when the group's id leads to another group.
+favourites favourites_named(std::string_view text);
+
+// Groups are told apart without regard to case. Throws when there is another group of that name.
+constexpr std::int16_t no_group_index = -1;
+void must_be_new_group(std::string_view name, std::int16_t own_index = no_group_index);
+
+// A name for a group, cut to what a list holds, with a note. Throws when it is empty.
+std::string_view group_name_from(const std::string &text, edit_notes &notes);
+
+// Groups change their places: when the receiver's current view is a group, it is the same group afterwards, or ALL when
+// that group is gone.
+class current_group {
+ public:
+  current_group();
+  void follow() const;
+
+ private:
+  std::int16_t id_;
+  bool is_current_;
+};
+
+// Moves a whole group among the groups.
+void move_group(const favourites &group, int destination);
+
+}  // namespace chlist

@@ -1,0 +1,27 @@
+// Where in a view services are moved to: in front of another one, behind it, or to a position.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "chlist/edit/edited_services.h"
+
+namespace chlist {
+
+struct placement {
+  std::optional<std::string> before;
+  std::optional<std::string> after;
+  std::optional<int> to;
+};
+
+// --before, --after and --to; one of them is required.
+void add_placement_options(CLI::App &command, placement &place);
+
+// Moves the services' entries to their place, one after another, in the order in which they are given. Throws when a
+// service has no entry in the view, or the place is not there.
+void move_services(std::int8_t view, const std::vector<channel_st *> &services, const placement &place);
+
+}  // namespace chlist

@@ -1,0 +1,55 @@
+// `chlist remove`: services and their entries out of the list.
+#include <channel/removal.h>
+
+#include <memory>
+
+#include "chlist/edit/edit_commands.h"
+#include "chlist/edit/edited_services.h"
+
+namespace chlist {
+namespace {
+
+constexpr const char *details =
+    "A service goes with its entries in all views and favourite groups. The numbers of the others stay as they are;\n"
+    "its network, its transponder and its provider stay as well, even when they have no service left.\n";
+
+constexpr const char *examples = "  chlist remove channels.dat \"Shopping 24\" 7-2\n"
+                                 "  chlist remove channels.dat 1:2:3:11727480H:5 -o smaller.dat";
+
+struct remove_options : edit_options {
+  std::vector<std::string> services;
+};
+
+void remove_entries(std::int8_t code, const channel_st &service) {
+  const channel::view view = channel::find_view(code);
+  for (int position = position_of(view, service); position >= 0; position = position_of(view, service)) {
+    vtype_remove_by_vindex(static_cast<std::int16_t>(position), code);
+  }
+}
+
+// Position by position: a sweep would take entries along that have resolved to nothing all the time.
+void remove_service(const channel_st &service) {
+  for (const std::int8_t code : saved_views()) {
+    remove_entries(code, service);
+  }
+  const channel::identity id = channel::identity_of(service);
+  remove_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation);
+}
+
+}  // namespace
+
+void add_remove(CLI::App &app, int &exit_code) {
+  auto options = std::make_shared<remove_options>();
+  CLI::App *command = add_edit_command(app, "remove", "Remove services from the list", *options);
+  command->add_option("SERVICE", options->services, "the services")->required();
+  finish_edit_command(*command, *options, details, examples);
+  command->callback([options, &exit_code] {
+    exit_code = run_edit(*options, [&](edit_notes &notes) {
+      for (const channel_st *service : editable_services(options->services, notes)) {
+        remove_service(*service);
+      }
+    });
+  });
+}
+
+}  // namespace chlist

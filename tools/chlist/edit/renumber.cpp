@@ -1,0 +1,128 @@
+// `chlist renumber`: another number for a service, or new numbers for a whole view. Numbers belong to entries, so one
+// service can have several.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+#include "chlist/edit/edit_commands.h"
+#include "chlist/edit/edited_services.h"
+#include "chlist/edit/renumbering.h"
+#include "chlist/service/selection.h"
+
+namespace chlist {
+namespace {
+
+constexpr const char *details =
+    "Every view and favourite group keeps numbers of its own. With --view only those of the views named change; "
+    "without\n"
+    "it the service's number in ALL changes, and with it, in every other view and favourite group, each entry of the\n"
+    "service that shows the same number. Entries of the service with another number stay.\n"
+    "\n"
+    "When another entry of a view has the number already, nothing is done, unless that entry gets the service's "
+    "former\n"
+    "number (--swap), or moves to the next number, and so on up to the first number that is free (--shift; minor "
+    "numbers\n"
+    "move when NUMBER has one).\n"
+    "\n"
+    "--from numbers a view anew in its order, N, N+1 and so on, without minor numbers: the views named, or ALL, whose "
+    "new\n"
+    "numbers the other views follow in the same way.\n";
+
+constexpr const char *examples = "  chlist renumber channels.dat \"News HD\" 1 --swap\n"
+                                 "  chlist renumber channels.dat 12 5-1 --shift --view tv\n"
+                                 "  chlist renumber channels.dat --from 1";
+
+struct renumber_options : edit_options {
+  std::optional<std::string> service;
+  std::optional<std::string> number;
+  std::optional<std::string> from;
+  std::vector<std::string> views;
+  bool swaps = false;
+  bool shifts = false;
+};
+
+std::vector<std::int8_t> named_views(const renumber_options &options) {
+  std::vector<std::int8_t> views;
+  std::ranges::transform(options.views, std::back_inserter(views), view_named);
+  return views;
+}
+
+// Where the service has an entry first: in ALL, as a rule.
+std::int8_t first_view_of(const channel_st &service) {
+  const std::vector<std::int8_t> views = views_in_use();
+  const auto found = std::ranges::find_if(
+      views, [&](std::int8_t view) { return position_of(channel::find_view(view), service) >= 0; });
+  if (found == views.end()) {
+    throw std::runtime_error(fmt::format("{} has no entry in any view", name_for_message(service)));
+  }
+  return *found;
+}
+
+void renumber_service(const renumber_options &options) {
+  const std::vector<std::int8_t> views = named_views(options);
+  const channel_st &service = editable_service(*options.service, views.empty() ? std::int8_t{VIEW_ALL} : views.front());
+  const channel_number wanted = number_from(*options.number);
+  taken_number policy = taken_number::is_refused;
+  if (options.swaps || options.shifts) {
+    policy = options.swaps ? taken_number::is_swapped : taken_number::is_shifted;
+  }
+  if (!views.empty()) {
+    for (const std::int8_t view : views) {
+      renumber_entries(view, service, first_number_in(view, service), wanted, policy);
+    }
+    return;
+  }
+  const channel_number former = first_number_in(first_view_of(service), service);
+  for (const std::int8_t view : views_in_use()) {
+    renumber_entries(view, service, former, wanted, policy);
+  }
+}
+
+void renumber_views(const renumber_options &options, edit_notes &notes) {
+  const channel_number from = number_from(*options.from);
+  if (from.minor != 0) {
+    throw std::runtime_error("--from takes a number without a minor one");
+  }
+  if (options.views.empty()) {
+    renumber_all_with_followers(from.major, notes);
+  }
+  for (const std::int8_t view : named_views(options)) {
+    renumber_view(view, from.major);
+  }
+}
+
+void renumber(const renumber_options &options, edit_notes &notes) {
+  if (options.from) {
+    renumber_views(options, notes);
+  } else {
+    renumber_service(options);
+  }
+}
+
+}  // namespace
+
+void add_renumber(CLI::App &app, int &exit_code) {
+  auto options = std::make_shared<renumber_options>();
+  CLI::App *command = add_edit_command(app, "renumber", "Give a service, or a whole view, other numbers", *options);
+  CLI::Option *service = command->add_option("SERVICE", options->service, "the service");
+  CLI::Option *number = command->add_option("NUMBER", options->number, "its number, 1 to 32767, or NUMBER-MINOR");
+  CLI::Option *from = command->add_option("--from", options->from, "number whole views from here on")->type_name("N");
+  CLI::Option *swaps = command->add_flag("--swap", options->swaps, "what has the number gets the service's");
+  CLI::Option *shifts = command->add_flag("--shift", options->shifts, "what has the number moves up");
+  command->add_option("--view", options->views, "all, tv, radio, user, promo or fav:GROUP; may be given again")
+      ->allow_extra_args(false);
+  from->excludes(service, number, swaps, shifts);
+  swaps->excludes(shifts);
+  finish_edit_command(*command, *options, details, examples);
+  command->callback([options, &exit_code] {
+    if (!options->from && !options->number) {
+      throw CLI::RequiredError("SERVICE and NUMBER (or --from)");
+    }
+    exit_code = run_edit(*options, [&](edit_notes &notes) { renumber(*options, notes); });
+  });
+}
+
+}  // namespace chlist

@@ -1,0 +1,51 @@
+// A copy, not a link: the disk has to have room for both files anyway while one is replaced.
+#include "chlist/files/backup.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+
+#include "chlist/files/replacement.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t copied_at_once = 65'536;
+
+void copy_contents(const descriptor &from, const std::string &from_name, replacement &to) {
+  std::array<char, copied_at_once> bytes;
+  for (;;) {
+    const ssize_t length = ::read(from.get(), bytes.data(), bytes.size());
+    if (length < 0) {
+      fail(from_name);
+    }
+    if (length == 0) {
+      return;
+    }
+    to.write({bytes.data(), static_cast<std::size_t>(length)});
+  }
+}
+
+}  // namespace
+
+void keep_backup(const fs::path &file) {
+  const fs::path kept = fs::weakly_canonical(fs::absolute(file));
+  if (!fs::exists(kept)) {
+    return;
+  }
+  const descriptor source(::open(kept.c_str(), O_RDONLY | O_CLOEXEC), kept.string());
+  struct stat found = {};
+  if (::fstat(source.get(), &found) != 0) {
+    fail(kept.string());
+  }
+  replacement copy(kept.string() + ".bak");
+  copy_contents(source, kept.string(), copy);
+  copy.take_mode(found.st_mode & 07777U);
+  copy.take_place();
+}
+
+}  // namespace chlist
