@@ -35,7 +35,7 @@ constexpr const char *details =
     "  2  nothing was written: bad usage, an input that cannot be read, is short or is of another version, an output\n"
     "     that cannot be written; or only the report could not be written\n"
     "\n"
-    "Example:\n"
+    "Examples:\n"
     "  chlist convert backup/old.dat channels.dat";
 
 struct convert_options {
