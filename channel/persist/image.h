@@ -48,9 +48,11 @@ void settle_run(std::byte *memory) {
   std::memset(memory + gap, 0, part.in_memory - gap);
   if constexpr (part.repeats > 1) {
     for (std::size_t i = 0; i < part.repeats; ++i) {
-      std::array<std::byte, part.memory_stride> entry{};
-      std::memcpy(entry.data(), memory + now_at + i * part.image_stride, part.size);
-      std::memcpy(memory + part.in_memory + i * part.memory_stride, entry.data(), entry.size());
+      std::byte *entry = memory + part.in_memory + i * part.memory_stride;
+      std::array<std::byte, part.size> carried;
+      std::memcpy(carried.data(), memory + now_at + i * part.image_stride, carried.size());
+      std::memcpy(entry, carried.data(), carried.size());
+      std::memset(entry + part.size, 0, part.memory_stride - part.size);
     }
   } else if constexpr (now_at != part.in_memory) {
     std::memmove(memory + part.in_memory, memory + now_at, part.size);

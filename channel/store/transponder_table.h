@@ -42,7 +42,7 @@ class transponder_table {
   // Null when no transponder of the network is within the tolerance.
   [[nodiscard]] const place *find(const query &wanted) const {
     const place *first = firsts_.find(key_of(wanted, wanted.frequency));
-    return first != nullptr ? first : find_within_tolerance(wanted);
+    return first != nullptr ? first : find_within_tolerance(query{wanted});
   }
 
   [[nodiscard]] std::span<const place> places() const { return {places_.get(), used_places_}; }

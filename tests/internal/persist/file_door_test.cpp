@@ -2,6 +2,7 @@
 #include "channel/persist/file.h"
 
 #include <gtest/gtest.h>
+#include <stdio_ext.h>
 
 #include <array>
 
@@ -39,6 +40,16 @@ TEST_F(FileDoor, OpensAStreamThatWorksInTheBufferThatItIsLent) {
   EXPECT_STREQ(buffer.data(), "filed");
   EXPECT_EQ(std::fclose(stream), 0);
   EXPECT_EQ(test_support::read_file(path()), "filed");
+}
+
+TEST_F(FileDoor, OpensAStreamThatTakesNoLockForEachCall) {
+  std::array<char, 1024> buffer = {};
+  std::FILE *stream = channel::persist::system_door.open(path().c_str(), "w+", buffer);
+  ASSERT_NE(stream, nullptr);
+
+  EXPECT_EQ(::__fsetlocking(stream, FSETLOCKING_QUERY), FSETLOCKING_BYCALLER);
+
+  EXPECT_EQ(std::fclose(stream), 0);
 }
 
 TEST_F(FileDoor, IsNotKnockedAtForANullPath) {
