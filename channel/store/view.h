@@ -38,9 +38,16 @@ struct view {
   bool append(const virtual_channel_st &entry) const;
 
   // Removes every entry that a rule names, asking once for each in order; the slots that become free are zeroed.
+  // The rule stands here once: std::remove_if unrolls its search, and a rule as large as a lookup would be called then.
   template <class Rule>
   void remove_if(const Rule &is_removed) const {
-    keep_until(std::remove_if(begin(), end(), is_removed));
+    virtual_channel_st *kept = begin();
+    for (const virtual_channel_st &entry : used()) {
+      if (!is_removed(entry)) {
+        *kept++ = entry;
+      }
+    }
+    keep_until(kept);
   }
   void remove_at(int position) const { keep_until(std::move(begin() + position + 1, end(), begin() + position)); }
 
