@@ -103,12 +103,32 @@ TEST_F(Diff, TellsSettingsGroupsNetworksAndTheOrderOfViews) {
   EXPECT_EQ(diff(file), "0 services added, 0 removed, 0 changed; 7 differences around the services\n"
                         "Around the services:\n"
                         "  network 1:1: name: \"Astra\" -> \"Hotbird\"\n"
-                        "  ALL view: order differs\n"
+                        "  ALL view: 1 service moved: \"Films\"\n"
                         "  USER view: entries without a service: - -> 4 1:1:100:11000000H:99\n"
                         "  genre 1 added: \"Sport\"\n"
                         "  favourite group 0 removed: \"Best\"\n"
                         "  provider 3: name: \"Sky\" -> \"Viva\"\n"
                         "  bouquet id: - -> 5\n");
+}
+
+TEST_F(Diff, OfManyServicesThatMovedFiveAreNamed) {
+  const auto with_last_in_front = [](std::uint16_t moved) {
+    channel_file file;
+    for (std::uint16_t id = 1; id <= 20; ++id) {
+      file.service({.service_id = id, .name = "S" + std::to_string(id)});
+    }
+    for (std::uint16_t place = 0; place < 20; ++place) {
+      file.entry(VIEW_ALL, {.service_id = static_cast<std::uint16_t>((place + 20 - moved) % 20 + 1)}, 7);
+    }
+    return file;
+  };
+  write("list.dat", with_last_in_front(0));
+  EXPECT_TRUE(has_line(diff(with_last_in_front(5)),
+                       "  ALL view: 5 services moved: \"S16\", \"S17\", \"S18\", \"S19\", \"S20\""));
+  EXPECT_TRUE(has_line(diff(with_last_in_front(6)),
+                       "  ALL view: 6 services moved: \"S15\", \"S16\", \"S17\", \"S18\", \"S19\" and 1 more"));
+  EXPECT_EQ(json_diff(with_last_in_front(1)).at("others").at(0).at("fields"),
+            (json{{{"field", "moved"}, {"before", json::array()}, {"after", {"S20"}}}}));
 }
 
 // The frequency of the service, and of its transponder, within the tolerance and just outside of it.

@@ -1,6 +1,7 @@
 // `chlist list`: which services it lists, in what order, columns and formats.
 #include <algorithm>
 
+#include "chlist/see/listing.h"
 #include "see_host.h"
 
 namespace {
@@ -153,6 +154,11 @@ TEST_F(List, NamesAllColumns) {
   const std::string columns = output_of({"list", "--columns", "help"});
   EXPECT_TRUE(has_line(columns, "column         what it is")) << columns;
   EXPECT_TRUE(has_line(columns, "video_pid      PID of the video")) << columns;
+}
+
+TEST_F(List, TheHelpNamesAllSorts) {
+  const std::string help = output_of({"list", "--help"});
+  EXPECT_TRUE(has_line(help, "Sorts:   " + chlist::names_of_sorts())) << help;
 }
 
 TEST_F(List, RefusesWhatThereIsNot) {

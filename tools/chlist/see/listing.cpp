@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <ranges>
 #include <stdexcept>
 
 #include "chlist/service/names.h"
@@ -51,11 +52,7 @@ bool row_filter::takes(const listed_service &row) const {
 }
 
 std::string names_of_sorts() {
-  std::string names;
-  for (const named_sort &each : sorts) {
-    names += (names.empty() ? "" : ", ") + std::string(each.name);
-  }
-  return names;
+  return fmt::format("{}", fmt::join(sorts | std::views::transform(&named_sort::name), ", "));
 }
 
 void sort_view(std::int8_t view, std::string_view sort) {
