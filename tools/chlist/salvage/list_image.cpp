@@ -120,10 +120,12 @@ class shifted_list {
     std::size_t right;
   };
 
-  // Every byte of the file counts for one place of the record: those that were cut out leave a gap.
+  // Every byte of the file counts for one place of the record: those that were cut out leave a gap. Of equal splits the
+  // first is taken, and then every piece behind it that is right where it stands.
   [[nodiscard]] split best_split(std::ptrdiff_t shift) const {
     const std::vector<std::size_t> behind = right_behind(shift);
     std::size_t in_front = 0;
+    bool is_next = false;
     // In front of the first piece nothing tells; the settings there are few.
     split best = {pieces_.front().at, 0};
     for (std::size_t i = 0, next = 0; i <= pieces_.size(); ++i) {
@@ -131,10 +133,14 @@ class shifted_list {
       while (next < pieces_.size() && pieces_[next].at < at + gap_of(shift)) {
         ++next;
       }
-      if (const std::size_t right = in_front + behind[next]; right >= best.right) {
+      const std::size_t right = in_front + behind[next];
+      const bool is_better = right > best.right || (is_next && right == best.right);
+      if (is_better) {
         best = {at, right};
       }
-      in_front += i < pieces_.size() && is_right(pieces_[i], 0) ? 1 : 0;
+      const std::size_t piece = i < pieces_.size() ? weight_of(pieces_[i], 0) : 0;
+      is_next = (is_better || at == best.at) && piece > 0;
+      in_front += piece;
     }
     return best;
   }
@@ -153,9 +159,14 @@ class shifted_list {
   [[nodiscard]] std::vector<std::size_t> right_behind(std::ptrdiff_t shift) const {
     std::vector<std::size_t> right(pieces_.size() + 1);
     for (std::size_t i = pieces_.size(); i > 0; --i) {
-      right[i - 1] = right[i] + (is_right(pieces_[i - 1], shift) ? 1 : 0);
+      right[i - 1] = right[i] + weight_of(pieces_[i - 1], shift);
     }
     return right;
+  }
+
+  // An array begins with its first slot: one that is shifted by whole slots would seem as right as any.
+  [[nodiscard]] std::size_t weight_of(const piece &each, std::ptrdiff_t shift) const {
+    return !is_right(each, shift) ? 0 : each.at == each.array->first ? 2 : 1;
   }
 
   [[nodiscard]] bool is_right(const piece &each, std::ptrdiff_t shift) const {

@@ -25,7 +25,9 @@ constexpr std::uint64_t service_ids(const identity &id) { return ids_in_network(
 
 // A stretch of one byte, as of a wiped memory, has no identity, nor have zeros with a number somewhere.
 constexpr bool says_nothing(const identity &id) {
-  if (id.frequency == 0 && (id.ts_id == 0 || id.network_id == 0 || id.service_id == 0)) {
+  const int zeros = (id.frequency == 0 ? 1 : 0) + (id.ts_id == 0 ? 1 : 0) + (id.network_id == 0 ? 1 : 0) +
+                    (id.service_id == 0 ? 1 : 0);
+  if (zeros > 1) {
     return true;
   }
   constexpr std::uint32_t in_every_byte = 0x01010101U;
