@@ -62,8 +62,8 @@ TEST_F(SalvageTool, AWholeFileIsWrittenAsItIs) {
   EXPECT_EQ(lines_of(result.out),
             (std::vector<std::string>{path("out.dat") +
                                           ": 3 services on 1 transponder in 1 network, from 461720 bytes of version 10",
-                                      "  entries: ALL                                  3",
-                                      "  entries: favourites 0 \"Best\"                  2", "Everything came back."}));
+                                      "  entries: ALL                                 3",
+                                      "  entries: favourites 0 \"Best\"                 2", "Everything came back."}));
   EXPECT_EQ(result.err, "");
 }
 
@@ -85,7 +85,7 @@ TEST_F(SalvageTool, WhatIsLostIsShownWithItsPlaces) {
       lines_of(result.out),
       (std::vector<std::string>{
           path("out.dat") + ": 2 services on 1 transponder in 1 network, from 461508 bytes of version 10",
-          "  entries: ALL                                  2", "  entries: favourites 0 \"Best\"                  1",
+          "  entries: ALL                                 2", "  entries: favourites 0 \"Best\"                 1",
           "Transponders count 1 service more than they have", "Lost entries, their services did not come back:",
           "  the ALL view, position 2: number 103 (net 1, network 1, ts 100, 11000000 H, service 5)",
           "  the favourites 0 \"Best\" view, position 0: number 103 (net 1, network 1, ts 100, 11000000 H, service "

@@ -82,21 +82,25 @@ bool is_named_group(byte_span bytes, std::size_t at) {
   return length > 0 && group.name_len == static_cast<std::int16_t>(length);
 }
 
-struct slot {
+// A piece of the record that shows whether it is where it should be: an entry or a group, or the count of an array,
+// which ends where its entries end.
+struct piece {
   std::size_t at;
   std::size_t size;
-  bool is_entry;
+  const array_place *array;
+  bool is_count;
 };
 
-std::vector<slot> slots_of_list() {
-  std::vector<slot> slots;
-  for (const array_place &array : arrays_of_list()) {
+std::vector<piece> pieces_of(const std::vector<array_place> &arrays) {
+  std::vector<piece> pieces;
+  for (const array_place &array : arrays) {
     for (std::size_t i = 0; i < array.capacity; ++i) {
-      slots.push_back({array.first + i * array.stride, array.stride, array.is_view});
+      pieces.push_back({array.first + i * array.stride, array.stride, &array, false});
     }
+    pieces.push_back({array.count, sizeof(std::int16_t), &array, true});
   }
-  std::ranges::sort(slots, {}, &slot::at);
-  return slots;
+  std::ranges::sort(pieces, {}, &piece::at);
+  return pieces;
 }
 
 // Where a place of the record stands in the file when it is shifted; nowhere is the end.
@@ -110,44 +114,82 @@ class shifted_list {
   shifted_list(byte_span file, std::size_t size, const witnesses &services)
       : file_(file), size_(size), services_(services) {}
 
-  // The place of the record from which on it is shifted, and how many slots are right then.
+  // The place of the record where bytes were inserted or cut out, and how many pieces are right then.
   struct split {
-    std::size_t from;
+    std::size_t at;
     std::size_t right;
   };
 
+  // Every byte of the file counts for one place of the record: those that were cut out leave a gap. Of equal splits the
+  // first is taken, and then every piece behind it that is right where it stands.
   [[nodiscard]] split best_split(std::ptrdiff_t shift) const {
-    const std::vector<slot> slots = slots_of_list();
-    std::size_t right = 0;
-    for (const slot &each : slots) {
-      right += is_right(each, shift) ? 1 : 0;
-    }
-    // In front of the first slot nothing tells; the settings there are few.
-    split best = {slots.front().at, right};
-    for (const slot &each : slots) {
-      right += is_right(each, 0) ? 1U : 0U;
-      right -= is_right(each, shift) ? 1U : 0U;
-      if (right >= best.right) {
-        best = {each.at + each.size, right};
+    const std::vector<std::size_t> behind = right_behind(shift);
+    std::size_t in_front = 0;
+    bool is_next = false;
+    // In front of the first piece nothing tells; the settings there are few.
+    split best = {pieces_.front().at, 0};
+    for (std::size_t i = 0, next = 0; i <= pieces_.size(); ++i) {
+      const std::size_t at = i < pieces_.size() ? pieces_[i].at : size_;
+      while (next < pieces_.size() && pieces_[next].at < at + gap_of(shift)) {
+        ++next;
       }
+      const std::size_t right = in_front + behind[next];
+      const bool is_better = right > best.right || (is_next && right == best.right);
+      if (is_better) {
+        best = {at, right};
+      }
+      const std::size_t piece = i < pieces_.size() ? weight_of(pieces_[i], 0) : 0;
+      is_next = (is_better || at == best.at) && piece > 0;
+      in_front += piece;
     }
     return best;
   }
 
-  [[nodiscard]] std::vector<std::byte> shifted(std::ptrdiff_t shift, std::size_t from) const {
+  [[nodiscard]] std::vector<std::byte> shifted(std::ptrdiff_t shift, std::size_t at) const {
     std::vector<std::byte> bytes(size_);
-    copy(bytes, 0, std::min(from, size_), 0);
-    copy(bytes, std::min(from, size_), size_, shift);
+    copy(bytes, 0, std::min(at, size_), 0);
+    copy(bytes, std::min(at + gap_of(shift), size_), size_, shift);
     return bytes;
   }
 
  private:
-  [[nodiscard]] bool is_right(const slot &each, std::ptrdiff_t shift) const {
+  static std::size_t gap_of(std::ptrdiff_t shift) { return shift < 0 ? static_cast<std::size_t>(-shift) : 0; }
+
+  // For each piece how many are right from it on.
+  [[nodiscard]] std::vector<std::size_t> right_behind(std::ptrdiff_t shift) const {
+    std::vector<std::size_t> right(pieces_.size() + 1);
+    for (std::size_t i = pieces_.size(); i > 0; --i) {
+      right[i - 1] = right[i] + weight_of(pieces_[i - 1], shift);
+    }
+    return right;
+  }
+
+  // An array begins with its first slot: one that is shifted by whole slots would seem as right as any.
+  [[nodiscard]] std::size_t weight_of(const piece &each, std::ptrdiff_t shift) const {
+    return !is_right(each, shift) ? 0 : each.at == each.array->first ? 2 : 1;
+  }
+
+  [[nodiscard]] bool is_right(const piece &each, std::ptrdiff_t shift) const {
     const std::size_t at = shifted_place(file_, each.at, shift);
     if (!fits(file_, at, each.size)) {
       return false;
     }
-    return each.is_entry ? services_.list(channel::identity_of(entry_at(file_, at))) : is_named_group(file_, at);
+    return each.is_count ? is_right_count(*each.array, value_at<std::int16_t>(file_, at), shift)
+                         : is_used(*each.array, at);
+  }
+
+  [[nodiscard]] bool is_used(const array_place &array, std::size_t at) const {
+    return array.is_view ? services_.list(channel::identity_of(entry_at(file_, at))) : is_named_group(file_, at);
+  }
+
+  [[nodiscard]] bool is_right_count(const array_place &array, int count, std::ptrdiff_t shift) const {
+    const auto is_used_slot = [&](std::size_t slot) {
+      const std::size_t at = shifted_place(file_, array.first + slot * array.stride, shift);
+      return fits(file_, at, array.stride) && is_used(array, at);
+    };
+    const auto used = static_cast<std::size_t>(std::max(count, 0));
+    return used > 0 && used <= array.capacity && is_used_slot(used - 1) &&
+           (used == array.capacity || !is_used_slot(used));
   }
 
   void copy(std::vector<std::byte> &bytes, std::size_t begin, std::size_t end, std::ptrdiff_t shift) const {
@@ -161,6 +203,8 @@ class shifted_list {
   byte_span file_;
   std::size_t size_;
   const witnesses &services_;
+  std::vector<array_place> arrays_ = arrays_of_list();
+  std::vector<piece> pieces_ = pieces_of(arrays_);
 };
 
 bool is_version(int version) { return version >= 7 && version <= CHANNEL_LIST_VERSION; }
@@ -192,7 +236,7 @@ list_image repair_list_image(byte_span file, const record_sizes &sizes, std::siz
   list_image image;
   if (shift != 0) {
     if (const auto split = list.best_split(shift); split.right > right) {
-      image = {list.shifted(shift, split.from), shift, split.from, false};
+      image = {list.shifted(shift, split.at), shift, split.at, false};
     }
   }
   if (image.shift == 0) {

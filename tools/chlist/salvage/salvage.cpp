@@ -168,7 +168,7 @@ void print_outcome(const salvage_options &options, const salvage_outcome &outcom
     return fmt::format("{}: {} -> {}", count.what, count.counted, count.present);
   });
   print_list<made_record>(outcome.made, "Records made anew from their services:", text_of_made);
-  print_list<placed_service>(outcome.doubtful, "In doubt, their names are damaged:", text_of_placed);
+  print_list<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
   print_list<placed_service>(outcome.contradicted,
                              "Left out, the views name other services in their places:", text_of_placed);
   print_list<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",

@@ -190,7 +190,7 @@ class arrangement {
   // The record that it stands below; another of its identity; one that is made for it.
   std::size_t transponder_of(const identity &id, std::size_t network) {
     if (pending_ && same_transponder(transponder_at(file_, *pending_), id)) {
-      current_transponder_ = add_transponder(*pending_, network);
+      current_transponder_ = take_record(*pending_, network);
       pending_.reset();
     }
     if (current_transponder_ && agrees(*current_transponder_, id, network)) {
@@ -200,6 +200,19 @@ class arrangement {
       return *found;
     }
     return add(salvaged_transponder{std::nullopt, id, 0, network, {}});
+  }
+
+  // A record may come behind services of its own, which have had one made for them.
+  std::size_t take_record(std::size_t at, std::size_t network) {
+    const auto made = find_transponder(transponder_at(file_, at), network);
+    if (!made || records_.transponders[*made].offset) {
+      return add_transponder(at, network);
+    }
+    salvaged_transponder &transponder = records_.transponders[*made];
+    transponder.offset = at;
+    transponder.id = transponder_at(file_, at);
+    transponder.counted = CHLIST_FIELD(file_, at, tp_ch_st, rch_num);
+    return *made;
   }
 
   std::size_t add_transponder(std::size_t at, std::size_t network) {

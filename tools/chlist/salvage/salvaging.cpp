@@ -85,7 +85,9 @@ search_result search(byte_span file, int version) {
   const std::size_t frame = std::min(list_size, first.front().offset);
   const salvaged_records arranged = arrange(file, result.sizes, frame, result.known, first);
   result.list = repair_list_image(file, result.sizes, first_record_of(arranged, result.sizes), witnesses_of(first));
+  result.known = {};
   add_entries(result.known, result.list.bytes);
+  add_services(result.known, first);
   const auto begin = static_cast<std::size_t>(static_cast<std::ptrdiff_t>(list_size) + result.list.shift);
   result.records =
       arrange(file, result.sizes, begin, result.known, find_services(file, result.sizes, begin, result.known));

@@ -26,7 +26,7 @@ struct salvage_outcome {
   std::size_t size = 0;
   int version = 0;  // of the damaged file, or the one that it was read as
   hierarchy_counts recovered;
-  std::vector<placed_service> doubtful;      // taken, with a name that is not as long as it says
+  std::vector<placed_service> doubtful;      // taken, with a damaged name or frequency
   std::vector<placed_service> contradicted;  // left out: the views name another service in its place
   std::vector<made_record> made;             // records that were lost and made anew from their services
   std::vector<std::size_t> forsaken;         // transponders and networks none of whose services is left

@@ -41,7 +41,7 @@ class service_search {
     }
     const name_state name = name_at(file_, at, 0);
     const name_state second = name_at(file_, at, 1);
-    found.is_doubtful = name == name_state::broken || second == name_state::broken;
+    found.is_doubtful = name == name_state::broken || second == name_state::broken || has_wide_frequency(file_, at);
     if (evidence == neighbour_only && name != name_state::sound) {
       return found;
     }

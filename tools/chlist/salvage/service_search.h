@@ -15,7 +15,7 @@ struct found_service {
   std::size_t offset = 0;
   channel::identity id = {};
   int score = 0;
-  bool is_doubtful = false;  // its name is not as long as it says
+  bool is_doubtful = false;  // its name is not as long as it says, or its frequency is none
 };
 
 // In the file's order; no two overlap, and the sum of their scores is the largest that there is. Takes time in

@@ -23,8 +23,17 @@ constexpr std::uint64_t ids_in_network(const identity &id) {
 
 constexpr std::uint64_t service_ids(const identity &id) { return ids_in_network(id) << 16U | id.service_id; }
 
-// A transponder without a transport stream id and a frequency is any stretch of zeros.
-constexpr bool says_nothing(const identity &id) { return id.ts_id == 0 && id.frequency == 0; }
+// A stretch of one byte, as of a wiped memory, has no identity, nor have zeros with a number somewhere.
+constexpr bool says_nothing(const identity &id) {
+  const int zeros = (id.frequency == 0 ? 1 : 0) + (id.ts_id == 0 ? 1 : 0) + (id.network_id == 0 ? 1 : 0) +
+                    (id.service_id == 0 ? 1 : 0);
+  if (zeros > 1) {
+    return true;
+  }
+  constexpr std::uint32_t in_every_byte = 0x01010101U;
+  const std::uint32_t same = id.net_index * in_every_byte;
+  return id.frequency == same && id.ts_id == (same & 0xFFFFU) && id.network_id == id.ts_id;
+}
 
 }  // namespace
 
