@@ -94,6 +94,9 @@ TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
 INSTANTIATE_TEST_SUITE_P(
     Of, ChlistFaults,
     ::testing::Values(command{"import", {"import", "channels.conf", "-o", "out.dat"}},
+                      command{"export_vdr", {"export", "list.dat", "-o", "out.dat", "--to", "vdr"}},
+                      command{"export_csv", {"export", "list.dat", "-o", "out.dat", "--to", "csv", "--json"}},
+                      command{"export_json", {"export", "list.dat", "-o", "out.dat", "--to", "json"}},
                       command{"convert", {"convert", "old.dat", "out.dat"}},
                       command{"convert_json", {"convert", "old.dat", "out.dat", "--json"}},
                       command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat"}},
@@ -117,6 +120,7 @@ TEST_P(ChlistRefusals, SaveTheInputWhateverFails) {
 INSTANTIATE_TEST_SUITE_P(
     Of, ChlistRefusals,
     ::testing::Values(command{"import_onto_input", {"import", "channels.conf", "-o", "./channels.conf"}},
+                      command{"export_onto_input", {"export", "list.dat", "-o", "./list.dat", "--to", "csv"}},
                       command{"convert_onto_input", {"convert", "old.dat", "./old.dat"}},
                       command{"merge_onto_scan", {"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}}),
     tool_test::name_of_command);

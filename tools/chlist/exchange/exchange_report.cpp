@@ -45,8 +45,13 @@ void print_losses(const loss_counts &lost, std::string_view title) {
   if (!rows.empty()) {
     fmt::print("{}\n", title);
   }
+  constexpr std::size_t usual_width = 34;
+  std::size_t width = usual_width;
   for (const loss_counts::row &row : rows) {
-    fmt::print("  {:<34}{:>5}\n", row.what, row.count);
+    width = std::max(width, row.what.size());
+  }
+  for (const loss_counts::row &row : rows) {
+    fmt::print("  {:<{}}{:>5}\n", row.what, width, row.count);
   }
 }
 

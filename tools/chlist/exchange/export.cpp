@@ -185,10 +185,9 @@ void add_export(CLI::App &app, int &exit_code) {
   command->add_option("--columns", options->writing.columns, "CSV: the columns, by name, separated by commas")
       ->type_name("NAMES");
   command
-      ->add_option(
-          "--url", options->writing.url,
-          "M3U: the address of a service, where {network_id}, {ts_id}, {service_id}, {number} and others stand\n"
-          "for its fields")
+      ->add_option("--url", options->writing.url,
+                   "M3U: the address of a service, where {network_id}, {ts_id:x}, {service_id}, {number} and others\n"
+                   "stand for its fields, with :x in hexadecimal digits")
       ->type_name("URL");
   command->add_flag("--favourites", options->writing.is_by_favourites,
                     "M3U: group by favourite groups, not by providers");

@@ -10,6 +10,7 @@
 #include "chlist/exchange/dvbv5.h"
 #include "chlist/exchange/lamedb.h"
 #include "chlist/exchange/list_json.h"
+#include "chlist/exchange/m3u_writer.h"
 #include "chlist/exchange/vdr_line_up.h"
 #include "chlist/exchange/vdr_writer.h"
 #include "chlist/files/input_file.h"
@@ -56,6 +57,7 @@ constexpr format formats[] = {
      .read = read_csv,
      .is_like = is_like_csv,
      .write_with = write_csv},
+    {.name = "m3u", .about = "extended M3U playlist", .is_like = is_like_m3u, .write_with = write_m3u},
     {.name = "vdr", .about = "channels.conf of VDR", .read = read_vdr, .write = write_vdr, .is_like = is_like_vdr},
 };
 

@@ -47,20 +47,11 @@ constexpr json_field count_field(std::size_t offset) {
   return {"", field_kind::number, offset, sizeof(std::int16_t), true};
 }
 
-bool is_zero(const_record_bytes bytes) {
-  return std::ranges::all_of(bytes, [](std::byte byte) { return byte == std::byte{0}; });
-}
-
-// As many records as are counted, and those behind that are not zero.
+// As many records as are counted; bytes behind them are no records.
 json json_of_array(const_record_bytes array, std::int64_t count, std::size_t stride,
                    std::span<const json_field> fields) {
   const auto capacity = static_cast<std::int64_t>(array.size() / stride);
-  auto used = static_cast<std::size_t>(std::clamp<std::int64_t>(count, 0, capacity));
-  for (std::size_t at = array.size() / stride; at > used; --at) {
-    if (!is_zero(array.subspan((at - 1) * stride, stride))) {
-      used = at;
-    }
-  }
+  const auto used = static_cast<std::size_t>(std::clamp<std::int64_t>(count, 0, capacity));
   json records = json::array();
   for (std::size_t at = 0; at < used; ++at) {
     records.push_back(json_of_record(array.subspan(at * stride, stride), fields));
@@ -207,7 +198,7 @@ class file_writer {
  public:
   std::string write(const json &object) {
     const std::string path = "$";
-    if (!object.is_object() || object.value(mark_key, "") != mark) {
+    if (!object.is_object() || !object.contains(mark_key) || object[mark_key] != mark) {
       refuse_json(path, fmt::format("is no object with \"{}\": \"{}\"", mark_key, mark));
     }
     write_list(object, path);

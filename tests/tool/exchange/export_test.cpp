@@ -1,0 +1,155 @@
+// `chlist export` and `chlist import` as they are run: formats by name and by option, what they say, and how they fail.
+#include <channel/channel.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "support/channel_file.h"
+#include "tool/exchange/import_host.h"
+
+namespace {
+
+using nlohmann::json;
+using test_support::channel_file;
+using test_support::read_file;
+using test_support::service_data;
+using test_support::write_file;
+using tool_test::program_result;
+using tool_test::run_program;
+
+class Export : public tool_test::import_test {
+ protected:
+  void SetUp() override {
+    import_test::SetUp();
+    const service_data news = {.service_id = 1, .name = "News"};
+    const service_data films = {.service_id = 2, .name = "Films", .flag = CHANNEL_FLAG_LOCKED};
+    channel_file file;
+    file.network(1, 1, "N").service(news).service(films).entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2);
+    file.entry(VIEW_TV, news, 1).entry(VIEW_TV, films, 2).group(GROUP_PROVIDER, 0, "Meridian");
+    write_file(dir.path() + "box.dat", file.data);
+  }
+
+  program_result chlist(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), CHLIST_PROGRAM);
+    return run_program(arguments, dir.path());
+  }
+  program_result exported(const std::string &output, std::vector<std::string> options = {}) const {
+    options.insert(options.begin(), {"export", "box.dat", "-o", output});
+    return chlist(options);
+  }
+  [[nodiscard]] std::string read(const std::string &name) const { return read_file(dir.path() + name); }
+};
+
+TEST_F(Export, TheNameTellsTheFormat) {
+  EXPECT_EQ(exported("box.json").exit_code, 0);
+  EXPECT_EQ(exported("box.csv").exit_code, 0);
+  EXPECT_EQ(exported("box.conf").exit_code, 0);
+  EXPECT_EQ(exported("box.m3u").exit_code, 0);
+  EXPECT_EQ(exported("box.m3u8").exit_code, 0);
+  EXPECT_EQ(exported("other.csv", {"--to", "json"}).exit_code, 0);
+
+  EXPECT_EQ(read("box.json"), read("other.csv"));
+  EXPECT_EQ(read("box.m3u"), read("box.m3u8"));
+  EXPECT_TRUE(read("box.csv").starts_with("number,minor,name,"));
+  EXPECT_TRUE(read("box.conf").starts_with("News"));
+}
+
+TEST_F(Export, WhatAFormatHasNoPlaceForIsCounted) {
+  const program_result result = exported("box.conf");
+
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.out, "box.conf: 2 services and 0 favourite groups as vdr\n"
+                        "Not carried by vdr:\n"
+                        "  locks                                                                1\n"
+                        "  PMT PIDs                                                             2\n"
+                        "  ECM PIDs                                                             2\n"
+                        "  component tags                                                       2\n"
+                        "  values that only the receiver knows                                  2\n"
+                        "  network names that are no source, written as S0.0E (see --source)    2\n"
+                        "  PIDs beyond 1..8191                                                  4\n"
+                        "  service types                                                        2\n");
+}
+
+TEST_F(Export, SourcesMayBeNamed) {
+  EXPECT_EQ(exported("box.conf", {"--source", "N=S13.5E"}).exit_code, 0);
+
+  EXPECT_NE(read("box.conf").find(":S13.5E:"), std::string::npos) << read("box.conf");
+}
+
+TEST_F(Export, BadOptionsAreRefused) {
+  EXPECT_EQ(exported("box.conf", {"--source", "N"}).err, "--source: \"N\" is not NETWORK=SOURCE\n"
+                                                         "Run with --help for more information.\n");
+  EXPECT_EQ(exported("box.conf", {"--source", "N=Q"}).exit_code, 2);
+  EXPECT_EQ(exported("box.conf", {"--source", "M=S1E"}).err, "--source: no network is named \"M\"\n"
+                                                             "Run with --help for more information.\n");
+  EXPECT_EQ(exported("box.csv", {"--columns", "nome"}).exit_code, 2);
+  EXPECT_EQ(exported("box.m3u", {"--url", "{"}).err, "chlist: --url: \"{\" is not closed\n");
+  EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat"}));
+}
+
+TEST_F(Export, UnknownFormatsAreRefused) {
+  EXPECT_TRUE(exported("box.xyz").err.starts_with("chlist: box.xyz: its name tells no format; --to names it: json"));
+  EXPECT_TRUE(exported("box.xyz", {"--to", "xyz"}).err.starts_with("chlist: 'xyz' is no format that can be written"));
+  EXPECT_TRUE(chlist({"import", "box.dat", "-o", "out.dat"})
+                  .err.starts_with("chlist: box.dat: is of no known format; --from names it: json"));
+  EXPECT_TRUE(chlist({"import", "box.dat", "-o", "out.dat", "--from", "m3u"})
+                  .err.starts_with("chlist: 'm3u' is no format that can be read; there are json"));
+  EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat"}));
+}
+
+TEST_F(Export, JsonComesBackByteForByte) {
+  exported("box.json");
+
+  const program_result result = chlist({"import", "box.json", "-o", "again.dat"});
+
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_EQ(result.out, "again.dat: the whole channel file from json\n");
+  EXPECT_TRUE(read("box.dat") == read("again.dat"));
+}
+
+TEST_F(Export, JsonThatIsWrongIsToldWithItsFile) {
+  write_file(dir.path() + "bad.json", "{\"format\": 3}");
+
+  const program_result result = chlist({"import", "bad.json", "-o", "out.dat"});
+
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_EQ(result.err, "chlist: bad.json: $: is no object with \"format\": \"channel file\"\n");
+}
+
+TEST_F(Export, CsvIsFoundByItsHeaderAndSkippedRowsAreFindings) {
+  write_file(dir.path() + "list.txt", "name,network_id,ts_id,frequency,service_id\nA,1,2,3,4\nB,1,2,3,x\n");
+
+  const program_result result = chlist({"import", "list.txt", "-o", "out.dat"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "list.txt:3: skipped: service_id 'x' is not a number\n");
+  load("out.dat");
+  EXPECT_EQ(list.vnumber, 1);
+}
+
+TEST_F(Export, ReportsAreJsonToo) {
+  const json of_export = json::parse(exported("box.conf", {"--json"}).out);
+  EXPECT_EQ(of_export["format"], "vdr");
+  EXPECT_EQ(of_export["services"], 2);
+  EXPECT_EQ(of_export["not_carried"][0], (json{{"what", "locks"}, {"count", 1}}));
+  EXPECT_EQ(of_export["left_out"], json::array());
+
+  const program_result result = chlist({"import", "box.conf", "-o", "out.dat", "--json"});
+  const json of_import = json::parse(result.out);
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(of_import["format"], "vdr");
+  EXPECT_EQ(of_import["services"], 2);
+  EXPECT_EQ(of_import["skipped"], json::array());
+}
+
+TEST_F(Export, TheInputIsNotOverwrittenAndOtherFilesAreRefused) {
+  EXPECT_EQ(exported("./box.dat", {"--to", "csv"}).err, "chlist: ./box.dat: is the input itself\n");
+  write_file(dir.path() + "short.dat", "x");
+  EXPECT_EQ(chlist({"export", "short.dat", "-o", "out.csv"}).err, "chlist: short.dat: too short for a channel file\n");
+  EXPECT_EQ(chlist({"export", "missing.dat", "-o", "out.csv"}).exit_code, 2);
+}
+
+}  // namespace

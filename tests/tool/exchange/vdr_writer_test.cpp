@@ -1,0 +1,213 @@
+// A line-up as a channels.conf: the lines as they are, and what reading them gives.
+#include "chlist/exchange/vdr_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/list_line_up.h"
+#include "chlist/exchange/vdr_line_up.h"
+#include "tool/exchange/line_ups.h"
+
+namespace {
+
+using chlist::channel_number;
+using chlist::line_up;
+using chlist::line_up_service;
+using tool_test::line_up_of;
+using tool_test::line_up_source;
+using tool_test::losses;
+using row_list = std::vector<std::string>;
+
+class VdrWriter : public tool_test::line_up_test {
+ protected:
+  std::string text_of(const line_up &made) { return write_vdr(made, lost).at(0).text; }
+  std::string text_of(const line_up_service &service) { return text_of(line_up_of({service})); }
+
+  // The list that an import of the line-up's lines makes.
+  line_up read_back(const line_up &given) {
+    chlist::loss_counts of_reading;
+    const line_up read = line_up_of(chlist::parse_vdr_channels_conf(text_of(given)), of_reading);
+    EXPECT_TRUE(fill_list(read, of_reading).is_whole());
+    return take_line_up(of_reading);
+  }
+
+  static line_up line_up_of(chlist::vdr_line_up parsed, chlist::loss_counts &lost) {
+    return chlist::line_up_of(std::move(parsed), lost);
+  }
+  static line_up line_up_of(std::vector<line_up_service> services) {
+    return tool_test::line_up_of(std::move(services));
+  }
+};
+
+// A service of which a channels.conf says everything.
+line_up_service carried_service(const std::string &name, int service_id, int number) {
+  line_up_service service = tool_test::service_named(name, service_id);
+  service.number = channel_number{number, 0};
+  service.fields.net_index = 1;
+  service.fields.video_pid = 101;
+  service.fields.pcr_pid = 101;
+  service.fields.audio_pid = 102;
+  return service;
+}
+
+TEST_F(VdrWriter, ALineSaysWhatAServiceIs) {
+  line_up_service service = carried_service("News", 7, 1);
+  service.short_name = "N";
+  service.provider = "Meridian: one";
+  service.fields.polarisation = 1;
+  service.fields.pcr_pid = 100;
+  service.set_flag(CHANNEL_FLAG_FTA, true);
+
+  EXPECT_EQ(text_of(service), "News,N;Meridian| one:11345:V:S13.5E:0:101+100:102:0:1:7:158:2010:0\n");
+  EXPECT_EQ(losses(lost), row_list{});
+}
+
+TEST_F(VdrWriter, NumbersLeapWithSeparatorsAndTheirOrderIsTheFiles) {
+  const line_up given =
+      line_up_of({carried_service("C", 3, 40), carried_service("A", 1, 2), carried_service("B", 2, 3)});
+
+  const std::string text = text_of(given);
+
+  EXPECT_EQ(text.find(":@2\nA:"), 0U) << text;
+  EXPECT_NE(text.find("\nB:"), std::string::npos) << text;
+  EXPECT_NE(text.find("\n:@40\nC:"), std::string::npos) << text;
+  EXPECT_EQ(losses(lost), (row_list{"positions in the ALL view other than by number: 3"}));
+}
+
+TEST_F(VdrWriter, NumbersThatAreTwiceOrBelowOneRise) {
+  line_up_service unnumbered = carried_service("D", 4, 0);
+  const line_up taken = read_back(line_up_of({unnumbered, carried_service("A", 1, 5), carried_service("B", 2, 5)}));
+
+  EXPECT_EQ(taken.services[0].number, (channel_number{1, 0}));
+  EXPECT_EQ(taken.services[1].number, (channel_number{5, 0}));
+  EXPECT_EQ(taken.services[2].number, (channel_number{6, 0}));
+  EXPECT_EQ(losses(lost), (row_list{"channel numbers that come out larger, since one is shown twice or below 1: 2"}));
+}
+
+TEST_F(VdrWriter, NamesMayBeAnything) {
+  EXPECT_EQ(text_of(carried_service("A, B", 1, 1)).substr(0, 6), "A, B,:");
+  EXPECT_EQ(text_of(carried_service("", 1, 1)).substr(0, 2), ",:");
+  EXPECT_EQ(text_of(carried_service("A:B", 1, 1)).substr(0, 4), "A|B:");
+  EXPECT_EQ(losses(lost), row_list{});
+  EXPECT_EQ(text_of(carried_service("A;B|C\nD", 1, 1)).substr(0, 8), "A.B|C D:");
+  EXPECT_EQ(losses(lost), (row_list{"characters of names that part fields, or are controls: 1"}));
+}
+
+TEST_F(VdrWriter, ANameThatIsNoSourceIsSaidToBeReplaced) {
+  line_up_service service = carried_service("A", 1, 1);
+  service.source = "Meridian 1";
+
+  EXPECT_EQ(text_of(service), "A:11345:H:S0.0E:0:101:102:0:0:1:158:2010:0\n");
+  EXPECT_EQ(losses(lost), (row_list{"network names that are no source, written as S0.0E (see --source): 1"}));
+}
+
+TEST_F(VdrWriter, CableAndTerrestrialFrequenciesAreReadAgain) {
+  for (const std::int64_t khz : {1'000, 474'000, 999'999, 1'000'000, 4'294'967}) {
+    line_up_service service = carried_service("A", 1, 1);
+    service.source = "T";
+    service.fields.frequency = khz;
+    const line_up given = line_up_of({service});
+    EXPECT_EQ(read_back(given), given) << khz;
+  }
+  EXPECT_EQ(losses(lost), row_list{});
+}
+
+TEST_F(VdrWriter, FrequenciesThatVdrCannotReadAreLeftOut) {
+  for (const auto &[source, khz] : std::vector<std::pair<std::string, std::int64_t>>{
+           {"T", 999}, {"T", 4'294'968}, {"S1E", 999}, {"S1E", 20'001'000}, {"C", 0}, {"C", -1}}) {
+    line_up_service service = carried_service("A", 1, 1);
+    service.source = source;
+    service.fields.frequency = khz;
+    EXPECT_EQ(text_of(service), "") << source << khz;
+  }
+  EXPECT_TRUE(lost.has_left_out());
+}
+
+TEST_F(VdrWriter, WhatALineHasNoPlaceForIsCounted) {
+  line_up_service service = carried_service("A", 1, 1);
+  service.number->minor = 2;
+  service.genre = "Films";
+  service.country = "Atlantis";
+  service.fields.flag = 0xFF;
+  service.fields.source_type = 5;
+  service.fields.pmt_pid = 100;
+  service.fields.video_ecm_pid = 99;
+  service.fields.video_tag = 1;
+  service.fields.user_order_key = 1;
+  service.fields.service_type = 22;
+  service.fields.audio_pid = 9000;
+  service.fields.pcr_pid = 0xFFFF;
+  service.fields.polarisation = 2;
+  service.fields.frequency += 1;
+  service.fields.net_index = 3;
+  service.fields.reserved_300[0] = 1;
+  line_up_service hidden = carried_service("B", 2, 0);
+  hidden.is_listed = false;
+  hidden.number.reset();
+  line_up made = line_up_of({service, hidden});
+  made.favourites = {{"Films", {}}};
+
+  text_of(made);
+
+  EXPECT_EQ(losses(lost), (row_list{"minor numbers: 1",
+                                    "genres: 1",
+                                    "countries: 1",
+                                    "locks: 1",
+                                    "skip marks: 1",
+                                    "data service marks: 1",
+                                    "other flag bits: 1",
+                                    "source types: 1",
+                                    "PMT PIDs: 1",
+                                    "ECM PIDs: 1",
+                                    "component tags: 1",
+                                    "user order keys: 1",
+                                    "values that only the receiver knows: 1",
+                                    "favourite groups: 1",
+                                    "services that the ALL view does not show: 1",
+                                    "parts of a MHz of satellite frequencies: 1",
+                                    "PIDs beyond 1..8191: 1",
+                                    "service types: 1",
+                                    "PCR PIDs that are not set: 1",
+                                    "polarisations other than 0 and 1: 1",
+                                    "network indexes: 1"}));
+  EXPECT_TRUE(lost.has_left_out());
+}
+
+// Anything that a channels.conf can say, at random.
+line_up carried_line_up(unsigned seed) {
+  line_up_source source(seed);
+  line_up made;
+  int number = 0;
+  for (int n = 0; n < 30; ++n) {
+    number += 1 + (source.below(4) == 0 ? source.below(100) : 0);
+    line_up_service service = carried_service(source.text(), n, number);
+    service.short_name = source.text();
+    service.provider = source.text();
+    for (std::string *text : {&service.name, &service.short_name, &service.provider}) {
+      std::erase_if(*text, [](char c) { return c == ';' || c == '|' || c == ',' || c == '\n'; });
+    }
+    service.fields.polarisation = static_cast<std::uint8_t>(source.below(2));
+    service.fields.frequency = (10'700 + 40 * source.below(50)) * 1000;
+    service.set_flag(CHANNEL_FLAG_FTA, source.below(2) == 0);
+    if (source.below(3) == 0) {
+      service.fields.video_pid = 0xFFFF;
+      service.fields.pcr_pid = source.below(2) == 0 ? 0xFFFF : 33;
+      service.fields.service_type = SERVICE_TYPE_RADIO;
+    }
+    made.services.push_back(service);
+  }
+  return made;
+}
+
+TEST_F(VdrWriter, ReadingItBackGivesTheSameLineUp) {
+  for (unsigned seed = 0; seed < 50; ++seed) {
+    const line_up given = carried_line_up(seed);
+    EXPECT_EQ(read_back(given), given) << seed;
+  }
+  EXPECT_EQ(losses(lost), row_list{});
+}
+
+}  // namespace
