@@ -5,18 +5,16 @@
 
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/vdr_channels_conf.h"
+#include "chlist/exchange/vdr_line_up.h"
 #include "harness.h"
 #include "list_checks.h"
 
 namespace {
 
 void import(std::string_view text) {
-  chlist::list_builder builder;
-  for (const chlist::vdr_service &service : chlist::parse_vdr_channels_conf(text).services) {
-    builder.add(service);
-  }
-  builder.build_views();
-  const chlist::list_counts counts = builder.counts();
+  chlist::loss_counts lost;
+  const chlist::list_counts counts =
+      chlist::fill_list(chlist::line_up_of(chlist::parse_vdr_channels_conf(text), lost), lost).counts;
 
   fuzz::require_invariants({}, "after the import");
   fuzz::require(counts.services == static_cast<std::size_t>(get_channel_list_number()), "every service is shown");
