@@ -7,6 +7,10 @@
 #include "chlist/exchange/import.h"
 #include "chlist/html/html_report.h"
 #include "chlist/merge/merge.h"
+#include "chlist/see/diff.h"
+#include "chlist/see/info.h"
+#include "chlist/see/list.h"
+#include "chlist/see/show.h"
 
 namespace chlist {
 namespace {
@@ -14,11 +18,15 @@ namespace {
 using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
 constexpr add_subcommand subcommands[] = {
+    add_info,
+    add_list,
+    add_show,
+    add_diff,
     add_check,
+    add_report,
     add_import,
     add_convert,
     add_merge,
-    add_report,
     add_rename,
     add_renumber,
     add_lock,

@@ -60,6 +60,12 @@ INSTANTIATE_TEST_SUITE_P(Of, ChlistStreams,
                                            command{"merge", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}}),
                          tool_test::name_of_command);
 
+INSTANTIATE_TEST_SUITE_P(OfReading, ChlistStreams,
+                         ::testing::Values(command{"info", {"info", "list.dat"}}, command{"list", {"list", "list.dat"}},
+                                           command{"show", {"show", "list.dat", "News"}},
+                                           command{"diff", {"diff", "list.dat", "list.dat"}}),
+                         tool_test::name_of_command);
+
 // A report that is longer than what the stream keeps fails while it is printed, not when it ends.
 using ChlistReport = test_support::file_test;
 

@@ -5,9 +5,10 @@
 
 #include <algorithm>
 #include <map>
-#include <ranges>
+#include <unordered_map>
 
 #include "chlist/see/compared_columns.h"
+#include "chlist/see/moved.h"
 #include "chlist/see/pairing.h"
 #include "chlist/see/settings.h"
 #include "chlist/service/selection.h"
@@ -191,39 +192,38 @@ void note_records(std::vector<change> &changes, const std::vector<Record> &befor
   }
 }
 
-// The order of those services of a view that it has before and after, as places in the second snapshot.
-std::vector<std::size_t> common_order(const std::vector<std::size_t> &services,
-                                      const std::map<std::size_t, std::size_t> &renamed,
-                                      std::vector<std::size_t> other) {
-  std::ranges::sort(other);
-  std::vector<std::size_t> order;
+// The services of a view as places in the second snapshot; those that it lacks are left out.
+std::vector<std::size_t> renumbered(const std::vector<std::size_t> &services, const pairing &pairs) {
+  std::unordered_map<std::size_t, std::size_t> place_after;
+  for (const auto &[was, is] : pairs.both) {
+    place_after[was] = is;
+  }
+  std::vector<std::size_t> renumbered;
   for (const std::size_t service : services) {
-    const auto found = renamed.find(service);
-    if (found != renamed.end() && std::ranges::binary_search(other, found->second)) {
-      order.push_back(found->second);
+    if (const auto found = place_after.find(service); found != place_after.end()) {
+      renumbered.push_back(found->second);
     }
   }
-  return order;
+  return renumbered;
+}
+
+json names_of(const std::vector<std::size_t> &places, const std::vector<list_snapshot::service> &services) {
+  json names = json::array();
+  for (const std::size_t place : places) {
+    names.push_back(services[place].known.name);
+  }
+  return names;
 }
 
 void note_views(std::vector<change> &changes, const list_snapshot &before, const list_snapshot &after,
                 const pairing &services) {
-  std::map<std::size_t, std::size_t> kept;
-  std::map<std::size_t, std::size_t> unchanged;
-  for (const auto &[was, is] : services.both) {
-    kept[was] = is;
-    unchanged[is] = is;
-  }
   for (std::size_t i = 0; i < after.views.size(); ++i) {
     const list_snapshot::view &was = before.views[i];
     const list_snapshot::view &is = after.views[i];
     change found = {change_kind::changed, "view", label_of(is.name) + " view", json_of(is.name), {}};
     note(found.fields, "unresolved", "entries without a service", was.unresolved, is.unresolved);
-    const std::vector<std::size_t> old_order = common_order(was.services, kept, is.services);
-    const std::vector<std::size_t> new_order = common_order(is.services, unchanged, old_order);
-    if (old_order != new_order) {
-      found.fields.push_back({"order", "order", std::nullopt, nullptr, nullptr});
-    }
+    const std::vector<std::size_t> moved = moved_between(renumbered(was.services, services), is.services);
+    note(found.fields, "moved", "moved", json::array(), names_of(moved, after.services));
     if (!found.fields.empty()) {
       changes.push_back(std::move(found));
     }

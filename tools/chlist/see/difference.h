@@ -60,7 +60,7 @@ list_snapshot take_snapshot();
 
 enum class change_kind { added, removed, changed };
 
-// One value that differs. The order of a view has no values.
+// One value that differs.
 struct field_change {
   std::string_view name;          // in JSON: "video_pid", "number"
   std::string_view title;         // in text: "video PID"

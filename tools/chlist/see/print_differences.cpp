@@ -20,6 +20,8 @@ struct kind_text {
 constexpr std::array<kind_text, 3> kinds = {
     {{"added", "Added:", style::green}, {"removed", "Removed:", style::red}, {"changed", "Changed:", style::yellow}}};
 
+constexpr std::size_t most_moved = 5;
+
 const kind_text &text_of(change_kind kind) { return kinds[static_cast<std::size_t>(kind)]; }
 
 bool is_service(const change &each) { return each.what == "service"; }
@@ -45,19 +47,28 @@ json json_of(const change &each) {
 }
 
 std::string text_of(const json &value) {
-  if (value.is_null()) {
+  if (value.empty()) {
     return "-";
   }
   return value.is_string() ? shown(value.get<std::string>()) : text_of_value(value);
 }
 
+// "2 services moved: \"News\", \"Films\"".
+std::string moved_text(const json &names) {
+  std::string text = counted(names.size(), "service") + " moved";
+  for (std::size_t i = 0; i < std::min(names.size(), most_moved); ++i) {
+    text += (i == 0 ? ": " : ", ") + text_of(names[i]);
+  }
+  return names.size() > most_moved ? fmt::format("{} and {} more", text, names.size() - most_moved) : text;
+}
+
 // "number in TV: 5 -> 7".
 std::string changed_text(const field_change &field) {
+  if (field.name == "moved") {
+    return moved_text(field.after);
+  }
   const std::string title =
       std::string(field.title) + (field.view.has_value() ? " in " + label_of(*field.view) : std::string());
-  if (field.before == field.after) {
-    return title + " differs";
-  }
   return fmt::format("{}{}{} -> {}", title, title.empty() ? "" : ": ", text_of(field.before), text_of(field.after));
 }
 

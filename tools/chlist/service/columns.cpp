@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <ranges>
 #include <stdexcept>
 
 #include "channel/store/view.h"
@@ -150,11 +151,7 @@ constexpr column columns[] = {
 };
 
 std::string names_of_columns() {
-  std::string names;
-  for (const column &each : columns) {
-    names += (names.empty() ? "" : ", ") + std::string(each.name);
-  }
-  return names;
+  return fmt::format("{}", fmt::join(columns | std::views::transform(&column::name), ", "));
 }
 
 }  // namespace

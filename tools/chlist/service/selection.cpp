@@ -207,9 +207,12 @@ std::int8_t view_named(std::string_view text) {
 }
 
 std::string text_of_view(std::int8_t view) {
-  const auto *const named = std::ranges::find(named_views, view, &named_view::view);
-  return named != std::end(named_views) ? std::string(named->name)
-                                        : fmt::format("{}{}", favourite_prefix, view - VIEW_FAVOURITE);
+  if (const auto *const named = std::ranges::find(named_views, view, &named_view::view);
+      named != std::end(named_views)) {
+    return std::string(named->name);
+  }
+  const bool is_favourites = view >= VIEW_FAVOURITE && view <= VIEW_FAVOURITE_LAST;
+  return is_favourites ? fmt::format("{}{}", favourite_prefix, view - VIEW_FAVOURITE) : fmt::format("view {}", view);
 }
 
 }  // namespace chlist

@@ -28,7 +28,7 @@ channel_st &service_named(std::string_view text, std::int8_t view = VIEW_ALL);
 // there is none, and names those that there are.
 std::int8_t view_named(std::string_view text);
 
-// "all", "fav:3": as view_named() reads it.
+// "all", "fav:3": as view_named() reads it; "view 77" of a code that no view has.
 std::string text_of_view(std::int8_t view);
 
 // "7", "7-2".

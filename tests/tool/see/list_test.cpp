@@ -1,0 +1,188 @@
+// `chlist list`: which services it lists, in what order, columns and formats.
+#include <algorithm>
+
+#include "chlist/see/listing.h"
+#include "see_host.h"
+
+namespace {
+
+using namespace see_test;
+
+class List : public see_host {
+ protected:
+  [[nodiscard]] std::string list(std::vector<std::string> more) const {
+    more.insert(more.begin(), {"list", "list.dat"});
+    return output_of(more);
+  }
+
+  // The names that a listing has, in its order.
+  [[nodiscard]] std::vector<std::string> names(std::vector<std::string> more) const {
+    more.insert(more.end(), {"--columns", "name", "--json"});
+    std::vector<std::string> found;
+    const json report = json::parse(list(more));
+    for (const json &entry : report.at("entries")) {
+      found.push_back(entry.at("name").is_null() ? "-" : entry.at("name").get<std::string>());
+    }
+    return found;
+  }
+};
+
+using texts = std::vector<std::string>;
+const std::string music_name = "Music, \"live\"";
+
+TEST_F(List, IsATableOfTheAllView) {
+  EXPECT_EQ(list({}),
+            "number  name           type   provider  frequency  pol   ts  service  scrambled  locked  skipped\n"
+            "   101  News           TV     BBC        11000000  H    100        1  no         no      no\n"
+            "    12  Films          TV     Sky        11000000  H    100        2  yes        yes     no\n"
+            "    13  Music, \"live\"  radio  BBC        11727480  V    101        5  no         no      no\n");
+}
+
+TEST_F(List, ShowsMinorNumbersWhereThereAreAny) {
+  channel_file file = sample_list();
+  write("list.dat", file.set(80'112 + 4, 2, 7));
+  EXPECT_TRUE(list({}).starts_with("number  minor  name"));
+  EXPECT_TRUE(list({"--view", "tv"}).starts_with("number  name"));
+}
+
+TEST_F(List, ListsEachView) {
+  EXPECT_EQ(names({"--view", "tv"}), (texts{"News", "Films"}));
+  EXPECT_EQ(names({"--view", "radio"}), (texts{music_name}));
+  EXPECT_EQ(names({"--view", "user"}), (texts{}));
+  EXPECT_EQ(names({"--view", "promo"}), (texts{}));
+  EXPECT_EQ(names({"--view", "fav:best"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--view", "fav:0"}), (texts{"Films"}));
+}
+
+TEST_F(List, SortsAsTheReceiverDoes) {
+  EXPECT_EQ(names({}), (texts{"News", "Films", music_name}));
+  EXPECT_EQ(names({"--sort", "number"}), (texts{"Films", music_name, "News"}));
+  EXPECT_EQ(names({"--sort", "name"}), (texts{"Films", music_name, "News"}));
+  EXPECT_EQ(names({"--sort", "service_id"}), (texts{"News", "Films", music_name}));
+  EXPECT_EQ(names({"--sort", "transponder"}), (texts{"News", "Films", music_name}));
+}
+
+TEST_F(List, SortsEachViewAndThePromotionView) {
+  channel_file file = sample_list();
+  file.entry(VIEW_PROMOTION, news, 9).entry(VIEW_PROMOTION, films, 3).entry(VIEW_FAVOURITE, news, 2, 0);
+  write("list.dat", file);
+  EXPECT_EQ(names({"--view", "promo", "--sort", "number"}), (texts{"Films", "News"}));
+  EXPECT_EQ(names({"--view", "fav:0", "--sort", "favourite_key"}), (texts{"News", "Films"}));
+  EXPECT_EQ(names({"--view", "tv", "--sort", "name"}), (texts{"Films", "News"}));
+}
+
+TEST_F(List, SortsByTheUsersOwnOrder) {
+  channel_file file;
+  file.service(news).set_last(record_kind::service, 298, 2, 2);
+  file.service(films).set_last(record_kind::service, 298, 2, 1);
+  file.entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2);
+  write("list.dat", file);
+  EXPECT_EQ(names({"--sort", "order_key"}), (texts{"Films", "News"}));
+}
+
+TEST_F(List, SavesNothing) {
+  const std::string before = test_support::read_file(path("list.dat"));
+  EXPECT_NE(list({"--sort", "name"}), list({}));
+  EXPECT_EQ(test_support::read_file(path("list.dat")), before);
+}
+
+TEST_F(List, FiltersByNameProviderOrNumber) {
+  EXPECT_EQ(names({"--filter", "EWS"}), (texts{"News"}));
+  EXPECT_EQ(names({"--filter", "bb"}), (texts{"News", music_name}));
+  EXPECT_EQ(names({"--filter", "12"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--filter", "1"}), (texts{}));
+  EXPECT_EQ(names({"--filter", ""}), (texts{"News", "Films", music_name}));
+}
+
+TEST_F(List, FiltersByColumn) {
+  EXPECT_EQ(names({"--filter", "provider=SK"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--filter", "locked=yes"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--filter", "locked=ye"}), (texts{}));
+  EXPECT_EQ(names({"--filter", "ts_id=100"}), (texts{"News", "Films"}));
+  EXPECT_EQ(names({"--filter", "ts_id=10"}), (texts{}));
+  EXPECT_EQ(names({"--filter", "favourites=best"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--filter", "video_pid="}), (texts{}));
+  EXPECT_EQ(names({"--filter", "genre="}), (texts{"News", "Films", music_name}));
+}
+
+TEST_F(List, AllFiltersMustMatch) { EXPECT_EQ(names({"--filter", "bbc", "--filter", "type=tv"}), (texts{"News"})); }
+
+TEST_F(List, TakesColumnsInTheOrderGiven) {
+  EXPECT_EQ(list({"--columns", "service_id,name"}), "service  name\n"
+                                                    "      1  News\n"
+                                                    "      2  Films\n"
+                                                    "      5  Music, \"live\"\n");
+}
+
+TEST_F(List, WritesCsvWithAHeaderLine) {
+  EXPECT_EQ(list({"--columns", "number,name,favourites", "--format", "csv"}),
+            "number,name,favourites\r\n101,News,\r\n12,Films,Best\r\n13,\"Music, \"\"live\"\"\",\r\n");
+}
+
+TEST_F(List, CsvAndJsonHaveAllColumns) {
+  const std::string csv = list({"--format", "csv"});
+  EXPECT_TRUE(csv.starts_with("position,number,minor,name,short_name,")) << csv;
+  const json report = json::parse(list({"--format", "json"}));
+  EXPECT_EQ(report.at("file"), "list.dat");
+  EXPECT_EQ(report.at("view"), "all");
+  const json &entry = report.at("entries").at(2);
+  EXPECT_EQ(entry.at("name"), music_name);
+  EXPECT_EQ(entry.at("frequency"), 11'727'480);
+  EXPECT_EQ(entry.at("locked"), false);
+  EXPECT_EQ(entry.at("genre"), nullptr);
+  EXPECT_EQ(entry.size(), static_cast<std::size_t>(std::ranges::count(csv.substr(0, csv.find('\r')), ',')) + 1);
+  EXPECT_EQ(list({"--json"}), list({"--format", "json"}));
+}
+
+TEST_F(List, AnEntryWithoutAServiceHasItsIdentity) {
+  channel_file file = sample_list();
+  write("list.dat", file.entry(VIEW_TV, {.service_id = 77}, 9));
+  EXPECT_EQ(list({"--view", "tv", "--columns", "number,name,service_id", "--filter", "service_id=77"}),
+            "number  name  service\n"
+            "     9             77\n");
+}
+
+TEST_F(List, TextsOfTheFileAreHarmless) {
+  channel_file file;
+  file.service({.name = "a\x1B[31mb\xFF"}).entry(VIEW_ALL, {}, 1);
+  write("list.dat", file);
+  EXPECT_EQ(list({"--columns", "name"}), "name\na?[31mb\xEF\xBF\xBD\n");
+  EXPECT_EQ(list({"--columns", "name", "--format", "csv"}), "name\r\na?[31mb\xEF\xBF\xBD\r\n");
+}
+
+TEST_F(List, NamesAllColumns) {
+  const std::string columns = output_of({"list", "--columns", "help"});
+  EXPECT_TRUE(has_line(columns, "column         what it is")) << columns;
+  EXPECT_TRUE(has_line(columns, "video_pid      PID of the video")) << columns;
+}
+
+TEST_F(List, TheHelpNamesAllSorts) {
+  const std::string help = output_of({"list", "--help"});
+  EXPECT_TRUE(has_line(help, "Sorts:   " + chlist::names_of_sorts())) << help;
+}
+
+TEST_F(List, RefusesWhatThereIsNot) {
+  expect_refused({"list", "list.dat", "--view", "fav:Worst"},
+                 "no view \"fav:Worst\": there are all, tv, radio, user, promo, fav:0 to fav:19, \"fav:Best\"");
+  expect_refused({"list", "list.dat", "--sort", "colour"},
+                 "no sort \"colour\": there are number, name, transponder, service_id, favourite_key, order_key");
+  for (const char *option : {"--columns", "--filter"}) {
+    const program_result result = run({"list", "list.dat", option, "colour=x"});
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_TRUE(result.err.starts_with("chlist: no column \"colour")) << result.err;
+  }
+}
+
+TEST_F(List, RefusesBadUsage) {
+  for (const std::vector<std::string> &arguments : std::vector<std::vector<std::string>>{
+           {"list"}, {"list", "list.dat", "--format", "xml"}, {"list", "list.dat", "--json", "--format", "csv"}}) {
+    const program_result result = run(arguments);
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err, "");
+  }
+}
+
+TEST_F(List, RefusesBadFiles) { expect_bad_files_refused("list", {}); }
+
+}  // namespace

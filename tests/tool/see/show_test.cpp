@@ -1,0 +1,112 @@
+// `chlist show`: everything of one service.
+#include "see_host.h"
+
+namespace {
+
+using namespace see_test;
+
+class Show : public see_host {};
+
+TEST_F(Show, TellsFieldsPlaceAndEntries) {
+  EXPECT_EQ(output_of({"show", "list.dat", "Films"}), "Films\n"
+                                                      "  identity        1:1:100:11000000H:2\n"
+                                                      "  name            Films\n"
+                                                      "  type            TV\n"
+                                                      "  provider        Sky\n"
+                                                      "  favourites      Best\n"
+                                                      "  network name    Astra\n"
+                                                      "  net             1\n"
+                                                      "  network         1\n"
+                                                      "  ts              100\n"
+                                                      "  frequency       11000000\n"
+                                                      "  pol             H\n"
+                                                      "  service         2\n"
+                                                      "  PMT PID         0\n"
+                                                      "  PCR PID         0\n"
+                                                      "  video PID       0\n"
+                                                      "  video tag       0\n"
+                                                      "  ECM PID         0\n"
+                                                      "  audio PID       0\n"
+                                                      "  audio tag       0\n"
+                                                      "  locked          yes\n"
+                                                      "  skipped         no\n"
+                                                      "  scrambled       yes\n"
+                                                      "  data            no\n"
+                                                      "  flags           6\n"
+                                                      "  type id         1\n"
+                                                      "  source          1\n"
+                                                      "  provider id     3\n"
+                                                      "  genre id        0\n"
+                                                      "  country id      0\n"
+                                                      "  order key       0\n"
+                                                      "Transponder\n"
+                                                      "  ts              100\n"
+                                                      "  frequency       11000000 H\n"
+                                                      "  services        2\n"
+                                                      "Network\n"
+                                                      "  name            Astra\n"
+                                                      "  net             1\n"
+                                                      "  network         1\n"
+                                                      "  transponders    2\n"
+                                                      "view                 number  position  tag  favourite key\n"
+                                                      "ALL                      12         1    0              0\n"
+                                                      "TV                       12         1    0              0\n"
+                                                      "favourites 0 \"Best\"      12         0    0              1\n");
+}
+
+TEST_F(Show, TheJsonReportSaysTheSame) {
+  const json report = json_of({"show", "list.dat", "Films", "--json"});
+
+  EXPECT_EQ(report.at("file"), "list.dat");
+  EXPECT_EQ(report.at("service").at("identity"), "1:1:100:11000000H:2");
+  EXPECT_EQ(report.at("service").at("provider"), "Sky");
+  EXPECT_EQ(report.at("service").at("locked"), true);
+  EXPECT_FALSE(report.at("service").contains("number"));
+  EXPECT_EQ(report.at("transponder"),
+            (json{{"ts_id", 100}, {"frequency", 11'000'000}, {"polarisation", "H"}, {"services", 2}}));
+  EXPECT_EQ(report.at("network"), (json{{"net_index", 1}, {"network_id", 1}, {"name", "Astra"}, {"transponders", 2}}));
+  ASSERT_EQ(report.at("entries").size(), 3U);
+  EXPECT_EQ(report.at("entries").at(2), (json{{"view", "favourites"},
+                                              {"group", 0},
+                                              {"group_name", "Best"},
+                                              {"position", 0},
+                                              {"number", 12},
+                                              {"minor", 0},
+                                              {"tag", 0},
+                                              {"favourite_key", 1}}));
+}
+
+TEST_F(Show, TakesNumbersOfAViewNamesAndIdentities) {
+  const auto shown = [this](const std::vector<std::string> &more) {
+    std::vector<std::string> arguments = {"show", "list.dat", "--json"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return json_of(arguments).at("service").at("name").get<std::string>();
+  };
+  EXPECT_EQ(shown({"101"}), "News");
+  EXPECT_EQ(shown({"1", "--view", "radio"}), music.name);
+  EXPECT_EQ(shown({"12", "--view", "fav:Best"}), "Films");
+  EXPECT_EQ(shown({"usic"}), music.name);
+  EXPECT_EQ(shown({"1:1:101:11727480V:5"}), music.name);
+}
+
+TEST_F(Show, AServiceInNoViewIsShown) {
+  channel_file file;
+  write("list.dat", file.service(news));
+  const std::string text = output_of({"show", "list.dat", "News"});
+  EXPECT_TRUE(has_line(text, "In no view.")) << text;
+  EXPECT_EQ(json_of({"show", "list.dat", "News", "--json"}).at("entries"), json::array());
+}
+
+TEST_F(Show, WhatIsNotOneServiceIsRefused) {
+  expect_refused({"show", "list.dat", "Sport"}, "no service has the number, the name or the identity \"Sport\"");
+  expect_refused({"show", "list.dat", "s"}, "\"s\" could be any of 3 services:\n"
+                                            "     101  1:1:100:11000000H:1  \"News\"\n"
+                                            "      12  1:1:100:11000000H:2  \"Films\"\n"
+                                            "      13  1:1:101:11727480V:5  \"Music, \\\"live\\\"\"");
+  expect_refused({"show", "list.dat", "s", "--view", "none"},
+                 "no view \"none\": there are all, tv, radio, user, promo, fav:0 to fav:19, \"fav:Best\"");
+}
+
+TEST_F(Show, RefusesBadFiles) { expect_bad_files_refused("show", {"News"}); }
+
+}  // namespace

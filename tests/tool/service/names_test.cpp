@@ -1,0 +1,57 @@
+// Names without regard to case, service types by name, and cells of CSV.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "chlist/service/csv.h"
+#include "chlist/service/names.h"
+#include "chlist/service/service_types.h"
+
+namespace {
+
+using chlist::contains_name;
+using chlist::csv_line;
+using chlist::is_same_name;
+using chlist::service_type_name;
+using chlist::visible;
+
+TEST(Names, ASelectorInFrontIsNotVisible) {
+  EXPECT_EQ(visible("\x05News"), "News");
+  EXPECT_EQ(visible("\x1FNews"), "News");
+  EXPECT_EQ(visible(" News"), " News");
+  EXPECT_EQ(visible("\xC3\x84rzte"), "\xC3\x84rzte");
+  EXPECT_EQ(visible(""), "");
+}
+
+TEST(Names, CaseOfLatinLettersDoesNotCount) {
+  EXPECT_TRUE(is_same_name("aZ[`{@", "Az[`{@"));
+  EXPECT_FALSE(is_same_name("[", "{"));
+  EXPECT_FALSE(is_same_name("@", "`"));
+  EXPECT_FALSE(is_same_name("News", "News "));
+}
+
+TEST(Names, APartMayStandAnywhere) {
+  EXPECT_TRUE(contains_name("BBC News", "news"));
+  EXPECT_TRUE(contains_name("BBC News", "bBc"));
+  EXPECT_TRUE(contains_name("BBC News", ""));
+  EXPECT_TRUE(contains_name("", ""));
+  EXPECT_FALSE(contains_name("New", "News"));
+}
+
+TEST(ServiceTypes, HaveNamesOrNumbers) {
+  EXPECT_EQ(service_type_name(1), "TV");
+  EXPECT_EQ(service_type_name(2), "radio");
+  EXPECT_EQ(service_type_name(12), "data");
+  EXPECT_EQ(service_type_name(0), "type 0");
+  EXPECT_EQ(service_type_name(255), "type 255");
+}
+
+TEST(Csv, CellsAreQuotedWhenTheyMustBe) {
+  EXPECT_EQ(csv_line(std::vector<std::string>{"a", "", "b c"}), "a,,b c\r\n");
+  EXPECT_EQ(csv_line(std::vector<std::string>{"a,b", "say \"x\"", "1\n2", "1\r2"}),
+            "\"a,b\",\"say \"\"x\"\"\",\"1\n2\",\"1\r2\"\r\n");
+  EXPECT_EQ(csv_line(std::vector<std::string>{""}), "\r\n");
+}
+
+}  // namespace

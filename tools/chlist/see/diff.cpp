@@ -1,0 +1,80 @@
+// `chlist diff`: loads one file, copies what is compared, loads the other and holds the two against each other.
+#include "chlist/see/diff.h"
+
+#include <filesystem>
+#include <memory>
+
+#include "chlist/exit_codes.h"
+#include "chlist/files/channel_input.h"
+#include "chlist/see/difference.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *description = "Show what differs between two channel files";
+
+constexpr const char *details =
+    "Services are paired by their identity as the receiver does it: a frequency that differs by less than 2500 is the\n"
+    "same. Of a service every column is compared (chlist list --columns help), its number in every view and favourite\n"
+    "group included; then the order of the views, networks, transponders, group tables and settings. Reserved bytes\n"
+    "are not compared. Both files are of version 10 and are only read.\n"
+    "\n"
+    "Exit codes:\n"
+    "  0  the same\n"
+    "  1  there are differences\n"
+    "  2  bad usage, a file that cannot be read, is short or is of another version; or the report could not be "
+    "written\n"
+    "\n"
+    "Examples:\n"
+    "  chlist diff yesterday.dat channels.dat\n"
+    "  chlist diff --json yesterday.dat channels.dat | jq '.services.added[].name'";
+
+struct diff_options {
+  fs::path before;
+  fs::path after;
+  bool as_json = false;
+};
+
+list_snapshot snapshot_of(const channel_input &input) {
+  input.load();
+  return take_snapshot();
+}
+
+json json_of_diff(const diff_options &options, const std::vector<change> &changes) {
+  json report = {{"before", options.before.string()}, {"after", options.after.string()}, {"equal", changes.empty()}};
+  report.update(json_of_differences(changes));
+  return report;
+}
+
+int run_diff(const diff_options &options) {
+  const channel_input before(options.before);
+  const channel_input after(options.after);
+  before.must_be_current();
+  after.must_be_current();
+  const list_snapshot was = snapshot_of(before);
+  const std::vector<change> changes = differences(was, snapshot_of(after));
+  print_report([&] {
+    if (options.as_json) {
+      print_json(json_of_diff(options, changes));
+    } else {
+      print_differences(changes);
+    }
+  });
+  return changes.empty() ? exit_done : exit_findings;
+}
+
+}  // namespace
+
+void add_diff(CLI::App &app, int &exit_code) {
+  CLI::App *command = app.add_subcommand("diff", description);
+  command->footer(details);
+  auto options = std::make_shared<diff_options>();
+  command->add_option("BEFORE", options->before, "the channel file to start from")->required();
+  command->add_option("AFTER", options->after, "the channel file to compare with it")->required();
+  command->add_flag("--json", options->as_json, "report as JSON");
+  command->callback([options, &exit_code] { exit_code = run_diff(*options); });
+}
+
+}  // namespace chlist

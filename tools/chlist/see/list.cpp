@@ -1,0 +1,204 @@
+// `chlist list`: the entries of a view in the columns and the format that are asked for.
+#include "chlist/see/list.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "chlist/exit_codes.h"
+#include "chlist/files/channel_input.h"
+#include "chlist/see/listing.h"
+#include "chlist/service/columns.h"
+#include "chlist/service/csv.h"
+#include "chlist/service/selection.h"
+#include "chlist/text_table.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *description = "List the services of a channel file";
+
+constexpr const char *details =
+    "FILE is of version 10 and is only read. Sorting is the receiver's own; numbers stay with their services. A "
+    "filter\n"
+    "is COLUMN=TEXT (the text is part of the column's; numbers, yes and no are compared as a whole), or a text that "
+    "is\n"
+    "part of the name or of the provider, or is the number; case does not count. Of several filters all must match.\n"
+    "CSV (RFC 4180) and JSON have all columns unless --columns says otherwise. An entry that resolves to no service\n"
+    "has its identity only.\n"
+    "\n"
+    "Views:   all, tv, radio, user, promo, fav:NAME, fav:0 to fav:19\n"
+    "Sorts:   number, name, transponder, service_id, favourite_key, order_key\n"
+    "Columns: chlist list --columns help\n"
+    "\n"
+    "Exit codes:\n"
+    "  0  listed\n"
+    "  2  bad usage, or no such view, column or sort; a file that cannot be read, is short or is of another version; "
+    "or\n"
+    "     the list could not be written\n"
+    "\n"
+    "Examples:\n"
+    "  chlist list channels.dat\n"
+    "  chlist list channels.dat --view tv --sort name --filter 'provider=sky'\n"
+    "  chlist list channels.dat --view fav:Films --columns number,name,video_pid\n"
+    "  chlist list channels.dat --filter locked=yes --format csv > locked.csv";
+
+constexpr std::string_view columns_of_tables =
+    "number,name,type,provider,frequency,polarisation,ts_id,service_id,scrambled,locked,skipped";
+constexpr std::string_view help = "help";
+
+struct list_options {
+  fs::path file;
+  std::string view = "all";
+  std::string sort;
+  std::vector<std::string> filters;
+  std::string columns;
+  std::string format = "table";
+  bool as_json = false;
+};
+
+using columns_shown = std::vector<const column *>;
+using rows_shown = std::vector<listed_service>;
+
+columns_shown chosen_columns(const list_options &options, const rows_shown &rows) {
+  if (!options.columns.empty()) {
+    return columns_named(options.columns);
+  }
+  columns_shown columns;
+  if (options.format != "table") {
+    for (const column &each : all_columns()) {
+      columns.push_back(&each);
+    }
+    return columns;
+  }
+  columns = columns_named(columns_of_tables);
+  if (std::ranges::any_of(rows, [](const listed_service &row) { return row.entry->minor_ch_num != 0; })) {
+    columns.insert(columns.begin() + 1, &column_named("minor"));
+  }
+  return columns;
+}
+
+// Most texts are plain.
+std::string cell_of(const json &value) {
+  std::string text = text_of_value(value);
+  return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) ? text : harmless(text);
+}
+
+std::vector<std::string> cells_of(const listed_service &row, const columns_shown &columns) {
+  std::vector<std::string> cells;
+  for (const column *each : columns) {
+    cells.push_back(cell_of(each->value(row)));
+  }
+  return cells;
+}
+
+void print_table(const list_options & /*options*/, const rows_shown &rows, const columns_shown &columns) {
+  std::vector<text_table::column> titles;
+  for (const column *each : columns) {
+    titles.push_back({std::string(each->title), each->is_number});
+  }
+  text_table table(std::move(titles));
+  for (const listed_service &row : rows) {
+    table.add(cells_of(row, columns));
+  }
+  fmt::print("{}", table.text());
+}
+
+void print_csv(const list_options & /*options*/, const rows_shown &rows, const columns_shown &columns) {
+  std::vector<std::string> names;
+  for (const column *each : columns) {
+    names.emplace_back(each->name);
+  }
+  std::string text = csv_line(names);
+  for (const listed_service &row : rows) {
+    text += csv_line(cells_of(row, columns));
+  }
+  fmt::print("{}", text);
+}
+
+void print_as_json(const list_options &options, const rows_shown &rows, const columns_shown &columns) {
+  json entries = json::array();
+  for (const listed_service &row : rows) {
+    json object = json::object();
+    for (const column *each : columns) {
+      object[std::string(each->name)] = each->value(row);
+    }
+    entries.push_back(std::move(object));
+  }
+  print_json({{"file", options.file.string()}, {"view", options.view}, {"entries", entries}});
+}
+
+struct list_format {
+  std::string_view name;
+  void (*print)(const list_options &options, const rows_shown &rows, const columns_shown &columns);
+};
+
+constexpr list_format formats[] = {{"table", print_table}, {"csv", print_csv}, {"json", print_as_json}};
+
+void print_columns_there_are() {
+  text_table table({{"column", false}, {"what it is", false}});
+  for (const column &each : all_columns()) {
+    table.add({std::string(each.name), std::string(each.about)});
+  }
+  fmt::print("{}", table.text());
+}
+
+int list_file(const list_options &options) {
+  std::vector<row_filter> filters;
+  for (const std::string &filter : options.filters) {
+    filters.emplace_back(filter);
+  }
+  const channel_input input(options.file);
+  input.must_be_current();
+  input.load();
+  const std::int8_t view = view_named(options.view);
+  if (!options.sort.empty()) {
+    sort_view(view, options.sort);
+  }
+  const rows_shown rows = filtered(view, filters);
+  const columns_shown columns = chosen_columns(options, rows);
+  print_report([&] { std::ranges::find(formats, options.format, &list_format::name)->print(options, rows, columns); });
+  return exit_done;
+}
+
+int run_list(list_options options) {
+  if (options.columns == help) {
+    print_report(print_columns_there_are);
+    return exit_done;
+  }
+  if (options.file.empty()) {
+    throw CLI::RequiredError("FILE");
+  }
+  options.format = options.as_json ? "json" : options.format;
+  return list_file(options);
+}
+
+}  // namespace
+
+void add_list(CLI::App &app, int &exit_code) {
+  CLI::App *command = app.add_subcommand("list", description);
+  command->footer(details);
+  auto options = std::make_shared<list_options>();
+  command->add_option("FILE", options->file, "the channel file");
+  command->add_option("--view", options->view, "the view to list (all)")->type_name("VIEW");
+  command->add_option("--sort", options->sort, "sort the view; else it stays in the file's order")->type_name("SORT");
+  command->add_option("--filter", options->filters, "list only what matches")
+      ->type_name("TEXT")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  command->add_option("--columns", options->columns, "the columns, with commas between; 'help' names them")
+      ->type_name("A,B,C");
+  CLI::Option *format = command->add_option("--format", options->format, "table, csv or json (table)")
+                            ->type_name("FORMAT")
+                            ->check(CLI::IsMember({"table", "csv", "json"}));
+  command->add_flag("--json", options->as_json, "the same as --format json")->excludes(format);
+  command->callback([options, &exit_code] { exit_code = run_list(*options); });
+}
+
+}  // namespace chlist
