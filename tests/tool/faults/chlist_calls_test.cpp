@@ -102,7 +102,8 @@ INSTANTIATE_TEST_SUITE_P(
                       command{"edit_dry_run", {"lock", "list.dat", "News", "--dry-run"}},
                       command{"edit_without_backup", {"lock", "list.dat", "News", "--no-backup"}},
                       command{"edit_to_another", {"remove", "list.dat", "News", "-o", "out.dat", "--no-backup"}},
-                      command{"favourites", {"fav", "list", "list.dat"}}),
+                      command{"favourites", {"fav", "list", "list.dat"}},
+                      command{"report", {"report", "sound.dat", "-o", "out.dat"}}),
     tool_test::name_of_command);
 
 class ChlistRefusals : public failing_commands {};
@@ -122,7 +123,8 @@ INSTANTIATE_TEST_SUITE_P(
     Of, ChlistRefusals,
     ::testing::Values(command{"import_onto_input", {"import", "channels.conf", "-o", "./channels.conf"}},
                       command{"convert_onto_input", {"convert", "old.dat", "./old.dat"}},
-                      command{"merge_onto_scan", {"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}}),
+                      command{"merge_onto_scan", {"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}},
+                      command{"report_onto_input", {"report", "list.dat", "-o", "./list.dat"}}),
     tool_test::name_of_command);
 
 class ChlistEditFaults : public failing_commands {};

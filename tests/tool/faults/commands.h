@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "support/old_channel_file.h"
-#include "tool/program.h"
 #include "tool/exchange/service_line.h"
+#include "tool/program.h"
 
 namespace tool_test {
 
@@ -50,6 +50,8 @@ class commands_test : public ::testing::TestWithParam<command> {
     test_support::channel_file list;
     list.service(news).service(films).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).entry(VIEW_ALL, films, 2);
     write("list.dat", list.data);
+    write("sound.dat",
+          test_support::channel_file().service(news).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).data);
     write("scan.dat", test_support::channel_file().service(news).service({.service_id = 5}).data);
     write("old.dat", in_version(test_support::old_version_of(8), list).data);
     write("channels.conf", service_line().text());

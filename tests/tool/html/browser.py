@@ -90,6 +90,12 @@ class Browser:
     def devtools(self, command, **parameters):
         return self._post("/goog/cdp/execute", cmd=command, params=parameters)
 
+    def processor_time(self):
+        """Seconds that the page has worked: without those in which other programs did."""
+        self.devtools("Performance.enable", timeDomain="threadTicks")
+        metrics = self.devtools("Performance.getMetrics")["metrics"]
+        return next(each["value"] for each in metrics if each["name"] == "TaskDuration")
+
     def resize(self, width, height, is_mobile=False):
         self.devtools("Emulation.setDeviceMetricsOverride", width=width, height=height,
                       deviceScaleFactor=2 if is_mobile else 1, mobile=is_mobile)

@@ -62,45 +62,47 @@ return [...found];
 """
 
 
+folder = None  # of lists, pages and the browser's profile
+shown = None   # the browser
+
+
+def setUpModule():
+    global folder, shown
+    folder = tempfile.TemporaryDirectory(prefix="chlist-page-")
+    unittest.addModuleCleanup(folder.cleanup)
+    shown = browser.Browser(f"{folder.name}/profile")
+    unittest.addModuleCleanup(shown.close)
+
+
 class Page(unittest.TestCase):
     """Opens a page before each test; after it, nothing was complained of or asked for."""
 
-    @classmethod
-    def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory(prefix="chlist-page-")
-        cls.addClassCleanup(cls.folder.cleanup)
-        cls.browser = browser.Browser(f"{cls.folder.name}/profile")
-        cls.addClassCleanup(cls.browser.close)
-        cls.pages = {}
-
-    @classmethod
-    def page(cls, name):
-        if name not in cls.pages:
-            source, cls.pages[name] = (pathlib.Path(cls.folder.name, name + end) for end in (".dat", ".html"))
+    def page(self, name):
+        source, page = (pathlib.Path(folder.name, name + end) for end in (".dat", ".html"))
+        if not page.exists():
             source.write_bytes(sample_lists.LISTS[name]())
-            done = subprocess.run([CHLIST, "report", source, "-o", cls.pages[name]], stdout=subprocess.DEVNULL)
-            assert done.returncode in (0, 1), done.returncode
-        return cls.pages[name]
+            done = subprocess.run([CHLIST, "report", source, "-o", page], stdout=subprocess.DEVNULL)
+            self.assertIn(done.returncode, (0, 1))
+        return page
 
     def setUp(self):
         self.addCleanup(self.expect_silence)
-        self.browser.resize(1280, 900)
-        self.browser.prefer("light")
-        self.browser.console()
-        self.browser.requests()
+        shown.resize(1280, 900)
+        shown.prefer("light")
+        shown.console()
+        shown.requests()
         self.open("rich")
 
     def open(self, name):
-        self.path = self.page(name)
-        self.browser.open(self.path)
+        shown.open(self.page(name))
 
     def expect_silence(self):
-        self.assertEqual(self.browser.console(), [])
-        asked = [url for url in self.browser.requests() if not url.startswith(("file://", "data:", "about:"))]
+        self.assertEqual(shown.console(), [])
+        asked = [url for url in shown.requests() if not url.startswith(("file://", "data:", "about:"))]
         self.assertEqual(asked, [])
 
     def run_in_page(self, script, *arguments):
-        return self.browser.run(script, *arguments)
+        return shown.run(script, *arguments)
 
     def names(self):
         return self.run_in_page(NAMES)
@@ -124,18 +126,18 @@ class Tables(Page):
     def test_search_narrows_the_table(self):
         every = self.rows()
 
-        self.browser.type("#search", "premiere polar")
+        shown.type("#search", "premiere polar")
 
         self.assertLess(0, self.rows())
         self.assertLess(self.rows(), every)
         for name, provider in zip(self.names(), self.cells("provider")):
             self.assertIn("Première", name + provider)
             self.assertIn("Polar", name + provider)
-        self.browser.click("#clear")
+        shown.click("#clear")
         self.assertEqual(self.rows(), every)
 
     def test_search_that_finds_nothing_says_so(self):
-        self.browser.type("#search", "zzzz")
+        shown.type("#search", "zzzz")
 
         self.assertEqual(self.rows(), 0)
         self.assertEqual(self.run_in_page(TEXT, "#nothing"), "Nothing here matches.")
@@ -143,13 +145,13 @@ class Tables(Page):
     def test_titles_sort_up_down_and_not(self):
         before = self.names()
 
-        self.browser.click("th[data-key=frequency] button")
+        shown.click("th[data-key=frequency] button")
         up = [int(text.replace(",", "")) for text in self.cells("frequency")]
         self.assertEqual(self.run_in_page(ATTRIBUTE, "th[data-key=frequency]", "aria-sort"), "ascending")
-        self.browser.press("enter")
+        shown.press("enter")
         down = [int(text.replace(",", "")) for text in self.cells("frequency")]
         self.assertEqual(self.run_in_page(ATTRIBUTE, "th[data-key=frequency]", "aria-sort"), "descending")
-        self.browser.press("space")
+        shown.press("space")
 
         self.assertEqual(up, sorted(up))
         self.assertEqual(down, sorted(down, reverse=True))
@@ -169,11 +171,11 @@ class Tables(Page):
             self.choose(select, "")
             self.assertEqual(self.rows(), every)
         for toggle, text in (("favourites", "★"), ("locked", "locked"), ("skipped", "skipped")):
-            self.browser.click(f"#filter-{toggle}")
+            shown.click(f"#filter-{toggle}")
             self.assertTrue(0 < self.rows() < every, toggle)
             for cell in self.cells("marks"):
                 self.assertIn(text, cell)
-            self.browser.click(f"#filter-{toggle}")
+            shown.click(f"#filter-{toggle}")
         self.choose("#filter-access", "free")
         free = self.rows()
         self.choose("#filter-access", "scrambled")
@@ -191,41 +193,39 @@ class Tables(Page):
         self.assertEqual(self.cells("marks"), ["no service", "no service"])
 
     def test_tabs_move_with_the_arrows(self):
-        self.browser.click("#tab-0")
-        self.browser.press("right", "right")
+        shown.click("#tab-0")
+        shown.press("right", "right")
 
         self.assertEqual(self.run_in_page("return document.activeElement.id"), "tab-2")
         self.assertEqual(self.run_in_page(ATTRIBUTE, "#tab-2", "aria-selected"), "true")
-        self.browser.press("left", "left", "left")
+        shown.press("left", "left", "left")
         self.assertEqual(self.run_in_page("return document.activeElement.id"), "tab-9")
 
     def test_rows_are_reached_and_opened_by_keys(self):
         self.run_in_page("document.getElementById('table').focus()")
-        self.browser.press("end")
+        shown.press("end")
         last = self.run_in_page(ATTRIBUTE, "#table", "aria-activedescendant")
         self.assertEqual(last, f"row-{self.rows() - 1}")
         name = self.run_in_page("return document.querySelector('.current .name').textContent")
-        self.browser.press("enter")
+        shown.press("enter")
 
         self.assertEqual(self.run_in_page(TEXT, "#details-name"), name)
         self.assertTrue(self.run_in_page("return document.getElementById('details').open"))
-        self.browser.press("escape")
+        shown.press("escape")
         self.assertFalse(self.run_in_page("return document.getElementById('details').open"))
 
     def test_thousands_of_rows_are_fast(self):
         self.open("full")
         self.assertEqual(self.rows(), 5000)
         self.assertLess(len(self.names()), 100)
-        longest = self.run_in_page("""
-          const search = document.getElementById('search');
-          return Math.max(...['s', 'se', '49', 'provider 7', 'nothing at all', ''].map((text) => {
-            search.value = text;
-            const start = performance.now();
-            search.dispatchEvent(new Event('input'));
-            document.body.getBoundingClientRect();
-            return performance.now() - start;
-          }))""")
-        self.assertLess(longest, 100)
+        for text in ("s", "se", "49", "provider 7", "nothing at all", ""):
+            before = shown.processor_time()
+            self.run_in_page("""
+              const search = document.getElementById('search');
+              search.value = arguments[0];
+              search.dispatchEvent(new Event('input'));
+              document.body.getBoundingClientRect()""", text)
+            self.assertLess(shown.processor_time() - before, 0.1, text)
         self.run_in_page("document.getElementById('table-box').scrollTop = 1e9")
         self.run_in_page("table.render()")
         self.assertEqual(self.cells("service")[-1], "5000")
@@ -241,42 +241,42 @@ class Plans(Page):
     def test_pointing_at_a_transponder_shows_its_services(self):
         self.assertTrue(self.run_in_page(IS_HIDDEN, "#tip"))
 
-        self.browser.point(".mark:nth-of-type(3)")
+        shown.point(".mark:nth-of-type(3)")
 
         names = self.run_in_page("return shownPlans[0].members[2].services.map(each => each.name)")
-        shown = self.run_in_page("return [...document.querySelectorAll('#tip li')].map(e => e.textContent)")
+        listed = self.run_in_page("return [...document.querySelectorAll('#tip li')].map(e => e.textContent)")
         self.assertFalse(self.run_in_page(IS_HIDDEN, "#tip"))
-        self.assertEqual(shown[:12], names[:12])
-        self.browser.point("h1")
+        self.assertEqual(listed[:12], names[:12])
+        shown.point("h1")
         self.assertTrue(self.run_in_page(IS_HIDDEN, "#tip"))
 
     def test_transponders_are_reached_by_keys(self):
         self.run_in_page("document.querySelector('.mark[tabindex=\"0\"]').focus()")
-        self.browser.press("right")
+        shown.press("right")
 
         self.assertIn(self.run_in_page("return shownPlans[0].members[1].services[0].name"),
                       self.run_in_page(TEXT, "#tip"))
-        self.browser.press("enter")
+        shown.press("enter")
         self.assertEqual(self.rows(), self.run_in_page("return shownPlans[0].members[1].services.length"))
-        self.browser.press("escape")
+        shown.press("escape")
         self.assertTrue(self.run_in_page(IS_HIDDEN, "#tip"))
 
     def test_choosing_a_transponder_narrows_the_tables_to_it(self):
         every = self.rows()
-        self.browser.click(".mark:nth-of-type(3)")
+        shown.click(".mark:nth-of-type(3)")
 
         frequency = self.run_in_page("return shownPlans[0].members[2].frequency")
         self.assertEqual(set(self.cells("frequency")), {f"{frequency:,}"})
         self.assertEqual(self.run_in_page(ATTRIBUTE, ".mark:nth-of-type(3)", "aria-pressed"), "true")
         self.assertEqual(self.run_in_page(TEXT, "#transponder-chip"), f"{frequency:,} H")
-        self.browser.click("#transponder-chip")
+        shown.click("#transponder-chip")
         self.assertEqual(self.rows(), every)
 
 
 class Findings(Page):
     def test_are_counted_and_told(self):
         self.assertIn("3 errors", self.run_in_page(TEXT, "#health-counts"))
-        self.browser.click("summary")
+        shown.click("summary")
         self.assertIn("In no view at all", self.run_in_page(TEXT, "#health-topics"))
 
     def test_are_none_in_a_clean_list(self):
@@ -289,7 +289,7 @@ class Looks(Page):
     def test_no_width_makes_the_page_scroll_sideways(self):
         for name in ("rich", "hostile", "empty"):
             for width in (320, 360, 414, 768, 1024, 1920):
-                self.browser.resize(width, 740, is_mobile=width < 500)
+                shown.resize(width, 740, is_mobile=width < 500)
                 self.open(name)
                 self.assertLessEqual(self.run_in_page(OVERFLOW), 0, (name, width))
 
@@ -297,19 +297,19 @@ class Looks(Page):
         ground = "return getComputedStyle(document.body).backgroundColor"
         light = self.run_in_page(ground)
 
-        self.browser.prefer("dark")
+        shown.prefer("dark")
 
         self.assertNotEqual(self.run_in_page(ground), light)
 
     def test_every_text_stands_out(self):
         for scheme in ("light", "dark"):
-            self.browser.prefer(scheme)
+            shown.prefer(scheme)
             self.open("rich")
             self.run_in_page("document.getElementById('health').open = true")
             self.assertEqual(self.run_in_page(LOW_CONTRAST), [], scheme)
 
     def test_nothing_moves_while_the_page_opens(self):
-        shifts = self.browser.run_until_done("""
+        shifts = shown.run_until_done("""
           const done = arguments[0];
           new PerformanceObserver((seen) => done(seen.getEntries().map((each) => each.value)))
             .observe({ type: 'layout-shift', buffered: true });

@@ -67,13 +67,15 @@ class ChannelList:
 
     def entry(self, view, identity, number, minor=0):
         """view: a name of VIEWS, or a favourite group's number."""
+        key = 0
         if isinstance(view, int):
-            at = FAVOURITES + 24 * (40 * view + self._count(FAVOURITE_COUNTS + 2 * view))
+            key = self._count(FAVOURITE_COUNTS + 2 * view)
+            at = FAVOURITES + 24 * (40 * view + key)
         else:
             array, count = VIEWS[view]
             at = array + 24 * self._count(count)
         net_index, frequency, polarisation, service_id, network_id, ts_id = identity
-        struct.pack_into("<bBhhBxIBxHHH", self.list, at, 0, 0, number, minor, net_index, frequency, polarisation,
+        struct.pack_into("<bBhhBxIBxHHH", self.list, at, 0, key, number, minor, net_index, frequency, polarisation,
                          service_id, network_id, ts_id)
 
     def bytes(self):

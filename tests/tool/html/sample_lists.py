@@ -71,12 +71,12 @@ def add_source(made, chance, number, source):
                 made.entry("user", identity, number("user"))
 
 
-def rich_list(has_faults=True):
-    """Three sources, every view in use, and with faults a few things that are wrong."""
+def rich_list(has_faults=True, sources=SOURCES):
+    """Several sources, every view in use, and with faults a few things that are wrong."""
     chance = random.Random(7)
     made, number = ChannelList(), Numbers()
     add_groups(made)
-    for source in SOURCES:
+    for source in sources:
         add_source(made, chance, number, source)
     if has_faults:
         identity = made.service(60_000, "In no view at all", provider=99)

@@ -1,6 +1,7 @@
-"""Pictures of the page of `chlist report`: wide in light and dark, and on a phone.
+"""Pictures of the page of `chlist report`, to be looked at: wide and on a phone, in light and dark, its plan and its
+table; and report.png, the one in docs/images.
 
-usage: screenshots.py CHLIST FOLDER [LIST.dat]
+usage: screenshots.py CHLIST FOLDER [LIST]
 """
 
 import pathlib
@@ -11,27 +12,46 @@ import tempfile
 import browser
 import sample_lists
 
-chlist, folder, *given = sys.argv[1:]
-shots = (("desktop", 1280, 1000, "light"), ("dark", 1280, 1000, "dark"), ("phone", 360, 780, "light"),
+SHOTS = (("desktop", 1280, 1000, "light"), ("dark", 1280, 1000, "dark"), ("phone", 360, 780, "light"),
          ("phone-dark", 360, 780, "dark"))
 
-with tempfile.TemporaryDirectory(prefix="chlist-page-") as scratch:
-    source, page = pathlib.Path(given[0] if given else f"{scratch}/channels.dat"), pathlib.Path(scratch, "page.html")
-    if not given:
-        source.write_bytes(sample_lists.rich_list())
+
+def write_page(chlist, contents, scratch):
+    """Of a list that is called channels.dat."""
+    source, page = pathlib.Path(scratch, "channels.dat"), pathlib.Path(scratch, "page.html")
+    source.write_bytes(contents)
     subprocess.run([chlist, "report", source, "-o", page], check=False)
-    shown = browser.Browser(f"{scratch}/profile")
-    for name, width, height, scheme in shots:
+    return page
+
+
+def take(shown, page, folder):
+    for name, width, height, scheme in SHOTS:
         shown.resize(width, height, is_mobile=width < 500)
         shown.prefer(scheme)
         shown.open(page)
         shown.screenshot(f"{folder}/{name}.png")
         shown.run("document.getElementById('channels').scrollIntoView()")
         shown.screenshot(f"{folder}/{name}-table.png")
-        if name == "desktop":
-            shown.run("scrollTo(0, 0)")
-            shown.point(".mark:nth-of-type(5)")
-            shown.screenshot(f"{folder}/{name}-tip.png")
-            shown.run("table.open(3)")
-            shown.screenshot(f"{folder}/{name}-details.png")
-    shown.close()
+        shown.run("table.open(3)")
+        shown.screenshot(f"{folder}/{name}-details.png")
+
+
+def take_for_docs(shown, page, folder):
+    shown.prefer("light")
+    shown.resize(1280, 1240)
+    shown.open(page)
+    shown.point(".mark:nth-of-type(5)")
+    shown.screenshot(f"{folder}/report.png")
+
+
+def main(chlist, folder, given=None):
+    with tempfile.TemporaryDirectory(prefix="chlist-page-") as scratch:
+        shown = browser.Browser(f"{scratch}/profile")
+        contents = pathlib.Path(given).read_bytes() if given else sample_lists.rich_list()
+        take(shown, write_page(chlist, contents, scratch), folder)
+        contents = sample_lists.rich_list(sources=[sample_lists.SOURCES[0], sample_lists.SOURCES[2]])
+        take_for_docs(shown, write_page(chlist, contents, scratch), folder)
+        shown.close()
+
+
+main(*sys.argv[1:])

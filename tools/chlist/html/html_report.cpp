@@ -1,18 +1,21 @@
-// `chlist report`: loads the list, looks for what is wrong with it, writes the page.
+// `chlist report`: loads the list, looks for what is wrong with the file, writes the page.
 #include "chlist/html/html_report.h"
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 
+#include "chlist/check/findings.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/file_bytes.h"
 #include "chlist/files/text_file.h"
-#include "chlist/html/health.h"
 #include "chlist/html/page.h"
 #include "chlist/html/page_data.h"
 #include "chlist/report.h"
@@ -25,10 +28,9 @@ namespace fs = std::filesystem;
 constexpr const char *description = "Write a channel file as a page for the browser";
 
 constexpr const char *details =
-    "The page shows every view as a table with search, sorting and filters, a plan of the transponders, the totals, "
-    "and\n"
-    "what is wrong with the list. It is one file that loads nothing from anywhere: it can be sent, kept, and opened\n"
-    "without a network. FILE is of version 10 and is only read. PAGE is replaced as a whole or not at all.\n"
+    "The page shows every view as a table with search, sorting and filters, a plan of the transponders, the totals,\n"
+    "and what is wrong with the list. It is one file that loads nothing from anywhere: it can be sent, kept, and\n"
+    "opened without a network. FILE is of version 10 and is only read. PAGE is replaced as a whole or not at all.\n"
     "\n"
     "Exit codes:\n"
     "  0  the page was written\n"
@@ -48,48 +50,60 @@ struct report_options {
 
 struct written_page {
   std::size_t size = 0;
-  std::size_t services = 0;
-  std::size_t errors = 0;
-  std::size_t warnings = 0;
-  std::size_t notes = 0;
+  file_findings found;
 };
 
-std::size_t count_of(const std::vector<health_finding> &findings, std::string_view severity) {
-  return static_cast<std::size_t>(std::ranges::count(findings, severity, &health_finding::severity));
+std::vector<std::byte> bytes_of(const channel_input &input) {
+  try {
+    return bytes_of_file(input.library_path());
+  } catch (const std::system_error &error) {
+    input.refuse(error.code().message());
+  }
+}
+
+// What is looked at, and what is loaded, is the file that was opened.
+file_findings load_and_check(const channel_input &input) {
+  if (input.version() != CHANNEL_LIST_VERSION) {
+    input.refuse(fmt::format("is of version {}, not {}", input.version(), static_cast<int>(CHANNEL_LIST_VERSION)));
+  }
+  if (fs::file_size(input.library_path()) > largest_file) {
+    input.refuse("too large for a channel file");
+  }
+  file_findings found = findings_in(bytes_of(input));
+  input.load();
+  return found;
 }
 
 written_page write_page(const report_options &options) {
   const channel_input input(options.input);
   input.must_not_be(options.output);
-  if (input.version() != CHANNEL_LIST_VERSION) {
-    input.refuse(fmt::format("is of version {}, not {}", input.version(), static_cast<int>(CHANNEL_LIST_VERSION)));
-  }
-  input.load();
-  const std::vector<health_finding> findings = health_of_list();
-  const json data = page_data({options.input.filename(), input.version(), fs::file_size(options.input)}, findings);
-  const std::string page = page_of(data);
+  file_findings found = load_and_check(input);
+  const std::string page = page_of(page_data(options.input.filename(), found));
   write_text_file(options.output, page);
-  return {page.size(), data["services"].size(), count_of(findings, "error"), count_of(findings, "warning"),
-          count_of(findings, "note")};
+  return {page.size(), std::move(found)};
 }
 
 void print_summary(const report_options &options, const written_page &page) {
+  const std::size_t errors = page.found.count(severity::error);
+  const std::size_t warnings = page.found.count(severity::warning);
   if (options.as_json) {
     print_json({{"list", options.input.string()},
                 {"output", options.output.string()},
                 {"size", page.size},
-                {"services", page.services},
-                {"findings", {{"errors", page.errors}, {"warnings", page.warnings}, {"notes", page.notes}}}});
+                {"services", page.found.services},
+                {"errors", errors},
+                {"warnings", warnings},
+                {"notes", page.found.count(severity::note)}});
     return;
   }
-  fmt::print("{}: {}, {}, {}\n", options.output.string(), counted(page.services, "service"),
-             counted(page.errors, "error"), counted(page.warnings, "warning"));
+  fmt::print("{}: {}, {}, {}\n", options.output.string(), counted(page.found.services, "service"),
+             counted(errors, "error"), counted(warnings, "warning"));
 }
 
 int run_report(const report_options &options) {
   const written_page page = write_page(options);
   print_report([&] { print_summary(options, page); });
-  return page.errors + page.warnings > 0 ? exit_findings : exit_done;
+  return page.found.is_sound() ? exit_done : exit_findings;
 }
 
 }  // namespace

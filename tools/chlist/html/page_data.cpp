@@ -3,9 +3,12 @@
 
 #include <channel/views.h>
 
+#include <algorithm>
 #include <span>
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "channel/store/hierarchy.h"
 #include "chlist/list_contents.h"
@@ -16,13 +19,16 @@ namespace {
 constexpr int none = -1;
 
 // A byte that selects a character table is no part of a name.
-template <std::size_t Size>
-std::string name_in(const char (&field)[Size]) {
-  std::string name = text_of(field);
+std::string without_selector(std::string name) {
   if (!name.empty() && static_cast<unsigned char>(name.front()) < ' ') {
     name.erase(0, 1);
   }
   return name;
+}
+
+template <std::size_t Size>
+std::string name_in(const char (&field)[Size]) {
+  return without_selector(text_of(field));
 }
 
 // A table of groups: the names, and where each id stands among them.
@@ -107,7 +113,7 @@ class page_records {
     }
     views.push_back({{"kind", view.name.kind},
                      {"group", view.name.group},
-                     {"name", view.name.group_name},
+                     {"name", without_selector(view.name.group_name)},
                      {"entries", std::move(entries)}});
   }
 
@@ -126,19 +132,19 @@ class page_records {
   std::unordered_map<const channel_st *, std::size_t> places_;
 };
 
-json array_of_findings(const std::vector<health_finding> &findings) {
-  json array = json::array();
-  for (const health_finding &finding : findings) {
-    array.push_back({{"severity", finding.severity}, {"topic", finding.topic}, {"text", finding.text}});
-  }
-  return array;
+json json_of_finding(const finding &found) {
+  return {{"severity", name_of(found.level)},
+          {"kind", found.kind},
+          {"what", found.what},
+          {"consequence", found.consequence},
+          {"offset", found.offset}};
 }
 
 }  // namespace
 
-json page_data(const listed_file &file, const std::vector<health_finding> &findings) {
+json page_data(const std::string &file_name, const file_findings &found) {
   page_records records(*get_channel_list());
-  return {{"file", {{"name", file.name}, {"version", file.version}, {"size", file.size}}},
+  return {{"file", {{"name", file_name}, {"version", found.version}, {"size", found.size}}},
           {"networks", std::move(records.networks)},
           {"transponders", std::move(records.transponders)},
           {"services", std::move(records.services)},
@@ -146,7 +152,7 @@ json page_data(const listed_file &file, const std::vector<health_finding> &findi
           {"genres", records.genres.names()},
           {"countries", records.countries.names()},
           {"views", std::move(records.views)},
-          {"findings", array_of_findings(findings)}};
+          {"findings", array_of(found.findings, json_of_finding)}};
 }
 
 }  // namespace chlist

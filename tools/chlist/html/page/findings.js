@@ -2,24 +2,28 @@
 
 const severities = ['error', 'warning', 'note'];
 const firstFindings = 50;
+const capital = (text) => text.charAt(0).toUpperCase() + text.slice(1);
 
 function byTopic(findings) {
   const rankOf = ([first]) => severities.indexOf(first.severity);
-  return [...groupBy(findings, (each) => `${each.severity} ${each.topic}`).values()].sort((a, b) => rankOf(a) - rankOf(b));
+  const topics = groupBy(findings, (each) => [each.severity, each.kind, each.consequence].join('\n'));
+  return [...topics.values()].sort((a, b) => rankOf(a) - rankOf(b));
 }
 
-const findingLines = (findings) => findings.map(({ text }) => make('li', { dir: 'auto' }, text));
+const findingLines = (findings) => findings.map(({ what, offset }) =>
+  make('li', { dir: 'auto', title: `at byte ${grouped.format(offset)} of the file` }, what));
 
 // A long topic shows its first findings, and the others on demand.
 function topicBlock(findings) {
-  const { severity, topic } = findings[0];
+  const { severity, kind, consequence } = findings[0];
   const list = make('ul', {}, ...findingLines(findings.slice(0, firstFindings)));
   const block = make('div', { class: `topic ${severity}` },
-    make('h3', {}, make('span', { class: 'badge' }, severity), ` ${topic} `,
-         make('span', { class: 'hint' }, grouped.format(findings.length))), list);
+    make('h3', {}, make('span', { class: 'badge' }, severity), ` ${capital(kind.replaceAll('-', ' '))} `,
+         make('span', { class: 'hint' }, grouped.format(findings.length))),
+    ...(consequence ? [make('p', {}, `${capital(consequence)}.`)] : []), list);
   if (findings.length > firstFindings) {
     const more = make('button', { type: 'button', class: 'quiet', click: () => {
-      list.append(...findingLines(findings.slice(firstFindings)));
+      appendAll(list, findingLines(findings.slice(firstFindings)));
       more.remove();
     } }, `Show the other ${grouped.format(findings.length - firstFindings)}`);
     block.append(more);
@@ -30,7 +34,7 @@ function topicBlock(findings) {
 function showFindings(findings) {
   if (findings.length === 0) {
     find('health-counts').append(make('span', { class: 'badge good' }, 'nothing found'));
-    find('health-topics').append(make('p', { class: 'hint' }, 'Every entry has its service, and every number is used once.'));
+    find('health-topics').append(make('p', { class: 'hint' }, 'Entries, services, numbers, identities, groups and texts are as they should be.'));
     return;
   }
   for (const severity of severities) {

@@ -22,13 +22,23 @@ function fill(element, attributes, children) {
       element.setAttribute(name, value === true ? '' : value);
     }
   }
-  element.append(...children);
+  appendAll(element, children);
   return element;
 }
 
 const make = (tag, attributes = {}, ...children) => fill(document.createElement(tag), attributes, children);
 const draw = (tag, attributes = {}, ...children) =>
   fill(document.createElementNS('http://www.w3.org/2000/svg', tag), attributes, children);
+
+// Files may hold more than a call takes arguments.
+function appendAll(element, children) {
+  for (const child of children) {
+    element.append(child);
+  }
+}
+
+const largest = (values) => values.reduce((most, value) => Math.max(most, value), -Infinity);
+const least = (values) => -largest(values.map((value) => -value));
 
 function counted(count, what) {
   const many = what.endsWith('y') ? `${what.slice(0, -1)}ies` : `${what}s`;

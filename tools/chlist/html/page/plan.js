@@ -4,6 +4,7 @@
 const laneHeight = 76;
 const axisHeight = 26;
 const margin = { left: 34, right: 14, top: 8 };
+const labelRoom = 24;  // half of the longest number below the axis
 const narrowest = 560;
 const namedInTip = 12;
 const reach = 14;  // pixels from a mark at which the pointer still means it
@@ -62,9 +63,9 @@ function ticks(low, high, wanted) {
 
 function scaleOf(plan, width) {
   const frequencies = plan.members.map((each) => each.frequency);
-  const [least, most] = [Math.min(...frequencies), Math.max(...frequencies)];
-  const edge = Math.max((most - least) * 0.03, 5000);
-  const [low, high] = [Math.max(least - edge, 0), most + edge];
+  const [first, last] = [least(frequencies), largest(frequencies)];
+  const edge = Math.max((last - first) * 0.03, 5000);
+  const [low, high] = [Math.max(first - edge, 0), last + edge];
   const room = width - margin.left - margin.right;
   return { low, high, x: (frequency) => margin.left + ((frequency - low) / (high - low)) * room };
 }
@@ -79,14 +80,14 @@ function markWidth(plan, scale) {
     }
   });
   gaps.sort((a, b) => a - b);
-  return Math.min(Math.max((gaps[Math.floor(gaps.length / 10)] ?? 12) * 0.7, 3), 12);
+  return Math.min(Math.max((gaps[Math.floor(gaps.length / 10)] ?? Infinity) * 0.7, 3), 12);
 }
 
 class Plan {
   constructor(plan, onChoose) {
     Object.assign(this, plan);
     this.onChoose = onChoose;
-    this.most = Math.max(...this.members.map((each) => each.services.length), 1);
+    this.most = Math.max(largest(this.members.map((each) => each.services.length)), 1);
     this.current = 0;
     this.scroller = make('div', { class: 'plan-box' });
     const name = this.title.length > 0 ? this.title.slice(0, 3).join(', ') : 'Unnamed network';
@@ -112,7 +113,7 @@ class Plan {
     this.svg.append(...this.axis(height), ...this.lanes.flatMap((lane) => this.laneLines(lane)));
     this.thickness = markWidth(this, this.scale);
     this.marks = this.members.map((each, i) => this.mark(each, i));
-    this.svg.append(...this.marks);
+    appendAll(this.svg, this.marks);
     this.scroller.replaceChildren(this.svg);
     this.choose(filters.transponder);
   }
@@ -125,9 +126,10 @@ class Plan {
     const { low, high, x } = this.scale;
     const lines = ticks(low, high, this.width / 90).map((at) => {
       const place = Math.round(x(at)) + 0.5;
-      return draw('g', { class: 'tick' },
-        draw('line', { x1: place, x2: place, y1: margin.top, y2: height - axisHeight + 4 }),
-        draw('text', { x: place, y: height - 8, 'text-anchor': 'middle' }, grouped.format(at / 1000)));
+      const line = draw('line', { x1: place, x2: place, y1: margin.top, y2: height - axisHeight + 4 });
+      const hasRoom = place > margin.left + labelRoom && place < this.width - labelRoom;
+      const text = draw('text', { x: place, y: height - 8, 'text-anchor': 'middle' }, grouped.format(at / 1000));
+      return draw('g', { class: 'tick' }, line, ...(hasRoom ? [text] : []));
     });
     return [...lines, draw('text', { class: 'unit', x: 2, y: height - 8 }, 'MHz')];
   }

@@ -35,20 +35,20 @@ const columns = [
   { key: 'number', title: 'No.', width: 4, isNumber: true, value: (each) => (each.major ?? 0) + each.minor / 65536,
     show: (each) => each.number },
   { key: 'name', title: 'Name', width: 0, value: ofService((of) => of.name) },
-  { key: 'type', title: 'Type', width: 5, value: ofService((of) => typeName(of.type)) },
-  { key: 'provider', title: 'Provider', width: 11, value: ofService((of) => of.provider) },
-  { key: 'marks', title: 'Marks', width: 13, value: markRank, cell: marks },
-  { key: 'genre', title: 'Genre', width: 8, value: ofService((of) => of.genre), isShown: has((of) => of.genre) },
-  { key: 'country', title: 'Country', width: 8, value: ofService((of) => of.country),
+  { key: 'type', title: 'Type', width: 4.5, value: ofService((of) => typeName(of.type)) },
+  { key: 'provider', title: 'Provider', width: 10, value: ofService((of) => of.provider) },
+  { key: 'marks', title: 'Marks', width: 11, value: markRank, cell: marks },
+  { key: 'genre', title: 'Genre', width: 7.5, value: ofService((of) => of.genre), isShown: has((of) => of.genre) },
+  { key: 'country', title: 'Country', width: 7.5, value: ofService((of) => of.country),
     isShown: has((of) => of.country) },
-  { key: 'network', title: 'Network', width: 8, value: ofService((of) => of.transponder.network.name) },
-  { key: 'frequency', title: 'Frequency, kHz', width: 9, isNumber: true, value: (each) => each.id.frequency,
+  { key: 'network', title: 'Network', width: 7, value: ofService((of) => of.transponder.network.name) },
+  { key: 'frequency', title: 'Frequency, kHz', width: 8.5, isNumber: true, value: (each) => each.id.frequency,
     show: (each) => grouped.format(each.id.frequency) },
-  { key: 'polarisation', title: 'Pol.', width: 4, value: (each) => each.id.polarisation },
-  { key: 'ts', title: 'TS id', width: 5, isNumber: true, value: (each) => each.id.tsId },
-  { key: 'service', title: 'Service', width: 5.5, isNumber: true, value: (each) => each.id.serviceId },
-  { key: 'video', title: 'Video', width: 5, isNumber: true, value: pid('video') },
-  { key: 'audio', title: 'Audio', width: 5, isNumber: true, value: pid('audio') },
+  { key: 'polarisation', title: 'Pol.', width: 3.5, value: (each) => each.id.polarisation },
+  { key: 'ts', title: 'TS id', width: 4.5, isNumber: true, value: (each) => each.id.tsId },
+  { key: 'service', title: 'Service id', width: 5.5, isNumber: true, value: (each) => each.id.serviceId },
+  { key: 'video', title: 'Video PID', width: 5.75, isNumber: true, value: pid('video') },
+  { key: 'audio', title: 'Audio PID', width: 5.75, isNumber: true, value: pid('audio') },
 ].filter((column) => column.isShown ?? true);
 
 const isNothing = (value) => value === '' || value === null;
@@ -142,7 +142,8 @@ const table = {
     for (let i = first; i < last; ++i) {
       lines.push(this.line(i));
     }
-    this.body.replaceChildren(this.space(first * height), ...lines, this.space((this.rows.length - last) * height));
+    this.body.replaceChildren();
+    appendAll(this.body, [this.space(first * height), ...lines, this.space((this.rows.length - last) * height)]);
     const measured = lines[0]?.getBoundingClientRect().height;
     if (measured && Math.abs(measured - height) > 0.5) {
       this.rowHeight = measured;
@@ -170,7 +171,8 @@ const table = {
 
   cell(column, of) {
     if (column.cell) {
-      return make('td', { class: column.key }, ...column.cell(of));
+      const parts = column.cell(of);
+      return make('td', { class: column.key, title: parts.map((part) => part.textContent).join(' ') || null }, ...parts);
     }
     const text = `${(column.show ?? column.value)(of) ?? ''}`;
     return make('td', { class: column.isNumber ? `number ${column.key}` : column.key, title: text || null,
