@@ -75,6 +75,7 @@ TEST_F(Renumber, TakesEveryNumberThatAListHolds) {
     expect_edit({"renumber", "list.dat", "Music", std::to_string(number)},
                 with_numbers({{VIEW_ALL, 2, number}, {VIEW_RADIO, 0, number}}));
   }
+  write_file(path(), before.data);
   for (const std::string number : {"0", "32768", "1-32768", "1-", "x", "", "7x", "1--1", "99999999999"}) {
     expect_refused({"renumber", "list.dat", "Music", number},
                    '"' + number +

@@ -102,11 +102,11 @@ INSTANTIATE_TEST_SUITE_P(
                       command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat"}},
                       command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}},
                       command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}},
-                      command{"report", {"report", "sound.dat", "-o", "out.dat"}},
                       command{"edit_dry_run", {"lock", "list.dat", "News", "--dry-run"}},
                       command{"edit_without_backup", {"lock", "list.dat", "News", "--no-backup"}},
-                      command{"edit_to_another", {"remove", "list.dat", "News", "-o", "new.dat"}},
-                      command{"favourites", {"fav", "list", "list.dat"}}),
+                      command{"edit_to_another", {"remove", "list.dat", "News", "-o", "out.dat", "--no-backup"}},
+                      command{"favourites", {"fav", "list", "list.dat"}},
+                      command{"report", {"report", "sound.dat", "-o", "out.dat"}}),
     tool_test::name_of_command);
 
 class ChlistRefusals : public failing_commands {};
@@ -141,14 +141,14 @@ TEST_P(ChlistEditFaults, LeaveTheFileWholeAndKeepThePreviousOne) {
 
   fail_every_call([&](const program_result &result) {
     files left = folder();
-    const bool is_report_lost = result.err == "chlist: standard output: Input/output error\n";
-    EXPECT_TRUE(left.at("list.dat") == (result.exit_code == 0 || is_report_lost ? after : before).at("list.dat"));
-    if (result.exit_code == 0 || is_report_lost) {
+    if (result.exit_code == 0) {
+      EXPECT_EQ(result.err, "");
       EXPECT_TRUE(left == after);
     } else {
       EXPECT_EQ(result.exit_code, 2);
       expect_one_message(result.err);
-      EXPECT_EQ(result.out, "");
+    }
+    if (left != after) {
       EXPECT_TRUE(!left.contains("list.dat.bak") || left.at("list.dat.bak") == before.at("list.dat"));
       left.erase("list.dat.bak");
       EXPECT_TRUE(left == before);

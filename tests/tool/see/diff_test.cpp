@@ -170,7 +170,7 @@ TEST_F(Diff, RefusesBadFiles) {
   expect_bad_files_refused("diff", {"list.dat"});
   expect_refused({"diff", "list.dat", "missing.dat"}, "missing.dat: No such file or directory");
   write("new.dat", sample_list().set(0, 2, 8));
-  expect_refused({"diff", "list.dat", "new.dat"}, "new.dat: is of version 8, not 10: convert it first");
+  expect_refused({"diff", "list.dat", "new.dat"}, "new.dat: is of version 8, not 10: `chlist convert` makes one of it");
 }
 
 }  // namespace

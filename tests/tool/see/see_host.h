@@ -94,7 +94,7 @@ class see_host : public test_support::file_test {
     test_support::write_file(path("bad.dat"), other.data.substr(0, other.data.size() - 1));
     expect_refused(arguments("bad.dat"), "bad.dat: ends too early for a channel file of its version");
     write("bad.dat", other.set(0, 2, 9));
-    expect_refused(arguments("bad.dat"), "bad.dat: is of version 9, not 10: convert it first");
+    expect_refused(arguments("bad.dat"), "bad.dat: is of version 9, not 10: `chlist convert` makes one of it");
     write("bad.dat", other.set(0, 2, 11));
     expect_refused(arguments("bad.dat"), "bad.dat: is of version 11, not 10");
   }

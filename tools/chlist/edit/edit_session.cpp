@@ -92,7 +92,9 @@ json json_of_result(const edit_options &options, const edit_result &result) {
 void print_result(const edit_options &options, const edit_result &result) {
   const std::string what = options.is_dry_run ? "dry run" : options.target().string();
   fmt::print("{}: {}\n", what, result.is_changed ? "changed" : "nothing to change");
-  print_differences(result.changes);
+  if (result.is_changed) {
+    print_differences(result.changes);
+  }
 }
 
 void report(const edit_options &options, const edit_result &result) {
