@@ -4,14 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "chlist/service/csv.h"
 #include "chlist/service/names.h"
 #include "chlist/service/service_types.h"
 
 namespace {
 
 using chlist::contains_name;
-using chlist::csv_line;
 using chlist::is_same_name;
 using chlist::service_type_name;
 using chlist::visible;
@@ -45,13 +43,6 @@ TEST(ServiceTypes, HaveNamesOrNumbers) {
   EXPECT_EQ(service_type_name(12), "data");
   EXPECT_EQ(service_type_name(0), "type 0");
   EXPECT_EQ(service_type_name(255), "type 255");
-}
-
-TEST(Csv, CellsAreQuotedWhenTheyMustBe) {
-  EXPECT_EQ(csv_line(std::vector<std::string>{"a", "", "b c"}), "a,,b c\r\n");
-  EXPECT_EQ(csv_line(std::vector<std::string>{"a,b", "say \"x\"", "1\n2", "1\r2"}),
-            "\"a,b\",\"say \"\"x\"\"\",\"1\n2\",\"1\r2\"\r\n");
-  EXPECT_EQ(csv_line(std::vector<std::string>{""}), "\r\n");
 }
 
 }  // namespace

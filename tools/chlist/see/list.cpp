@@ -13,7 +13,7 @@
 #include "chlist/files/channel_input.h"
 #include "chlist/see/listing.h"
 #include "chlist/service/columns.h"
-#include "chlist/service/csv.h"
+#include "chlist/exchange/csv.h"
 #include "chlist/service/selection.h"
 #include "chlist/text_table.h"
 
