@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr std::array names = {"lamedb",    "bouquets.tv", "bouquets.radio", "userbouquet.all_channels.tv",
-                              "u.tv",      "u.radio",     "blacklist"};
+constexpr std::array names = {"lamedb", "bouquets.tv", "bouquets.radio", "userbouquet.all_channels.tv",
+                              "u.tv",   "u.radio",     "blacklist"};
 
 using folder = std::map<std::string, std::string>;
 

@@ -101,10 +101,10 @@ TEST(BouquetsReader, WithoutBouquetsTheOrderIsThatOfTheLamedb) {
 }
 
 TEST(BouquetsReader, BouquetsOfAReceiverGiveOrderNumbersAndFavourites) {
-  const line_up list = read_folder(receiver(
-      {{"userbouquet.1.tv", "#NAME First\n#SERVICE " + reference(3) + "\n#SERVICE: " + reference(1) + "\n"},
-       {"userbouquet.2.tv", "#NAME Second\r\n#SERVICE " + reference(1) + "\r\n#DESCRIPTION A1\r\n"}},
-      {{"userbouquet.3.radio", "#NAME Radio\n#SERVICE " + reference(5) + "\n"}}));
+  const line_up list = read_folder(
+      receiver({{"userbouquet.1.tv", "#NAME First\n#SERVICE " + reference(3) + "\n#SERVICE: " + reference(1) + "\n"},
+                {"userbouquet.2.tv", "#NAME Second\r\n#SERVICE " + reference(1) + "\r\n#DESCRIPTION A1\r\n"}},
+               {{"userbouquet.3.radio", "#NAME Radio\n#SERVICE " + reference(5) + "\n"}}));
 
   EXPECT_EQ(skipped_in(list), texts{});
   EXPECT_EQ(order_of(list), "A3=1 A1=2 A5=4 A2 A4");
@@ -131,10 +131,10 @@ TEST(BouquetsReader, WhatIsNoServiceIsCountedAndTakesItsNumber) {
 
   for (const auto &each : cases) {
     loss_counts lost;
-    const line_up list = read_folder(
-        receiver({{"userbouquet.1.tv", "#NAME A\n#SERVICE " + std::string(each.line) + "\n#DESCRIPTION Text\n#SERVICE " +
-                                           reference(1) + "\n"}}),
-        lost);
+    const line_up list =
+        read_folder(receiver({{"userbouquet.1.tv", "#NAME A\n#SERVICE " + std::string(each.line) +
+                                                       "\n#DESCRIPTION Text\n#SERVICE " + reference(1) + "\n"}}),
+                    lost);
 
     EXPECT_EQ(skipped_in(list), texts{}) << each.line;
     EXPECT_EQ(list.services[0].number, channel_number{each.number}) << each.line;
@@ -146,10 +146,10 @@ TEST(BouquetsReader, WhatIsNoServiceIsCountedAndTakesItsNumber) {
 TEST(BouquetsReader, NamesGivenToServicesAreCounted) {
   loss_counts lost;
 
-  read_folder(receiver({{"userbouquet.1.tv", "#NAME A\n#SERVICE " + reference(1) + ":Given\n#SERVICE " + reference(2) +
-                                                 "\n#DESCRIPTION Other\n#SERVICE " + reference(3) +
-                                                 "\n#DESCRIPTION A3\n"}}),
-              lost);
+  read_folder(
+      receiver({{"userbouquet.1.tv", "#NAME A\n#SERVICE " + reference(1) + ":Given\n#SERVICE " + reference(2) +
+                                         "\n#DESCRIPTION Other\n#SERVICE " + reference(3) + "\n#DESCRIPTION A3\n"}}),
+      lost);
 
   EXPECT_EQ(count_of(lost, "names given in bouquets"), 2U);
 }
@@ -182,9 +182,10 @@ TEST(BouquetsReader, BouquetsOutsideTheFolderAreRefused) {
   folder files = receiver({});
   files["bouquets.tv"] = index_of({"../secret", "missing.tv", ""}) + "#SERVICE 1:7:1:0:0:0:0:0:0:0:\n";
 
-  EXPECT_EQ(skipped_in(read_folder(files)),
-            (texts{"2: bouquets.tv: names no bouquet of this folder", "3: bouquets.tv: 'missing.tv' is not in the folder",
-                   "4: bouquets.tv: names no bouquet of this folder", "5: bouquets.tv: names no bouquet of this folder"}));
+  EXPECT_EQ(
+      skipped_in(read_folder(files)),
+      (texts{"2: bouquets.tv: names no bouquet of this folder", "3: bouquets.tv: 'missing.tv' is not in the folder",
+             "4: bouquets.tv: names no bouquet of this folder", "5: bouquets.tv: names no bouquet of this folder"}));
 }
 
 TEST(BouquetsReader, NumbersEndAtTheLargest) {

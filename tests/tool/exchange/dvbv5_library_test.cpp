@@ -84,8 +84,7 @@ TEST_F(Dvbv5Library, ItReadsEveryServiceThatIsWritten) {
     EXPECT_EQ(property(entry, DTV_FREQUENCY), service.fields.frequency * (is_satellite ? 1 : 1000));
     EXPECT_EQ(entry.vchannel != nullptr, service.number.has_value());
     if (is_satellite) {
-      EXPECT_EQ(property(entry, DTV_POLARIZATION),
-                service.fields.polarisation == 0 ? POLARIZATION_H : POLARIZATION_V);
+      EXPECT_EQ(property(entry, DTV_POLARIZATION), service.fields.polarisation == 0 ? POLARIZATION_H : POLARIZATION_V);
     }
   }
 }

@@ -36,7 +36,8 @@ constexpr std::string_view satellite_section = "[Northlight One]\n"
 
 // A section with one line more.
 std::string section(const std::string &line) {
-  return "[A]\n\tSERVICE_ID = 1\n\tFREQUENCY = 11306000\n\tDELIVERY_SYSTEM = DVBS\n\tPOLARIZATION = HORIZONTAL\n" + line;
+  return "[A]\n\tSERVICE_ID = 1\n\tFREQUENCY = 11306000\n\tDELIVERY_SYSTEM = DVBS\n\tPOLARIZATION = HORIZONTAL\n" +
+         line;
 }
 
 line_up parse(std::string_view text) {
@@ -57,8 +58,7 @@ line_up_service only(std::string_view text) {
 std::string skipped(std::string_view text) {
   const line_up list = parse(text);
   EXPECT_EQ(list.skipped.size(), 1U);
-  return list.skipped.empty() ? ""
-                              : std::to_string(list.skipped.front().line) + ": " + list.skipped.front().reason;
+  return list.skipped.empty() ? "" : std::to_string(list.skipped.front().line) + ": " + list.skipped.front().reason;
 }
 
 std::string written(const line_up &list) {
@@ -109,7 +109,7 @@ TEST(Dvbv5Reader, FrequenciesAreInKhzOnSatellitesAndInHzElsewhere) {
     const char *frequency;
     std::int64_t khz;
     const char *source;
-  } cases[] = {{"DVBS", "11306000", 11'306'000, "S"},      {"ISDBS", "4294967294", 4'294'967'294, "S"},
+  } cases[] = {{"DVBS", "11306000", 11'306'000, "S"},       {"ISDBS", "4294967294", 4'294'967'294, "S"},
                {"DVBC/ANNEX_A", "394000000", 394'000, "C"}, {"DVBT", "514000000", 514'000, "T"},
                {"dvbt2", "4294967294", 4'294'967, "T"},     {"ATSC", "999", 0, "T"}};
 
@@ -296,7 +296,10 @@ TEST(Dvbv5Writer, EveryLossIsCounted) {
       {"frequencies outside the format's range", [](line_up_service &s) { s.fields.frequency = 4'294'967'295; }},
       {"polarisations", [](line_up_service &s) { s.fields.polarisation = 2; }},
       {"service types other than the streams tell", [](line_up_service &s) { s.fields.service_type = 25; }},
-      {"numbers below 0", [](line_up_service &s) { s.number = {-1, 0}; }},
+      {"numbers below 0",
+       [](line_up_service &s) {
+         s.number = {-1, 0};
+       }},
       {"services outside the ALL view", [](line_up_service &s) { s.is_listed = false; }},
       {"network names and positions", [](line_up_service &s) { s.source = "S19.2E"; }},
       {"network indexes", [](line_up_service &s) { s.fields.net_index = 2; }},
@@ -320,9 +323,12 @@ TEST(Dvbv5Writer, FrequenciesThatDoNotFitAreWrittenAs0) {
     const char *source;
     std::int64_t khz;
     const char *line;
-  } cases[] = {{"S", 4'294'967'294, "FREQUENCY = 4294967294\n"}, {"S", 4'294'967'295, "FREQUENCY = 0\n"},
-               {"S", -1, "FREQUENCY = 0\n"},                     {"C", 394'000, "FREQUENCY = 394000000\n"},
-               {"T", 4'294'967, "FREQUENCY = 4294967000\n"},     {"T", 4'294'968, "FREQUENCY = 0\n"}};
+  } cases[] = {{"S", 4'294'967'294, "FREQUENCY = 4294967294\n"},
+               {"S", 4'294'967'295, "FREQUENCY = 0\n"},
+               {"S", -1, "FREQUENCY = 0\n"},
+               {"C", 394'000, "FREQUENCY = 394000000\n"},
+               {"T", 4'294'967, "FREQUENCY = 4294967000\n"},
+               {"T", 4'294'968, "FREQUENCY = 0\n"}};
 
   for (const auto &each : cases) {
     line_up_service service = plain();

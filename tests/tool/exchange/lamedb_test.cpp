@@ -204,7 +204,7 @@ TEST(LamedbReader, PositionsAreEastOrWest) {
   const struct {
     const char *position;
     const char *source;
-  } cases[] = {{"192", "S19.2E"}, {"0", "S0.0E"},      {"-300", "S30.0W"},
+  } cases[] = {{"192", "S19.2E"},  {"0", "S0.0E"},      {"-300", "S30.0W"},
                {"3300", "S30.0W"}, {"1800", "S180.0E"}, {"1801", "S179.9W"}};
 
   for (const auto &each : cases) {
@@ -302,7 +302,8 @@ TEST(LamedbReader, ACutFileGivesWhatItHas) {
 
   EXPECT_EQ(skipped_in(parse(text.substr(0, text.find("end\nHave")))), texts{"22: the file ends within a section"});
   EXPECT_EQ(parse(text.substr(0, text.find("end\nHave"))).services.size(), 3U);
-  EXPECT_EQ(skipped_in(parse(text.substr(0, text.find("services\n0bb9")))), texts{"12: the file ends before its services"});
+  EXPECT_EQ(skipped_in(parse(text.substr(0, text.find("services\n0bb9")))),
+            texts{"12: the file ends before its services"});
   EXPECT_EQ(skipped_in(parse("eDVB services /4/\nx\n")),
             (texts{"2: stands in no section", "2: the file ends before its services"}));
 }
@@ -365,9 +366,10 @@ TEST(LamedbWriter, Version3HasNoFlagsOfTransponders) {
 }
 
 TEST(LamedbWriter, Version5IsALineForAService) {
-  EXPECT_EQ(written_folder(list_of({plain_service(1)}), 5)["lamedb5"], "eDVB services /5/\n"
-                                                                      "t:00c00000:07da:009e,s:11306000:27500000:0:0:192:2:0\n"
-                                                                      "s:0001:00c00000:07da:009e:1:0:0,\"A1\",p:\n");
+  EXPECT_EQ(written_folder(list_of({plain_service(1)}), 5)["lamedb5"],
+            "eDVB services /5/\n"
+            "t:00c00000:07da:009e,s:11306000:27500000:0:0:192:2:0\n"
+            "s:0001:00c00000:07da:009e:1:0:0,\"A1\",p:\n");
 }
 
 TEST(LamedbWriter, FrequenciesAreInKhzButForTerrestrialOnes) {

@@ -1,10 +1,10 @@
 // The bouquets of Enigma2: bouquets.tv and bouquets.radio name the files of the user bouquets, which hold the order and
 // the numbers of the services. The numbers run on from bouquet to bouquet, apart for television and radio.
 //
-// A favourite group is a user bouquet, in bouquets.radio when all of it is radio. The ALL view is a bouquet of its own in
-// front of them, with a file name by which it is known when it is read; hidden numbered markers fill the gaps between its
-// numbers. A folder without it is that of a receiver: its services are taken in the order of its bouquets, television
-// before radio, each with its first number, radio numbered on behind television; those in no bouquet follow.
+// A favourite group is a user bouquet, in bouquets.radio when all of it is radio. The ALL view is a bouquet of its own
+// in front of them, with a file name by which it is known when it is read; hidden numbered markers fill the gaps
+// between its numbers. A folder without it is that of a receiver: its services are taken in the order of its bouquets,
+// television before radio, each with its first number, radio numbered on behind television; those in no bouquet follow.
 //
 // The file "blacklist" names the services that are locked.
 #pragma once

@@ -73,7 +73,8 @@ class writer {
     std::string text = fmt::format("#NAME {}\n", name);
     for (const favourite_group::entry &entry : group.entries) {
       text += "#SERVICE " + line_of(entry.service);
-      const bool is_own = entry.number == channel_number{} || entry.number == channel_number{numbers_read_[entry.service]};
+      const bool is_own =
+          entry.number == channel_number{} || entry.number == channel_number{numbers_read_[entry.service]};
       lost_.add("numbers of favourites", is_own ? 0 : 1);
     }
     add_bouquet(is_radio ? radio_ : television_, is_radio ? 2 : 1,

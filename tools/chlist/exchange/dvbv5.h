@@ -1,5 +1,5 @@
-// The DVBv5 format of libdvbv5 and its tools: a section [name] for each service, with a line KEY = value for each of its
-// ids, PIDs and tuning parameters. Frequencies are in kHz on satellites and in Hz elsewhere.
+// The DVBv5 format of libdvbv5 and its tools: a section [name] for each service, with a line KEY = value for each of
+// its ids, PIDs and tuning parameters. Frequencies are in kHz on satellites and in Hz elsewhere.
 //
 // A source is what DELIVERY_SYSTEM tells of it: "S", "C" or "T"; several satellites are told apart by SAT_NUMBER, as
 // "S#0", "S#1". VCHANNEL is the channel number, "7" or "7.1". What the format cannot do without and a channel list does

@@ -26,12 +26,12 @@ struct delivery_system {
 };
 
 constexpr delivery_system delivery_systems[] = {
-    {"DVBS", delivery::satellite},       {"DVBS2", delivery::satellite},   {"TURBO", delivery::satellite},
-    {"ISDBS", delivery::satellite},      {"DSS", delivery::satellite},     {"DVBC/ANNEX_A", delivery::cable},
-    {"DVBC/ANNEX_B", delivery::cable},   {"DVBC/ANNEX_C", delivery::cable}, {"DVBC", delivery::cable},
-    {"ISDBC", delivery::cable},          {"DVBT", delivery::terrestrial},  {"DVBT2", delivery::terrestrial},
-    {"DVBH", delivery::terrestrial},     {"ISDBT", delivery::terrestrial}, {"ATSC", delivery::terrestrial},
-    {"ATSCMH", delivery::terrestrial},   {"DTMB", delivery::terrestrial},  {"CMMB", delivery::terrestrial},
+    {"DVBS", delivery::satellite},     {"DVBS2", delivery::satellite},    {"TURBO", delivery::satellite},
+    {"ISDBS", delivery::satellite},    {"DSS", delivery::satellite},      {"DVBC/ANNEX_A", delivery::cable},
+    {"DVBC/ANNEX_B", delivery::cable}, {"DVBC/ANNEX_C", delivery::cable}, {"DVBC", delivery::cable},
+    {"ISDBC", delivery::cable},        {"DVBT", delivery::terrestrial},   {"DVBT2", delivery::terrestrial},
+    {"DVBH", delivery::terrestrial},   {"ISDBT", delivery::terrestrial},  {"ATSC", delivery::terrestrial},
+    {"ATSCMH", delivery::terrestrial}, {"DTMB", delivery::terrestrial},   {"CMMB", delivery::terrestrial},
     {"DAB", delivery::terrestrial},
 };
 

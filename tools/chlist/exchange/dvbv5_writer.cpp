@@ -46,9 +46,9 @@ bool is_number(const channel_number &number) {
 bool has_number(const line_up_service &service) { return service.number && service.is_listed; }
 
 // Of some of these a section says less than the list; that is the table's.
-constexpr trait carried[] = {trait::number,       trait::minor_number, trait::name,
-                             trait::source,       trait::service_type, trait::polarisation,
-                             trait::video_pid,    trait::audio_pid,    trait::net_index};
+constexpr trait carried[] = {trait::number,    trait::minor_number, trait::name,
+                             trait::source,    trait::service_type, trait::polarisation,
+                             trait::video_pid, trait::audio_pid,    trait::net_index};
 
 constexpr service_loss losses[] = {
     {"names with brackets, line ends or blanks in front, or \"CHANNEL\"",
@@ -116,7 +116,8 @@ std::string_view assumed_settings(delivery by) {
     case delivery::cable:
       return "\tSYMBOL_RATE = 6900000\n\tINNER_FEC = AUTO\n\tMODULATION = QAM/AUTO\n\tINVERSION = AUTO\n"
              "\tDELIVERY_SYSTEM = DVBC/ANNEX_A\n";
-    case delivery::terrestrial: break;
+    case delivery::terrestrial:
+      break;
   }
   return "\tBANDWIDTH_HZ = 8000000\n\tMODULATION = QAM/AUTO\n\tINVERSION = AUTO\n\tDELIVERY_SYSTEM = DVBT\n";
 }

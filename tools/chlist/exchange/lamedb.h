@@ -1,11 +1,11 @@
 // The channel lists of Enigma2: a folder with the transponders and services in "lamedb" (versions 3 and 4) or "lamedb5"
 // (version 5), and with bouquets, which hold the order, the channel numbers and the favourites (bouquets.h).
 //
-// Transponders are told apart by a namespace, the satellite's position in its upper half, and their ids; where these are
-// the same for two transponders, the lower half tells them apart. A source without a position gets one of its own, from
-// 0.1 east on, which is in no other's use. Satellites and cable are in kHz, terrestrial transponders in Hz. What the
-// format cannot do without and a channel list does not hold is assumed: symbol rates of 27,500,000 and 6,900,000, DVB-S,
-// DVB-C and DVB-T with all else automatic.
+// Transponders are told apart by a namespace, the satellite's position in its upper half, and their ids; where these
+// are the same for two transponders, the lower half tells them apart. A source without a position gets one of its own,
+// from 0.1 east on, which is in no other's use. Satellites and cable are in kHz, terrestrial transponders in Hz. What
+// the format cannot do without and a channel list does not hold is assumed: symbol rates of 27,500,000 and 6,900,000,
+// DVB-S, DVB-C and DVB-T with all else automatic.
 #pragma once
 
 #include <filesystem>
@@ -39,8 +39,8 @@ line_up parse_lamedb_folder(std::string_view text, const folder_files &files, lo
 
 std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost);
 
-// The rows of the table of formats. What is read is the folder or the file in it, of any version: the rows differ in the
-// file that they prefer in a folder.
+// The rows of the table of formats. What is read is the folder or the file in it, of any version: the rows differ in
+// the file that they prefer in a folder.
 line_up read_lamedb(const std::filesystem::path &path, loss_counts &lost);
 line_up read_lamedb5(const std::filesystem::path &path, loss_counts &lost);
 

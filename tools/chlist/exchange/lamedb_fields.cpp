@@ -22,7 +22,8 @@ Number read_hexadecimal(std::string_view text, std::string_view what) {
 // Tenths of a degree east; the west is below 0, or above 1800.
 int read_position(std::string_view text) {
   const bool is_west = text.starts_with('-');
-  const int tenths = read_number<int>(text.substr(is_west ? 1 : 0), "orbital position", 0, positions_around_the_earth - 1);
+  const int tenths =
+      read_number<int>(text.substr(is_west ? 1 : 0), "orbital position", 0, positions_around_the_earth - 1);
   return is_west && tenths != 0 ? positions_around_the_earth - tenths : tenths;
 }
 
@@ -71,11 +72,20 @@ class options {
     }
     const std::string_view value = part.substr(2);
     switch (part.front()) {
-      case 'p': service_.provider = value; break;
-      case 'c': take_cached(value); break;
-      case 'C': take_ca_id(value); break;
-      case 'f': has_flags_ = has_flags_ || (value != new_found_flag && value != "0"); break;
-      default: has_others_ = true;
+      case 'p':
+        service_.provider = value;
+        break;
+      case 'c':
+        take_cached(value);
+        break;
+      case 'C':
+        take_ca_id(value);
+        break;
+      case 'f':
+        has_flags_ = has_flags_ || (value != new_found_flag && value != "0");
+        break;
+      default:
+        has_others_ = true;
     }
   }
 
@@ -109,11 +119,20 @@ class options {
     const bool is_pid = value <= largest_stream_pid && is_stream_pid(static_cast<std::uint16_t>(value));
     const auto pid = static_cast<std::uint16_t>(is_pid ? value : unset_pid);
     switch (kind) {
-      case cached_video: service_.fields.video_pid = pid; break;
-      case cached_audio: service_.fields.audio_pid = pid; break;
-      case cached_pcr: service_.fields.pcr_pid = pid; break;
-      case cached_ac3: ac3_pid_ = pid; break;
-      default: has_other_streams_ = true;
+      case cached_video:
+        service_.fields.video_pid = pid;
+        break;
+      case cached_audio:
+        service_.fields.audio_pid = pid;
+        break;
+      case cached_pcr:
+        service_.fields.pcr_pid = pid;
+        break;
+      case cached_ac3:
+        ac3_pid_ = pid;
+        break;
+      default:
+        has_other_streams_ = true;
     }
   }
 

@@ -85,7 +85,8 @@ class reader {
       if (line == "/" || line.empty()) {
         return;
       }
-      const std::string_view parameters = next_unless([](std::string_view next) { return next == "/" || next == "end"; });
+      const std::string_view parameters =
+          next_unless([](std::string_view next) { return next == "/" || next == "end"; });
       add_transponder(line, parameters);
     });
   }
@@ -186,7 +187,8 @@ class reader {
 
   void count_losses(const lamedb_service &read, const lamedb_transponder &transponder) {
     lost_.add("symbol rates and modulation");
-    lost_.add("service types of newer television and radio", basic_service_type(read.service_type) != read.service_type);
+    lost_.add("service types of newer television and radio",
+              basic_service_type(read.service_type) != read.service_type);
     lost_.add("service numbers outside bouquets", read.number != 0 ? 1 : 0);
     lost_.add("circular polarisations (left as horizontal, right as vertical)", transponder.polarisation > 1 ? 1 : 0);
     lost_.add("parts of a kHz", transponder.has_parts_of_a_khz ? 1 : 0);
@@ -245,7 +247,8 @@ line_up read_preferred(const fs::path &path, const std::array<const char *, 2> &
   const std::string text = read_input_file(file);
   const fs::path folder = file.parent_path();
   try {
-    return parse_lamedb_folder(text, [&](const std::string &name) { return file_in(folder, name); }, lost);
+    return parse_lamedb_folder(
+        text, [&](const std::string &name) { return file_in(folder, name); }, lost);
   } catch (const std::runtime_error &error) {
     throw std::runtime_error(file.string() + ": " + error.what());
   }

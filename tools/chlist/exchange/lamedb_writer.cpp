@@ -48,10 +48,10 @@ std::string quoted_name(std::string_view name) {
 }
 
 // Of some of these a lamedb and its bouquets say less than the list; that is counted apart.
-constexpr trait carried[] = {trait::number,       trait::minor_number, trait::name,       trait::provider,
-                             trait::source,       trait::lock,         trait::scrambling, trait::service_type,
-                             trait::polarisation, trait::video_pid,    trait::audio_pid,  trait::pcr_pid,
-                             trait::net_index,    trait::favourites,   trait::favourite_numbers};
+constexpr trait carried[] = {
+    trait::number,    trait::minor_number, trait::name,         trait::provider,     trait::source,
+    trait::lock,      trait::scrambling,   trait::service_type, trait::polarisation, trait::video_pid,
+    trait::audio_pid, trait::pcr_pid,      trait::net_index,    trait::favourites,   trait::favourite_numbers};
 
 constexpr service_loss losses[] = {
     {"names with line ends", [](const line_up_service &s) { return in_one_line(s.name) != s.name; }},
@@ -128,7 +128,8 @@ class writer {
     if (version_ == 5) {
       return "eDVB services /5/\n" + transponders_ + services_;
     }
-    return fmt::format("eDVB services /{}/\ntransponders\n{}end\nservices\n{}end\n", version_, transponders_, services_);
+    return fmt::format("eDVB services /{}/\ntransponders\n{}end\nservices\n{}end\n", version_, transponders_,
+                       services_);
   }
 
   [[nodiscard]] const std::vector<std::string> &sources() const { return sources_; }
@@ -184,8 +185,10 @@ class writer {
       case delivery::satellite:
         return fmt::format("{}:27500000:{}:0:{}:2{}", frequency, service.fields.polarisation != 0 ? 1 : 0,
                            signed_position(*from.position), flags);
-      case delivery::cable: return fmt::format("{}:6900000:2:0:0{}", frequency, flags);
-      case delivery::terrestrial: break;
+      case delivery::cable:
+        return fmt::format("{}:6900000:2:0:0{}", frequency, flags);
+      case delivery::terrestrial:
+        break;
     }
     return fmt::format("{}:0:5:5:3:2:4:4:2{}", frequency, flags);
   }

@@ -48,11 +48,15 @@ std::optional<reception> read_source_letter(std::string_view source) {
     return std::nullopt;
   }
   switch (source.front()) {
-    case 'S': return reception{delivery::satellite, position, number};
-    case 'C': return reception{delivery::cable};
+    case 'S':
+      return reception{delivery::satellite, position, number};
+    case 'C':
+      return reception{delivery::cable};
     case 'A':
-    case 'T': return reception{delivery::terrestrial};
-    default: return std::nullopt;
+    case 'T':
+      return reception{delivery::terrestrial};
+    default:
+      return std::nullopt;
   }
 }
 

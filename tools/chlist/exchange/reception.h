@@ -19,7 +19,7 @@ inline constexpr int positions_around_the_earth = 3600;
 
 struct reception {
   delivery by = delivery::satellite;
-  std::optional<int> position = std::nullopt;  // satellites only; nothing when the source does not tell
+  std::optional<int> position = std::nullopt;          // satellites only; nothing when the source does not tell
   std::optional<int> satellite_number = std::nullopt;  // of a source that is told apart by a number alone: "S#2"
 };
 

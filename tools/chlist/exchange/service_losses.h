@@ -1,5 +1,5 @@
-// What a service says and a format can hold in part only: a table of such losses for each format. What it has no place for
-// at all is told by the traits that it does not carry (service_traits.h).
+// What a service says and a format can hold in part only: a table of such losses for each format. What it has no place
+// for at all is told by the traits that it does not carry (service_traits.h).
 #pragma once
 
 #include <cstdint>

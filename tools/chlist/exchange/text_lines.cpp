@@ -46,7 +46,8 @@ std::optional<std::string_view> text_lines::peek() const {
 
 std::string in_one_line(std::string_view text) {
   std::string line(text);
-  std::ranges::replace_if(line, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
+  std::ranges::replace_if(
+      line, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
   return line;
 }
 

@@ -1,5 +1,5 @@
-// The lines of a text that somebody else wrote: numbered, without their ends (LF or CRLF) and without the byte order mark
-// in front of the first.
+// The lines of a text that somebody else wrote: numbered, without their ends (LF or CRLF) and without the byte order
+// mark in front of the first.
 #pragma once
 
 #include <cstddef>
