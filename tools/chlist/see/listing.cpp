@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <ranges>
 #include <stdexcept>
 
 #include "chlist/service/names.h"
@@ -52,7 +51,11 @@ bool row_filter::takes(const listed_service &row) const {
 }
 
 std::string names_of_sorts() {
-  return fmt::format("{}", fmt::join(sorts | std::views::transform(&named_sort::name), ", "));
+  std::vector<std::string_view> names;
+  for (const named_sort &each : sorts) {
+    names.push_back(each.name);
+  }
+  return fmt::format("{}", fmt::join(names, ", "));
 }
 
 void sort_view(std::int8_t view, std::string_view sort) {

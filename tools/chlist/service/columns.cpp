@@ -8,7 +8,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <ranges>
 #include <stdexcept>
 
 #include "channel/store/view.h"
@@ -151,7 +150,11 @@ constexpr column columns[] = {
 };
 
 std::string names_of_columns() {
-  return fmt::format("{}", fmt::join(columns | std::views::transform(&column::name), ", "));
+  std::vector<std::string_view> names;
+  for (const column &each : columns) {
+    names.push_back(each.name);
+  }
+  return fmt::format("{}", fmt::join(names, ", "));
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ std::string visible(std::string_view broadcast_text) {
 bool is_same_name(std::string_view a, std::string_view b) { return std::ranges::equal(a, b, is_same_letter); }
 
 bool contains_name(std::string_view text, std::string_view part) {
-  return part.empty() || !std::ranges::search(text, part, is_same_letter).empty();
+  return std::search(text.begin(), text.end(), part.begin(), part.end(), is_same_letter) != text.end() || part.empty();
 }
 
 }  // namespace chlist

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <ranges>
+#include <span>
 #include <stdexcept>
 
 #include "channel/store/group_table.h"
@@ -107,7 +107,7 @@ std::string numbers_in(std::int8_t view, const channel_st *service) {
 
 std::string candidates_text(const std::vector<channel_st *> &services, std::int8_t view) {
   std::string text;
-  for (const channel_st *service : services | std::views::take(most_candidates)) {
+  for (const channel_st *service : std::span(services).first(std::min(services.size(), most_candidates))) {
     text += fmt::format("\n  {:>6}  {}  {}", numbers_in(view, service), identity_text(*service),
                         shown(visible(text_of(service->name[0].text))));
   }
