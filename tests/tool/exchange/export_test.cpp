@@ -26,7 +26,7 @@ class Export : public tool_test::import_test {
     const service_data news = {.service_id = 1, .name = "News"};
     const service_data films = {.service_id = 2, .name = "Films", .flag = CHANNEL_FLAG_LOCKED};
     channel_file file;
-    file.network(1, 1, "N").service(news).service(films).entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2);
+    file.network(1, 1, "Net").service(news).service(films).entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2);
     file.entry(VIEW_TV, news, 1).entry(VIEW_TV, films, 2).group(GROUP_PROVIDER, 0, "Meridian");
     write_file(dir.path() + "box.dat", file.data);
   }
@@ -74,15 +74,15 @@ TEST_F(Export, WhatAFormatHasNoPlaceForIsCounted) {
 }
 
 TEST_F(Export, SourcesMayBeNamed) {
-  EXPECT_EQ(exported("box.conf", {"--source", "N=S13.5E"}).exit_code, 0);
+  EXPECT_EQ(exported("box.conf", {"--source", "Net=S13.5E"}).exit_code, 0);
 
   EXPECT_NE(read("box.conf").find(":S13.5E:"), std::string::npos) << read("box.conf");
 }
 
 TEST_F(Export, BadOptionsAreRefused) {
-  EXPECT_EQ(exported("box.conf", {"--source", "N"}).err, "--source: \"N\" is not NETWORK=SOURCE\n"
-                                                         "Run with --help for more information.\n");
-  EXPECT_EQ(exported("box.conf", {"--source", "N=Q"}).exit_code, 2);
+  EXPECT_EQ(exported("box.conf", {"--source", "Net"}).err, "--source: \"Net\" is not NETWORK=SOURCE\n"
+                                                           "Run with --help for more information.\n");
+  EXPECT_EQ(exported("box.conf", {"--source", "Net=S1"}).exit_code, 2);
   EXPECT_EQ(exported("box.conf", {"--source", "M=S1E"}).err, "--source: no network is named \"M\"\n"
                                                              "Run with --help for more information.\n");
   EXPECT_EQ(exported("box.csv", {"--columns", "nome"}).exit_code, 2);
