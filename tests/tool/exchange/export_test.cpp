@@ -56,6 +56,19 @@ TEST_F(Export, TheNameTellsTheFormat) {
   EXPECT_TRUE(read("box.conf").starts_with("News"));
 }
 
+// A receiver forgets it whenever it loads a list.
+TEST_F(Export, TheCountryIsWhatTheFileSays) {
+  const service_data news = {.service_id = 1, .name = "News"};
+  constexpr std::size_t country_at = 210;
+  channel_file file;
+  file.group(GROUP_COUNTRY, 77, "Elbonia").network(1, 1, "Net").service(news).entry(VIEW_ALL, news, 1);
+  write_file(dir.path() + "box.dat", file.set_last(test_support::record_kind::service, country_at, 2, 77).data);
+
+  EXPECT_EQ(exported("box.csv", {"--columns", "name,country"}).exit_code, 0);
+
+  EXPECT_EQ(read("box.csv"), "name,country\r\nNews,Elbonia\r\n");
+}
+
 TEST_F(Export, WhatAFormatHasNoPlaceForIsCounted) {
   const program_result result = exported("box.conf");
 

@@ -8,10 +8,10 @@
 
 #include <stdexcept>
 
-#include "chlist/edit/faithful_load.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/files/list_file.h"
 #include "chlist/report.h"
 #include "chlist/see/difference.h"

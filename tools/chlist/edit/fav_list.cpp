@@ -13,6 +13,7 @@
 #include "chlist/edit/favourite_groups.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/report.h"
 #include "chlist/service/columns.h"
 #include "chlist/text_table.h"
@@ -92,7 +93,7 @@ std::vector<text_table::column> columns_of_entries() {
 int list_favourites(const fav_list_options &options) {
   const channel_input input(options.file);
   input.must_be_current();
-  input.load();
+  load_faithfully(input);
   const json rows = options.group ? json_of_entries(favourites_named(*options.group)) : json_of_groups();
   print_report([&] {
     if (options.as_json) {

@@ -22,7 +22,7 @@ namespace chlist {
 namespace {
 
 // A rename clears 96 bytes: one byte less, and whatever stood there before, the name ends where it should.
-constexpr std::size_t longest_group_name = 95;
+constexpr std::size_t longest_edited_name = 95;
 
 // The slot behind the last group, into which the library's move of a group copies the last one.
 class kept_group_slot {
@@ -81,7 +81,7 @@ void must_be_new_group(std::string_view name, std::int16_t own_index) {
 }
 
 std::string_view group_name_from(const std::string &text, edit_notes &notes) {
-  const std::string_view name = cut_utf8(text, longest_group_name);
+  const std::string_view name = cut_utf8(text, longest_edited_name);
   if (name.empty()) {
     throw std::runtime_error("a name has one byte at least");
   }

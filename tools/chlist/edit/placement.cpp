@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "chlist/edit/faithful_load.h"
+#include "chlist/files/faithful_load.h"
 
 namespace chlist {
 namespace {

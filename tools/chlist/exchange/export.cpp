@@ -17,6 +17,7 @@
 #include "chlist/exchange/vdr_fields.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/files/text_file.h"
 #include "chlist/report.h"
 
@@ -105,7 +106,7 @@ std::vector<made_file> written(const line_up &list, const export_options &option
 
 void export_line_up(const channel_input &input, const export_options &options, outcome &result) {
   input.must_be_current();
-  input.load();
+  load_faithfully(input);
   line_up list = take_line_up(result.lost);
   for (const std::string &source : options.sources) {
     rename_source(list, source);

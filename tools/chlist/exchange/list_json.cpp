@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "channel/persist/detached_list.h"
-#include "channel/persist/image.h"
 #include "chlist/exchange/list_json_codec.h"
 #include "chlist/exchange/list_json_fields.h"
 #include "chlist/files/input_file.h"
+#include "chlist/files/record_image.h"
 
 namespace chlist {
 namespace {
@@ -212,13 +212,6 @@ class file_writer {
  private:
   static constexpr std::size_t most_counted = std::numeric_limits<std::uint16_t>::max();
 
-  template <class Record>
-  void append(const Record &record) {
-    const channel::transient<persist::image<Record>> image(channel::allocate_record<persist::image<Record>>());
-    persist::to_image(record, *image);
-    bytes_.append(reinterpret_cast<const char *>(image->data()), image->size());
-  }
-
   void write_list(const json &object, const std::string &path) {
     const channel::transient<channel_list_st> list(channel::allocate_record<channel_list_st>());
     const record_bytes bytes = bytes_of(*list);
@@ -231,7 +224,7 @@ class file_writer {
     }
     fill_favourites(*list, object, path);
     list->network_num = static_cast<std::uint16_t>(array_in(object, networks_key, path, most_counted).size());
-    append(*list);
+    append_image(bytes_, *list);
   }
 
   void write_network(const json &object, const std::string &path) {
@@ -239,7 +232,7 @@ class file_writer {
     fill_record(bytes_of(network), object, fields_of_network(), path, std::span(&transponders_key, 1));
     const json &transponders = array_in(object, transponders_key, path, most_counted);
     network.tp_num = static_cast<std::uint16_t>(transponders.size());
-    append(network);
+    append_image(bytes_, network);
     for (std::size_t at = 0; at < transponders.size(); ++at) {
       write_transponder(transponders[at], element(fmt::format("{}.{}", path, transponders_key), at));
     }
@@ -250,12 +243,12 @@ class file_writer {
     fill_record(bytes_of(transponder), object, fields_of_transponder(), path, std::span(&services_key, 1));
     const json &services = array_in(object, services_key, path, most_counted);
     transponder.rch_num = static_cast<std::uint16_t>(services.size());
-    append(transponder);
+    append_image(bytes_, transponder);
     for (std::size_t at = 0; at < services.size(); ++at) {
       channel_st service = {};
       fill_record(bytes_of(service), services[at], fields_of_service(),
                   element(fmt::format("{}.{}", path, services_key), at));
-      append(service);
+      append_image(bytes_, service);
     }
   }
 

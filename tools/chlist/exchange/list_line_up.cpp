@@ -73,7 +73,7 @@ class taker {
     added.short_name = text_of(service.name[1].text);
     added.provider = name_in(GROUP_PROVIDER, service.provider_id);
     added.genre = name_in(GROUP_GENRE, service.genre_id);
-    // A load leaves every service with the country 0, so that this is none.
+    // A receiver takes 0 for no country.
     added.country = service.country_id != 0 ? name_in(GROUP_COUNTRY, service.country_id) : "";
     added.source = source_of(service);
     added.fields = fields_of(service);

@@ -14,6 +14,7 @@
 #include "chlist/check/findings.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/files/text_file.h"
 #include "chlist/html/page.h"
@@ -70,7 +71,7 @@ file_findings load_and_check(const channel_input &input) {
     input.refuse("too large for a channel file");
   }
   file_findings found = findings_in(bytes_of(input));
-  input.load();
+  load_faithfully(input);
   return found;
 }
 

@@ -101,7 +101,7 @@ file_contents count_earlier(const channel_input &input, typename Format::list *(
 }
 
 file_contents count_current(const channel_input &input) {
-  input.load();
+  load_faithfully(input);
   return count<current_format>(*get_channel_list());
 }
 

@@ -6,6 +6,7 @@
 
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/see/difference.h"
 
 namespace chlist {
@@ -38,7 +39,7 @@ struct diff_options {
 };
 
 list_snapshot snapshot_of(const channel_input &input) {
-  input.load();
+  load_faithfully(input);
   return take_snapshot();
 }
 

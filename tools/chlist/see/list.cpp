@@ -9,11 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "chlist/exchange/csv.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/see/listing.h"
 #include "chlist/service/columns.h"
-#include "chlist/exchange/csv.h"
 #include "chlist/service/selection.h"
 #include "chlist/text_table.h"
 
@@ -156,7 +157,7 @@ int list_file(const list_options &options) {
   }
   const channel_input input(options.file);
   input.must_be_current();
-  input.load();
+  load_faithfully(input);
   const std::int8_t view = view_named(options.view);
   if (!options.sort.empty()) {
     sort_view(view, options.sort);

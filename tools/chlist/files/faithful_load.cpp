@@ -1,5 +1,5 @@
 // The file is read twice: by the load, and beside it as it stands, for what the load changed.
-#include "chlist/edit/faithful_load.h"
+#include "chlist/files/faithful_load.h"
 
 #include <channel/files.h>
 #include <channel/views.h>
@@ -7,11 +7,10 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <memory>
 
 #include "channel/persist/detached_list.h"
-#include "channel/persist/image.h"
 #include "channel/store/hierarchy.h"
+#include "chlist/files/record_image.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 
@@ -20,13 +19,6 @@ namespace {
 
 using channel::persist::current_format;
 using channel::persist::detached_list;
-
-template <class Record>
-void append_image(std::string &bytes, const Record &record) {
-  const auto image = std::make_unique<channel::persist::image<Record>>();
-  channel::persist::to_image(record, *image);
-  bytes.append(reinterpret_cast<const char *>(image->data()), image->size());
-}
 
 // Both lists have the services of one file, in its order.
 void restore_countries(channel_list_st &as_it_stands) {

@@ -1,6 +1,6 @@
-// Loads a channel file to be edited and saved again. A load changes a few bytes on purpose, for a receiver's sake: the
-// country of every service, the settings of the current view, the position keys of a favourite group. Here they are put
-// back, so that a save of the list as it was loaded gives the file as it was.
+// Loads a channel file to be shown, exported, or edited and saved again. A load changes a few bytes on purpose, for a
+// receiver's sake: the country of every service, the settings of the current view, the position keys of a favourite
+// group. Here they are put back, so that a save of the list as it was loaded gives the file as it was.
 #pragma once
 
 #include <channel/records.h>
