@@ -115,7 +115,7 @@ const group_st *find_group(std::int8_t kind, std::string_view value) {
 }
 
 std::int16_t new_provider(std::string_view value) {
-  const std::string_view name = cut_utf8(value, longest_provider_name);
+  const std::string_view name = cut_utf8(value, longest_group_name);
   group_st added = {};
   added.name_len = static_cast<std::int16_t>(name.size());
   std::ranges::copy(name, added.name);
@@ -124,7 +124,7 @@ std::int16_t new_provider(std::string_view value) {
     throw std::runtime_error(
         fmt::format("provider={}: the list has no such provider, and takes none anew: a name has at most {} bytes, the "
                     "table {} providers",
-                    shown(value), longest_provider_name, +MAX_PROVIDER));
+                    shown(value), longest_group_name, +MAX_PROVIDER));
   }
   return static_cast<std::int16_t>(given);
 }

@@ -8,10 +8,10 @@
 namespace chlist {
 
 struct option_help {
-  std::vector<std::string> names;    // "-o", "--output"; of an argument its name alone, "LIST"
-  std::string value;                 // what it takes, "OUT"; empty for a flag
-  std::vector<std::string> choices;  // the values that it takes, when they are few
-  std::string about;
+  std::vector<std::string> names = {};    // "-o", "--output"; of an argument its name alone, "LIST"
+  std::string value = {};                 // what it takes, "OUT"; empty for a flag
+  std::vector<std::string> choices = {};  // the values that it takes, when they are few
+  std::string about = {};
   bool is_required = false;
   bool is_repeatable = false;
 };
@@ -20,22 +20,22 @@ struct option_help {
 struct help_block {
   enum class kind { paragraph, term, literal };
   kind what = kind::paragraph;
-  std::string term;
-  std::string text;  // lines of a literal are separated by line ends
+  std::string term = {};
+  std::string text = {};  // lines of a literal are separated by line ends
 };
 
 struct help_section {
-  std::string title;  // "Examples"; the first one, the description, has none
-  std::vector<help_block> blocks;
+  std::string title = {};  // "Examples"; the first one, the description, has none
+  std::vector<help_block> blocks = {};
 };
 
 struct command_help {
-  std::string name;     // "chlist merge"
-  std::string summary;  // in one line
-  std::vector<option_help> arguments;
-  std::vector<option_help> options;
-  std::vector<help_section> sections;
-  std::vector<command_help> commands;
+  std::string name = {};     // "chlist merge"
+  std::string summary = {};  // in one line
+  std::vector<option_help> arguments = {};
+  std::vector<option_help> options = {};
+  std::vector<help_section> sections = {};
+  std::vector<command_help> commands = {};
 
   // "chlist-merge", the name of its manual page.
   [[nodiscard]] std::string page_name() const;

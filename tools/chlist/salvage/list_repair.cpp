@@ -71,9 +71,11 @@ class view_repair {
   }
 
   void drop_unresolved() {
-    std::size_t position = 0;
-    view_.remove_if([&](virtual_channel_st &entry) {
+    for (virtual_channel_st &entry : view_.used()) {
       entry.rch = index_.resolve(entry);
+    }
+    std::size_t position = 0;
+    view_.remove_if([&](const virtual_channel_st &entry) {
       if (entry.rch == nullptr) {
         repair_.lost_entries.push_back({name_, position, entry.major_ch_num, channel::identity_of(entry)});
       }

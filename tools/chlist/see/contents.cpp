@@ -11,6 +11,7 @@
 #include <span>
 
 #include "channel/persist/detached_list.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/see/settings.h"
 #include "chlist/service/names.h"
 
