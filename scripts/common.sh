@@ -54,10 +54,14 @@ ensure_packages() {
       apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
-# build_preset PRESET [TARGET...]: configures and builds below build/PRESET.
+# build_preset PRESET [-DNAME=VALUE...] [TARGET...]: configures and builds below build/PRESET.
 build_preset() {
-  local preset=$1
+  local preset=$1 settings=()
   shift
-  step "$preset configure" cmake -S "$root" --preset "$preset" &&
+  while [[ ${1-} == -D* ]]; do
+    settings+=("$1")
+    shift
+  done
+  step "$preset configure" cmake -S "$root" --preset "$preset" "${settings[@]}" &&
     step "$preset build" cmake --build "$root/build/$preset" -j "$jobs" ${1:+--target "$@"}
 }

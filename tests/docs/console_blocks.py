@@ -2,8 +2,7 @@
 """Runs the console blocks of a page, one after another in one folder, and compares what they print with the page.
 
 In a block ```console each line that begins with "$ " is a command, and the lines up to the next one are what it prints on
-both streams. Commands run in bash, in a scratch folder that holds a copy of samples/, with the built programs on the
-path. --update writes what they print into the page.
+both streams. Commands run in bash, in a scratch folder, with the built programs on the path. --update writes what they print into the page.
 """
 
 import argparse
@@ -22,7 +21,8 @@ def arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("page", type=pathlib.Path)
     parser.add_argument("--programs", type=pathlib.Path, required=True, help="the folder of the built programs")
-    parser.add_argument("--samples", type=pathlib.Path, required=True, help="the folder that the commands find copied")
+    parser.add_argument("--copy", action="append", default=[], metavar="FILE=NAME",
+                        help="a file that the commands find, and its name there; may be given again")
     parser.add_argument("--update", action="store_true", help="write the page anew")
     return parser.parse_args()
 
@@ -39,9 +39,10 @@ def commands_of(block):
 
 
 def run(command, folder, environment):
+    """What a command prints. Pages end their lines in LF, whatever a format does."""
     done = subprocess.run(["bash", "-c", command], cwd=folder, env=environment, stdin=subprocess.DEVNULL,
                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-    return done.stdout.decode()
+    return done.stdout.decode().replace("\r\n", "\n")
 
 
 def main():
@@ -49,11 +50,12 @@ def main():
     text = options.page.read_text()
     environment = {**os.environ, "PATH": f"{options.programs}:{os.environ['PATH']}", "LC_ALL": "C.UTF-8", "COLUMNS": "120"}
     with tempfile.TemporaryDirectory() as scratch:
-        folder = pathlib.Path(scratch) / "samples"
-        shutil.copytree(options.samples, folder)
+        for pair in options.copy:
+            file, name = pair.split("=")
+            shutil.copy(file, pathlib.Path(scratch) / name)
 
         def as_run(block):
-            printed = "".join(f"$ {command}\n{run(command, folder, environment)}" for command in commands_of(block[1]))
+            printed = "".join(f"$ {command}\n{run(command, scratch, environment)}" for command in commands_of(block[1]))
             return f"```console\n{printed}```"
 
         real = BLOCK.sub(as_run, text)

@@ -45,13 +45,14 @@ constexpr const char *footer =
 std::unique_ptr<CLI::App> command_line(int &exit_code, int &log_level) {
   auto app = std::make_unique<CLI::App>("Works on the channel files of a digital television receiver.", "chlist");
   app->require_subcommand(1);
-  app->footer(footer);
   app->add_option("--log-level", log_level,
                   "print the library's log lines up to this level (0 errors .. 5), default none")
       ->check(CLI::Range(-1, 5));
   for (const add_subcommand add : subcommands) {
     add(*app, exit_code);
   }
+  // Subcommands would take it over if it came before them.
+  app->footer(footer);
   return app;
 }
 

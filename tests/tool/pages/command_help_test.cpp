@@ -73,6 +73,15 @@ TEST_F(CommandHelp, KnowsWhatAnOptionTakes) {
   EXPECT_TRUE(help.options[2].choices.empty());
 }
 
+TEST_F(CommandHelp, TakesTheOptionsOfGroupsForTheCommand) {
+  app.get_subcommand("copy")->add_option_group("place", "where to")->add_flag("--here", "in this place");
+
+  const command_help help = copy_help();
+
+  EXPECT_EQ(help.options.back().names, std::vector<std::string>{"--here"});
+  EXPECT_EQ(help.commands.size(), 1U);
+}
+
 TEST(FooterSections, JoinTheLinesOfAParagraph) {
   const std::vector<help_section> sections = sections_of("One\ntwo.\n\nThree.");
 

@@ -181,6 +181,19 @@ void add_fav_command(CLI::App &fav, int &exit_code, const fav_command &which) {
 
 }  // namespace
 
+constexpr const char *fav_details =
+    "A list has up to 20 favourite groups of up to 40 services each. Each command has a help of its own.\n"
+    "\n"
+    "Exit codes:\n"
+    "  0  done, or there is nothing to change\n"
+    "  1  done, with notes on standard error\n"
+    "  2  nothing was written\n"
+    "\n"
+    "Examples:\n"
+    "  chlist fav new channels.dat Films\n"
+    "  chlist fav add channels.dat Films 12 \"News HD\"\n"
+    "  chlist fav list channels.dat";
+
 void add_fav(CLI::App &app, int &exit_code) {
   CLI::App *fav = app.add_subcommand("fav", "Show and edit favourite groups");
   fav->require_subcommand(1);
@@ -188,6 +201,8 @@ void add_fav(CLI::App &app, int &exit_code) {
     add_fav_command(*fav, exit_code, each);
   }
   add_fav_list(*fav, exit_code);
+  // The commands would take it over if it came before them.
+  fav->footer(fav_details);
 }
 
 }  // namespace chlist

@@ -52,6 +52,24 @@ option_help help_of(const CLI::Option &option) {
   return help;
 }
 
+std::vector<const CLI::App *> subcommands_of(const CLI::App &app) {
+  return app.get_subcommands([](const CLI::App *) { return true; });
+}
+
+// CLI11 has groups of options as subcommands without a name.
+bool is_option_group(const CLI::App &app) { return app.get_name().empty(); }
+
+void add_options(const CLI::App &app, command_help &help) {
+  for (const CLI::Option *option : app.get_options()) {
+    (option->get_positional() ? help.arguments : help.options).push_back(help_of(*option));
+  }
+  for (const CLI::App *group : subcommands_of(app)) {
+    if (is_option_group(*group)) {
+      add_options(*group, help);
+    }
+  }
+}
+
 bool is_indented(std::string_view line) { return line.starts_with("  "); }
 bool is_title(std::string_view line) { return !line.empty() && line.back() == ':' && !is_indented(line); }
 
@@ -131,16 +149,15 @@ std::vector<help_section> sections_of(const std::string &footer) {
 
 command_help help_of(const CLI::App &app) {
   command_help help;
+  add_options(app, help);
   for (const CLI::App *each = &app; each != nullptr; each = each->get_parent()) {
     help.name = each->get_name() + (help.name.empty() ? "" : " ") + help.name;
   }
   help.summary = app.get_description();
-  for (const CLI::Option *option : app.get_options()) {
-    (option->get_positional() ? help.arguments : help.options).push_back(help_of(*option));
-  }
-  help.sections = sections_of(app.get_footer());
-  for (const CLI::App *command : app.get_subcommands([](const CLI::App *) { return true; })) {
-    help.commands.push_back(help_of(*command));
+  for (const CLI::App *command : subcommands_of(app)) {
+    if (!is_option_group(*command)) {
+      help.commands.push_back(help_of(*command));
+    }
   }
   return help;
 }
