@@ -19,14 +19,16 @@ namespace {
 
 using add_subcommand = void (*)(CLI::App &app, int &exit_code);
 
-// Ways to look at a list, to mend it, to exchange it, and to edit it.
 constexpr add_subcommand subcommands[] = {
-    add_info,   add_list,     add_show,    add_diff,   add_report,  // to look
-    add_check,  add_salvage,  add_convert, add_merge,               // to mend and to bring up to date
-    add_import, add_export,                                         // to exchange
-    add_rename, add_renumber, add_lock,    add_unlock, add_skip,   add_unskip, add_fav,
-    add_remove, add_move,     add_sort,    add_set,                 // to edit
-};
+    // To look at a list.
+    add_info, add_list, add_show, add_diff, add_report,
+    // To mend it and to bring it up to date.
+    add_check, add_salvage, add_convert, add_merge,
+    // To exchange it.
+    add_import, add_export,
+    // To edit it.
+    add_rename, add_renumber, add_lock, add_unlock, add_skip, add_unskip, add_fav, add_remove, add_move, add_sort,
+    add_set};
 
 constexpr const char *footer =
     "Every command tells its own options: 'chlist COMMAND --help'. A channel file is never changed but as a whole.\n"

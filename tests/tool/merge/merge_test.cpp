@@ -328,8 +328,10 @@ TEST_F(MergeTool, AFullPromotionViewIsAFinding) {
 
 TEST_F(MergeTool, OnlyTheCurrentVersionIsMerged) {
   channel_file other = own_list();
-  for (const auto &[version, hint] :
-       {std::pair{6, ""}, {7, ": `chlist convert` makes one of it"}, {9, ": `chlist convert` makes one of it"}, {11, ""}}) {
+  for (const auto &[version, hint] : {std::pair{6, ""},
+                                      {7, ": `chlist convert` makes one of it"},
+                                      {9, ": `chlist convert` makes one of it"},
+                                      {11, ""}}) {
     other.set(0, 2, static_cast<std::uint16_t>(version));
     write_file(path("other.dat"), other.data);
     const std::string error = "other.dat: is of version " + std::to_string(version) + ", not 10" + hint;
