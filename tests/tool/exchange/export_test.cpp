@@ -2,6 +2,8 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -39,6 +41,11 @@ class Export : public tool_test::import_test {
     options.insert(options.begin(), {"export", "box.dat", "-o", output});
     return chlist(options);
   }
+  [[nodiscard]] std::vector<std::string> files() const {
+    std::vector<std::string> names = import_test::files();
+    std::ranges::sort(names);
+    return names;
+  }
   [[nodiscard]] std::string read(const std::string &name) const { return read_file(dir.path() + name); }
 };
 
@@ -54,6 +61,51 @@ TEST_F(Export, TheNameTellsTheFormat) {
   EXPECT_EQ(read("box.m3u"), read("box.m3u8"));
   EXPECT_TRUE(read("box.csv").starts_with("number,minor,name,"));
   EXPECT_TRUE(read("box.conf").starts_with("News"));
+}
+
+TEST_F(Export, AFolderIsWrittenAsAWhole) {
+  const std::filesystem::path folder = dir.path() + "box";
+  for (const char *output : {"box", "box/"}) {
+    const program_result result = exported(output, {"--to", "lamedb4"});
+
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "lamedb"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "userbouquet.all_channels.tv"));
+    EXPECT_EQ(files(), (std::vector<std::string>{"box", "box.dat"}));
+    std::filesystem::remove_all(folder);
+  }
+}
+
+TEST_F(Export, AnEmptyFolderMakesPlace) {
+  std::filesystem::create_directory(dir.path() + "box");
+
+  EXPECT_EQ(exported("box", {"--to", "lamedb4"}).exit_code, 0);
+
+  EXPECT_TRUE(std::filesystem::exists(dir.path() + "box/lamedb"));
+}
+
+TEST_F(Export, AFolderThatHoldsSomethingIsRefused) {
+  std::filesystem::create_directory(dir.path() + "box");
+  write_file(dir.path() + "box/blacklist", "1");
+
+  const program_result result = exported("box", {"--to", "lamedb4"});
+
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_EQ(result.err, "chlist: " + dir.path() +
+                            "box: the folder is not empty, and what is in it would be taken for a part of the list\n");
+  EXPECT_EQ(read("box/blacklist"), "1");
+  EXPECT_FALSE(std::filesystem::exists(dir.path() + "box/lamedb"));
+  EXPECT_EQ(files(), (std::vector<std::string>{"box", "box.dat"}));
+}
+
+TEST_F(Export, AFileIsNoFolder) {
+  const program_result result = exported("box.dat.copy", {"--to", "json"});
+  ASSERT_EQ(result.exit_code, 0) << result.err;
+
+  const program_result refused = exported("box.dat.copy", {"--to", "lamedb4"});
+
+  EXPECT_EQ(refused.exit_code, 2);
+  EXPECT_EQ(refused.err, "chlist: " + dir.path() + "box.dat.copy: not a folder\n");
 }
 
 // A receiver forgets it whenever it loads a list.

@@ -19,6 +19,7 @@
 #include "chlist/files/channel_input.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/text_file.h"
+#include "chlist/files/text_folder.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -32,7 +33,9 @@ constexpr const char *details =
     "\n"
     "The format is told by the name of OUT; --to decides against that. Services come in the order of the ALL view,\n"
     "those that it does not show behind it. What the list says and the format has no place for is counted. OUT is\n"
-    "replaced as a whole or not at all. JSON carries every byte: importing it gives the same file again.\n"
+    "replaced as a whole or not at all; a folder must be new or empty. JSON carries every byte: importing it gives "
+    "the\n"
+    "same file again.\n"
     "\n"
     "Exit codes:\n"
     "  0  everything was exported that the format has a place for\n"
@@ -88,12 +91,11 @@ void rename_source(line_up &list, const std::string &option) {
   }
 }
 
-void write_files(const fs::path &output, const std::vector<made_file> &files) {
-  for (const made_file &file : files) {
-    if (!file.name.empty()) {
-      fs::create_directories(output);
-    }
-    write_text_file(file.name.empty() ? output : output / file.name, file.text);
+void write_files(const fs::path &output, const format &to, const std::vector<made_file> &files) {
+  if (to.is_folder) {
+    write_text_folder(output, files);
+  } else {
+    write_text_file(output, files.front().text);
   }
 }
 
@@ -113,7 +115,7 @@ void export_line_up(const channel_input &input, const export_options &options, o
   }
   result.services = list.services.size();
   result.favourite_groups = list.favourites.size();
-  write_files(options.output, written(list, options, result));
+  write_files(options.output, result.to, written(list, options, result));
 }
 
 void export_whole_file(const channel_input &input, const export_options &options, const format &to) {

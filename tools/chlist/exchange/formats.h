@@ -9,14 +9,12 @@
 #include <vector>
 
 #include "chlist/exchange/line_up.h"
+#include "chlist/files/text_folder.h"
 
 namespace chlist {
 
 // A file that a writer makes, by its name within the output folder; a format of one file leaves the name empty.
-struct made_file {
-  std::string name;
-  std::string text;
-};
+using made_file = named_text;
 
 // What the command line says of how a file is made.
 struct write_options {
