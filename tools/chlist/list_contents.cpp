@@ -90,6 +90,21 @@ known_service known_as(const channel_st &service) {
   return {text_of(service.name[0].text), channel::identity_of(service)};
 }
 
+virtual_channel_st entry_of(channel_st &service, int major, int minor) {
+  const channel::identity id = channel::identity_of(service);
+  virtual_channel_st entry = {};
+  entry.major_ch_num = static_cast<std::int16_t>(major);
+  entry.minor_ch_num = static_cast<std::int16_t>(minor);
+  entry.net_index = id.net_index;
+  entry.frequency = id.frequency;
+  entry.polarisation = id.polarisation;
+  entry.service_id = id.service_id;
+  entry.network_id = id.network_id;
+  entry.ts_id = id.ts_id;
+  entry.rch = &service;
+  return entry;
+}
+
 std::vector<placed_entry> unresolved_entries() {
   std::vector<placed_entry> unresolved;
   for (const list_view &view : views_of(*get_channel_list())) {

@@ -64,6 +64,9 @@ struct known_service {
 
 known_service known_as(const channel_st &service);
 
+// An entry that shows a service under a number.
+virtual_channel_st entry_of(channel_st &service, int major, int minor = 0);
+
 // An entry and where it stands.
 struct placed_entry {
   view_name view;

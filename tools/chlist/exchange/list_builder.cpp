@@ -50,20 +50,6 @@ channel_st *find_same(const channel_st &record) {
                         record.service_id, record.polarisation);
 }
 
-virtual_channel_st entry_of(channel_st &filed, channel_number number) {
-  virtual_channel_st entry = {};
-  entry.major_ch_num = static_cast<std::int16_t>(number.major);
-  entry.minor_ch_num = static_cast<std::int16_t>(number.minor);
-  entry.net_index = filed.net_index;
-  entry.frequency = static_cast<std::uint32_t>(filed.frequency);
-  entry.polarisation = filed.polarisation;
-  entry.service_id = filed.service_id;
-  entry.network_id = filed.network_id;
-  entry.ts_id = filed.ts_id;
-  entry.rch = &filed;
-  return entry;
-}
-
 // The entries of the ALL view with a service type.
 std::size_t count_type(const channel_list_st &list, std::uint8_t type) {
   return static_cast<std::size_t>(
@@ -161,7 +147,7 @@ void list_builder::check_network_name(const channel_st &filed, const std::string
 }
 
 void list_builder::append(channel_st &filed, channel_number number) {
-  list_.vch[list_.vnumber] = entry_of(filed, number);
+  list_.vch[list_.vnumber] = entry_of(filed, number.major, number.minor);
   ++list_.vnumber;
   numbers_[&filed] = number;
 }
@@ -183,7 +169,7 @@ void list_builder::add(const favourite_group &group) {
       continue;
     }
     const channel_number number = entry.number == channel_number{} ? numbers_[filed] : entry.number;
-    const virtual_channel_st added = entry_of(*filed, number);
+    const virtual_channel_st added = entry_of(*filed, number.major, number.minor);
     const std::int16_t held = get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id)));
     if (add_fav_virtual_channel(static_cast<std::int16_t>(id), &added) != 0) {
       ++favourites_left_out_;

@@ -15,12 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-mode_t mode_of_new_files() {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666U & ~mask;
-}
-
 // The mode of the file that is replaced, if there is one.
 mode_t mode_for(const fs::path &target) {
   struct stat found = {};
@@ -28,7 +22,7 @@ mode_t mode_for(const fs::path &target) {
     if (errno != ENOENT) {
       fail(target.string());
     }
-    return mode_of_new_files();
+    return mode_of_new(0666);
   }
   if (!S_ISREG(found.st_mode)) {
     throw std::runtime_error(target.string() + ": not a regular file");
@@ -37,6 +31,12 @@ mode_t mode_for(const fs::path &target) {
 }
 
 }  // namespace
+
+mode_t mode_of_new(mode_t wanted) {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return wanted & ~mask;
+}
 
 working_directory::working_directory(const descriptor &directory, const std::string &name)
     : before_(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC), "working directory") {

@@ -12,6 +12,9 @@
 
 namespace chlist {
 
+// What the caller's mask leaves of the mode of a new file or folder.
+mode_t mode_of_new(mode_t wanted);
+
 // The program works in a descriptor's directory while this lives. The library composes paths of at most 63 characters,
 // so it is given names there.
 class working_directory {

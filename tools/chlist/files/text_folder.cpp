@@ -10,18 +10,13 @@
 #include <system_error>
 
 #include "chlist/files/descriptor.h"
+#include "chlist/files/replacement.h"
 #include "chlist/files/text_file.h"
 
 namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
-
-mode_t mode_of_new_folders() {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0777U & ~mask;
-}
 
 void bring_to_disk(const fs::path &folder) {
   const descriptor open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder.string());
@@ -51,7 +46,7 @@ class temporary_folder {
 
   // An empty folder makes place, nothing else does.
   void become(const fs::path &target) {
-    if (::chmod(path_.c_str(), mode_of_new_folders()) != 0 || ::rename(path_.c_str(), target.c_str()) != 0) {
+    if (::chmod(path_.c_str(), mode_of_new(0777)) != 0 || ::rename(path_.c_str(), target.c_str()) != 0) {
       fail(target.string());
     }
     is_renamed_ = true;

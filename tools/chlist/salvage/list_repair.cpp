@@ -113,26 +113,12 @@ void repair_groups(const channel::group_table &table, std::string_view name, lis
   }
 }
 
-virtual_channel_st entry_of(channel_st &service, std::int16_t number) {
-  const channel::identity id = channel::identity_of(service);
-  virtual_channel_st entry = {};
-  entry.major_ch_num = number;
-  entry.net_index = id.net_index;
-  entry.frequency = id.frequency;
-  entry.polarisation = id.polarisation;
-  entry.service_id = id.service_id;
-  entry.network_id = id.network_id;
-  entry.ts_id = id.ts_id;
-  entry.rch = &service;
-  return entry;
-}
-
 // A receiver shows nothing that is in no view.
 void list_every_service(channel::service_index &index) {
   const channel::view all = channel::find_view(VIEW_ALL);
   for (const channel_st *each : services_of(channel::channel_list)) {
     if (channel_st *service = index.resolve(channel::identity_of(*each)); service == each) {
-      static_cast<void>(all.append(entry_of(*service, static_cast<std::int16_t>(all.size() + 1))));
+      static_cast<void>(all.append(entry_of(*service, all.size() + 1)));
     }
   }
   create_vindex_type(VIEW_TV, -1);
