@@ -110,7 +110,8 @@ std::vector<placed_entry> unresolved_entries() {
   for (const list_view &view : views_of(*get_channel_list())) {
     const auto entries = view.entries();
     for (std::size_t i = 0; i < entries.size(); ++i) {
-      if (entries[i].rch == nullptr) {
+      // Entries that no view counts are not linked.
+      if (entries[i].rch == nullptr && channel::resolve(entries[i]) == nullptr) {
         unresolved.push_back({view.name, i, entries[i].major_ch_num, channel::identity_of(entries[i])});
       }
     }

@@ -233,8 +233,8 @@ TEST_F(CheckSettings, EntriesOfUncountedGroupsAreFound) {
 
   EXPECT_EQ(found_in(file), (findings{{view_place(10).count, severity::warning, "entries-without-group",
                                        "favourites 0 counts 2 in use, the table of groups only 0",
-                                       "no menu shows these entries; the next group that is created begins with "
-                                       "them"}}));
+                                       "no menu shows these entries; they go when a group is created in their "
+                                       "place"}}));
 }
 
 TEST_F(CheckSettings, TheCurrentViewExistsAndIsNotEmpty) {

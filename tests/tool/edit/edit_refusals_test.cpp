@@ -31,6 +31,35 @@ TEST_F(EditRefusals, AServiceWhoseIdentityLeadsToAnother) {
                  "another service or to none");
 }
 
+TEST_F(EditRefusals, ABackupInPlaceOfTheInput) {
+  write_file(path() + ".bak", before.data);
+
+  expect_refused({"lock", "list.dat.bak", "News", "-o", "list.dat"}, path() + ".bak: is the input itself");
+}
+
+TEST_F(EditRefusals, ABackupThatLeadsToTheFile) {
+  fs::create_symlink("list.dat", path() + ".bak");
+
+  expect_refused({"lock", "list.dat", "News"}, path() + ".bak: is the input itself");
+}
+
+TEST_F(EditRefusals, ServicesWithoutAFrequencyAreNeitherRemovedNorFiledAnew) {
+  channel_file lost = own_list();
+  lost.service({.ts_id = 300, .frequency = 0, .service_id = 8, .name = "Lost"});
+  before = lost;
+  write_file(path(), before.data);
+  const std::string error =
+      "\"Lost\" (net 1, network 1, ts 300, 0 H, service 8) cannot be removed or filed anew: it has no frequency";
+
+  expect_refused({"remove", "list.dat", "Lost"}, error);
+  expect_refused({"set", "list.dat", "Lost", "frequency=11306000"}, error);
+}
+
+TEST_F(EditRefusals, GroupsBeyondTheirTable) {
+  expect_refused({"fav", "move", "list.dat", "Best", "--to", "65536"},
+                 "position 65536 is not there: it can be 0 to 1 among the favourite groups");
+}
+
 TEST_F(EditRefusals, NamesWithoutAByte) {
   expect_refused({"rename", "list.dat", "News", ""}, "a name has one byte at least");
 }

@@ -76,6 +76,20 @@ TEST_F(Export, AFolderIsWrittenAsAWhole) {
   }
 }
 
+TEST_F(Export, AFolderIsReadBackButNotInto) {
+  ASSERT_EQ(exported("box", {"--to", "lamedb4"}).exit_code, 0);
+  const std::string lamedb = read("box/lamedb");
+
+  for (const char *input : {"box", "box/lamedb"}) {
+    const program_result result = chlist({"import", input, "-o", "box/userbouquet.all_channels.tv"});
+
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_EQ(result.err, "chlist: box/userbouquet.all_channels.tv: is a part of the input\n");
+  }
+  EXPECT_EQ(read("box/lamedb"), lamedb);
+  EXPECT_EQ(chlist({"import", "box", "-o", "back.dat"}).exit_code, 0);
+}
+
 TEST_F(Export, AnEmptyFolderMakesPlace) {
   std::filesystem::create_directory(dir.path() + "box");
 

@@ -61,7 +61,7 @@ TEST_F(VdrWriter, ALineSaysWhatAServiceIs) {
   service.fields.pcr_pid = 100;
   service.set_flag(CHANNEL_FLAG_FTA, true);
 
-  EXPECT_EQ(text_of(service), "News,N;Meridian| one:11345:V:S13.5E:0:101+100:102:0:1:7:158:2010:0\n");
+  EXPECT_EQ(text_of(service), "News,N;Meridian| one:11345:V:S13.5E:0:101+100:102:0:100:7:158:2010:0\n");
   EXPECT_EQ(losses(lost), row_list{});
 }
 

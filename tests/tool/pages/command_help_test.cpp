@@ -74,7 +74,7 @@ TEST_F(CommandHelp, KnowsWhatAnOptionTakes) {
 }
 
 TEST_F(CommandHelp, TakesTheOptionsOfGroupsForTheCommand) {
-  app.get_subcommand("copy")->add_option_group("place", "where to")->add_flag("--here", "in this place");
+  app.get_subcommand("copy")->add_option_group("place", "where to")->add_flag("--here", flag, "in this place");
 
   const command_help help = copy_help();
 

@@ -67,6 +67,16 @@ TEST_F(SalvageTool, AWholeFileIsWrittenAsItIs) {
   EXPECT_EQ(result.err, "");
 }
 
+// A load clears the countries and selects the current view.
+TEST_F(SalvageTool, CountriesAndSettingsStayAsTheyAre) {
+  channel_file file = whole_file();
+  file.set_last(test_support::record_kind::service, 210, 2, 77).set(6, 1, 2).set(7, 1, 2).set(8, 1, 3);
+
+  EXPECT_EQ(salvage(file.data).exit_code, 0);
+
+  EXPECT_EQ(read_file(path("out.dat")), file.data);
+}
+
 TEST_F(SalvageTool, WhatIsWrittenLoadsWithItsNumbersAndFavourites) {
   const program_result result = salvage(whole_file().data.substr(0, third_service + 100));
 

@@ -123,7 +123,7 @@ TEST_F(Info, RefusesBadFiles) {
   test_support::write_file(path("bad.dat"), "\n");
   expect_refused({"info", "bad.dat"}, "bad.dat: too short for a channel file");
   test_support::write_file(path("bad.dat"), other.data.substr(0, other.data.size() - 1));
-  expect_refused({"info", "bad.dat"}, "bad.dat: ends too early for a channel file of its version");
+  expect_refused({"info", "bad.dat"}, "bad.dat: ends too early for a channel file of version 10");
   for (const int version : {0, 6, 11}) {
     write("bad.dat", other.set(0, 2, static_cast<std::uint64_t>(version)));
     expect_refused({"info", "bad.dat"},

@@ -71,6 +71,18 @@ TEST_F(Selection, AMajorNumberAloneIsEveryMinorWhenThereIsNoZero) {
 
 TEST_F(Selection, ANumberThatTheViewLacksIsAName) { EXPECT_EQ(services_named("5"), services{five}); }
 
+TEST_F(Selection, ANumberThatTheViewLacksIsNoPartOfAName) {
+  file_service({.service_id = 6, .name = "News 24"});
+
+  EXPECT_TRUE(services_named("24").empty());
+}
+
+TEST_F(Selection, ANumberThatTwoServicesHaveIsBoth) {
+  append_entry(VIEW_ALL, entry_of(*five, 7));
+
+  EXPECT_EQ(services_named("7"), (services{news, five}));
+}
+
 TEST_F(Selection, AWholeNameGoesBeforeAPart) {
   EXPECT_EQ(services_named("news"), services{news});
   EXPECT_EQ(services_named("NEWS H"), services{news_hd});
@@ -140,6 +152,16 @@ TEST_F(ViewNames, FavouriteGroupsGoByNameThenByPlace) {
   EXPECT_EQ(view_named("fav:7"), VIEW_FAVOURITE + 1);
   EXPECT_EQ(view_named("fav:0"), VIEW_FAVOURITE);
   EXPECT_EQ(view_named("fav:19"), VIEW_FAVOURITE_LAST);
+}
+
+TEST_F(ViewNames, AGroupWhoseNameAnotherHasIsRefused) {
+  list.favorite_group[0] = named_group("Twin", 1);
+  list.favorite_group[1] = named_group("twin", 2);
+  list.favorite_group_num = 2;
+
+  EXPECT_EQ(error_of([] { static_cast<void>(view_named("fav:Twin")); }),
+            "several favourite groups are named \"Twin\": name one by its place, fav:0");
+  EXPECT_EQ(view_named("fav:1"), VIEW_FAVOURITE + 1);
 }
 
 TEST_F(ViewNames, AnUnknownOneIsRefusedWithThoseThatThereAre) {

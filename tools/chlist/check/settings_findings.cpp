@@ -73,7 +73,7 @@ void check_ids(const framed_list &framed, const id_table &table, finding_list &f
   }
 }
 
-// Entries of groups that are not counted are not even linked.
+// Entries of groups that no menu shows.
 void check_uncounted_groups(const framed_list &framed, finding_list &findings) {
   const channel_list_st &list = framed.list();
   const int groups = std::max<int>(list.favorite_group_num, 0);
@@ -82,7 +82,7 @@ void check_uncounted_groups(const framed_list &framed, finding_list &findings) {
       findings.push_back(
           {framed.offset_of(&entries), severity::warning, "entries-without-group",
            fmt::format("favourites {} counts {} in use, the table of groups only {}", group, entries, groups),
-           "no menu shows these entries; the next group that is created begins with them"});
+           "no menu shows these entries; they go when a group is created in their place"});
     }
   }
 }

@@ -11,6 +11,7 @@
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/distinct_files.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/list_file.h"
 #include "chlist/report.h"
@@ -31,11 +32,12 @@ constexpr const char *common_details =
     "for and what is said to follow; --dry-run and the report show all of it.\n"
     "\n"
     "A SERVICE is named by its number (\"7\", \"7-2\"), by its name or a part of it, or by its identity\n"
-    "(\"1:2:3:11727480H:5\").\n"
+    "(\"1:2:3:11727480H:5\"). What could be several services is refused.\n"
     "\n"
     "Exit codes:\n"
     "  0  done (or, with --dry-run, could be), or there is nothing to change\n"
-    "  1  the same, with notes on standard error: something was done in part or otherwise than asked for, or FILE "
+    "  1  the same, with notes (in JSON, or on standard error): something was done in part or otherwise than asked "
+    "for, or FILE "
     "holds\n"
     "     what cannot be saved again\n"
     "  2  nothing was written: bad usage, a service or group that is not there or could be several, a value out of "
@@ -91,7 +93,8 @@ json json_of_result(const edit_options &options, const edit_result &result) {
 
 void print_result(const edit_options &options, const edit_result &result) {
   const std::string what = options.is_dry_run ? "dry run" : options.target().string();
-  fmt::print("{}: {}\n", what, result.is_changed ? "changed" : "nothing to change");
+  const char *unchanged = result.is_saved ? "a copy, nothing to change" : "nothing to change";
+  fmt::print("{}: {}\n", what, result.is_changed ? "changed" : unchanged);
   if (result.is_changed) {
     print_differences(result.changes);
   }
@@ -124,14 +127,21 @@ void finish_edit_command(CLI::App &command, edit_options &options, const std::st
   command.footer(fmt::format("{}\n{}Examples:\n{}", details, common_details, examples));
 }
 
-int run_edit(const edit_options &options, const list_edit &apply) {
+// The backup replaces neither the input nor, by way of a link, the file that it is made of.
+void save(const edit_options &options) {
   must_be_writable(options.target());
+  if (!options.leaves_no_backup) {
+    must_differ(options.file, backup_of(options.target()));
+    must_differ(options.target(), backup_of(options.target()));
+    keep_backup(options.target());
+  }
+  save_list_as(options.target());
+}
+
+int run_edit(const edit_options &options, const list_edit &apply) {
   edit_result result = edit_in_memory(options, apply);
   if (is_to_be_saved(options, result)) {
-    if (!options.leaves_no_backup) {
-      keep_backup(options.target());
-    }
-    save_list_as(options.target());
+    save(options);
     result.is_saved = true;
   }
   report(options, result);

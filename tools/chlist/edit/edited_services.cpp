@@ -38,6 +38,13 @@ std::vector<channel_st *> editable_services(const std::vector<std::string> &text
   return services;
 }
 
+void must_have_frequency(const channel_st &service) {
+  if (service.frequency == 0) {
+    throw std::runtime_error(
+        fmt::format("{} cannot be removed or filed anew: it has no frequency", describe(known_as(service))));
+  }
+}
+
 std::vector<std::int8_t> views_in_use() {
   std::vector<std::int8_t> codes = saved_views();
   codes.resize(codes.size() - MAX_FAV + static_cast<std::size_t>(channel::favourite_table().size()));

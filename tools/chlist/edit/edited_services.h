@@ -21,6 +21,10 @@ channel_st &editable_service(std::string_view text, std::int8_t view = VIEW_ALL)
 std::vector<channel_st *> editable_services(const std::vector<std::string> &texts, edit_notes &notes,
                                             std::int8_t view = VIEW_ALL);
 
+// The library knows the transponder of a service by its frequency. Throws when there is none: it would remove or file
+// another service.
+void must_have_frequency(const channel_st &service);
+
 // The codes of the saved views: ALL, TV, radio, USER, promotion, and the favourite groups that there are, or all 20.
 std::vector<std::int8_t> views_in_use();
 std::vector<std::int8_t> saved_views();

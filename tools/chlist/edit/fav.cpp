@@ -100,12 +100,14 @@ void remove_services(const fav_options &options, edit_notes &notes) {
   const favourites group = favourites_named(options.group);
   const channel::view view = channel::find_view(group.view());
   for (const channel_st *service : editable_services(options.services, notes, group.view())) {
-    const int position = position_of(view, *service);
+    int position = position_of(view, *service);
     if (position < 0) {
       throw std::runtime_error(
           fmt::format("{} has no entry in {}", name_for_message(*service), title_of(group.view())));
     }
-    remove_entry(group, position, options.closes_gaps);
+    for (; position >= 0; position = position_of(view, *service)) {
+      remove_entry(group, position, options.closes_gaps);
+    }
   }
 }
 

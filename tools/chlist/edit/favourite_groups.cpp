@@ -118,9 +118,11 @@ void current_group::follow() const {
 
 void move_group(const favourites &group, int destination) {
   const kept_group_slot behind;
-  if (move_fav_ch_group(static_cast<std::int16_t>(destination), group.index) != 0) {
-    throw std::runtime_error(fmt::format("position {} is not there: it can be 0 to {} among the favourite groups",
-                                         destination, channel::favourite_table().size() - 1));
+  const int groups = channel::favourite_table().size();
+  const bool is_there = destination >= 0 && destination < groups;
+  if (!is_there || move_fav_ch_group(static_cast<std::int16_t>(destination), group.index) != 0) {
+    throw std::runtime_error(
+        fmt::format("position {} is not there: it can be 0 to {} among the favourite groups", destination, groups - 1));
   }
 }
 

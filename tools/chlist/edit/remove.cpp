@@ -29,6 +29,7 @@ void remove_entries(std::int8_t code, const channel_st &service) {
 
 // Position by position: a sweep would take entries along that have resolved to nothing all the time.
 void remove_service(const channel_st &service) {
+  must_have_frequency(service);
   for (const std::int8_t code : saved_views()) {
     remove_entries(code, service);
   }

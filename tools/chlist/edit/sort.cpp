@@ -16,7 +16,9 @@ namespace {
 constexpr const char *details =
     "Entries move as a whole, so services keep their numbers: a receiver shows the new order in its lists. Without\n"
     "--view the ALL, TV, radio, USER and promotion views are sorted and the favourite groups stay as they are. The\n"
-    "promotion view cannot be sorted alone. In one view:\n"
+    "promotion view cannot be sorted alone.\n"
+    "\n"
+    "Keys:\n"
     "  number       the channel number, then the minor one\n"
     "  name         the name, without regard to case\n"
     "  transponder  the frequency, then the service id\n"

@@ -141,9 +141,21 @@ int import_whole_file(const import_options &options, const format &from) {
   return exit_done;
 }
 
+// A folder is read file by file, whatever file of it is named.
+void must_not_be_within(const import_options &options) {
+  const fs::path folder = fs::is_directory(options.input) ? options.input : fs::absolute(options.input).parent_path();
+  const fs::path place = fs::absolute(options.output).parent_path();
+  if (fs::exists(options.output) && fs::equivalent(folder, place)) {
+    throw std::runtime_error(options.output.string() + ": is a part of the input");
+  }
+}
+
 int run_import(const import_options &options) {
   const format &from = format_to_read(options.from, options.input);
   must_differ(options.input, options.output);
+  if (from.is_folder) {
+    must_not_be_within(options);
+  }
   if (from.to_channel_file != nullptr) {
     return import_whole_file(options, from);
   }

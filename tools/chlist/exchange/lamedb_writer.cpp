@@ -162,7 +162,7 @@ class writer {
     const std::uint32_t base = wanted.name_space;
     auto low = static_cast<std::uint16_t>((fields.frequency / 1000) & 0x7FFF);
     low = static_cast<std::uint16_t>(low | (fields.polarisation != 0 ? 0x8000U : 0U));
-    while (!used_.insert(wanted).second) {
+    for (int tried = 0; !used_.insert(wanted).second && tried <= 0xFFFF; ++tried) {
       wanted.name_space = base | low++;
     }
     return wanted;

@@ -74,7 +74,7 @@ std::optional<std::string> list_builder::add(const line_up_service &service) {
   if (service.is_listed && !service.number && number.major > largest_channel_number) {
     return fmt::format("no channel number is left: the largest is {}", largest_channel_number);
   }
-  if (!is_number(number.major) || !is_number(number.minor)) {
+  if (service.is_listed && (!is_number(number.major) || !is_number(number.minor))) {
     return fmt::format("channel number {}-{} is beyond {}", number.major, number.minor, largest_channel_number);
   }
   const std::optional<std::uint8_t> net_index = net_index_of(service);

@@ -18,6 +18,9 @@ namespace chlist {
 namespace {
 
 constexpr std::string_view unknown_source = "S0.0E";
+
+// Below 100 they name a device; VDR replaces this one by those that it receives.
+constexpr std::string_view some_ca_id = "100";
 constexpr std::uint16_t unset_pid = 0xFFFF;
 constexpr std::uint16_t largest_pid = 0x1FFF;
 
@@ -143,10 +146,12 @@ class writer {
       return std::nullopt;
     }
     lost_.add("network names that are no source, written as S0.0E (see --source)", source == service.source ? 0 : 1);
-    const char *polarisation = fields.polarisation != 0 ? "V" : (is_satellite ? "H" : "");
-    return fmt::format("{}:{}:{}:{}:0:{}:{}:0:{}:{}:{}:{}:0\n", names_.names_of(service), *frequency, polarisation,
+    // No field of VDR's may be empty: without a polarisation it is told to find the inversion.
+    const char *parameters = fields.polarisation != 0 ? "V" : (is_satellite ? "H" : "I999");
+    return fmt::format("{}:{}:{}:{}:0:{}:{}:0:{}:{}:{}:{}:0\n", names_.names_of(service), *frequency, parameters,
                        source, video_text(fields, lost_), pid_text(fields.audio_pid, lost_),
-                       service.has_flag(CHANNEL_FLAG_FTA) ? 1 : 0, fields.service_id, fields.network_id, fields.ts_id);
+                       service.has_flag(CHANNEL_FLAG_FTA) ? some_ca_id : std::string_view("0"), fields.service_id,
+                       fields.network_id, fields.ts_id);
   }
 
   void raise_number(int number) {

@@ -32,6 +32,8 @@ void copy_contents(const descriptor &from, const std::string &from_name, replace
 
 }  // namespace
 
+fs::path backup_of(const fs::path &file) { return fs::weakly_canonical(fs::absolute(file)).string() + ".bak"; }
+
 void keep_backup(const fs::path &file) {
   const fs::path kept = fs::weakly_canonical(fs::absolute(file));
   if (!fs::exists(kept)) {
@@ -42,7 +44,7 @@ void keep_backup(const fs::path &file) {
   if (::fstat(source.get(), &found) != 0) {
     fail(kept.string());
   }
-  replacement copy(kept.string() + ".bak");
+  replacement copy(backup_of(kept));
   copy_contents(source, kept.string(), copy);
   copy.take_mode(found.st_mode & 07777U);
   copy.take_place();

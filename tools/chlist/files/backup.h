@@ -10,4 +10,7 @@ namespace chlist {
 // Throws when it cannot be kept.
 void keep_backup(const std::filesystem::path &file);
 
+// Where keep_backup() puts it.
+std::filesystem::path backup_of(const std::filesystem::path &file);
+
 }  // namespace chlist

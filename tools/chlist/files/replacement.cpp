@@ -30,6 +30,15 @@ mode_t mode_for(const fs::path &target) {
   return found.st_mode & 07777U;
 }
 
+// A link that leads nowhere yet stays one as well.
+fs::path behind_links(const fs::path &target) {
+  const fs::path place = fs::absolute(target);
+  if (fs::is_symlink(place) && !fs::exists(place)) {
+    return fs::weakly_canonical(place.parent_path() / fs::read_symlink(place));
+  }
+  return fs::weakly_canonical(place);
+}
+
 }  // namespace
 
 mode_t mode_of_new(mode_t wanted) {
@@ -48,8 +57,7 @@ working_directory::working_directory(const descriptor &directory, const std::str
 working_directory::~working_directory() { static_cast<void>(::fchdir(before_.get()) == 0); }
 
 replacement::replacement(const fs::path &target)
-    : target_(fs::weakly_canonical(fs::absolute(target))), mode_(mode_for(target_)),
-      folder_name_(target_.parent_path()),
+    : target_(behind_links(target)), mode_(mode_for(target_)), folder_name_(target_.parent_path()),
       folder_(::open(folder_name_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_name_),
       inside_(folder_, folder_name_), file_(::mkostemp(name_, O_CLOEXEC), "temporary file") {}
 

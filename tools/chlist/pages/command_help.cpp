@@ -71,7 +71,10 @@ void add_options(const CLI::App &app, command_help &help) {
 }
 
 bool is_indented(std::string_view line) { return line.starts_with("  "); }
-bool is_title(std::string_view line) { return !line.empty() && line.back() == ':' && !is_indented(line); }
+// A line that is all title, not the end of a paragraph.
+bool is_title(std::string_view line) {
+  return !line.empty() && line.back() == ':' && !is_indented(line) && line.find('.') == std::string_view::npos;
+}
 
 std::string_view trimmed(std::string_view line) {
   line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
@@ -154,6 +157,7 @@ command_help help_of(const CLI::App &app) {
     help.name = each->get_name() + (help.name.empty() ? "" : " ") + help.name;
   }
   help.summary = app.get_description();
+  help.sections = sections_of(app.get_footer());
   for (const CLI::App *command : subcommands_of(app)) {
     if (!is_option_group(*command)) {
       help.commands.push_back(help_of(*command));

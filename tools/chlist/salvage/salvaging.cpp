@@ -12,6 +12,7 @@
 #include "chlist/check/frame.h"
 #include "chlist/convert/conversion.h"
 #include "chlist/files/channel_input.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/salvage/list_image.h"
 #include "chlist/salvage/rebuilt_file.h"
 #include "chlist/salvage/record_bytes.h"
@@ -176,7 +177,7 @@ void load(const search_result &result, byte_span damaged) {
   const memory_file rebuilt(rebuilt_bytes(damaged, result.sizes, result.version, result.list, result.records));
   const channel_input input(rebuilt.path());
   if (result.version == CHANNEL_LIST_VERSION) {
-    input.load();
+    load_faithfully(input);
   } else {
     convert_to_memory(input);
   }

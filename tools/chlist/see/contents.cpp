@@ -1,4 +1,4 @@
-// Counts records of every version; those of today are in memory, those of earlier versions in a list of their own.
+// Counts the records of a list of its own, as the file has them.
 #include "chlist/see/contents.h"
 
 #include <channel/files.h>
@@ -11,7 +11,6 @@
 #include <span>
 
 #include "channel/persist/detached_list.h"
-#include "chlist/files/faithful_load.h"
 #include "chlist/see/settings.h"
 #include "chlist/service/names.h"
 
@@ -92,7 +91,7 @@ file_contents count(channel_list_st &list) {
 }
 
 template <class Format>
-file_contents count_earlier(const channel_input &input, typename Format::list *(*read)(const char *path)) {
+file_contents count_records(const channel_input &input, typename Format::list *(*read)(const char *path)) {
   reset_channel_list();
   const detached_list<Format> list(read(input.library_path().c_str()));
   if (list == nullptr) {
@@ -101,21 +100,16 @@ file_contents count_earlier(const channel_input &input, typename Format::list *(
   return count<Format>(channel::persist::base_of(*list));
 }
 
-file_contents count_current(const channel_input &input) {
-  load_faithfully(input);
-  return count<current_format>(*get_channel_list());
-}
-
 file_contents count_file(const channel_input &input) {
   switch (input.version()) {
+    // Those of today have the same records; a load would bring counts into their arrays.
     case CHANNEL_LIST_VERSION:
-      return count_current(input);
     case 9:
-      return count_earlier<current_format>(input, v9_load_channel);
+      return count_records<current_format>(input, v9_load_channel);
     case 8:
-      return count_earlier<version_8_format>(input, v8_load_channel);
+      return count_records<version_8_format>(input, v8_load_channel);
     case 7:
-      return count_earlier<version_8_format>(input, v7_load_channel);
+      return count_records<version_8_format>(input, v7_load_channel);
     default:
       input.refuse(fmt::format("is of version {}: only 7 to {} are known", input.version(), +CHANNEL_LIST_VERSION));
   }

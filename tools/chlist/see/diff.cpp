@@ -1,6 +1,8 @@
 // `chlist diff`: loads one file, copies what is compared, loads the other and holds the two against each other.
 #include "chlist/see/diff.h"
 
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <memory>
 
@@ -39,7 +41,9 @@ struct diff_options {
 };
 
 list_snapshot snapshot_of(const channel_input &input) {
-  load_faithfully(input);
+  for (const std::string &note : load_faithfully(input)) {
+    fmt::print(stderr, "{}: {}\n", input.path().string(), note);
+  }
   return take_snapshot();
 }
 

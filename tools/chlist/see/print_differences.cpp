@@ -20,7 +20,7 @@ struct kind_text {
 constexpr std::array<kind_text, 3> kinds = {
     {{"added", "Added:", style::green}, {"removed", "Removed:", style::red}, {"changed", "Changed:", style::yellow}}};
 
-constexpr std::size_t most_moved = 5;
+constexpr std::size_t most_named = 5;
 
 const kind_text &text_of(change_kind kind) { return kinds[static_cast<std::size_t>(kind)]; }
 
@@ -46,9 +46,20 @@ json json_of(const change &each) {
   return object;
 }
 
+json first_of(const json &values) {
+  json first = json::array();
+  for (std::size_t i = 0; i < most_named; ++i) {
+    first.push_back(values[i]);
+  }
+  return first;
+}
+
 std::string text_of(const json &value) {
   if (value.empty()) {
     return "-";
+  }
+  if (value.is_array() && value.size() > most_named) {
+    return fmt::format("{} and {} more", text_of_value(first_of(value)), value.size() - most_named);
   }
   return value.is_string() ? shown(value.get<std::string>()) : text_of_value(value);
 }
@@ -56,10 +67,10 @@ std::string text_of(const json &value) {
 // "2 services moved: \"News\", \"Films\"".
 std::string moved_text(const json &names) {
   std::string text = counted(names.size(), "service") + " moved";
-  for (std::size_t i = 0; i < std::min(names.size(), most_moved); ++i) {
+  for (std::size_t i = 0; i < std::min(names.size(), most_named); ++i) {
     text += (i == 0 ? ": " : ", ") + text_of(names[i]);
   }
-  return names.size() > most_moved ? fmt::format("{} and {} more", text, names.size() - most_moved) : text;
+  return names.size() > most_named ? fmt::format("{} and {} more", text, names.size() - most_named) : text;
 }
 
 // "number in TV: 5 -> 7".

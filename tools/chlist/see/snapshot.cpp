@@ -22,7 +22,7 @@ void add_service(list_snapshot &taken, const channel_st &service) {
   list_snapshot::service copy;
   copy.known = {visible(text_of(service.name[0].text)), channel::identity_of(service)};
   for (const column *each : compared_columns()) {
-    copy.values.push_back(each->value({nullptr, &service, 0}));
+    copy.values.push_back(compared_value(*each, service));
   }
   taken.services.push_back(std::move(copy));
 }

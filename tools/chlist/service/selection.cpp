@@ -1,7 +1,6 @@
 // Numbers, names and identities, each looked up by the library.
 #include "chlist/service/selection.h"
 
-#include <channel/lookups.h>
 #include <channel/store.h>
 #include <channel/views.h>
 #include <fmt/format.h>
@@ -55,10 +54,12 @@ std::vector<channel_st *> with_identity(std::string_view text) {
   return found != nullptr ? std::vector{found} : std::vector<channel_st *>{};
 }
 
-std::vector<channel_st *> with_major_number(std::int16_t major, std::int8_t view) {
+// Those of the entries that a rule names, each once.
+template <class Rule>
+std::vector<channel_st *> services_shown(std::int8_t view, const Rule &is_meant) {
   std::vector<channel_st *> services;
   for (const listed_service &row : listed_in(view)) {
-    if (row.entry->major_ch_num == major && row.entry->rch != nullptr &&
+    if (row.entry->rch != nullptr && is_meant(*row.entry) &&
         std::ranges::find(services, row.entry->rch) == services.end()) {
       services.push_back(row.entry->rch);
     }
@@ -66,17 +67,16 @@ std::vector<channel_st *> with_major_number(std::int16_t major, std::int8_t view
   return services;
 }
 
-std::vector<channel_st *> with_number(std::string_view text, std::int8_t view) {
-  const std::optional<number_text> number = read_channel_number(text);
-  if (!number.has_value()) {
-    return {};
+// A number alone means the entries without a minor one, if there are such.
+std::vector<channel_st *> with_number(const number_text &number, std::int8_t view) {
+  std::vector<channel_st *> services = services_shown(view, [&number](const virtual_channel_st &entry) {
+    return entry.major_ch_num == number.major && entry.minor_ch_num == number.minor.value_or(0);
+  });
+  if (services.empty() && !number.minor.has_value()) {
+    services =
+        services_shown(view, [&number](const virtual_channel_st &entry) { return entry.major_ch_num == number.major; });
   }
-  const std::int16_t at = vtype_get_vindex_by_number(number->major, number->minor.value_or(0), view);
-  if (at < 0) {
-    return number->minor.has_value() ? std::vector<channel_st *>{} : with_major_number(number->major, view);
-  }
-  channel_st *found = vtype_get_channel_by_vindex(at, view);
-  return found != nullptr ? std::vector{found} : std::vector<channel_st *>{};
+  return services;
 }
 
 template <class Rule>
@@ -138,7 +138,12 @@ std::vector<std::string> favourite_names() {
 // The group with a name, else the one with a number.
 std::optional<std::int8_t> favourites_named(std::string_view text) {
   const std::vector<std::string> names = favourite_names();
-  const auto named = std::ranges::find_if(names, [text](const std::string &name) { return is_same_name(name, text); });
+  const auto is_meant = [text](const std::string &name) { return !text.empty() && is_same_name(name, text); };
+  const auto named = std::ranges::find_if(names, is_meant);
+  if (std::ranges::count_if(names, is_meant) > 1) {
+    throw std::runtime_error(fmt::format("several favourite groups are named {}: name one by its place, fav:{}",
+                                         shown(text), named - names.begin()));
+  }
   if (named != names.end()) {
     return static_cast<std::int8_t>(VIEW_FAVOURITE + (named - names.begin()));
   }
@@ -167,14 +172,15 @@ std::string number_text_of(const virtual_channel_st &entry) {
 }
 
 std::vector<channel_st *> services_named(std::string_view text, std::int8_t view) {
+  const std::optional<number_text> number = read_channel_number(text);
   std::vector<channel_st *> services = with_identity(text);
-  if (services.empty()) {
-    services = with_number(text, view);
+  if (services.empty() && number.has_value()) {
+    services = with_number(*number, view);
   }
   if (services.empty()) {
     services = with_name([text](const std::string &name) { return is_same_name(name, text); });
   }
-  if (services.empty() && !text.empty()) {
+  if (services.empty() && !number.has_value() && !text.empty()) {
     services = with_name([text](const std::string &name) { return contains_name(name, text); });
   }
   return services;

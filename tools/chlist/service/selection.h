@@ -18,7 +18,7 @@ namespace chlist {
 //                          service id; frequencies within the library's tolerance are the same
 //   "7", "7-2"             the entry of the view with that number (major, minor); "7" is 7-0, or every 7 with a minor
 //   "News"                 the name, without regard to case; else every name that contains the text
-// A text that looks like an identity or a number is a name when there is none such.
+// A text that looks like an identity is a name when there is none such; a number, too, but then never a part of one.
 std::vector<channel_st *> services_named(std::string_view text, std::int8_t view = VIEW_ALL);
 
 // The one service that a text names. Throws std::runtime_error that says that there is none, or lists what it could be.
