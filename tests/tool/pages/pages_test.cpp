@@ -104,7 +104,7 @@ TEST_F(Pages, ZshTakesItsCompletion) {
   EXPECT_EQ(result.err, "");
 }
 
-TEST_F(Pages, ZshQuotesWhatEndsASpecification) {
+TEST_F(Pages, ZshQuotesWhatEndsAPart) {
   const std::string text = chlist::zsh_completion(program_with_commands());
 
   EXPECT_NE(text.find("'--dry-run[write \\[nothing\\]\\: none]'"), std::string::npos) << text;

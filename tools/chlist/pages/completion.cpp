@@ -83,7 +83,7 @@ std::string bash_words(const command_help &program) {
   return branches;
 }
 
-// In single quotes, as zsh has them in a specification of _arguments: brackets and colons end its parts.
+// In single quotes, as zsh has them for _arguments: brackets and colons end its parts.
 std::string zsh_quoted(const std::string &text) {
   std::string quoted;
   for (const char c : text) {
@@ -113,14 +113,14 @@ std::string zsh_function_name(const command_help &command) {
 }
 
 std::string zsh_options(const command_help &command) {
-  std::string specifications;
+  std::string described;
   for (const option_help &option : command.options) {
     const std::string names = option.names.size() == 1
                                   ? option.names.front()
                                   : fmt::format("({})'{{{}}}'", joined(option.names, " "), joined(option.names, ","));
-    specifications += fmt::format(" \\\n    '{}[{}]{}'", names, zsh_quoted(option.about), zsh_value(option));
+    described += fmt::format(" \\\n    '{}[{}]{}'", names, zsh_quoted(option.about), zsh_value(option));
   }
-  return specifications;
+  return described;
 }
 
 std::string zsh_leaf(const command_help &command) {
