@@ -44,9 +44,8 @@ framed_list::framed_list(byte_span file)
   if (!has_list()) {
     return;
   }
-  channel_list_st &list = channel::channel_list;
-  read_image(file_, 0, list);
-  channel::init_lists(list);
+  read_image(file_, 0, channel::channel_list);
+  channel::init_lists(channel::channel_list);
   read_networks();
 }
 

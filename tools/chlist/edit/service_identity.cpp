@@ -78,7 +78,7 @@ channel_st &file_copy(const channel_st &service, const channel::identity &former
   return *copy;
 }
 
-void file_anew(channel_st &service, const channel::identity &former, const channel::identity &wanted) {
+void file_anew(const channel_st &service, const channel::identity &former, const channel::identity &wanted) {
   must_have_frequency(service);
   const network_ch_st *network = get_network_ch_info(former.net_index, former.network_id);
   channel_st &copy = file_copy(service, former, wanted, network->network_name);

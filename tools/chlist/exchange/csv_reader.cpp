@@ -42,7 +42,7 @@ void set_number(line_up_service &service, std::string_view text, std::string_vie
 void set_minor(line_up_service &service, std::string_view text, std::string_view what) {
   const int minor = read_signed<std::int16_t>(text, what);
   if (service.number) {
-    service.number->minor = minor;
+    service.number = channel_number{service.number->major, minor};
   }
 }
 

@@ -168,19 +168,19 @@ void count_favourites(const line_up &list, loss_counts &lost) {
 }  // namespace
 
 std::vector<made_file> write_csv(const line_up &list, const write_options &options, loss_counts &lost) {
-  const columns shown = chosen(options.columns);
+  const columns written = chosen(options.columns);
   std::vector<trait> carried;
   for (const carrying_column &each : carrying) {
-    if (std::ranges::find(shown, each.name, &column::name) != shown.end()) {
+    if (std::ranges::find(written, each.name, &column::name) != written.end()) {
       carried.push_back(each.which);
     }
   }
   count_uncarried(list, carried, lost);
   count_services(list, lost);
-  if (std::ranges::find(shown, favourites_column, &column::name) != shown.end()) {
+  if (std::ranges::find(written, favourites_column, &column::name) != written.end()) {
     count_favourites(list, lost);
   }
-  return {{"", writer(list).write(shown)}};
+  return {{"", writer(list).write(written)}};
 }
 
 }  // namespace chlist

@@ -211,13 +211,13 @@ class writer {
 
   // A CA id of 0 marks a scrambled service: the list does not know by what.
   static std::string options_of(const line_up_service &service) {
-    std::string text = "p:" + provider_text(service.provider);
+    std::string options = "p:" + provider_text(service.provider);
     const std::pair<int, std::uint16_t> pids[] = {
         {0, service.fields.video_pid}, {1, service.fields.audio_pid}, {3, service.fields.pcr_pid}};
     for (const auto &[kind, pid] : pids) {
-      text += is_stream_pid(pid) ? fmt::format(",c:{:02}{:04x}", kind, pid) : "";
+      options += is_stream_pid(pid) ? fmt::format(",c:{:02}{:04x}", kind, pid) : "";
     }
-    return text + (service.has_flag(CHANNEL_FLAG_FTA) ? ",C:0000" : "");
+    return options + (service.has_flag(CHANNEL_FLAG_FTA) ? ",C:0000" : "");
   }
 
   int version_;

@@ -43,8 +43,7 @@ void restore_position_keys(const channel_list_st &as_it_stands) {
 
 // Counts that the load brought into their arrays.
 void find_cut_counts(const channel_list_st &as_it_stands, std::vector<std::string> &lost) {
-  const std::vector<list_view> counted = views_of(as_it_stands);
-  for (const list_view &view : counted) {
+  for (const list_view &view : views_of(as_it_stands)) {
     if (view.count != static_cast<int>(view.size())) {
       lost.push_back(
           fmt::format("the {} view counts {} entries: saved as {}", label_of(view.name), view.count, view.size()));

@@ -80,8 +80,8 @@ void replacement::write(std::string_view text) {
 }
 
 void replacement::take_place() {
-  const std::string name = target_.filename();
-  if (::fchmod(file_.get(), mode_) != 0 || ::fsync(file_.get()) != 0 || std::rename(name_, name.c_str()) != 0) {
+  const std::string target_name = target_.filename();
+  if (::fchmod(file_.get(), mode_) != 0 || ::fsync(file_.get()) != 0 || std::rename(name_, target_name.c_str()) != 0) {
     fail(target_.string());
   }
   is_renamed_ = true;

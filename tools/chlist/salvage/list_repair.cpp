@@ -97,8 +97,8 @@ bool is_named(const group_st &group) {
 }
 
 void repair_groups(const channel::group_table &table, std::string_view name, list_repair &repair) {
-  const std::int16_t counted = *table.count;
-  std::int16_t count = std::clamp<std::int16_t>(counted, 0, table.capacity);
+  const std::int16_t before = *table.count;
+  std::int16_t count = std::clamp<std::int16_t>(before, 0, table.capacity);
   while (count > 0 && is_zero(&table.groups[count - 1], sizeof(group_st))) {
     --count;
   }
@@ -107,9 +107,9 @@ void repair_groups(const channel::group_table &table, std::string_view name, lis
   while (count < table.capacity && is_named(table.groups[count]) && ids.add(table.groups[count].id)) {
     ++count;
   }
-  if (count != counted) {
+  if (count != before) {
     *table.count = count;
-    repair.counts.push_back({fmt::format("the table of {} records", name), counted, count});
+    repair.counts.push_back({fmt::format("the table of {} records", name), before, count});
   }
 }
 

@@ -19,9 +19,8 @@ constexpr const char *memory = "memory file";
 
 class writer {
  public:
-  writer(byte_span damaged, const record_sizes &sizes, const list_image &list) : damaged_(damaged), sizes_(sizes) {
-    bytes_ = list.bytes;
-  }
+  writer(byte_span damaged, const record_sizes &sizes, const list_image &list)
+      : damaged_(damaged), sizes_(sizes), bytes_(list.bytes) {}
 
   template <class Value>
   void set(std::size_t at, const Value &value) {

@@ -94,10 +94,10 @@ template <class Format>
 file_contents count_records(const channel_input &input, typename Format::list *(*read)(const char *path)) {
   reset_channel_list();
   const detached_list<Format> list(read(input.library_path().c_str()));
-  if (list == nullptr) {
-    input.refuse(fmt::format("ends too early for a channel file of version {}", input.version()));
+  if (list != nullptr) {
+    return count<Format>(channel::persist::base_of(*list));
   }
-  return count<Format>(channel::persist::base_of(*list));
+  input.refuse(fmt::format("ends too early for a channel file of version {}", input.version()));
 }
 
 file_contents count_file(const channel_input &input) {

@@ -97,8 +97,8 @@ json favourites(row listed) {
   for (int group = 0; listed.service != nullptr && group < MAX_FAV; ++group) {
     const auto entries = channel::find_view(VIEW_FAVOURITE + group).used();
     if (std::ranges::find(entries, listed.service, &virtual_channel_st::rch) != entries.end()) {
-      const std::string name = visible(text_of(list.favorite_group[group].name));
-      groups.push_back(name.empty() ? std::to_string(group) : name);
+      const std::string own_name = visible(text_of(list.favorite_group[group].name));
+      groups.push_back(own_name.empty() ? std::to_string(group) : own_name);
     }
   }
   return groups;
