@@ -29,6 +29,9 @@ struct identity {
   std::uint32_t frequency;
   std::uint16_t service_id;
   std::uint8_t polarisation;
+
+  // Every value alike, without the tolerance; no lookup asks for that.
+  friend bool operator==(const identity &, const identity &) = default;
 };
 
 // The identity of a view entry: views may tell entries of one service apart by tag.

@@ -1,17 +1,21 @@
 // chlist: works on the channel files of a receiver. The subcommands are in commands.cpp; each adds its own options.
 #include <base/verbosity.h>
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <iostream>
+#include <sstream>
 #include <string>
 
 #include "chlist/commands.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/descriptor.h"
+#include "chlist/report.h"
 
 namespace {
 
@@ -30,6 +34,16 @@ void occupy_closed_streams() {
   ::close(fd);
 }
 
+// The help that was asked for is a report like any other; what is wrong with a command line goes to standard error.
+int explain(const CLI::App &app, const CLI::ParseError &error) {
+  std::ostringstream help;
+  if (app.exit(error, help, std::cerr) != 0) {
+    return chlist::exit_failed;
+  }
+  chlist::print_report([&help] { fmt::print("{}", help.str()); });
+  return chlist::exit_done;
+}
+
 int run(int argc, char **argv) {
   occupy_closed_streams();
   int &log_level = verbosity_map[channel_list_module];
@@ -39,7 +53,7 @@ int run(int argc, char **argv) {
   try {
     app->parse(argc, argv);
   } catch (const CLI::ParseError &error) {
-    return app->exit(error) == 0 ? chlist::exit_done : chlist::exit_failed;
+    return explain(*app, error);
   }
   return exit_code;
 }

@@ -189,6 +189,14 @@ TEST_F(Favourites, AreListed) {
   expect_bytes(before.data);
 }
 
+TEST_F(Favourites, AreListedWithoutTheSelectorsOfTheirNames) {
+  before.group(GROUP_FAV, 2, "\x05Docs");
+  write_file(path(), before.data);
+
+  EXPECT_EQ(nlohmann::json::parse(run({"fav", "list", "list.dat", "--json"}).out)[2],
+            nlohmann::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "entries": 0})"));
+}
+
 TEST_F(Favourites, RefuseWhatIsNotThere) {
   expect_refused({"fav", "add", "list.dat", "2", "News"}, "no favourite group \"2\": there are 2");
   expect_refused({"fav", "remove", "list.dat", "Kids", "News"},

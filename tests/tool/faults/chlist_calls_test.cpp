@@ -132,29 +132,51 @@ INSTANTIATE_TEST_SUITE_P(
                       command{"report_onto_input", {"report", "list.dat", "-o", "./list.dat"}}),
     tool_test::name_of_command);
 
-class ChlistEditFaults : public failing_commands {};
+class ChlistEditFaults : public failing_commands {
+ protected:
+  void expect_whole(const program_result &result, const files &after, files earlier) const {
+    if (result.exit_code == 0) {
+      EXPECT_EQ(result.err, "");
+      EXPECT_TRUE(folder() == after);
+      return;
+    }
+    EXPECT_EQ(result.exit_code, 2);
+    expect_one_message(result.err);
+    const files left = folder();
+    if (left != after && left != earlier) {
+      earlier["list.dat.bak"] = before.at("list.dat");
+      EXPECT_TRUE(left == earlier);
+    }
+  }
+};
 
-// The file is the old one or the new one, whole; its backup is the old one or not there yet; nothing else is left.
+// The file is the old one or the new one, whole; its backup is what it was or the old one, whole; nothing else is left.
 TEST_P(ChlistEditFaults, LeaveTheFileWholeAndKeepThePreviousOne) {
   ASSERT_EQ(run().exit_code, 0);
   const files after = folder();
   ASSERT_TRUE(after.at("list.dat.bak") == before.at("list.dat"));
+  fs::remove(dir() + "list.dat.bak");
 
   fail_every_call([&](const program_result &result) {
-    files left = folder();
-    if (result.exit_code == 0) {
-      EXPECT_EQ(result.err, "");
-      EXPECT_TRUE(left == after);
-    } else {
-      EXPECT_EQ(result.exit_code, 2);
-      expect_one_message(result.err);
-    }
-    if (left != after) {
-      EXPECT_TRUE(!left.contains("list.dat.bak") || left.at("list.dat.bak") == before.at("list.dat"));
-      left.erase("list.dat.bak");
-      EXPECT_TRUE(left == before);
-    }
+    expect_whole(result, after, before);
     fs::remove(dir() + "list.dat.bak");
+  });
+}
+
+TEST_P(ChlistEditFaults, LeaveAnEarlierBackupWholeUntilANewOneIs) {
+  ASSERT_EQ(run().exit_code, 0);
+  const files after = folder();
+  files earlier = before;
+  earlier["list.dat.bak"] = {"an earlier list", after.at("list.dat.bak").second};
+  const auto put_backup = [&] {
+    test_support::write_file(dir() + "list.dat.bak", "an earlier list");
+    fs::permissions(dir() + "list.dat.bak", after.at("list.dat.bak").second);
+  };
+  put_backup();
+
+  fail_every_call([&](const program_result &result) {
+    expect_whole(result, after, earlier);
+    put_backup();
   });
 }
 

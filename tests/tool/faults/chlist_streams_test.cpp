@@ -66,6 +66,15 @@ INSTANTIATE_TEST_SUITE_P(OfReading, ChlistStreams,
                                            command{"diff", {"diff", "list.dat", "list.dat"}}),
                          tool_test::name_of_command);
 
+TEST(ChlistHelp, ThatCannotBeWrittenIsAFailure) {
+  for (const std::string command : {" --help", " merge --help", " fav --help"}) {
+    const program_result result = run_program({"/bin/sh", "-c", "exec " CHLIST_PROGRAM + command + " >/dev/full"});
+
+    EXPECT_EQ(result.exit_code, 2) << command;
+    EXPECT_EQ(result.err, "chlist: standard output: No space left on device\n") << command;
+  }
+}
+
 // A report that is longer than what the stream keeps fails while it is printed, not when it ends.
 using ChlistReport = test_support::file_test;
 

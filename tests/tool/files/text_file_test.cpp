@@ -2,6 +2,8 @@
 #include "chlist/files/text_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <stdexcept>
@@ -55,6 +57,23 @@ TEST_F(TextFile, KeepsTheModeOfWhatItReplaces) {
 
   EXPECT_EQ(read_file(at("out")), "new");
   EXPECT_EQ(fs::status(at("out")).permissions(), fs::perms(0640));
+}
+
+TEST_F(TextFile, KeepsTheOwnerOfWhatItReplaces) {
+  if (::geteuid() != 0) {
+    GTEST_SKIP() << "only root gives files away";
+  }
+  write_file(at("out"), "before");
+  ASSERT_EQ(::chown(at("out").c_str(), 1234, 5678), 0);
+  fs::permissions(at("out"), fs::perms(0640));
+
+  chlist::write_text_file(at("out"), "new");
+
+  struct stat found = {};
+  ASSERT_EQ(::stat(at("out").c_str(), &found), 0);
+  EXPECT_EQ(found.st_uid, 1234U);
+  EXPECT_EQ(found.st_gid, 5678U);
+  EXPECT_EQ(found.st_mode & 07777U, 0640U);
 }
 
 TEST_F(TextFile, HasTheModeOfNewFilesWhenItIsNew) {

@@ -107,6 +107,15 @@ TEST_F(Report, NamesTheGroupsOfServices) {
   EXPECT_EQ(data()["services"][0][7], 1);
 }
 
+TEST_F(Report, NamesTheTypesOfServices) {
+  channel_file file;
+  file.service(news).service({.service_id = 3, .service_type = 0x19}).service({.service_id = 4, .service_type = 200});
+
+  report(file.data);
+
+  EXPECT_EQ(data()["service_types"], (json{{"1", "TV"}, {"25", "HD TV"}, {"200", "type 200"}}));
+}
+
 TEST_F(Report, TellsOfFindings) {
   const service_data missing = {.service_id = 3};
   channel_file file = small_list();

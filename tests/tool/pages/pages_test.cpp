@@ -1,6 +1,10 @@
 // Manual pages as man shows them, and completions as the shells run them.
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
+#include "chlist/commands.h"
 #include "chlist/pages/command_help.h"
 #include "chlist/pages/completion.h"
 #include "chlist/pages/manual_page.h"
@@ -21,7 +25,9 @@ command_help program_with_commands() {
                     {.names = {"TO"}, .about = "what to write", .is_repeatable = true}};
   copy.options = {
       {.names = {"-o", "--order"}, .value = "ORDER", .choices = {"name", "number"}, .about = "it's the order"},
-      {.names = {"--dry-run"}, .about = "write [nothing]: none"}};
+      {.names = {"--dry-run"}, .about = "write [nothing]: none"},
+      {.names = {"-x", "--except"}, .value = "NAME", .about = "not this one", .is_repeatable = true},
+      {.names = {"--tag"}, .value = "TAG", .about = "with a tag", .is_repeatable = true}};
   copy.sections = chlist::sections_of(".first line\n\nExit codes:\n  0  done\n\nExamples:\n  tool copy 'a b' c\\d\n");
   command_help all = {.name = "tool copy all", .summary = "Copy everything"};
   program.options = {{.names = {"--help"}, .about = "this text"}};
@@ -110,6 +116,61 @@ TEST_F(Pages, ZshQuotesWhatEndsAPart) {
   EXPECT_NE(text.find("'--dry-run[write \\[nothing\\]\\: none]'"), std::string::npos) << text;
   EXPECT_NE(text.find("'(-o --order)'{-o,--order}'[it'\\''s the order]:ORDER:(name number)'"), std::string::npos)
       << text;
+}
+
+TEST_F(Pages, ZshOffersAgainWhatMayBeGivenAgain) {
+  const std::string text = chlist::zsh_completion(program_with_commands());
+
+  EXPECT_NE(text.find("'*'{-x,--except}'[not this one]:NAME:_files'"), std::string::npos) << text;
+  EXPECT_NE(text.find("'*--tag[with a tag]:TAG:_files'"), std::string::npos) << text;
+}
+
+// The help of every command and of those below it.
+std::vector<command_help> all_commands() {
+  int exit_code = 0;
+  int log_level = 0;
+  std::vector<command_help> all = {chlist::help_of(*chlist::command_line(exit_code, log_level))};
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const std::vector<command_help> below = all[i].commands;
+    all.insert(all.end(), below.begin(), below.end());
+  }
+  return all;
+}
+
+TEST_F(Pages, OfEveryCommandOfTheToolAreCleanAndComplete) {
+  if (!has("groff")) {
+    GTEST_SKIP() << "groff is not installed";
+  }
+  const std::vector<command_help> commands = all_commands();
+  EXPECT_GT(commands.size(), 30U);
+  for (const command_help &command : commands) {
+    const std::string page = written("page.1", chlist::manual_page(command, "1.2.3"));
+
+    const program_result result = run_program({"/bin/sh", "-c", "groff -man -ww -Tascii -P-cbou " + page});
+
+    SCOPED_TRACE(command.name);
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.err, "");
+    for (const char *section : {"SYNOPSIS", "DESCRIPTION", "OPTIONS", "EXIT STATUS", "EXAMPLES"}) {
+      const bool is_group = !command.commands.empty() && command.name != "chlist";
+      EXPECT_TRUE(is_group || result.out.find(section) != std::string::npos) << section;
+    }
+  }
+}
+
+TEST_F(Pages, OfTheToolAreTakenByBothShells) {
+  int exit_code = 0;
+  int log_level = 0;
+  const command_help program = chlist::help_of(*chlist::command_line(exit_code, log_level));
+  const std::string bash = written("bash", chlist::bash_completion(program));
+  const std::string zsh = written("_chlist", chlist::zsh_completion(program));
+
+  EXPECT_EQ(run_program({"/bin/bash", "-n", bash}).err, "");
+  EXPECT_EQ(run_program({"/bin/bash", "-n", bash}).exit_code, 0);
+  if (has("zsh")) {
+    EXPECT_EQ(run_program({"/bin/sh", "-c", "zsh -n " + zsh}).err, "");
+    EXPECT_EQ(run_program({"/bin/sh", "-c", "zsh -n " + zsh}).exit_code, 0);
+  }
 }
 
 }  // namespace

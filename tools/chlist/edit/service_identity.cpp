@@ -17,11 +17,6 @@
 namespace chlist {
 namespace {
 
-bool is_same(const channel::identity &a, const channel::identity &b) {
-  return a.net_index == b.net_index && a.network_id == b.network_id && a.ts_id == b.ts_id &&
-         a.frequency == b.frequency && a.service_id == b.service_id && a.polarisation == b.polarisation;
-}
-
 tp_ch_st *transponder_for(const channel::identity &id) {
   network_ch_st *network = get_network_ch_info(id.net_index, id.network_id);
   return network == nullptr ? nullptr : get_tp_ch_info_by_network_ch(network, id.ts_id, id.frequency, id.polarisation);
@@ -91,7 +86,7 @@ void file_anew(const channel_st &service, const channel::identity &former, const
 
 void change_identity(channel_st &service, const channel::identity &wanted) {
   const channel::identity former = channel::identity_of(service);
-  if (is_same(former, wanted)) {
+  if (former == wanted) {
     return;
   }
   must_be_free(wanted, service);

@@ -46,7 +46,7 @@ void keep_backup(const fs::path &file) {
   }
   replacement copy(backup_of(kept));
   copy_contents(source, kept.string(), copy);
-  copy.take_mode(found.st_mode & 07777U);
+  copy.take_after(found);
   copy.take_place();
 }
 

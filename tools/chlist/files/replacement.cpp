@@ -15,19 +15,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The mode of the file that is replaced, if there is one.
-mode_t mode_for(const fs::path &target) {
+// What is known of the file that is replaced, if there is one.
+std::optional<struct stat> look_at(const fs::path &target) {
   struct stat found = {};
   if (::stat(target.c_str(), &found) != 0) {
     if (errno != ENOENT) {
       fail(target.string());
     }
-    return mode_of_new(0666);
+    return std::nullopt;
   }
   if (!S_ISREG(found.st_mode)) {
     throw std::runtime_error(target.string() + ": not a regular file");
   }
-  return found.st_mode & 07777U;
+  return found;
 }
 
 // A link that leads nowhere yet stays one as well.
@@ -57,7 +57,7 @@ working_directory::working_directory(const descriptor &directory, const std::str
 working_directory::~working_directory() { static_cast<void>(::fchdir(before_.get()) == 0); }
 
 replacement::replacement(const fs::path &target)
-    : target_(behind_links(target)), mode_(mode_for(target_)), folder_name_(target_.parent_path()),
+    : target_(behind_links(target)), model_(look_at(target_)), folder_name_(target_.parent_path()),
       folder_(::open(folder_name_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_name_),
       inside_(folder_, folder_name_), file_(::mkostemp(name_, O_CLOEXEC), "temporary file") {}
 
@@ -79,9 +79,20 @@ void replacement::write(std::string_view text) {
   }
 }
 
+// The owner goes first: giving a file away takes bits from its mode. Only root may give it to anybody.
+void replacement::take_attributes() const {
+  if (model_) {
+    static_cast<void>(::fchown(file_.get(), model_->st_uid, model_->st_gid) == 0);
+  }
+  if (::fchmod(file_.get(), model_ ? model_->st_mode & 07777U : mode_of_new(0666)) != 0) {
+    fail(target_.string());
+  }
+}
+
 void replacement::take_place() {
   const std::string target_name = target_.filename();
-  if (::fchmod(file_.get(), mode_) != 0 || ::fsync(file_.get()) != 0 || std::rename(name_, target_name.c_str()) != 0) {
+  take_attributes();
+  if (::fsync(file_.get()) != 0 || std::rename(name_, target_name.c_str()) != 0) {
     fail(target_.string());
   }
   is_renamed_ = true;

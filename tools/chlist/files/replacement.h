@@ -2,9 +2,10 @@
 // disk and then renamed. A symbolic link stays one: what it points to is replaced.
 #pragma once
 
-#include <sys/types.h>
+#include <sys/stat.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -43,16 +44,18 @@ class replacement {
   // Goes on at the file's end.
   void write(std::string_view text);
 
-  // Another mode than that of the file that is replaced.
-  void take_mode(mode_t mode) { mode_ = mode; }
+  // Another file than the one that is replaced lends its mode and its owner.
+  void take_after(const struct stat &model) { model_ = model; }
 
-  // Gives the file the mode of the one that it replaces, brings it to the disk, and puts it in the target's place. The
-  // file goes away when this is not called, or throws.
+  // Gives the file the mode of the one that it replaces and, as far as the caller may, the owner; brings it to the
+  // disk, and puts it in the target's place. The file goes away when this is not called, or throws.
   void take_place();
 
  private:
+  void take_attributes() const;
+
   std::filesystem::path target_;
-  mode_t mode_;
+  std::optional<struct stat> model_;  // none for a new file
   std::string folder_name_;
   descriptor folder_;
   working_directory inside_;

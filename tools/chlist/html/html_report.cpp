@@ -64,9 +64,7 @@ std::vector<std::byte> bytes_of(const channel_input &input) {
 
 // What is looked at, and what is loaded, is the file that was opened.
 file_findings load_and_check(const channel_input &input) {
-  if (input.version() != CHANNEL_LIST_VERSION) {
-    input.refuse(fmt::format("is of version {}, not {}", input.version(), static_cast<int>(CHANNEL_LIST_VERSION)));
-  }
+  input.must_be_current();
   if (fs::file_size(input.library_path()) > largest_file) {
     input.refuse("too large for a channel file");
   }

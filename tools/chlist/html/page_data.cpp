@@ -12,23 +12,17 @@
 
 #include "channel/store/hierarchy.h"
 #include "chlist/list_contents.h"
+#include "chlist/service/names.h"
+#include "chlist/service/service_types.h"
 
 namespace chlist {
 namespace {
 
 constexpr int none = -1;
 
-// A byte that selects a character table is no part of a name.
-std::string without_selector(std::string name) {
-  if (!name.empty() && static_cast<unsigned char>(name.front()) < ' ') {
-    name.erase(0, 1);
-  }
-  return name;
-}
-
 template <std::size_t Size>
 std::string name_in(const char (&field)[Size]) {
-  return without_selector(text_of(field));
+  return visible(text_of(field));
 }
 
 // A table of groups: the names, and where each id stands among them.
@@ -76,6 +70,7 @@ class page_records {
   json networks = json::array();
   json transponders = json::array();
   json services = json::array();
+  json service_types = json::object();  // the names of those that occur
   json views = json::array();
 
  private:
@@ -91,6 +86,7 @@ class page_records {
 
   void add(const channel_st &service) {
     places_[&service] = services.size();
+    service_types[std::to_string(service.service_type)] = service_type_name(service.service_type);
     services.push_back({name_in(service.name[0].text),
                         name_in(service.name[1].text),
                         transponders.size(),
@@ -113,7 +109,7 @@ class page_records {
     }
     views.push_back({{"kind", view.name.kind},
                      {"group", view.name.group},
-                     {"name", without_selector(view.name.group_name)},
+                     {"name", visible(view.name.group_name)},
                      {"entries", std::move(entries)}});
   }
 
@@ -148,6 +144,7 @@ json page_data(const std::string &file_name, const file_findings &found) {
           {"networks", std::move(records.networks)},
           {"transponders", std::move(records.transponders)},
           {"services", std::move(records.services)},
+          {"service_types", std::move(records.service_types)},
           {"providers", records.providers.names()},
           {"genres", records.genres.names()},
           {"countries", records.countries.names()},

@@ -112,13 +112,19 @@ std::string zsh_function_name(const command_help &command) {
   return name;
 }
 
+// Names of one option exclude each other, unless it may be given again: "*" says so.
+std::string zsh_names(const option_help &option) {
+  const std::string exclusion = option.is_repeatable       ? "*"
+                                : option.names.size() == 1 ? ""
+                                                           : fmt::format("({})", joined(option.names, " "));
+  return exclusion +
+         (option.names.size() == 1 ? option.names.front() : fmt::format("'{{{}}}'", joined(option.names, ",")));
+}
+
 std::string zsh_options(const command_help &command) {
   std::string described;
   for (const option_help &option : command.options) {
-    const std::string names = option.names.size() == 1
-                                  ? option.names.front()
-                                  : fmt::format("({})'{{{}}}'", joined(option.names, " "), joined(option.names, ","));
-    described += fmt::format(" \\\n    '{}[{}]{}'", names, zsh_quoted(option.about), zsh_value(option));
+    described += fmt::format(" \\\n    '{}[{}]{}'", zsh_names(option), zsh_quoted(option.about), zsh_value(option));
   }
   return described;
 }

@@ -65,8 +65,9 @@ function identity([netIndex, networkId, tsId, frequency, polarisation, serviceId
   return { netIndex, networkId, tsId, frequency, polarisation: polarisation === 0 ? 'H' : 'V', serviceId };
 }
 
+// The types that the filters name; those of all others are names of the standard.
 const typeNames = { 1: 'TV', 2: 'Radio' };
-const typeName = (type) => typeNames[type] ?? `Type ${type}`;
+const typeName = (type) => typeNames[type] ?? data.service_types[type];
 const nameIn = (names, place) => (place < 0 ? '' : names[place]);
 
 const networks = data.networks.map(([netIndex, id, name]) => ({ netIndex, id, name }));
