@@ -1,4 +1,4 @@
-# The documentation site: `cmake --build build --target site` writes it to build/site, where index.html is its first page.
+# The documentation site: `cmake --build build --target site` writes it; its first page is build/site/html/index.html.
 
 if(CMAKE_CROSSCOMPILING)
   return()
@@ -11,7 +11,7 @@ endif()
 
 set(site_dir "${PROJECT_BINARY_DIR}/site")
 
-# channel_site_tabs(<variable> <pages>...): the sidebar's entries for pages in Markdown, under the titles that they have.
+# channel_site_tabs(<variable> <pages>...): the sidebar's entries for pages in Markdown, under their own titles.
 function(channel_site_tabs variable)
   set(tabs "")
   foreach(page IN LISTS ARGN)

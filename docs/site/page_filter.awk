@@ -1,6 +1,7 @@
-# Makes a page in Markdown one of the site. Headings get the anchors that links name them by, under the page's name since
-# the site has one space of anchors: "## The list" of file-format.md becomes file-format-the-list. Links to headings are
-# changed with them; links to headers lead to their families; of links to files that the site has not, the text is left.
+# Makes a page in Markdown one of the site. Headings get the anchors that links name them by, under the page's name
+# since the site has one space of anchors: "## The list" of file-format.md becomes file-format-the-list. Links to
+# headings are changed with them; links to headers lead to their families; of links to files that the site has not, the
+# text is left.
 
 function anchor_of(heading) {
   heading = tolower(heading)

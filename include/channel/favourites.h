@@ -123,6 +123,8 @@ int16_t get_fav_vch_by_group_name(const char *name, virtual_channel_st **out);
 /**
  * Creates a group at the end of the table, empty, under the smallest free id.
  *
+ * A group that has the name already stays as it is, except that its name_len becomes the length of its name.
+ *
  * @param group name and name_len are used; the id is not.
  * @return the new id, or the id of the group that has the name already (without regard to case); -1 when name_len is
  *         negative or there are 20 groups.

@@ -38,7 +38,8 @@ char *set_target_dir(const char *dir);
  * Rebuilds the hierarchy, makes the file's current view current (the ALL view when that one is empty), links every view
  * entry to its real channel, sorts on request, and fills empty genre and country tables from their own files. Sets
  * country_id of every channel to 0. Counts of views and groups that lie outside their arrays are brought back into
- * them. The file's version is not tested: a host compares the result with CHANNEL_LIST_VERSION.
+ * them. Bytes behind the last record are ignored. The file's version is not tested: a host compares the result with
+ * CHANNEL_LIST_VERSION.
  *
  * Records that are still linked when the load begins are not released, because the host may hold pointers to them:
  * call reset_channel_list() first when the list is not empty.
@@ -70,12 +71,14 @@ int load_channel(const char *name, uint8_t sort_mode);
  * Writes the whole list to a channel file, in place, and calls `sync`.
  *
  * Pointers are written as zero, so that the same list gives the same bytes on every target. The list is not changed.
- * Views and counts are written as they stand; a count that does not fit its records is reported, and the file then
- * cannot be read back as it was meant.
+ * Counts are written as they stand: a transponder's channel count that does not fit its list is reported, those of
+ * networks and transponders are not looked at, and a file with such a count is not read back as it was meant.
  *
  * @param name the file's name below the target directory. Null is refused with 0. A path of 64 characters or more is a
  *        file that cannot be opened.
- * @return 1 when every byte was written; 0 otherwise, and then the file may be truncated or partly written.
+ * @return 1 when every byte was written; 0 otherwise: the file is truncated or partly written, and untouched only when
+ *        it
+ *         could not be opened.
  * @logs The lines carry the name save_channel_internal. 0: null, a file that cannot be opened or written, a channel
  *       count that does not fit. 2: the path, the records as they go out, the settings.
  */
@@ -94,8 +97,8 @@ int save_channel(const char *name);
  * A full view takes no more: the service is filed without an entry there.
  *
  * Call it after load_channel(): country_id serves as the mark of presence, 0 for a channel not seen yet, and is 1 on
- * every channel that the merge keeps. A channel whose country_id was not 0 before is not deleted. The list is saved by
- * the host.
+ * every channel that the merge keeps: the country ids that they had are overwritten. A channel whose country_id was not
+ * 0 before is not deleted. The list is saved by the host.
  *
  * @return the number of services added and deleted; 0 when nothing changed, and when the new list cannot be read, which
  *         leaves the list untouched.

@@ -38,9 +38,9 @@ CHANNEL_BEGIN_DECLS
  * byte, its image in the channel file; with 64-bit pointers it holds the same fields in the same order. Every reserved
  * byte is a named field and travels unchanged from a load to the next save. All integers are little-endian.
  *
- * Broadcast fields follow ETSI EN 300 468 (network, transport stream and service identities, service types),
- * ISO/IEC 13818-1 (PIDs, component tags) and ISO/IEC 13818-6 (the DSM-CC data service). The bytes of the file, offset
- * by offset, are in @ref md_docs_file_format.
+ * Broadcast fields follow ETSI EN 300 468 (original network and service ids, service types, component tags),
+ * ISO/IEC 13818-1 (transport stream ids, PIDs) and ISO/IEC 13818-6 (the DSM-CC data service). The bytes of the file,
+ * offset by offset, are in @ref md_docs_file_format.
  * @{
  */
 
@@ -97,7 +97,10 @@ enum {
   SORT_USER_TYPE = 11    /**< the user order key of the real channel */
 };
 
-/** The bits of channel_st::flag that the library itself reads; the others are the host's. */
+/**
+ * The bits of channel_st::flag that the library itself reads; the others are the host's. Service lists of GROUP_FTACAS
+ * also read 0x40, for the group with the id 2.
+ */
 enum {
   CHANNEL_FLAG_LOCKED = 0x02, /**< the channel is locked (limited) */
   CHANNEL_FLAG_FTA = 0x04,    /**< the free-to-air marking: clear on free services, set on scrambled ones */
@@ -133,7 +136,7 @@ struct virtual_channel_st {
   uint8_t reserved_13;  /**< carried unchanged */
   uint16_t service_id;  /**< service id (EN 300 468) */
   uint16_t network_id;  /**< original network id (EN 300 468) */
-  uint16_t ts_id;       /**< transport stream id (EN 300 468) */
+  uint16_t ts_id;       /**< transport stream id (ISO/IEC 13818-1) */
   channel_st *rch;      /**< the real channel; a cache, refreshed by every load, null when it does not resolve */
 };
 
@@ -164,9 +167,9 @@ struct channel_st {
   uint16_t service_id;      /**< service id; 0xFFFF when unset */
   uint8_t polarisation;     /**< 0 horizontal, otherwise vertical */
   uint8_t reserved_245;     /**< carried unchanged */
-  uint16_t pmt_pid;         /**< PID of the program map table; 0xFFFF when unset, as all PIDs here */
+  uint16_t pmt_pid;         /**< PID (ISO/IEC 13818-1) of the program map table; 0xFFFF when unset, as all PIDs here */
   uint16_t pcr_pid;         /**< PID of the program clock reference */
-  uint8_t video_tag;        /**< stream component tag of the video; 0xFF when unset */
+  uint8_t video_tag;        /**< stream component tag (EN 300 468) of the video; 0xFF when unset */
   uint8_t reserved_251;     /**< carried unchanged */
   uint16_t video_pid;       /**< PID of the video */
   uint16_t video_ecm_pid;   /**< PID of the video's entitlement control messages */

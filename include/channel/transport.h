@@ -15,13 +15,16 @@ CHANNEL_BEGIN_DECLS
  *
  * `#include <channel/transport.h>`. Beside what is said here the @ref rules "rules of every call" hold.
  *
- * Queries are walks in list order; the first match wins. A frequency or polarisation of 0 is also the answer when
+ * Queries are walks in list order; the first match wins. Those that are given no network id go on into the next network
+ * with the index when one holds no match. A frequency or polarisation of 0 is also the answer when
  * nothing is found: read the record where that matters.
  * @{
  */
 
 /**
  * The transponder of a network: get_network_ch_info(), then get_tp_ch_info_by_network_ch().
+ *
+ * Only the first network with the two ids is searched.
  *
  * @param net_index network index, 0..255.
  * @param network_id original network id (ETSI EN 300 468), 0..65535.

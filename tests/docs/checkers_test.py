@@ -71,7 +71,7 @@ class InterfaceDocs(unittest.TestCase):
                          "groups.h: find_genre_id: no brief sentence")
 
     def test_finds_a_function_without_a_comment(self):
-        self.assertEqual(self.complaint("groups.h", " */\nint save_group_list", " */\n\nint8_t x;\nint save_group_list"),
+        self.assertEqual(self.complaint("groups.h", " */\nint save_group_list", " */\nint8_t x;\nint save_group_list"),
                          "groups.h: save_group_list has no comment")
 
     def test_finds_a_function_outside_its_family(self):

@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
-"""Compares the programs that a guide shows with the files that they are, and refuses blocks that nothing holds to the
-truth.
+"""Compares the programs that a guide shows with the files that they are, and refuses blocks that no test looks at.
 
 A block ```c or ```cpp stands behind a comment <!-- examples/guides/NAME --> and is that file, whole. Blocks ```console
-are run by console_blocks.py. Blocks ```sh are commands for a reader's own machine, and ```text shows no program; neither
+are run by console_blocks.py. Blocks ```sh are commands for a reader's own machine and ```text shows no program: neither
 is checked. --update writes the files into the guides.
 """
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Proves that every function of the interface is documented whole.
 
-Each function that channel/exports.txt names has, in its family's header and inside the family's group: a brief sentence,
-every parameter by its name and no other, a result where there is one, and the log lines, which name at least the levels
-that the function's own source writes at. The examples in the headers compile.
+Each function that channel/exports.txt names has, in its family's header and inside the family's group: a brief
+sentence, every parameter by its name and no other, a result where there is one, and the log lines, which name at least
+the levels that the function's own source writes at. The examples in the headers compile.
 """
 
 import argparse
@@ -70,7 +70,8 @@ def complaints_about(name, result, parameters, text, levels):
     if len(logs) != 1 or not logs[0]:
         yield "no log lines are documented"
     else:
-        named = {int(level) for each in re.findall(r"(?:^|[.;] |: )((?:\d, )*\d):", logs[0]) for level in each.split(", ")}
+        told = re.findall(r"(?:^|[.;] |: )((?:\d, )*\d):", logs[0])
+        named = {int(level) for levels_told in told for level in levels_told.split(", ")}
         yield from (f"level {level} of its log lines is not documented" for level in sorted(levels - named))
 
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Proves that the documentation site is whole: each family's page shows all of the family's functions and leads to the
-rules of every call, the sidebar leads to every guide and page, links lead to pages, and nothing is fetched from the network.
+rules of every call, the sidebar leads to every guide and page, links lead to pages, and nothing is fetched from the
+network.
 """
 
 import argparse
@@ -50,7 +51,9 @@ def complaints_about_sidebar(root, site):
         yield "the sidebar holds a link that leads nowhere"
     docs = root / "docs"
     for page in sorted([*docs.glob("*.md"), *docs.glob("guides/*.md")]):
-        label = "index" if page == docs / "README.md" else "md_" + re.sub(r"[/-]", "_", str(page.relative_to(root))[:-3])
+        label = "md_" + re.sub(r"[/-]", "_", str(page.relative_to(root).with_suffix("")))
+        if page == docs / "README.md":
+            label = "index"
         if f'"{label}.html"' not in sidebar:
             yield f"the sidebar does not lead to {page.relative_to(root)}"
         if not (site / "html" / f"{label}.html").exists():
@@ -74,7 +77,8 @@ def complaints_about_links(site):
 def main():
     options = arguments()
     complaints = [*complaints_about_families(options.root, options.site),
-                  *complaints_about_sidebar(options.root, options.site), *complaints_about_links(options.site), *complaints_about_network(options.site)]
+                  *complaints_about_sidebar(options.root, options.site), *complaints_about_links(options.site),
+                  *complaints_about_network(options.site)]
     if complaints:
         sys.exit("\n".join(complaints))
 
