@@ -6,7 +6,7 @@
 enum { channel_module = 7 };
 
 int main(int argc, char **argv) {
-  verbosity_map[channel_module] = argc > 1 ? atoi(argv[1]) : 0;
+  verbosity_map[channel_module] = argc > 1 ? (int)strtol(argv[1], NULL, 10) : 0;
   set_target_dir("./");
   init_channel_list();
   alloc_network_ch_info(1, 133, NULL);
