@@ -113,8 +113,8 @@ int16_t get_fav_index_by_number(int16_t group, int16_t major, int16_t minor);
  *
  * @param name a terminated text, compared with regard to case. Null is refused with 0.
  * @param out receives the group's first entry, owned by the list; untouched when there is no such group. Null is
- *        refused
- *        with 0.
+ *       refused
+ *       with 0.
  * @return the number of its entries; 0 when there is no such group.
  * @logs 0: null.
  */
@@ -195,8 +195,8 @@ int remove_fav_virtual_channel(int16_t id, int16_t index);
  * @param tag compared with vch_tag.
  * @param id group id.
  * @param net_index,frequency,polarisation,network_id,ts_id,service_id the channel's @ref rules_identity "identity",
- *        where
- *        frequency 0 is no wildcard.
+ *       where
+ *       frequency 0 is no wildcard.
  * @return 0, also when the channel is not there; -1 when there is no such group.
  * @logs 2: each group looked at.
  */

@@ -55,15 +55,16 @@ char *set_target_dir(const char *dir);
  * @endcode
  *
  * @param name the file's name below the target directory. Null is refused with -1 and changes nothing. A path of 64
- *        characters or more is a file that cannot be opened.
+ *       characters or more is a file that cannot be opened.
  * @param sort_mode a SORT_ code of sort_vindex_ex() for the ALL, USER, promotion, TV and radio views, or 255 to keep
- *        the file's order. An unknown code sorts nothing.
+ *       the file's order. An unknown code sorts nothing.
  * @return the version in the file (10 for a current one); 1 when the file cannot be opened; -1 when it is short. After
  *         1 and -1 the list is initialised, with genres and countries from their own files.
  * @logs Most lines carry the name load_channel_internal. 0: null, a file that cannot be opened or is short, a count
- *        that was brought back, an entry without a channel ("link..."), an unknown sort mode, a genre or country file
- *        that is missing. 1: a current view that is empty. 2: the path, limits, networks, transponders, the settings
- *        and the ALL view; an entry's missing transponder. 3: networks, transponders and channels as they are read.
+ *       that was brought back, an entry without a channel ("link..."), an unknown sort mode, a genre or country file
+ *       that is missing. 1: a current view that is empty. 2: the path, limits, networks, transponders, the settings and
+ *       the ALL view. 3: networks, transponders and channels as they are read. 2, 3, 5: each entry that does not
+ *       resolve, as get_channel_st() tells it.
  */
 int load_channel(const char *name, uint8_t sort_mode);
 
@@ -75,9 +76,9 @@ int load_channel(const char *name, uint8_t sort_mode);
  * networks and transponders are not looked at, and a file with such a count is not read back as it was meant.
  *
  * @param name the file's name below the target directory. Null is refused with 0. A path of 64 characters or more is a
- *        file that cannot be opened.
+ *       file that cannot be opened.
  * @return 1 when every byte was written; 0 otherwise: the file is truncated or partly written, and untouched only when
- *        it
+ *       it
  *         could not be opened.
  * @logs The lines carry the name save_channel_internal. 0: null, a file that cannot be opened or written, a channel
  *       count that does not fit. 2: the path, the records as they go out, the settings.
@@ -102,8 +103,9 @@ int save_channel(const char *name);
  *
  * @return the number of services added and deleted; 0 when nothing changed, and when the new list cannot be read, which
  *         leaves the list untouched.
- * @logs 0: a file that cannot be opened or is short (new_load_channel), a full view, an entry without a channel.
- *       1: a service that the new list holds twice. 2: each service added and deleted, and how many. 3: networks,
+ * @logs 0: a file that cannot be opened or is short (new_load_channel), a full view, an entry without a channel. 1: a
+ *       service that the new list holds twice. 2: each service added and deleted, and how many. 2, 3, 5: each service
+ *       that the list lacks and each entry that is pruned, as get_channel_st() tells its miss. 3: networks,
  *       transponders and channels as they are read. Entry 1 of verbosity_map gates the warning of a service type
  *       without a view, at 1, and the numbers given in the radio and promotion views, at 5.
  */
@@ -160,8 +162,8 @@ v8_channel_list_st *v7_load_channel(const char *path);
  * @param path the whole path; the target directory is not put in front.
  * @return 0; -1 when the version is refused or the file cannot be read.
  * @logs 0: the errors of the reader, a count that was brought back. 1: a service that the file holds twice. 2: the
- *        path, the old settings, each network, each channel as it is filed. 3: what the reader reads. A refused version
- *        writes no error.
+ *       path, the old settings, each network, each channel as it is filed. 3: what the reader reads. A refused version
+ *       writes no error.
  */
 int repair_channel(int version, const char *path);
 

@@ -50,7 +50,7 @@ int16_t get_current_sub_group_id(void);
  *
  * @param kind GROUP_GENRE, GROUP_PROVIDER or GROUP_COUNTRY.
  * @param count receives the number of groups; left untouched for GROUP_SATELLITE, 0 for every other kind and for an
- *        empty table. Null is refused with null.
+ *       empty table. Null is refused with null.
  * @return the first group, owned by the list, or null when the count is 0 and for every other kind.
  * @logs 0: null.
  */

@@ -229,7 +229,7 @@ channel_st *get_channel_by_vindex(int16_t vindex);
  * @param type a view code.
  * @return the channel, owned by the list; null outside the array, for an unknown view, or when it does not resolve.
  * @logs 0: a position beyond the array (a negative one is not told). 1: an unknown view, twice. 5: the entry's
- *        identity. 2, 3, 5: an entry that does not resolve, as get_channel_st() tells it.
+ *       identity. 2, 3, 5: an entry that does not resolve, as get_channel_st() tells it.
  */
 channel_st *vtype_get_channel_by_vindex(int16_t vindex, int8_t type);
 

@@ -100,7 +100,7 @@ int remove_invalid_provider_info(void);
  *
  * @param view_type a view code.
  * @param out receives 500 ids: those found, sorted by name, and -1 behind them. Left alone for an unknown or empty
- *        view. Null is refused with 0.
+ *       view. Null is refused with 0.
  * @return how many were found; a service whose provider is not in the table is reported and passed over.
  * @logs 0: null, each entry without a real channel, each provider that is not in the table. 1: an unknown view, twice.
  */

@@ -83,8 +83,8 @@ int remove_invalid_virtual_channel(void);
  *
  * @param net_index,network_id,ts_id,frequency,service_id,polarisation the channel's @ref rules_identity "identity".
  * @return 0; -1 when the channel is not found.
- * @logs 2: the channel, as print_channel_info() does; with frequency 0 the sweep's lines. 3: a miss, by its finder and
- *       with the step that failed. None while the list counts no network.
+ * @logs 2: the channel, as print_channel_info() does. 3: a miss, by its finder and with the step that failed. With
+ *       frequency 0 also what remove_invalid_virtual_channel() says. None while the list counts no network.
  */
 int remove_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency, uint16_t service_id,
                       uint8_t polarisation);
@@ -99,7 +99,8 @@ int remove_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, ui
  * @param tag compared with vch_tag.
  * @param net_index,network_id,ts_id,frequency,service_id,polarisation the channel's @ref rules_identity "identity".
  * @return 0, whatever was found.
- * @logs 2: start ("S") and end ("E"), and between them the lines of remove_channel_st() and of the sweep. 3: a miss.
+ * @logs 2: start ("S") and end ("E"). 2, 3, 5: between them, what remove_channel_st() and
+ *       remove_invalid_virtual_channel() say.
  */
 int remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
                               uint16_t service_id, uint8_t polarisation);
@@ -111,8 +112,8 @@ int remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id
  *
  * @param net_index network index, 0..255.
  * @return 0.
- * @logs 2: each transponder, the new view, the sweep's lines. 5: the call and each network. When neither view has
- *       entries, an ERROR that entry 1 of verbosity_map gates.
+ * @logs 0: neither view has entries, which entry 1 of verbosity_map gates. 2: each transponder, the new view. 5: the
+ *       call and each network. Then what remove_invalid_virtual_channel() says.
  */
 int remove_channel_info_by_net_index(uint8_t net_index);
 

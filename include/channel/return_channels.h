@@ -93,7 +93,7 @@ int remove_return_channel(int8_t tag, uint8_t net_index, uint16_t network_id, ui
  * Where the promotion channels stand in the ALL view.
  *
  * @param out one number for each promotion channel (10 at most): the last matching position; left as it was when there
- *        is none. Null is refused with -1.
+ *       is none. Null is refused with -1.
  * @param count receives the number of promotion channels. Null is refused with -1.
  * @return 0, or -1 when refused.
  * @logs 0: null. 5: the call and each match.

@@ -50,7 +50,8 @@ int create_service_by_group_list_id(int8_t kind, int16_t id, int8_t source_type,
  * @param id group id, as for create_service_by_group_list_id().
  * @param view_type the view to look at, a view code.
  * @return 0; -1 when the view is unknown or empty.
- * @logs 0: each entry without a real channel. 1: an unknown view, twice. 2: the view and the id, and the sweep's lines.
+ * @logs 0: each entry without a real channel. 1: an unknown view, twice. 2: the view and the id. Then
+ *       what remove_invalid_virtual_channel() says.
  */
 int remove_service_by_group_list_id(int8_t kind, int16_t id, int8_t view_type);
 
@@ -60,7 +61,7 @@ int remove_service_by_group_list_id(int8_t kind, int16_t id, int8_t view_type);
  * @param kind GROUP_GENRE, GROUP_PROVIDER or GROUP_COUNTRY; every other kind gives 0.
  * @param view_type a view code.
  * @param out room for as many records as the kind's table holds: 50 genres, 500 providers or 200 countries. Null is
- *        refused with 0.
+ *       refused with 0.
  * @return how many groups were copied to @p out.
  * @logs 0: an unknown or empty view, null, each entry without a real channel. 1: an unknown view, twice.
  */

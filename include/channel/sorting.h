@@ -25,9 +25,9 @@ CHANNEL_BEGIN_DECLS
  * Sorts a view.
  *
  * @param sort_type SORT_CH_NAME, SORT_TRANSPONDER, SORT_NUMBER, SORT_SERVICE_ID, SORT_FAV_DEFAULT or SORT_USER_TYPE;
- *        any other is logged and sorts nothing.
+ *       any other is logged and sorts nothing.
  * @param view_type VIEW_ALL, VIEW_TV, VIEW_RADIO, VIEW_USER or a favourite group; any other is refused and nothing is
- *        sorted.
+ *       sorted.
  * @return 0 in every case.
  * @logs 0: a view that is refused, an unknown sort type. 2: the call, the sort type's name, the count, the end.
  */

@@ -144,7 +144,7 @@ void release_tp_ch_info(tp_ch_st *tp);
  * Frees a network with its transponders and their channels, and lowers network_num.
  *
  * @param network a network of the list; the pointer is invalid afterwards, and so are those to what it held. Null is
- *        refused.
+ *       refused.
  * @logs 0: null. 2: each transponder, as release_tp_ch_info().
  */
 void release_network_ch_info(network_ch_st *network);

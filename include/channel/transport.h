@@ -169,8 +169,8 @@ int get_channel_list_version(void);
  * @param frequency matched within the tolerance; 0 is no wildcard.
  * @param polarisation compared exactly.
  * @return 0.
- * @logs 2: the call, each network and each transponder looked at, each one released, the new view, the sweep's lines.
- *       When neither view has entries, an ERROR that entry 1 of verbosity_map gates.
+ * @logs 0: neither view has entries, which entry 1 of verbosity_map gates. 2: the call, each network and each
+ *       transponder looked at, each one released, the new view. Then what remove_invalid_virtual_channel() says.
  */
 int remove_channel_info_by_frequency(int net_index, uint32_t frequency, uint8_t polarisation);
 

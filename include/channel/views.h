@@ -137,7 +137,7 @@ int create_vindex_type(int8_t type, int8_t net_filter);
  * one of them occurs twice. TV and radio also set service_type, and net_index to -1.
  *
  * @param type a view code. An unknown code, and VIEW_WORK, makes lookups use the ALL view, is kept as the current code
- *        all the same, and gives -1: hosts rely on reading their code back.
+ *       all the same, and gives -1: hosts rely on reading their code back.
  * @return 0, -1 or -4 as above.
  * @logs 0: an unknown code or VIEW_WORK. 1: a view that is empty; each entry of a favourite group while a double
  *       favorite_id is looked for, and that they are numbered anew. 2: the view, between two rules, unless it is empty.
@@ -148,8 +148,8 @@ int change_vindex_type(int8_t type);
  * Inserts an entry before a position of a view.
  *
  * @param w0,w1,w2,w3,w4 the first 20 bytes of a virtual_channel_st as 32-bit words: vch_tag, favorite_id and
- *        major_ch_num; minor_ch_num, net_index and a reserved byte; frequency; polarisation, a reserved byte and
- *        service_id; network_id and ts_id.
+ *       major_ch_num; minor_ch_num, net_index and a reserved byte; frequency; polarisation, a reserved byte and
+ *       service_id; network_id and ts_id.
  * @param w5 ignored: the pointer to the real channel is resolved from the identity.
  * @param vindex position, 0..count-1. A position equal to the count is refused: this function does not append.
  * @param type a view code.

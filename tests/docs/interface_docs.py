@@ -20,6 +20,7 @@ def arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("root", type=pathlib.Path)
     parser.add_argument("--compiler", help="a C compiler, for the examples")
+    parser.add_argument("--observed", type=pathlib.Path, help="what observed_levels saw, instead of the sources")
     return parser.parse_args()
 
 
@@ -70,9 +71,13 @@ def complaints_about(name, result, parameters, text, levels):
     if len(logs) != 1 or not logs[0]:
         yield "no log lines are documented"
     else:
-        told = re.findall(r"(?:^|[.;] |: )((?:\d, )*\d):", logs[0])
-        named = {int(level) for levels_told in told for level in levels_told.split(", ")}
-        yield from (f"level {level} of its log lines is not documented" for level in sorted(levels - named))
+        missing = levels - levels_told(logs[0])
+        yield from (f"level {level} of its log lines is not documented" for level in sorted(missing))
+
+
+def levels_told(logs):
+    told = re.findall(r"(?:^|[.;] |: )((?:\d, )*\d):", logs)
+    return {int(level) for levels in told for level in levels.split(", ")}
 
 
 def levels_written(root):
@@ -85,6 +90,26 @@ def levels_written(root):
             written |= {int(level) for level in re.findall(r"LOG_(?:TRACE|PLAIN)\((\d)", body)}
             levels.setdefault(name, set()).update(written)
     return levels
+
+
+def complaints_about_observed(root, observed):
+    """The levels that functions were seen to write at, and which neither they nor those they refer to name."""
+    logs = {}
+    for header in sorted((root / "include/channel").glob("*.h")):
+        for match in DOCUMENTED.finditer(header.read_text()):
+            logs[re.search(r"(\w+)$", match[2])[1]] = " ".join(section(text_of(match[1]), "logs"))
+
+    def levels_of(name, seen=()):
+        told = levels_told(logs[name])
+        for other in re.findall(r"(\w+)\(\)", logs[name]):
+            if other in logs and other not in (name, *seen):
+                told |= levels_of(other, (name, *seen))
+        return told
+
+    for line in observed.read_text().splitlines():
+        name, *levels = line.split()
+        for level in sorted({int(level) for level in levels} - levels_of(name)):
+            yield f"{name}: was seen to write at level {level}, which its log lines do not name"
 
 
 def complaints_about_header(header, names, levels):
@@ -132,8 +157,11 @@ def main():
     functions = exported_functions(options.root)
     levels = levels_written(options.root)
     complaints = []
-    for header, names in functions.items():
-        complaints += complaints_about_header(options.root / "include/channel" / header, names, levels)
+    if options.observed:
+        complaints += complaints_about_observed(options.root, options.observed)
+    else:
+        for header, names in functions.items():
+            complaints += complaints_about_header(options.root / "include/channel" / header, names, levels)
     if options.compiler:
         complaints += complaints_about_examples(options.root, options.compiler)
     if complaints:
