@@ -44,7 +44,7 @@ CHANNEL_BEGIN_DECLS
  * @return 1; -1, and nothing moved, when the current view or the service-type view does not exist or a position is not
  *         valid.
  * @logs 0: null, or a position that is not valid. 1: an unknown service-type view, twice. 2: each step; for several
- *       entries where each stands in both views. Memory that runs out stops the process, as everywhere.
+ *       entries where each stands in both views.
  */
 int move_channel(int16_t des_index, int16_t count, const int16_t *src_indices);
 
