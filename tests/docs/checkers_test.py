@@ -88,6 +88,73 @@ class InterfaceDocs(unittest.TestCase):
         self.assertEqual(printed.splitlines()[0], "an example in a header does not compile:")
 
 
+class ObservedLevels(unittest.TestCase):
+    def complaint(self, observed):
+        with tempfile.TemporaryDirectory() as scratch:
+            path = pathlib.Path(scratch) / "observed.txt"
+            path.write_text(observed)
+            return run("interface_docs.py", ROOT, "--observed", path)
+
+    def test_passes_levels_that_a_function_names(self):
+        self.assertEqual(self.complaint("save_group_list 0 2\nfind_genre_id\n"), (0, ""))
+
+    def test_passes_levels_that_a_function_refers_to(self):
+        self.assertEqual(self.complaint("check_skip_channel_index 0 5\nv7_load_channel 0 2 3\n"), (0, ""))
+
+    def test_finds_a_level_that_nobody_names(self):
+        self.assertEqual(self.complaint("find_genre_id 3\n"),
+                         (1, "find_genre_id: was seen to write at level 3, which its log lines do not name\n"))
+
+
+class SitePages(unittest.TestCase):
+    """A site of one family with one function, one page, and one guide."""
+
+    FAMILY = '<a href="rules.html">rules</a><a id="a1"></a>'
+    SIDEBAR = '["index.html", "md_docs_guides_host.html", "group__moving.html"]'
+    TAG = """<tagfile><compound kind="group"><name>moving</name><member kind="function"><name>move_channel</name>
+             <anchor>a1</anchor></member></compound></tagfile>"""
+
+    def complaint(self, **changed):
+        pages = {"channel/exports.txt": "# moving.h\nmove_channel\n", "docs/README.md": "# Site\n",
+                 "docs/guides/host.md": "# Host\n", "site/channel.tag": self.TAG, "site/html/index.html": "",
+                 "site/html/rules.html": "", "site/html/md_docs_guides_host.html": "",
+                 "site/html/navtreedata.js": self.SIDEBAR, "site/html/group__moving.html": self.FAMILY}
+        with tempfile.TemporaryDirectory() as scratch:
+            root = pathlib.Path(scratch)
+            for name, text in pages.items():
+                path = root / name
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(changed.get(path.stem, text))
+            return run("site_pages.py", root, root / "site")
+
+    def test_passes_a_whole_site(self):
+        self.assertEqual(self.complaint(), (0, ""))
+
+    def test_finds_a_function_that_its_page_does_not_show(self):
+        self.assertEqual(self.complaint(group__moving='<a href="rules.html">rules</a>'),
+                         (1, "group__moving.html does not show move_channel\n"))
+
+    def test_finds_a_family_that_does_not_lead_to_the_rules(self):
+        self.assertEqual(self.complaint(group__moving='<a id="a1"></a>'),
+                         (1, "group__moving.html does not lead to the rules of every call\n"))
+
+    def test_finds_a_guide_that_the_sidebar_forgets(self):
+        self.assertEqual(self.complaint(navtreedata='["index.html"]'),
+                         (1, "the sidebar does not lead to docs/guides/host.md\n"))
+
+    def test_finds_a_link_in_the_sidebar_that_was_not_resolved(self):
+        self.assertEqual(self.complaint(navtreedata=self.SIDEBAR + "@ref x"),
+                         (1, "the sidebar holds a link that leads nowhere\n"))
+
+    def test_finds_a_link_to_a_page_that_is_not_there(self):
+        self.assertEqual(self.complaint(rules='<a href="gone.html#x">gone</a>'),
+                         (1, "rules.html leads to gone.html, which is not there\n"))
+
+    def test_finds_what_is_fetched_from_the_network(self):
+        self.assertEqual(self.complaint(rules='<script src="https://example.org/x.js"></script>'),
+                         (1, "rules.html fetches something from the network\n"))
+
+
 class GuideBlocks(unittest.TestCase):
     def complaint(self, page):
         with tempfile.TemporaryDirectory() as scratch:
