@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The checkers of the pages find what they are there to find: each is shown pages with one fault."""
 
+import os
 import pathlib
 import shutil
 import subprocess
@@ -9,6 +10,7 @@ import tempfile
 import unittest
 
 HERE = pathlib.Path(__file__).resolve().parent
+COMPILER = os.environ.get("CC", "cc")
 ROOT = pathlib.Path(sys.argv.pop()).resolve() if len(sys.argv) > 1 else HERE.parent.parent
 
 
@@ -35,7 +37,7 @@ class InterfaceDocs(unittest.TestCase):
         return printed.strip()
 
     def test_passes_the_headers_as_they_are(self):
-        self.assertEqual(run("interface_docs.py", self.root, "--compiler", "cc"), (0, ""))
+        self.assertEqual(run("interface_docs.py", self.root, "--compiler", COMPILER), (0, ""))
 
     def test_finds_a_parameter_without_a_word(self):
         self.assertEqual(self.complaint("groups.h", " * @param id group id.\n", ""),
@@ -84,7 +86,7 @@ class InterfaceDocs(unittest.TestCase):
 
     def test_finds_an_example_that_does_not_compile(self):
         printed = self.complaint("moving.h", "move_channel(0, 2, third_and_fifth);", "move_channel(0, 2);",
-                                 "--compiler", "cc")
+                                 "--compiler", COMPILER)
         self.assertEqual(printed.splitlines()[0], "an example in a header does not compile:")
 
 
