@@ -19,6 +19,13 @@ CHANNEL_BEGIN_DECLS
  * stores and returns the others unchanged. As 255 is the answer of the getters when there is no channel, a host never
  * sets every bit at once. Positions are resolved as by get_channel() (current view) and vtype_get_channel_by_vindex()
  * (a view), with their log lines.
+ *
+ * @code{.c}
+ * int16_t vindex = get_channel_index(7);
+ * if (set_channel_flag_by_vindex(vindex, CHANNEL_FLAG_LOCKED, 1) == 0) {
+ *   printf("locked: %d\n", !check_limited_channel(get_channel(vindex)));
+ * }
+ * @endcode
  * @{
  */
 

@@ -18,6 +18,13 @@ CHANNEL_BEGIN_DECLS
  * The history holds the last 20 distinct channels, most recent first, each with the group selection of its time. It and
  * the limited switch live outside the channel list, are never saved, and start empty with the process. Its channels are
  * known by a tag and an identity, matched exactly but for the tolerance of the frequency; 0 is no wildcard.
+ *
+ * @code{.c}
+ * for (int16_t i = 0; i < get_return_channel_num(); ++i) {
+ *   const return_channel_st *watched = get_return_channel_by_index(i);
+ *   printf("%d, group kind %d\n", watched->vch.major_ch_num, watched->group);
+ * }
+ * @endcode
  * @{
  */
 

@@ -147,6 +147,13 @@ int change_vindex_type(int8_t type);
 /**
  * Inserts an entry before a position of a view.
  *
+ * @code{.c}
+ * const virtual_channel_st *entry = vtype_get_vchannel_by_vindex(0, VIEW_ALL);
+ * uint32_t w[5];
+ * memcpy(w, entry, sizeof w);
+ * insert_vch_vindex_type(w[0], w[1], w[2], w[3], w[4], 0, 0, VIEW_USER);
+ * @endcode
+ *
  * @param w0,w1,w2,w3,w4 the first 20 bytes of a virtual_channel_st as 32-bit words: vch_tag, favorite_id and
  *       major_ch_num; minor_ch_num, net_index and a reserved byte; frequency; polarisation, a reserved byte and
  *       service_id; network_id and ts_id.
