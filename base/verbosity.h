@@ -1,8 +1,6 @@
-/*
+/**
+ * @file
  * The log levels of the receiver's modules: one int for each module number.
- *
- * A line of a module is printed when the module's entry is at least the line's level: 0 errors, 1 warnings, 2 traces,
- * 3 details, 5 misses of single lookups; -1 silences a module. The channel list is module 7.
  */
 #ifndef BASE_VERBOSITY_H
 #define BASE_VERBOSITY_H
@@ -11,10 +9,25 @@
 extern "C" {
 #endif
 
-enum { VERBOSITY_MODULES = 256 };
+/** @addtogroup base
+ * @{
+ */
 
-/** The level of every module, all 0 at start; the host writes it at any time. */
+/** How many modules a receiver has. */
+enum {
+  VERBOSITY_MODULES = 256 /**< entries of verbosity_map */
+};
+
+/**
+ * The level of every module, all 0 at start; the host writes it at any time.
+ *
+ * A line of a module is printed when the module's entry is at least the line's level: 0 errors, 1 warnings, 2 traces,
+ * 3 details, 5 misses of single lookups; -1 silences a module. The channel list is module 7; a few of its lines are
+ * gated by entries 1, 5 and 106, and say so.
+ */
 extern int verbosity_map[VERBOSITY_MODULES];
+
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -10,6 +10,16 @@
 CHANNEL_BEGIN_DECLS
 
 /**
+ * @defgroup moving Moving
+ * @brief One entry or several to another place of the current view.
+ *
+ * `#include <channel/moving.h>`. Beside what is said here the @ref rules "rules of every call" hold.
+ *
+ * Order changes, numbers and counts do not. Entries of favourite groups are moved by move_fav_channel().
+ * @{
+ */
+
+/**
  * Moves entries of the current view, and mirrors the move in the TV or radio view while a group list is in use.
  *
  * One entry is taken out and put in at the destination, counted in the view without it. Several entries follow, in the
@@ -23,13 +33,22 @@ CHANNEL_BEGIN_DECLS
  * service-type view does not hold is not mirrored; when it lacks the channel at the destination, it is left alone. A
  * service-type view that is the current one is moved once.
  *
+ * @code{.c}
+ * const int16_t third_and_fifth[] = {2, 4};
+ * move_channel(0, 2, third_and_fifth);
+ * @endcode
+ *
  * @param des_index destination, 0..count-1 of the current view.
  * @param count how many positions @p src_indices gives; 0 or less only compacts entries without a real channel away.
  * @param src_indices distinct positions, 0..count-1 of the current view; may be null when @p count is below 1.
  * @return 1; -1, and nothing moved, when the current view or the service-type view does not exist or a position is not
  *         valid.
+ * @logs 0: null, or a position that is not valid. 1: an unknown service-type view, twice. 2: each step; for several
+ *       entries where each stands in both views.
  */
 int move_channel(int16_t des_index, int16_t count, const int16_t *src_indices);
+
+/** @} */
 
 CHANNEL_END_DECLS
 

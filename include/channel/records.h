@@ -1,12 +1,6 @@
-/*
+/**
+ * @file
  * The records of the channel list, its limits and its codes.
- *
- * Records are plain memory that the host may read and write in place. With 32-bit pointers a record is, byte for
- * byte, its image in the channel file; with 64-bit pointers it holds the same fields in the same order. Every reserved
- * byte is a named field and travels unchanged from a load to the next save. All integers are little-endian.
- *
- * Broadcast fields follow ETSI EN 300 468 (network, transport stream and service identities, service types),
- * ISO/IEC 13818-1 (PIDs, component tags) and ISO/IEC 13818-6 (the DSM-CC data service).
  */
 #ifndef CHANNEL_RECORDS_H
 #define CHANNEL_RECORDS_H
@@ -14,7 +8,8 @@
 #include <base/list.h>
 #include <stdint.h>
 
-/* Opens and closes the declarations of a header: C linkage, exported from the shared library. */
+/** @cond
+ * Opens and closes the declarations of a header: C linkage, exported from the shared library. */
 #ifdef __cplusplus
 #define CHANNEL_EXTERN_C_BEGIN extern "C" {
 #define CHANNEL_EXTERN_C_END }
@@ -29,8 +24,25 @@
 #define CHANNEL_BEGIN_DECLS CHANNEL_EXTERN_C_BEGIN
 #define CHANNEL_END_DECLS CHANNEL_EXTERN_C_END
 #endif
+/** @endcond */
 
 CHANNEL_BEGIN_DECLS
+
+/**
+ * @defgroup records Records
+ * @brief The records of the channel list, its limits and its codes.
+ *
+ * `#include <channel/records.h>`. Beside what is said here the @ref rules "rules of every call" hold.
+ *
+ * Records are plain memory that the host may read and write in place. With 32-bit pointers a record is, byte for
+ * byte, its image in the channel file; with 64-bit pointers it holds the same fields in the same order. Every reserved
+ * byte is a named field and travels unchanged from a load to the next save. All integers are little-endian.
+ *
+ * Broadcast fields follow ETSI EN 300 468 (original network and service ids, service types, component tags),
+ * ISO/IEC 13818-1 (transport stream ids, PIDs) and ISO/IEC 13818-6 (the DSM-CC data service). The bytes of the file,
+ * offset by offset, are in @ref md_docs_file_format.
+ * @{
+ */
 
 /** How many entries each array of the channel list holds. */
 enum {
@@ -85,7 +97,10 @@ enum {
   SORT_USER_TYPE = 11    /**< the user order key of the real channel */
 };
 
-/** The bits of channel_st::flag that the library itself reads; the others are the host's. */
+/**
+ * The bits of channel_st::flag that the library itself reads; the others are the host's. Service lists of GROUP_FTACAS
+ * also read 0x40, for the group with the id 2.
+ */
 enum {
   CHANNEL_FLAG_LOCKED = 0x02, /**< the channel is locked (limited) */
   CHANNEL_FLAG_FTA = 0x04,    /**< the free-to-air marking: clear on free services, set on scrambled ones */
@@ -121,7 +136,7 @@ struct virtual_channel_st {
   uint8_t reserved_13;  /**< carried unchanged */
   uint16_t service_id;  /**< service id (EN 300 468) */
   uint16_t network_id;  /**< original network id (EN 300 468) */
-  uint16_t ts_id;       /**< transport stream id (EN 300 468) */
+  uint16_t ts_id;       /**< transport stream id (ISO/IEC 13818-1) */
   channel_st *rch;      /**< the real channel; a cache, refreshed by every load, null when it does not resolve */
 };
 
@@ -152,9 +167,9 @@ struct channel_st {
   uint16_t service_id;      /**< service id; 0xFFFF when unset */
   uint8_t polarisation;     /**< 0 horizontal, otherwise vertical */
   uint8_t reserved_245;     /**< carried unchanged */
-  uint16_t pmt_pid;         /**< PID of the program map table; 0xFFFF when unset, as all PIDs here */
+  uint16_t pmt_pid;         /**< PID (ISO/IEC 13818-1) of the program map table; 0xFFFF when unset, as all PIDs here */
   uint16_t pcr_pid;         /**< PID of the program clock reference */
-  uint8_t video_tag;        /**< stream component tag of the video; 0xFF when unset */
+  uint8_t video_tag;        /**< stream component tag (EN 300 468) of the video; 0xFF when unset */
   uint8_t reserved_251;     /**< carried unchanged */
   uint16_t video_pid;       /**< PID of the video */
   uint16_t video_ecm_pid;   /**< PID of the video's entitlement control messages */
@@ -207,51 +222,51 @@ struct group_st {
 
 /** The channel list: its settings, the group tables, every saved view and the head of the hierarchy. */
 struct channel_list_st {
-  int16_t version;       /**< version of the layout, 10 */
-  int8_t use_tuner;      /**< the host's tuner setting; 255 (-1) after initialisation */
-  int8_t ch_type;        /**< 0 for the ALL view, the view's code for a favourite group */
-  uint16_t bouquet_id;   /**< bouquet id (EN 300 468); 0xFFFF after initialisation */
-  int8_t use_group_list; /**< the group kind in use (GROUP_ codes) */
-  int8_t service_type;   /**< the view from which the current list was made: 1 TV, 2 radio */
-  int8_t net_index;      /**< network index in use; 255 (-1) for all networks */
-  uint8_t reserved_9;    /**< carried unchanged */
-  int16_t sub_group_id;  /**< the group id in use; -1 after initialisation */
-  group_st provider[MAX_PROVIDER];
-  int16_t provider_num;
-  group_st genre[MAX_GENRE];
-  int16_t genre_num;
-  group_st country[MAX_COUNTRY];
-  int16_t country_num;
-  group_st favorite_group[MAX_FAV];
-  int16_t favorite_group_num;
-  int16_t vch_type;                    /**< code of the current view */
-  uint8_t reserved_80102[2];           /**< carried unchanged */
-  virtual_channel_st *cur_vch;         /**< first entry of the current view */
-  int16_t *cur_vnumber;                /**< count of the current view */
-  virtual_channel_st vch[MAX_CHANNEL]; /**< the ALL view */
-  int16_t vnumber;
-  uint8_t reserved_200114[2]; /**< carried unchanged */
-  virtual_channel_st tv_vch[MAX_TV_CHANNEL];
-  int16_t tv_vnumber;
-  uint8_t reserved_296118[2]; /**< carried unchanged */
-  virtual_channel_st radio_vch[MAX_RADIO_CHANNEL];
-  int16_t radio_vnumber;
-  uint8_t reserved_320122[2]; /**< carried unchanged */
-  virtual_channel_st favorite_vch[MAX_FAV][MAX_FAV_NUM];
-  int16_t favorite_vnumber[MAX_FAV];
-  virtual_channel_st user_vch[MAX_CHANNEL];
-  int16_t user_vnumber;
-  uint8_t reserved_459366[2]; /**< carried unchanged */
-  virtual_channel_st promo_vch[MAX_PROMO_CHANNEL];
-  int16_t promo_vnumber;
-  uint16_t network_num;         /**< number of networks in network_list */
-  uint8_t reserved_459612[4];   /**< carried unchanged */
-  list_head network_list;       /**< head of the networks */
-  uint8_t reserved_459624[72];  /**< carried unchanged */
-  list_head spare_list_a;       /**< empty; not used */
-  uint8_t reserved_459704[16];  /**< carried unchanged */
-  list_head spare_list_b;       /**< empty; not used */
-  uint8_t reserved_459728[304]; /**< carried unchanged, zero after initialisation */
+  int16_t version;                                 /**< version of the layout, 10 */
+  int8_t use_tuner;                                /**< the host's tuner setting; 255 (-1) after initialisation */
+  int8_t ch_type;                                  /**< 0 for the ALL view, the view's code for a favourite group */
+  uint16_t bouquet_id;                             /**< bouquet id (EN 300 468); 0xFFFF after initialisation */
+  int8_t use_group_list;                           /**< the group kind in use (GROUP_ codes) */
+  int8_t service_type;                             /**< the view from which the current list was made: 1 TV, 2 radio */
+  int8_t net_index;                                /**< network index in use; 255 (-1) for all networks */
+  uint8_t reserved_9;                              /**< carried unchanged */
+  int16_t sub_group_id;                            /**< the group id in use; -1 after initialisation */
+  group_st provider[MAX_PROVIDER];                 /**< providers, sorted by name */
+  int16_t provider_num;                            /**< providers in use, 0..500 */
+  group_st genre[MAX_GENRE];                       /**< genres */
+  int16_t genre_num;                               /**< genres in use, 0..50 */
+  group_st country[MAX_COUNTRY];                   /**< countries */
+  int16_t country_num;                             /**< countries in use, 0..200 */
+  group_st favorite_group[MAX_FAV];                /**< names and ids of the favourite groups */
+  int16_t favorite_group_num;                      /**< favourite groups in use, 0..20 */
+  int16_t vch_type;                                /**< code of the current view */
+  uint8_t reserved_80102[2];                       /**< carried unchanged */
+  virtual_channel_st *cur_vch;                     /**< first entry of the current view */
+  int16_t *cur_vnumber;                            /**< count of the current view */
+  virtual_channel_st vch[MAX_CHANNEL];             /**< the ALL view */
+  int16_t vnumber;                                 /**< entries of the ALL view in use */
+  uint8_t reserved_200114[2];                      /**< carried unchanged */
+  virtual_channel_st tv_vch[MAX_TV_CHANNEL];       /**< the TV view */
+  int16_t tv_vnumber;                              /**< entries of the TV view in use */
+  uint8_t reserved_296118[2];                      /**< carried unchanged */
+  virtual_channel_st radio_vch[MAX_RADIO_CHANNEL]; /**< the radio view */
+  int16_t radio_vnumber;                           /**< entries of the radio view in use */
+  uint8_t reserved_320122[2];                      /**< carried unchanged */
+  virtual_channel_st favorite_vch[MAX_FAV][MAX_FAV_NUM]; /**< the favourite groups, one view each */
+  int16_t favorite_vnumber[MAX_FAV];                     /**< entries of each favourite group in use */
+  virtual_channel_st user_vch[MAX_CHANNEL];              /**< the USER view */
+  int16_t user_vnumber;                                  /**< entries of the USER view in use */
+  uint8_t reserved_459366[2];                            /**< carried unchanged */
+  virtual_channel_st promo_vch[MAX_PROMO_CHANNEL];       /**< the promotion view */
+  int16_t promo_vnumber;                                 /**< entries of the promotion view in use */
+  uint16_t network_num;                                  /**< number of networks in network_list */
+  uint8_t reserved_459612[4];                            /**< carried unchanged */
+  list_head network_list;                                /**< head of the networks */
+  uint8_t reserved_459624[72];                           /**< carried unchanged */
+  list_head spare_list_a;                                /**< empty; not used */
+  uint8_t reserved_459704[16];                           /**< carried unchanged */
+  list_head spare_list_b;                                /**< empty; not used */
+  uint8_t reserved_459728[304];                          /**< carried unchanged, zero after initialisation */
 };
 
 /** One entry of the history of watched channels. */
@@ -265,65 +280,64 @@ struct return_channel_st {
   virtual_channel_st vch; /**< a copy of the view entry */
 };
 
-/** @name Channel lists of file versions 7 and 8
- * Every record is 168 bytes longer at its end than today's; version 9 has today's records.
- */
-/**@{*/
+/** A real channel of file versions 7 and 8: 168 bytes longer than channel_st, reserved_id and flag near its end. */
 typedef struct v8_channel_st {
-  list_head list; /**< link in the transponder's rch_list */
-  name_slot_st name[2];
-  uint8_t reserved_208[2];
-  int16_t country_id;
-  int16_t genre_id;
-  int16_t provider_id;
-  uint8_t net_index;
-  uint8_t reserved_217[7];
-  int64_t frequency;
-  uint8_t service_type;
-  uint8_t source_type;
-  uint16_t ts_id;
-  uint8_t reserved_236[4];
-  uint16_t network_id;
-  uint16_t service_id;
-  uint8_t polarisation;
-  uint8_t reserved_245;
-  uint16_t pmt_pid;
-  uint16_t pcr_pid;
-  uint8_t video_tag;
-  uint8_t reserved_251;
-  uint16_t video_pid;
-  uint16_t video_ecm_pid;
-  uint8_t audio_tag;
-  uint8_t reserved_257;
-  uint16_t audio_pid;
-  uint16_t reserved_pid;
-  uint8_t reserved_262[198];
-  uint16_t reserved_id; /**< at the record's end here, unlike in channel_st */
-  uint8_t flag;         /**< at the record's end here, unlike in channel_st */
-  uint8_t reserved_463;
-  uint8_t reserved_464[16];
+  list_head list;            /**< link in the transponder's rch_list */
+  name_slot_st name[2];      /**< as in channel_st */
+  uint8_t reserved_208[2];   /**< reserved */
+  int16_t country_id;        /**< as in channel_st */
+  int16_t genre_id;          /**< as in channel_st */
+  int16_t provider_id;       /**< as in channel_st */
+  uint8_t net_index;         /**< as in channel_st */
+  uint8_t reserved_217[7];   /**< reserved */
+  int64_t frequency;         /**< as in channel_st */
+  uint8_t service_type;      /**< as in channel_st */
+  uint8_t source_type;       /**< as in channel_st */
+  uint16_t ts_id;            /**< as in channel_st */
+  uint8_t reserved_236[4];   /**< reserved */
+  uint16_t network_id;       /**< as in channel_st */
+  uint16_t service_id;       /**< as in channel_st */
+  uint8_t polarisation;      /**< as in channel_st */
+  uint8_t reserved_245;      /**< reserved */
+  uint16_t pmt_pid;          /**< as in channel_st */
+  uint16_t pcr_pid;          /**< as in channel_st */
+  uint8_t video_tag;         /**< as in channel_st */
+  uint8_t reserved_251;      /**< reserved */
+  uint16_t video_pid;        /**< as in channel_st */
+  uint16_t video_ecm_pid;    /**< as in channel_st */
+  uint8_t audio_tag;         /**< as in channel_st */
+  uint8_t reserved_257;      /**< reserved */
+  uint16_t audio_pid;        /**< as in channel_st */
+  uint16_t reserved_pid;     /**< as in channel_st */
+  uint8_t reserved_262[198]; /**< reserved */
+  uint16_t reserved_id;      /**< at the record's end here, unlike in channel_st */
+  uint8_t flag;              /**< at the record's end here, unlike in channel_st */
+  uint8_t reserved_463;      /**< reserved */
+  uint8_t reserved_464[16];  /**< reserved */
 } v8_channel_st;
 
+/** A transponder of file versions 7 and 8: 168 bytes longer at its end. */
 typedef struct v8_tp_ch_st {
-  tp_ch_st base;
-  uint8_t extra[168];
+  tp_ch_st base;      /**< today's record */
+  uint8_t extra[168]; /**< 168 bytes of which nothing is read */
 } v8_tp_ch_st;
 
+/** A network of file versions 7 and 8: 168 bytes longer at its end. */
 typedef struct v8_network_ch_st {
-  network_ch_st base;
-  uint8_t extra[168];
+  network_ch_st base; /**< today's record */
+  uint8_t extra[168]; /**< 168 bytes of which nothing is read */
 } v8_network_ch_st;
 
+/** A channel list of file versions 7 and 8: 168 bytes longer at its end. Version 9 has today's records. */
 typedef struct v8_channel_list_st {
-  channel_list_st base;
-  uint8_t extra[168];
+  channel_list_st base; /**< today's record */
+  uint8_t extra[168];   /**< 168 bytes of which nothing is read */
 } v8_channel_list_st;
-/**@}*/
 
-/**
- * A 4-byte integer of the published interface, zero at start. The library neither reads nor writes it.
- */
+/** A 4-byte integer of the published interface, zero at start. The library neither reads nor writes it. */
 extern int32_t SID_TYPE;
+
+/** @} */
 
 CHANNEL_END_DECLS
 
