@@ -1,5 +1,5 @@
-# Installing the Python module: plain files that find the installed library by its SONAME, or above themselves. A package
-# for a system whose Python looks elsewhere sets CHANNEL_PYTHON_DIR.
+# Installing the Python module: plain files that find the installed library above themselves, or by its SONAME. A
+# package for a system whose Python looks elsewhere sets CHANNEL_PYTHON_DIR.
 
 option(CHANNEL_INSTALL_PYTHON "Install the Python module, when Python is found" ${PROJECT_IS_TOP_LEVEL})
 set(CHANNEL_PYTHON_DIR "lib/python3/dist-packages" CACHE STRING "Where the Python module goes, below the prefix")

@@ -6,8 +6,8 @@
         for entry in channels.view("tv"):
             print(entry.number, entry.name)
 
-ChannelList goes through libchannel.so for whatever the library does and gives out copies; load_library() gives the whole
-C interface to those who need more.
+ChannelList goes through libchannel.so for whatever the library does and gives out copies; load_library() gives the
+whole C interface to those who need more.
 """
 
 from .codes import GroupKind, ServiceFlag, ServiceType, SortType, Verbosity, ViewType

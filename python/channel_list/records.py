@@ -164,7 +164,7 @@ _Record = TypeVar("_Record", bound=Structure)
 
 
 def records_of(owner: Structure, head: str, record: type[_Record]) -> Iterator[_Record]:
-    """Walks the list whose head is a field of a record. The record handed out may be freed before the next is asked for."""
+    """Walks the list whose head is a field of a record. What is handed out may be freed before the next one is asked."""
     end = ctypes.addressof(owner) + getattr(type(owner), head).offset
     node = ctypes.addressof(getattr(owner, head).next.contents)
     while node != end:

@@ -1,8 +1,8 @@
 """Texts of broadcasters: bytes in one of the character tables of ETSI EN 300 468, annex A.
 
-A first byte below 0x20 names the table. Without one a text is UTF-8 when its bytes are valid UTF-8, because that is what
-line-ups from the internet and the command-line tool file, and otherwise in the standard's default table, which is that
-of ISO/IEC 6937 with the euro sign.
+A first byte below 0x20 names the table. Without one a text is UTF-8 when its bytes are valid UTF-8, because that is
+what the command-line tool and line-ups in text formats have, and otherwise in the standard's default table, which is
+that of ISO/IEC 6937 with the euro sign.
 """
 
 from __future__ import annotations

@@ -55,7 +55,7 @@ def view_code(view: int | str) -> int:
         return ViewType[view.upper()]
     if view not in _CAPACITIES and view not in _FAVOURITES:
         raise ValueError(f"no view {view}")
-    return view
+    return ViewType(view) if view in _CAPACITIES else view
 
 
 def view_name(code: int) -> str:

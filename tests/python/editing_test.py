@@ -103,6 +103,13 @@ class Removing(ListTest):
                 self.assertLess(len(left), len(entries))
         self.assertEqual(self.channels.named("First Television"), ())
 
+    def test_a_service_goes_with_all_its_entries_in_a_view(self) -> None:
+        services = [file_service(service_id) for service_id in (1, 2)]
+        for number, service in enumerate([services[0], services[0], services[1], services[0]], 1):
+            show(service, number)
+        self.channels.remove(Identity.of(services[0]))
+        self.assertEqual([entry.number for entry in self.channels.view("all")], [3])
+
     def test_entries_that_lead_to_no_service_stay(self) -> None:
         fill(3)
         load_library().get_channel_list().contents.vch[0].service_id = 99

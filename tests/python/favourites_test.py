@@ -169,6 +169,15 @@ class Entries(ListTest):
         self.channels.favourites.add("Sport", self.channels.view("all")[0])
         self.assertEqual(len(self.channels.favourites.remove("Sport", next(self.channels.services()))), 0)
 
+    def test_a_service_is_removed_from_all_its_positions(self) -> None:
+        services = [file_service(service_id) for service_id in (1, 2)]
+        for number, service in enumerate([services[0], services[0], services[1], services[0]], 1):
+            show(service, number).vch_tag = number
+        for entry in list(load_library().get_channel_list().contents.vch)[:4]:
+            load_library().add_fav_virtual_channel(0, entry)
+        group = self.channels.favourites.remove("Sport", self.channels.service(Identity.of(services[0])))
+        self.assertEqual([entry.number for entry in group], [3])
+
     def test_what_is_not_in_the_group_is_not_found(self) -> None:
         fill(1)
         with self.assertRaises(NotFoundError) as miss:

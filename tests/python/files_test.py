@@ -10,11 +10,27 @@ import stat
 import unittest
 from pathlib import Path
 
-from channel_list import NEW_LIST_PATH, FileError, load_library
+from channel_list import NEW_LIST_PATH, FileError, Verbosity, load_library, verbosity
 from channel_list.files import silent_stdout
+from channel_list.records import channel_st
 from support import CURRENT, GOLDEN, ListTest, captured, fill
 
 HEADER_SIZE = 460_032
+
+
+class Mallinfo2(ctypes.Structure):
+    """What mallinfo2() of the C library tells."""
+
+    _names = "arena ordblks smblks hblks hblkhd usmblks fsmblks uordblks fordblks keepcost"
+    _fields_ = [(name, ctypes.c_size_t) for name in _names.split()]
+
+
+def bytes_in_use() -> int:
+    """The bytes of the heap that are in use, large blocks included."""
+    mallinfo2 = ctypes.CDLL(None).mallinfo2
+    mallinfo2.restype = Mallinfo2
+    told = mallinfo2()
+    return int(told.uordblks) + int(told.hblkhd)
 
 
 class Loading(ListTest):
@@ -56,6 +72,23 @@ class Loading(ListTest):
         self.channels.load(CURRENT)
         self.assertEqual(len(list(self.channels.services())), 8)
 
+    def test_loading_again_takes_no_more_memory(self) -> None:
+        fill(500)
+        self.channels.save(self.folder / "list.dat")
+        self.channels.load(self.folder / "list.dat")
+        before = bytes_in_use()
+        for _ in range(10):
+            self.channels.load(self.folder / "list.dat")
+        self.assertLess(bytes_in_use() - before, 500 * ctypes.sizeof(channel_st))
+
+    def test_what_is_wrong_with_a_file_is_logged_once(self) -> None:
+        image = bytearray(CURRENT.read_bytes())
+        image[80_126] ^= 0xFF  # the service id of the first entry
+        (self.folder / "wrong.dat").write_bytes(image)
+        with captured(2) as lines, verbosity(Verbosity.ERRORS):
+            self.channels.load(self.folder / "wrong.dat")
+        self.assertEqual(sum("ERROR: link" in line for line in lines), 1)
+
     def test_a_missing_file_raises_and_leaves_the_list(self) -> None:
         fill(1)
         with self.assertRaises(FileNotFoundError):
@@ -90,6 +123,15 @@ class Loading(ListTest):
                 path.write_bytes(image[:size])
                 self.assert_refused(path, "ends too early for a channel file of version 10")
                 self.assertEqual((self.channels.view("all"), self.channels.networks()), ((), ()))
+
+    def test_a_file_whose_counts_claim_what_is_not_there_is_refused(self) -> None:
+        path = self.folder / "claims.dat"
+        for field in (459_610, HEADER_SIZE + 76, HEADER_SIZE + 416 + 18):
+            with self.subTest(field=field):
+                image = bytearray(CURRENT.read_bytes())
+                image[field : field + 2] = b"\xff\xff"
+                path.write_bytes(image)
+                self.assert_refused(path, "ends too early for a channel file of version 10")
 
     def test_counts_beyond_their_arrays_are_brought_into_them(self) -> None:
         image = bytearray(CURRENT.read_bytes())

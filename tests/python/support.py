@@ -1,4 +1,4 @@
-"""What the tests share: files, a scratch folder, lists made through the C interface, and what goes to standard error."""
+"""What the tests share: files, a scratch folder, lists made through the C interface, and what C code prints."""
 
 from __future__ import annotations
 
