@@ -22,7 +22,6 @@ from .records import channel_list_st, networks_of, services_of, transponders_of
 _Path = str | os.PathLike[str]
 
 _OPEN_FILES: Final = b"/proc/self/fd/"
-_DEFAULT_FOLDER: Final = b"/"
 
 
 @dataclass(frozen=True, slots=True)
@@ -80,11 +79,13 @@ def in_target_folder(descriptor: int) -> Iterator[bytes]:
     No side file of genres or countries lies there, so that a list does not depend on what lies beside its file.
     """
     library = load_library()
+    with verbosity(Verbosity.SILENT):
+        before = library.set_target_dir(None)  # is refused, and tells the folder in use
     library.set_target_dir(_OPEN_FILES)
     try:
         yield str(descriptor).encode()
     finally:
-        library.set_target_dir(_DEFAULT_FOLDER)
+        library.set_target_dir(before)
 
 
 @contextlib.contextmanager

@@ -211,9 +211,14 @@ class Saving(ListTest):
         self.assertEqual(os.listdir(self.folder), ["saved.dat"])
         self.assertEqual(path.read_bytes(), b"old")
 
-    def test_the_library_is_left_with_its_own_target_folder(self) -> None:
-        self.channels.save(self.folder / "saved.dat")
-        self.assertEqual(load_library().set_target_dir(None), b"/")
+    def test_the_library_is_left_with_the_target_folder_that_it_had(self) -> None:
+        self.addCleanup(load_library().set_target_dir, b"/")
+        for folder in (b"/", b"/tmp/"):
+            with self.subTest(folder=folder):
+                load_library().set_target_dir(folder)
+                self.channels.save(self.folder / "saved.dat")
+                self.channels.load(self.folder / "saved.dat")
+                self.assertEqual(load_library().set_target_dir(None), folder)
 
 
 class Converting(ListTest):

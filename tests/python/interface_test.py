@@ -137,26 +137,35 @@ class Layout(unittest.TestCase):
         limits = {name: int(value) for name, value in re.findall(r"(MAX_\w+) = (\d+)", text)}
         self.assertEqual({name: value for name, value in vars(records).items() if name.startswith("MAX_")}, limits)
 
-    def test_with_32_bit_pointers_records_have_the_sizes_of_their_images(self) -> None:
-        sizes = {name: ctypes.sizeof(with_pointers_of_32_bits(each)) for name, each in STRUCTURES.items()}
-        self.assertEqual(
-            sizes,
-            {
-                "list_head": 8, "name_slot_st": 100, "channel_st": 312, "virtual_channel_st": 24, "tp_ch_st": 336,
-                "network_ch_st": 416, "group_st": 104, "channel_list_st": 460_032, "return_channel_st": 32,
-                "v8_channel_st": 480, "v8_tp_ch_st": 504, "v8_network_ch_st": 584, "v8_channel_list_st": 460_200,
-            },
-        )  # fmt: skip
+    def test_offsets_and_sizes_are_the_proved_ones_of_both_widths_of_pointers(self) -> None:
+        both = [
+            {name: with_pointers_as(number, each) for name, each in STRUCTURES.items()}
+            for number in (ctypes.c_uint32, ctypes.c_uint64)
+        ]
+        proved = proved_places()
+        self.assertEqual({record for record, *_ in proved}, set(STRUCTURES))
+        for record, field, *places in proved:
+            with self.subTest(record=record, field=field):
+                structures = [each[record] for each in both]
+                found = [getattr(each, field).offset if field else ctypes.sizeof(each) for each in structures]
+                self.assertEqual(found, places)
 
 
-def with_pointers_of_32_bits(kind: Any) -> Any:
-    """The same type with numbers of 4 bytes where it has pointers."""
+def proved_places() -> list[tuple[str, str, int, int]]:
+    """Record, field (or none, for the size), and the places with pointers of 32 and of 64 bits, as C proves them."""
+    text = (SOURCE / "tests/interface/layout_test.c").read_text()
+    rows = re.findall(r"^(?:SIZE|OFFSET|FIELD)\((\w+_st|list_head),(?: (\w+),)? (\d+), (\d+)", text, re.MULTILINE)
+    return [(record, field, int(narrow), int(wide)) for record, field, narrow, wide in rows]
+
+
+def with_pointers_as(number: Any, kind: Any) -> Any:
+    """The same type with numbers where it has pointers."""
     if issubclass(kind, ctypes._Pointer):
-        return ctypes.c_uint32
+        return number
     if issubclass(kind, ctypes.Array):
-        return with_pointers_of_32_bits(kind._type_) * kind._length_
+        return with_pointers_as(number, kind._type_) * kind._length_
     if issubclass(kind, ctypes.Structure):
-        fields = [(name, with_pointers_of_32_bits(field)) for name, field, *_ in kind._fields_]
+        fields = [(name, with_pointers_as(number, field)) for name, field, *_ in kind._fields_]
         return type(kind.__name__, (ctypes.Structure,), {"_fields_": fields})
     return kind
 
