@@ -36,6 +36,9 @@ class Favourites:
     def __iter__(self) -> Iterator[FavouriteGroup]:
         return iter([self._value(index) for index in range(len(self))])
 
+    def __contains__(self, group: object) -> bool:
+        return isinstance(group, int | str | FavouriteGroup) and self._find(group) >= 0
+
     def __getitem__(self, group: int | str | FavouriteGroup) -> FavouriteGroup:
         """A group as it is now.
 
@@ -127,17 +130,21 @@ class Favourites:
         get_group = load_library().get_fav_group_info
         return [group_name(get_group(index).contents).casefold() for index in range(len(self))]
 
-    def _index(self, group: int | str | FavouriteGroup) -> int:
-        names = self._names()
+    # The index of a group, or -1.
+    def _find(self, group: int | str | FavouriteGroup) -> int:
         if isinstance(group, str):
-            index = names.index(group.casefold()) if group.casefold() in names else -1
-        elif isinstance(group, FavouriteGroup):
-            index = next((i for i in range(len(names)) if self._id_at(i) == group.id), -1)
-        else:
-            index = group
-        if not 0 <= index < len(names):
+            names = self._names()
+            return names.index(group.casefold()) if group.casefold() in names else -1
+        indexes = range(len(self))
+        if isinstance(group, FavouriteGroup):
+            return next((index for index in indexes if self._id_at(index) == group.id), -1)
+        return group if group in indexes else -1
+
+    def _index(self, group: int | str | FavouriteGroup) -> int:
+        index = self._find(group)
+        if index < 0:
             what = group.name if isinstance(group, FavouriteGroup) else group
-            raise NotFoundError(f"no favourite group {what!r}: there are {len(names)}")
+            raise NotFoundError(f"no favourite group {what!r}: there are {len(self)}")
         return index
 
     def _id_at(self, index: int) -> int:

@@ -28,6 +28,21 @@ class Groups(ListTest):
             with self.subTest(which=which):
                 self.assertEqual(self.channels.favourites[which], films)
 
+    def test_the_collection_tells_whether_a_group_is_there(self) -> None:
+        sport = self.channels.favourites.add_group("Sport")
+        for which, is_there in [
+            (0, True),
+            ("sport", True),
+            (sport, True),
+            (1, False),
+            (-1, False),
+            ("Films", False),
+            (FavouriteGroup(0, 7, "Sport", ()), False),
+            (None, False),
+        ]:
+            with self.subTest(which=which):
+                self.assertIs(which in self.channels.favourites, is_there)
+
     def test_groups_that_are_not_there_are_not_found(self) -> None:
         sport = self.channels.favourites.add_group("Sport")
         other = FavouriteGroup(0, 7, "Other", ())

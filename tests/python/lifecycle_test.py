@@ -108,6 +108,7 @@ class Lifecycle(unittest.TestCase):
         on_favourites = {
             "len": lambda: len(favourites),
             "iter": lambda: list(favourites),
+            "contains": lambda: "x" in favourites,
             "getitem": lambda: favourites[0],
             "add_group": lambda: favourites.add_group("x"),
             "rename_group": lambda: favourites.rename_group(0, "x"),
