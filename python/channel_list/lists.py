@@ -175,9 +175,8 @@ class ChannelList:
 
     def services(self) -> Iterator[Service]:
         """All services, network by network and transponder by transponder, whether or not a view shows them."""
-        for network in self.networks():
-            for transponder in network.transponders:
-                yield from transponder.services
+        transponders = (each for network in self.networks() for each in network.transponders)
+        return (service for each in transponders for service in each.services)
 
     def groups(self, kind: GroupKind) -> tuple[Group, ...]:
         """The providers, genres or countries, in the order of their table."""

@@ -88,7 +88,7 @@ class Lifecycle(unittest.TestCase):
             "merge": channels.merge,
             "view": lambda: channels.view("tv"),
             "networks": channels.networks,
-            "services": lambda: list(channels.services()),
+            "services": channels.services,
             "groups": lambda: channels.groups(3),
             "favourites": lambda: channels.favourites,
             "entry": lambda: channels.entry(1),
