@@ -21,6 +21,7 @@ from .prototypes import PROTOTYPES
 SONAME: Final = "libchannel.so.1"
 ENVIRONMENT_VARIABLE: Final = "CHANNEL_LIBRARY"
 
+_BASE_SONAME: Final = "libchannelbase.so.1"
 _VERBOSITY_MODULES: Final = 256
 _CHANNEL_LIST_MODULE: Final = 7
 
@@ -57,6 +58,7 @@ def load_library() -> ctypes.CDLL:
     """
     path = library_path()
     try:
+        _load_base_library(Path(path))
         library = ctypes.CDLL(path)
     except OSError as error:
         raise LibraryError(f"{error}: {ENVIRONMENT_VARIABLE} can name the library's file") from error
@@ -96,6 +98,13 @@ def verbosity(level: Verbosity) -> Iterator[None]:
         yield
     finally:
         set_verbosity(before)
+
+
+# The loader looks for it in the system's folders only, and takes the one that is there already.
+def _load_base_library(path: Path) -> None:
+    beside = path.parent / _BASE_SONAME
+    if len(path.parts) > 1 and beside.is_file():
+        ctypes.CDLL(str(beside))
 
 
 def _verbosity_map() -> ctypes.Array[ctypes.c_int]:

@@ -26,14 +26,14 @@ class Scripts(unittest.TestCase):
 class FirstLook(ListTest):
     @unittest.skipUnless("CHLIST" in os.environ, "chlist is not built")
     def test_the_first_look_shows_what_is_printed(self) -> None:
-        sessions = [block for block in BLOCKS if block.startswith(">>>")]
-        self.assertEqual(len(sessions), 1)
+        looks = [block for block in BLOCKS if block.startswith(">>>")]
+        self.assertEqual(len(looks), 1)
         self.channels.close()
         line_up, file = SOURCE / "samples/channels.conf", self.folder / "channels.dat"
         subprocess.run([os.environ["CHLIST"], "import", line_up, "-o", file], check=True, stdout=subprocess.DEVNULL)
-        session = doctest.DocTestParser().get_doctest(sessions[0], {}, "docs/python.md", "docs/python.md", 0)
+        look = doctest.DocTestParser().get_doctest(looks[0], {}, "docs/python.md", "docs/python.md", 0)
         with contextlib.chdir(self.folder):
-            self.assertEqual(doctest.DocTestRunner().run(session).failed, 0)
+            self.assertEqual(doctest.DocTestRunner().run(look).failed, 0)
 
 
 if __name__ == "__main__":

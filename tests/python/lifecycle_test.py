@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import gc
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -196,6 +197,15 @@ class FindingTheLibrary(ListTest):
         library.touch()
         script = "from channel_list import library_path; print(library_path())"
         return run(script, CHANNEL_LIBRARY="", PYTHONPATH=str(package.parent)).stdout.strip()
+
+    def test_its_base_library_is_the_one_beside_it(self) -> None:
+        built = Path(os.environ["CHANNEL_LIBRARY"]).resolve()
+        library, base = self.folder / built.name, self.folder / "libchannelbase.so.1"
+        shutil.copy(built, library)
+        shutil.copy(built.parent / base.name, base)
+        script = "import channel_list; channel_list.load_library(); print(open('/proc/self/maps').read())"
+        mapped = set(re.findall(r"\S*libchannelbase\S*", run(script, CHANNEL_LIBRARY=str(library)).stdout))
+        self.assertEqual(mapped, {str(base)})
 
     def test_a_library_that_is_not_there_is_told(self) -> None:
         script = "import channel_list\ntry: channel_list.ChannelList()\nexcept channel_list.LibraryError as e: print(e)"
