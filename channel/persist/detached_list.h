@@ -10,6 +10,7 @@
 #include "channel/persist/file.h"
 #include "channel/persist/record_reader.h"
 #include "channel/store/dumps.h"
+#include "channel/store/hierarchy.h"
 #include "channel/store/release.h"
 #include "channel/text.h"
 

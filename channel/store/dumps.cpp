@@ -6,6 +6,7 @@
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/image_sizes.h"

@@ -2,13 +2,13 @@
 // no match. The first match in list order wins.
 #include <channel/transport.h>
 
-#include <channel/lookups.h>
 #include <channel/removal.h>
 #include <channel/store.h>
 
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/release.h"
 #include "channel/store/view.h"

@@ -8,7 +8,7 @@
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
-#include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 
 namespace channel {
 

@@ -9,6 +9,7 @@
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/view.h"
 
