@@ -59,6 +59,16 @@ void remove_located(const located_service &found) {
   count_down(found.transponder->rch_num);
 }
 
+void release_networks(std::uint8_t net_index, const char *operation) {
+  doomed_services doomed;
+  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+    if (network.net_index == net_index) {
+      LOG_TRACE_AS(operation, 5, "network name(%s)\n", name_of(network).c_str());
+      release_network(network, doomed);
+    }
+  }
+}
+
 }  // namespace
 
 void sweep_views(service_index &index) {
@@ -184,12 +194,7 @@ int remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id
 
 int remove_channel_info_by_net_index(uint8_t net_index) {
   LOG_PLAIN(5, "\n");
-  for (network_ch_st &network : channel::networks_of(channel::channel_list.network_list)) {
-    if (network.net_index == net_index) {
-      LOG_TRACE(5, "network name(%s)\n", channel::name_of(network).c_str());
-      release_network_ch_info(&network);
-    }
-  }
+  channel::release_networks(net_index, __func__);
   channel::show_tv_or_radio(__func__);
   remove_invalid_virtual_channel();
   return 0;
