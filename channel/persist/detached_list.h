@@ -63,6 +63,15 @@ class detached_reader {
   const char *path_;
 };
 
+// What an operation says of a list that it has read whole: "new" or "old".
+inline void print_list_read(const char *operation, const char *which, const channel_list_st &list) {
+  static constexpr char rule[] = "######################################################\n";
+  LOG_TRACE_AS(operation, 2, "%s", rule);
+  LOG_PLAIN(2, " %s channel list version : %d\n", which, list.version);
+  print_load_settings(list);
+  LOG_TRACE_AS(operation, 2, "%s", rule);
+}
+
 // Reads a whole file into a list of its own; none when it cannot be opened or is short.
 template <class Format>
 detached_list<Format> read_detached(const char *path, const detached_reader &reader) {
