@@ -5,7 +5,6 @@
 
 #include <channel/dumps.h>
 #include <channel/lookups.h>
-#include <channel/store.h>
 #include <channel/views.h>
 
 #include "channel/identity.h"
@@ -105,12 +104,11 @@ int vtype_remove_by_vindex(int16_t vindex, int8_t type) {
   if (!cleaned) {
     return -1;
   }
-  const int count = cleaned.size();
-  if (vindex >= count) {
-    LOG_ERROR("vindex is so big %d total %d\n", vindex, count);
+  if (vindex >= cleaned.size()) {
+    LOG_ERROR("vindex is so big %d total %d\n", vindex, *cleaned.count);
     return -1;
   }
-  LOG_TRACE(2, "vindex %d, vindex+1 %d, cnt %d\n", vindex, vindex + 1, count - vindex - 1);
+  LOG_TRACE(2, "vindex %d, vindex+1 %d, cnt %d\n", vindex, vindex + 1, cleaned.size() - vindex - 1);
   cleaned.remove_at(vindex);
   return 0;
 }
