@@ -29,14 +29,6 @@ class Calls : public file_test {
     return calls;
   }
 
-  static lines joined(std::initializer_list<lines> parts) {
-    lines all;
-    for (const lines &part : parts) {
-      all.insert(all.end(), part.begin(), part.end());
-    }
-    return all;
-  }
-
   void load_small_list() { EXPECT_EQ(load(small_list().data), CHANNEL_LIST_VERSION); }
 };
 

@@ -20,7 +20,7 @@ const std::string sought_first = "ChannelAPI check_same_return_channel:# param n
                                  "si(1), po(0)\n";
 const std::string listed_first = "ChannelAPI check_same_return_channel:# vch ni(1), net_id(1), ti(100), f(11000000), "
                                  "si(1), po(0), name(Service)\n";
-const watched first_but_1 = {.frequency = 11'000'001};
+const channel_key first_but_1 = {.frequency = 11'000'001};
 
 TEST_F(ReturnChannelLog, ANewChannelIsLoggedAtLevel2) {
   view_of(3);
@@ -85,7 +85,7 @@ TEST_F(ReturnChannelLog, LoggedFrequenciesHaveTheSignOf32Bits) {
                                       .name = std::string(96, 'x')});
   service->name[0].reserved_97 = '!';
   append_entry(VIEW_ALL, entry_of(*service, 1));
-  const watched all_ones = {0, 255, 0xFFFF, 0xFFFF, 0xFFFFFFFF, 0xFFFF, 255};
+  const channel_key all_ones = {0, 255, 0xFFFF, 0xFFFF, 0xFFFFFFFF, 0xFFFF, 255};
   watch(all_ones);
   const std::string values = "ni(255), net_id(65535), ti(65535), f(-1), si(65535), po(255)";
 

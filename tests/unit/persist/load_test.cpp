@@ -12,10 +12,8 @@ namespace {
 
 using test_support::channel_file;
 using test_support::fd_capture;
-using test_support::file_test;
 using test_support::log_capture;
 using test_support::record_kind;
-using test_support::service_data;
 using lines = std::vector<std::string>;
 
 const std::string rule = "+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=\n";

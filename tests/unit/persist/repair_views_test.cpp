@@ -1,6 +1,5 @@
 // The views of a repaired list: every entry field by field, tags from the network index, no pointers, and counts that
 // lie outside their arrays.
-#include <algorithm>
 #include <cstring>
 
 #include "support/log_capture.h"
