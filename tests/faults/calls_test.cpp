@@ -114,4 +114,20 @@ TEST_F(Calls, ThatFailInASaveLeaveTheStatusUnsaid) {
   EXPECT_EQ(all.at(5), "ERROR: save_channel_internal:# Fail to write the tp_ch_info to '" + path("saved.dat") + "'\n");
 }
 
+TEST_F(Calls, ThatFailWhenTheBytesGoOutLeaveTheStatusUnsaid) {
+  load_small_list();
+  const log_capture log(2);
+  stand_in_door door;
+  door.fail_at(door_call::flush, 1);
+
+  EXPECT_EQ(save_channel("saved.dat"), 0);
+
+  const lines all = log.writes();
+  ASSERT_GE(all.size(), 2U);
+  EXPECT_EQ(all.at(all.size() - 2), "ChannelAPI save_channel_internal:#  sizeof(struct tp_ch_st) 336 \n");
+  EXPECT_EQ(all.back(),
+            "ERROR: save_channel_internal:# Fail to write the channel_list to '" + path("saved.dat") + "'\n");
+  EXPECT_EQ(log.writes_with("save \t"), lines{});
+}
+
 }  // namespace

@@ -63,6 +63,17 @@ TEST_F(CountOutsideItsArray, IsBroughtIntoEveryView) {
   }
 }
 
+// The work view is not part of a file.
+TEST_F(CountOutsideItsArray, StaysAsItIsInTheWorkView) {
+  *get_virtual_channel_vnumber(VIEW_WORK) = MAX_CHANNEL + 1;
+  const log_capture log(0);
+
+  EXPECT_EQ(load(quiet_file().data), 10);
+
+  EXPECT_EQ(log.writes(), lines{});
+  EXPECT_EQ(*get_virtual_channel_vnumber(VIEW_WORK), MAX_CHANNEL + 1);
+}
+
 TEST_F(CountOutsideItsArray, IsBroughtIntoEveryGroupTable) {
   const std::int16_t *fields[] = {&list.provider_num, &list.genre_num, &list.country_num, &list.favorite_group_num};
   for (const std::int16_t *field : fields) {

@@ -68,6 +68,19 @@ class RepairedViews : public test_support::repair_test {
   }
 };
 
+// The work view is not part of a file.
+TEST_P(RepairedViews, LeaveTheCountOfTheWorkViewToTheHost) {
+  for (const std::int16_t count : {std::int16_t{-1}, std::int16_t{MAX_CHANNEL + 1}}) {
+    *get_virtual_channel_vnumber(VIEW_WORK) = count;
+    const log_capture log(0);
+
+    ASSERT_EQ(repair(channel_file()), 0);
+
+    EXPECT_EQ(log.writes_with("taken as"), lines{});
+    EXPECT_EQ(*get_virtual_channel_vnumber(VIEW_WORK), count);
+  }
+}
+
 TEST_P(RepairedViews, HoldWhatTheFileCounts) {
   for (const int short_of_full : {0, 1}) {
     channel_file file = full_file();
