@@ -68,6 +68,29 @@ TEST_F(FavouriteRemovalByIndex, OutsideTheEntriesIsRefused) {
   }
 }
 
+TEST_F(FavouriteRemovalByIndex, BehindTheArrayIsRefusedWithTheCountAsItIsStored) {
+  fill_group(1, 40);
+  list.favorite_vnumber[1] = 41;
+  const std::string before = table();
+
+  for (const int index : {40, 41}) {
+    EXPECT_EQ(writes_at(0, [index] { EXPECT_EQ(remove_at(5, index), -1); }),
+              lines{"ERROR: remove_fav_virtual_channel:# vnumber 41 ,id 5, index " + std::to_string(index) + "  \n"});
+  }
+
+  EXPECT_EQ(table(), before);
+}
+
+TEST_F(FavouriteRemovalByIndex, FromAGroupThatCountsLessThanNothingIsRefusedWithThatCount) {
+  fill_group(1, 1);
+  list.favorite_vnumber[1] = -1;
+
+  EXPECT_EQ(writes_at(0, [] { EXPECT_EQ(remove_at(5, 0), -1); }),
+            lines{"ERROR: remove_fav_virtual_channel:# vnumber -1 ,id 5, index 0  \n"});
+
+  EXPECT_EQ(list.favorite_vch[1][0].service_id, 1);
+}
+
 TEST_F(FavouriteRemovalByIndex, FromAGroupThatIsNotThereFailsSilently) {
   const std::string before = table();
   for (const int id : {-32768, -1, 1, 3, 20, 32767}) {

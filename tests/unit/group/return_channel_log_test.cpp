@@ -62,6 +62,21 @@ TEST_F(ReturnChannelLog, TheChannelAtTheTopIsLoggedAtLevel2) {
   EXPECT_EQ(writes_of_watching(1, first_but_1), lines{});
 }
 
+// Kept: the current view is searched with any frequency, the history compares it, and so the channel is not found
+// there.
+TEST_F(ReturnChannelLog, AChannelThatIsWatchedTwiceWithoutAFrequencyIsListedTwice) {
+  view_of(1);
+  const channel_key without_frequency = {.frequency = 0};
+  const lines expected = {"ChannelAPI add_return_channel:# ch(0) not exist.\n",
+                          "ChannelAPI add_return_channel:# Add Return CH(0), ma(1), mi(0), group(0), sub_group(-1)\n"};
+
+  EXPECT_EQ(writes_of_watching(2, without_frequency), expected);
+  EXPECT_EQ(writes_of_watching(2, without_frequency), expected);
+
+  EXPECT_EQ(listed(), (std::vector<int>{1, 1}));
+  EXPECT_EQ(get_return_channel()[0].vch.frequency, 11'000'000U);
+}
+
 TEST_F(ReturnChannelLog, AListedChannelIsLoggedWithBothIdentitiesAtLevel2) {
   view_of(1);
   watch(service_number(1));
