@@ -16,8 +16,6 @@ using lines = std::vector<std::string>;
 using names = std::vector<std::string>;
 using ids = std::vector<int>;
 
-const lines refused_full = {"ERROR: add_provider_info:# can't insert provider: exceed max\n"};
-
 class ProvidersAdding : public store_test {};
 
 TEST_F(ProvidersAdding, TheFirstProviderGetsId0) {
