@@ -9,6 +9,7 @@
 #include "lookup_on_transponder.h"
 #include "support/channel_key.h"
 #include "support/log_capture.h"
+#include "support/missing_current_view.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
@@ -246,13 +247,7 @@ TEST_F(LookupsByIdentity, WithoutACurrentViewNothingIsFoundSilently) {
     EXPECT_EQ(writes_at(5, [] { EXPECT_EQ(get_vch_index_by_service_id(1), -1); }), lines{});
   };
 
-  list.cur_vch = nullptr;
-  expect_misses();
-  change_vindex_type(VIEW_ALL);
-  list.cur_vnumber = nullptr;
-  expect_misses();
-  destroy_channel_list();
-  expect_misses();
+  without_current_view(expect_misses);
 }
 
 TEST_F(LookupsByIdentity, ACountOutsideTheArrayIsReadAsTheNearestInside) {
