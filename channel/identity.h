@@ -1,5 +1,5 @@
-// Who is the same service: the six-tuple, the tolerance of frequencies, and every matching rule. Nothing is compared
-// anywhere else.
+// Who is the same service: the six-tuple, the tolerance of frequencies, and the matching rules of networks,
+// transponders, services and entries.
 #pragma once
 
 #include <channel/records.h>
@@ -57,6 +57,10 @@ constexpr bool is_network(const network_ch_st &network, std::uint8_t net_index, 
   return network.network_id == network_id && network.net_index == net_index;
 }
 
+constexpr bool is_tuned_to(const tp_ch_st &transponder, std::uint32_t frequency, std::uint8_t polarisation) {
+  return same_frequency(transponder.frequency, frequency) && transponder.polarisation == polarisation;
+}
+
 // A caller that knows the frequency finds the transponder even if its transport stream id changed; one that knows only
 // the transport stream id passes frequency 0.
 constexpr bool is_transponder(const tp_ch_st &transponder, std::uint16_t ts_id, std::uint32_t frequency,
@@ -64,7 +68,7 @@ constexpr bool is_transponder(const tp_ch_st &transponder, std::uint16_t ts_id, 
   if (frequency == 0) {
     return transponder.ts_id == ts_id;
   }
-  return same_frequency(transponder.frequency, frequency) && transponder.polarisation == polarisation;
+  return is_tuned_to(transponder, frequency, polarisation);
 }
 
 // Kept: a released channel's transponder is the only one that is matched by transport stream id and frequency.

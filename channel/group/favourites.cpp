@@ -1,13 +1,12 @@
-// Favourite groups: the table of groups, and the entries of each. A group is three parts that move together: its
-// record, its entries and their count.
+// Favourite groups: the table of groups, and the entries of each.
 #include <channel/favourites.h>
 
 #include <algorithm>
 #include <array>
 #include <channel/transport.h>
 #include <cstring>
-#include <strings.h>
 
+#include "channel/group/favourite_slots.h"
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
@@ -20,38 +19,6 @@ using channel::channel_list;
 
 namespace channel {
 namespace {
-
-// One slot of the table, whole.
-struct favourite_slot {
-  group_st record;
-  std::array<virtual_channel_st, MAX_FAV_NUM> entries;
-  std::int16_t count;
-};
-
-favourite_slot read_slot(int index) {
-  favourite_slot slot;
-  slot.record = channel_list.favorite_group[index];
-  std::copy_n(channel_list.favorite_vch[index], MAX_FAV_NUM, slot.entries.begin());
-  slot.count = channel_list.favorite_vnumber[index];
-  return slot;
-}
-
-void write_slot(int index, const favourite_slot &slot) {
-  channel_list.favorite_group[index] = slot.record;
-  std::copy(slot.entries.begin(), slot.entries.end(), channel_list.favorite_vch[index]);
-  channel_list.favorite_vnumber[index] = slot.count;
-}
-
-view entries_of(int index) { return find_view(VIEW_FAVOURITE + index); }
-
-bool is_slot(int index) { return index >= 0 && index < MAX_FAV; }
-
-// The index of the first group with an id, or -1; a miss is not reported.
-int find_index(std::int16_t id) {
-  const group_table groups = favourite_table();
-  const group_st *group = groups.find(id);
-  return group != nullptr ? static_cast<int>(group - groups.groups) : -1;
-}
 
 group_st *find_same_name(const group_st &wanted) {
   const group_table groups = favourite_table();
@@ -159,7 +126,7 @@ int add_fav_group_info(group_st group) {
     return -1;
   }
   if (groups.size() >= groups.capacity) {
-    LOG_ERROR("favorite_group_number %d MAX_FAV %d\n", groups.size(), MAX_FAV);
+    LOG_ERROR("favorite_group_number %d MAX_FAV %d\n", *groups.count, MAX_FAV);
     return -1;
   }
   if (group_st *same = channel::find_same_name(group); same != nullptr) {
@@ -267,11 +234,11 @@ int remove_fav_virtual_channel(int16_t id, int16_t index) {
     return -1;
   }
   const view group = entries_of(group_index);
-  const int count = group.size();
   if (!channel::is_position(group, index)) {
-    LOG_ERROR("vnumber %d ,id %d, index %d  \n", count, id, index);
+    LOG_ERROR("vnumber %d ,id %d, index %d  \n", *group.count, id, index);
     return -1;
   }
+  const int count = group.size();
   LOG_TRACE(2, "DEL FAV %d ,%d/%d , major %d , %d \n", group_index, count, index, group.entries[index].major_ch_num,
             count - index - 1);
   group.remove_at(index);

@@ -66,6 +66,29 @@ class sorted_providers {
   int count_ = 0;
 };
 
+// The providers of a view's services, each once. What has none is reported in the operation's name.
+sorted_providers providers_in(const view &listed, const char *operation) {
+  sorted_providers found;
+  id_set listed_ids;
+  for (const virtual_channel_st &entry : listed) {
+    if (entry.rch == nullptr) {
+      LOG_ERROR_AS(operation, "r_ch == NULL\n");
+      continue;
+    }
+    const std::int16_t id = entry.rch->provider_id;
+    if (listed_ids.holds(id)) {
+      continue;
+    }
+    if (const group_st *provider = find_provider_id(id); provider != nullptr) {
+      listed_ids.add(id);
+      found.insert(*provider);
+    } else {
+      LOG_ERROR_AS(operation, "provider id %d unknown\n", id);
+    }
+  }
+  return found;
+}
+
 }  // namespace
 }  // namespace channel
 
@@ -165,24 +188,7 @@ int get_provider_id_by_service_type(int8_t view_type, int16_t *out) {
     LOG_ERROR("out is null\n");
     return 0;
   }
-  channel::sorted_providers found;
-  channel::id_set listed_ids;
-  for (const virtual_channel_st &entry : listed) {
-    if (entry.rch == nullptr) {
-      LOG_ERROR("r_ch == NULL\n");
-      continue;
-    }
-    const int16_t id = entry.rch->provider_id;
-    if (listed_ids.holds(id)) {
-      continue;
-    }
-    if (const group_st *provider = find_provider_id(id); provider != nullptr) {
-      listed_ids.add(id);
-      found.insert(*provider);
-    } else {
-      LOG_ERROR("provider id %d unknown\n", id);
-    }
-  }
+  const channel::sorted_providers found = channel::providers_in(listed, __func__);
   found.write_ids(out);
   return found.count();
 }

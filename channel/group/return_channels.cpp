@@ -41,6 +41,21 @@ int find_listed(const tagged_identity &id) {
 // Moves the entries in front of a place down by one, over whatever stood at the place.
 void open_top(int place) { std::move_backward(history, history + place, history + place + 1); }
 
+// Makes room at the top for a channel that is listed at a place, or not listed.
+void make_room(int listed, int vindex, const char *operation) {
+  if (listed == not_listed_and_full) {
+    LOG_TRACE_AS(operation, 2, "return ch count is full.\n");
+    open_top(MAX_RETURN_CHANNEL - 1);
+  } else if (listed == not_listed) {
+    LOG_TRACE_AS(operation, 2, "ch(%d) not exist.\n", vindex);
+    open_top(MAX_RETURN_CHANNEL - 1);
+    ++history_num;
+  } else {
+    LOG_TRACE_AS(operation, 2, "ch(%d) already exist index(%d).\n", vindex, listed);
+    open_top(listed);
+  }
+}
+
 std::int16_t index_in_current_view(const virtual_channel_st &entry) {
   return get_vch_index_by_ts_info(entry.vch_tag, entry.net_index, entry.network_id, entry.ts_id, entry.frequency,
                                   entry.service_id, entry.polarisation);
@@ -99,17 +114,7 @@ void add_return_channel(int8_t tag, uint8_t net_index, uint16_t network_id, uint
     LOG_TRACE(2, "latest ch is same with this ch.\n");
     return;
   }
-  if (listed == channel::not_listed_and_full) {
-    LOG_TRACE(2, "return ch count is full.\n");
-    channel::open_top(MAX_RETURN_CHANNEL - 1);
-  } else if (listed == channel::not_listed) {
-    LOG_TRACE(2, "ch(%d) not exist.\n", vindex);
-    channel::open_top(MAX_RETURN_CHANNEL - 1);
-    ++history_num;
-  } else {
-    LOG_TRACE(2, "ch(%d) already exist index(%d).\n", vindex, listed);
-    channel::open_top(listed);
-  }
+  channel::make_room(listed, vindex, __func__);
   history[0] = {get_use_group_list(),
                 get_current_service_type(),
                 get_current_sub_group_id(),

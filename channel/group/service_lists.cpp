@@ -2,7 +2,6 @@
 // groups that occur in a view.
 #include <channel/service_lists.h>
 
-#include <algorithm>
 #include <channel/favourites.h>
 #include <channel/groups.h>
 #include <channel/removal.h>
@@ -20,9 +19,9 @@ using channel::channel_list;
 namespace channel {
 namespace {
 
-// Groups of GROUP_FTACAS.
-enum : std::int16_t { free_to_air = 0, scrambled = 1, marked_0x40 = 2 };
-constexpr std::uint8_t flag_0x40 = 0x40;
+// Groups of GROUP_FTACAS. The third is the host's: it marks services with a bit that means nothing to the library.
+enum : std::int16_t { free_to_air = 0, scrambled = 1, marked_by_host = 2 };
+constexpr std::uint8_t host_mark = 0x40;
 
 bool has_access(const channel_st &service, std::int16_t id) {
   switch (id) {
@@ -30,8 +29,8 @@ bool has_access(const channel_st &service, std::int16_t id) {
       return (service.flag & CHANNEL_FLAG_FTA) == 0;
     case scrambled:
       return (service.flag & CHANNEL_FLAG_FTA) != 0;
-    case marked_0x40:
-      return (service.flag & flag_0x40) != 0;
+    case marked_by_host:
+      return (service.flag & host_mark) != 0;
     default:
       return false;
   }
@@ -91,6 +90,28 @@ void record_selection(int kind, std::int16_t id, std::int8_t source_type) {
     channel_list.sub_group_id = id;
   }
   channel_list.service_type = source_type;
+}
+
+// Copies the groups of a kind that occur in a view, each once, and returns their number. A group is the first record
+// with its id, so that equal records are those of one id. Kept: id 0 is never listed.
+int copy_groups(std::int8_t kind, const view &listed, group_st *out, const char *operation) {
+  id_set seen;
+  seen.add(0);
+  int count = 0;
+  for (const virtual_channel_st &entry : listed) {
+    if (entry.rch == nullptr) {
+      LOG_ERROR_AS(operation, "r_ch == NULL\n");
+      continue;
+    }
+    const auto id = static_cast<std::int16_t>(get_group_id(kind, &entry));
+    if (!seen.add(id)) {
+      continue;
+    }
+    if (const group_st *group = get_group_st_by_id(kind, id); group != nullptr) {
+      out[count++] = *group;
+    }
+  }
+  return count;
 }
 
 int compare_groups_untyped(const void *a, const void *b) {
@@ -154,23 +175,7 @@ int get_group_id_by_service_type(int8_t kind, int8_t view_type, group_st *out) {
     LOG_ERROR("out is null\n");
     return 0;
   }
-  // A group is the first record with its id, so that equal records are those of one id. Kept: id 0 is never listed.
-  channel::id_set seen;
-  seen.add(0);
-  int count = 0;
-  for (const virtual_channel_st &entry : listed) {
-    if (entry.rch == nullptr) {
-      LOG_ERROR("r_ch == NULL\n");
-      continue;
-    }
-    const auto id = static_cast<int16_t>(get_group_id(kind, &entry));
-    if (!seen.add(id)) {
-      continue;
-    }
-    if (const group_st *group = get_group_st_by_id(kind, id); group != nullptr) {
-      out[count++] = *group;
-    }
-  }
+  const int count = channel::copy_groups(kind, listed, out, __func__);
   std::qsort(out, static_cast<std::size_t>(count), sizeof *out, channel::compare_groups_untyped);
   return count;
 }

@@ -29,7 +29,8 @@ void bring_into_array(std::int16_t &count, std::int16_t capacity, const counted 
 
 void bring_counts_into_arrays(const char *operation) {
   for (int code = VIEW_ALL; code <= VIEW_FAVOURITE_LAST; ++code) {
-    if (const view each = find_view(code); each) {
+    // The work view is not part of a file: its count is the host's.
+    if (const view each = find_view(code); each && code != VIEW_WORK) {
       bring_into_array(*each.count, each.capacity, {"view", code}, operation);
     }
   }

@@ -10,6 +10,7 @@
 #include "channel/persist/file.h"
 #include "channel/persist/record_reader.h"
 #include "channel/store/dumps.h"
+#include "channel/store/hierarchy.h"
 #include "channel/store/release.h"
 #include "channel/text.h"
 
@@ -61,6 +62,15 @@ class detached_reader {
   const char *list_name_;
   const char *path_;
 };
+
+// What an operation says of a list that it has read whole: "new" or "old".
+inline void print_list_read(const char *operation, const char *which, const channel_list_st &list) {
+  static constexpr char rule[] = "######################################################\n";
+  LOG_TRACE_AS(operation, 2, "%s", rule);
+  LOG_PLAIN(2, " %s channel list version : %d\n", which, list.version);
+  print_load_settings(list);
+  LOG_TRACE_AS(operation, 2, "%s", rule);
+}
 
 // Reads a whole file into a list of its own; none when it cannot be opened or is short.
 template <class Format>

@@ -8,8 +8,6 @@
 namespace channel::persist {
 namespace {
 
-#define HASHES "######################################################\n"
-
 // Kept: the list in memory is linked again after an earlier one was read; hosts see its errors there.
 template <class Format>
 typename Format::list *load_earlier(const char *path, const char *operation) {
@@ -22,10 +20,7 @@ typename Format::list *load_earlier(const char *path, const char *operation) {
     return nullptr;
   }
   link_rch_info();
-  LOG_TRACE_AS(operation, 2, HASHES);
-  LOG_PLAIN(2, " old channel list version : %d\n", base_of(*list).version);
-  print_load_settings(base_of(*list));
-  LOG_TRACE_AS(operation, 2, HASHES);
+  print_list_read(operation, "old", base_of(*list));
   return list.release();
 }
 

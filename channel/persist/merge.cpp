@@ -24,15 +24,10 @@ constexpr char operation[] = "check_load_channel";
 constexpr std::int16_t absent = 0;
 constexpr std::int16_t present = 1;
 
-#define HASHES "######################################################\n"
-
 detached_list<current_format> new_load_channel(const char *path) {
   detached_list<current_format> list = read_detached<current_format>(path, {__func__, "new_channel_list", path});
   if (list != nullptr) {
-    LOG_TRACE(2, HASHES);
-    LOG_PLAIN(2, " new channel list version : %d\n", list->version);
-    print_load_settings(*list);
-    LOG_TRACE(2, HASHES);
+    print_list_read(__func__, "new", *list);
   }
   return list;
 }

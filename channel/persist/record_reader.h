@@ -8,7 +8,7 @@
 
 #include "channel/persist/file.h"
 #include "channel/persist/image.h"
-#include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 #include "channel/store/release.h"
 
 namespace channel::persist {

@@ -174,12 +174,7 @@ void convert_hierarchy(channel_list_st &old) {
 void print_old_header(const channel_list_st &old) {
   std::int32_t first_word = 0;
   std::memcpy(&first_word, &old, sizeof first_word);
-  LOG_PLAIN(2, "********************************   CHANNEL LIST    *****************************\n");
-  LOG_PLAIN(2, "\t\t * version: %ld\n", static_cast<long>(first_word));
-  LOG_PLAIN(2, "\t\t * bouquet_id: %d\n", old.bouquet_id);
-  LOG_PLAIN(2, "\t\t * vch_type: '%s'\n", view_name(old.vch_type));
-  LOG_PLAIN(2, "\t\t * network_num: %d\n", old.network_num);
-  LOG_PLAIN(2, "**************************************************************************\n");
+  print_list_header(old, first_word);
 }
 
 template <class Format>

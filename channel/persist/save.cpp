@@ -8,6 +8,7 @@
 #include "channel/persist/image.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 
 namespace channel::persist {
 namespace {

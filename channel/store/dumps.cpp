@@ -6,6 +6,7 @@
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/image_sizes.h"
@@ -63,6 +64,15 @@ void print_favourite_group(const group_st &group, int index, const view &entries
 
 }  // namespace
 
+void print_list_header(const channel_list_st &list, long version) {
+  PRINT("********************************   CHANNEL LIST    *****************************\n");
+  PRINT("\t\t * version: %ld\n", version);
+  PRINT("\t\t * bouquet_id: %d\n", list.bouquet_id);
+  PRINT("\t\t * vch_type: '%s'\n", view_name(list.vch_type));
+  PRINT("\t\t * network_num: %d\n", list.network_num);
+  PRINT(RULE_74("*"));
+}
+
 void print_network(const network_ch_st &network) {
   PRINT(RULE_74("+"));
   PRINT("\t\t * net_index: %d\n", network.net_index);
@@ -110,12 +120,7 @@ void channel_version_info(void) {
 }
 
 void print_channel_list(void) {
-  PRINT("********************************   CHANNEL LIST    *****************************\n");
-  PRINT("\t\t * version: %d\n", channel_list.version);
-  PRINT("\t\t * bouquet_id: %d\n", channel_list.bouquet_id);
-  PRINT("\t\t * vch_type: '%s'\n", channel::view_name(channel_list.vch_type));
-  PRINT("\t\t * network_num: %d\n", channel_list.network_num);
-  PRINT(RULE_74("*"));
+  channel::print_list_header(channel_list, channel_list.version);
   for (network_ch_st &network : channel::networks_of(channel_list.network_list)) {
     channel::print_network(network);
     for (const tp_ch_st &transponder : channel::transponders_of(network)) {

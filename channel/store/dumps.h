@@ -14,6 +14,10 @@ void print_load_settings(const channel_list_st &list);
 // name.
 void print_load_status(const char *operation, const channel_list_st &list);
 
+// The fields of a list that head the dump of it. The version is given apart: an old list's is printed with the field
+// behind it.
+void print_list_header(const channel_list_st &list, long version);
+
 void print_network(const network_ch_st &network);
 
 // One service as a reader found it; the records of every version have these fields.

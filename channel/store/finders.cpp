@@ -8,6 +8,7 @@
 #include "channel/store/channel_list.h"
 
 namespace channel {
+
 void resolving::no_network(const identity &id) {
   LOG_TRACE_AS(operation, 5, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
                id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);

@@ -8,6 +8,9 @@
 
 namespace channel {
 
+// The real channel of a view entry, found again from its identity; the entry's cached pointer is not used.
+channel_st *resolve(const virtual_channel_st &entry);
+
 // A service and the transponder that it hangs from; both null when there is none.
 struct located_service {
   tp_ch_st *transponder = nullptr;

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 #include "channel/store/spread.h"
 
 namespace channel {

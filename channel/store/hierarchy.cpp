@@ -1,25 +1,16 @@
-// Memory of the hierarchy's records, and the operations that create and file them one at a time.
+// The operations that create the hierarchy's records and file them one at a time.
 #include "channel/store/hierarchy.h"
 
 #include <channel/store.h>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/filing.h"
+#include "channel/store/memory.h"
 
 namespace channel {
-
-void *allocate_zeroed(std::size_t size) {
-  void *memory = std::calloc(1, size);
-  if (memory == nullptr) {
-    LOG_ERROR("no memory for %lu bytes\n", static_cast<unsigned long>(size));
-    std::abort();
-  }
-  return memory;
-}
 
 bool can_count_one_more(std::uint16_t count, const char *operation) {
   if (count == UINT16_MAX) {

@@ -1,12 +1,9 @@
 // Typed ranges over the networks of a list, the transponders of a network and the channels of a transponder, and the
-// allocation and linking of their records. A record begins with its link, so record and node share an address.
+// linking of their records. A record begins with its link, so record and node share an address.
 #pragma once
 
 #include <base/list.h>
 #include <channel/records.h>
-#include <cstddef>
-#include <cstdlib>
-#include <memory>
 
 namespace channel {
 
@@ -66,9 +63,6 @@ inline void unlink(list_head &node) {
   }
 }
 
-// The real channel of a view entry, found again from its identity; the entry's cached pointer is not used.
-channel_st *resolve(const virtual_channel_st &entry);
-
 // A real channel of which nothing is known: zero but for the fields that have a value of their own for it.
 inline constexpr channel_st unset_service = [] {
   channel_st service{};
@@ -84,26 +78,5 @@ inline constexpr channel_st unset_service = [] {
   service.reserved_id = 0xFFFF;
   return service;
 }();
-
-// Zero-filled memory that goes back with free. Never null: the process stops when there is none left.
-void *allocate_zeroed(std::size_t size);
-
-struct freeing {
-  void operator()(void *memory) const { std::free(memory); }
-};
-
-// Memory of one call, freed when it goes.
-template <class Record>
-using transient = std::unique_ptr<Record, freeing>;
-
-template <class Record>
-Record *allocate_array(std::size_t count) {
-  return static_cast<Record *>(allocate_zeroed(count * sizeof(Record)));
-}
-
-template <class Record>
-Record *allocate_record() {
-  return static_cast<Record *>(allocate_zeroed(sizeof(Record)));
-}
 
 }  // namespace channel

@@ -1,11 +1,11 @@
 // Refreshes the cached pointer of every view entry from the hierarchy, after records were loaded or merged.
 #include "channel/store/links.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
-#include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
 
@@ -41,7 +41,8 @@ int link_views(service_index &index) {
   for (int type = VIEW_ALL; type <= VIEW_PROMOTION; ++type) {
     link_view(type, index);
   }
-  const int past_last_group = VIEW_FAVOURITE + favourite_table().size();
+  const int past_last_group =
+      VIEW_FAVOURITE + std::min<int>(static_cast<std::int8_t>(channel_list.favorite_group_num), MAX_FAV);
   for (int type = VIEW_FAVOURITE; type <= past_last_group; ++type) {
     link_view(type, index);
   }

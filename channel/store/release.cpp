@@ -136,13 +136,21 @@ void free_hierarchy(list_head &network_list) {
   list_init(&network_list);
 }
 
-namespace {
-
 void release_transponder(tp_ch_st &transponder, doomed_services &doomed) {
   LOG_TRACE_AS("release_tp_ch_info", 2, "\n");
   doomed.add_all(transponder);
   free_record(transponder.list);
 }
+
+void release_network(network_ch_st &network, doomed_services &doomed) {
+  for (tp_ch_st &transponder : transponders_of(network)) {
+    release_transponder(transponder, doomed);
+  }
+  free_record(network.list);
+  count_down(channel_list.network_num);
+}
+
+namespace {
 
 // Kept: a network's first matching transponder is counted down whether or not the channel hangs from it.
 void count_down_transponder(network_ch_st &network, const channel_st &service) {
@@ -197,10 +205,6 @@ void release_network_ch_info(network_ch_st *network) {
     return;
   }
   channel::doomed_services doomed;
-  for (tp_ch_st &transponder : channel::transponders_of(*network)) {
-    channel::release_transponder(transponder, doomed);
-  }
-  channel::free_record(network->list);
-  channel::count_down(channel::channel_list.network_num);
+  channel::release_network(*network, doomed);
 }
 }

@@ -26,6 +26,12 @@ class doomed_services {
 // Counts the channel's transponder down and dooms the channel, unless it is doomed already.
 void release_service(channel_st &service, doomed_services &doomed);
 
+// Frees a transponder and dooms its channels. The network's count is the caller's to lower.
+void release_transponder(tp_ch_st &transponder, doomed_services &doomed);
+
+// Frees a network with its transponders, dooms their channels, and counts the list's networks down.
+void release_network(network_ch_st &network, doomed_services &doomed);
+
 // Takes a network or transponder out of its list and frees it; its own list must be empty.
 void free_record(list_head &node);
 

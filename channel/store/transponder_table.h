@@ -46,9 +46,6 @@ class transponder_table {
   }
 
   [[nodiscard]] std::span<const place> places() const { return {places_.get(), used_places_}; }
-  [[nodiscard]] std::size_t number_of(const place &added) const {
-    return static_cast<std::size_t>(&added - places_.get());
-  }
 
  private:
   static std::uint64_t key_of(const query &wanted, std::uint32_t frequency_or_bucket) {

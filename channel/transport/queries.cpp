@@ -2,13 +2,13 @@
 // no match. The first match in list order wins.
 #include <channel/transport.h>
 
-#include <channel/lookups.h>
 #include <channel/removal.h>
 #include <channel/store.h>
 
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/release.h"
 #include "channel/store/view.h"
@@ -52,13 +52,24 @@ tp_ch_st *find_by_service_id(std::uint8_t net_index, std::uint16_t service_id) {
 }
 
 void release_matching(network_ch_st &network, std::uint32_t frequency, std::uint8_t polarisation,
-                      const char *operation) {
+                      doomed_services &doomed, const char *operation) {
   for (tp_ch_st &transponder : transponders_of(network)) {
     LOG_TRACE_AS(operation, 2, "freq %lu,%lu polar %d,%d \n", static_cast<unsigned long>(transponder.frequency),
                  static_cast<unsigned long>(frequency), transponder.polarisation, polarisation);
-    if (same_frequency(transponder.frequency, frequency) && transponder.polarisation == polarisation) {
-      release_tp_ch_info(&transponder);
+    if (is_tuned_to(transponder, frequency, polarisation)) {
+      release_transponder(transponder, doomed);
       count_down(network.tp_num);
+    }
+  }
+}
+
+// Services on their way out are forgotten together when the walk is done.
+void release_frequency(int net_index, std::uint32_t frequency, std::uint8_t polarisation, const char *operation) {
+  doomed_services doomed;
+  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+    LOG_TRACE_AS(operation, 2, "net_index %d ,%d \n", net_index, network.net_index);
+    if (network.net_index == net_index) {
+      release_matching(network, frequency, polarisation, doomed, operation);
     }
   }
 }
@@ -81,7 +92,7 @@ tp_ch_st *get_tp_ch_info(uint8_t net_index, uint16_t network_id, uint16_t ts_id,
 
 tp_ch_st *get_tp_ch_simple(uint8_t net_index, uint32_t frequency, uint8_t polarisation) {
   tp_ch_st *found = channel::find_transponder(channel::with_net_index(net_index), [=](const tp_ch_st &transponder) {
-    return channel::same_frequency(transponder.frequency, frequency) && transponder.polarisation == polarisation;
+    return channel::is_tuned_to(transponder, frequency, polarisation);
   });
   if (found == nullptr) {
     LOG_TRACE(3, "Fail to find network_ch ni=%d\n", net_index);
@@ -156,12 +167,7 @@ int get_channel_list_version(void) { return channel_list.version; }
 
 int remove_channel_info_by_frequency(int net_index, uint32_t frequency, uint8_t polarisation) {
   LOG_TRACE(2, "net_index %d freq %lu polar %d \n", net_index, static_cast<unsigned long>(frequency), polarisation);
-  for (network_ch_st &network : channel::networks_of(channel_list.network_list)) {
-    LOG_TRACE(2, "net_index %d ,%d \n", net_index, network.net_index);
-    if (network.net_index == net_index) {
-      channel::release_matching(network, frequency, polarisation, __func__);
-    }
-  }
+  channel::release_frequency(net_index, frequency, polarisation, __func__);
   channel::show_tv_or_radio(__func__);
   remove_invalid_virtual_channel();
   return 0;

@@ -1,6 +1,6 @@
 // Sorts view entries in place: a merge sort of their positions, two bytes each, on the stack; then every entry is moved
-// once. It allocates nothing, asks as few comparisons as there can be, keeps the order of equal entries, and bears
-// comparisons that are no total order: whatever they answer, every entry is kept once.
+// once. It allocates nothing, asks few comparisons, keeps the order of equal entries, and bears comparisons that are no
+// total order: whatever they answer, every entry is kept once.
 #pragma once
 
 #include <algorithm>

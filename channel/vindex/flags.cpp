@@ -2,11 +2,9 @@
 #include <channel/flags.h>
 
 #include <algorithm>
-#include <array>
 #include <channel/lookups.h>
 #include <channel/store.h>
 #include <cstddef>
-#include <cstring>
 #include <iterator>
 
 #include "channel/identity.h"

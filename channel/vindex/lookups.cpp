@@ -5,29 +5,23 @@
 
 #include "channel/identity.h"
 #include "channel/log.h"
-#include "channel/store/channel_list.h"
-#include "channel/store/hierarchy.h"
+#include "channel/store/finders.h"
 #include "channel/store/view.h"
 
 namespace channel {
 namespace {
 
-// The current view; its absence is reported in the operation's name.
-view require_current_view(const char *operation) {
-  const view current = current_view();
-  if (!current) {
+// The absence of a view is reported in the operation's name.
+view require(const view &found, const char *operation) {
+  if (!found) {
     LOG_ERROR_AS(operation, " channel_list NULL !! ");
   }
-  return current;
+  return found;
 }
 
-view require_view(std::int8_t type, const char *operation) {
-  const view named = fetch_view(type);
-  if (!named) {
-    LOG_ERROR_AS(operation, " channel_list NULL !! ");
-  }
-  return named;
-}
+view require_current_view(const char *operation) { return require(current_view(), operation); }
+
+view require_view(std::int8_t type, const char *operation) { return require(fetch_view(type), operation); }
 
 // A position behind the count is readable as far as the array reaches.
 virtual_channel_st *slot_of(const view &searched, int vindex, const char *operation) {

@@ -8,7 +8,7 @@
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
-#include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 
 namespace channel {
 
@@ -70,10 +70,11 @@ int find_mirrored(const virtual_channel_st &entry) {
 void mirror_single(const mirror &mirrored, const virtual_channel_st &entry, int source, int destination) {
   const view &services = mirrored.services;
   std::move(services.begin() + source + 1, services.end(), services.begin() + source);
-  const int from = std::min<int>(destination, services.capacity);
-  const int room = std::max(services.capacity - from - 1, 0);
-  const int length = std::min(services.size() - mirrored.destination, room);
-  std::move_backward(services.entries + from, services.entries + from + length, services.entries + from + length + 1);
+  const int length = std::min(services.size() - mirrored.destination, services.capacity - destination - 1);
+  if (length > 0) {
+    virtual_channel_st *gap = services.entries + destination;
+    std::move_backward(gap, gap + length, gap + length + 1);
+  }
   services.entries[mirrored.destination] = entry;
 }
 

@@ -5,7 +5,6 @@
 
 #include <channel/dumps.h>
 #include <channel/lookups.h>
-#include <channel/store.h>
 #include <channel/views.h>
 
 #include "channel/identity.h"
@@ -59,6 +58,16 @@ void remove_located(const located_service &found) {
   count_down(found.transponder->rch_num);
 }
 
+void release_networks(std::uint8_t net_index, const char *operation) {
+  doomed_services doomed;
+  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+    if (network.net_index == net_index) {
+      LOG_TRACE_AS(operation, 5, "network name(%s)\n", name_of(network).c_str());
+      release_network(network, doomed);
+    }
+  }
+}
+
 }  // namespace
 
 void sweep_views(service_index &index) {
@@ -95,12 +104,11 @@ int vtype_remove_by_vindex(int16_t vindex, int8_t type) {
   if (!cleaned) {
     return -1;
   }
-  const int count = cleaned.size();
-  if (vindex >= count) {
-    LOG_ERROR("vindex is so big %d total %d\n", vindex, count);
+  if (vindex >= cleaned.size()) {
+    LOG_ERROR("vindex is so big %d total %d\n", vindex, *cleaned.count);
     return -1;
   }
-  LOG_TRACE(2, "vindex %d, vindex+1 %d, cnt %d\n", vindex, vindex + 1, count - vindex - 1);
+  LOG_TRACE(2, "vindex %d, vindex+1 %d, cnt %d\n", vindex, vindex + 1, cleaned.size() - vindex - 1);
   cleaned.remove_at(vindex);
   return 0;
 }
@@ -184,12 +192,7 @@ int remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id
 
 int remove_channel_info_by_net_index(uint8_t net_index) {
   LOG_PLAIN(5, "\n");
-  for (network_ch_st &network : channel::networks_of(channel::channel_list.network_list)) {
-    if (network.net_index == net_index) {
-      LOG_TRACE(5, "network name(%s)\n", channel::name_of(network).c_str());
-      release_network_ch_info(&network);
-    }
-  }
+  channel::release_networks(net_index, __func__);
   channel::show_tv_or_radio(__func__);
   remove_invalid_virtual_channel();
   return 0;

@@ -11,7 +11,6 @@
 #include <strings.h>
 
 #include "channel/log.h"
-#include "channel/store/channel_list.h"
 #include "channel/store/view.h"
 #include "channel/vindex/entry_sort.h"
 
@@ -128,6 +127,29 @@ virtual_channel_st *append_by_flag(const view &source, std::uint8_t mask, bool s
   });
 }
 
+void report_missing_channels(const view &source, const char *operation) {
+  for (const virtual_channel_st &entry : source) {
+    if (entry.rch == nullptr) {
+      LOG_ERROR_AS(operation, "r_ch == NULL\n");
+    }
+  }
+}
+
+// Makes the USER view hold the entries of the source, which may be that view itself: those whose flag is clear, then
+// those whose flag is set.
+void partition_into_user_view(const view &source, std::uint8_t mask) {
+  // Slots at the end that no entry with a channel fills keep what a plain copy of the source puts there.
+  std::array<virtual_channel_st, MAX_CHANNEL> work;
+  std::copy(source.begin(), source.end(), work.begin());
+  virtual_channel_st *end = append_by_flag(source, mask, false, work.data());
+  append_by_flag(source, mask, true, end);
+
+  const view user = find_view(VIEW_USER);
+  const std::int16_t count = source.size();
+  std::copy_n(work.begin(), count, user.entries);
+  *user.count = count;
+}
+
 }  // namespace
 }  // namespace channel
 
@@ -184,21 +206,8 @@ int sort_vindex_by_flag(int8_t view_type, int8_t sort_type) {
   }
   LOG_PLAIN(2, "%s\n", sort.name);
   LOG_PLAIN(2, "vch_number %d \n", source.size());
-  for (const virtual_channel_st &entry : source) {
-    if (entry.rch == nullptr) {
-      LOG_ERROR("r_ch == NULL\n");
-    }
-  }
-  // Slots at the end that no entry with a channel fills keep what a plain copy of the source puts there.
-  std::array<virtual_channel_st, MAX_CHANNEL> work;
-  std::copy(source.begin(), source.end(), work.begin());
-  virtual_channel_st *end = channel::append_by_flag(source, sort.mask, false, work.data());
-  channel::append_by_flag(source, sort.mask, true, end);
-
-  const view user = channel::find_view(VIEW_USER);
-  const int16_t count = source.size();
-  std::copy_n(work.begin(), count, user.entries);
-  *user.count = count;
+  channel::report_missing_channels(source, __func__);
+  channel::partition_into_user_view(source, sort.mask);
   change_vindex_type(VIEW_USER);
   return 0;
 }

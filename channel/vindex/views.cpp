@@ -9,6 +9,7 @@
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/view.h"
 
@@ -146,12 +147,51 @@ void make_favourite_current(const view &chosen, int code, const char *operation)
   }
 }
 
+// Makes a view current, with the settings that the choice brings. USER and promotion bring none: the settings stay
+// those of the list that they were made from.
+void choose(const view &chosen, std::int8_t code, const char *operation) {
+  if (code >= VIEW_FAVOURITE) {
+    make_favourite_current(chosen, code, operation);
+    return;
+  }
+  make_current(chosen, code);
+  if (code == VIEW_ALL) {
+    channel_list.use_group_list = GROUP_ALL;
+    channel_list.ch_type = 0;
+  } else if (code == VIEW_TV || code == VIEW_RADIO) {
+    channel_list.net_index = -1;
+    channel_list.use_group_list = GROUP_ALL;
+    channel_list.service_type = code;
+  }
+}
+
+void print_choice(const char *operation) {
+  LOG_PLAIN(2, BANNER);
+  LOG_TRACE_AS(operation, 2, "\t USE LIST CHANGE CHANNEL LIST : %d  type('%s') \n", channel_list.service_type,
+               view_name(channel_list.vch_type));
+  LOG_PLAIN(2, BANNER);
+}
+
 // The views that are refused when empty, and what their count is called.
 const char *refused_when_empty(int code) {
   static constexpr std::array<const char *, VIEW_PROMOTION + 1> counts = {
       nullptr, "tv_vnumber", "radio_vnumber", "user_vnumber", nullptr, "promo_vnumber"};
   const auto index = static_cast<std::size_t>(code);
   return index < counts.size() ? counts[index] : nullptr;
+}
+
+// The entry that a host passes as the words of its fields. Its pointer is never taken from there.
+virtual_channel_st entry_of(const std::array<std::uint32_t, 5> &words) {
+  virtual_channel_st entry = {};
+  std::memcpy(&entry, words.data(), sizeof words);
+  entry.rch = resolve(entry);
+  return entry;
+}
+
+void insert_entry(const view &target, int position, const virtual_channel_st &entry) {
+  std::move_backward(target.begin() + position, target.end(), target.end() + 1);
+  target.entries[position] = entry;
+  *target.count = static_cast<std::int16_t>(target.size() + 1);
 }
 
 }  // namespace
@@ -172,26 +212,11 @@ int change_vindex_type(int8_t type) {
     LOG_WARNING("channel_list.%s %d \n", count_name, *chosen.count);
     return -1;
   }
-  if (type >= VIEW_FAVOURITE) {
-    channel::make_favourite_current(chosen, type, __func__);
-  } else {
-    channel::make_current(chosen, type);
-  }
-  if (type == VIEW_ALL) {
-    channel_list.use_group_list = GROUP_ALL;
-    channel_list.ch_type = 0;
-  } else if (type == VIEW_TV || type == VIEW_RADIO) {
-    channel_list.net_index = -1;
-    channel_list.use_group_list = GROUP_ALL;
-    channel_list.service_type = type;
-  }
+  channel::choose(chosen, type, __func__);
   if (chosen.size() == 0) {
     return channel::chosen_but_empty;
   }
-  LOG_PLAIN(2, BANNER);
-  LOG_TRACE(2, "\t USE LIST CHANGE CHANNEL LIST : %d  type('%s') \n", channel_list.service_type,
-            channel::view_name(channel_list.vch_type));
-  LOG_PLAIN(2, BANNER);
+  channel::print_choice(__func__);
   return 0;
 }
 
@@ -216,13 +241,7 @@ int insert_vch_vindex_type(uint32_t w0, uint32_t w1, uint32_t w2, uint32_t w3, u
     LOG_ERROR("view is full, %d entries\n", target.capacity);
     return -1;
   }
-  const std::array<uint32_t, 5> words = {w0, w1, w2, w3, w4};
-  virtual_channel_st entry = {};
-  std::memcpy(&entry, words.data(), sizeof words);
-  entry.rch = channel::resolve(entry);
-  std::move_backward(target.begin() + vindex, target.end(), target.end() + 1);
-  target.entries[vindex] = entry;
-  *target.count = static_cast<int16_t>(target.size() + 1);
+  channel::insert_entry(target, vindex, channel::entry_of({w0, w1, w2, w3, w4}));
   return 0;
 }
 

@@ -29,14 +29,6 @@ class Calls : public file_test {
     return calls;
   }
 
-  static lines joined(std::initializer_list<lines> parts) {
-    lines all;
-    for (const lines &part : parts) {
-      all.insert(all.end(), part.begin(), part.end());
-    }
-    return all;
-  }
-
   void load_small_list() { EXPECT_EQ(load(small_list().data), CHANNEL_LIST_VERSION); }
 };
 
@@ -120,6 +112,22 @@ TEST_F(Calls, ThatFailInASaveLeaveTheStatusUnsaid) {
   ASSERT_EQ(all.size(), 6U);
   EXPECT_EQ(all.at(4), "ChannelAPI save_channel_internal:#  sizeof(struct channel_list_st) 460032 \n");
   EXPECT_EQ(all.at(5), "ERROR: save_channel_internal:# Fail to write the tp_ch_info to '" + path("saved.dat") + "'\n");
+}
+
+TEST_F(Calls, ThatFailWhenTheBytesGoOutLeaveTheStatusUnsaid) {
+  load_small_list();
+  const log_capture log(2);
+  stand_in_door door;
+  door.fail_at(door_call::flush, 1);
+
+  EXPECT_EQ(save_channel("saved.dat"), 0);
+
+  const lines all = log.writes();
+  ASSERT_GE(all.size(), 2U);
+  EXPECT_EQ(all.at(all.size() - 2), "ChannelAPI save_channel_internal:#  sizeof(struct tp_ch_st) 336 \n");
+  EXPECT_EQ(all.back(),
+            "ERROR: save_channel_internal:# Fail to write the channel_list to '" + path("saved.dat") + "'\n");
+  EXPECT_EQ(log.writes_with("save \t"), lines{});
 }
 
 }  // namespace

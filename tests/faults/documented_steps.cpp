@@ -1,4 +1,4 @@
-// Written from the documents, call by call and line by line: nothing here looks at what the library does.
+// Call by call and line by line, independent of the library's code: nothing here looks at what the library does.
 #include "documented_steps.h"
 
 #include <channel/channel.h>

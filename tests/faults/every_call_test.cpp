@@ -3,6 +3,7 @@
 // stays open, and the next run is whole. A build with the address sanitizer finds what is not released.
 #include <channel/channel.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <iterator>
 

@@ -2,6 +2,7 @@
 // stays as it is.
 #include <channel/channel.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 

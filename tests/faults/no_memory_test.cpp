@@ -3,6 +3,7 @@
 #include <base/verbosity.h>
 #include <channel/channel.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 

@@ -4,8 +4,6 @@
 #include <channel/channel.h>
 #include <unistd.h>
 
-#include <algorithm>
-
 #include "faults/documented_steps.h"
 #include "support/group_file_test.h"
 #include "support/hierarchy_walk.h"

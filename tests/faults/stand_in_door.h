@@ -2,7 +2,6 @@
 // not.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>

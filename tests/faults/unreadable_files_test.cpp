@@ -2,6 +2,7 @@
 // They are told like a missing or a short file, and nothing is left open or changed.
 #include <channel/channel.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 

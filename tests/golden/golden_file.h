@@ -65,17 +65,16 @@ inline constexpr std::array<service, 8> services = {{
     {17, 0x0203, 0x0708, 4'294'967'295, 1, 0x0000, 25, 5, ""},
 }};
 
-// A service with a value in every field; the number tells it from the others.
-inline bytes service_image(const service &data, std::size_t number) {
-  bytes image = pattern(312, 100 + number);
-  clear(image, 0, 8);
+// The names of a service, the second one made of its number.
+inline void put_names(bytes &image, const service &data, std::size_t number) {
   put_text(image, 9, data.name);
   put(image, 106, 2, data.name.size());
   put_text(image, 109, "Second name of " + std::to_string(number));
   put(image, 206, 2, 16);
-  put(image, 210, 2, 0);
-  put(image, 212, 2, 300 + number);
-  put(image, 214, 2, 200 + number);
+}
+
+// What identifies a service, and its type and source.
+inline void put_identity(bytes &image, const service &data) {
   put(image, 216, 1, data.net_index);
   put(image, 224, 8, data.frequency);
   put(image, 232, 1, data.type);
@@ -84,6 +83,27 @@ inline bytes service_image(const service &data, std::size_t number) {
   put(image, 240, 2, data.network_id);
   put(image, 242, 2, data.service_id);
   put(image, 244, 1, data.polarisation);
+}
+
+// What identifies the service of an entry.
+inline void put_entry_identity(bytes &image, const service &data) {
+  put(image, 6, 1, data.net_index);
+  put(image, 8, 4, data.frequency);
+  put(image, 12, 1, data.polarisation);
+  put(image, 14, 2, data.service_id);
+  put(image, 16, 2, data.network_id);
+  put(image, 18, 2, data.ts_id);
+}
+
+// A service with a value in every field; the number tells it from the others.
+inline bytes service_image(const service &data, std::size_t number) {
+  bytes image = pattern(312, 100 + number);
+  clear(image, 0, 8);
+  put_names(image, data, number);
+  put(image, 210, 2, 0);
+  put(image, 212, 2, 300 + number);
+  put(image, 214, 2, 200 + number);
+  put_identity(image, data);
   put(image, 246, 2, 0x0100 + number);
   put(image, 248, 2, 0x0200 + number);
   put(image, 250, 1, 0x10 + number);
@@ -143,12 +163,7 @@ inline bytes entry_image(std::size_t number, std::size_t seed) {
   put(image, 1, 1, 0x40 + number);
   put(image, 2, 2, 100 * seed + number);
   put(image, 4, 2, 0x8000 + seed);
-  put(image, 6, 1, data.net_index);
-  put(image, 8, 4, data.frequency);
-  put(image, 12, 1, data.polarisation);
-  put(image, 14, 2, data.service_id);
-  put(image, 16, 2, data.network_id);
-  put(image, 18, 2, data.ts_id);
+  put_entry_identity(image, data);
   clear(image, 20, 4);
   return image;
 }

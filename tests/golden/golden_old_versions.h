@@ -34,21 +34,11 @@ inline bytes service_in_todays_places(int version, std::size_t number) {
   const service &data = services.at(number);
   const std::size_t seed = seed_of(version) + number;
   bytes image = pattern(312, seed);
-  put_text(image, 9, data.name);
-  put(image, 106, 2, data.name.size());
-  put_text(image, 109, "Second name of " + std::to_string(number));
-  put(image, 206, 2, 16);
+  put_names(image, data, number);
   put(image, 210, 2, 0x4000 + seed);
   put(image, 212, 2, 0x4100 + seed);
   put(image, 214, 2, 0x4200 + seed);
-  put(image, 216, 1, data.net_index);
-  put(image, 224, 8, data.frequency);
-  put(image, 232, 1, data.type);
-  put(image, 233, 1, data.source);
-  put(image, 234, 2, data.ts_id);
-  put(image, 240, 2, data.network_id);
-  put(image, 242, 2, data.service_id);
-  put(image, 244, 1, data.polarisation);
+  put_identity(image, data);
   put(image, 288, 1, 1U << number);
   return image;
 }
@@ -112,12 +102,7 @@ inline bytes entry_image(int version, const service &data, std::size_t number) {
   bytes image = pattern(24, seed_of(version) + number);
   put(image, 2, 2, number);
   put(image, 4, 2, 0x8000 + number);
-  put(image, 6, 1, data.net_index);
-  put(image, 8, 4, data.frequency);
-  put(image, 12, 1, data.polarisation);
-  put(image, 14, 2, data.service_id);
-  put(image, 16, 2, data.network_id);
-  put(image, 18, 2, data.ts_id);
+  put_entry_identity(image, data);
   return image;
 }
 

@@ -66,12 +66,7 @@ inline bytes created_network(std::uint8_t net_index, std::uint16_t network_id, c
 inline bytes appended_entry(const service &data, std::size_t major) {
   bytes image(24, '\0');
   put(image, 2, 2, major);
-  put(image, 6, 1, data.net_index);
-  put(image, 8, 4, data.frequency);
-  put(image, 12, 1, data.polarisation);
-  put(image, 14, 2, data.service_id);
-  put(image, 16, 2, data.network_id);
-  put(image, 18, 2, data.ts_id);
+  put_entry_identity(image, data);
   return image;
 }
 

@@ -67,6 +67,17 @@ static channel_st *find_service(uint16_t service_id) {
   return get_channel_st(NET_INDEX, NETWORK_ID, TS_ID, FREQUENCY, service_id, 1);
 }
 
+/* Before the first call: the history is empty, nothing is limited, and every log level is 0. */
+static void check_start(void) {
+  static const return_channel_st empty[MAX_RETURN_CHANNEL];
+  static const int silent[sizeof verbosity_map / sizeof *verbosity_map];
+  CHECK(memcmp(verbosity_map, silent, sizeof silent) == 0);
+  CHECK(get_return_channel_num() == 0);
+  CHECK(memcmp(get_return_channel(), empty, sizeof empty) == 0);
+  CHECK(get_limited_channel_flag() == 0);
+  CHECK(SID_TYPE == 0);
+}
+
 static void check_store(void) {
   CHECK(init_channel_list() == -4);
   CHECK(get_channel_list()->version == CHANNEL_LIST_VERSION);
@@ -297,6 +308,8 @@ static void remove_files(const char *directory) {
 }
 
 int main(void) {
+  check_start();
+
   char directory[] = "/tmp/channel-XXXXXX\0";
   if (mkdtemp(directory) == NULL) {
     perror("mkdtemp");

@@ -239,6 +239,14 @@ bytes file_test::save() {
   return read_file(path("saved.dat"));
 }
 
+void expect_same_bytes(const bytes &actual, const bytes &expected) {
+  ASSERT_EQ(actual.size(), expected.size());
+  const auto [a, e] = std::ranges::mismatch(actual, expected);
+  EXPECT_TRUE(a == actual.end()) << "first difference at offset " << a - actual.begin() << ": "
+                                 << static_cast<unsigned>(static_cast<std::uint8_t>(*a)) << " instead of "
+                                 << static_cast<unsigned>(static_cast<std::uint8_t>(*e));
+}
+
 bytes list_in_memory() { return {reinterpret_cast<const char *>(get_channel_list()), sizeof(channel_list_st)}; }
 
 bytes initialised_list() {

@@ -92,6 +92,9 @@ class file_test : public store_test {
   temp_dir dir;
 };
 
+// Says where two files differ first, instead of printing both.
+void expect_same_bytes(const bytes &actual, const bytes &expected);
+
 // The bytes of the list in memory.
 bytes list_in_memory();
 

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstring>
 #include <iterator>
-#include <numeric>
 #include <string_view>
 
 namespace extremes {

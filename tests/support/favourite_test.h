@@ -6,27 +6,19 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "support/groups.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
 namespace test_support {
 
-// A group to be created. Names of 98 bytes and more fill their field and have no terminator.
-inline group_st favourite_named(const std::string &name) {
-  group_st made = {};
-  made.name_len = static_cast<std::int16_t>(name.size());
-  std::memcpy(made.name, name.data(), std::min(name.size(), sizeof made.name));
-  return made;
-}
-
-inline int create(const std::string &name) { return add_fav_group_info(favourite_named(name)); }
+inline int create(const std::string &name) { return add_fav_group_info(named_group(name)); }
 
 // The whole field of a group's name.
 inline std::string name_field(const group_st &group) { return {group.name, sizeof group.name}; }

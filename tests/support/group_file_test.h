@@ -5,11 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
-#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "support/groups.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 #include "support/temp_dir.h"
@@ -58,11 +57,8 @@ inline filed_table countries() {
 }
 
 inline group_st group(int id, const std::string &name) {
-  group_st made = {};
+  group_st made = named_group(name, id);
   made.reserved_0 = static_cast<std::uint16_t>(0xA000 + id);
-  made.id = static_cast<std::int16_t>(id);
-  made.name_len = static_cast<std::int16_t>(name.size());
-  std::memcpy(made.name, name.data(), std::min(name.size(), sizeof made.name));
   return made;
 }
 

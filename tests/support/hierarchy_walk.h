@@ -5,6 +5,7 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <vector>
 
 namespace test_support {
@@ -29,6 +30,17 @@ inline std::vector<tp_ch_st *> transponders(const network_ch_st &network) {
 
 inline std::vector<channel_st *> services(const tp_ch_st &transponder) {
   return records_below<channel_st>(transponder.rch_list);
+}
+
+// Frees a network and what hangs from it, record by record, as its owner does.
+inline void free_network(network_ch_st *network) {
+  for (tp_ch_st *transponder : transponders(*network)) {
+    for (channel_st *service : services(*transponder)) {
+      std::free(service);
+    }
+    std::free(transponder);
+  }
+  std::free(network);
 }
 
 // Every count in the hierarchy is the length of its list.

@@ -6,36 +6,19 @@
 #include <string>
 #include <vector>
 
+#include "support/channel_key.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 
 namespace test_support {
 
-// The seven values that a channel of the history is known by.
-struct watched {
-  int tag = 0;
-  int net_index = 1;
-  int network_id = 1;
-  int ts_id = 100;
-  std::uint32_t frequency = 11'000'000;
-  int service_id = 1;
-  int polarisation = 0;
+inline channel_key service_number(int service_id) { return {.service_id = service_id}; }
 
-  template <class Function>
-  auto call(Function function) const {
-    return function(static_cast<std::int8_t>(tag), static_cast<std::uint8_t>(net_index),
-                    static_cast<std::uint16_t>(network_id), static_cast<std::uint16_t>(ts_id), frequency,
-                    static_cast<std::uint16_t>(service_id), static_cast<std::uint8_t>(polarisation));
-  }
-};
+inline int check(const channel_key &sought) { return sought.call(check_same_return_channel); }
+inline void watch(const channel_key &seen) { seen.call(add_return_channel); }
+inline int forget(const channel_key &listed) { return listed.call(remove_return_channel); }
 
-inline watched service_number(int service_id) { return {.service_id = service_id}; }
-
-inline int check(const watched &sought) { return sought.call(check_same_return_channel); }
-inline void watch(const watched &seen) { seen.call(add_return_channel); }
-inline int forget(const watched &listed) { return listed.call(remove_return_channel); }
-
-inline std::vector<std::string> writes_of_watching(int level, const watched &seen) {
+inline std::vector<std::string> writes_of_watching(int level, const channel_key &seen) {
   return writes_at(level, [&seen] {
     watch(seen);
     return 0;

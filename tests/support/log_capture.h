@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdio>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,15 @@ class log_capture {
   std::vector<int> levels_;
   fd_capture capture_;
 };
+
+// Lists of writes, one behind the other.
+inline std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> parts) {
+  std::vector<std::string> all;
+  for (const std::vector<std::string> &part : parts) {
+    all.insert(all.end(), part.begin(), part.end());
+  }
+  return all;
+}
 
 // The writes of one action at a log level.
 template <class Action>

@@ -22,6 +22,24 @@ inline std::vector<int> view_sizes() {
   return sizes;
 }
 
+// What the reader of a new list says at level 2 when it has read one whose header is that of an empty list.
+inline lines new_list_summary() {
+  const std::string hashes = "ChannelAPI new_load_channel:# ######################################################\n";
+  return {hashes,
+          " new channel list version : 10\n",
+          "load \tservice_type : 1\n",
+          "load \tuse_group_list : 'ALL'\n",
+          "load \tbouquet : 65535\n",
+          "load \tnet_index : -1\n",
+          "load \toriginal channel number : 0\n",
+          "load \ttv channel number : 0\n",
+          "load \tradio channel number : 0\n",
+          "load \tuser channel number : 0\n",
+          "load \tvch_type : 'ALL CH'\n",
+          "load \tpromotion channel number : 0\n",
+          hashes};
+}
+
 // The lines of one action at a level, the scan module's level set as well.
 template <class Action>
 lines writes_at_levels(int level, int scan_level, Action &&action) {

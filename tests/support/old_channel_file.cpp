@@ -74,13 +74,7 @@ bytes extra() {
 
 void release_list::operator()(channel_list_st *list) const {
   for (network_ch_st *network : records_below<network_ch_st>(list->network_list)) {
-    for (tp_ch_st *transponder : transponders(*network)) {
-      for (channel_st *service : services(*transponder)) {
-        std::free(service);
-      }
-      std::free(transponder);
-    }
-    std::free(network);
+    free_network(network);
   }
   std::free(list);
 }

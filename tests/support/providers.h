@@ -8,16 +8,9 @@
 #include <string>
 #include <vector>
 
-namespace test_support {
+#include "groups.h"
 
-// A group as a host passes it: its name, cut to the field, and the length of the whole name.
-inline group_st named_group(const std::string &name, int id = 0) {
-  group_st made = {};
-  made.id = static_cast<std::int16_t>(id);
-  made.name_len = static_cast<std::int16_t>(name.size());
-  std::memcpy(made.name, name.data(), std::min(name.size(), sizeof made.name));
-  return made;
-}
+namespace test_support {
 
 inline int add_provider(const std::string &name) { return add_provider_info(named_group(name)); }
 

@@ -9,6 +9,7 @@
 #include <set>
 #include <vector>
 
+#include "support/channel_key.h"
 #include "support/hierarchy_walk.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
@@ -16,47 +17,18 @@
 
 namespace test_support {
 
-// The seven values that an entry is known by.
-struct entry_key {
-  int tag = 0;
-  int net_index = 1;
-  int network_id = 1;
-  int ts_id = 100;
-  std::uint32_t frequency = 11'000'000;
-  int service_id = 1;
-  int polarisation = 0;
-};
+inline int remove_from(std::int8_t view, const channel_key &key) { return key.call(vtype_remove_vch, view); }
 
-inline int remove_from(std::int8_t view, const entry_key &key) {
-  return vtype_remove_vch(static_cast<std::int8_t>(key.tag), static_cast<std::uint8_t>(key.net_index),
-                          static_cast<std::uint16_t>(key.network_id), static_cast<std::uint16_t>(key.ts_id),
-                          key.frequency, static_cast<std::uint16_t>(key.service_id),
-                          static_cast<std::uint8_t>(key.polarisation), view);
+inline int remove_silently_from(std::int8_t view, const channel_key &key) {
+  return key.call(vtype_remove_virtual_channel_st, view);
 }
 
-inline int remove_silently_from(std::int8_t view, const entry_key &key) {
-  return vtype_remove_virtual_channel_st(
-      static_cast<std::int8_t>(key.tag), static_cast<std::uint8_t>(key.net_index),
-      static_cast<std::uint16_t>(key.network_id), static_cast<std::uint16_t>(key.ts_id), key.frequency,
-      static_cast<std::uint16_t>(key.service_id), static_cast<std::uint8_t>(key.polarisation), view);
-}
+inline int remove_everywhere(const channel_key &key) { return key.call(remove_virtual_channel_st); }
 
-inline int remove_everywhere(const entry_key &key) {
-  return remove_virtual_channel_st(static_cast<std::int8_t>(key.tag), static_cast<std::uint8_t>(key.net_index),
-                                   static_cast<std::uint16_t>(key.network_id), static_cast<std::uint16_t>(key.ts_id),
-                                   key.frequency, static_cast<std::uint16_t>(key.service_id),
-                                   static_cast<std::uint8_t>(key.polarisation));
-}
-
-// The real channel; the tag is not part of what it is known by.
-inline int remove_service(const entry_key &key) {
-  return remove_channel_st(static_cast<std::uint8_t>(key.net_index), static_cast<std::uint16_t>(key.network_id),
-                           static_cast<std::uint16_t>(key.ts_id), key.frequency,
-                           static_cast<std::uint16_t>(key.service_id), static_cast<std::uint8_t>(key.polarisation));
-}
+inline int remove_service(const channel_key &key) { return key.call_untagged(remove_channel_st); }
 
 // An entry as a host writes it, of a service that need not exist.
-inline virtual_channel_st entry_with(const entry_key &key, int major = 1) {
+inline virtual_channel_st entry_with(const channel_key &key, int major = 1) {
   virtual_channel_st entry = {};
   entry.vch_tag = static_cast<std::int8_t>(key.tag);
   entry.major_ch_num = static_cast<std::int16_t>(major);
@@ -77,11 +49,6 @@ inline std::vector<view_case> swept_views() {
 }
 
 inline int count_of(std::int8_t view) { return *get_virtual_channel_vnumber(view); }
-
-inline lines joined(lines first, const lines &second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
-}
 
 // The lines of a channel's dump.
 inline lines dump_of(const channel_st *service, int level = 2) {
@@ -107,6 +74,25 @@ class removal_test : public store_test {
     store_test::TearDown();
   }
 
+  // Makes every view hold two entries of a service that goes, numbered 1 and 3, around one of a service that stays.
+  static void list_around(channel_st &gone, channel_st &kept) {
+    for (const view_case &each : every_view()) {
+      append_entry(each.code, entry_of(gone, 1));
+      append_entry(each.code, entry_of(kept, 2));
+      append_entry(each.code, entry_of(gone, 3));
+    }
+  }
+  // What such views hold when the service has gone: the work view is not swept, but points to it no more.
+  static void expect_gone_from_swept_views(const channel_st *kept) {
+    for (const view_case &each : swept_views()) {
+      EXPECT_EQ(majors(each.code), (std::vector<int>{2})) << int{each.code};
+      EXPECT_EQ(get_virtual_channel_st(each.code)[0].rch, kept) << int{each.code};
+    }
+    EXPECT_EQ(majors(VIEW_WORK), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[0].rch, nullptr);
+    EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[1].rch, kept);
+    EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[2].rch, nullptr);
+  }
   // Makes one filed service, in no view.
   static channel_st *file(int service_id) {
     return file_service({.service_id = static_cast<std::uint16_t>(service_id)});

@@ -40,6 +40,16 @@ inline virtual_channel_st unfiled_entry(int number) {
   return entry;
 }
 
+// Gives the fields that nothing else looks at values of their own: a copy shows then whether it is whole.
+inline virtual_channel_st mark_whole(virtual_channel_st &entry) {
+  entry.vch_tag = -7;
+  entry.favorite_id = 200;
+  entry.minor_ch_num = 4;
+  entry.reserved_7 = 1;
+  entry.reserved_13 = 2;
+  return entry;
+}
+
 // Makes a view hold unfiled entries 1..n.
 inline void fill_unfiled(std::int8_t code, int n) {
   init_vindex(code);

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "channel/persist/file.h"
@@ -135,7 +134,7 @@ class bounded_reading_test : public file_test, public ::testing::WithParamInterf
 
     // One read for each record, and one that finds the end. There are no side files.
     EXPECT_LE(measuring_door::reads, records + 1);
-    // With 64-bit pointers a record is up to half as large again as its image, and the header's image stands beside it.
+    // With 64-bit pointers a record is at most a third larger than its image, and the allocator adds to each.
     constexpr std::size_t room_for_a_stream = 16'384;
     EXPECT_LE(measuring_door::most_allocated,
               before + 3 * std::max(file.size(), test_support::list_size) + room_for_a_stream);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <stdio_ext.h>
+#include <unistd.h>
 
 #include <array>
 
@@ -24,10 +25,36 @@ class FileDoor : public ::testing::Test {
   stand_in_door door;
 };
 
-TEST_F(FileDoor, IsTheStandardLibraryAtFirst) {
+TEST(SystemDoor, IsTheOneThatOperationsGoThrough) { EXPECT_EQ(channel::persist::door, &channel::persist::system_door); }
+
+TEST(SystemDoor, ReadsWritesFlushesAndClosesByTheStandardLibraryAndSyncsByTheSystem) {
   EXPECT_EQ(channel::persist::system_door.read, &std::fread);
   EXPECT_EQ(channel::persist::system_door.write, &std::fwrite);
+  EXPECT_EQ(channel::persist::system_door.flush, &std::fflush);
   EXPECT_EQ(channel::persist::system_door.close, &std::fclose);
+  EXPECT_EQ(channel::persist::system_door.sync, &::sync);
+}
+
+TEST_F(FileDoor, OpensInTheModeThatIsAskedFor) {
+  std::array<char, 1024> buffer = {};
+  test_support::write_file(path(), "filed before");
+
+  std::FILE *read_only = channel::persist::system_door.open(path().c_str(), "r", buffer);
+  ASSERT_NE(read_only, nullptr);
+  EXPECT_EQ(std::fputs("more", read_only), EOF);
+  EXPECT_EQ(std::fclose(read_only), 0);
+  EXPECT_EQ(test_support::read_file(path()), "filed before");
+
+  std::FILE *anew = channel::persist::system_door.open(path().c_str(), "w+", buffer);
+  ASSERT_NE(anew, nullptr);
+  EXPECT_EQ(std::fclose(anew), 0);
+  EXPECT_EQ(test_support::read_file(path()), "");
+}
+
+TEST_F(FileDoor, OpensNothingAtAPathWithoutAFile) {
+  std::array<char, 1024> buffer = {};
+
+  EXPECT_EQ(channel::persist::system_door.open(path().c_str(), "r", buffer), nullptr);
 }
 
 TEST_F(FileDoor, OpensAStreamThatWorksInTheBufferThatItIsLent) {

@@ -178,8 +178,8 @@ TEST_F(MergeDeleting, TakesEntriesThatHadNoServiceBefore) {
   EXPECT_EQ(majors(VIEW_USER), numbers{6});
 }
 
-// An entry shows whatever service its identity finds.
-TEST_F(MergeDeleting, KeepsAnEntryWhoseServiceCameBackElsewhere) {
+// The first transponder within the tolerance is the entry's, though the service hangs from the next one now.
+TEST_F(MergeDeleting, TakesAnEntryWhoseServiceCameBackOnAnotherTransponder) {
   channel_st *service = file_service({.frequency = 11'000'000});
   virtual_channel_st entry = entry_of(*service, 5);
   entry.frequency = 11'002'000;

@@ -3,11 +3,10 @@
 #include "golden/golden_scans.h"
 #include "merge_test.h"
 
-#include <algorithm>
-
 namespace {
 
 using test_support::bytes;
+using test_support::expect_same_bytes;
 using test_support::lines;
 using test_support::log_capture;
 
@@ -22,12 +21,6 @@ class MergeGolden : public test_support::merge_test, public ::testing::WithParam
  protected:
   static bytes golden_file(const std::string &name) {
     return test_support::read_file(CHANNEL_TESTS_DIR "/golden/" + name + ".dat");
-  }
-
-  static void expect_same_bytes(const bytes &actual, const bytes &expected) {
-    ASSERT_EQ(actual.size(), expected.size());
-    const auto differing = std::ranges::mismatch(actual, expected).in1;
-    EXPECT_EQ(differing, actual.end()) << "first difference at offset " << differing - actual.begin();
   }
 
   [[nodiscard]] static bytes scan() { return golden_file(std::string("scan_") + GetParam().name); }

@@ -2,6 +2,7 @@
 #include "merge_test.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 

@@ -1,6 +1,9 @@
 // Where a merge lists what it adds: the views of the service type and of the number, at their ends, and what is said.
 #include "merge_test.h"
 
+#include <array>
+#include <cstring>
+
 namespace {
 
 using test_support::append_entry;
@@ -107,6 +110,8 @@ TEST_F(MergeListing, FillsEveryFieldOfAnEntry) {
   for (const virtual_channel_st *entry : {&list.vch[0], &list.tv_vch[0]}) {
     EXPECT_EQ(entry->vch_tag, 0);
     EXPECT_EQ(entry->favorite_id, 0x5A) << "left as it was";
+    EXPECT_EQ(entry->reserved_7, 0x5A) << "left as it was";
+    EXPECT_EQ(entry->reserved_13, 0x5A) << "left as it was";
     EXPECT_EQ(entry->major_ch_num, 5);
     EXPECT_EQ(entry->minor_ch_num, 0);
     EXPECT_EQ(entry->net_index, 201);

@@ -5,37 +5,21 @@ namespace {
 
 using test_support::channel_file;
 using test_support::file_service;
+using test_support::joined;
 using test_support::lines;
 using test_support::log_capture;
+using test_support::new_list_summary;
 using test_support::record_kind;
 using test_support::three_networks;
 
 constexpr std::size_t vch_type_at = 80'100;
 constexpr std::size_t tp_num_at = 76;
 
-const std::string hashes = "ChannelAPI new_load_channel:# ######################################################\n";
-
 class MergeLog : public test_support::merge_test {
  protected:
   void SetUp() override {
     merge_test::SetUp();
     file_service({.service_id = 1});
-  }
-
-  [[nodiscard]] lines summary() const {
-    return {hashes,
-            " new channel list version : 10\n",
-            "load \tservice_type : 1\n",
-            "load \tuse_group_list : 'ALL'\n",
-            "load \tbouquet : 65535\n",
-            "load \tnet_index : -1\n",
-            "load \toriginal channel number : 0\n",
-            "load \ttv channel number : 0\n",
-            "load \tradio channel number : 0\n",
-            "load \tuser channel number : 0\n",
-            "load \tvch_type : 'ALL CH'\n",
-            "load \tpromotion channel number : 0\n",
-            hashes};
   }
 };
 
@@ -54,14 +38,11 @@ TEST_F(MergeLog, TellsWhatItReadAtLevelTwo) {
 
   merge(channel_file().service({.service_id = 1}));
 
-  lines expected = {"ChannelAPI new_load_channel:# (" + new_path() + ")\n",
-                    "ChannelAPI new_load_channel:# new_channel_list->network_num 1\n"};
-  const lines last = summary();
-  expected.insert(expected.end(), last.begin(), last.end());
-  expected.emplace_back("ChannelAPI remove_invalid_virtual_channel:# \n");
-  expected.emplace_back("ChannelAPI link_rch_info:# \n");
-  expected.emplace_back("ChannelAPI check_load_channel:# add_count 0 , delete_count 0 \n");
-  EXPECT_EQ(log.writes(), expected);
+  EXPECT_EQ(log.writes(), joined({{"ChannelAPI new_load_channel:# (" + new_path() + ")\n",
+                                   "ChannelAPI new_load_channel:# new_channel_list->network_num 1\n"},
+                                  new_list_summary(),
+                                  {"ChannelAPI remove_invalid_virtual_channel:# \n", "ChannelAPI link_rch_info:# \n",
+                                   "ChannelAPI check_load_channel:# add_count 0 , delete_count 0 \n"}}));
 }
 
 TEST_F(MergeLog, TellsOfEveryRecordAtLevelThree) {
@@ -84,7 +65,7 @@ TEST_F(MergeLog, TellsOfEveryRecordAtLevelThree) {
                     "tp 4305967296, ts_id 0x00ab, sid 0x0001, vtag 0x0002, vpid 0x0101, vecm 0x1fff, atag 0x00fe, "
                     "apid 0xffff]\n",
                     "ChannelAPI new_load_channel:# net_index 255 tp_num 0 , network_name : Second \n"};
-  const lines last = summary();
+  const lines last = new_list_summary();
   expected.insert(expected.end(), last.begin(), last.end());
   ASSERT_GE(all.size(), expected.size());
   EXPECT_EQ(lines(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(expected.size())), expected);

@@ -1,6 +1,8 @@
 // Services that both lists hold: who is the same, what stays, and the mark of presence.
 #include "merge_test.h"
 
+#include <array>
+
 namespace {
 
 using test_support::append_entry;

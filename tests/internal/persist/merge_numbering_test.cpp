@@ -1,6 +1,8 @@
 // The numbers of added entries: the service id without its two top bits, or the length of each view when that is 0.
 #include "merge_test.h"
 
+#include <array>
+
 namespace {
 
 using test_support::append_entry;

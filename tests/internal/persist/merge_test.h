@@ -1,8 +1,7 @@
 // A list in memory, a new list in a file beside it, and the merge of the two.
 #pragma once
 
-#include <array>
-#include <cstring>
+#include <cstddef>
 
 #include "channel/persist/merge.h"
 #include "support/channel_file.h"

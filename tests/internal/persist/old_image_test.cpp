@@ -6,7 +6,6 @@ namespace {
 using channel::persist::image;
 using test_support::expect_places;
 using test_support::expect_pointers_left_out;
-using test_support::field_place;
 
 TEST(OldImage, OfAServiceHoldsEveryFieldInItsPlace) {
   static_assert(sizeof(image<v8_channel_st>) == 480);

@@ -6,7 +6,7 @@
 #include <csignal>
 #include <cstdint>
 
-#include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define WITH_ADDRESS_SANITIZER

@@ -4,8 +4,6 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
-#include <iterator>
-
 #include "support/store_builder.h"
 
 namespace {

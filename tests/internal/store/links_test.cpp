@@ -148,16 +148,27 @@ TEST_F(Links, TheViewPastAFullTableOfGroupsIsUnknown) {
   EXPECT_EQ(link_rch_info(), 0);
 }
 
-TEST_F(Links, ANumberOfGroupsOutsideTheTableIsReadAsTheNearestInside) {
+TEST_F(Links, ANumberOfGroupsAboveTheTableIsReadAsAFullOne) {
   channel_st *service = file_service({});
   append_entry(VIEW_FAVOURITE_LAST, misled_entry(service));
   list.favorite_group_num = 21;
 
   EXPECT_EQ(writes_at(1, link_rch_info).size(), 2U);
   EXPECT_EQ(linked(VIEW_FAVOURITE_LAST), service);
+}
+
+TEST_F(Links, ANumberOfGroupsBelowZeroLeavesEveryFavouriteGroupAlone) {
+  channel_st *service = file_service({});
+  const virtual_channel_st misled = misled_entry(service);
+  append_entry(VIEW_FAVOURITE, misled);
 
   list.favorite_group_num = -1;
   EXPECT_EQ(writes_at(1, link_rch_info), lines{});
+  EXPECT_EQ(linked(VIEW_FAVOURITE), misled.rch);
+
+  list.favorite_group_num = 0;
+  link_rch_info();
+  EXPECT_EQ(linked(VIEW_FAVOURITE), service);
 }
 
 TEST_F(Links, ACountOutsideAViewIsReadAsTheNearestInside) {

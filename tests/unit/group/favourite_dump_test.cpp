@@ -25,20 +25,13 @@ lines group_lines(int index, int id, int count, const std::string &name, int nam
           "\t\t=========================================================\n"};
 }
 
-lines joined(const std::vector<lines> &parts) {
-  lines all = {first_line};
-  for (const lines &part : parts) {
-    all.insert(all.end(), part.begin(), part.end());
-  }
-  all.push_back(last_line);
-  return all;
-}
+lines framed(std::initializer_list<lines> parts) { return joined({{first_line}, joined(parts), {last_line}}); }
 
 class FavouriteDump : public favourite_test {};
 
 TEST_F(FavouriteDump, AnEmptyTablePrintsItsFrame) {
-  EXPECT_EQ(dump(0), joined({}));
-  EXPECT_EQ(dump(1), joined({}));
+  EXPECT_EQ(dump(0), framed({}));
+  EXPECT_EQ(dump(1), framed({}));
 }
 
 TEST_F(FavouriteDump, EveryGroupIsPrinted) {
@@ -47,7 +40,7 @@ TEST_F(FavouriteDump, EveryGroupIsPrinted) {
   list.favorite_group[1].id = 17;
   fill_group(1, 2);
 
-  EXPECT_EQ(dump(0), joined({group_lines(0, 0, 0, "News", 4), group_lines(1, 17, 2, "Sport", 5)}));
+  EXPECT_EQ(dump(0), framed({group_lines(0, 0, 0, "News", 4), group_lines(1, 17, 2, "Sport", 5)}));
 }
 
 TEST_F(FavouriteDump, EntriesArePrintedOnRequest) {
@@ -57,7 +50,7 @@ TEST_F(FavouriteDump, EntriesArePrintedOnRequest) {
   list.favorite_vch[0][1].major_ch_num = -7;
   list.favorite_vch[0][1].minor_ch_num = 32767;
   const lines entries = {"\t\t * major: 1-0\n", "\t\t * major: -7-32767\n"};
-  const lines expected = joined({group_lines(0, 0, 2, "News", 4), entries, group_lines(1, 1, 0, "Sport", 5)});
+  const lines expected = framed({group_lines(0, 0, 2, "News", 4), entries, group_lines(1, 1, 0, "Sport", 5)});
 
   for (const int show_channels : {1, 2, -1}) {
     EXPECT_EQ(dump(show_channels), expected) << show_channels;
@@ -80,14 +73,14 @@ TEST_F(FavouriteDump, GroupsWithoutALengthAreSkippedWithTheirEntries) {
   list.favorite_group[1].name_len = 0;
   fill_group(1, 3);
 
-  EXPECT_EQ(dump(1), joined({group_lines(0, 0, 0, "News", 4), group_lines(2, 2, 0, "Films", 5)}));
+  EXPECT_EQ(dump(1), framed({group_lines(0, 0, 0, "News", 4), group_lines(2, 2, 0, "Films", 5)}));
 }
 
 TEST_F(FavouriteDump, ABlankedGroupIsStillPrinted) {
   create("News");
   EXPECT_EQ(rename_favorite_group(0, "", 0), -1);
 
-  EXPECT_EQ(dump(0), joined({group_lines(0, 0, 0, "", 4)}));
+  EXPECT_EQ(dump(0), framed({group_lines(0, 0, 0, "", 4)}));
 }
 
 TEST_F(FavouriteDump, AnyLengthButZeroIsPrintedAsItIs) {
@@ -95,7 +88,7 @@ TEST_F(FavouriteDump, AnyLengthButZeroIsPrintedAsItIs) {
   for (const int length : {-32768, -1, 1, 97, 98, 32767}) {
     list.favorite_group[0].name_len = static_cast<std::int16_t>(length);
 
-    EXPECT_EQ(dump(0), joined({group_lines(0, 0, 0, "News", length)}));
+    EXPECT_EQ(dump(0), framed({group_lines(0, 0, 0, "News", length)}));
   }
 }
 
@@ -104,7 +97,7 @@ TEST_F(FavouriteDump, ANameWithoutTerminatorIsPrintedWithinItsField) {
   create(name);
   list.favorite_group[1].reserved_0 = 0x6E6E;
 
-  EXPECT_EQ(dump(0), joined({group_lines(0, 0, 0, name, 98)}));
+  EXPECT_EQ(dump(0), framed({group_lines(0, 0, 0, name, 98)}));
 }
 
 TEST_F(FavouriteDump, AFullTableIsPrintedToItsEnd) {
@@ -124,14 +117,14 @@ TEST_F(FavouriteDump, ACountOutsideAGroupIsPrintedAndItsEntriesAreThoseInside) {
   EXPECT_EQ(dump(1)[4], "\t\t * vnumber: 32767\n");
 
   list.favorite_vnumber[0] = -1;
-  EXPECT_EQ(dump(1), joined({group_lines(0, 0, -1, "News", 4)}));
+  EXPECT_EQ(dump(1), framed({group_lines(0, 0, -1, "News", 4)}));
 }
 
 TEST_F(FavouriteDump, GroupsBehindTheCountAreNotPrinted) {
   create_groups(2);
   list.favorite_group_num = 1;
 
-  EXPECT_EQ(dump(0), joined({group_lines(0, 0, 0, "Group 0", 7)}));
+  EXPECT_EQ(dump(0), framed({group_lines(0, 0, 0, "Group 0", 7)}));
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ void move_by_steps(order &slots, int num, int dest, int src) {
 }
 
 group_st record_of(int group) {
-  group_st record = favourite_named("Group " + std::to_string(group));
+  group_st record = named_group("Group " + std::to_string(group));
   record.reserved_0 = static_cast<std::uint16_t>(0xA000 + group);
   record.id = static_cast<std::int16_t>(group);
   return record;

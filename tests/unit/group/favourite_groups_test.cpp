@@ -21,7 +21,7 @@ TEST_F(FavouriteGroups, AreCreatedInOrderUnderTheSmallestFreeId) {
 }
 
 TEST_F(FavouriteGroups, AreStoredWholeButForTheId) {
-  group_st group = favourite_named("News");
+  group_st group = named_group("News");
   group.reserved_0 = 0xABCD;
   group.id = 17;
   std::memset(group.name + 50, 'x', 40);
@@ -36,7 +36,7 @@ TEST_F(FavouriteGroups, AreStoredWholeButForTheId) {
 TEST_F(FavouriteGroups, StoreTheirNameLengthUnchecked) {
   int created = 0;
   for (const int length : {0, 1, 96, 97, 98, 32767}) {
-    group_st group = favourite_named("Name " + std::to_string(length));
+    group_st group = named_group("Name " + std::to_string(length));
     group.name_len = static_cast<std::int16_t>(length);
 
     EXPECT_EQ(add_fav_group_info(group), created);
@@ -49,7 +49,7 @@ TEST_F(FavouriteGroups, WithANegativeNameLengthAreRefusedFirst) {
   create_groups(20);
   const std::string before = table();
   for (const int length : {-1, -32768}) {
-    group_st group = favourite_named("Group 0");
+    group_st group = named_group("Group 0");
     group.name_len = static_cast<std::int16_t>(length);
     const auto add = [&group] { return add_fav_group_info(group); };
 
@@ -85,7 +85,8 @@ TEST_F(FavouriteGroups, ACountAboveTheTableIsRefusedLikeAFullOne) {
   create_groups(20);
   list.favorite_group_num = 21;
 
-  EXPECT_EQ(create("One more"), -1);
+  EXPECT_EQ(writes_at(0, [] { EXPECT_EQ(create("One more"), -1); }),
+            lines{"ERROR: add_fav_group_info:# favorite_group_number 21 MAX_FAV 20\n"});
 
   EXPECT_EQ(list.favorite_group_num, 21);
 }
@@ -111,7 +112,7 @@ TEST_F(FavouriteGroups, ASameNameChangesNothingButTheLength) {
   list.favorite_group[1].name_len = 0;
   const std::string before = table();
 
-  group_st group = favourite_named("GROUP 1");
+  group_st group = named_group("GROUP 1");
   group.reserved_0 = 0x5555;
   EXPECT_EQ(add_fav_group_info(group), 1);
 

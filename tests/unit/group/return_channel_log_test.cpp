@@ -20,7 +20,7 @@ const std::string sought_first = "ChannelAPI check_same_return_channel:# param n
                                  "si(1), po(0)\n";
 const std::string listed_first = "ChannelAPI check_same_return_channel:# vch ni(1), net_id(1), ti(100), f(11000000), "
                                  "si(1), po(0), name(Service)\n";
-const watched first_but_1 = {.frequency = 11'000'001};
+const channel_key first_but_1 = {.frequency = 11'000'001};
 
 TEST_F(ReturnChannelLog, ANewChannelIsLoggedAtLevel2) {
   view_of(3);
@@ -62,6 +62,21 @@ TEST_F(ReturnChannelLog, TheChannelAtTheTopIsLoggedAtLevel2) {
   EXPECT_EQ(writes_of_watching(1, first_but_1), lines{});
 }
 
+// Kept: the current view is searched with any frequency, the history compares it, and so the channel is not found
+// there.
+TEST_F(ReturnChannelLog, AChannelThatIsWatchedTwiceWithoutAFrequencyIsListedTwice) {
+  view_of(1);
+  const channel_key without_frequency = {.frequency = 0};
+  const lines expected = {"ChannelAPI add_return_channel:# ch(0) not exist.\n",
+                          "ChannelAPI add_return_channel:# Add Return CH(0), ma(1), mi(0), group(0), sub_group(-1)\n"};
+
+  EXPECT_EQ(writes_of_watching(2, without_frequency), expected);
+  EXPECT_EQ(writes_of_watching(2, without_frequency), expected);
+
+  EXPECT_EQ(listed(), (std::vector<int>{1, 1}));
+  EXPECT_EQ(get_return_channel()[0].vch.frequency, 11'000'000U);
+}
+
 TEST_F(ReturnChannelLog, AListedChannelIsLoggedWithBothIdentitiesAtLevel2) {
   view_of(1);
   watch(service_number(1));
@@ -85,7 +100,7 @@ TEST_F(ReturnChannelLog, LoggedFrequenciesHaveTheSignOf32Bits) {
                                       .name = std::string(96, 'x')});
   service->name[0].reserved_97 = '!';
   append_entry(VIEW_ALL, entry_of(*service, 1));
-  const watched all_ones = {0, 255, 0xFFFF, 0xFFFF, 0xFFFFFFFF, 0xFFFF, 255};
+  const channel_key all_ones = {0, 255, 0xFFFF, 0xFFFF, 0xFFFFFFFF, 0xFFFF, 255};
   watch(all_ones);
   const std::string values = "ni(255), net_id(65535), ti(65535), f(-1), si(65535), po(255)";
 

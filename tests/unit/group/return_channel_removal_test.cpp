@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/history_test.h"
@@ -72,6 +73,23 @@ TEST_F(ReturnChannelRemoval, RemovingLooksUpThePositionsOfTheOthersAgain) {
 
   EXPECT_EQ(listed(), (std::vector<int>{4, 2, 1}));
   EXPECT_EQ(vindexes(), (std::vector<int>{1, -1, 0}));
+}
+
+TEST_F(ReturnChannelRemoval, TheOthersAreLookedUpWithTheirOwnValues) {
+  channel_st *removed = file_service({.service_id = 1});
+  channel_st *left = file_service(
+      {.net_index = 4, .network_id = 5, .ts_id = 6, .frequency = 70'000, .service_id = 8, .polarisation = 9});
+  append_entry(VIEW_ALL, entry_of(*removed, 1));
+  append_entry(VIEW_ALL, entry_of(*left, 2, 0, 3));
+  watch(
+      {.tag = 3, .net_index = 4, .network_id = 5, .ts_id = 6, .frequency = 70'000, .service_id = 8, .polarisation = 9});
+  watch(service_number(1));
+  ASSERT_EQ(vindexes(), (std::vector<int>{0, 1}));
+  std::swap(list.vch[0], list.vch[1]);
+
+  EXPECT_EQ(forget(service_number(1)), 0);
+
+  EXPECT_EQ(vindexes(), std::vector<int>{0});
 }
 
 TEST_F(ReturnChannelRemoval, AChannelThatIsNotListedIsNotRemoved) {

@@ -158,12 +158,12 @@ TEST_F(ReturnChannels, TheChannelAtTheTopKeepsItsSelectionWhenItIsWatchedAgain) 
 TEST_F(ReturnChannels, EveryIdentifyingValueCounts) {
   view_of(1);
   watch({});
-  const watched others[] = {{.tag = 1},       {.tag = -1},           {.net_index = 2},    {.network_id = 2},
-                            {.ts_id = 101},   {.frequency = 0},      {.service_id = 2},   {.polarisation = 1},
-                            {.net_index = 0}, {.network_id = 0x101}, {.ts_id = 100 + 256}};
+  const channel_key others[] = {{.tag = 1},       {.tag = -1},           {.net_index = 2},    {.network_id = 2},
+                                {.ts_id = 101},   {.frequency = 0},      {.service_id = 2},   {.polarisation = 1},
+                                {.net_index = 0}, {.network_id = 0x101}, {.ts_id = 100 + 256}};
 
   EXPECT_EQ(check({}), 0);
-  for (const watched &other : others) {
+  for (const channel_key &other : others) {
     EXPECT_EQ(check(other), -1) << &other - others;
   }
 }

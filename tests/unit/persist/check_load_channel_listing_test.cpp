@@ -8,9 +8,11 @@ namespace {
 using test_support::channel_file;
 using test_support::entry_of;
 using test_support::file_service;
+using test_support::joined;
 using test_support::lines;
 using test_support::log_capture;
 using test_support::majors;
+using test_support::new_list_summary;
 using test_support::service_data;
 using test_support::view_sizes;
 using test_support::writes_at_levels;
@@ -107,7 +109,7 @@ TEST_F(CheckLoadListing, SkipsAFullViewAndFilesTheService) {
   }
 }
 
-TEST_F(CheckLoadListing, LosesNothingThatTheListRefuses) {
+TEST_F(CheckLoadListing, LosesAServiceThatTheListRefusesAndSaysSo) {
   for (const int level : {0, -1}) {
     reset_channel_list();
     file_service({.service_id = 1})->country_id = 1;
@@ -132,29 +134,15 @@ TEST_F(CheckLoadListing, TellsEveryStepAtLevelTwo) {
 
   EXPECT_EQ(merge(channel_file().service({.service_id = 0x4002, .name = "New"})), 2);
 
-  const std::string hashes = "ChannelAPI new_load_channel:# ######################################################\n";
   EXPECT_EQ(log.writes(),
-            (lines{"ChannelAPI new_load_channel:# (/DATA/BACKUP/all_channel.dat)\n",
-                   "ChannelAPI new_load_channel:# new_channel_list->network_num 1\n",
-                   hashes,
-                   " new channel list version : 10\n",
-                   "load \tservice_type : 1\n",
-                   "load \tuse_group_list : 'ALL'\n",
-                   "load \tbouquet : 65535\n",
-                   "load \tnet_index : -1\n",
-                   "load \toriginal channel number : 0\n",
-                   "load \ttv channel number : 0\n",
-                   "load \tradio channel number : 0\n",
-                   "load \tuser channel number : 0\n",
-                   "load \tvch_type : 'ALL CH'\n",
-                   "load \tpromotion channel number : 0\n",
-                   hashes,
-                   "ChannelAPI add_rch_info:# rch: s_id(0x4002), n_id(0x1), ts_id(0x64), name(New), type(0x0101)\n",
-                   "ChannelAPI check_load_channel:# add : 1, 1, 100, 11000000, 16386, 0, major_number 2 \n",
-                   "ChannelAPI check_load_channel:# delete : 1, 1, 100, 11000000, 49153, 0, major_number 1 \n",
-                   "ChannelAPI remove_invalid_virtual_channel:# \n",
-                   "ChannelAPI link_rch_info:# \n",
-                   "ChannelAPI check_load_channel:# add_count 1 , delete_count 1 \n"}));
+            joined({{"ChannelAPI new_load_channel:# (/DATA/BACKUP/all_channel.dat)\n",
+                     "ChannelAPI new_load_channel:# new_channel_list->network_num 1\n"},
+                    new_list_summary(),
+                    {"ChannelAPI add_rch_info:# rch: s_id(0x4002), n_id(0x1), ts_id(0x64), name(New), type(0x0101)\n",
+                     "ChannelAPI check_load_channel:# add : 1, 1, 100, 11000000, 16386, 0, major_number 2 \n",
+                     "ChannelAPI check_load_channel:# delete : 1, 1, 100, 11000000, 49153, 0, major_number 1 \n",
+                     "ChannelAPI remove_invalid_virtual_channel:# \n", "ChannelAPI link_rch_info:# \n",
+                     "ChannelAPI check_load_channel:# add_count 1 , delete_count 1 \n"}}));
 }
 
 }  // namespace

@@ -15,7 +15,6 @@ using test_support::name_of_version;
 using test_support::old_file;
 using test_support::old_version;
 using test_support::old_version_of;
-using test_support::owned_list;
 using test_support::read_old;
 using test_support::record_kind;
 using test_support::record_place;

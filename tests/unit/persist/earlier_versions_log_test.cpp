@@ -9,6 +9,7 @@ namespace {
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::in_version;
+using test_support::joined;
 using test_support::list_in_memory;
 using test_support::log_capture;
 using test_support::name_of_version;
@@ -81,17 +82,12 @@ class EarlierVersionLog : public test_support::file_test, public ::testing::With
       .net_index = 240, .network_id = 0x102, .ts_id = 0x203, .service_id = 7, .polarisation = 1};
 };
 
-lines joined(lines all, const lines &more) {
-  all.insert(all.end(), more.begin(), more.end());
-  return all;
-}
-
 TEST_P(EarlierVersionLog, TellsEveryRecordAtLevelThree) {
   const log_capture log(3);
 
   const owned_list read_list = read(small_file());
 
-  EXPECT_EQ(log.writes(), joined(joined(opening(), records()), settings()));
+  EXPECT_EQ(log.writes(), joined({opening(), records(), settings()}));
 }
 
 TEST_P(EarlierVersionLog, TellsTheSettingsAtLevelTwo) {
@@ -99,7 +95,7 @@ TEST_P(EarlierVersionLog, TellsTheSettingsAtLevelTwo) {
 
   const owned_list read_list = read(small_file());
 
-  EXPECT_EQ(log.writes(), joined(opening(), settings()));
+  EXPECT_EQ(log.writes(), joined({opening(), settings()}));
 }
 
 TEST_P(EarlierVersionLog, IsSilentBelowLevelTwo) {

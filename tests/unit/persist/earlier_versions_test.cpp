@@ -1,7 +1,6 @@
 // Reading channel files of versions 9, 8 and 7: the list that the host is handed, byte for byte what the file holds,
 // and what it owns.
-#include <cstdlib>
-#include <cstring>
+#include <cstddef>
 #include <filesystem>
 
 #include "support/channel_file.h"

@@ -1,6 +1,4 @@
 // The checked-in channel file: a writer of its own makes it, every build reads it, and writes it back bit for bit.
-#include <algorithm>
-
 #include "golden/golden_file.h"
 #include "support/channel_file.h"
 #include "support/log_capture.h"
@@ -8,6 +6,7 @@
 namespace {
 
 using test_support::bytes;
+using test_support::expect_same_bytes;
 using test_support::file_test;
 using test_support::log_capture;
 using test_support::record_kind;
@@ -33,12 +32,6 @@ const std::vector<record_place> &records() {
 
 class GoldenFile : public file_test {
  protected:
-  static void expect_same_bytes(const bytes &actual, const bytes &expected) {
-    ASSERT_EQ(actual.size(), expected.size());
-    const auto differing = std::ranges::mismatch(actual, expected).in1;
-    EXPECT_EQ(differing, actual.end()) << "first difference at offset " << differing - actual.begin();
-  }
-
   const bytes golden = test_support::read_file(CHANNEL_TESTS_DIR "/golden/channel_v10.dat");
 };
 

@@ -1,7 +1,5 @@
 // The checked-in files of earlier versions, and the checked-in files of today that repairing them must give, bit for
 // bit.
-#include <algorithm>
-
 #include "golden/golden_old_versions.h"
 #include "support/log_capture.h"
 #include "support/old_channel_file.h"
@@ -10,6 +8,7 @@
 namespace {
 
 using test_support::bytes;
+using test_support::expect_same_bytes;
 using test_support::log_capture;
 using lines = std::vector<std::string>;
 
@@ -18,12 +17,6 @@ class GoldenOldVersion : public test_support::repair_test {
   [[nodiscard]] bytes golden(const std::string &kind) const {
     return test_support::read_file(CHANNEL_TESTS_DIR "/golden/" + kind + "_v" + std::to_string(GetParam().number) +
                                    ".dat");
-  }
-
-  static void expect_same_bytes(const bytes &actual, const bytes &expected) {
-    ASSERT_EQ(actual.size(), expected.size());
-    const auto differing = std::ranges::mismatch(actual, expected).in1;
-    EXPECT_EQ(differing, actual.end()) << "first difference at offset " << differing - actual.begin();
   }
 };
 

@@ -1,4 +1,4 @@
-// Channel files that end early, claim too much or count outside their arrays.
+// Channel files that end early or claim more records than they hold.
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,14 +9,12 @@
 
 namespace {
 
-using test_support::array_place;
 using test_support::channel_file;
 using test_support::fd_capture;
 using test_support::file_test;
 using test_support::log_capture;
 using test_support::record_kind;
 using test_support::record_place;
-using test_support::service_data;
 using test_support::write_file;
 using lines = std::vector<std::string>;
 
@@ -148,149 +146,6 @@ TEST_F(DamagedFile, MayClaimMoreServicesInTheMiddle) {
   file.set(file.records[2].offset + rch_num_at, 2, 0xFFFF);
 
   expect_refused(file.data, record_kind::service, "rch_num of the first transponder");
-}
-
-class CountOutsideItsArray : public file_test {
- protected:
-  // Zeroed entries resolve to the one service, whose identity is zero, so that nothing but the counts is reported.
-  static channel_file quiet_file() {
-    channel_file file;
-    file.network(0, 0, "Zero").transponder(0, 0, 0);
-    file.service({.net_index = 0, .network_id = 0, .ts_id = 0, .frequency = 0, .service_id = 0});
-    return file.group(GROUP_GENRE, 1, "News").group(GROUP_COUNTRY, 1, "Malta");
-  }
-
-  // Loads with a count and expects what is taken for it, and a line when that is another number.
-  void expect_count(const array_place &place, const std::string &what, int count, int taken,
-                    const std::int16_t &field) {
-    reset_channel_list();
-    const auto file = quiet_file().set(place.count, 2, static_cast<std::uint64_t>(count));
-    const log_capture log(0);
-    EXPECT_EQ(load(file.data), 10);
-    EXPECT_EQ(field, taken) << what;
-    lines expected;
-    if (count != taken) {
-      expected.push_back("ERROR: load_channel_internal:# " + what + " counts " + std::to_string(count) + ", taken as " +
-                         std::to_string(taken) + "\n");
-    }
-    EXPECT_EQ(log.writes_with("load_channel_internal"), expected);
-  }
-
-  void expect_bounds(const array_place &place, const std::string &what, const std::int16_t &field) {
-    expect_count(place, what, -32768, 0, field);
-    expect_count(place, what, -1, 0, field);
-    expect_count(place, what, 0, 0, field);
-    expect_count(place, what, 1, 1, field);
-    expect_count(place, what, place.capacity - 1, place.capacity - 1, field);
-    expect_count(place, what, place.capacity, place.capacity, field);
-    expect_count(place, what, place.capacity + 1, place.capacity, field);
-    expect_count(place, what, 32767, place.capacity, field);
-  }
-};
-
-TEST_F(CountOutsideItsArray, IsBroughtIntoEveryView) {
-  for (const array_place &view : test_support::view_places()) {
-    expect_bounds(view, "view " + std::to_string(view.code),
-                  *get_virtual_channel_vnumber(static_cast<std::int8_t>(view.code)));
-  }
-}
-
-TEST_F(CountOutsideItsArray, IsBroughtIntoEveryGroupTable) {
-  const std::int16_t *fields[] = {&list.provider_num, &list.genre_num, &list.country_num, &list.favorite_group_num};
-  for (const std::int16_t *field : fields) {
-    const array_place &table =
-        test_support::group_places()[static_cast<std::size_t>(std::ranges::find(fields, field) - fields)];
-    expect_bounds(table, "group list " + std::to_string(table.code), *field);
-  }
-}
-
-TEST_F(CountOutsideItsArray, IsNotReportedBelowLevelZero) {
-  const log_capture log(-1);
-
-  load(quiet_file().set(200'112, 2, 5001).data);
-
-  EXPECT_EQ(log.writes(), lines{});
-  EXPECT_EQ(list.vnumber, 5000);
-}
-
-TEST_F(CountOutsideItsArray, IsBroughtInBeforeTheViewBecomesCurrent) {
-
-  load(quiet_file().set(296'116, 2, 0xFFFF).set(80'100, 2, VIEW_TV).data);
-
-  EXPECT_EQ(list.vch_type, VIEW_ALL);
-  EXPECT_EQ(list.tv_vnumber, 0);
-}
-
-TEST_F(CountOutsideItsArray, OfGenresLetsTheSideFileIn) {
-  write_file(path("genre.dat"), test_support::side_file(50, 2, "Genre"));
-
-  load(quiet_file().set(57'214, 2, 0xFFFF).data);
-
-  EXPECT_EQ(list.genre_num, 2);
-  EXPECT_STREQ(list.genre[1].name, "Genre 1");
-}
-
-class UnterminatedText : public file_test {};
-
-TEST_F(UnterminatedText, OfANetworkEndsWithItsField) {
-  channel_file file;
-  file.network(1, 1, std::string(64, 'n')).set_last(record_kind::network, tp_num_at + 2, 2, 0x7878);
-  const log_capture log(2);
-
-  load(file.data);
-
-  EXPECT_EQ(log.writes_with("network_name"),
-            (lines{"ChannelAPI load_channel_internal:# net_index 1 tp_num 0 , network_name : " + std::string(64, 'n') +
-                   " \n"}));
-}
-
-TEST_F(UnterminatedText, OfServicesIsSortedByItsField) {
-  const service_data longer = {.service_id = 1, .name = std::string(96, 'b')};
-  const service_data shorter = {.service_id = 2, .name = std::string(96, 'a')};
-  channel_file file;
-  file.service(longer).service(shorter).entry(VIEW_ALL, longer, 1).entry(VIEW_ALL, shorter, 2);
-
-  load(file.data, SORT_CH_NAME);
-
-  EXPECT_EQ(test_support::service_ids(VIEW_ALL), (std::vector<int>{2, 1}));
-}
-
-TEST_F(UnterminatedText, OfServicesAndGroupsIsPrintedWithinItsField) {
-  channel_file file;
-  file.service({.name = std::string(96, 's')}).set_last(record_kind::service, 105, 1, 'x');
-  file.group(GROUP_PROVIDER, 1, std::string(98, 'p')).group(GROUP_GENRE, 1, "x").group(GROUP_COUNTRY, 1, "x");
-  load(file.data);
-  const log_capture log(2);
-
-  print_channel_info(get_channel_st(1, 1, 100, 11'000'000, 1, 0));
-  print_provider_info();
-
-  EXPECT_EQ(log.writes_with("name: s"), (lines{"\t\t + name: " + std::string(96, 's') + "\n"}));
-  EXPECT_EQ(log.writes_with("name: p"), (lines{"\t\t + id : 1 name: " + std::string(98, 'p') + " len : 98 \n"}));
-}
-
-class NoiseInPlaceOfAFile : public file_test {};
-
-TEST_F(NoiseInPlaceOfAFile, OfOnesOnlyLoadsAsAnEmptyListOfVersionMinusOne) {
-  channel_file file;
-  std::ranges::fill(file.data, '\xFF');
-  file.set(network_num_at, 2, 0);
-
-  EXPECT_EQ(load(file.data), -1);
-
-  EXPECT_EQ(list.version, -1);
-  EXPECT_EQ(list.vnumber, 0);
-  EXPECT_EQ(list.favorite_vnumber[19], 0);
-  EXPECT_EQ(list.provider_num, 0);
-  EXPECT_EQ(list.vch_type, VIEW_ALL);
-  EXPECT_EQ(list.cur_vch, list.vch);
-}
-
-TEST_F(NoiseInPlaceOfAFile, OfEveryByteValueIsNeverReadOutsideARecord) {
-  for (int byte = 0; byte < 256; ++byte) {
-    load(test_support::bytes(470'000, static_cast<char>(byte)), SORT_CH_NAME);
-    reset_channel_list();
-  }
 }
 
 }  // namespace

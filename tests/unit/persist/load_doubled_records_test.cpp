@@ -10,7 +10,6 @@ namespace {
 
 using test_support::channel_file;
 using test_support::networks;
-using test_support::service_data;
 using test_support::services;
 using test_support::transponders;
 

@@ -189,7 +189,7 @@ TEST_F(LoadedGroups, CarryTheBytesOfUnusedSlots) {
   EXPECT_EQ(list.genre[0].reserved_0, 0x11);
 }
 
-TEST_F(LoadedGroups, AreDirectoriesThatCannotBeRead) {
+TEST_F(LoadedGroups, AreNotReadFromADirectory) {
   std::filesystem::create_directory(path("genre.dat"));
   write_countries(1);
   const log_capture log(0);

@@ -7,9 +7,7 @@
 namespace {
 
 using test_support::channel_file;
-using test_support::file_test;
 using test_support::record_kind;
-using test_support::service_data;
 
 class LoadedRecords : public test_support::small_file_test {};
 

@@ -12,10 +12,8 @@ namespace {
 
 using test_support::channel_file;
 using test_support::fd_capture;
-using test_support::file_test;
 using test_support::log_capture;
 using test_support::record_kind;
-using test_support::service_data;
 using lines = std::vector<std::string>;
 
 const std::string rule = "+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=\n";
@@ -202,6 +200,20 @@ TEST_F(LoadChannel, ReportsAMissingFile) {
   load_named("missing.dat");
 
   EXPECT_EQ(log.writes(), (lines{"ERROR: load_channel_internal:# Fail to open '" + path("missing.dat") + "'\n",
+                                 "ERROR: load_group_list:# Fail to open 'genre.dat'\n",
+                                 "ERROR: load_group_list:# Fail to open 'country.dat'\n"}));
+}
+
+TEST_F(LoadChannel, TellsThePathAndTheLimitsBeforeItReportsAMissingFile) {
+  const log_capture log(2);
+
+  load_named("missing.dat");
+
+  EXPECT_EQ(log.writes(), (lines{"ChannelAPI load_channel_internal:# (" + path("missing.dat") + ")\n",
+                                 "\t\tMAX_CHANNEL\t\t5000\n", "\t\tFAV GROUP\t\t20\n", "\t\tFAV\t\t\t40\n",
+                                 "\t\tchannel list version : 10\n", "\t\tchannel_st (312) * 5000  : 1560000\n",
+                                 "\t\tchannel_list_st (460032) + channel_st 1560000  : 2020032\n",
+                                 "ERROR: load_channel_internal:# Fail to open '" + path("missing.dat") + "'\n",
                                  "ERROR: load_group_list:# Fail to open 'genre.dat'\n",
                                  "ERROR: load_group_list:# Fail to open 'country.dat'\n"}));
 }

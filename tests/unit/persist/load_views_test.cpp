@@ -8,7 +8,6 @@ using test_support::channel_file;
 using test_support::file_test;
 using test_support::log_capture;
 using test_support::majors;
-using test_support::service_data;
 using lines = std::vector<std::string>;
 
 constexpr std::size_t vch_type_at = 80'100;

@@ -1,5 +1,4 @@
 // A reader of an earlier version links the list in memory again: what it needs for that, and what it finds.
-#include <cstdlib>
 
 #include "support/log_capture.h"
 #include "support/old_channel_file.h"

@@ -1,8 +1,6 @@
 // The settings and the group tables of a repaired list: what is carried over, what keeps its default, and counts that
 // lie outside their tables.
 #include <algorithm>
-#include <cstring>
-#include <memory>
 
 #include "support/log_capture.h"
 #include "support/repair_test.h"

@@ -1,6 +1,4 @@
 // The services of a repaired list, field by field, and the networks and transponders that come into being with them.
-#include <algorithm>
-#include <cstring>
 
 #include "support/log_capture.h"
 #include "support/repair_test.h"
@@ -12,7 +10,6 @@ using test_support::channel_file;
 using test_support::log_capture;
 using test_support::old_version;
 using test_support::record_kind;
-using test_support::service_data;
 using lines = std::vector<std::string>;
 
 // A service of today, every byte different from its neighbours; its identity agrees with nothing else in the file.

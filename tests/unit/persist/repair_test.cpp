@@ -2,7 +2,6 @@
 #include "support/repair_test.h"
 
 #include <climits>
-#include <cstdlib>
 
 #include "support/log_capture.h"
 
@@ -14,9 +13,7 @@ using test_support::initialised_list;
 using test_support::list_in_memory;
 using test_support::log_capture;
 using test_support::old_file;
-using test_support::old_version_of;
 using test_support::owned_list;
-using test_support::record_kind;
 using test_support::record_place;
 using test_support::write_file;
 using lines = std::vector<std::string>;

@@ -1,6 +1,5 @@
 // The views of a repaired list: every entry field by field, tags from the network index, no pointers, and counts that
 // lie outside their arrays.
-#include <algorithm>
 #include <cstring>
 
 #include "support/log_capture.h"
@@ -68,6 +67,19 @@ class RepairedViews : public test_support::repair_test {
     EXPECT_TRUE(test_support::slots_behind_count_are_zero(code, place.capacity)) << place.code;
   }
 };
+
+// The work view is not part of a file.
+TEST_P(RepairedViews, LeaveTheCountOfTheWorkViewToTheHost) {
+  for (const std::int16_t count : {std::int16_t{-1}, std::int16_t{MAX_CHANNEL + 1}}) {
+    *get_virtual_channel_vnumber(VIEW_WORK) = count;
+    const log_capture log(0);
+
+    ASSERT_EQ(repair(channel_file()), 0);
+
+    EXPECT_EQ(log.writes_with("taken as"), lines{});
+    EXPECT_EQ(*get_virtual_channel_vnumber(VIEW_WORK), count);
+  }
+}
 
 TEST_P(RepairedViews, HoldWhatTheFileCounts) {
   for (const int short_of_full : {0, 1}) {

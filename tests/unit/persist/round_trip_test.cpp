@@ -9,9 +9,9 @@ namespace {
 
 using test_support::bytes;
 using test_support::channel_file;
+using test_support::expect_same_bytes;
 using test_support::file_test;
 using test_support::log_capture;
-using test_support::record_kind;
 
 class RoundTrip : public file_test {};
 
@@ -38,15 +38,6 @@ channel_file file_full_of_bytes() {
   file.set(file.records[5].offset + 18, 2, 0).set(file.records[6].offset + 76, 2, 0);
   file.set(file.records[3].offset + 210, 2, 0).set(file.records[4].offset + 210, 2, 0);
   return file;
-}
-
-// gtest prints the whole of two files that differ; where they do is enough.
-void expect_same_bytes(const bytes &actual, const bytes &expected) {
-  ASSERT_EQ(actual.size(), expected.size());
-  const auto [a, e] = std::ranges::mismatch(actual, expected);
-  EXPECT_EQ(a, actual.end()) << "first difference at offset " << a - actual.begin() << ": "
-                             << static_cast<unsigned>(static_cast<std::uint8_t>(*a)) << " instead of "
-                             << static_cast<unsigned>(static_cast<std::uint8_t>(*e));
 }
 
 TEST_F(RoundTrip, CarriesEveryByteOfAFile) {
@@ -172,7 +163,7 @@ TEST_F(RoundTrip, IsOutOfFrameWhenATransponderCountedTooFew) {
   get_tp_ch_info_by_network_ch(network, 100, 0, 0)->rch_num = 3;
   reset_channel_list();
 
-  load_named("saved.dat");
+  ASSERT_EQ(load_named("saved.dat"), 10);
 
   EXPECT_EQ(get_channel_st(1, 1, 200, 12'000'000, 9, 0), nullptr);
 }

@@ -1,5 +1,4 @@
 // Saving to a disk that fills up: at the header, at a record of each kind, and at the last bytes.
-#include <filesystem>
 
 #include "support/channel_file.h"
 #include "support/log_capture.h"

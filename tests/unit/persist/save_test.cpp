@@ -13,7 +13,6 @@ using test_support::file_service;
 using test_support::file_test;
 using test_support::log_capture;
 using test_support::read_file;
-using test_support::service_data;
 using test_support::write_file;
 using lines = std::vector<std::string>;
 

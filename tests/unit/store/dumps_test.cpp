@@ -16,11 +16,6 @@ class Dumps : public store_test {};
 
 std::string rule(char sign) { return std::string(74, sign) + "\n"; }
 
-lines joined(lines first, const lines &second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
-}
-
 lines writes_of(void (*dump)(), int level = 2) {
   return writes_at(level, [dump] {
     dump();
@@ -34,8 +29,6 @@ lines writes_of_service(const channel_st *service, int level = 2) {
     return 0;
   });
 }
-
-void set_text(char *field, std::size_t size, char value) { std::memset(field, value, size); }
 
 TEST_F(Dumps, TheBuildLimitsArePrintedWithTheSizesOfTheFile) {
   EXPECT_EQ(writes_of(channel_version_info),
@@ -94,20 +87,20 @@ TEST_F(Dumps, NetworksAndTranspondersArePrintedAndChannelsAreNot) {
                         "\t\t * rech_num: 1\n",
                         rule('=')};
 
-  EXPECT_EQ(writes_of(print_channel_list), joined(list_head_of_dump("32768", "ALL CH", "2"), joined(first, second)));
+  EXPECT_EQ(writes_of(print_channel_list), joined({list_head_of_dump("32768", "ALL CH", "2"), first, second}));
 }
 
 TEST_F(Dumps, ANetworkWithoutTranspondersPrintsItsBlockAlone) {
   alloc_network_ch_info(1, 2, nullptr);
 
-  EXPECT_EQ(writes_of(print_channel_list), joined(list_head_of_dump("65535", "ALL CH", "1"),
-                                                  {rule('+'), "\t\t * net_index: 1\n", "\t\t * network_id: 2\n",
-                                                   "\t\t * network_name: \n", "\t\t * tp_num: 0\n", rule('+')}));
+  EXPECT_EQ(writes_of(print_channel_list), joined({list_head_of_dump("65535", "ALL CH", "1"),
+                                                   {rule('+'), "\t\t * net_index: 1\n", "\t\t * network_id: 2\n",
+                                                    "\t\t * network_name: \n", "\t\t * tp_num: 0\n", rule('+')}}));
 }
 
 TEST_F(Dumps, ANetworkNameWithoutTerminatorIsPrintedToIts64thByte) {
   network_ch_st *network = alloc_network_ch_info(1, 2, nullptr);
-  set_text(network->network_name, sizeof network->network_name, 'n');
+  std::memset(network->network_name, 'n', sizeof network->network_name);
   network->tp_num = 0x4141;
 
   EXPECT_EQ(writes_of(print_channel_list).at(9), "\t\t * network_name: " + std::string(64, 'n') + "\n");

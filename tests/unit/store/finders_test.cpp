@@ -4,6 +4,7 @@
 
 #include "support/hierarchy_walk.h"
 #include "support/log_capture.h"
+#include "support/records_by_hand.h"
 #include "support/store_builder.h"
 
 namespace {
@@ -215,11 +216,7 @@ TEST_F(Finders, WithoutAFrequencyEveryTransponderOfTheTransportStreamIsSearched)
 TEST_F(Finders, OnlyTheFirstOfTwoNetworksWithOneIdentityIsSearched) {
   alloc_network_ch_info(1, 1, nullptr);
   network_ch_st *second = alloc_network_ch_info(1, 1, nullptr);
-  tp_ch_st *transponder = alloc_tp_ch_info(100, 11'000'000, 0);
-  list_add_tail(&transponder->list, &second->tp_list);
-  second->tp_num = 1;
-  list_add_tail(&make_service({})->list, &transponder->rch_list);
-  transponder->rch_num = 1;
+  append_service(*append_transponder(*second, 100, 11'000'000, 0), {});
 
   EXPECT_EQ(get_channel_st(1, 1, 100, 11'000'000, 1, 0), nullptr);
 }

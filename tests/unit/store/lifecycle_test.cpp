@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
 
 #include "support/hierarchy_walk.h"
 #include "support/log_capture.h"
@@ -36,16 +34,6 @@ class Lifecycle : public store_test {
   }
 };
 
-void free_hierarchy(network_ch_st *network) {
-  for (tp_ch_st *transponder : transponders(*network)) {
-    for (channel_st *service : services(*transponder)) {
-      std::free(service);
-    }
-    std::free(transponder);
-  }
-  std::free(network);
-}
-
 TEST_F(Lifecycle, InitialisingAnswersThatTheAllViewIsEmpty) { EXPECT_EQ(init_channel_list(), -4); }
 
 TEST_F(Lifecycle, InitialisingMakesTheAllViewCurrent) {
@@ -71,7 +59,7 @@ TEST_F(Lifecycle, InitialisingLeavesRecordsThatAreLinkedToTheHost) {
   EXPECT_EQ(network->tp_num, 1);
   EXPECT_TRUE(points_to_itself(list.network_list));
   EXPECT_EQ(list.network_num, 0);
-  free_hierarchy(network);
+  free_network(network);
 }
 
 TEST_F(Lifecycle, InitialisingLeavesWhatLivesOutsideTheList) {
@@ -86,7 +74,7 @@ TEST_F(Lifecycle, InitialisingLeavesWhatLivesOutsideTheList) {
   EXPECT_EQ(get_return_channel_num(), 1);
   EXPECT_EQ(get_limited_channel_flag(), 1);
   EXPECT_STREQ(directory, "/tmp/");
-  free_hierarchy(network);
+  free_network(network);
   init_vindex(VIEW_WORK);
   init_return_channel();
 }
@@ -150,7 +138,7 @@ TEST_F(Lifecycle, ResettingAListThatCountsNoNetworkFreesNothingAndLosesTheRecord
   EXPECT_TRUE(points_to_itself(list.network_list));
   EXPECT_EQ(service->service_id, 77);
   EXPECT_EQ(transponders(*network).size(), 1U);
-  free_hierarchy(network);
+  free_network(network);
 }
 
 TEST_F(Lifecycle, ResettingLeavesNoPointerToAFreedChannelOutsideTheList) {

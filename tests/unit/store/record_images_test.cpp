@@ -2,23 +2,15 @@
 // reserved bytes carried from a load to the next save.
 #include <channel/channel.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstring>
 
+#include "support/channel_file.h"
 #include "support/hierarchy_walk.h"
-#include "support/log_capture.h"
-#include "support/store_builder.h"
-#include "support/temp_dir.h"
 
 namespace {
 
 using namespace test_support;
-
-constexpr std::size_t list_size = 460'032;
-constexpr std::size_t network_size = 416;
-constexpr std::size_t transponder_size = 336;
-constexpr std::size_t service_size = 312;
 
 // Gives each byte of a field another value and notes where the file must hold it.
 class image_of_fields {
@@ -193,33 +185,7 @@ void put_service(image_of_fields &image, std::size_t at, channel_st &service) {
   image.put(at + 300, service.reserved_300);
 }
 
-class RecordImages : public store_test {
- protected:
-  bytes save() {
-    const log_capture silence(-1);
-    EXPECT_EQ(save_channel("all.dat"), 1);
-    return read_file(dir_.path() + "all.dat");
-  }
-  void load() {
-    const log_capture silence(-1);
-    const fd_capture output(STDOUT_FILENO);
-    EXPECT_EQ(load_channel("all.dat", 255), 10);
-  }
-  // Says where two files differ, instead of printing both.
-  static void expect_same(const bytes &file, const bytes &expected) {
-    ASSERT_EQ(file.size(), expected.size());
-    for (std::size_t i = 0; i < file.size(); ++i) {
-      ASSERT_EQ(file[i], expected[i]) << "byte " << i;
-    }
-  }
-  void SetUp() override {
-    store_test::SetUp();
-    set_target_dir(dir_.path().c_str());
-  }
-
- private:
-  temp_dir dir_;
-};
+class RecordImages : public file_test {};
 
 TEST_F(RecordImages, EveryFieldOfTheListStandsAtItsOffsetAndPointersAreZero) {
   image_of_fields image(list_size);
@@ -237,7 +203,7 @@ TEST_F(RecordImages, EveryFieldOfTheListStandsAtItsOffsetAndPointersAreZero) {
 
   const bytes file = save();
 
-  expect_same(file, image.expected());
+  expect_same_bytes(file, image.expected());
 }
 
 TEST_F(RecordImages, EveryFieldOfAChannelAndItsParentsStandsAtItsOffsetAndLinksAreZero) {
@@ -251,7 +217,7 @@ TEST_F(RecordImages, EveryFieldOfAChannelAndItsParentsStandsAtItsOffsetAndLinksA
 
   const bytes file = save();
 
-  expect_same(file.substr(list_size), image.expected().substr(list_size));
+  expect_same_bytes(file.substr(list_size), image.expected().substr(list_size));
 }
 
 TEST_F(RecordImages, EveryByteButTheCountryComesBackFromALoad) {
@@ -285,14 +251,11 @@ TEST_F(RecordImages, EveryByteButTheCountryComesBackFromALoad) {
   list.network_num = network->tp_num = transponder->rch_num = 1;
   service->country_id = 0;
   const bytes saved = save();
-  {
-    const log_capture silence(-1);
-    reset_channel_list();
-  }
+  reset_channel_list();
 
-  load();
+  EXPECT_EQ(load_named("saved.dat"), 10);
 
-  expect_same(save(), saved);
+  expect_same_bytes(save(), saved);
 }
 
 }  // namespace

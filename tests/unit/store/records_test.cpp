@@ -1,45 +1,27 @@
-// The records: limits, values after initialisation, signs of the fields that accessors return, and the image that the
-// channel file keeps of each record, byte by byte.
-#include <base/verbosity.h>
+// The records: limits, values after initialisation, signs of the fields that accessors return, and counts that are the
+// lengths of their lists.
 #include <channel/channel.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <memory>
 
+#include "support/channel_file.h"
 #include "support/hierarchy_walk.h"
-#include "support/log_capture.h"
-#include "support/store_builder.h"
-#include "support/temp_dir.h"
 
 namespace {
 
 using namespace test_support;
 
-class Records : public store_test {
+class Records : public file_test {
  protected:
-  // Saves, or empties the list and loads, without a word on standard output or error.
-  bytes save() {
-    const log_capture silence(-1);
-    EXPECT_EQ(save_channel("all.dat"), 1);
-    return read_file(dir_.path() + "all.dat");
-  }
+  // Empties the list and loads what save() wrote.
   void reload() {
-    const log_capture silence(-1);
-    const fd_capture output(STDOUT_FILENO);
     reset_channel_list();
-    EXPECT_EQ(load_channel("all.dat", 255), 10);
+    EXPECT_EQ(load_named("saved.dat"), 10);
   }
-  void SetUp() override {
-    store_test::SetUp();
-    set_target_dir(dir_.path().c_str());
-  }
-
- private:
-  temp_dir dir_;
 };
 
 TEST_F(Records, ArraysHaveThePublishedLimits) {

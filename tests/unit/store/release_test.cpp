@@ -5,6 +5,7 @@
 
 #include "support/hierarchy_walk.h"
 #include "support/log_capture.h"
+#include "support/records_by_hand.h"
 #include "support/store_builder.h"
 
 namespace {
@@ -12,17 +13,7 @@ namespace {
 using namespace test_support;
 using lines = std::vector<std::string>;
 
-class Release : public store_test {
- protected:
-  // A transponder appended by hand to a network, which the filing of channels would have joined with another.
-  static tp_ch_st *append_transponder(network_ch_st &network, std::uint16_t ts_id, std::uint32_t frequency,
-                                      std::uint8_t polarisation) {
-    tp_ch_st *transponder = alloc_tp_ch_info(ts_id, frequency, polarisation);
-    list_add_tail(&transponder->list, &network.tp_list);
-    ++network.tp_num;
-    return transponder;
-  }
-};
+class Release : public store_test {};
 
 TEST_F(Release, AChannelLeavesItsTransponderAndLowersItsCount) {
   channel_st *first = file_service({.service_id = 1});
@@ -113,9 +104,7 @@ TEST_F(Release, TheFirstMatchingTransponderOfANetworkIsCountedDownEvenIfAnotherH
   file_service({});
   network_ch_st *network = networks().at(0);
   tp_ch_st *second = append_transponder(*network, 100, 11'002'000, 0);
-  channel_st *service = make_service({.frequency = 11'002'000, .service_id = 2});
-  list_add_tail(&service->list, &second->rch_list);
-  second->rch_num = 1;
+  channel_st *service = append_service(*second, {.frequency = 11'002'000, .service_id = 2});
 
   release_rch_info(service);
 

@@ -14,6 +14,7 @@
 namespace {
 
 using namespace test_support;
+using lines = std::vector<std::string>;
 
 // Each way in which a filed channel can be freed.
 struct way_out {
@@ -36,6 +37,7 @@ class StalePointers : public store_test, public ::testing::WithParamInterface<wa
   }
   [[nodiscard]] virtual_channel_st freed_entry() const { return entry_of(*freed_, 1); }
   [[nodiscard]] virtual_channel_st kept_entry() const { return entry_of(*kept_, 2); }
+  [[nodiscard]] const channel_st *kept() const { return kept_; }
   void watch_freed() const {
     append_entry(VIEW_ALL, freed_entry());
     add_return_channel(0, 1, 1, 100, 11'000'000, 1, 0);
@@ -61,7 +63,7 @@ TEST_P(StalePointers, NoEntryOfAnyViewPointsToAFreedChannel) {
     const auto type = static_cast<std::int8_t>(view);
     const virtual_channel_st *entries = get_virtual_channel_st(type);
     EXPECT_EQ(entries[0].rch, nullptr) << "view " << view;
-    EXPECT_NE(entries[1].rch, nullptr) << "view " << view;
+    EXPECT_EQ(entries[1].rch, kept()) << "view " << view;
     EXPECT_EQ(service_ids(type), (std::vector<int>{1, 2})) << "view " << view;
   }
 }
@@ -115,6 +117,37 @@ TEST_P(StalePointers, TheHistoryPrintsAnEmptyNameForAFreedChannel) {
                 .at(1),
             listed);
   EXPECT_EQ(writes_at(2, [] { return remove_return_channel(0, 1, 1, 100, 11'000'000, 1, 0); }).at(1), listed);
+}
+
+class ReleasedInAView : public store_test {
+ protected:
+  // A current TV view of the services 1..n; one of them is released, its entry stays.
+  void show_without(int n, int released) {
+    const std::vector<channel_st *> filed = fill_view(VIEW_TV, n);
+    change_vindex_type(VIEW_TV);
+    release_rch_info(filed.at(static_cast<std::size_t>(released) - 1));
+  }
+};
+
+// Kept: a block move drops entries without a real channel, and the count stays; the last entry fills the view up.
+TEST_F(ReleasedInAView, ABlockMoveDropsTheEntryAndRepeatsTheLast) {
+  show_without(5, 2);
+  const std::int16_t sources[] = {0, 2};
+
+  EXPECT_EQ(move_channel(4, 2, sources), 1);
+
+  EXPECT_EQ(service_ids(VIEW_TV), (std::vector<int>{4, 5, 1, 3, 5}));
+}
+
+// Kept: the slots that no entry with a real channel fills hold what a plain copy of the view puts there.
+TEST_F(ReleasedInAView, ASortByFlagDropsTheEntryAndRepeatsTheLast) {
+  show_without(4, 2);
+  list.tv_vch[0].rch->flag = CHANNEL_FLAG_LOCKED;
+
+  EXPECT_EQ(writes_at(0, [] { EXPECT_EQ(sort_vindex_by_flag(VIEW_TV, SORT_LOCK), 0); }),
+            lines{"ERROR: sort_vindex_by_flag:# r_ch == NULL\n"});
+
+  EXPECT_EQ(service_ids(VIEW_USER), (std::vector<int>{3, 4, 1, 4}));
 }
 
 class StalePointersOfMany : public store_test, public ::testing::WithParamInterface<int> {};

@@ -2,11 +2,11 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
 
+#include "support/groups.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 
@@ -30,8 +30,6 @@ lines writes_of_view(int view, int level = 2) {
     return 0;
   });
 }
-
-void set_text(char *field, std::size_t size, char value) { std::memset(field, value, size); }
 
 const std::string columns =
     "ch_number,\tfrequency,\tpolarisationt,\tnet_index,\tnetwork_id,\ttransport_id,\tservice_id\n";
@@ -94,10 +92,8 @@ TEST_F(TableDumps, ACountOutsideAViewIsReadAsTheNearestInside) {
 }
 
 group_st group(std::int16_t id, const char *name, std::int16_t name_len) {
-  group_st made = {};
-  made.id = id;
+  group_st made = named_group(name, id);
   made.name_len = name_len;
-  std::snprintf(made.name, sizeof made.name, "%s", name);
   return made;
 }
 
@@ -113,7 +109,7 @@ TEST_F(TableDumps, GroupsArePrintedOneALine) {
 
 TEST_F(TableDumps, AGroupNameWithoutTerminatorIsPrintedToIts98thByte) {
   group_st groups[2] = {group(1, "", 0), group(0x4141, "tail", 0)};
-  set_text(groups[0].name, sizeof groups[0].name, 'g');
+  std::memset(groups[0].name, 'g', sizeof groups[0].name);
   groups[1].reserved_0 = 0x4141;
 
   EXPECT_EQ(writes_at(2, [&groups] { return print_group_info(groups, 1); }),
@@ -150,7 +146,7 @@ TEST_F(TableDumps, AnEmptyProviderTablePrintsItsHeadAlone) {
 
 TEST_F(TableDumps, AProviderNameWithoutTerminatorIsPrintedToIts98thByte) {
   list.provider[0] = group(1, "", 98);
-  set_text(list.provider[0].name, sizeof list.provider[0].name, 'p');
+  std::memset(list.provider[0].name, 'p', sizeof list.provider[0].name);
   list.provider[1].reserved_0 = 0x4141;
   list.provider_num = 1;
 

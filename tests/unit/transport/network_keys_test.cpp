@@ -7,6 +7,7 @@
 
 #include "support/hierarchy_walk.h"
 #include "support/log_capture.h"
+#include "support/records_by_hand.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
@@ -14,23 +15,7 @@ namespace {
 
 using namespace test_support;
 
-// A network, twice, as a merge may leave it.
-class NetworkKeys : public store_test {
- protected:
-  static tp_ch_st *append_transponder(network_ch_st &network, std::uint16_t ts_id, std::uint32_t frequency,
-                                      std::uint8_t polarisation) {
-    tp_ch_st *transponder = alloc_tp_ch_info(ts_id, frequency, polarisation);
-    list_add_tail(&transponder->list, &network.tp_list);
-    ++network.tp_num;
-    return transponder;
-  }
-  static channel_st *append_service(tp_ch_st &transponder, const service_data &data) {
-    channel_st *service = make_service(data);
-    list_add_tail(&service->list, &transponder.rch_list);
-    ++transponder.rch_num;
-    return service;
-  }
-};
+class NetworkKeys : public store_test {};
 
 TEST_F(NetworkKeys, ATransportStreamHasAFrequencyAndAPolarisation) {
   file_service({.ts_id = 100, .frequency = 0xFFFFFFFF, .polarisation = 255});

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/channel_file.h"
 #include "support/hierarchy_walk.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
@@ -242,9 +243,14 @@ TEST_F(RemovalByFrequency, ALargeIndexIsLoggedWhole) {
 }
 
 TEST_F(RemovalByFrequency, AnEmptyAndAnUninitialisedListAreLeftAlone) {
+  const bytes initialised = list_in_memory();
   EXPECT_EQ(remove(1), 0);
+  EXPECT_TRUE(list_in_memory() == initialised);
+
   destroy_channel_list();
+  const bytes destroyed = list_in_memory();
   EXPECT_EQ(remove(1), 0);
+  EXPECT_TRUE(list_in_memory() == destroyed);
 }
 
 TEST_F(RemovalByFrequency, BothOfTwoNetworksWithOneIdentityAreSearched) {

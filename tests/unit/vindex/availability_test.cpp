@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/log_capture.h"
+#include "support/missing_current_view.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
@@ -101,13 +102,7 @@ TEST_F(Availability, WithoutACurrentViewNothingIsAvailable) {
     EXPECT_EQ(writes_at(-1, [] { return check_available_channel(0); }), lines{});
   };
 
-  list.cur_vch = nullptr;
-  expect_error();
-  change_vindex_type(VIEW_ALL);
-  list.cur_vnumber = nullptr;
-  expect_error();
-  destroy_channel_list();
-  expect_error();
+  without_current_view(expect_error);
 }
 
 TEST_F(Availability, TheLastEntryOfAFullViewIsAsked) {

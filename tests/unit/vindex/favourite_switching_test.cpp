@@ -6,24 +6,16 @@
 #include <utility>
 #include <vector>
 
-#include "support/log_capture.h"
-#include "support/store_builder.h"
-#include "support/view_cases.h"
+#include "switching_test.h"
 
 namespace {
 
 using namespace test_support;
 
-class FavouriteSwitching : public store_test {
+class FavouriteSwitching : public switching_test {
  protected:
-  // Settings that no switch writes, so that every write shows.
   void SetUp() override {
-    store_test::SetUp();
-    list.use_group_list = 3;
-    list.ch_type = 77;
-    list.net_index = 9;
-    list.service_type = 8;
-    list.sub_group_id = 42;
+    switching_test::SetUp();
     for (int group = 0; group < MAX_FAV; ++group) {
       list.favorite_group[group].id = static_cast<std::int16_t>(500 + group);
     }
@@ -36,11 +28,6 @@ class FavouriteSwitching : public store_test {
     }
   }
 };
-
-std::string visit(int favourite_id, int service_id) {
-  return "WARNING: change_vindex_type:# channel_list.vch[i]->favorite_id : " + std::to_string(favourite_id) +
-         ", channel_list.vch[i]->service_id : " + std::to_string(service_id) + "\n";
-}
 
 const std::string resorting = "WARNING: change_vindex_type:# Need Fav_id Resorting.\n";
 

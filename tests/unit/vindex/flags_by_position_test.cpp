@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/log_capture.h"
+#include "support/missing_current_view.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
@@ -137,13 +138,7 @@ TEST_F(FlagsByPosition, WithoutACurrentViewThereIsNoChannel) {
     EXPECT_EQ(writes_at(0, [] { EXPECT_EQ(check_skip_channel_index(0), 0); }), error);
   };
 
-  list.cur_vch = nullptr;
-  expect_misses();
-  change_vindex_type(VIEW_ALL);
-  list.cur_vnumber = nullptr;
-  expect_misses();
-  destroy_channel_list();
-  expect_misses();
+  without_current_view(expect_misses);
 }
 
 TEST_F(FlagsByPosition, OnlyTheSkipBitSkips) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/channel_key.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
@@ -14,20 +15,8 @@ namespace {
 
 using namespace test_support;
 
-// The arguments of a flag operation by identity; the defaults are those of a service that names nothing.
-struct target {
-  int net_index = 1;
-  int network_id = 1;
-  int ts_id = 100;
-  std::uint32_t frequency = 11'000'000;
-  int service_id = 1;
-  int polarisation = 0;
-};
-
-int set_flag(const target &t, int bits, int set = 1) {
-  return set_channel_flag(static_cast<std::uint8_t>(t.net_index), static_cast<std::uint16_t>(t.network_id),
-                          static_cast<std::uint16_t>(t.ts_id), t.frequency, static_cast<std::uint16_t>(t.service_id),
-                          static_cast<std::uint8_t>(t.polarisation), static_cast<std::uint8_t>(bits), set);
+int set_flag(const channel_key &target, int bits, int set = 1) {
+  return target.call_untagged(set_channel_flag, static_cast<std::uint8_t>(bits), set);
 }
 
 class FlagsByIdentity : public store_test {};
@@ -94,7 +83,7 @@ TEST_F(FlagsByIdentity, AListThatCountsNoNetworkHoldsNothingSilently) {
 
 TEST_F(FlagsByIdentity, AMissingNetworkIsLoggedAtLevelThree) {
   const channel_st *service = file_service({});
-  const target missing = {.net_index = 200, .network_id = 0xABC, .ts_id = 0x64, .frequency = 0xFFFF'FFFF};
+  const channel_key missing = {.net_index = 200, .network_id = 0xABC, .ts_id = 0x64, .frequency = 0xFFFF'FFFF};
 
   EXPECT_EQ(writes_at(3, [&] { EXPECT_EQ(set_flag(missing, 0x08), 0); }),
             (lines{"ChannelAPI get_network_ch_info:# Fail to find network_ch ni=200, on_id=0xabc\n",
@@ -106,7 +95,7 @@ TEST_F(FlagsByIdentity, AMissingNetworkIsLoggedAtLevelThree) {
 
 TEST_F(FlagsByIdentity, AMissingTransponderIsLoggedAtLevelThree) {
   const channel_st *service = file_service({});
-  const target missing = {.frequency = 11'002'500};
+  const channel_key missing = {.frequency = 11'002'500};
 
   EXPECT_EQ(writes_at(3, [&] { EXPECT_EQ(set_flag(missing, 0x08), 0); }),
             (lines{"ChannelAPI get_tp_ch_info_by_network_ch:# Fail to find tp_ch ts_id=0x64, freq=11002500, polar 0 \n",
@@ -119,7 +108,7 @@ TEST_F(FlagsByIdentity, AMissingTransponderIsLoggedAtLevelThree) {
 TEST_F(FlagsByIdentity, AMissingServiceIsLoggedAtLevelThree) {
   const channel_st *service = file_service({});
   for (const std::uint32_t frequency : {0U, 11'000'000U}) {
-    const target missing = {.frequency = frequency, .service_id = 0xFFFF};
+    const channel_key missing = {.frequency = frequency, .service_id = 0xFFFF};
     EXPECT_EQ(writes_at(3, [&] { EXPECT_EQ(set_flag(missing, 0x08), 0); }),
               lines{"ChannelAPI set_channel_flag:# Fail to find rchannel ni=0x1,on_id=0x1,ts_id=0x64,freq=" +
                     std::to_string(frequency) + ",sid=0xffff\n"});

@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "lookup_on_transponder.h"
+#include "support/channel_key.h"
 #include "support/log_capture.h"
+#include "support/missing_current_view.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
@@ -15,41 +17,12 @@ namespace {
 
 using namespace test_support;
 
-// The arguments of a search. The defaults are those of unfiled_entry(1).
-struct query {
-  int tag = 0;
-  int net_index = 1;
-  int network_id = 1;
-  int ts_id = 100;
-  std::uint32_t frequency = 11'000'000;
-  int service_id = 1;
-  int polarisation = 0;
-};
+int index_of(const channel_key &sought) { return sought.call(get_vch_index_by_ts_info); }
 
-int index_of(const query &q) {
-  return get_vch_index_by_ts_info(static_cast<std::int8_t>(q.tag), static_cast<std::uint8_t>(q.net_index),
-                                  static_cast<std::uint16_t>(q.network_id), static_cast<std::uint16_t>(q.ts_id),
-                                  q.frequency, static_cast<std::uint16_t>(q.service_id),
-                                  static_cast<std::uint8_t>(q.polarisation));
-}
+int index_in(const channel_key &sought, std::int8_t type) { return sought.call(vtype_get_vch_index_by_ts_info, type); }
 
-int index_in(const query &q, std::int8_t type) {
-  return vtype_get_vch_index_by_ts_info(static_cast<std::int8_t>(q.tag), static_cast<std::uint8_t>(q.net_index),
-                                        static_cast<std::uint16_t>(q.network_id), static_cast<std::uint16_t>(q.ts_id),
-                                        q.frequency, static_cast<std::uint16_t>(q.service_id),
-                                        static_cast<std::uint8_t>(q.polarisation), type);
-}
-
-virtual_channel_st *entry_in(const query &q, std::int8_t type) {
-  return vtype_get_vch_by_ts_info(static_cast<std::int8_t>(q.tag), static_cast<std::uint8_t>(q.net_index),
-                                  static_cast<std::uint16_t>(q.network_id), static_cast<std::uint16_t>(q.ts_id),
-                                  q.frequency, static_cast<std::uint16_t>(q.service_id),
-                                  static_cast<std::uint8_t>(q.polarisation), type);
-}
-
-virtual_channel_st *on_transponder(const query &q, std::int8_t type) {
-  return vtype_get_vch_by_frequency(static_cast<std::int8_t>(q.tag), static_cast<std::uint8_t>(q.net_index),
-                                    q.frequency, static_cast<std::uint8_t>(q.polarisation), type);
+virtual_channel_st *entry_in(const channel_key &sought, std::int8_t type) {
+  return sought.call(vtype_get_vch_by_ts_info, type);
 }
 
 // Which of the three searches find the only entry of the ALL view.
@@ -68,7 +41,7 @@ std::ostream &operator<<(std::ostream &out, const found &each) {
              << each.named_index;
 }
 
-found search(const query &q) {
+found search(const channel_key &q) {
   const virtual_channel_st *entry = entry_in(q, VIEW_ALL);
   EXPECT_TRUE(entry == nullptr || entry == get_channel_list()->vch);
   return {index_of(q) == 0, entry != nullptr, index_in(q, VIEW_ALL) == 0};
@@ -187,7 +160,7 @@ TEST_F(LookupsByIdentity, EveryNamedViewIsSearchedToItsLastSlot) {
     fill_unfiled(each.code, each.capacity);
     virtual_channel_st &last = get_virtual_channel_st(each.code)[each.capacity - 1];
     last.frequency = 12'000'000;
-    const query wanted = {.frequency = 12'000'000, .service_id = each.capacity};
+    const channel_key wanted = {.frequency = 12'000'000, .service_id = each.capacity};
 
     EXPECT_EQ(index_in(wanted, each.code), each.capacity - 1) << int{each.code};
     EXPECT_EQ(entry_in(wanted, each.code), &last) << int{each.code};
@@ -224,7 +197,7 @@ TEST_F(LookupsByIdentity, EachVisitedEntryIsLoggedAtLevelThree) {
   list.vch[0].ts_id = 0xF;
   list.vch[0].frequency = 0xFFFF'FFFF;
   list.vch[0].polarisation = 255;
-  const query wanted = {.frequency = 11'000'001, .service_id = 2};
+  const channel_key wanted = {.frequency = 11'000'001, .service_id = 2};
   const lines expected = {
       "ni(200-1) on_id(0xabcd-0x1), ts_id(0xf-0x64), freq(-1-11000001) sid(0x1-0x2) polar(255,0)\n",
       "ni(1-1) on_id(0x1-0x1), ts_id(0x64-0x64), freq(11000000-11000001) sid(0x2-0x2) polar(0,0)\n"};
@@ -274,13 +247,7 @@ TEST_F(LookupsByIdentity, WithoutACurrentViewNothingIsFoundSilently) {
     EXPECT_EQ(writes_at(5, [] { EXPECT_EQ(get_vch_index_by_service_id(1), -1); }), lines{});
   };
 
-  list.cur_vch = nullptr;
-  expect_misses();
-  change_vindex_type(VIEW_ALL);
-  list.cur_vnumber = nullptr;
-  expect_misses();
-  destroy_channel_list();
-  expect_misses();
+  without_current_view(expect_misses);
 }
 
 TEST_F(LookupsByIdentity, ACountOutsideTheArrayIsReadAsTheNearestInside) {
@@ -289,7 +256,7 @@ TEST_F(LookupsByIdentity, ACountOutsideTheArrayIsReadAsTheNearestInside) {
   list.favorite_vch[1][0].service_id = 777;
   list.favorite_vch[1][0].polarisation = 1;
   change_vindex_type(10);
-  const query in_next_group = {.service_id = 777, .polarisation = 1};
+  const channel_key in_next_group = {.service_id = 777, .polarisation = 1};
 
   list.favorite_vnumber[0] = 32767;
   EXPECT_EQ(index_of(in_next_group), -1);
@@ -315,26 +282,6 @@ TEST_F(LookupsByIdentity, TheFirstEntryWithAServiceIdWins) {
   EXPECT_EQ(get_vch_index_by_service_id(0xFFFF), 1);
   EXPECT_EQ(get_vch_index_by_service_id(0), 2);
   EXPECT_EQ(get_vch_index_by_service_id(2), -1);
-}
-
-TEST_F(LookupsByIdentity, ATransponderIsKnownByTagNetworkIndexFrequencyAndPolarisation) {
-  virtual_channel_st *entry = &list.vch[0];
-  EXPECT_EQ(on_transponder({}, VIEW_ALL), entry);
-  EXPECT_EQ(on_transponder({.network_id = 9, .ts_id = 9, .service_id = 9}, VIEW_ALL), entry);
-  EXPECT_EQ(on_transponder({.tag = 1}, VIEW_ALL), nullptr);
-  EXPECT_EQ(on_transponder({.net_index = 2}, VIEW_ALL), nullptr);
-  EXPECT_EQ(on_transponder({.polarisation = 1}, VIEW_ALL), nullptr);
-  EXPECT_EQ(on_transponder({.frequency = 11'002'499}, VIEW_ALL), entry);
-  EXPECT_EQ(on_transponder({.frequency = 10'997'501}, VIEW_ALL), entry);
-  EXPECT_EQ(on_transponder({.frequency = 11'002'500}, VIEW_ALL), nullptr);
-  EXPECT_EQ(on_transponder({.frequency = 10'997'500}, VIEW_ALL), nullptr);
-}
-
-TEST_F(LookupsByIdentity, FrequencyZeroIsNoWildcardForATransponder) {
-  EXPECT_EQ(on_transponder({.frequency = 0}, VIEW_ALL), nullptr);
-
-  list.vch[0].frequency = 2499;
-  EXPECT_EQ(on_transponder({.frequency = 0}, VIEW_ALL), &list.vch[0]);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/log_capture.h"
+#include "support/missing_current_view.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
@@ -166,13 +167,7 @@ TEST_F(LookupsByNumber, WithoutACurrentViewNothingIsFound) {
               lines{"ERROR: get_channel_index_by_number:# Fail to find channel number 5-2\n"});
   };
 
-  list.cur_vch = nullptr;
-  expect_misses();
-  change_vindex_type(VIEW_ALL);
-  list.cur_vnumber = nullptr;
-  expect_misses();
-  destroy_channel_list();
-  expect_misses();
+  without_current_view(expect_misses);
 }
 
 TEST_F(LookupsByNumber, ACountOutsideTheArrayIsReadAsTheNearestInside) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "support/log_capture.h"
+#include "support/missing_current_view.h"
 #include "support/store_builder.h"
 #include "support/view_cases.h"
 
@@ -21,21 +22,7 @@ std::string outside(const std::string &function, int vindex) {
   return "ERROR: " + function + ":# vindex " + std::to_string(vindex) + " outside the view\n";
 }
 
-class LookupsByPosition : public store_test {
- protected:
-  // Runs an expectation in each of the states in which there is no current view.
-  template <class Expectation>
-  void without_current_view(Expectation expect) {
-    change_vindex_type(VIEW_ALL);
-    list.cur_vch = nullptr;
-    expect();
-    change_vindex_type(VIEW_ALL);
-    list.cur_vnumber = nullptr;
-    expect();
-    destroy_channel_list();
-    expect();
-  }
-};
+class LookupsByPosition : public store_test {};
 
 TEST_F(LookupsByPosition, TheArrayAndTheCountOfTheCurrentView) {
   for (const view_case &each : every_view()) {

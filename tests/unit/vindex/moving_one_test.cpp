@@ -48,13 +48,7 @@ TEST_F(MovingOne, AnEntryMovesOntoItself) {
 TEST_F(MovingOne, MovesWholeEntriesAndKeepsTheirNumbers) {
   fill(VIEW_TV, first_ids(3), 100);
   show(VIEW_TV);
-  virtual_channel_st &entry = list.tv_vch[2];
-  entry.vch_tag = -7;
-  entry.favorite_id = 200;
-  entry.minor_ch_num = 4;
-  entry.reserved_7 = 1;
-  entry.reserved_13 = 2;
-  const virtual_channel_st before = entry;
+  const virtual_channel_st before = mark_whole(list.tv_vch[2]);
 
   move_to(0, {2});
 

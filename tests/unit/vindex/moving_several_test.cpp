@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "support/moving_test.h"
+#include "mirrored_test.h"
 
 namespace {
 
@@ -36,11 +36,6 @@ class MovingSeveral : public moving_test {
 
 const std::string empty_trace = "ChannelAPI move_channel:# \n";
 
-std::string step(int destination, int source) {
-  return "ChannelAPI move_channel:# des_index " + std::to_string(destination) +
-         " src_index ------------------------------------------------ " + std::to_string(source) + " \n";
-}
-
 TEST_F(MovingSeveral, TheBlockFollowsTheEntryAtTheDestination) {
   EXPECT_EQ(moved(6, 1, {4, 5}), (std::vector<int>{1, 2, 5, 6, 3, 4}));
   EXPECT_EQ(moved(6, 5, {0, 1}), (std::vector<int>{3, 4, 5, 6, 1, 2}));
@@ -67,13 +62,7 @@ TEST_F(MovingSeveral, ADestinationMovedWithEverythingBehindItDoesNotPushTheBlock
 TEST_F(MovingSeveral, MovesWholeEntriesAndKeepsTheirNumbers) {
   fill(VIEW_TV, first_ids(4), 100);
   show(VIEW_TV);
-  virtual_channel_st &entry = list.tv_vch[3];
-  entry.vch_tag = -7;
-  entry.favorite_id = 200;
-  entry.minor_ch_num = 4;
-  entry.reserved_7 = 1;
-  entry.reserved_13 = 2;
-  const virtual_channel_st before = entry;
+  const virtual_channel_st before = mark_whole(list.tv_vch[3]);
 
   move_to(0, {3, 2});
 
@@ -188,8 +177,8 @@ TEST_F(MovingSeveral, ACountBehindTheArrayIsReadAsTheWholeArray) {
 TEST_F(MovingSeveral, TracesEachStepAtLevelTwo) {
   fill(VIEW_USER, {1, 2, 3, 4});
   fill(VIEW_TV, {4, 3, 9});
-  const lines expected = {step(2, 3),  step(1, 0),  empty_trace, empty_trace, step(2, 0),
-                          step(1, -1), empty_trace, empty_trace, empty_trace};
+  const lines expected = {moved_from(2, 3),  moved_from(1, 0), empty_trace, empty_trace, moved_from(2, 0),
+                          moved_from(1, -1), empty_trace,      empty_trace, empty_trace};
   for (const int level : {2, 5}) {
     fill(VIEW_USER, {1, 2, 3, 4});
     fill(VIEW_TV, {4, 3, 9});
@@ -208,8 +197,8 @@ TEST_F(MovingSeveral, TracesADestinationThatTheServiceTypeViewLacks) {
                       [] {
                         return move_to(2, {0, 1});
                       }),
-            (lines{step(2, 0), step(-1, 0), empty_trace, empty_trace, step(2, 1), step(-1, 1), empty_trace, empty_trace,
-                   empty_trace}));
+            (lines{moved_from(2, 0), moved_from(-1, 0), empty_trace, empty_trace, moved_from(2, 1), moved_from(-1, 1),
+                   empty_trace, empty_trace, empty_trace}));
 }
 
 TEST_F(MovingSeveral, NoPositionsTraceOneEmptyLine) {

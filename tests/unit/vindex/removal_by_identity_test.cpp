@@ -15,7 +15,7 @@ using namespace test_support;
 
 struct removal {
   const char *name;
-  int (*remove)(std::int8_t view, const entry_key &key);
+  int (*remove)(std::int8_t view, const channel_key &key);
   bool returns_count;
 };
 
@@ -24,12 +24,12 @@ const removal removals[] = {{"Logged", remove_from, false}, {"Silent", remove_si
 class RemovalByIdentity : public removal_test, public ::testing::WithParamInterface<removal> {
  protected:
   // Removes, and checks the result against the count that is left.
-  static void remove_leaving(int left, const entry_key &key, std::int8_t view = VIEW_TV) {
+  static void remove_leaving(int left, const channel_key &key, std::int8_t view = VIEW_TV) {
     EXPECT_EQ(GetParam().remove(view, key), GetParam().returns_count ? left : 0);
     EXPECT_EQ(count_of(view), left);
   }
   // The only entry of the TV view, before it is removed or not.
-  static void only_entry(const entry_key &key) {
+  static void only_entry(const channel_key &key) {
     init_vindex(VIEW_TV);
     append_entry(VIEW_TV, entry_with(key));
   }
@@ -78,16 +78,16 @@ TEST_P(RemovalByIdentity, KeepsWholeEntriesAndTheirNumbers) {
 }
 
 TEST_P(RemovalByIdentity, ComparesAllSevenValues) {
-  const entry_key key;
-  for (const entry_key &other : std::vector<entry_key>{{.tag = 1},
-                                                       {.tag = -1},
-                                                       {.net_index = 2},
-                                                       {.network_id = 2},
-                                                       {.network_id = 0x101},
-                                                       {.ts_id = 101},
-                                                       {.frequency = 12'000'000},
-                                                       {.service_id = 0x101},
-                                                       {.polarisation = 1}}) {
+  const channel_key key;
+  for (const channel_key &other : std::vector<channel_key>{{.tag = 1},
+                                                           {.tag = -1},
+                                                           {.net_index = 2},
+                                                           {.network_id = 2},
+                                                           {.network_id = 0x101},
+                                                           {.ts_id = 101},
+                                                           {.frequency = 12'000'000},
+                                                           {.service_id = 0x101},
+                                                           {.polarisation = 1}}) {
     only_entry(other);
 
     remove_leaving(1, key);
@@ -200,13 +200,13 @@ INSTANTIATE_TEST_SUITE_P(With, RemovalByIdentity, ::testing::ValuesIn(removals),
 class RemovalByIdentityLog : public removal_test {};
 
 TEST_F(RemovalByIdentityLog, EachRemovedEntryIsALineAtLevelTwo) {
-  const entry_key key = {.tag = -1,
-                         .net_index = 0xFE,
-                         .network_id = 0xBEEF,
-                         .ts_id = 0x0A,
-                         .frequency = 0xFFFF'FFFF,
-                         .service_id = 0xCAFE,
-                         .polarisation = 255};
+  const channel_key key = {.tag = -1,
+                           .net_index = 0xFE,
+                           .network_id = 0xBEEF,
+                           .ts_id = 0x0A,
+                           .frequency = 0xFFFF'FFFF,
+                           .service_id = 0xCAFE,
+                           .polarisation = 255};
   const auto removal_of_two = [&key] {
     append_entry(VIEW_USER, entry_with(key));
     append_entry(VIEW_USER, entry_with({}));

@@ -36,14 +36,8 @@ TEST_F(RemovalByPosition, ClosesTheGap) {
 
 TEST_F(RemovalByPosition, MovesWholeEntriesAndKeepsTheirNumbers) {
   fill_unfiled(VIEW_TV, 2);
-  virtual_channel_st &moved = list.tv_vch[1];
-  moved.vch_tag = -7;
-  moved.favorite_id = 200;
-  moved.minor_ch_num = 4;
-  moved.reserved_7 = 1;
-  moved.reserved_13 = 2;
-  moved.rch = file(2);
-  const virtual_channel_st before = moved;
+  list.tv_vch[1].rch = file(2);
+  const virtual_channel_st before = mark_whole(list.tv_vch[1]);
 
   remove_at(0, VIEW_TV);
 
@@ -172,18 +166,18 @@ TEST_F(RemovalByPosition, TheCurrentViewStaysCurrentWhenItsLastEntryGoes) {
   EXPECT_EQ(get_channel_list_number(), 0);
 }
 
-TEST_F(RemovalByPosition, ACountOutsideTheArrayIsReadAsTheNearestInside) {
+TEST_F(RemovalByPosition, ACountOutsideTheArrayIsReadAsTheNearestInsideAndPrintedAsItIsStored) {
   fill_unfiled(10, 40);
   fill_unfiled(11, 1);
   list.favorite_vnumber[0] = 32767;
 
-  EXPECT_EQ(remove_at(40, 10), -1);
+  EXPECT_EQ(writes_at(0, [] { EXPECT_EQ(remove_at(40, 10), -1); }), lines{too_big(40, 32767)});
   EXPECT_EQ(remove_at(39, 10), 0);
 
   EXPECT_EQ(count_of(10), 39);
   EXPECT_EQ(service_ids(11), (std::vector<int>{1}));
   list.favorite_vnumber[1] = -1;
-  EXPECT_EQ(remove_at(0, 11), -1);
+  EXPECT_EQ(writes_at(0, [] { EXPECT_EQ(remove_at(0, 11), -1); }), lines{too_big(0, -1)});
   EXPECT_EQ(list.favorite_vch[1][0].service_id, 1);
   list.favorite_vnumber[1] = 1;
 }

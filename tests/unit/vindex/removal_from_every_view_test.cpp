@@ -24,21 +24,11 @@ const std::string sweep_line = "ChannelAPI remove_invalid_virtual_channel:# \n";
 TEST_F(RemovalFromEveryView, EveryViewButTheWorkViewLosesTheChannel) {
   channel_st *removed = file(1);
   channel_st *kept = file(2);
-  for (const view_case &each : every_view()) {
-    append_entry(each.code, entry_of(*removed, 1));
-    append_entry(each.code, entry_of(*kept, 2));
-    append_entry(each.code, entry_of(*removed, 3));
-  }
+  list_around(*removed, *kept);
 
   EXPECT_EQ(remove_everywhere({}), 0);
 
-  for (const view_case &each : swept_views()) {
-    EXPECT_EQ(majors(each.code), (std::vector<int>{2})) << int{each.code};
-    EXPECT_EQ(get_virtual_channel_st(each.code)[0].rch, kept) << int{each.code};
-  }
-  EXPECT_EQ(majors(VIEW_WORK), (std::vector<int>{1, 2, 3}));
-  EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[0].rch, nullptr);
-  EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[1].rch, kept);
+  expect_gone_from_swept_views(kept);
   EXPECT_FALSE(is_filed(1));
   EXPECT_TRUE(is_filed(2));
 }
@@ -176,13 +166,13 @@ TEST_F(RemovalFromEveryView, TheCurrentViewStaysCurrentWhenItEmpties) {
 
 TEST_F(RemovalFromEveryView, LogsStartDumpSweepAndEndAtLevelTwo) {
   const channel_st *service = fill_view(VIEW_ALL, 1)[0];
-  const lines expected = joined(joined({start}, dump_of(service)), {sweep_line, end});
+  const lines expected = joined({{start}, dump_of(service), {sweep_line, end}});
 
   EXPECT_EQ(writes_at(2, [] { return remove_everywhere({}); }), expected);
 }
 
 TEST_F(RemovalFromEveryView, WithoutAFrequencyTheSweepRunsTwice) {
-  const lines expected = joined(joined({start}, dump_of(file(1))), {sweep_line, sweep_line, end});
+  const lines expected = joined({{start}, dump_of(file(1)), {sweep_line, sweep_line, end}});
 
   EXPECT_EQ(writes_at(2, [] { return remove_everywhere({.frequency = 0}); }), expected);
 }

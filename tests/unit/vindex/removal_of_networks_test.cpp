@@ -1,4 +1,4 @@
-// Removing a network index: its entries from one view, or its networks whole, and which view is current afterwards.
+// Removing the networks of an index whole, and which view is current afterwards.
 #include <base/verbosity.h>
 #include <channel/channel.h>
 #include <gtest/gtest.h>
@@ -7,111 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "support/removal_test.h"
+#include "removal_of_networks.h"
 
 namespace {
 
 using namespace test_support;
-
-class RemovalOfNetworkEntries : public removal_test {};
-
-std::vector<int> net_indexes(std::int8_t view) {
-  std::vector<int> found;
-  for (int i = 0; i < count_of(view); ++i) {
-    found.push_back(get_virtual_channel_st(view)[i].net_index);
-  }
-  return found;
-}
-
-TEST_F(RemovalOfNetworkEntries, EveryEntryOfTheNetworkIndexGoes) {
-  struct removing {
-    std::vector<int> before;
-    std::vector<int> after;
-  };
-  for (const auto &[before, after] : std::vector<removing>{{{2}, {}},
-                                                           {{2, 2, 2}, {}},
-                                                           {{2, 2, 1}, {1}},
-                                                           {{1, 2, 2}, {1}},
-                                                           {{2, 0, 2, 2, 255, 2}, {0, 255}},
-                                                           {{0, 1, 255}, {0, 1, 255}},
-                                                           {{}, {}}}) {
-    for (const view_case &each : every_view()) {
-      init_vindex(each.code);
-      for (const int net_index : before) {
-        append_entry(each.code, entry_with({.net_index = net_index}));
-      }
-
-      EXPECT_EQ(vtype_remove_by_net_index(2, each.code), 0);
-
-      EXPECT_EQ(net_indexes(each.code), after) << int{each.code};
-      EXPECT_TRUE(slots_behind_count_are_zero(each.code, each.capacity)) << int{each.code};
-    }
-  }
-}
-
-TEST_F(RemovalOfNetworkEntries, NothingButTheNetworkIndexIsCompared) {
-  append_entry(VIEW_ALL, entry_with({.tag = -3,
-                                     .net_index = 255,
-                                     .network_id = 9,
-                                     .ts_id = 9,
-                                     .frequency = 0,
-                                     .service_id = 9,
-                                     .polarisation = 1}));
-  append_entry(VIEW_ALL, entry_with({.net_index = 255}));
-  append_entry(VIEW_ALL, entry_with({.net_index = 0}));
-
-  vtype_remove_by_net_index(255, VIEW_ALL);
-  EXPECT_EQ(net_indexes(VIEW_ALL), (std::vector<int>{0}));
-
-  vtype_remove_by_net_index(0, VIEW_ALL);
-  EXPECT_EQ(count_of(VIEW_ALL), 0);
-}
-
-TEST_F(RemovalOfNetworkEntries, EmptiesAFullViewAndNoOther) {
-  for (const view_case &each : every_view()) {
-    fill_unfiled(each.code, each.capacity);
-  }
-  int entries_left = 0;
-  for (const view_case &each : every_view()) {
-    entries_left += each.capacity;
-  }
-  for (const view_case &each : every_view()) {
-    EXPECT_EQ(vtype_remove_by_net_index(1, each.code), 0);
-
-    EXPECT_EQ(count_of(each.code), 0) << int{each.code};
-    entries_left -= each.capacity;
-    int counted = 0;
-    for (const view_case &other : every_view()) {
-      counted += count_of(other.code);
-    }
-    EXPECT_EQ(counted, entries_left) << int{each.code};
-  }
-}
-
-TEST_F(RemovalOfNetworkEntries, TheNetworkAndItsChannelsStay) {
-  const std::vector<channel_st *> filed = fill_view(VIEW_ALL, 2);
-
-  vtype_remove_by_net_index(1, VIEW_ALL);
-
-  EXPECT_EQ(services(*transponders(*networks().at(0)).at(0)), filed);
-  EXPECT_EQ(list.cur_vch, list.vch);
-}
-
-TEST_F(RemovalOfNetworkEntries, IsSilent) {
-  fill_unfiled(VIEW_TV, 2);
-
-  EXPECT_EQ(writes_at(5, [] { return vtype_remove_by_net_index(1, VIEW_TV); }), lines{});
-  EXPECT_EQ(writes_at(5, [] { return vtype_remove_by_net_index(1, VIEW_TV); }), lines{});
-}
-
-TEST_F(RemovalOfNetworkEntries, AnUnknownViewFailsWithTheWarningsOfItsLookup) {
-  for (const std::int8_t code : unknown_codes) {
-    const std::string warning = ":# unknown vch_type=" + std::to_string(code) + "\n";
-    EXPECT_EQ(writes_at(5, [&] { EXPECT_EQ(vtype_remove_by_net_index(1, code), -1); }),
-              (lines{"WARNING: get_virtual_channel_st" + warning, "WARNING: get_virtual_channel_vnumber" + warning}));
-    EXPECT_EQ(writes_at(0, [&] { return vtype_remove_by_net_index(1, code); }), lines{});
-  }
-}
 
 class RemovalOfNetworks : public removal_test {
  protected:
@@ -138,17 +38,7 @@ const std::string sweep_line = "ChannelAPI remove_invalid_virtual_channel:# \n";
 const std::string no_view_line = "ERROR: remove_channel_info_by_net_index:# \n";
 
 TEST_F(RemovalOfNetworks, EveryNetworkWithTheIndexGoesWithItsEntries) {
-  struct removing {
-    std::vector<int> before;
-    std::vector<int> after;
-  };
-  for (const auto &[before, after] : std::vector<removing>{{{2}, {}},
-                                                           {{2, 2, 2}, {}},
-                                                           {{2, 2, 1}, {1}},
-                                                           {{1, 2, 2}, {1}},
-                                                           {{2, 0, 2, 2, 255, 2}, {0, 255}},
-                                                           {{0, 1}, {0, 1}},
-                                                           {{}, {}}}) {
+  for (const auto &[before, after] : removals_of_index_2()) {
     reset_channel_list();
     file_networks(before);
 
@@ -186,21 +76,19 @@ TEST_F(RemovalOfNetworks, ANetworkGoesWithAllItsTranspondersAndChannels) {
 TEST_F(RemovalOfNetworks, EveryViewButTheWorkViewIsSwept) {
   channel_st *gone = file_service({.net_index = 2});
   channel_st *kept = file_service({.net_index = 1});
-  for (const view_case &each : every_view()) {
-    append_entry(each.code, entry_of(*gone, 1));
-    append_entry(each.code, entry_of(*kept, 2));
-    append_entry(each.code, entry_with({.net_index = 9}, 3));
-  }
+  list_around(*gone, *kept);
 
   remove_channel_info_by_net_index(2);
 
-  for (const view_case &each : swept_views()) {
-    EXPECT_EQ(majors(each.code), (std::vector<int>{2})) << int{each.code};
-    EXPECT_EQ(get_virtual_channel_st(each.code)[0].rch, kept) << int{each.code};
-  }
-  EXPECT_EQ(majors(VIEW_WORK), (std::vector<int>{1, 2, 3}));
-  EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[0].rch, nullptr);
-  EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[1].rch, kept);
+  expect_gone_from_swept_views(kept);
+}
+
+TEST_F(RemovalOfNetworks, EntriesThatNeverHadAChannelAreSweptToo) {
+  append_entry(VIEW_USER, entry_with({.net_index = 9}));
+
+  remove_channel_info_by_net_index(2);
+
+  EXPECT_EQ(count_of(VIEW_USER), 0);
 }
 
 TEST_F(RemovalOfNetworks, TheHistoryForgetsTheChannels) {

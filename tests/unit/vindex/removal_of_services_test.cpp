@@ -74,8 +74,8 @@ TEST_F(RemovalOfServices, ByFrequencyTheTransportStreamDoesNotMatter) {
 
 TEST_F(RemovalOfServices, ByFrequencyTheToleranceAndThePolarisationDecide) {
   file(1);
-  for (const entry_key &other :
-       std::vector<entry_key>{{.frequency = 11'002'500}, {.frequency = 10'997'500}, {.polarisation = 1}}) {
+  for (const channel_key &other :
+       std::vector<channel_key>{{.frequency = 11'002'500}, {.frequency = 10'997'500}, {.polarisation = 1}}) {
     EXPECT_EQ(remove_service(other), -1);
   }
   EXPECT_EQ(transponder_at(0)->rch_num, 1);
@@ -232,7 +232,7 @@ TEST_F(RemovalOfServices, DumpsTheServiceAtLevelTwo) {
   EXPECT_EQ(writes_at(2, [] { return remove_service({}); }), dump);
 
   file(1);
-  EXPECT_EQ(writes_at(2, [] { return remove_service({.frequency = 0}); }), joined(dump, {sweep_line}));
+  EXPECT_EQ(writes_at(2, [] { return remove_service({.frequency = 0}); }), joined({dump, {sweep_line}}));
 }
 
 TEST_F(RemovalOfServices, IsSilentBelowLevelTwo) {
@@ -245,7 +245,7 @@ TEST_F(RemovalOfServices, IsSilentBelowLevelTwo) {
 class MissedServices : public removal_test {
  protected:
   // What only the lookup of an identity that nothing is filed under logs, at level 3 and not below.
-  static void expect_miss(const entry_key &key, const lines &expected) {
+  static void expect_miss(const channel_key &key, const lines &expected) {
     const auto removal = [&key] { EXPECT_EQ(remove_service(key), -1); };
     EXPECT_EQ(writes_at(3, removal), expected);
     EXPECT_EQ(writes_at(5, removal), expected);

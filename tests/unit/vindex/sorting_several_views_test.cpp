@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -144,8 +143,8 @@ TEST_F(SortingSeveralViews, ADestroyedListIsSorted) {
   for (const view_case &each : every_view()) {
     EXPECT_EQ(sort_vindex_by_number(each.code), 0) << int{each.code};
     EXPECT_EQ(writes_at(-1, [&] { return sort_vch_type(SORT_NUMBER, each.code); }), lines{});
-    EXPECT_EQ(writes_at(-1, [&] { EXPECT_EQ(sort_vindex_by_flag(VIEW_TV, SORT_LOCK), 0); }), lines{});
   }
+  EXPECT_EQ(writes_at(-1, [] { EXPECT_EQ(sort_vindex_by_flag(VIEW_TV, SORT_LOCK), 0); }), lines{});
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ using namespace test_support;
 class Sweep : public removal_test {
  protected:
   // Whether an entry survives a sweep of the USER view.
-  static bool survives(const entry_key &key) {
+  static bool survives(const channel_key &key) {
     init_vindex(VIEW_USER);
     append_entry(VIEW_USER, entry_with(key));
     remove_invalid_virtual_channel();

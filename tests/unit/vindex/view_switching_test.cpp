@@ -8,26 +8,13 @@
 #include <utility>
 #include <vector>
 
-#include "support/log_capture.h"
-#include "support/store_builder.h"
-#include "support/view_cases.h"
+#include "switching_test.h"
 
 namespace {
 
 using namespace test_support;
 
-class ViewSwitching : public store_test {
- protected:
-  // Settings that no switch writes, so that every write shows.
-  void SetUp() override {
-    store_test::SetUp();
-    list.use_group_list = 3;
-    list.ch_type = 77;
-    list.net_index = 9;
-    list.service_type = 8;
-    list.sub_group_id = 42;
-  }
-};
+class ViewSwitching : public switching_test {};
 
 const std::string banner = "+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=+=\n";
 
@@ -36,11 +23,6 @@ lines switch_trace(int service_type, const std::string &name) {
           "ChannelAPI change_vindex_type:# \t USE LIST CHANGE CHANNEL LIST : " + std::to_string(service_type) +
               "  type('" + name + "') \n",
           banner};
-}
-
-std::string visit(int favourite_id, int service_id) {
-  return "WARNING: change_vindex_type:# channel_list.vch[i]->favorite_id : " + std::to_string(favourite_id) +
-         ", channel_list.vch[i]->service_id : " + std::to_string(service_id) + "\n";
 }
 
 struct refused_view {
