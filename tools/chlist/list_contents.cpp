@@ -6,6 +6,7 @@
 
 #include <unordered_set>
 
+#include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
 
 namespace chlist {

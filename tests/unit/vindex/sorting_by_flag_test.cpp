@@ -193,7 +193,7 @@ TEST_F(SortingByFlag, ACountOutsideTheSourceIsReadAsTheNearestInside) {
   std::vector<std::uint8_t> flags(40, locked);
   flags[38] = flags[39] = 0;
   fill_flags(10, flags);
-  fill_flags(11, {0});
+  fill_unfiled(11, 1);
   std::vector<int> expected = {39, 40};
   for (int id = 1; id <= 38; ++id) {
     expected.push_back(id);

@@ -11,6 +11,7 @@
 #include "channel/persist/record_reader.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 
 namespace chlist {
 namespace {

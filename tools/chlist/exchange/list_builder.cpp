@@ -10,6 +10,7 @@
 #include <memory>
 #include <utility>
 
+#include "channel/store/memory.h"
 #include "chlist/list_contents.h"
 
 namespace chlist {

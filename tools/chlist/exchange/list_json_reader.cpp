@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 #include "chlist/exchange/list_json_records.h"
 #include "chlist/files/record_image.h"
 
