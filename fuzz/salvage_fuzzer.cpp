@@ -1,18 +1,22 @@
 // Checking and salvaging any bytes: the input is the file, or a file that is damaged as the input says. What is
-// salvaged can be saved and loaded, and has nothing that a check calls an error.
+// salvaged is saved, is in frame, and holds what was reported when it is loaded.
 #include <base/verbosity.h>
 #include <channel/channel.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <stdexcept>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "chlist/check/findings.h"
 #include "chlist/salvage/salvaging.h"
 #include "harness.h"
+#include "memory_files.h"
 #include "support/channel_file.h"
 
 namespace {
@@ -68,9 +72,12 @@ class damage {
 
   void step() {
     enum { cut_end, cut_out, insert, overwrite };
-    const std::size_t kind = number(1) % 4;
+    constexpr std::size_t long_ones = 4;
+    const std::size_t chosen = number(1);
+    const std::size_t kind = chosen % 4;
     const std::size_t at = place();
-    const std::size_t size = std::min(number(1) + 1, file_.size() - at);
+    const std::size_t unit = (chosen & long_ones) != 0 ? 1024 : 1;
+    const std::size_t size = std::min((number(1) + 1) * unit, file_.size() - at);
     const auto begin = file_.begin() + static_cast<std::ptrdiff_t>(at);
     if (kind == cut_end) {
       file_.erase(begin, file_.end());
@@ -90,17 +97,67 @@ class damage {
   bytes file_;
 };
 
+bool concerns_frame(const chlist::finding &found) {
+  constexpr std::string_view kinds[] = {"short-file",      "missing-record",  "bytes-behind-end",
+                                        "unknown-version", "earlier-version", "count-outside-array"};
+  return std::ranges::find(kinds, found.kind) != std::end(kinds);
+}
+
+// As many as were reported: those of a list without any service.
+void require_frame(const std::string &file, const chlist::salvage_outcome &outcome) {
+  const chlist::file_findings result = chlist::findings_in(std::as_bytes(std::span(file)));
+  const auto unresolved =
+      std::ranges::count(result.findings, std::string_view("unresolved-entry"), &chlist::finding::kind);
+  fuzz::require(std::ranges::none_of(result.findings, concerns_frame), "what was salvaged is in frame");
+  fuzz::require(static_cast<std::size_t>(unresolved) == outcome.list.entries_without_service,
+                "entries without a service are those that were reported");
+  fuzz::require(result.networks == outcome.recovered.networks &&
+                    result.transponders == outcome.recovered.transponders &&
+                    result.services == outcome.recovered.services,
+                "the file has the records that were reported");
+}
+
+std::vector<std::size_t> sizes_of_views() {
+  std::vector<std::size_t> sizes;
+  for (const chlist::list_view &view : chlist::views_of(*get_channel_list())) {
+    sizes.push_back(view.size());
+  }
+  return sizes;
+}
+
+void require_loads(const chlist::salvage_outcome &outcome, const std::vector<std::size_t> &sizes) {
+  fuzz::require(load_channel("salvaged.dat", 255) == CHANNEL_LIST_VERSION, "what was salvaged is loaded");
+  const chlist::hierarchy_counts counts = chlist::count_hierarchy(*get_channel_list());
+  fuzz::require(counts.services == outcome.recovered.services && counts.networks == outcome.recovered.networks,
+                "what is loaded is what was reported");
+  fuzz::require(sizes_of_views() == sizes, "the views are as long as they were");
+  fuzz::require_invariants(fuzz::of_any_file, "after loading what was salvaged");
+}
+
+// Salvaging opens files of the system; only what it made goes through the files in memory.
+void save_and_load(const chlist::salvage_outcome &outcome) {
+  fuzz::memory_files files;
+  set_target_dir("/");
+  const std::vector<std::size_t> sizes = sizes_of_views();
+  fuzz::require(save_channel("salvaged.dat") == 1, "what was salvaged is saved");
+  require_frame(files.at("/salvaged.dat"), outcome);
+  require_loads(outcome, sizes);
+}
+
 void check_and_salvage(const bytes &file) {
   static_cast<void>(chlist::findings_in(file));
   try {
     const chlist::salvage_outcome outcome = chlist::salvage_to_memory(file);
-    fuzz::require(outcome.recovered.services > 0, "a list that was salvaged has a service");
+    fuzz::require(outcome.recovered.services > 0 || outcome.list.is_of_a_list,
+                  "a list that was salvaged holds something");
     for (const chlist::byte_range &range : outcome.unexplained) {
       fuzz::require(range.offset + range.size <= file.size(), "what is lost was there");
     }
+    save_and_load(outcome);
   } catch (const std::runtime_error &) {
-    reset_channel_list();
+    fuzz::require(get_channel_list()->network_num == 0, "of what is refused nothing stays");
   }
+  reset_channel_list();
 }
 
 }  // namespace

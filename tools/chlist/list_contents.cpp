@@ -55,6 +55,10 @@ std::vector<list_view> views_of(const channel_list_st &list) {
   return views;
 }
 
+channel::view view_with(const list_view &named) {
+  return *std::ranges::find(channel::all_views(), named.slots.data(), &channel::view::entries);
+}
+
 std::vector<group_table> groups_of(const channel_list_st &list) {
   return {{"providers", list.provider_num},
           {"genres", list.genre_num},

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "channel/identity.h"
+#include "channel/store/view.h"
 
 namespace chlist {
 
@@ -36,6 +37,9 @@ struct list_view {
 
 // ALL, TV, radio, promotion, USER, and the favourite groups.
 std::vector<list_view> views_of(const channel_list_st &list);
+
+// The library's view of the same entries, for changes.
+channel::view view_with(const list_view &named);
 
 struct group_table {
   std::string_view name;  // "providers", "genres", "countries" or "favourite groups"

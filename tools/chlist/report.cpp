@@ -1,6 +1,7 @@
 // Texts and JSON of the tool's reports.
 #include "chlist/report.h"
 
+#include <channel/views.h>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -59,6 +60,15 @@ std::string harmless(std::string_view text) {
   return valid;
 }
 
+bool is_utf8(std::string_view text) {
+  try {
+    static_cast<void>(json(text).dump());
+    return true;
+  } catch (const json::type_error &) {
+    return false;
+  }
+}
+
 std::string counted(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
@@ -102,6 +112,16 @@ json json_of(const placed_entry &entry) {
   object["number"] = entry.number;
   append(object, entry.id);
   return object;
+}
+
+json json_of_views() {
+  json views = json::array();
+  for (const list_view &view : views_of(*get_channel_list())) {
+    json object = json_of(view.name);
+    object["entries"] = view.size();
+    views.push_back(object);
+  }
+  return views;
 }
 
 void print_json(const json &report) { fmt::print("{}\n", dumped(report, 2)); }

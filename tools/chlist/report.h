@@ -20,6 +20,8 @@ std::string shown(std::string_view text);
 // The same without quotes, for cells of tables; nothing is escaped, and controls become "?".
 std::string harmless(std::string_view text);
 
+bool is_utf8(std::string_view text);
+
 // "1 service", "2 services".
 std::string counted(std::size_t count, std::string_view what);
 
@@ -37,6 +39,9 @@ char polarisation_letter(const channel::identity &id);
 json json_of(const view_name &view);
 json json_of(const known_service &service);
 json json_of(const placed_entry &entry);
+
+// The views of the list in memory, with the number of entries in use.
+json json_of_views();
 
 template <class Record>
 json array_of(const std::vector<Record> &records, json (*json_of_one)(const Record &record)) {

@@ -42,9 +42,8 @@ std::string painted(std::string_view text, style look, std::FILE *stream) {
   return takes_colours(stream) ? fmt::format("\033[{}m{}\033[0m", code_of(look), text) : std::string(text);
 }
 
-progress::progress(std::string what, std::size_t total)
-    : what_(std::move(what)), total_(total), next_(clock::now() + silence), is_terminal_(::isatty(STDERR_FILENO) == 1) {
-}
+progress::progress(std::string what)
+    : what_(std::move(what)), next_(clock::now() + silence), is_terminal_(::isatty(STDERR_FILENO) == 1) {}
 
 progress::~progress() {
   if (is_shown_) {
@@ -52,13 +51,13 @@ progress::~progress() {
   }
 }
 
-void progress::reached(std::size_t done) {
-  if (!is_terminal_ || total_ == 0 || clock::now() < next_) {
+void progress::reached(std::size_t done, std::size_t total) {
+  if (!is_terminal_ || total == 0 || clock::now() < next_) {
     return;
   }
   next_ = clock::now() + interval;
   is_shown_ = true;
-  fmt::print(stderr, "\r\033[K{}: {} of {} ({} %)", what_, done, total_, done * 100 / total_);
+  fmt::print(stderr, "\r\033[K{}: {} of {} ({} %)", what_, done, total, done * 100 / total);
   static_cast<void>(std::fflush(stderr));
 }
 

@@ -18,18 +18,17 @@ std::string painted(std::string_view text, style look, std::FILE *stream = stdou
 // it told is gone again when it ends.
 class progress {
  public:
-  progress(std::string what, std::size_t total);
+  explicit progress(std::string what);
   ~progress();
   progress(const progress &) = delete;
   progress &operator=(const progress &) = delete;
 
-  void reached(std::size_t done);
+  void reached(std::size_t done, std::size_t total);
 
  private:
   using clock = std::chrono::steady_clock;
 
   std::string what_;
-  std::size_t total_;
   clock::time_point next_;
   bool is_terminal_;
   bool is_shown_ = false;

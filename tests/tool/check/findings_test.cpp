@@ -250,6 +250,21 @@ TEST_F(CheckSettings, TheCurrentViewExistsAndIsNotEmpty) {
   EXPECT_EQ(found_in(sound_file().set(vch_type_at, 2, VIEW_TV)), findings{});
 }
 
+// A load hands the code on in eight bits.
+TEST_F(CheckSettings, TheCurrentViewIsTheOneThatALoadTakes) {
+  EXPECT_EQ(
+      found_in(sound_file().set(vch_type_at, 2, 256 + VIEW_TV)),
+      (findings{{vch_type_at, severity::note, "wide-view-code", "the current view has the code 257, wider than a byte",
+                 "a load takes its low byte and makes the view of code 1 current"}}));
+  EXPECT_EQ(found_in(sound_file().set(vch_type_at, 2, 256 + VIEW_RADIO)),
+            (findings{{vch_type_at, severity::warning, "empty-current-view", "the current view, code 2, is empty",
+                       "a load makes the ALL view current"}}));
+  EXPECT_EQ(found_in(sound_file().set(vch_type_at, 2, 256 + 30)),
+            (findings{{vch_type_at, severity::warning, "unknown-view",
+                       "the current view has the code 286, which is none in a file",
+                       "a load keeps its low byte, 30, and shows the entries of ALL"}}));
+}
+
 TEST_F(CheckSettings, AnEmptyAllViewWithServicesIsAnError) {
   const findings found = found_of_kind(sound_file().set(view_place(VIEW_ALL).count, 2, 0), "empty-list");
 
@@ -328,6 +343,15 @@ TEST_F(CheckEntries, AServiceInNoViewIsFound) {
                        "nobody can select it; it stays in the file until a channel search does not find it"}}));
 }
 
+TEST_F(CheckEntries, AServiceInFavouritesThatNoGroupCountsIsInNoView) {
+  const service_data third = {.service_id = 3, .name = "Hidden"};
+  channel_file file = sound_file();
+  file.service(third).entry(VIEW_FAVOURITE + 1, third, 3, 0);
+
+  EXPECT_EQ(found_of_kind(file, "service-in-no-view").size(), 1U);
+  EXPECT_EQ(found_in(file.group(GROUP_FAV, 1, "More")), findings{});
+}
+
 TEST_F(CheckHierarchy, TheSameNetworkTwiceIsFound) {
   channel_file file = sound_file();
   const std::size_t at = file.data.size();
@@ -353,6 +377,59 @@ TEST_F(CheckHierarchy, TranspondersWithinTheToleranceAreFound) {
   EXPECT_EQ(near(0, 0).size(), 1U);
   EXPECT_EQ(near(2500, 0), findings{});
   EXPECT_EQ(near(0, 1), findings{});
+}
+
+// The one at 11,001,000 lies between two of which the second in the list is hidden by the first.
+TEST_F(CheckHierarchy, TranspondersWithinTheToleranceAreFoundAcrossOthers) {
+  channel_file file = sound_file();
+  const std::size_t second = file.data.size();
+  file.transponder(101, 11'002'000, 0).transponder(102, 11'001'000, 0).transponder(103, 11'004'000, 0);
+  const std::size_t third = second + test_support::transponder_size;
+  const std::size_t fourth = third + test_support::transponder_size;
+
+  const findings found = found_of_kind(file, "near-transponders");
+
+  ASSERT_EQ(found.size(), 3U);
+  EXPECT_EQ(found[0].offset, second);
+  EXPECT_EQ(found[0].what, "transponder ts 101, 11002000 H is within the tolerance of ts 100, 11000000 H at offset "
+                           "460448");
+  EXPECT_EQ(found[1].offset, third);
+  EXPECT_EQ(found[1].what, "transponder ts 102, 11001000 H is within the tolerance of ts 100, 11000000 H at offset "
+                           "460448");
+  EXPECT_EQ(found[2].offset, fourth);
+  EXPECT_EQ(found[2].what, "transponder ts 103, 11004000 H is within the tolerance of ts 101, 11002000 H at offset " +
+                               std::to_string(second));
+}
+
+TEST_F(CheckHierarchy, ServicesBehindAnEarlierTransponderAreShadowed) {
+  const service_data third = {.ts_id = 101, .frequency = 11'002'000, .service_id = 3, .name = "Hidden"};
+  channel_file file = sound_file();
+  file.service(third).entry(VIEW_ALL, third, 3);
+  const finding expected = {second_service + test_support::service_size + test_support::transponder_size,
+                            severity::error, "shadowed-service",
+                            "service \"Hidden\" (net 1, network 1, ts 101, 11002000 H, service 3) stands below a "
+                            "transponder or network that an earlier one hides",
+                            "searches end at the earlier one: none finds it, and a channel search adds it a second "
+                            "time"};
+
+  EXPECT_EQ(found_of_kind(file, "shadowed-service"), findings{expected});
+  EXPECT_EQ(found_of_kind(file, "misplaced-service"), findings{});
+}
+
+TEST_F(CheckHierarchy, ServicesOfANetworkThatIsThereTwiceAreShadowed) {
+  const service_data third = {.service_id = 3, .name = "Hidden"};
+  channel_file file = sound_file();
+  file.network(1, 1, "Again").service(third);
+
+  EXPECT_EQ(found_of_kind(file, "shadowed-service").size(), 1U);
+  EXPECT_EQ(found_of_kind(file, "misplaced-service"), findings{});
+}
+
+TEST_F(CheckHierarchy, AServiceBelowAnotherNetworkIsMisplaced) {
+  channel_file file = sound_file();
+  file.set(first_network + 10, 2, 9);
+
+  EXPECT_EQ(found_of_kind(file, "misplaced-service").size(), 2U);
 }
 
 TEST_F(CheckHierarchy, AServiceBelowAnotherTransponderIsMisplaced) {

@@ -11,6 +11,7 @@
 
 #include "support/channel_file.h"
 #include "support/full_list.h"
+#include "support/resource_limits.h"
 #include "tool/program.h"
 
 namespace {
@@ -35,6 +36,15 @@ const service_data films = {.service_id = 2, .name = "Films"};
 const service_data music = {.service_id = 5, .service_type = SERVICE_TYPE_RADIO, .name = "Music"};
 
 constexpr std::size_t third_service = 461'408;
+
+bytes noise_of(std::size_t size) {
+  std::mt19937_64 random(9);
+  bytes noise(size, '\0');
+  for (std::size_t i = 0; i + 8 <= noise.size(); i += 8) {
+    test_support::put(noise, i, 8, random());
+  }
+  return noise;
+}
 
 class SalvageTool : public test_support::file_test {
  protected:
@@ -96,7 +106,7 @@ TEST_F(SalvageTool, WhatIsLostIsShownWithItsPlaces) {
       (std::vector<std::string>{
           path("out.dat") + ": 2 services on 1 transponder in 1 network, from 461508 bytes of version 10",
           "  entries: ALL                                 2", "  entries: favourites 0 \"Best\"                 1",
-          "Transponders count 1 service more than they have", "Lost entries, their services did not come back:",
+          "Counts claim 1 service more than came back", "Lost entries, their services did not come back:",
           "  the ALL view, position 2: number 103 (net 1, network 1, ts 100, 11000000 H, service 5)",
           "  the favourites 0 \"Best\" view, position 0: number 103 (net 1, network 1, ts 100, 11000000 H, service "
           "5)",
@@ -112,11 +122,97 @@ TEST_F(SalvageTool, JsonTellsTheSame) {
   EXPECT_EQ(report["version"], 10);
   EXPECT_EQ(report["recovered"]["services"], 2);
   EXPECT_EQ(report["recovered"]["views"][0], (json{{"view", "ALL"}, {"entries", 2}}));
-  EXPECT_EQ(report["lost"]["services_counted_but_missing"], 1);
+  EXPECT_EQ(report["lost"]["counted_but_missing"], (json{{"networks", 0}, {"transponders", 0}, {"services", 1}}));
+  EXPECT_EQ(report["conversion"], json());
   EXPECT_EQ(report["lost"]["bytes_of_no_record"], (json{{{"offset", 461'408}, {"size", 100}}}));
   ASSERT_EQ(report["lost"]["entries"].size(), 2U);
   EXPECT_EQ(report["lost"]["entries"][0]["service_id"], 5);
   EXPECT_EQ(report["lost"]["entries"][0]["number"], 103);
+}
+
+TEST_F(SalvageTool, WhatAConversionFoundIsShown) {
+  channel_file file = whole_file();
+  file.service(news).set(0, 2, 9).set(2, 1, 5);
+
+  const program_result result = salvage(file.data);
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_TRUE(has_line(result.out, "The conversion dropped services:"));
+  EXPECT_TRUE(
+      has_line(result.out, "  dropped, occurs twice: \"News\" (net 1, network 1, ts 100, 11000000 H, service 1)"));
+  EXPECT_TRUE(has_line(result.out, "Not carried:"));
+  EXPECT_TRUE(has_line(result.out, "  duplicate services                                   1"));
+  EXPECT_EQ(json::parse(salvage(file.data, {"--json"}).out)["conversion"]["findings"]["duplicate_services"].size(), 1U);
+}
+
+TEST_F(SalvageTool, WhatTheListsRecordLostIsShown) {
+  bytes cut = whole_file().data;
+  cut.erase(80'112, 300'000);
+
+  const program_result result = salvage(cut);
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(lines_of(result.out),
+            (std::vector<std::string>{
+                path("out.dat") + ": 3 services on 1 transponder in 1 network, from 161720 bytes of version 10",
+                "  entries: ALL                                 3", "  entries: TV                                  2",
+                "  entries: radio                               1", "The list's own record lacks its last 300000 bytes",
+                "No view had an entry left: all services are numbered anew"}));
+}
+
+TEST_F(SalvageTool, WithoutServicesItIsToldThatEntriesAloneAreLeft) {
+  const program_result result = salvage(whole_file().data.substr(0, 339'364));
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(
+      lines_of(result.out),
+      (std::vector<std::string>{
+          path("out.dat") + ": 0 services on 0 transponders in 0 networks, from 339364 bytes of version 10",
+          "  entries: ALL                                 3", "  entries: favourites 0 \"Best\"                 2",
+          "The list's own record lacks its last 120668 bytes",
+          "No service is left: 5 entries are kept, without anything to tune to"}));
+  EXPECT_EQ(load_named("out.dat"), 10);
+  EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102, 103}));
+}
+
+// Every fourth place of the file holds the identity of an entry, and scores.
+TEST_F(SalvageTool, PeriodicNoiseTakesMemoryInProportionToTheFile) {
+  if (!test_support::no_memory_of::is_possible()) {
+    GTEST_SKIP() << "memory cannot be limited here";
+  }
+  channel_file file;
+  const std::uint8_t pattern[] = {0x11, 0x22, 0x33, 0x44};
+  for (std::size_t i = 0; i < 4; ++i) {
+    const auto at = [&](std::size_t place) { return static_cast<std::uint32_t>(pattern[(i + place) % 4]); };
+    service_data data;
+    data.net_index = data.polarisation = static_cast<std::uint8_t>(at(0));
+    data.frequency = at(0) | at(1) << 8U | at(2) << 16U | at(3) << 24U;
+    data.network_id = static_cast<std::uint16_t>(at(0) | at(1) << 8U);
+    data.ts_id = data.service_id = static_cast<std::uint16_t>(at(2) | at(3) << 8U);
+    file.entry(VIEW_ALL, data, static_cast<int>(i) + 1);
+  }
+  while (file.data.size() < 10'000'000) {
+    file.data.append(reinterpret_cast<const char *>(pattern), sizeof pattern);
+  }
+  write_file(path("damaged.dat"), file.data);
+
+  const program_result result = run_program({"/bin/sh", "-c", "ulimit -v 120000 && exec \"$@\"", "sh", CHLIST_PROGRAM,
+                                             "salvage", path("damaged.dat"), "-o", path("out.dat"), "--json"});
+
+  ASSERT_EQ(result.exit_code, 1) << result.err;
+  EXPECT_GT(json::parse(result.out)["recovered"]["services"], 30'000);
+}
+
+TEST_F(SalvageTool, ATerminalIsToldHowFarALongSearchHasCome) {
+  const bytes block = noise_of(1'000'000);
+  bytes noise;
+  for (int i = 0; i < 100; ++i) {
+    noise += block;
+  }
+  write_file(path("damaged.dat"), noise);
+  tool_test::terminal terminal({CHLIST_PROGRAM, "salvage", path("damaged.dat"), "-o", path("out.dat")});
+
+  EXPECT_NE(terminal.wait_for(" of 400000000 (").find("Bytes searched: "), std::string::npos);
 }
 
 TEST_F(SalvageTool, AFileWithoutServicesIsRefusedAndTheOutputStays) {
@@ -126,7 +222,8 @@ TEST_F(SalvageTool, AFileWithoutServicesIsRefusedAndTheOutputStays) {
 
   EXPECT_EQ(result.exit_code, 2);
   EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err, "chlist: " + path("damaged.dat") + ": no service is left in it: there is nothing to recover\n");
+  EXPECT_EQ(result.err, "chlist: " + path("damaged.dat") +
+                            ": nothing of a channel list is left in it: there is nothing to recover\n");
   EXPECT_EQ(read_file(path("out.dat")), "as it was");
 }
 
@@ -179,11 +276,7 @@ TEST_F(SalvageTool, AFullListWithATearInItComesBackWhole) {
 }
 
 TEST_F(SalvageTool, NoiseOfTenMegabytesTakesSeconds) {
-  std::mt19937_64 random(9);
-  bytes noise(10'000'000, '\0');
-  for (std::size_t i = 0; i + 8 <= noise.size(); i += 8) {
-    test_support::put(noise, i, 8, random());
-  }
+  const bytes noise = noise_of(10'000'000);
   const auto begin = std::chrono::steady_clock::now();
 
   const program_result result = salvage(noise);

@@ -90,16 +90,21 @@ void check_position_keys(const checked_view &checked) {
 
 using service_set = std::unordered_set<const channel_st *>;
 
+// No menu shows favourite groups beyond those that are counted.
+bool is_shown(const checked_view &checked) {
+  return !checked.view.name.is_favourites() || checked.view.name.group < checked.framed.list().favorite_group_num;
+}
+
 void check_links(const checked_view &checked, channel::service_index &index, service_set &listed) {
   const auto entries = checked.view.entries();
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    if (const channel_st *service = index.resolve(entries[i]); service != nullptr) {
-      listed.insert(service);
-    } else {
+    if (const channel_st *service = index.resolve(entries[i]); service == nullptr) {
       checked.add(i, severity::error, "unresolved-entry",
                   fmt::format("{} resolves to no service", checked.describe_entry(i)),
                   "a load keeps it without a service, with an ERROR line: it shows up without a name and cannot be "
                   "tuned to");
+    } else if (is_shown(checked)) {
+      listed.insert(service);
     }
   }
 }

@@ -43,18 +43,33 @@ std::string describe_transponder(const tp_ch_st &transponder) {
 
 using framed_transponders = std::vector<const framed_record<tp_ch_st> *>;
 
-// Of one network and polarisation, by frequency.
-void check_neighbours(framed_transponders &transponders, finding_list &findings) {
+void add_near(const framed_record<tp_ch_st> &hidden, const framed_record<tp_ch_st> &first, finding_list &findings) {
+  findings.push_back(
+      {hidden.offset, severity::warning, "near-transponders",
+       fmt::format("transponder {} is within the tolerance of {} at offset {}", describe_transponder(*hidden.record),
+                   describe_transponder(*first.record), first.offset),
+       "searches take the first one for both: services of this one are not found there"});
+}
+
+// Of one network and polarisation. A search takes the first transponder of the list within the tolerance, whichever
+// lie between the two: each is held against the first of all that are near it.
+void check_near_ones(framed_transponders &transponders, finding_list &findings) {
   std::ranges::stable_sort(transponders, {}, [](const auto *each) { return each->record->frequency; });
-  for (std::size_t i = 1; i < transponders.size(); ++i) {
-    const auto [first, second] = std::minmax(transponders[i - 1], transponders[i],
-                                             [](const auto *a, const auto *b) { return a->offset < b->offset; });
-    if (channel::same_frequency(first->record->frequency, second->record->frequency)) {
-      findings.push_back(
-          {second->offset, severity::warning, "near-transponders",
-           fmt::format("transponder {} is within the tolerance of {} at offset {}",
-                       describe_transponder(*second->record), describe_transponder(*first->record), first->offset),
-           "searches take the first one for both: services of this one are not found there"});
+  const auto are_near = [](const auto *a, const auto *b) {
+    return channel::same_frequency(a->record->frequency, b->record->frequency);
+  };
+  std::map<std::size_t, const framed_record<tp_ch_st> *> near;  // by offset
+  auto lowest = transponders.begin();
+  auto next = transponders.begin();
+  for (const auto *each : transponders) {
+    for (; next != transponders.end() && are_near(*next, each); ++next) {
+      near.emplace((*next)->offset, *next);
+    }
+    for (; !are_near(*lowest, each); ++lowest) {
+      near.erase((*lowest)->offset);
+    }
+    if (const auto *first = near.begin()->second; first != each) {
+      add_near(*each, *first, findings);
     }
   }
 }
@@ -67,7 +82,30 @@ void check_transponders(const framed_list &framed, finding_list &findings) {
     }
   }
   for (auto &[which, transponders] : alike) {
-    check_neighbours(transponders, findings);
+    check_near_ones(transponders, findings);
+  }
+}
+
+// A service below a transponder that is not the one of its identity; searches look elsewhere for it.
+bool is_misplaced(const framed_list &framed, const framed_record<channel_st> &service) {
+  const channel::identity id = channel::identity_of(*service.record);
+  const framed_record<tp_ch_st> &transponder = framed.transponders()[service.parent];
+  const network_ch_st &network = *framed.networks()[transponder.parent].record;
+  return !channel::is_network(network, id.net_index, id.network_id) ||
+         !channel::is_transponder(*transponder.record, id.ts_id, id.frequency, id.polarisation);
+}
+
+void add_unfound(const framed_list &framed, const framed_record<channel_st> &service, finding_list &findings) {
+  const std::string who = describe(known_as(*service.record));
+  if (is_misplaced(framed, service)) {
+    findings.push_back({service.offset, severity::error, "misplaced-service",
+                        fmt::format("service {} does not stand below a transponder of its identity", who),
+                        "no search finds it by that identity, and a channel search adds it a second time; when many "
+                        "services are concerned, the file is out of frame"});
+  } else {
+    findings.push_back({service.offset, severity::error, "shadowed-service",
+                        fmt::format("service {} stands below a transponder or network that an earlier one hides", who),
+                        "searches end at the earlier one: none finds it, and a channel search adds it a second time"});
   }
 }
 
@@ -79,15 +117,12 @@ void check_identities(const framed_list &framed, finding_list &findings) {
   channel::service_index index;
   for (const framed_record<channel_st> &service : framed.services()) {
     const channel_st *found = index.resolve(channel::identity_of(*service.record));
-    const std::string who = describe(known_as(*service.record));
     if (found == nullptr) {
-      findings.push_back({service.offset, severity::error, "misplaced-service",
-                          fmt::format("service {} does not stand below a transponder of its identity", who),
-                          "no search finds it by that identity, and a channel search adds it a second time; when many "
-                          "services are concerned, the file is out of frame"});
+      add_unfound(framed, service, findings);
     } else if (found != service.record) {
       findings.push_back({service.offset, severity::warning, "hidden-service",
-                          fmt::format("service {} has the identity of the one at offset {}", who, offsets[found]),
+                          fmt::format("service {} has the identity of the one at offset {}",
+                                      describe(known_as(*service.record)), offsets[found]),
                           "every search stops at the first one: this one is never shown"});
     }
   }

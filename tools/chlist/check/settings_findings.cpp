@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <unordered_set>
@@ -43,15 +44,9 @@ void check_count(finding_list &findings, std::size_t offset, const std::string &
 }
 
 void check_view_counts(const framed_list &framed, finding_list &findings) {
-  const std::vector<list_view> views = views_of(framed.list());
-  for (int type = VIEW_ALL; type <= VIEW_FAVOURITE_LAST; ++type) {
-    const channel::view view = channel::find_view(type);
-    if (!view || type == VIEW_WORK) {
-      continue;
-    }
-    const auto named = std::ranges::find(views, view.entries, [](const list_view &each) { return each.slots.data(); });
-    check_count(findings, framed.offset_of(view.count), fmt::format("the {} view", label_of(named->name)), *view.count,
-                static_cast<std::size_t>(view.capacity));
+  for (const list_view &named : views_of(framed.list())) {
+    check_count(findings, framed.offset_of(view_with(named).count), fmt::format("the {} view", label_of(named.name)),
+                named.count, named.slots.size());
   }
 }
 
@@ -87,21 +82,29 @@ void check_uncounted_groups(const framed_list &framed, finding_list &findings) {
   }
 }
 
+// A load takes the low byte of the code.
 void check_current_view(const framed_list &framed, finding_list &findings) {
   const channel_list_st &list = framed.list();
-  const channel::view current = list.vch_type == VIEW_WORK ? channel::view{} : channel::find_view(list.vch_type);
+  const auto taken = static_cast<std::int8_t>(list.vch_type);
+  const bool is_wide = taken != list.vch_type;
+  const channel::view current = taken == VIEW_WORK ? channel::view{} : channel::find_view(taken);
   const std::size_t offset = framed.offset_of(&list.vch_type);
   if (!current) {
     findings.push_back({offset, severity::warning, "unknown-view",
                         fmt::format("the current view has the code {}, which is none in a file", list.vch_type),
-                        "a load keeps the code and shows the entries of ALL"});
-  } else if (current.size() == 0 && list.vch_type == VIEW_ALL) {
+                        fmt::format("a load keeps {} and shows the entries of ALL",
+                                    is_wide ? fmt::format("its low byte, {},", taken) : "the code")});
+  } else if (current.size() == 0 && taken == VIEW_ALL) {
     findings.push_back({offset, framed.services().empty() ? severity::note : severity::error, "empty-list",
                         "the ALL view is empty", "the receiver shows no service"});
   } else if (current.size() == 0) {
     findings.push_back({offset, severity::warning, "empty-current-view",
-                        fmt::format("the current view, code {}, is empty", list.vch_type),
+                        fmt::format("the current view, code {}, is empty", taken),
                         "a load makes the ALL view current"});
+  } else if (is_wide) {
+    findings.push_back({offset, severity::note, "wide-view-code",
+                        fmt::format("the current view has the code {}, wider than a byte", list.vch_type),
+                        fmt::format("a load takes its low byte and makes the view of code {} current", taken)});
   }
 }
 

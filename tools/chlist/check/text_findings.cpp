@@ -29,14 +29,6 @@ struct name_field {
   }
 };
 
-bool is_utf8(std::string_view text) {
-  if (std::ranges::all_of(text, [](char c) { return static_cast<signed char>(c) >= 0; })) {
-    return true;
-  }
-  const std::string valid = json(text).dump(-1, ' ', false, json::error_handler_t::ignore);
-  return json::parse(valid).get<std::string>() == text;
-}
-
 constexpr char first_printable = 0x20;
 constexpr char utf8_table = 0x15;
 

@@ -1,6 +1,7 @@
 // Turns a channel file of an earlier version into the list in memory, and holds the two against each other.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,9 @@ struct conversion {
   std::vector<placed_entry> unresolved;
   std::vector<cut_array> cut;
 
+  [[nodiscard]] bool has_losses() const {
+    return std::ranges::any_of(losses, [](const loss &lost) { return lost.count > 0; });
+  }
   [[nodiscard]] bool has_findings() const { return !duplicates.empty() || !unresolved.empty() || !cut.empty(); }
 };
 

@@ -28,15 +28,6 @@ bool is_zero(const_record_bytes bytes) {
   return std::ranges::all_of(bytes, [](std::byte byte) { return byte == std::byte{0}; });
 }
 
-bool is_utf8(std::string_view text) {
-  try {
-    static_cast<void>(json(text).dump());
-    return true;
-  } catch (const json::type_error &) {
-    return false;
-  }
-}
-
 json json_of_text(std::string_view text) {
   if (is_utf8(text)) {
     return text;

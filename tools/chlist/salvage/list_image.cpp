@@ -1,5 +1,5 @@
 // Bytes that were inserted or cut out move everything behind them. Entries that name services which are there tell
-// where that begins.
+// where that begins, and the record ends behind the last of them at the earliest.
 #include "chlist/salvage/list_image.h"
 
 #include <channel/store.h>
@@ -10,77 +10,13 @@
 
 #include "channel/persist/image.h"
 #include "channel/store/channel_list.h"
-#include "channel/store/group_table.h"
-#include "channel/store/view.h"
+#include "chlist/salvage/list_arrays.h"
 #include "chlist/salvage/record_bytes.h"
 
 namespace chlist {
 namespace {
 
 namespace persist = channel::persist;
-
-struct array_place {
-  bool is_view;
-  std::size_t first;
-  std::size_t stride;
-  std::size_t capacity;
-  std::size_t count;
-};
-
-array_place place_of(const channel::view &view) {
-  const channel_list_st &list = channel::channel_list;
-  return {true, place_in_image(list, view.entries), persist::entry_image_size, static_cast<std::size_t>(view.capacity),
-          place_in_image(list, view.count)};
-}
-
-array_place place_of(const channel::group_table &table) {
-  const channel_list_st &list = channel::channel_list;
-  return {false, place_in_image(list, table.groups), sizeof(group_st), static_cast<std::size_t>(table.capacity),
-          place_in_image(list, table.count)};
-}
-
-// In the record's order.
-std::vector<array_place> arrays_of_list() {
-  std::vector<array_place> arrays;
-  for (int code = VIEW_ALL; code <= VIEW_FAVOURITE_LAST; ++code) {
-    if (const channel::view view = channel::find_view(code); view && code != VIEW_WORK) {
-      arrays.push_back(place_of(view));
-    }
-  }
-  for (const channel::group_table &table :
-       {channel::provider_table(), channel::genre_table(), channel::country_table(), channel::favourite_table()}) {
-    arrays.push_back(place_of(table));
-  }
-  std::ranges::sort(arrays, {}, &array_place::first);
-  return arrays;
-}
-
-virtual_channel_st entry_at(byte_span bytes, std::size_t at) {
-  virtual_channel_st entry = {};
-  std::memcpy(&entry, bytes.data() + at, persist::entry_bytes);
-  return entry;
-}
-
-std::size_t count_in(byte_span list, const array_place &array) {
-  const auto count = value_at<std::int16_t>(list, array.count);
-  return static_cast<std::size_t>(std::clamp<int>(count, 0, static_cast<int>(array.capacity)));
-}
-
-template <class Action>
-void for_each_slot(byte_span list, bool only_counted, const Action &action) {
-  for (const array_place &array : arrays_of_list()) {
-    const std::size_t slots = only_counted && array.is_view ? count_in(list, array) : array.capacity;
-    for (std::size_t i = 0; array.is_view && i < slots; ++i) {
-      action(entry_at(list, array.first + i * array.stride));
-    }
-  }
-}
-
-bool is_named_group(byte_span bytes, std::size_t at) {
-  const auto group = value_at<group_st>(bytes, at);
-  const std::size_t length = strnlen(group.name, sizeof group.name);
-  return length > 0 && group.name_len == static_cast<std::int16_t>(length);
-}
 
 // A piece of the record that shows whether it is where it should be: an entry or a group, or the count of an array,
 // which ends where its entries end.
@@ -103,16 +39,10 @@ std::vector<piece> pieces_of(const std::vector<array_place> &arrays) {
   return pieces;
 }
 
-// Where a place of the record stands in the file when it is shifted; nowhere is the end.
-std::size_t shifted_place(byte_span file, std::size_t at, std::ptrdiff_t shift) {
-  const auto place = static_cast<std::ptrdiff_t>(at) + shift;
-  return place < 0 ? file.size() : static_cast<std::size_t>(place);
-}
-
 class shifted_list {
  public:
-  shifted_list(byte_span file, std::size_t size, const witnesses &services)
-      : file_(file), size_(size), services_(services) {}
+  shifted_list(byte_span file, std::size_t size, const witnesses &services, const std::vector<record_run> &runs)
+      : file_(file), size_(size), services_(services), runs_(runs) {}
 
   // The place of the record where bytes were inserted or cut out, and how many pieces are right then.
   struct split {
@@ -145,15 +75,60 @@ class shifted_list {
     return best;
   }
 
-  [[nodiscard]] std::vector<std::byte> shifted(std::ptrdiff_t shift, std::size_t at) const {
+  // Where the last piece ends that is right, in the file; 0 when none is.
+  [[nodiscard]] std::size_t end_of_right(std::ptrdiff_t shift, std::size_t from) const {
+    std::size_t end = 0;
+    for (const piece &each : pieces_) {
+      if (const std::size_t at = place_of(each.at, shift, from);
+          at < file_.size() && weight_of(each, each.at < from ? 0 : shift) > 0) {
+        end = std::max(end, at + each.size);
+      }
+    }
+    return end;
+  }
+
+  // Pieces of which a part is missing are zeros. What the file has from its end on is of other records.
+  [[nodiscard]] std::vector<std::byte> bytes(std::ptrdiff_t shift, std::size_t from, std::size_t end) const {
     std::vector<std::byte> bytes(size_);
-    copy(bytes, 0, std::min(at, size_), 0);
-    copy(bytes, std::min(at + gap_of(shift), size_), size_, shift);
+    const auto is_there = [&](std::size_t at) { return place_of(at, shift, from) < end; };
+    for (std::size_t at = 0; at < size_; ++at) {
+      if (is_there(at)) {
+        bytes[at] = file_[place_of(at, shift, from)];
+      }
+    }
+    for (const piece &each : pieces_) {
+      if (is_there(each.at) != is_there(each.at + each.size - 1)) {
+        std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(each.at), each.size, std::byte{0});
+      }
+    }
     return bytes;
   }
 
+  [[nodiscard]] bool is_all_view_torn(std::ptrdiff_t shift, std::size_t from, std::size_t end) const {
+    constexpr std::size_t first = image_place<channel_list_st>(offsetof(channel_list_st, vch));
+    constexpr std::size_t count = image_place<channel_list_st>(offsetof(channel_list_st, vnumber));
+    return place_of(first, shift, from) >= end || place_of(count + 1, shift, from) >= end ||
+           (shift < 0 && from > first && from < count);
+  }
+
+  // What stands in front of all arrays, where nothing tells whether it is right.
+  [[nodiscard]] std::size_t settings_size() const { return pieces_.front().at; }
+
  private:
   static std::size_t gap_of(std::ptrdiff_t shift) { return shift < 0 ? static_cast<std::size_t>(-shift) : 0; }
+
+  // Where a place of the record stands in the file when it is shifted; nowhere is the end.
+  [[nodiscard]] std::size_t shifted_place(std::size_t at, std::ptrdiff_t shift) const {
+    const auto place = static_cast<std::ptrdiff_t>(at) + shift;
+    return place < 0 ? file_.size() : std::min(static_cast<std::size_t>(place), file_.size());
+  }
+
+  [[nodiscard]] std::size_t place_of(std::size_t at, std::ptrdiff_t shift, std::size_t from) const {
+    if (at < from) {
+      return std::min(at, file_.size());
+    }
+    return at < from + gap_of(shift) ? file_.size() : shifted_place(at, shift);
+  }
 
   // For each piece how many are right from it on.
   [[nodiscard]] std::vector<std::size_t> right_behind(std::ptrdiff_t shift) const {
@@ -170,21 +145,27 @@ class shifted_list {
   }
 
   [[nodiscard]] bool is_right(const piece &each, std::ptrdiff_t shift) const {
-    const std::size_t at = shifted_place(file_, each.at, shift);
-    if (!fits(file_, at, each.size)) {
+    const std::size_t at = shifted_place(each.at, shift);
+    if (!fits(file_, at, each.size) || is_of_records(at)) {
       return false;
     }
     return each.is_count ? is_right_count(*each.array, value_at<std::int16_t>(file_, at), shift)
                          : is_used(*each.array, at);
   }
 
+  // Services look like groups here and there.
+  [[nodiscard]] bool is_of_records(std::size_t at) const {
+    return std::ranges::any_of(runs_, [=](const record_run &run) { return at >= run.begin && at < run.end; });
+  }
+
   [[nodiscard]] bool is_used(const array_place &array, std::size_t at) const {
-    return array.is_view ? services_.list(channel::identity_of(entry_at(file_, at))) : is_named_group(file_, at);
+    return array.is_view ? services_.list(channel::identity_of(entry_at(file_, at)))
+                         : is_named_group(value_at<group_st>(file_, at));
   }
 
   [[nodiscard]] bool is_right_count(const array_place &array, int count, std::ptrdiff_t shift) const {
     const auto is_used_slot = [&](std::size_t slot) {
-      const std::size_t at = shifted_place(file_, array.first + slot * array.stride, shift);
+      const std::size_t at = shifted_place(array.first + slot * array.stride, shift);
       return fits(file_, at, array.stride) && is_used(array, at);
     };
     const auto used = static_cast<std::size_t>(std::max(count, 0));
@@ -192,22 +173,13 @@ class shifted_list {
            (used == array.capacity || !is_used_slot(used));
   }
 
-  void copy(std::vector<std::byte> &bytes, std::size_t begin, std::size_t end, std::ptrdiff_t shift) const {
-    for (std::size_t at = begin; at < end; ++at) {
-      if (const std::size_t place = shifted_place(file_, at, shift); place < file_.size()) {
-        bytes[at] = file_[place];
-      }
-    }
-  }
-
   byte_span file_;
   std::size_t size_;
   const witnesses &services_;
+  const std::vector<record_run> &runs_;
   std::vector<array_place> arrays_ = arrays_of_list();
   std::vector<piece> pieces_ = pieces_of(arrays_);
 };
-
-bool is_version(int version) { return version >= 7 && version <= CHANNEL_LIST_VERSION; }
 
 std::vector<std::byte> empty_list_image(std::size_t size) {
   reset_channel_list();
@@ -218,31 +190,54 @@ std::vector<std::byte> empty_list_image(std::size_t size) {
   return bytes;
 }
 
-}  // namespace
+struct placement {
+  std::ptrdiff_t shift = 0;
+  std::size_t split = 0;
+  std::size_t right = 0;
+};
 
-void for_each_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action) {
-  for_each_slot(list, false, action);
-}
-
-void for_each_counted_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action) {
-  for_each_slot(list, true, action);
-}
-
-list_image repair_list_image(byte_span file, const record_sizes &sizes, std::size_t first_record,
-                             const witnesses &services) {
-  const shifted_list list(file, sizes.list, services);
-  const auto shift = static_cast<std::ptrdiff_t>(first_record) - static_cast<std::ptrdiff_t>(sizes.list);
-  const std::size_t right = list.best_split(0).right;
-  list_image image;
-  if (shift != 0) {
-    if (const auto split = list.best_split(shift); split.right > right) {
-      image = {list.shifted(shift, split.at), shift, split.at, false};
+// As it stands, unless one of the starts makes more of it right.
+placement place_list(const shifted_list &list, std::size_t list_size, const std::vector<record_run> &runs) {
+  placement best = {0, list_size, list.best_split(0).right};
+  for (const record_run &run : runs) {
+    const auto shift = static_cast<std::ptrdiff_t>(run.network) - static_cast<std::ptrdiff_t>(list_size);
+    if (const auto split = shift != 0 ? list.best_split(shift) : shifted_list::split{}; split.right > best.right) {
+      best = {shift, split.at, split.right};
     }
   }
-  if (image.shift == 0) {
-    const bool has_version = is_version(value_at<std::int16_t>(file, 0));
-    image.is_lost = right == 0 && !has_version;
-    image.bytes = image.is_lost ? empty_list_image(sizes.list) : list.shifted(0, sizes.list);
+  return best;
+}
+
+std::size_t end_of_list(std::size_t end, std::size_t end_of_right, const std::vector<record_run> &runs) {
+  const auto first = std::ranges::find_if(runs, [=](const record_run &each) { return each.begin >= end_of_right; });
+  return first != runs.end() ? std::min(end, first->begin) : end;
+}
+
+}  // namespace
+
+bool is_known_version(int version) { return version >= 7 && version <= CHANNEL_LIST_VERSION; }
+
+int version_in(byte_span file) { return fits(file, 0, sizeof(std::int16_t)) ? value_at<std::int16_t>(file, 0) : 0; }
+
+list_image repair_list_image(byte_span file, const record_sizes &sizes, const std::vector<record_run> &runs,
+                             const witnesses &services) {
+  const shifted_list list(file, sizes.list, services, runs);
+  const placement best = place_list(list, sizes.list, runs);
+  const auto end = static_cast<std::size_t>(static_cast<std::ptrdiff_t>(sizes.list) + best.shift);
+  const bool has_version = is_known_version(version_in(file));
+  list_image image;
+  image.shift = best.shift;
+  image.shifted_from = best.shift != 0 ? best.split : 0;
+  image.end = end_of_list(std::min(end, file.size()), list.end_of_right(best.shift, best.split), runs);
+  image.missing = end - image.end;
+  image.is_all_view_torn = list.is_all_view_torn(best.shift, best.split, image.end);
+  image.is_lost = best.right == 0 && !has_version;
+  image.bytes = empty_list_image(sizes.list);
+  if (!image.is_lost) {
+    const std::vector<std::byte> bytes = list.bytes(best.shift, best.split, image.end);
+    const std::size_t kept = !has_version && best.shift != 0 && best.split <= list.settings_size() ? best.split : 0;
+    std::copy(bytes.begin() + static_cast<std::ptrdiff_t>(kept), bytes.end(),
+              image.bytes.begin() + static_cast<std::ptrdiff_t>(kept));
   }
   return image;
 }

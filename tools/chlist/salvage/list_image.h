@@ -2,10 +2,7 @@
 // have been inserted into it or cut out of it since.
 #pragma once
 
-#include <channel/records.h>
-
 #include <cstddef>
-#include <functional>
 #include <vector>
 
 #include "chlist/check/frame.h"
@@ -14,20 +11,30 @@
 namespace chlist {
 
 struct list_image {
-  std::vector<std::byte> bytes;  // as large as the record
-  std::ptrdiff_t shift = 0;      // how many bytes were inserted, or cut out when negative
-  std::size_t shifted_from = 0;  // from this place of the record on
-  bool is_lost = false;          // nothing of it is right: the bytes are those of an empty list
+  std::vector<std::byte> bytes;   // as large as the record; zero where nothing is left
+  std::ptrdiff_t shift = 0;       // how many bytes were inserted, or cut out when negative
+  std::size_t shifted_from = 0;   // from this place of the record on
+  std::size_t end = 0;            // in the file: the records begin there
+  std::size_t missing = 0;        // bytes of its end that are not there
+  bool is_all_view_torn = false;  // bytes of it are missing
+  bool is_lost = false;           // nothing of it is right: the bytes are those of an empty list
 };
 
-// Every entry of every view that is in use, or looks like it: by its place, whatever the counts say.
-void for_each_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action);
+// Records one behind the other, up to a gap; the first ones are those behind the list's own.
+struct record_run {
+  std::size_t begin = 0;    // the first record that is there
+  std::size_t end = 0;      // of the last service
+  std::size_t network = 0;  // where the first network stands, or would stand above it
+};
 
-// The same for those that the counts of the views hold.
-void for_each_counted_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action);
+bool is_known_version(int version);
 
-// services: those that were found. first_record: where the first network stands, or would stand.
-list_image repair_list_image(byte_span file, const record_sizes &sizes, std::size_t first_record,
+// What the first two bytes say; 0 when they are not there.
+int version_in(byte_span file);
+
+// services: those that were found. runs: by ascending place; the list ends in front of the one that makes most of it
+// right.
+list_image repair_list_image(byte_span file, const record_sizes &sizes, const std::vector<record_run> &runs,
                              const witnesses &services);
 
 }  // namespace chlist

@@ -57,6 +57,19 @@ inline channel::identity network_at(byte_span file, std::size_t at) {
   return id;
 }
 
+// What nothing confirms but its own count.
+inline bool is_empty_transponder(byte_span file, std::size_t at) {
+  return CHLIST_FIELD(file, at, tp_ch_st, rch_num) == 0 && CHLIST_FIELD(file, at, tp_ch_st, frequency) != 0;
+}
+
+inline bool has_name(byte_span file, std::size_t network) {
+  return value_at<char>(file, network + image_place<network_ch_st>(offsetof(network_ch_st, network_name))) != '\0';
+}
+
+inline bool is_empty_network(byte_span file, std::size_t at) {
+  return CHLIST_FIELD(file, at, network_ch_st, tp_num) == 0 && has_name(file, at);
+}
+
 inline bool same_network(const channel::identity &a, const channel::identity &b) {
   return a.net_index == b.net_index && a.network_id == b.network_id;
 }

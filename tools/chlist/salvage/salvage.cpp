@@ -4,15 +4,15 @@
 #include <channel/views.h>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "chlist/exit_codes.h"
-#include "chlist/files/distinct_files.h"
-#include "chlist/files/list_file.h"
+#include "chlist/convert/conversion_report.h"
+#include "chlist/new_list.h"
 #include "chlist/report.h"
 #include "chlist/salvage/salvaging.h"
 #include "chlist/terminal.h"
@@ -25,29 +25,24 @@ namespace fs = std::filesystem;
 constexpr const char *description = "Rebuild a channel list from a damaged file";
 
 constexpr const char *details =
-    "For files that end early, have bytes inserted or cut out, or stretches that were wiped or overwritten. Services\n"
-    "are found wherever they stand: each repeats what its transponder, its neighbours and the entries of the views\n"
-    "say. Views keep the numbers and favourites of all services that came back; entries of services that did not are\n"
-    "dropped. Counts are made right. Transponders and networks whose own records are lost are made anew from their\n"
-    "services. A damaged file of version 7, 8 or 9 is converted as `chlist convert` does. OUT is of version 10, and "
-    "is\n"
-    "replaced as a whole or not at all; it cannot be DAMAGED itself.\n"
+    "For files that end early, have bytes inserted or cut out, or stretches that were wiped or overwritten.\n"
+    "Services are found wherever they stand: each repeats what its transponder, its neighbours and the entries of\n"
+    "the views say. Views keep the numbers and favourites of all services that came back; entries of services\n"
+    "that did not are dropped. Where the ALL view is cut, services get their numbers from other views, or new\n"
+    "ones. Of a file that ends before the first service, groups and entries are kept. Counts are made right.\n"
+    "Transponders and networks whose own records are lost are made anew from their services. A damaged file of\n"
+    "version 7, 8 or 9 is converted as `chlist convert` does. OUT is of version 10, and is replaced as a whole or\n"
+    "not at all; it cannot be DAMAGED itself.\n"
     "\n"
     "Exit codes:\n"
     "  0  everything that DAMAGED held came back\n"
     "  1  something is lost, or in doubt; the report says what\n"
-    "  2  nothing was written: bad usage, DAMAGED cannot be read or holds no service, OUT cannot be written; or only\n"
-    "     the report could not be written\n"
+    "  2  nothing was written: bad usage, DAMAGED cannot be read or holds nothing of a list, OUT cannot be written;\n"
+    "     or only the report could not be written\n"
     "\n"
     "Examples:\n"
     "  chlist check channels.dat\n"
     "  chlist salvage channels.dat -o rescued.dat && chlist check rescued.dat";
-
-struct salvage_options {
-  fs::path damaged;
-  fs::path output;
-  bool as_json = false;
-};
 
 json json_of_service(const placed_service &service) {
   json object = {{"offset", service.offset}};
@@ -71,18 +66,24 @@ json json_of_made(const made_record &record) {
   return object;
 }
 
-json json_of_views() {
-  json views = json::array();
-  for (const list_view &view : views_of(*get_channel_list())) {
-    json object = json_of(view.name);
-    object["entries"] = view.size();
-    views.push_back(object);
-  }
-  return views;
+json json_of_forsaken(const forsaken_record &record) { return {{"kind", record.kind}, {"offset", record.offset}}; }
+
+json json_of_missing(const missing_records &missing) {
+  return {{"networks", missing.networks}, {"transponders", missing.transponders}, {"services", missing.services}};
 }
 
-json json_of_outcome(const salvage_options &options, const salvage_outcome &outcome) {
-  return {{"damaged", options.damaged.string()},
+json json_of_conversion(const std::optional<conversion> &converted) {
+  return converted ? json{{"not_carried", json_of_losses(*converted)}, {"findings", json_of_findings(*converted)}}
+                   : json();
+}
+
+constexpr std::string_view name_of(all_view all) {
+  constexpr std::string_view names[] = {"kept", "filled", "numbered anew"};
+  return names[static_cast<std::size_t>(all)];
+}
+
+json json_of_outcome(const new_list_options &options, const salvage_outcome &outcome) {
+  return {{"damaged", options.input.string()},
           {"size", outcome.size},
           {"version", outcome.version},
           {"output", options.output.string()},
@@ -93,15 +94,20 @@ json json_of_outcome(const salvage_options &options, const salvage_outcome &outc
             {"views", json_of_views()}}},
           {"corrected_counts", array_of(outcome.list.counts, json_of_count)},
           {"bytes_inserted_into_list", outcome.shift},
-          {"numbered_anew", outcome.list.is_numbered_anew},
+          {"bytes_missing_from_list", outcome.list_bytes_missing},
+          {"all_view", name_of(outcome.list.all)},
+          {"entries_without_service", outcome.list.entries_without_service},
+          {"favourite_groups_named_anew", outcome.list.named_groups},
+          {"conversion", json_of_conversion(outcome.converted)},
           {"lost",
            {{"settings", outcome.has_lost_settings},
             {"entries", array_of(outcome.list.lost_entries, json_of)},
-            {"services_counted_but_missing", outcome.missing_services},
-            {"contradicted_services", array_of(outcome.contradicted, json_of_service)},
-            {"records_without_services", outcome.forsaken},
+            {"blank_entries", outcome.list.blank_entries},
+            {"counted_but_missing", json_of_missing(outcome.missing)},
+            {"records_without_services", array_of(outcome.forsaken, json_of_forsaken)},
             {"bytes_of_no_record", array_of(outcome.unexplained, json_of_range)}}},
           {"doubtful_services", array_of(outcome.doubtful, json_of_service)},
+          {"contradicted_services", array_of(outcome.contradicted, json_of_service)},
           {"made_records", array_of(outcome.made, json_of_made)}};
 }
 
@@ -130,7 +136,7 @@ std::string text_of_made(const made_record &record) {
                                                 record.id.frequency, polarisation_letter(record.id));
 }
 
-void print_recovered(const salvage_options &options, const salvage_outcome &outcome) {
+void print_recovered(const new_list_options &options, const salvage_outcome &outcome) {
   fmt::print("{}: {} on {} in {}, from {} of version {}\n", options.output.string(),
              counted(outcome.recovered.services, "service"), counted(outcome.recovered.transponders, "transponder"),
              counted(outcome.recovered.networks, "network"), counted(outcome.size, "byte"), outcome.version);
@@ -141,81 +147,128 @@ void print_recovered(const salvage_options &options, const salvage_outcome &outc
   }
 }
 
-void print_notices(const salvage_outcome &outcome) {
+void print_list_record(const salvage_outcome &outcome) {
   if (outcome.shift != 0) {
     print_heading(fmt::format("The list's own record: {} {} near offset {}",
                               counted(static_cast<std::size_t>(std::abs(outcome.shift)), "byte"),
                               outcome.shift > 0 ? "inserted" : "cut out", outcome.shifted_from),
                   style::yellow);
   }
+  if (outcome.list_bytes_missing > 0) {
+    print_heading(fmt::format("The list's own record lacks its last {}", counted(outcome.list_bytes_missing, "byte")),
+                  style::yellow);
+  }
   if (outcome.has_lost_settings) {
     print_heading("Settings, groups and views are lost", style::red);
   }
-  if (outcome.list.is_numbered_anew) {
+}
+
+// "1 network, 2 services".
+std::string text_of_missing(const missing_records &missing) {
+  const std::pair<std::size_t, std::string_view> kinds[] = {
+      {missing.networks, "network"}, {missing.transponders, "transponder"}, {missing.services, "service"}};
+  std::vector<std::string> parts;
+  for (const auto &[count, kind] : kinds) {
+    if (count > 0) {
+      parts.push_back(counted(count, kind));
+    }
+  }
+  return fmt::format("{}", fmt::join(parts, ", "));
+}
+
+void print_notices(const salvage_outcome &outcome) {
+  print_list_record(outcome);
+  if (outcome.list.all == all_view::numbered_anew) {
     print_heading("No view had an entry left: all services are numbered anew", style::red);
   }
-  if (outcome.missing_services > 0) {
+  if (outcome.list.all == all_view::filled) {
+    print_heading("Entries of the ALL view are lost: services have the numbers of other views, or new ones",
+                  style::red);
+  }
+  if (outcome.list.named_groups > 0) {
     print_heading(
-        fmt::format("Transponders count {} more than they have", counted(outcome.missing_services, "service")),
+        fmt::format("Favourite groups with a new name, the old ones being lost: {}", outcome.list.named_groups),
         style::yellow);
+  }
+  if (outcome.list.entries_without_service > 0) {
+    print_heading(fmt::format("No service is left: {} kept, without anything to tune to",
+                              outcome.list.entries_without_service == 1
+                                  ? "1 entry is"
+                                  : fmt::format("{} entries are", outcome.list.entries_without_service)),
+                  style::red);
+  }
+  if (!outcome.missing.is_none()) {
+    print_heading(fmt::format("Counts claim {} more than came back", text_of_missing(outcome.missing)), style::yellow);
   }
 }
 
-void print_outcome(const salvage_options &options, const salvage_outcome &outcome) {
+std::string text_of_count(const corrected_count &count) {
+  return fmt::format("{}: {} -> {}", count.what, count.counted, count.present);
+}
+
+std::string text_of_forsaken(const forsaken_record &record) {
+  return fmt::format("{:>9}  {}", record.offset, record.kind);
+}
+
+std::string text_of_range(const byte_range &range) {
+  return fmt::format("{:>9}  {}", range.offset, counted(range.size, "byte"));
+}
+
+// Entries that resolve to no service are among the lost ones.
+void print_conversion(const conversion &converted) {
+  print_losses(converted);
+  print_list<known_service>(converted.duplicates, "The conversion dropped services:", text_of_duplicate);
+  print_list<cut_array>(converted.cut, "Counts outside their arrays:", text_of_cut);
+}
+
+void print_outcome(const new_list_options &options, const salvage_outcome &outcome) {
   print_recovered(options, outcome);
   print_notices(outcome);
-  print_list<corrected_count>(outcome.list.counts, "Counts that were corrected:", [](const corrected_count &count) {
-    return fmt::format("{}: {} -> {}", count.what, count.counted, count.present);
-  });
+  print_list<corrected_count>(outcome.list.counts, "Counts that were corrected:", text_of_count);
+  if (outcome.converted) {
+    print_conversion(*outcome.converted);
+  }
   print_list<made_record>(outcome.made, "Records made anew from their services:", text_of_made);
   print_list<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
   print_list<placed_service>(outcome.contradicted,
-                             "Left out, the views name other services in their places:", text_of_placed);
+                             "In doubt, the views name other services in their places:", text_of_placed);
   print_list<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",
                            [](const placed_entry &entry) { return describe(entry); });
-  print_list<std::size_t>(outcome.forsaken, "Lost transponders and networks, none of their services came back:",
-                          [](const std::size_t &offset) { return fmt::format("{:>9}", offset); });
-  print_list<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", [](const byte_range &range) {
-    return fmt::format("{:>9}  {}", range.offset, counted(range.size, "byte"));
-  });
-  if (!outcome.has_losses()) {
-    print_heading("Everything came back.", style::green);
+  if (outcome.list.blank_entries > 0) {
+    print_heading(fmt::format("Lost entries of which nothing is left: {}", outcome.list.blank_entries), style::yellow);
+  }
+  print_list<forsaken_record>(outcome.forsaken,
+                              "Lost transponders and networks, none of their services came back:", text_of_forsaken);
+  print_list<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
+  if (!outcome.has_findings()) {
+    const bool is_whole = !outcome.converted || !outcome.converted->has_losses();
+    print_heading(is_whole ? "Everything came back." : "Everything came back that version 10 has a place for.",
+                  style::green);
   }
 }
 
 salvage_outcome salvage(const fs::path &damaged) {
   const std::vector<std::byte> bytes = bytes_of_file(damaged);
+  progress shown("Bytes searched");
   try {
-    return salvage_to_memory(bytes);
+    return salvage_to_memory(bytes, [&](std::size_t done, std::size_t total) { shown.reached(done, total); });
   } catch (const std::runtime_error &error) {
     throw std::runtime_error(damaged.string() + ": " + error.what());
   }
 }
 
-int run_salvage(const salvage_options &options) {
-  must_differ(options.damaged, options.output);
-  const salvage_outcome outcome = salvage(options.damaged);
-  save_list_as(options.output);
-  print_report([&] {
-    if (options.as_json) {
-      print_json(json_of_outcome(options, outcome));
-    } else {
-      print_outcome(options, outcome);
-    }
-  });
-  return outcome.has_losses() ? exit_findings : exit_done;
-}
+constexpr new_list_road<salvage_outcome> road = {salvage, json_of_outcome, print_outcome};
 
 }  // namespace
 
 void add_salvage(CLI::App &app, int &exit_code) {
   CLI::App *command = app.add_subcommand("salvage", description);
   command->footer(details);
-  auto options = std::make_shared<salvage_options>();
-  command->add_option("DAMAGED", options->damaged, "the channel file to read")->required();
+  auto options = std::make_shared<new_list_options>();
+  command->add_option("DAMAGED", options->input, "the channel file to read")->required();
   command->add_option("-o,--output", options->output, "the channel file to write")->required()->type_name("OUT");
   command->add_flag("--json", options->as_json, "report as JSON");
-  command->callback([options, &exit_code] { exit_code = run_salvage(*options); });
+  command->callback([options, &exit_code] { exit_code = make_new_list(*options, road); });
 }
 
 }  // namespace chlist

@@ -20,8 +20,6 @@ std::string_view network_name_at(byte_span file, std::size_t network) {
   return {reinterpret_cast<const char *>(file.data()) + at, sizeof(network_ch_st::network_name)};
 }
 
-bool has_name(byte_span file, std::size_t network) { return network_name_at(file, network).front() != '\0'; }
-
 // A name that an empty transponder does not have: where a network has its name stand the frequency, the polarisation, a
 // byte of no meaning and the count, which is zero.
 bool has_name_of_its_own(byte_span file, std::size_t network) {
@@ -90,8 +88,7 @@ class arrangement {
     if (at + sizes_.network <= end && has_name_of_its_own(file_, at)) {
       return {record_kind::network, false};
     }
-    if (at + sizes_.transponder <= end && CHLIST_FIELD(file_, at, tp_ch_st, rch_num) == 0 &&
-        CHLIST_FIELD(file_, at, tp_ch_st, frequency) != 0) {
+    if (at + sizes_.transponder <= end && is_empty_transponder(file_, at)) {
       return {record_kind::transponder, false};
     }
     return {};
@@ -151,10 +148,9 @@ class arrangement {
   void take_network(std::size_t at) {
     forsake_pending();
     salvaged_network &network = records_.networks[network_of(network_at(file_, at))];
-    if (!network.offset) {
-      network.offset = at;
-      network.counted = CHLIST_FIELD(file_, at, network_ch_st, tp_num);
-    }
+    records_.merged_networks += network.offset ? 1 : 0;
+    network.offset = network.offset.value_or(at);
+    network.counted += CHLIST_FIELD(file_, at, network_ch_st, tp_num);
     current_network_ = &network - records_.networks.data();
   }
 
@@ -264,10 +260,11 @@ class arrangement {
     if (!pending_) {
       return;
     }
-    if (CHLIST_FIELD(file_, *pending_, tp_ch_st, rch_num) == 0 && current_network_) {
+    const std::size_t counted = CHLIST_FIELD(file_, *pending_, tp_ch_st, rch_num);
+    if (counted == 0 && current_network_) {
       current_transponder_ = add_transponder(*pending_, *current_network_);
     } else {
-      records_.forsaken.push_back(*pending_);
+      records_.forsaken.push_back({"transponder", *pending_, counted});
     }
     pending_.reset();
   }
@@ -275,7 +272,7 @@ class arrangement {
   void forsake_networks() {
     for (salvaged_network &network : records_.networks) {
       if (network.transponders.empty() && network.counted > 0 && network.offset) {
-        records_.forsaken.push_back(*network.offset);
+        records_.forsaken.push_back({"network", *network.offset, network.counted});
       }
     }
   }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "channel/identity.h"
@@ -26,6 +27,13 @@ struct salvaged_network {
   std::vector<std::size_t> transponders = {};
 };
 
+// A transponder or a network none of whose services is left.
+struct forsaken_record {
+  std::string_view kind;
+  std::size_t offset = 0;
+  std::size_t counted = 0;  // by it, of what should stand below it
+};
+
 struct byte_range {
   std::size_t offset = 0;
   std::size_t size = 0;
@@ -35,8 +43,9 @@ struct salvaged_records {
   std::vector<salvaged_network> networks;
   std::vector<salvaged_transponder> transponders;
   std::vector<found_service> services;
-  std::vector<std::size_t> forsaken;    // offsets of transponders and networks none of whose services is left
+  std::vector<forsaken_record> forsaken;
   std::vector<byte_range> unexplained;  // bytes that belong to no record
+  std::size_t merged_networks = 0;      // that were there twice
 };
 
 // begin: where the records should begin.

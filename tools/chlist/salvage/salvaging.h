@@ -2,9 +2,13 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "chlist/convert/conversion.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/list_contents.h"
 #include "chlist/salvage/list_repair.h"
@@ -22,25 +26,40 @@ struct made_record {
   channel::identity id = {};
 };
 
+// That counts claim and that did not come back. A count may be what is damaged.
+struct missing_records {
+  std::size_t networks = 0;
+  std::size_t transponders = 0;
+  std::size_t services = 0;
+
+  [[nodiscard]] bool is_none() const { return networks + transponders + services == 0; }
+};
+
 struct salvage_outcome {
   std::size_t size = 0;
   int version = 0;  // of the damaged file, or the one that it was read as
   hierarchy_counts recovered;
   std::vector<placed_service> doubtful;      // taken, with a damaged name or frequency
-  std::vector<placed_service> contradicted;  // left out: the views name another service in its place
+  std::vector<placed_service> contradicted;  // taken, though the views name another service in its place
   std::vector<made_record> made;             // records that were lost and made anew from their services
-  std::vector<std::size_t> forsaken;         // transponders and networks none of whose services is left
-  std::vector<byte_range> unexplained;       // bytes of no record
-  std::size_t missing_services = 0;          // that transponders count and do not have
-  std::ptrdiff_t shift = 0;                  // bytes inserted into the list's own record; cut out when negative
+  std::vector<forsaken_record> forsaken;
+  std::vector<byte_range> unexplained;  // bytes of no record
+  missing_records missing;
+  std::ptrdiff_t shift = 0;  // bytes inserted into the list's own record; cut out when negative
   std::size_t shifted_from = 0;
-  bool has_lost_settings = false;  // of the list's own record nothing was right
+  std::size_t list_bytes_missing = 0;  // at the end of the list's own record
+  bool has_lost_settings = false;      // of the list's own record nothing was right
   list_repair list;
+  std::optional<conversion> converted;  // when the file is of an earlier version
 
-  [[nodiscard]] bool has_losses() const;
+  // Something is lost, or in doubt.
+  [[nodiscard]] bool has_findings() const;
 };
 
-// The rebuilt list is in memory afterwards. Throws std::runtime_error when there is no service in the bytes.
-salvage_outcome salvage_to_memory(byte_span damaged);
+// Told now and then how many of the bytes to be looked at were.
+using salvage_progress = std::function<void(std::size_t done, std::size_t total)>;
+
+// The rebuilt list is in memory afterwards. Throws std::runtime_error when there is nothing of a list in the bytes.
+salvage_outcome salvage_to_memory(byte_span damaged, const salvage_progress &progress = {});
 
 }  // namespace chlist

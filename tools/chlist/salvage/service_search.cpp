@@ -2,6 +2,7 @@
 #include "chlist/salvage/service_search.h"
 
 #include <algorithm>
+#include <deque>
 #include <string_view>
 
 #include "chlist/salvage/record_bytes.h"
@@ -63,7 +64,7 @@ class service_search {
     if (known_.list(found.id)) {
       return listed;
     }
-    if (is_unset(found.id) || has_wide_frequency(file_, found.offset)) {
+    if (is_unset(found.id) || is_pattern(found.id) || has_wide_frequency(file_, found.offset)) {
       return 0;
     }
     if (stands_below_its_transponder(found)) {
@@ -106,43 +107,82 @@ class service_search {
   const witnesses &known_;
 };
 
-// Which of the found services do not overlap and score most together: for each, the best without it, or with it and the
-// best of those that end before it.
-std::vector<found_service> best_together(const std::vector<found_service> &all, std::size_t size) {
-  std::vector<long long> best(all.size() + 1);
-  std::vector<std::size_t> before(all.size());
-  for (std::size_t i = 0, ended = 0; i < all.size(); ++i) {
-    while (all[ended].offset + size <= all[i].offset) {
-      ++ended;
+// Which of the services do not overlap and score most together. Of what ends up to a place only the best is kept, and
+// only when it is better than all that ends before: a record's score is at most 12, so that there is a link for every
+// 26 bytes at most, whatever the bytes are.
+class best_together {
+ public:
+  explicit best_together(std::size_t record_size) : size_(record_size) {}
+
+  // By ascending offset.
+  void add(std::size_t offset, int score) {
+    while (states_.size() > 1 && states_[1].end <= offset) {
+      states_.pop_front();
     }
-    before[i] = ended;
-    best[i + 1] = std::max(best[i], best[ended] + all[i].score);
-  }
-  std::vector<found_service> chosen;
-  for (std::size_t i = all.size(); i > 0;) {
-    if (best[i] == best[i - 1]) {
-      --i;
-    } else {
-      chosen.push_back(all[i - 1]);
-      i = before[i - 1];
+    const long long together = states_.front().score + score;
+    if (together > states_.back().score) {
+      links_.push_back({offset, states_.front().last});
+      states_.push_back({offset + size_, together, links_.size()});
     }
   }
-  std::ranges::reverse(chosen);
-  return chosen;
-}
+
+  [[nodiscard]] std::vector<std::size_t> offsets() const {
+    std::vector<std::size_t> chosen;
+    for (std::size_t last = states_.back().last; last != none; last = links_[last - 1].before) {
+      chosen.push_back(links_[last - 1].offset);
+    }
+    std::ranges::reverse(chosen);
+    return chosen;
+  }
+
+ private:
+  static constexpr std::size_t none = 0;
+
+  // A service and the one in front of it, by their numbers, from 1.
+  struct link {
+    std::size_t offset;
+    std::size_t before;
+  };
+  struct state {
+    std::size_t end;
+    long long score;
+    std::size_t last;
+  };
+
+  std::size_t size_;
+  std::vector<link> links_;
+  std::deque<state> states_ = {{0, 0, none}};
+};
+
+constexpr std::size_t progress_interval = 65536;
 
 }  // namespace
 
+witnesses witnesses_of(const std::vector<found_service> &services) {
+  witnesses found;
+  for (const found_service &service : services) {
+    found.add_entry(service.id);
+  }
+  return found;
+}
+
 std::vector<found_service> find_services(byte_span file, const record_sizes &sizes, std::size_t begin,
-                                         const witnesses &known) {
+                                         const witnesses &known, const search_progress &progress) {
   const service_search search(file, sizes, known);
-  std::vector<found_service> all;
+  best_together best(sizes.service);
   for (std::size_t at = begin; fits(file, at, sizes.service); ++at) {
+    if (at % progress_interval == 0) {
+      progress(at);
+    }
     if (const found_service found = search.look_at(at); found.score > 0) {
-      all.push_back(found);
+      best.add(at, found.score);
     }
   }
-  return best_together(all, sizes.service);
+  std::vector<found_service> chosen;
+  for (const std::size_t at : best.offsets()) {
+    chosen.push_back(search.look_at(at));
+  }
+  return chosen;
 }
 
 }  // namespace chlist

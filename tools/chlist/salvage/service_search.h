@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "channel/identity.h"
@@ -18,9 +19,15 @@ struct found_service {
   bool is_doubtful = false;  // its name is not as long as it says, or its frequency is none
 };
 
-// In the file's order; no two overlap, and the sum of their scores is the largest that there is. Takes time in
-// proportion to the file's size.
+// The services as entries of views would name them.
+witnesses witnesses_of(const std::vector<found_service> &services);
+
+// Told now and then how many bytes were looked at.
+using search_progress = std::function<void(std::size_t bytes)>;
+
+// In the file's order; no two overlap, and the sum of their scores is the largest that there is. Takes time and memory
+// in proportion to the file's size.
 std::vector<found_service> find_services(byte_span file, const record_sizes &sizes, std::size_t begin,
-                                         const witnesses &known);
+                                         const witnesses &known, const search_progress &progress);
 
 }  // namespace chlist

@@ -23,19 +23,18 @@ constexpr std::uint64_t ids_in_network(const identity &id) {
 
 constexpr std::uint64_t service_ids(const identity &id) { return ids_in_network(id) << 16U | id.service_id; }
 
-// A stretch of one byte, as of a wiped memory, has no identity, nor have zeros with a number somewhere.
-constexpr bool says_nothing(const identity &id) {
-  const int zeros = (id.frequency == 0 ? 1 : 0) + (id.ts_id == 0 ? 1 : 0) + (id.network_id == 0 ? 1 : 0) +
-                    (id.service_id == 0 ? 1 : 0);
-  if (zeros > 1) {
-    return true;
-  }
-  constexpr std::uint32_t in_every_byte = 0x01010101U;
-  const std::uint32_t same = id.net_index * in_every_byte;
-  return id.frequency == same && id.ts_id == (same & 0xFFFFU) && id.network_id == id.ts_id;
+}  // namespace
+
+bool is_pattern(const identity &id) {
+  const std::uint32_t low = id.frequency & 0xFFFFU;
+  return id.frequency >> 16U == low && id.ts_id == low && id.network_id == low;
 }
 
-}  // namespace
+bool says_nothing(const identity &id) {
+  const int zeros = (id.frequency == 0 ? 1 : 0) + (id.ts_id == 0 ? 1 : 0) + (id.network_id == 0 ? 1 : 0) +
+                    (id.service_id == 0 ? 1 : 0);
+  return zeros > 1 || is_pattern(id);
+}
 
 std::size_t frequency_table::hash::operator()(const key &of) const {
   return static_cast<std::size_t>((of.ids ^ std::uint64_t{of.band} << 32U) * golden_ratio >> 8U);

@@ -13,6 +13,11 @@
 
 namespace chlist {
 
+// Too few ids to know a service by: a stretch of one byte or of two in turn, as of a wiped memory, or zeros with a
+// number somewhere.
+bool says_nothing(const channel::identity &id);
+bool is_pattern(const channel::identity &id);
+
 // Values at frequencies, found again within the library's tolerance in about constant time, however many there are.
 class frequency_table {
  public:

@@ -1,0 +1,57 @@
+// Texts and JSON of conversions.
+#include "chlist/convert/conversion_report.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace chlist {
+namespace {
+
+std::string name_of(const cut_array &cut) {
+  return cut.group < 0 ? std::string(cut.array) : fmt::format("{} {}", cut.array, cut.group);
+}
+
+json json_of_cut(const cut_array &cut) {
+  return {{"array", name_of(cut)}, {"counted", cut.counted}, {"carried", cut.carried}};
+}
+
+}  // namespace
+
+json json_of_losses(const conversion &result) {
+  json not_carried = json::object();
+  for (const loss &lost : result.losses) {
+    not_carried[std::string(lost.key)] = lost.count;
+  }
+  return not_carried;
+}
+
+json json_of_findings(const conversion &result) {
+  return {{"duplicate_services", array_of(result.duplicates, json_of)},
+          {"unresolved_entries", array_of(result.unresolved, json_of)},
+          {"counts_outside_arrays", array_of(result.cut, json_of_cut)}};
+}
+
+std::string text_of_duplicate(const known_service &service) { return "dropped, occurs twice: " + describe(service); }
+
+std::string text_of_cut(const cut_array &cut) {
+  return fmt::format("{}: counts {}, taken as {}", name_of(cut), cut.counted, cut.carried);
+}
+
+void print_row(std::string_view what, std::size_t count) {
+  if (count > 0) {
+    fmt::print("  {:<48}{:>6}\n", what, count);
+  }
+}
+
+void print_losses(const conversion &result) {
+  if (!result.has_losses()) {
+    return;
+  }
+  fmt::print("Not carried:\n");
+  for (const loss &lost : result.losses) {
+    print_row(lost.text, lost.count);
+  }
+}
+
+}  // namespace chlist

@@ -1,0 +1,24 @@
+// What a conversion did not carry and what it found, as text and JSON: for every command that converts.
+#pragma once
+
+#include <string>
+
+#include "chlist/convert/conversion.h"
+#include "chlist/report.h"
+
+namespace chlist {
+
+json json_of_losses(const conversion &result);
+
+// With the keys "duplicate_services", "unresolved_entries" and "counts_outside_arrays".
+json json_of_findings(const conversion &result);
+
+std::string text_of_duplicate(const known_service &service);
+std::string text_of_cut(const cut_array &cut);
+
+void print_row(std::string_view what, std::size_t count);
+
+// Nothing when everything was carried.
+void print_losses(const conversion &result);
+
+}  // namespace chlist
