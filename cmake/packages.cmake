@@ -1,6 +1,5 @@
 # Debian packages, made by `cpack` in a build that is configured for them (preset `package`, see scripts/package): one for
-# each install component that there is, named like it. What they hold beside the installed files is added by
-# packages/stage.cmake.
+# each install component that there is. What they hold beside the installed files is added by packages/stage.cmake.
 
 if(NOT PROJECT_IS_TOP_LEVEL)
   return()
@@ -63,11 +62,15 @@ set(CPACK_DEBIAN_CHLIST_PACKAGE_NAME chlist)
 set(CPACK_DEBIAN_CHLIST_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_CHLIST_PACKAGE_SHLIBDEPS ON)
 
-# The Python module, once a component of this name is installed.
-set(CPACK_COMPONENT_PYTHON3-CHANNEL-LIST_DESCRIPTION "channel lists of a digital television receiver for Python
-Reads, edits and writes channel files from Python 3.")
-set(CPACK_DEBIAN_PYTHON3-CHANNEL-LIST_PACKAGE_NAME python3-channel-list)
-set(CPACK_DEBIAN_PYTHON3-CHANNEL-LIST_PACKAGE_SECTION python)
-set(CPACK_DEBIAN_PYTHON3-CHANNEL-LIST_PACKAGE_DEPENDS "python3, libchannel1 (>= ${PROJECT_VERSION})")
+# The Python module, where there is a component `python`. Python keeps compiled code beside it: the scripts make that and
+# take it away again.
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "channel lists of a digital television receiver for Python scripts
+Reads, checks, edits, merges and converts channel files from Python 3, through
+the shared library.")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-channel-list)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.11), libchannel1 (>= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA "${package_files}/python/postinst;${package_files}/python/prerm")
 
 include(CPack)

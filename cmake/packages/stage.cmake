@@ -1,4 +1,4 @@
-# Run by cpack between installing and packing, once for all packages, each of which stands below a folder of its name:
+# Run by cpack between installing and packing, once for all packages, each of which stands in the folder of its component:
 # strips what was compiled and adds what Debian's policy asks of a package and an installation does without.
 
 function(put source target)
@@ -23,9 +23,11 @@ function(strip_files option)
   endforeach()
 endfunction()
 
-file(GLOB packages LIST_DIRECTORIES true "${CPACK_TEMPORARY_DIRECTORY}/*")
-foreach(staged IN LISTS packages)
-  get_filename_component(package "${staged}" NAME)
+file(GLOB staged_components LIST_DIRECTORIES true "${CPACK_TEMPORARY_DIRECTORY}/*")
+foreach(staged IN LISTS staged_components)
+  get_filename_component(component "${staged}" NAME)
+  string(TOUPPER "${component}" component)
+  set(package "${CPACK_DEBIAN_${component}_PACKAGE_NAME}")
   set(documents "${staged}/usr/share/doc/${package}")
   put("${CMAKE_CURRENT_LIST_DIR}/changelog" "${documents}/changelog.Debian.gz")
   put("${CMAKE_CURRENT_LIST_DIR}/../../CHANGELOG.md" "${documents}/changelog.gz")
@@ -42,6 +44,6 @@ foreach(staged IN LISTS packages)
   endforeach()
 
   strip_files(--strip-all "${staged}/usr/bin/*")
-  strip_files(--strip-unneeded "${staged}/usr/lib/*/*.so*" "${staged}/usr/lib/python3/dist-packages/*/*.so")
+  strip_files(--strip-unneeded "${staged}/usr/lib/*/*.so*")
   strip_files(--strip-debug "${staged}/usr/lib/*/*.a")
 endforeach()
