@@ -49,7 +49,6 @@ constexpr std::size_t second_service = first_service + test_support::service_siz
 
 constexpr std::size_t version_at = 0;
 constexpr std::size_t vch_type_at = 80'100;
-constexpr std::size_t network_num_at = 459'610;
 constexpr std::size_t first_name_at = 9;
 constexpr std::size_t first_length_at = 106;
 
