@@ -36,7 +36,7 @@ constexpr const char *footer =
     "Exit codes:\n"
     "  0  done\n"
     "  1  done, with something to report\n"
-    "  2  nothing was done\n"
+    "  2  nothing was done, or only its report could not be written\n"
     "\n"
     "Examples:\n"
     "  chlist import channels.conf -o channels.dat\n"
@@ -47,6 +47,7 @@ constexpr const char *footer =
 std::unique_ptr<CLI::App> command_line(int &exit_code, int &log_level) {
   auto app = std::make_unique<CLI::App>("Works on the channel files of a digital television receiver.", "chlist");
   app->require_subcommand(1);
+  app->set_version_flag("--version", "chlist " CHANNEL_VERSION);
   app->add_option("--log-level", log_level,
                   "print the library's log lines up to this level (0 errors .. 5), default none")
       ->check(CLI::Range(-1, 5));

@@ -193,6 +193,7 @@ TEST_F(Favourites, AreListedWithoutTheSelectorsOfTheirNames) {
   before.group(GROUP_FAV, 2, "\x05Docs");
   write_file(path(), before.data);
 
+  expect_refused({"fav", "new", "list.dat", "docs"}, "there is a favourite group \"Docs\" already");
   EXPECT_EQ(nlohmann::json::parse(run({"fav", "list", "list.dat", "--json"}).out)[2],
             nlohmann::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "entries": 0})"));
 }

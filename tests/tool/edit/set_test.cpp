@@ -23,30 +23,16 @@ TEST_F(Set, PutsEveryFieldInItsPlace) {
     std::size_t at;
     std::size_t width;
     std::uint64_t value;
-  } const fields[] = {{"provider=Free", 214, 2, 3},
-                      {"provider=3", 214, 2, 3},
-                      {"provider=none", 214, 2, 0xFFFF},
-                      {"genre=Docu", 212, 2, 5},
-                      {"genre=none", 212, 2, 0xFFFF},
-                      {"country=none", 210, 2, 0xFFFF},
-                      {"country=77", 210, 2, 77},
-                      {"service_type=radio", 232, 1, 2},
-                      {"service_type=255", 232, 1, 255},
-                      {"source_type=9", 233, 1, 9},
-                      {"locked=yes", 288, 1, 0x02},
-                      {"scrambled=yes", 288, 1, 0x04},
-                      {"skipped=yes", 288, 1, 0x08},
-                      {"data=yes", 288, 1, 0x20},
-                      {"locked=no", 288, 1, 0},
-                      {"flags=255", 288, 1, 255},
-                      {"order_key=-32768", 298, 2, 0x8000},
-                      {"pmt_pid=8191", 246, 2, 8191},
-                      {"pcr_pid=none", 248, 2, 0xFFFF},
-                      {"video_tag=7", 250, 1, 7},
-                      {"video_pid=8190", 252, 2, 8190},
-                      {"video_ecm_pid=1", 254, 2, 1},
-                      {"audio_tag=none", 256, 1, 255},
-                      {"audio_pid=none", 258, 2, 0xFFFF}};
+  } const fields[] = {
+      {"provider=Free", 214, 2, 3},      {"provider=3", 214, 2, 3},        {"provider=none", 214, 2, 0xFFFF},
+      {"genre=Docu", 212, 2, 5},         {"genre=docu", 212, 2, 5},        {"genre=none", 212, 2, 0xFFFF},
+      {"country=none", 210, 2, 0xFFFF},  {"country=77", 210, 2, 77},       {"service_type=radio", 232, 1, 2},
+      {"service_type=255", 232, 1, 255}, {"source_type=9", 233, 1, 9},     {"locked=yes", 288, 1, 0x02},
+      {"scrambled=yes", 288, 1, 0x04},   {"skipped=yes", 288, 1, 0x08},    {"data=yes", 288, 1, 0x20},
+      {"locked=no", 288, 1, 0},          {"flags=255", 288, 1, 255},       {"order_key=-32768", 298, 2, 0x8000},
+      {"pmt_pid=8191", 246, 2, 8191},    {"pcr_pid=none", 248, 2, 0xFFFF}, {"video_tag=7", 250, 1, 7},
+      {"video_pid=8190", 252, 2, 8190},  {"video_ecm_pid=1", 254, 2, 1},   {"audio_tag=none", 256, 1, 255},
+      {"audio_pid=none", 258, 2, 0xFFFF}};
   for (const auto &field : fields) {
     expect_set(field.assignment, field.at, field.width, field.value);
   }

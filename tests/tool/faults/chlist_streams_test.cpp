@@ -75,6 +75,13 @@ TEST(ChlistHelp, ThatCannotBeWrittenIsAFailure) {
   }
 }
 
+TEST(ChlistVersion, IsThatOfTheProject) {
+  const program_result result = run_program({CHLIST_PROGRAM, "--version"});
+
+  EXPECT_EQ(result.exit_code, 0);
+  EXPECT_EQ(result.out, "chlist " CHANNEL_VERSION "\n");
+}
+
 // A report that is longer than what the stream keeps fails while it is printed, not when it ends.
 using ChlistReport = test_support::file_test;
 

@@ -212,7 +212,7 @@ TEST_F(Report, RefusesWhatItCannotRead) {
   expect_refused({"none.dat", "-o", "page.html"}, "none.dat: No such file or directory");
   expect_refused({".", "-o", "page.html"}, ".: not a regular file");
   expect_refused({"empty.dat", "-o", "page.html"}, "empty.dat: too short for a channel file");
-  expect_refused({"old.dat", "-o", "page.html"}, "old.dat: is of version 8, not 10");
+  expect_refused({"old.dat", "-o", "page.html"}, "old.dat: is of version 8, not 10: `chlist convert` makes one of it");
   expect_refused({"list.dat", "-o", "page.html"}, "list.dat: ends too early for a channel file of its version");
 }
 

@@ -166,6 +166,40 @@ TEST_F(MergeTool, TheSameListChangesNothing) {
   EXPECT_EQ(majors(VIEW_FAVOURITE), (std::vector<int>{102}));
 }
 
+// Countries, settings and position keys are such as a load changes.
+TEST_F(MergeTool, WhatStaysIsAsItWasByteByByte) {
+  channel_file list = own_list();
+  list.set_last(test_support::record_kind::service, 210, 2, 77).group(GROUP_COUNTRY, 77, "Elbonia");
+  list.entry(VIEW_FAVOURITE, news, 101, 9).set(3, 1, VIEW_FAVOURITE).set(6, 1, GROUP_FAV).set(7, 1, VIEW_RADIO);
+  list.set(8, 1, 3).set(10, 2, 7).set(80'100, 2, VIEW_FAVOURITE);
+  write_list(list);
+
+  EXPECT_EQ(run({"list.dat", "list.dat", "-o", "out.dat"}).exit_code, 0);
+
+  EXPECT_TRUE(read_file(path("out.dat")) == list.data);
+}
+
+TEST_F(MergeTool, AnAddedServiceHasNoCountry) {
+  channel_file scan = scan_of({news, films, music});
+  scan.set_last(test_support::record_kind::service, 210, 2, 77);
+  write_scan(scan);
+
+  EXPECT_EQ(merge().exit_code, 0);
+
+  const test_support::bytes merged = read_file(path("out.dat"));
+  EXPECT_EQ(test_support::get(merged, merged.size() - test_support::service_size + 210, 2), 0U);
+}
+
+TEST_F(MergeTool, WhatCannotBeSavedAgainIsTold) {
+  write_file(path("list.dat"), own_list().data + "tail");
+
+  const program_result result = merge();
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "list.dat: 4 bytes behind the last record: not saved\n");
+  EXPECT_EQ(merged_json()["findings"]["lost"], json{"4 bytes behind the last record: not saved"});
+}
+
 TEST_F(MergeTool, TheInputsStayAsTheyAre) {
   EXPECT_EQ(merge().exit_code, 0);
 

@@ -27,7 +27,8 @@ command_help program_with_commands() {
       {.names = {"-o", "--order"}, .value = "ORDER", .choices = {"name", "number"}, .about = "it's the order"},
       {.names = {"--dry-run"}, .about = "write [nothing]: none"},
       {.names = {"-x", "--except"}, .value = "NAME", .about = "not this one", .is_repeatable = true},
-      {.names = {"--tag"}, .value = "TAG", .about = "with a tag", .is_repeatable = true}};
+      {.names = {"--tag"}, .value = "TAG", .about = "with a tag", .is_repeatable = true},
+      {.names = {"-q", "--queue"}, .value = "QUEUE", .about = "where to", .is_required = true}};
   copy.sections = chlist::sections_of(".first line\n\nExit codes:\n  0  done\n\nExamples:\n  tool copy 'a b' c\\d\n");
   command_help all = {.name = "tool copy all", .summary = "Copy everything"};
   program.options = {{.names = {"--help"}, .about = "this text"}};
@@ -75,7 +76,7 @@ TEST_F(Pages, ManualPageIsCleanRoffInTheOrderOfManualPages) {
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(result.err, "");
   std::size_t at = 0;
-  for (const char *text : {"NAME", "tool-copy - Copy a list", "SYNOPSIS", "tool copy [options] FROM [TO]...",
+  for (const char *text : {"NAME", "tool-copy - Copy a list", "SYNOPSIS", "tool copy [options] -q QUEUE FROM [TO]...",
                            "DESCRIPTION", ".first line", "COMMANDS", "tool-copy-all(1)", "OPTIONS", "-o, --order ORDER",
                            "it's the order; one of name, number", "--dry-run", "EXIT STATUS", "done", "EXAMPLES",
                            "tool copy 'a b' c\\d", "SEE ALSO", "tool(1)", "channel 1.2.3"}) {

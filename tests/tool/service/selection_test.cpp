@@ -98,6 +98,7 @@ TEST_F(Selection, AnIdentityIsFoundWithTheToleranceOfFrequencies) {
 }
 
 TEST_F(Selection, NothingNamesNothing) {
+  news->name[0] = {};
   EXPECT_EQ(services_named(""), services{});
   EXPECT_EQ(services_named("Sport"), services{});
   EXPECT_EQ(services_named("32768"), services{});

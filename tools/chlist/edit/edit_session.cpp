@@ -31,7 +31,7 @@ constexpr const char *common_details =
     "asked\n"
     "for and what is said to follow; --dry-run and the report show all of it.\n"
     "\n"
-    "A SERVICE is named by its number (\"7\", \"7-2\"), by its name or a part of it, or by its identity\n"
+    "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity\n"
     "(\"1:2:3:11727480H:5\"). What could be several services is refused.\n"
     "\n"
     "Exit codes:\n"

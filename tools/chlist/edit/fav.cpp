@@ -189,7 +189,7 @@ constexpr const char *fav_details =
     "Exit codes:\n"
     "  0  done, or there is nothing to change\n"
     "  1  done, with notes on standard error\n"
-    "  2  nothing was written\n"
+    "  2  nothing was written, or only the report could not be\n"
     "\n"
     "Examples:\n"
     "  chlist fav new channels.dat Films\n"

@@ -20,14 +20,16 @@ namespace {
 using channel::persist::current_format;
 using channel::persist::detached_list;
 
-// Both lists have the services of one file, in its order.
+// Both lists have the services of one file, in its order, unless somebody writes to it at the same time.
 void restore_countries(channel_list_st &as_it_stands) {
   const std::vector<const channel_st *> originals = services_of(as_it_stands);
   auto original = originals.begin();
   for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
     for (tp_ch_st &transponder : channel::transponders_of(network)) {
       for (channel_st &service : channel::services_of(transponder)) {
-        service.country_id = (*original++)->country_id;
+        if (original != originals.end()) {
+          service.country_id = (*original++)->country_id;
+        }
       }
     }
   }

@@ -30,11 +30,14 @@ std::optional<struct stat> look_at(const fs::path &target) {
   return found;
 }
 
-// A link that leads nowhere yet stays one as well.
+// As many as the system follows.
+constexpr int most_links = 40;
+
+// A link that leads nowhere yet stays one as well, and so do those behind it.
 fs::path behind_links(const fs::path &target) {
-  const fs::path place = fs::absolute(target);
-  if (fs::is_symlink(place) && !fs::exists(place)) {
-    return fs::weakly_canonical(place.parent_path() / fs::read_symlink(place));
+  fs::path place = fs::absolute(target);
+  for (int links = 0; links < most_links && fs::is_symlink(place) && !fs::exists(place); ++links) {
+    place = place.parent_path() / fs::read_symlink(place);
   }
   return fs::weakly_canonical(place);
 }

@@ -25,12 +25,17 @@ std::string_view up_to(std::string_view mark, std::string_view &rest) {
 
 // Outside of strings JSON has no "<"; what is not ASCII is escaped, line separators among it.
 std::string script_safe(const json &data) {
-  constexpr std::string_view escaped = "\\u003c";
-  std::string text = data.dump(-1, ' ', true, json::error_handler_t::replace);
-  for (std::size_t at = text.find('<'); at != std::string::npos; at = text.find('<', at + escaped.size())) {
-    text.replace(at, 1, escaped);
+  const std::string text = data.dump(-1, ' ', true, json::error_handler_t::replace);
+  std::string safe;
+  safe.reserve(text.size());
+  for (const char c : text) {
+    if (c == '<') {
+      safe += "\\u003c";
+    } else {
+      safe += c;
+    }
   }
-  return text;
+  return safe;
 }
 
 std::string page_of(const json &data) {

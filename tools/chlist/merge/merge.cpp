@@ -23,13 +23,15 @@ constexpr const char *description = "Merge a new channel list into a channel fil
 
 constexpr const char *details =
     "Services that LIST does not hold are added and numbered at the end of the views; services that SCAN lacks are\n"
-    "deleted with all their entries, favourites included; services in both stay as LIST has them. Both files are of\n"
-    "version 10 and are only read. OUT is replaced as a whole or not at all; it may be LIST, but not SCAN.\n"
+    "deleted with all their entries, favourites included; services in both stay as LIST has them, and so do its\n"
+    "settings. Both files are of version 10 and are only read. OUT is replaced as a whole or not at all; it may be\n"
+    "LIST, but not SCAN.\n"
     "\n"
     "Exit codes:\n"
     "  0  merged (or, with --dry-run, could be)\n"
     "  1  the same, with findings: entries of LIST that resolve to no service were dropped, services that occur twice\n"
-    "     in SCAN were taken once, or added services have no entry in a view because it is full\n"
+    "     in SCAN were taken once, added services have no entry in a view because it is full, or LIST holds what\n"
+    "     cannot be saved again\n"
     "  2  nothing was written: bad usage, an input that cannot be read, is short or is of another version, an output\n"
     "     that cannot be written; or only the report could not be written\n"
     "\n"
@@ -75,10 +77,14 @@ json json_of_outcome(const merge_options &options, const merge_outcome &outcome)
           {"findings",
            {{"dropped_entries", array_of(outcome.dropped, json_of)},
             {"duplicate_services", array_of(outcome.duplicates, json_of)},
-            {"full_views", array_of(outcome.full, json_of_full)}}}};
+            {"full_views", array_of(outcome.full, json_of_full)},
+            {"lost", outcome.lost}}}};
 }
 
 void report_findings(const merge_options &options, const merge_outcome &outcome) {
+  for (const std::string &lost : outcome.lost) {
+    fmt::print(stderr, "{}: {}\n", options.list.string(), lost);
+  }
   for (const placed_entry &entry : outcome.dropped) {
     fmt::print(stderr, "{}: dropped, resolves to no service: {}\n", options.list.string(), describe(entry));
   }

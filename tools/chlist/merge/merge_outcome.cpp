@@ -10,12 +10,15 @@
 #include <iterator>
 #include <set>
 #include <unordered_map>
+#include <utility>
 
 // The exported merge reads a fixed path, where a receiver's channel search places its result, and does not tell a list
 // that it cannot read from one that changes nothing. The operation behind it takes a list, so the tool is linked with
 // the static library, where internal operations can be reached.
 #include "channel/persist/detached_list.h"
 #include "channel/persist/merge.h"
+#include "channel/store/hierarchy.h"
+#include "chlist/files/faithful_load.h"
 
 namespace chlist {
 namespace {
@@ -26,6 +29,17 @@ using channel::persist::detached_list;
 // Never a pointer: the record may be gone.
 using address = std::uintptr_t;
 address address_of(const channel_st *service) { return reinterpret_cast<address>(service); }
+
+template <class Action>
+void for_each_service(const Action &action) {
+  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      for (channel_st &service : channel::services_of(transponder)) {
+        action(service);
+      }
+    }
+  }
+}
 
 struct snapshot {
   std::vector<address> order;
@@ -127,19 +141,33 @@ detached_list<current_format> read_scan(const channel_input &scan) {
   return read;
 }
 
+// A merge marks the services that it finds in their countries, from 0 on, and selects views.
+void merge_keeping_what_stays(channel_list_st &merged) {
+  const kept_view_settings settings;
+  std::unordered_map<address, std::int16_t> countries;
+  for_each_service([&countries](channel_st &service) {
+    countries[address_of(&service)] = std::exchange(service.country_id, std::int16_t{0});
+  });
+  channel::persist::merge_list(merged);
+  for_each_service([&countries](channel_st &service) {
+    const auto known = countries.find(address_of(&service));
+    service.country_id = known != countries.end() ? known->second : std::int16_t{0};
+  });
+}
+
 }  // namespace
 
 merge_outcome merge_in_memory(const channel_input &list, const channel_input &scan) {
   list.must_be_current();
   scan.must_be_current();
-  list.load();
+  merge_outcome outcome;
+  outcome.lost = load_faithfully(list);
   // A merge takes from its list what is new: services that occur twice are looked for in another copy.
   const detached_list<current_format> merged = read_scan(scan);
   const detached_list<current_format> services = read_scan(scan);
   const snapshot before = take_snapshot();
-  merge_outcome outcome;
   outcome.dropped = unresolved_entries();
-  channel::persist::merge_list(*merged);
+  merge_keeping_what_stays(*merged);
   const snapshot after = take_snapshot();
   outcome.added = difference(after, before);
   outcome.deleted = difference(before, after);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "chlist/files/channel_input.h"
@@ -29,8 +30,11 @@ struct merge_outcome {
   std::vector<placed_entry> dropped;      // entries of the list that resolved to no service before
   std::vector<known_service> duplicates;  // services of the new list that occur twice in it
   std::vector<full_view> full;
+  std::vector<std::string> lost;  // what of the list's file cannot be saved again
 
-  [[nodiscard]] bool has_findings() const { return !dropped.empty() || !duplicates.empty() || !full.empty(); }
+  [[nodiscard]] bool has_findings() const {
+    return !dropped.empty() || !duplicates.empty() || !full.empty() || !lost.empty();
+  }
 };
 
 // Refuses files of any version but the current one, and files that are short. The merged list is in memory afterwards.

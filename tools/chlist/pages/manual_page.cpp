@@ -77,6 +77,11 @@ std::string text_of(const option_help &option) {
 
 std::string synopsis_of(const command_help &command) {
   std::string text = fmt::format(".SH SYNOPSIS\n.B {}\n[\\fIoptions\\fR]", escaped(command.name));
+  for (const option_help &option : command.options) {
+    if (option.is_required) {
+      text += fmt::format(" \\fB{}\\fR \\fI{}\\fR", escaped(option.names.front()), escaped(option.value));
+    }
+  }
   for (const option_help &argument : command.arguments) {
     const std::string name = fmt::format("\\fI{}\\fR", escaped(argument.names.front()));
     text += ' ' + (argument.is_required ? name : '[' + name + ']') + (argument.is_repeatable ? "..." : "");

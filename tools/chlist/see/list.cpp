@@ -188,7 +188,8 @@ void add_list(CLI::App &app, int &exit_code) {
   auto options = std::make_shared<list_options>();
   command->add_option("FILE", options->file, "the channel file");
   command->add_option("--view", options->view, "the view to list (all)")->type_name("VIEW");
-  command->add_option("--sort", options->sort, "sort the view; else it stays in the file's order")->type_name("SORT");
+  command->add_option("--sort", options->sort, "sort the view, positions included; else it stays in the file's order")
+      ->type_name("SORT");
   command->add_option("--filter", options->filters, "list only what matches")
       ->type_name("TEXT")
       ->expected(1)

@@ -27,7 +27,7 @@ json group_kind(const channel_list_st &list) {
 
 json current_view(const channel_list_st &list) {
   const auto code = static_cast<std::int8_t>(list.vch_type);
-  return text_of_view(code);
+  return code == list.vch_type ? json(text_of_view(code)) : json(fmt::format("view {}", list.vch_type));
 }
 
 constexpr setting settings[] = {

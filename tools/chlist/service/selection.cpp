@@ -177,7 +177,8 @@ std::vector<channel_st *> services_named(std::string_view text, std::int8_t view
   if (services.empty() && number.has_value()) {
     services = with_number(*number, view);
   }
-  if (services.empty()) {
+  // Nothing names no service, not even one without a name.
+  if (services.empty() && !text.empty()) {
     services = with_name([text](const std::string &name) { return is_same_name(name, text); });
   }
   if (services.empty() && !number.has_value() && !text.empty()) {

@@ -119,7 +119,7 @@ function viewTitle(view) {
 // Texts that are found when nothing else of the row is: the numbers as they are shown and as they are written.
 function searchText(row) {
   const { id } = row;
-  const texts = [row.number, id.frequency, id.tsId, id.serviceId, id.networkId];
+  const texts = [row.number, id.frequency, grouped.format(id.frequency), id.tsId, id.serviceId, id.networkId];
   if (row.service) {
     const { name, shortName, provider, genre, country, transponder } = row.service;
     texts.push(name, shortName, provider, genre, country, transponder.network.name);
