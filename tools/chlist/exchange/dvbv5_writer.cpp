@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "chlist/exchange/dvbv5.h"
+#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/service_traits.h"
@@ -79,6 +80,9 @@ class satellite_numbers {
 
   [[nodiscard]] std::optional<int> of(const std::string &source) const { return numbers_.at(source); }
 
+  // Whether there are others, and no number was left.
+  [[nodiscard]] bool lacks_number(const std::string &source) const { return numbers_.size() > 1 && !of(source); }
+
  private:
   void add(const std::string &source, std::optional<int> number) {
     numbers_[source] = number;
@@ -97,6 +101,9 @@ class satellite_numbers {
     for (const std::string &source : unnumbered_) {
       while (used_.contains(free)) {
         ++free;
+      }
+      if (free > largest_satellite_number) {
+        return;
       }
       numbers_[source] = free++;
     }
@@ -124,7 +131,7 @@ std::string_view assumed_settings(delivery by) {
 
 class writer {
  public:
-  explicit writer(const line_up &list) : satellites_(list) {}
+  writer(const line_up &list, loss_counts &lost) : satellites_(list), lost_(lost) {}
 
   void write(const line_up_service &service) {
     const channel_st &fields = service.fields;
@@ -164,6 +171,7 @@ class writer {
     if (from.by == delivery::satellite) {
       line("\tPOLARIZATION = {}\n", service.fields.polarisation == 0 ? "HORIZONTAL" : "VERTICAL");
       from.satellite_number = satellites_.of(service.source);
+      lost_.add("satellites beyond 256, which no number tells apart", satellites_.lacks_number(service.source) ? 1 : 0);
     }
     if (from.satellite_number) {
       line("\tSAT_NUMBER = {}\n", *from.satellite_number);
@@ -173,17 +181,19 @@ class writer {
   }
 
   satellite_numbers satellites_;
+  loss_counts &lost_;
   std::vector<std::string> sources_;  // as reading gives them
   std::string text_;
 };
 
 }  // namespace
 
-std::vector<made_file> write_dvbv5(const line_up &list, loss_counts &lost) {
+std::vector<made_file> write_dvbv5(const line_up &given, loss_counts &lost) {
+  const line_up list = with_plain_texts(given, lost);
   count_uncarried(list, carried, lost);
   count_losses(list, losses, lost);
   lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
-  writer made(list);
+  writer made(list, lost);
   for (const line_up_service &service : list.services) {
     made.write(service);
   }

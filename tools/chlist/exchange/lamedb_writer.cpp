@@ -15,6 +15,7 @@
 #include "chlist/exchange/bouquets.h"
 #include "chlist/exchange/lamedb.h"
 #include "chlist/exchange/lamedb_fields.h"
+#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/service_traits.h"
@@ -232,7 +233,8 @@ class writer {
 
 }  // namespace
 
-std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost) {
+std::vector<made_file> write_lamedb(const line_up &given, int version, loss_counts &lost) {
+  const line_up list = with_plain_texts(given, lost);
   count_uncarried(list, carried, lost);
   count_losses(list, losses, lost);
   if (version == 5) {

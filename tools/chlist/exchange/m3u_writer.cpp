@@ -9,9 +9,9 @@
 #include <string>
 #include <utility>
 
+#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/service_traits.h"
 #include "chlist/report.h"
-#include "chlist/service/names.h"
 
 namespace chlist {
 namespace {
@@ -40,7 +40,7 @@ struct url_text {
 
 constexpr url_text url_texts[] = {
     {"polarisation", [](const line_up_service &s) { return std::string(s.fields.polarisation != 0 ? "V" : "H"); }},
-    {"name", [](const line_up_service &s) { return visible(s.name); }},
+    {"name", [](const line_up_service &s) { return s.name; }},
 };
 
 std::string percent_encoded(std::string_view text) {
@@ -124,7 +124,7 @@ std::string url_of(const line_up_service &service, const std::vector<url_part> &
 
 // Quotes end a value and lines end an entry; there are no escapes.
 std::string harmless_value(std::string_view text, loss_counts &lost) {
-  std::string value = visible(text);
+  std::string value(text);
   bool is_changed = false;
   for (char &c : value) {
     if (c == '"' || static_cast<unsigned char>(c) < ' ') {
@@ -167,7 +167,8 @@ std::string entry_of(const line_up_service &service, std::string_view group, los
 
 }  // namespace
 
-std::vector<made_file> write_m3u(const line_up &list, const write_options &options, loss_counts &lost) {
+std::vector<made_file> write_m3u(const line_up &given, const write_options &options, loss_counts &lost) {
+  const line_up list = with_plain_texts(given, lost);
   const std::vector<url_part> parts = parts_of(options.url.empty() ? default_m3u_url : std::string_view(options.url));
   const trait carried[] = {trait::number, trait::minor_number, trait::name,
                            options.is_by_favourites ? trait::favourites : trait::provider};
