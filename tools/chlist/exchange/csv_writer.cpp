@@ -36,6 +36,11 @@ struct carrying_column {
 };
 
 constexpr carrying_column carrying[] = {
+    {"network_id", trait::network_id},
+    {"ts_id", trait::transport_id},
+    {"frequency", trait::frequency},
+    {"service_id", trait::service_id},
+    {"number", trait::place_outside_views},
     {"number", trait::number},
     {"minor", trait::minor_number},
     {"name", trait::name},
@@ -67,14 +72,6 @@ constexpr carrying_column carrying[] = {
     {"order_key", trait::order_key},
     {"net_index", trait::net_index},
     {favourites_column, trait::favourites},
-};
-
-// What a service is known by, and without which an import takes none.
-constexpr std::pair<std::string_view, std::string_view> identity_columns[] = {
-    {"network_id", "network ids"},
-    {"ts_id", "transport stream ids"},
-    {"frequency", "frequencies"},
-    {"service_id", "service ids"},
 };
 
 using columns = std::vector<const column *>;
@@ -168,16 +165,6 @@ std::vector<trait> traits_carried(const columns &written) {
   return carried;
 }
 
-void count_identities(const line_up &list, const columns &written, loss_counts &lost) {
-  for (const auto &[name, what] : identity_columns) {
-    lost.add(what, is_among(written, name) ? 0 : list.services.size());
-  }
-  if (!is_among(written, "number")) {
-    lost.add("services outside the ALL view",
-             static_cast<std::size_t>(std::ranges::count(list.services, false, &line_up_service::is_listed)));
-  }
-}
-
 void count_services(const line_up &list, loss_counts &lost) {
   constexpr std::int64_t largest_frequency = std::numeric_limits<std::uint32_t>::max();
   for (const line_up_service &service : list.services) {
@@ -210,7 +197,6 @@ void count_favourites(const line_up &list, loss_counts &lost) {
 
 std::vector<made_file> write_csv(const line_up &list, const write_options &options, loss_counts &lost) {
   const columns written = chosen(options.columns);
-  count_identities(list, written, lost);
   count_uncarried(list, traits_carried(written), lost);
   count_services(list, lost);
   if (is_among(written, favourites_column)) {

@@ -47,9 +47,10 @@ bool is_number(const channel_number &number) {
 bool has_number(const line_up_service &service) { return service.number && service.is_listed; }
 
 // Of some of these a section says less than the list; that is the table's.
-constexpr trait carried[] = {trait::number,    trait::minor_number, trait::name,
-                             trait::source,    trait::service_type, trait::polarisation,
-                             trait::video_pid, trait::audio_pid,    trait::net_index};
+constexpr trait carried[] = {trait::network_id,   trait::transport_id, trait::frequency, trait::service_id,
+                             trait::number,       trait::minor_number, trait::name,      trait::source,
+                             trait::service_type, trait::polarisation, trait::video_pid, trait::audio_pid,
+                             trait::net_index};
 
 constexpr service_loss losses[] = {
     {"names with brackets, line ends or blanks in front, or \"CHANNEL\"",
@@ -57,7 +58,6 @@ constexpr service_loss losses[] = {
        return !s.name.empty() && (section_name(s.name) != s.name || s.name == "CHANNEL");
      }},
     {"numbers below 0", [](const line_up_service &s) { return has_number(s) && !is_number(*s.number); }},
-    {"services outside the ALL view", [](const line_up_service &s) { return !s.is_listed; }},
     {"service types other than the streams tell",
      [](const line_up_service &s) { return s.fields.service_type != service_type_by_streams(s.fields); }},
     {"PIDs outside 1..8191",

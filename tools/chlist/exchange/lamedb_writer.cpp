@@ -50,9 +50,10 @@ std::string quoted_name(std::string_view name) {
 
 // Of some of these a lamedb and its bouquets say less than the list; that is counted apart.
 constexpr trait carried[] = {
-    trait::number,    trait::minor_number, trait::name,         trait::provider,     trait::source,
-    trait::lock,      trait::scrambling,   trait::service_type, trait::polarisation, trait::video_pid,
-    trait::audio_pid, trait::pcr_pid,      trait::net_index,    trait::favourites,   trait::favourite_numbers};
+    trait::network_id, trait::transport_id, trait::frequency,    trait::service_id,   trait::place_outside_views,
+    trait::number,     trait::minor_number, trait::name,         trait::provider,     trait::source,
+    trait::lock,       trait::scrambling,   trait::service_type, trait::polarisation, trait::video_pid,
+    trait::audio_pid,  trait::pcr_pid,      trait::net_index,    trait::favourites,   trait::favourite_numbers};
 
 constexpr service_loss losses[] = {
     {"names with line ends", [](const line_up_service &s) { return in_one_line(s.name) != s.name; }},

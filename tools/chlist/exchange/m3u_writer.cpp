@@ -20,27 +20,32 @@ using number_of = std::int64_t (*)(const line_up_service &service);
 
 struct url_number {
   std::string_view name;
+  trait which;
   number_of value;
 };
 
 constexpr url_number url_numbers[] = {
-    {"number", [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).major}; }},
-    {"minor", [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).minor}; }},
-    {"net_index", [](const line_up_service &s) { return std::int64_t{s.fields.net_index}; }},
-    {"network_id", [](const line_up_service &s) { return std::int64_t{s.fields.network_id}; }},
-    {"ts_id", [](const line_up_service &s) { return std::int64_t{s.fields.ts_id}; }},
-    {"frequency", [](const line_up_service &s) { return s.fields.frequency; }},
-    {"service_id", [](const line_up_service &s) { return std::int64_t{s.fields.service_id}; }},
+    {"number", trait::number,
+     [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).major}; }},
+    {"minor", trait::minor_number,
+     [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).minor}; }},
+    {"net_index", trait::net_index, [](const line_up_service &s) { return std::int64_t{s.fields.net_index}; }},
+    {"network_id", trait::network_id, [](const line_up_service &s) { return std::int64_t{s.fields.network_id}; }},
+    {"ts_id", trait::transport_id, [](const line_up_service &s) { return std::int64_t{s.fields.ts_id}; }},
+    {"frequency", trait::frequency, [](const line_up_service &s) { return s.fields.frequency; }},
+    {"service_id", trait::service_id, [](const line_up_service &s) { return std::int64_t{s.fields.service_id}; }},
 };
 
 struct url_text {
   std::string_view name;
+  trait which;
   std::string (*value)(const line_up_service &service);
 };
 
 constexpr url_text url_texts[] = {
-    {"polarisation", [](const line_up_service &s) { return std::string(s.fields.polarisation != 0 ? "V" : "H"); }},
-    {"name", [](const line_up_service &s) { return s.name; }},
+    {"polarisation", trait::polarisation,
+     [](const line_up_service &s) { return std::string(s.fields.polarisation != 0 ? "V" : "H"); }},
+    {"name", trait::name, [](const line_up_service &s) { return s.name; }},
 };
 
 std::string percent_encoded(std::string_view text) {
@@ -165,14 +170,26 @@ std::string entry_of(const line_up_service &service, std::string_view group, los
   return text + ',' + name + '\n';
 }
 
+// The entry's own, and the address's.
+std::vector<trait> traits_carried(const std::vector<url_part> &parts, const write_options &options) {
+  std::vector<trait> carried = {trait::number, trait::minor_number, trait::name,
+                                options.is_by_favourites ? trait::favourites : trait::provider};
+  for (const url_part &part : parts) {
+    if (part.number != nullptr) {
+      carried.push_back(part.number->which);
+    } else if (part.named_text != nullptr) {
+      carried.push_back(part.named_text->which);
+    }
+  }
+  return carried;
+}
+
 }  // namespace
 
 std::vector<made_file> write_m3u(const line_up &given, const write_options &options, loss_counts &lost) {
   const line_up list = with_plain_texts(given, lost);
   const std::vector<url_part> parts = parts_of(options.url.empty() ? default_m3u_url : std::string_view(options.url));
-  const trait carried[] = {trait::number, trait::minor_number, trait::name,
-                           options.is_by_favourites ? trait::favourites : trait::provider};
-  count_uncarried(list, carried, lost);
+  count_uncarried(list, traits_carried(parts, options), lost);
   const std::vector<std::string> groups = groups_of(list, options.is_by_favourites);
   std::string text = "#EXTM3U\n";
   for (std::size_t at = 0; at < list.services.size(); ++at) {

@@ -33,7 +33,15 @@ struct service_trait {
   bool (*is_in)(const line_up_service &service);
 };
 
+bool is_any(const line_up_service & /*service*/) { return true; }
+
 constexpr service_trait table[] = {
+    {trait::network_id, "network ids", is_any},
+    {trait::transport_id, "transport stream ids", is_any},
+    {trait::frequency, "frequencies", is_any},
+    {trait::service_id, "service ids", is_any},
+    {trait::place_outside_views, "services outside the ALL view",
+     [](const line_up_service &s) { return !s.is_listed; }},
     {trait::number, "channel numbers", [](const line_up_service &s) { return s.number.has_value(); }},
     {trait::minor_number, "minor numbers", [](const line_up_service &s) { return s.number && s.number->minor != 0; }},
     {trait::name, "names", [](const line_up_service &s) { return !s.name.empty(); }},

@@ -9,6 +9,11 @@
 namespace chlist {
 
 enum class trait {
+  network_id,
+  transport_id,
+  frequency,
+  service_id,
+  place_outside_views,  // of services that the ALL view does not show
   number,
   minor_number,
   name,

@@ -26,9 +26,11 @@ constexpr std::string_view unknown_source = "S0.0E";
 constexpr std::string_view some_ca_id = "100";
 
 // Of some of these a line says less than the list; that is counted line by line.
-constexpr trait carried[] = {trait::number,    trait::name,       trait::short_name,   trait::provider,
-                             trait::source,    trait::scrambling, trait::service_type, trait::polarisation,
-                             trait::video_pid, trait::audio_pid,  trait::pcr_pid,      trait::net_index};
+constexpr trait carried[] = {
+    trait::network_id, trait::transport_id, trait::frequency,    trait::service_id, trait::place_outside_views,
+    trait::number,     trait::name,         trait::short_name,   trait::provider,   trait::source,
+    trait::scrambling, trait::service_type, trait::polarisation, trait::video_pid,  trait::audio_pid,
+    trait::pcr_pid,    trait::net_index};
 
 bool is_source(std::string_view text) {
   try {
