@@ -193,7 +193,7 @@ class reader {
   void count_losses(const lamedb_service &read, const lamedb_transponder &transponder) {
     lost_.add("symbol rates and modulation");
     lost_.add("service types of newer television and radio",
-              basic_service_type(read.service_type) != read.service_type);
+              basic_service_type(read.service_type) != read.service_type ? 1 : 0);
     lost_.add("service numbers outside bouquets", read.number != 0 ? 1 : 0);
     lost_.add(circular_polarisations, transponder.polarisation > 1 ? 1 : 0);
     lost_.add("parts of a kHz", transponder.has_parts_of_a_khz ? 1 : 0);

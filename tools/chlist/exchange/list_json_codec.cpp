@@ -202,10 +202,10 @@ void fill_record(record_bytes record, const read_json &object, std::span<const j
   for (const auto &[key, value] : object.items()) {
     const auto field = std::ranges::find(fields, key, &json_field::name);
     if (field != fields.end()) {
-      put_field(record, *field, value, path + '.' + key);
+      put_field(record, *field, value, fmt::format("{}.{}", path, key));
       said.set(static_cast<std::size_t>(field - fields.begin()));
     } else if (std::ranges::find(others, key) == others.end()) {
-      refuse_json(path + '.' + key, "is no field");
+      refuse_json(fmt::format("{}.{}", path, key), "is no field");
     }
   }
   for (std::size_t i = 0; i < fields.size(); ++i) {

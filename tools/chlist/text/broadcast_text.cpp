@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -65,7 +66,7 @@ class converter {
   converter &operator=(const converter &) = delete;
 
   // A C library may come without some of the tables.
-  [[nodiscard]] bool is_open() const { return descriptor_ != iconv_t(-1); }
+  [[nodiscard]] bool is_open() const { return reinterpret_cast<std::intptr_t>(descriptor_) != -1; }
 
   // A unit that is no character is replaced.
   plain_text convert(std::string_view bytes, std::size_t unit) {
