@@ -14,19 +14,9 @@
 
 namespace {
 
+using namespace tool_test::enigma2;
 using chlist::channel_number;
 using chlist::favourite_group;
-using chlist::line_up;
-using chlist::line_up_service;
-using chlist::loss_counts;
-using tool_test::count_of;
-using tool_test::folder;
-using tool_test::list_of;
-using tool_test::plain_service;
-using tool_test::read_folder;
-using tool_test::skipped_in;
-using tool_test::written_folder;
-using texts = std::vector<std::string>;
 
 // Services 1 to 5, of which 4 and 5 are radio.
 line_up five() {
@@ -186,6 +176,37 @@ TEST(BouquetsReader, BouquetsOutsideTheFolderAreRefused) {
       skipped_in(read_folder(files)),
       (texts{"2: bouquets.tv: names no bouquet of this folder", "3: bouquets.tv: 'missing.tv' is not in the folder",
              "4: bouquets.tv: names no bouquet of this folder", "5: bouquets.tv: names no bouquet of this folder"}));
+}
+
+TEST(BouquetsReader, ABouquetThatIsNamedTwiceIsReadOnceAndTakesItsNumbersTwice) {
+  const folder bouquets = {{"1.tv", "#NAME A\n#SERVICE " + reference(1) + "\n#SERVICE " + reference(2) + "\n"},
+                           {"2.tv", "#NAME B\n#SERVICE " + reference(3) + "\n"}};
+  folder files = receiver(bouquets);
+  files["bouquets.tv"] = index_of({"1.tv", "1.tv", "2.tv"});
+
+  const line_up list = read_folder(files);
+
+  EXPECT_EQ(skipped_in(list), texts{"3: bouquets.tv: names '1.tv' once more"});
+  EXPECT_EQ(favourites_of(list), (texts{"A: A1 A2", "B: A3"}));
+  EXPECT_EQ(order_of(list), "A1=1 A2=2 A3=5 A4 A5");
+}
+
+TEST(BouquetsReader, NoFileIsReadOnceForEachLineThatNamesIt) {
+  folder files = receiver({{"1.tv", "#NAME A\n#SERVICE " + reference(1) + "\n"}});
+  files["bouquets.tv"] = index_of(texts(50'000, "1.tv"));
+  files["bouquets.radio"] = files["bouquets.tv"];
+  std::map<std::string, int> reads;
+  const auto file = [&](const std::string &name) {
+    ++reads[name];
+    const auto found = files.find(name);
+    return found == files.end() ? std::nullopt : std::optional(found->second);
+  };
+  loss_counts lost;
+
+  const line_up list = chlist::parse_lamedb_folder(files["lamedb"], file, lost);
+
+  EXPECT_EQ(list.skipped.size(), 2 * 49'999U);
+  EXPECT_EQ(reads["1.tv"], 2);
 }
 
 TEST(BouquetsReader, NumbersEndAtTheLargest) {

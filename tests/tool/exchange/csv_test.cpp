@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <ctime>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "chlist/exchange/csv_line_up.h"
@@ -105,6 +108,14 @@ class CsvLineUp : public tool_test::line_up_test {
     const std::string text = write_csv(taken, {.columns = columns, .url = "", .is_by_favourites = false}, lost)[0].text;
     EXPECT_TRUE(fill_list(read(text), lost).is_whole());
     return take_line_up(lost);
+  }
+
+  // What the chosen columns do not carry of a list.
+  row_list losses_of_columns(const line_up &given, const std::string &columns) {
+    chlist::loss_counts of_writing;
+    fill_list(given, lost);
+    write_csv(take_line_up(lost), {.columns = columns, .url = "", .is_by_favourites = false}, of_writing);
+    return losses(of_writing);
   }
 
   std::string refusal(const std::string &text) {
@@ -238,8 +249,103 @@ TEST_F(CsvLineUp, OnlyTheColumnsThatAreNamedAreWritten) {
       write_csv(taken, {.columns = "service_id,name,locked", .url = "", .is_by_favourites = false}, lost)[0].text;
 
   EXPECT_EQ(text, "service_id,name,locked\r\n1,\"A, \"\"B\"\"\",no\r\n");
-  EXPECT_EQ(losses(lost), (row_list{"channel numbers: 1", "providers: 1", "network names: 1", "service types: 1",
-                                    "network indexes: 1"}));
+  EXPECT_EQ(losses(lost), (row_list{"network ids: 1", "transport stream ids: 1", "frequencies: 1", "channel numbers: 1",
+                                    "providers: 1", "network names: 1", "service types: 1", "network indexes: 1"}));
+}
+
+TEST_F(CsvLineUp, AServiceInNoViewIsCountedWhereNoColumnMarksIt) {
+  line_up_service hidden = service_named("Hidden", 2);
+  hidden.is_listed = false;
+
+  EXPECT_EQ(
+      losses_of_columns(line_up_of({hidden}), "network_id,ts_id,frequency,service_id,net_index,network_name,type"),
+      (row_list{"services outside the ALL view: 1", "names: 1"}));
+}
+
+TEST_F(CsvLineUp, AMinorNumberIsNothingWithoutItsMajorOne) {
+  line_up_service service = service_named("", 1);
+  service.number = channel_number{7, 2};
+  const std::string identity = "network_id,ts_id,frequency,service_id,net_index,network_name,type,";
+
+  EXPECT_EQ(losses_of_columns(line_up_of({service}), identity + "minor,number"), row_list{});
+  EXPECT_EQ(losses_of_columns(line_up_of({service}), identity + "minor"),
+            (row_list{"channel numbers: 1", "minor numbers: 1"}));
+
+  read("network_id,ts_id,frequency,service_id,number,minor\n1,2,3,4,,2\n1,2,3,5,-,-1\n1,2,3,6,,0\n1,2,3,7,7,2\n");
+
+  EXPECT_EQ(losses(lost), (row_list{"minor numbers without a channel number: 2"}));
+}
+
+TEST_F(CsvLineUp, EachComponentTagHasAColumnOfItsOwn) {
+  line_up_service service = service_named("", 1);
+  service.fields.video_tag = 1;
+  service.fields.audio_tag = 2;
+  const std::string identity = "network_id,ts_id,frequency,service_id,net_index,network_name,type,";
+
+  EXPECT_EQ(losses_of_columns(line_up_of({service}), identity + "number,video_tag"),
+            (row_list{"component tags of audio: 1"}));
+  EXPECT_EQ(losses_of_columns(line_up_of({service}), identity + "number,audio_tag"),
+            (row_list{"component tags of video: 1"}));
+}
+
+TEST_F(CsvLineUp, FrequenciesThatAnImportRefusesAreCounted) {
+  for (const auto &[frequency, count] :
+       std::vector<std::pair<std::int64_t, std::size_t>>{{-1, 1}, {0, 0}, {4'294'967'295, 0}, {4'294'967'296, 1}}) {
+    line_up_service service = service_named("", 1);
+    service.fields.frequency = frequency;
+    service.fields.net_index = 1;
+    chlist::loss_counts of_writing;
+
+    fill_list(line_up_of({service_named("", 1)}), lost);
+    write_csv(line_up_of({service}), {}, of_writing);
+
+    const row_list expected(count, "frequencies outside 0..4294967295: 1");
+    EXPECT_EQ(losses(of_writing), expected) << frequency;
+  }
+}
+
+TEST_F(CsvLineUp, GroupsOfOneNameAreCounted) {
+  line_up given = line_up_of({service_named("", 1)});
+  given.services[0].fields.net_index = 1;
+  given.favourites = {{"Films", {{0, {}}}}, {"Films", {{0, {}}}}, {"News", {{0, {}}}}};
+  fill_list(line_up_of({service_named("", 1)}), lost);
+
+  write_csv(given, {}, lost);
+
+  EXPECT_EQ(losses(lost), (row_list{"favourite groups of one name, which become one: 1"}));
+}
+
+TEST_F(CsvLineUp, CircularPolarisationsAreCounted) {
+  read("network_id,ts_id,frequency,service_id,polarisation\n1,2,3,4,L\n1,2,3,5,r\n1,2,3,6,H\n1,2,3,7,v\n");
+
+  EXPECT_EQ(losses(lost), (row_list{"circular polarisations (left as horizontal, right as vertical): 2"}));
+}
+
+// Each takes a second or more when every column, group or kind of loss is sought among all others.
+TEST_F(CsvLineUp, HostileInputsTakeLittleTime) {
+  constexpr int many = 50'000;
+  std::string columns = "network_id,ts_id,frequency,service_id";
+  std::string row = "1,2,3,4";
+  std::string groups = "network_id,ts_id,frequency,service_id,favourites\n";
+  for (int n = 0; n < many; ++n) {
+    columns += ",column " + std::to_string(n);
+    row += ",x";
+    groups += "1,2,3," + std::to_string(n) + ",group " + std::to_string(n) + "\n";
+  }
+  const std::string short_rows = [] {
+    std::string text;
+    for (int n = 0; n < many; ++n) {
+      text += "1\n";
+    }
+    return text;
+  }();
+  const std::clock_t begin = std::clock();
+
+  EXPECT_EQ(read(columns + "\n" + row + "\n" + short_rows).skipped.size(), std::size_t{many});
+  EXPECT_EQ(read(groups).favourites.size(), std::size_t{many});
+
+  EXPECT_EQ(lost.rows().size(), std::size_t{many});
+  EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC);
 }
 
 // Numbers of favourites, which no column carries, are the services' own; groups come up in order.

@@ -288,7 +288,7 @@ TEST(Dvbv5Writer, EveryLossIsCounted) {
       {"PMT PIDs", [](line_up_service &s) { s.fields.pmt_pid = 32; }},
       {"PCR PIDs", [](line_up_service &s) { s.fields.pcr_pid = 33; }},
       {"ECM PIDs", [](line_up_service &s) { s.fields.video_ecm_pid = 32; }},
-      {"component tags", [](line_up_service &s) { s.fields.audio_tag = 1; }},
+      {"component tags of audio", [](line_up_service &s) { s.fields.audio_tag = 1; }},
       {"source types", [](line_up_service &s) { s.fields.source_type = 2; }},
       {"user order keys", [](line_up_service &s) { s.fields.user_order_key = 1; }},
       {"values that only the receiver knows", [](line_up_service &s) { s.fields.reserved_262[23] = 1; }},
@@ -351,6 +351,30 @@ TEST(Dvbv5Writer, SeveralSatellitesAreNumbered) {
   std::vector<std::string> sources;
   std::ranges::transform(read.services, std::back_inserter(sources), &line_up_service::source);
   EXPECT_EQ(sources, (std::vector<std::string>{"S#1", "S#0", "S#2", "S#1"}));
+}
+
+TEST(Dvbv5Writer, SatellitesBeyondTheLargestNumberAreCounted) {
+  line_up list;
+  for (int n = 0; n <= 256; ++n) {
+    list.services.push_back(plain());
+    list.services.back().source = "Network " + std::to_string(n);
+    loss_counts lost;
+    const line_up read = parse(chlist::write_dvbv5(list, lost).at(0).text);
+
+    EXPECT_TRUE(read.skipped.empty()) << n;
+    EXPECT_EQ(count_of(lost, "satellites beyond 256, which no number tells apart"), n == 256 ? 1U : 0U) << n;
+  }
+}
+
+TEST(Dvbv5Writer, NamesInOtherTablesBecomeUtf8) {
+  line_up_service service = plain();
+  service.name = "\x05\xC7"
+                 "a";
+  loss_counts lost;
+
+  EXPECT_EQ(chlist::write_dvbv5(one(service), lost).at(0).text.substr(0, 6), "[\xC3\x87"
+                                                                             "a]\n");
+  EXPECT_EQ(count_of(lost, "character tables of names, which are written in UTF-8"), 1U);
 }
 
 // What the format gives of a service, by what its losses say.

@@ -145,11 +145,23 @@ TEST_F(Export, WhatAFormatHasNoPlaceForIsCounted) {
                         "  locks                                                                1\n"
                         "  PMT PIDs                                                             2\n"
                         "  ECM PIDs                                                             2\n"
-                        "  component tags                                                       2\n"
+                        "  component tags of video                                              2\n"
+                        "  component tags of audio                                              2\n"
                         "  values that only the receiver knows                                  2\n"
+                        "  symbol rates and modulation (not written: the list has none)         2\n"
                         "  network names that are no source, written as S0.0E (see --source)    2\n"
                         "  PIDs beyond 1..8191                                                  4\n"
                         "  service types                                                        2\n");
+}
+
+TEST_F(Export, WhatALoadCannotKeepIsCounted) {
+  write_file(dir.path() + "box.dat", read("box.dat") + "end");
+
+  for (const char *output : {"box.csv", "box.conf", "box.m3u"}) {
+    const std::string out = exported(output).out;
+
+    EXPECT_NE(out.find("  3 bytes behind the last record "), std::string::npos) << out;
+  }
 }
 
 TEST_F(Export, SourcesMayBeNamed) {

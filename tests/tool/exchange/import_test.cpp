@@ -108,7 +108,7 @@ TEST_F(Import, TheSampleServicesHaveTheirProviders) {
 TEST_F(Import, ProvidersThatDoNotFitAreAFinding) {
   std::string text;
   for (int n = 0; n <= MAX_PROVIDER; ++n) {
-    text += service_line{.name = "Name;Provider " + std::to_string(n), .service_id = std::to_string(n)}.text();
+    text += service_line{.name = "Name;Provider " + std::to_string(n), .service_id = std::to_string(n + 1)}.text();
   }
 
   const program_result result = import(text);
@@ -148,7 +148,7 @@ TEST_F(Import, SkippedLinesAreReportedInOrderAndTheRestIsImported) {
 TEST_F(Import, AViewThatIsTooSmallIsAFinding) {
   std::string text;
   for (int n = 0; n <= MAX_RADIO_CHANNEL; ++n) {
-    text += service_line{.video = "0", .service_id = std::to_string(n)}.text();
+    text += service_line{.video = "0", .service_id = std::to_string(n + 1)}.text();
   }
 
   const program_result result = import(text);

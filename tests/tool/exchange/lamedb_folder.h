@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "chlist/exchange/lamedb.h"
+#include "tool/exchange/random_line_up.h"
 
 namespace tool_test {
 
@@ -68,3 +69,20 @@ inline chlist::line_up list_of(std::vector<chlist::line_up_service> services) {
 }
 
 }  // namespace tool_test
+
+// What the tests of the lamedb and of its bouquets call by short names.
+namespace tool_test::enigma2 {
+
+using chlist::line_up;
+using chlist::line_up_service;
+using chlist::loss_counts;
+using tool_test::count_of;
+using tool_test::folder;
+using tool_test::list_of;
+using tool_test::plain_service;
+using tool_test::read_folder;
+using tool_test::skipped_in;
+using tool_test::written_folder;
+using texts = std::vector<std::string>;
+
+}  // namespace tool_test::enigma2

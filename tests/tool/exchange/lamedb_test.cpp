@@ -16,17 +16,7 @@
 
 namespace {
 
-using chlist::line_up;
-using chlist::line_up_service;
-using chlist::loss_counts;
-using tool_test::count_of;
-using tool_test::folder;
-using tool_test::list_of;
-using tool_test::plain_service;
-using tool_test::read_folder;
-using tool_test::skipped_in;
-using tool_test::written_folder;
-using texts = std::vector<std::string>;
+using namespace tool_test::enigma2;
 
 constexpr std::string_view version_4 = "eDVB services /4/\n"
                                        "transponders\n"
@@ -52,6 +42,31 @@ constexpr std::string_view version_4 = "eDVB services /4/\n"
                                        "p:Free\n"
                                        "end\n"
                                        "Have a lot of bugs!\n";
+
+// Version 3 knows neither DVB-S2 nor flags: the parameters of transponders end before them.
+constexpr std::string_view version_3 = "eDVB services /3/\n"
+                                       "transponders\n"
+                                       "00870000:07da:009e\n"
+                                       "\ts 11306000:22000000:1:9:135:2\n"
+                                       "/\n"
+                                       "ffff0000:0001:0002\n"
+                                       "\tc 394000:6900000:2:3:0\n"
+                                       "/\n"
+                                       "eeee0000:0003:0004\n"
+                                       "\tt 514000000:0:5:5:3:2:4:4:2\n"
+                                       "/\n"
+                                       "end\n"
+                                       "services\n"
+                                       "0bb9:00870000:07da:009e:25:0\n"
+                                       "Northlight One\n"
+                                       "p:Northlight,c:000191,c:010192,c:030190,C:0b00,f:40\n"
+                                       "0001:ffff0000:0001:0002:2:0\n"
+                                       "Radio\n"
+                                       "p:,c:040022\n"
+                                       "0002:eeee0000:0003:0004:1:0\n"
+                                       "Antenna\n"
+                                       "p:Free\n"
+                                       "end\n";
 
 constexpr std::string_view version_5 =
     "eDVB services /5/\n"
@@ -122,7 +137,7 @@ void expect_the_sample(const line_up &list) {
 
 TEST(LamedbReader, EveryVersionIsReadAlike) {
   expect_the_sample(parse(version_4));
-  expect_the_sample(parse(replaced(version_4, "/4/", "/3/")));
+  expect_the_sample(parse(version_3));
   expect_the_sample(parse(version_5));
   EXPECT_EQ(parse(version_4).services[0].line, 14U);
   EXPECT_EQ(parse(version_5).services[0].line, 6U);
@@ -256,6 +271,17 @@ TEST(LamedbReader, ABadTransponderTakesItsServicesWithIt) {
     EXPECT_EQ(skipped_in(list), (texts{each.reason, "8: its transponder 00c00000:0001:0001 is not in the file"}));
     EXPECT_TRUE(list.services.empty());
   }
+}
+
+TEST(LamedbReader, ATransponderThatIsThereTwiceIsSkippedButForItsFirst) {
+  const line_up sections =
+      parse(replaced(version_4, "/\nend\nservices", "/\n00870000:07da:009e\n\ts 1:2:0:9:192:2:0\n/\nend\nservices"));
+  const line_up lines = parse(replaced(version_5, "s:0bb9", "t:00870000:07da:009e,s:1:2:0:9:192:2:0\ns:0bb9"));
+
+  EXPECT_EQ(skipped_in(sections), texts{"12: is the same transponder as line 3"});
+  EXPECT_EQ(sections.services.at(0).fields.frequency, 11'306'000);
+  EXPECT_EQ(skipped_in(lines), texts{"6: is the same transponder as line 3"});
+  EXPECT_EQ(lines.services.at(0).fields.frequency, 11'306'000);
 }
 
 TEST(LamedbReader, ABadServiceIsSkippedWithItsNameAndOptions) {
@@ -464,6 +490,25 @@ TEST(LamedbWriter, EveryLossIsCounted) {
     EXPECT_EQ(count_of(lost, each.what), 1U) << each.what;
     EXPECT_EQ(lost.rows().size(), 2U) << each.what;
   }
+}
+
+TEST(LamedbWriter, NamesInOtherTablesBecomeUtf8) {
+  line_up list = list_of({plain_service(1)});
+  list.services[0].name = "\x05\xC7"
+                          "a";
+  list.services[0].provider = "\x01\xB0";
+  list.favourites = {{"\x0B"
+                      "Films",
+                      {}}};
+  loss_counts lost;
+
+  const line_up read = read_folder(tool_test::folder_of(chlist::write_lamedb(list, 4, lost)));
+
+  EXPECT_EQ(read.services.at(0).name, "\xC3\x87"
+                                      "a");
+  EXPECT_EQ(read.services.at(0).provider, "\xD0\x90");
+  EXPECT_EQ(read.favourites.at(0).name, "Films");
+  EXPECT_EQ(count_of(lost, "character tables of names, which are written in UTF-8"), 3U);
 }
 
 TEST(LamedbFile, AFolderOrTheFileInItIsRead) {

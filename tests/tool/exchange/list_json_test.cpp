@@ -4,6 +4,7 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <filesystem>
 #include <limits>
 #include <random>
@@ -217,6 +218,7 @@ TEST_F(ListJson, AFileThatEndsEarlyOrIsOfAnotherLayoutIsRefused) {
 
 TEST_F(ListJson, TextThatIsNoJsonSaysWhere) {
   EXPECT_TRUE(refusal("{\n\"format\": ").starts_with("is no JSON: parse error at line 2, column ")) << refusal("{\n\"");
+  EXPECT_EQ(refusal("{\"version\": 1e999}"), "is no JSON: number overflow parsing '1e999'");
   EXPECT_EQ(refusal("[]"), "$: is no object with \"format\": \"channel file\"");
   EXPECT_EQ(refusal("{\"format\": 1}"), "$: is no object with \"format\": \"channel file\"");
 }
@@ -278,6 +280,19 @@ TEST_F(ListJson, ArraysEndAtTheirCapacity) {
   object["promo_vch"] = json::array();
   object["favorite_vch"] = json::array_t(MAX_FAV + 1, json::array());
   EXPECT_EQ(refusal(object.dump()), "$.favorite_vch: has 21 elements; the file holds 20");
+}
+
+// Takes several seconds when a member is sought among all others.
+TEST_F(ListJson, AnObjectOfManyMembersTakesLittleTime) {
+  std::string text = "{\"format\": \"channel file\"";
+  for (int n = 0; n < 50'000; ++n) {
+    text += ", \"x" + std::to_string(n) + "\": 1";
+  }
+  const std::clock_t begin = std::clock();
+
+  EXPECT_EQ(refusal(text + "}"), "$.x0: is no field");
+
+  EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC);
 }
 
 TEST_F(ListJson, PatchesStayWithinTheFile) {

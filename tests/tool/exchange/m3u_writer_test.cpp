@@ -68,7 +68,8 @@ TEST_F(M3uWriter, GroupsMayBeTheFavourites) {
   EXPECT_EQ(text_of(made, "x", true), "#EXTM3U\n"
                                       "#EXTINF:-1 tvg-name=\"News\" group-title=\"Mine;Yours\",News\nx\n"
                                       "#EXTINF:-1 tvg-name=\"Films\",Films\nx\n");
-  EXPECT_EQ(losses(lost), (row_list{"providers: 1", "network names: 2", "service types: 2"}));
+  EXPECT_EQ(losses(lost), (row_list{"network ids: 2", "transport stream ids: 2", "frequencies: 2", "service ids: 2",
+                                    "providers: 1", "network names: 2", "service types: 2"}));
 }
 
 TEST_F(M3uWriter, TheAddressFollowsItsTemplate) {
@@ -82,6 +83,31 @@ TEST_F(M3uWriter, TheAddressFollowsItsTemplate) {
                                      "{number}.{minor}?name={name}&}");
 
   EXPECT_EQ(text.substr(text.rfind('\n', text.size() - 2) + 1), "4/9e/2010/11345000V/abc/12.3?name=A%2FB%20%C3%A9&}\n");
+}
+
+TEST_F(M3uWriter, WhatTheAddressSaysIsNoLoss) {
+  line_up_service service = service_named("News", 1);
+  service.fields.polarisation = 1;
+  service.fields.net_index = 3;
+  const line_up given = line_up_of({service});
+
+  text_of(given, "{network_id}{ts_id:x}{frequency}{service_id}{polarisation}{net_index}");
+  EXPECT_EQ(losses(lost), (row_list{"network names: 1", "service types: 1"}));
+
+  lost = {};
+  text_of(given);
+  EXPECT_EQ(losses(lost), (row_list{"frequencies: 1", "network names: 1", "service types: 1", "polarisations: 1",
+                                    "network indexes: 1"}));
+}
+
+TEST_F(M3uWriter, AServiceOutsideTheAllViewIsCounted) {
+  line_up_service hidden = service_named("News", 1);
+  hidden.is_listed = false;
+
+  text_of(line_up_of({hidden}));
+
+  EXPECT_EQ(losses(lost),
+            (row_list{"frequencies: 1", "services outside the ALL view: 1", "network names: 1", "service types: 1"}));
 }
 
 TEST_F(M3uWriter, ATemplateOfUnknownFieldsIsRefused) {

@@ -47,7 +47,8 @@ class random_line_up {
     for (int i = below(8); i > 0; --i) {
       made += letters[below(std::size(letters))];
     }
-    return made;
+    // A control in front would name a character table.
+    return !made.empty() && made.front() < ' ' && made.front() > 0 ? "b" + made : made;
   }
 
   // Ids repeat, so that transponders of different places share them; the service id is the service's own.

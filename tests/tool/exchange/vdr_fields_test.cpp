@@ -85,6 +85,13 @@ TEST(VdrParameters, HorizontalAndLeftAreOneSideVerticalAndRightTheOther) {
   EXPECT_TRUE(read({.parameters = "c34v"}).is_vertical);
 }
 
+TEST(VdrParameters, LeftAndRightAreCircular) {
+  EXPECT_FALSE(read({.parameters = "HC34"}).is_circular);
+  EXPECT_FALSE(read({.parameters = "VC34"}).is_circular);
+  EXPECT_TRUE(read({.parameters = "LC34"}).is_circular);
+  EXPECT_TRUE(read({.parameters = "RC34"}).is_circular);
+}
+
 TEST(VdrParameters, ASatelliteNeedsExactlyOnePolarisation) {
   EXPECT_EQ(refusal({.parameters = "C34"}), "parameters 'C34' do not give one polarisation (H, V, L or R)");
   EXPECT_EQ(refusal({.parameters = ""}), "parameters '' do not give one polarisation (H, V, L or R)");
@@ -118,8 +125,8 @@ TEST(VdrSource, OthersAreALetterWithAPositionOrWithout) {
 }
 
 TEST(VdrSource, UnknownFormsAreRefused) {
-  for (const char *source :
-       {"", "S", "19.2E", "S19.2", "S19.2N", "S.2E", "S19.E", "S19.25E", "S1234E", "TX", "SxE", "?"}) {
+  for (const char *source : {"", "S", "19.2E", "S19.2", "S19.2N", "S.2E", "S19.E", "S19.25E", "S1234E", "S180.1E",
+                             "S181W", "TX", "SxE", "?"}) {
     EXPECT_EQ(refusal({.source = source}), "source '" + std::string(source) + "' is unknown");
   }
 }
@@ -206,7 +213,17 @@ TEST(VdrTeletext, BadPidsAreRefused) {
 TEST(VdrCaIds, ZeroIsFreeToAir) {
   EXPECT_FALSE(read({.ca_ids = "0"}).is_scrambled());
   EXPECT_FALSE(read({.ca_ids = "0000"}).is_scrambled());
-  EXPECT_TRUE(read({.ca_ids = "1"}).is_scrambled());
+  EXPECT_FALSE(read({.ca_ids = "0"}).has_devices());
+}
+
+TEST(VdrCaIds, ThoseBelow100ChooseADeviceAndScrambleNothing) {
+  for (const char *device : {"1", "F", "10", "FF"}) {
+    EXPECT_TRUE(read({.ca_ids = device}).has_devices()) << device;
+    EXPECT_FALSE(read({.ca_ids = device}).is_scrambled()) << device;
+  }
+  EXPECT_TRUE(read({.ca_ids = "100"}).is_scrambled());
+  EXPECT_FALSE(read({.ca_ids = "100"}).has_devices());
+  EXPECT_TRUE(read({.ca_ids = "1,B21"}).is_scrambled());
 }
 
 TEST(VdrCaIds, AreHexadecimal) { EXPECT_EQ(read({.ca_ids = "98C,9c4,FFFF"}).ca_ids, (pid_list{0x98C, 0x9C4, 0xFFFF})); }
@@ -226,11 +243,12 @@ TEST(VdrIds, Have16Bits) {
   EXPECT_EQ(largest.network_id, 65535);
   EXPECT_EQ(largest.transport_id, 65535);
   EXPECT_EQ(largest.radio_id, 65535);
-  EXPECT_EQ(read({.service_id = "0", .network_id = "0", .transport_id = "0"}).service_id, 0);
+  EXPECT_EQ(read({.service_id = "1", .network_id = "0", .transport_id = "0"}).service_id, 1);
 }
 
 TEST(VdrIds, LargerOnesAndTextAreRefused) {
-  EXPECT_EQ(refusal({.service_id = "65536"}), "SID '65536' is not within 0..65535");
+  EXPECT_EQ(refusal({.service_id = "65536"}), "SID '65536' is not within 1..65535");
+  EXPECT_EQ(refusal({.service_id = "0"}), "SID '0' is not within 1..65535");
   EXPECT_EQ(refusal({.network_id = "65536"}), "NID '65536' is not within 0..65535");
   EXPECT_EQ(refusal({.transport_id = "65536"}), "TID '65536' is not within 0..65535");
   EXPECT_EQ(refusal({.radio_id = "65536"}), "RID '65536' is not within 0..65535");

@@ -16,6 +16,7 @@
 #include "channel/store/group_table.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/report.h"
+#include "chlist/service/pids.h"
 
 namespace chlist {
 namespace {
@@ -42,9 +43,6 @@ struct field {
   std::string_view text_range = {};
 };
 
-constexpr std::int64_t unset_pid = 0xFFFF;
-constexpr std::int64_t unset_tag = 0xFF;
-
 constexpr word no_pid[] = {{"none", unset_pid}};
 constexpr word no_tag[] = {{"none", unset_tag}};
 constexpr word switches[] = {{"yes", 1}, {"no", 0}};
@@ -53,7 +51,7 @@ constexpr word polarisations[] = {{"H", 0}, {"V", 1}};
 
 constexpr range byte = {0, 255, {}, "0 to 255"};
 constexpr range id = {0, 65'535, {}, "0 to 65535"};
-constexpr range pid = {0, 8191, no_pid, "0 to 8191, or none"};
+constexpr range pid = {0, largest_pid, no_pid, "0 to 8191, or none"};
 constexpr range tag = {0, 255, no_tag, "0 to 255, or none"};
 constexpr range yes_or_no = {0, -1, switches, "yes or no"};
 constexpr range type = {0, 255, service_types, "0 to 255, tv or radio"};

@@ -3,11 +3,12 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "chlist/exchange/bouquets.h"
+#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/exchange/vdr_fields.h"
 
 namespace chlist {
 namespace {
@@ -57,21 +58,32 @@ class reader {
   // The user bouquets that a file names; none when it is not there.
   std::vector<bouquet> read_bouquets(const std::string &file) {
     std::vector<bouquet> made;
+    std::unordered_map<std::string, int> numbers_of_files;
     next_number_ = 1;
     for_each_line_of(file, [&](std::string_view line) {
       if (const auto reference = behind(line, "#SERVICE")) {
         const std::string name = file_named_in(read_bouquet_reference(without_leading_blanks(*reference)).path);
+        const auto [known, is_new] = numbers_of_files.try_emplace(name, 0);
+        if (!is_new) {
+          take_numbers(known->second);
+          throw bad_line("names " + quoted(std::string_view(name)) + " once more");
+        }
+        const int before = next_number_;
         if (auto read = read_bouquet(name)) {
           made.push_back(std::move(*read));
         } else {
           throw bad_line(quoted(std::string_view(name)) + " is not in the folder");
         }
+        known->second = next_number_ - before;
       }
     });
     return made;
   }
 
  private:
+  // Numbers beyond the largest are none, however far beyond.
+  void take_numbers(int count) { next_number_ = std::min(next_number_ + count, beyond_all_numbers); }
+
   std::optional<bouquet> read_bouquet(const std::string &file) {
     bouquet made{.file = file, .name = {}, .entries = {}};
     const int numbered_before = std::exchange(next_number_, file == file_of_all ? 1 : next_number_);
@@ -100,7 +112,7 @@ class reader {
   void add(const bouquet_reference &reference, bouquet &into) {
     if (reference.is_marker()) {
       const bool is_numbered = (reference.flags & bouquet_reference::numbered_marker) != 0;
-      next_number_ += is_numbered ? 1 : 0;
+      take_numbers(is_numbered ? 1 : 0);
       lost_.add("markers", is_numbered ? 0 : 1);
       return;
     }
@@ -108,7 +120,8 @@ class reader {
       lost_.add("bouquets within bouquets");
       return;
     }
-    const int number = next_number_++;
+    const int number = next_number_;
+    take_numbers(1);
     if (!reference.is_service()) {
       lost_.add("streams, alternatives and other things that are no DVB service");
       return;
@@ -146,6 +159,7 @@ class reader {
     return text.has_value();
   }
 
+  static constexpr int beyond_all_numbers = 1'000'000'000;
   static constexpr std::string_view names_given = "names given in bouquets";
 
   const folder_files &files_;

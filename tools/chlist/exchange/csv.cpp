@@ -7,19 +7,16 @@
 #include <stdexcept>
 #include <utility>
 
+#include "chlist/text/utf8.h"
+
 namespace chlist {
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 constexpr std::string_view special = ",\"\r\n";
 
 class reader {
  public:
-  explicit reader(std::string_view text) : text_(text) {
-    if (text_.starts_with(byte_order_mark)) {
-      at_ = byte_order_mark.size();
-    }
-  }
+  explicit reader(std::string_view text) : text_(without_byte_order_mark(text)) {}
 
   std::vector<csv_row> read() {
     while (at_ < text_.size()) {

@@ -1,139 +1,23 @@
-// One table says what each column sets. Cells that are empty set nothing.
+// Rows become services by the columns that their header names. Cells that are empty set nothing.
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <limits>
-#include <optional>
 #include <stdexcept>
 #include <string>
-#include <type_traits>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "chlist/exchange/csv.h"
 #include "chlist/exchange/csv_columns.h"
 #include "chlist/exchange/csv_line_up.h"
-#include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/vdr_fields.h"
+#include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/service_losses.h"
 #include "chlist/files/input_file.h"
-#include "chlist/service/service_types.h"
+#include "chlist/service/pids.h"
 
 namespace chlist {
 namespace {
-
-constexpr std::uint16_t unset_pid = 0xFFFF;
-
-template <class Number>
-Number read_signed(std::string_view text, std::string_view what) {
-  const bool is_negative = text.starts_with('-');
-  const auto most = std::int64_t{std::numeric_limits<Number>::max()};
-  const auto value = read_number<std::int64_t>(text.substr(is_negative ? 1 : 0), what, 0, most + (is_negative ? 1 : 0));
-  return static_cast<Number>(is_negative ? -value : value);
-}
-
-void set_number(line_up_service &service, std::string_view text, std::string_view what) {
-  if (text == csv_unlisted) {
-    service.is_listed = false;
-  } else {
-    service.number = channel_number{read_signed<std::int16_t>(text, what), 0};
-  }
-}
-
-void set_minor(line_up_service &service, std::string_view text, std::string_view what) {
-  const int minor = read_signed<std::int16_t>(text, what);
-  if (service.number) {
-    service.number = channel_number{service.number->major, minor};
-  }
-}
-
-template <auto Text>
-void set_text(line_up_service &service, std::string_view text, std::string_view /*what*/) {
-  service.*Text = text;
-}
-
-template <auto Field>
-void set_field(line_up_service &service, std::string_view text, std::string_view what) {
-  using number = std::remove_reference_t<decltype(service.fields.*Field)>;
-  service.fields.*Field = read_number<number>(text, what);
-}
-
-void set_order_key(line_up_service &service, std::string_view text, std::string_view what) {
-  service.fields.user_order_key = read_signed<std::int16_t>(text, what);
-}
-
-void set_frequency(line_up_service &service, std::string_view text, std::string_view what) {
-  service.fields.frequency =
-      read_number<std::int64_t>(text, what, 0, std::int64_t{std::numeric_limits<std::uint32_t>::max()});
-}
-
-void set_polarisation(line_up_service &service, std::string_view text, std::string_view what) {
-  static constexpr std::string_view letters = "HLVRhlvr";
-  const std::size_t at = text.size() == 1 ? letters.find(text.front()) : std::string_view::npos;
-  if (at == std::string_view::npos) {
-    throw bad_line(fmt::format("{} {} is none of H, V, L and R", what, quoted(text)));
-  }
-  service.fields.polarisation = at % 4 >= 2 ? 1 : 0;
-}
-
-void set_type(line_up_service &service, std::string_view text, std::string_view what) {
-  for (int type = 0; type <= std::numeric_limits<std::uint8_t>::max(); ++type) {
-    if (service_type_name(static_cast<std::uint8_t>(type)) == text) {
-      service.fields.service_type = static_cast<std::uint8_t>(type);
-      return;
-    }
-  }
-  throw bad_line(fmt::format("{} {} is unknown", what, quoted(text)));
-}
-
-template <int Bit>
-void set_flag(line_up_service &service, std::string_view text, std::string_view what) {
-  static constexpr std::array<std::string_view, 6> words = {"yes", "true", "1", "no", "false", "0"};
-  const auto *const word = std::ranges::find(words, text);
-  if (word == words.end()) {
-    throw bad_line(fmt::format("{} {} is neither yes nor no", what, quoted(text)));
-  }
-  service.set_flag(Bit, word - words.begin() < 3);
-}
-
-// Favourites are collected when the services stand.
-void pass(line_up_service & /*service*/, std::string_view /*text*/, std::string_view /*what*/) {}
-
-using fields = channel_st;
-
-// In the order of setting: a number before its minor one, the whole byte of flags before its bits.
-constexpr csv_column table[] = {
-    {"number", set_number},
-    {"minor", set_minor},
-    {"name", set_text<&line_up_service::name>},
-    {"short_name", set_text<&line_up_service::short_name>},
-    {"type", set_type},
-    {"service_type", set_field<&fields::service_type>},
-    {"provider", set_text<&line_up_service::provider>},
-    {"genre", set_text<&line_up_service::genre>},
-    {"country", set_text<&line_up_service::country>},
-    {favourites_column, pass},
-    {"network_name", set_text<&line_up_service::source>},
-    {"net_index", set_field<&fields::net_index>},
-    {"network_id", set_field<&fields::network_id>, true},
-    {"ts_id", set_field<&fields::ts_id>, true},
-    {"frequency", set_frequency, true},
-    {"polarisation", set_polarisation},
-    {"service_id", set_field<&fields::service_id>, true},
-    {"pmt_pid", set_field<&fields::pmt_pid>},
-    {"pcr_pid", set_field<&fields::pcr_pid>},
-    {"video_pid", set_field<&fields::video_pid>},
-    {"video_tag", set_field<&fields::video_tag>},
-    {"video_ecm_pid", set_field<&fields::video_ecm_pid>},
-    {"audio_pid", set_field<&fields::audio_pid>},
-    {"audio_tag", set_field<&fields::audio_tag>},
-    {"flags", set_field<&fields::flag>},
-    {"locked", set_flag<CHANNEL_FLAG_LOCKED>},
-    {"skipped", set_flag<CHANNEL_FLAG_SKIP>},
-    {"scrambled", set_flag<CHANNEL_FLAG_FTA>},
-    {"data", set_flag<CHANNEL_FLAG_DSMCC>},
-    {"source_type", set_field<&fields::source_type>},
-    {"order_key", set_order_key},
-};
 
 // A service with audio alone is radio; of one without PIDs nothing else is known than that most are television.
 void guess_type(line_up_service &service) {
@@ -161,7 +45,8 @@ class reader {
   [[nodiscard]] const std::vector<std::string> &header() const { return rows_.front().cells; }
 
   void find_columns() {
-    for (const csv_column &column : table) {
+    refuse_repeated();
+    for (const csv_column &column : csv_columns()) {
       const auto found = std::ranges::find(header(), column.name);
       if (found != header().end()) {
         places_.emplace_back(&column, static_cast<std::size_t>(found - header().begin()));
@@ -171,20 +56,29 @@ class reader {
                                              column.name));
       }
     }
-    for (auto name = header().begin(); name != header().end(); ++name) {
-      if (std::find(header().begin(), name, *name) != name) {
-        throw std::runtime_error(fmt::format("line 1: has two columns {}", chlist::quoted(*name)));
+  }
+
+  void refuse_repeated() const {
+    std::unordered_set<std::string_view> names;
+    for (const std::string &name : header()) {
+      if (!names.insert(name).second) {
+        throw std::runtime_error(fmt::format("line 1: has two columns {}", chlist::quoted(name)));
       }
     }
   }
 
   void count_unknown() {
-    for (std::size_t at = 0; at < header().size(); ++at) {
-      if (std::ranges::none_of(places_, [at](const auto &place) { return place.second == at; })) {
-        const auto is_used = [at](const csv_row &row) { return at < row.cells.size() && !row.cells[at].empty(); };
-        lost_.add("cells of the column " + chlist::quoted(header()[at]),
-                  static_cast<std::size_t>(std::count_if(rows_.begin() + 1, rows_.end(), is_used)));
+    std::vector<std::size_t> used(header().size(), 0);
+    for (auto row = rows_.begin() + 1; row != rows_.end(); ++row) {
+      for (std::size_t at = 0; at < std::min(row->cells.size(), used.size()); ++at) {
+        used[at] += row->cells[at].empty() ? 0 : 1;
       }
+    }
+    for (const auto &[column, at] : places_) {
+      used[at] = 0;
+    }
+    for (std::size_t at = 0; at < used.size(); ++at) {
+      lost_.add("cells of the column " + chlist::quoted(header()[at]), used[at]);
     }
   }
 
@@ -194,6 +88,7 @@ class reader {
         throw bad_line(fmt::format("has {} cells instead of {}", row.cells.size(), header().size()));
       }
       line_up_service service = service_of(row);
+      count_losses(row);
       const std::size_t favourites = place_of(favourites_column);
       if (favourites < row.cells.size()) {
         add_favourites(row.cells[favourites]);
@@ -210,9 +105,7 @@ class reader {
   }
 
   [[nodiscard]] line_up_service service_of(const csv_row &row) const {
-    line_up_service service;
-    service.line = row.line;
-    service.fields.source_type = broadcast_source;
+    line_up_service service = broadcast_service(row.line);
     bool has_type = false;
     for (const auto &[column, at] : places_) {
       const std::string &cell = row.cells[at];
@@ -232,33 +125,43 @@ class reader {
     return service;
   }
 
+  [[nodiscard]] std::string_view cell_of(const csv_row &row, std::string_view column) const {
+    const std::size_t place = place_of(column);
+    return place < row.cells.size() ? std::string_view(row.cells[place]) : std::string_view();
+  }
+
+  // Of a row that is read.
+  void count_losses(const csv_row &row) {
+    const std::string_view number = cell_of(row, "number");
+    const std::string_view minor = cell_of(row, "minor");
+    const bool is_lonely = (number.empty() || number == csv_unlisted) && minor.find_first_not_of("-0") < minor.size();
+    lost_.add("minor numbers without a channel number", is_lonely ? 1 : 0);
+    const bool is_circular = cell_of(row, "polarisation").find_first_of("LRlr") != std::string_view::npos;
+    lost_.add(circular_polarisations, is_circular ? 1 : 0);
+  }
+
   // In the order in which the groups come up. The service is the next one.
   void add_favourites(std::string_view names) {
-    std::optional<std::string_view> rest = names;
-    while (rest) {
-      const auto [name, tail] = split_at_first(*rest, csv_group_separator);
+    for (const std::string_view name : split(names, csv_group_separator)) {
       if (!name.empty()) {
         group_named(name).entries.push_back({read_.services.size(), {}});
       }
-      rest = tail;
     }
   }
 
   favourite_group &group_named(std::string_view name) {
-    const auto known = std::ranges::find(read_.favourites, name, &favourite_group::name);
-    return known != read_.favourites.end() ? *known
-                                           : read_.favourites.emplace_back(favourite_group{std::string(name), {}});
+    const auto [place, is_new] = groups_.try_emplace(std::string(name), read_.favourites.size());
+    return is_new ? read_.favourites.emplace_back(favourite_group{place->first, {}}) : read_.favourites[place->second];
   }
 
   const std::vector<csv_row> &rows_;
   loss_counts &lost_;
   line_up read_;
+  std::unordered_map<std::string, std::size_t> groups_;  // by name, their place among the favourites
   std::vector<std::pair<const csv_column *, std::size_t>> places_;
 };
 
 }  // namespace
-
-std::span<const csv_column> csv_columns() { return table; }
 
 line_up line_up_of_csv(std::string_view text, loss_counts &lost) {
   const std::vector<csv_row> rows = parse_csv(text);

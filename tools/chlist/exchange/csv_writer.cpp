@@ -2,7 +2,9 @@
 #include <channel/channel.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
+#include <limits>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -34,6 +36,11 @@ struct carrying_column {
 };
 
 constexpr carrying_column carrying[] = {
+    {"network_id", trait::network_id},
+    {"ts_id", trait::transport_id},
+    {"frequency", trait::frequency},
+    {"service_id", trait::service_id},
+    {"number", trait::place_outside_views},
     {"number", trait::number},
     {"minor", trait::minor_number},
     {"name", trait::name},
@@ -60,13 +67,18 @@ constexpr carrying_column carrying[] = {
     {"pcr_pid", trait::pcr_pid},
     {"pmt_pid", trait::pmt_pid},
     {"video_ecm_pid", trait::ecm_pid},
-    {"video_tag", trait::component_tags},
+    {"video_tag", trait::video_tag},
+    {"audio_tag", trait::audio_tag},
     {"order_key", trait::order_key},
     {"net_index", trait::net_index},
     {favourites_column, trait::favourites},
 };
 
 using columns = std::vector<const column *>;
+
+bool is_among(const columns &written, std::string_view name) {
+  return std::ranges::find(written, name, &column::name) != written.end();
+}
 
 // All that an import takes, unless some are named.
 columns chosen(const std::string &names) {
@@ -142,8 +154,22 @@ class writer {
   std::vector<std::string> groups_;
 };
 
+// A minor number is read behind its major one only.
+std::vector<trait> traits_carried(const columns &written) {
+  std::vector<trait> carried;
+  for (const carrying_column &each : carrying) {
+    if (is_among(written, each.name) && (each.which != trait::minor_number || is_among(written, "number"))) {
+      carried.push_back(each.which);
+    }
+  }
+  return carried;
+}
+
 void count_services(const line_up &list, loss_counts &lost) {
+  constexpr std::int64_t largest_frequency = std::numeric_limits<std::uint32_t>::max();
   for (const line_up_service &service : list.services) {
+    const std::int64_t frequency = service.fields.frequency;
+    lost.add("frequencies outside 0..4294967295", frequency < 0 || frequency > largest_frequency ? 1 : 0);
     lost.add("polarisations other than 0 and 1", service.fields.polarisation > 1 ? 1 : 0);
     lost.add("network indexes of 0", service.fields.net_index == 0 ? 1 : 0);
   }
@@ -151,7 +177,9 @@ void count_services(const line_up &list, loss_counts &lost) {
 
 // Groups come up, and their entries follow each other, in the order of the services.
 void count_favourites(const line_up &list, loss_counts &lost) {
+  std::unordered_set<std::string_view> names;
   for (const favourite_group &group : list.favourites) {
+    lost.add("favourite groups of one name, which become one", names.insert(group.name).second ? 0 : 1);
     lost.add("favourite groups without services", group.entries.empty() ? 1 : 0);
     lost.add("favourite groups without a name, or with ';' in it",
              group.name.empty() || group.name.find(csv_group_separator) != std::string::npos ? 1 : 0);
@@ -169,15 +197,9 @@ void count_favourites(const line_up &list, loss_counts &lost) {
 
 std::vector<made_file> write_csv(const line_up &list, const write_options &options, loss_counts &lost) {
   const columns written = chosen(options.columns);
-  std::vector<trait> carried;
-  for (const carrying_column &each : carrying) {
-    if (std::ranges::find(written, each.name, &column::name) != written.end()) {
-      carried.push_back(each.which);
-    }
-  }
-  count_uncarried(list, carried, lost);
+  count_uncarried(list, traits_carried(written), lost);
   count_services(list, lost);
-  if (std::ranges::find(written, favourites_column, &column::name) != written.end()) {
+  if (is_among(written, favourites_column)) {
     count_favourites(list, lost);
   }
   return {{"", writer(list).write(written)}};

@@ -5,8 +5,8 @@
 
 #include "chlist/exchange/dvbv5.h"
 #include "chlist/exchange/dvbv5_section.h"
+#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/exchange/vdr_fields.h"
 #include "chlist/files/input_file.h"
 
 namespace chlist {

@@ -5,9 +5,9 @@
 #include <iterator>
 #include <limits>
 
+#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/exchange/vdr_fields.h"
 
 namespace chlist {
 namespace {
@@ -184,7 +184,7 @@ void dvbv5_section::count_losses(loss_counts &lost) const {
       {"further video PIDs", video_pids_.size() > 1},
       {"further audio PIDs", audio_pids_.size() > 1},
       {"PIDs of other streams", has_other_pids_},
-      {"circular polarisations (left as horizontal, right as vertical)", polarisation_ == 'L' || polarisation_ == 'R'},
+      {circular_polarisations, polarisation_ == 'L' || polarisation_ == 'R'},
       {"parts of a kHz", from.by != delivery::satellite && frequency_.value_or(0) % 1000 != 0},
       {"satellite numbers of services that come from elsewhere", from.by != delivery::satellite && satellite_number_},
   };

@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "chlist/exchange/dvbv5.h"
+#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/service_traits.h"
@@ -46,9 +47,10 @@ bool is_number(const channel_number &number) {
 bool has_number(const line_up_service &service) { return service.number && service.is_listed; }
 
 // Of some of these a section says less than the list; that is the table's.
-constexpr trait carried[] = {trait::number,    trait::minor_number, trait::name,
-                             trait::source,    trait::service_type, trait::polarisation,
-                             trait::video_pid, trait::audio_pid,    trait::net_index};
+constexpr trait carried[] = {trait::network_id,   trait::transport_id, trait::frequency, trait::service_id,
+                             trait::number,       trait::minor_number, trait::name,      trait::source,
+                             trait::service_type, trait::polarisation, trait::video_pid, trait::audio_pid,
+                             trait::net_index};
 
 constexpr service_loss losses[] = {
     {"names with brackets, line ends or blanks in front, or \"CHANNEL\"",
@@ -56,7 +58,6 @@ constexpr service_loss losses[] = {
        return !s.name.empty() && (section_name(s.name) != s.name || s.name == "CHANNEL");
      }},
     {"numbers below 0", [](const line_up_service &s) { return has_number(s) && !is_number(*s.number); }},
-    {"services outside the ALL view", [](const line_up_service &s) { return !s.is_listed; }},
     {"service types other than the streams tell",
      [](const line_up_service &s) { return s.fields.service_type != service_type_by_streams(s.fields); }},
     {"PIDs outside 1..8191",
@@ -79,6 +80,9 @@ class satellite_numbers {
 
   [[nodiscard]] std::optional<int> of(const std::string &source) const { return numbers_.at(source); }
 
+  // Whether there are others, and no number was left.
+  [[nodiscard]] bool lacks_number(const std::string &source) const { return numbers_.size() > 1 && !of(source); }
+
  private:
   void add(const std::string &source, std::optional<int> number) {
     numbers_[source] = number;
@@ -97,6 +101,9 @@ class satellite_numbers {
     for (const std::string &source : unnumbered_) {
       while (used_.contains(free)) {
         ++free;
+      }
+      if (free > largest_satellite_number) {
+        return;
       }
       numbers_[source] = free++;
     }
@@ -124,7 +131,7 @@ std::string_view assumed_settings(delivery by) {
 
 class writer {
  public:
-  explicit writer(const line_up &list) : satellites_(list) {}
+  writer(const line_up &list, loss_counts &lost) : satellites_(list), lost_(lost) {}
 
   void write(const line_up_service &service) {
     const channel_st &fields = service.fields;
@@ -164,6 +171,7 @@ class writer {
     if (from.by == delivery::satellite) {
       line("\tPOLARIZATION = {}\n", service.fields.polarisation == 0 ? "HORIZONTAL" : "VERTICAL");
       from.satellite_number = satellites_.of(service.source);
+      lost_.add("satellites beyond 256, which no number tells apart", satellites_.lacks_number(service.source) ? 1 : 0);
     }
     if (from.satellite_number) {
       line("\tSAT_NUMBER = {}\n", *from.satellite_number);
@@ -173,6 +181,7 @@ class writer {
   }
 
   satellite_numbers satellites_;
+  loss_counts &lost_;
   std::vector<std::string> sources_;  // as reading gives them
   std::string text_;
 };
@@ -180,14 +189,15 @@ class writer {
 }  // namespace
 
 std::vector<made_file> write_dvbv5(const line_up &list, loss_counts &lost) {
-  count_uncarried(list, carried, lost);
-  count_losses(list, losses, lost);
-  lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
-  writer made(list);
-  for (const line_up_service &service : list.services) {
+  const line_up plain = with_plain_texts(list, lost);
+  count_uncarried(plain, carried, lost);
+  count_losses(plain, losses, lost);
+  lost.add("symbol rates and the like (assumed: the list has none)", plain.services.size());
+  writer made(plain, lost);
+  for (const line_up_service &service : plain.services) {
     made.write(service);
   }
-  count_source_losses(list, made.take_sources(), lost);
+  count_source_losses(plain, made.take_sources(), lost);
   return {{"", made.take_text()}};
 }
 

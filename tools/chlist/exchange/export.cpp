@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "chlist/exchange/exchange_report.h"
+#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/list_line_up.h"
 #include "chlist/exchange/vdr_fields.h"
@@ -106,9 +107,14 @@ std::vector<made_file> written(const line_up &list, const export_options &option
   return result.to.write(list, result.lost);
 }
 
+// "12 bytes behind the last record: not saved": what follows is said to whoever saves the list.
+std::string_view what_is_lost(std::string_view change) { return change.substr(0, change.rfind(": ")); }
+
 void export_line_up(const channel_input &input, const export_options &options, outcome &result) {
   input.must_be_current();
-  load_faithfully(input);
+  for (const std::string &change : load_faithfully(input)) {
+    result.lost.add(what_is_lost(change));
+  }
   line_up list = take_line_up(result.lost);
   for (const std::string &source : options.sources) {
     rename_source(list, source);

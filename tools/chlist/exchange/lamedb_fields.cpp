@@ -3,21 +3,15 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <limits>
 
+#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/exchange/vdr_fields.h"
 
 namespace chlist {
 namespace {
 
 constexpr std::uint8_t largest_polarisation = 3;
-
-template <class Number>
-Number read_hexadecimal(std::string_view text, std::string_view what) {
-  return read_number<Number>(text, what, 0, std::numeric_limits<Number>::max(), 16);
-}
 
 // Tenths of a degree east; the west is below 0, or above 1800.
 int read_position(std::string_view text) {
@@ -116,7 +110,7 @@ class options {
   void take_cached(std::string_view text) {
     const auto kind = read_number<std::uint8_t>(text.substr(0, 2), "kind of a cached PID");
     const auto value = read_hexadecimal<std::uint32_t>(text.size() > 2 ? text.substr(2) : "", "cached PID");
-    const bool is_pid = value <= largest_stream_pid && is_stream_pid(static_cast<std::uint16_t>(value));
+    const bool is_pid = value <= largest_pid && is_stream_pid(static_cast<std::uint16_t>(value));
     const auto pid = static_cast<std::uint16_t>(is_pid ? value : unset_pid);
     switch (kind) {
       case cached_video:
@@ -159,17 +153,6 @@ bool is_hexadecimal(std::string_view text) {
 }
 
 }  // namespace
-
-std::vector<std::string_view> split(std::string_view text, char separator) {
-  std::vector<std::string_view> parts;
-  std::optional<std::string_view> rest = text;
-  while (rest) {
-    const auto [part, tail] = split_at_first(*rest, separator);
-    parts.push_back(part);
-    rest = tail;
-  }
-  return parts;
-}
 
 transponder_reference read_transponder_reference(std::string_view text) {
   const auto fields = split(text, ':');

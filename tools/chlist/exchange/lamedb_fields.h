@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "chlist/exchange/line_up.h"
 #include "chlist/exchange/reception.h"
@@ -20,8 +19,6 @@ struct lamedb_transponder {
   std::uint8_t polarisation = 0;  // 0 horizontal, 1 vertical, 2 left, 3 right
   bool has_parts_of_a_khz = false;
 };
-
-std::vector<std::string_view> split(std::string_view text, char separator);
 
 // "NAMESPACE:TSID:ONID" in hexadecimal digits.
 transponder_reference read_transponder_reference(std::string_view text);

@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "chlist/exchange/bouquets.h"
+#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/lamedb.h"
 #include "chlist/exchange/lamedb_fields.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/exchange/vdr_fields.h"
 #include "chlist/files/input_file.h"
 
 namespace chlist {
@@ -85,9 +85,10 @@ class reader {
       if (line == "/" || line.empty()) {
         return;
       }
+      const std::size_t number = lines_.number();
       const std::string_view parameters =
           next_unless([](std::string_view next) { return next == "/" || next == "end"; });
-      add_transponder(line, parameters);
+      add_transponder(number, line, parameters);
     });
   }
 
@@ -118,7 +119,7 @@ class reader {
   void read_line(std::string_view line) {
     const auto [what, rest] = split_at_first(line.substr(std::min<std::size_t>(line.size(), 2)), ',');
     if (line.starts_with("t:")) {
-      add_transponder(what, rest.value_or(std::string_view()));
+      add_transponder(lines_.number(), what, rest.value_or(std::string_view()));
     } else if (line.starts_with("s:")) {
       const auto [name, options] = take_name(rest.value_or(std::string_view()));
       add_service(lines_.number(), what, name, options);
@@ -142,8 +143,12 @@ class reader {
     throw bad_line("a service's name without the second quotation mark");
   }
 
-  void add_transponder(std::string_view reference, std::string_view parameters) {
-    transponders_.try_emplace(read_transponder_reference(reference), read_transponder(parameters));
+  void add_transponder(std::size_t number, std::string_view reference, std::string_view parameters) {
+    const auto [known, is_new] = transponders_.try_emplace(read_transponder_reference(reference),
+                                                           transponder_of_line{read_transponder(parameters), number});
+    if (!is_new) {
+      throw bad_line(fmt::format("is the same transponder as line {}", known->second.line));
+    }
   }
 
   void add_service(std::size_t number, std::string_view line, std::string_view name, std::string_view options) {
@@ -174,7 +179,7 @@ class reader {
       throw bad_line(fmt::format("its transponder {:08x}:{:04x}:{:04x} is not in the file", reference.name_space,
                                  reference.transport_id, reference.network_id));
     }
-    const lamedb_transponder &transponder = found->second;
+    const lamedb_transponder &transponder = found->second.transponder;
     service.source = source_of(transponder.from);
     service.fields.service_id = read.reference.service_id;
     service.fields.ts_id = reference.transport_id;
@@ -188,9 +193,9 @@ class reader {
   void count_losses(const lamedb_service &read, const lamedb_transponder &transponder) {
     lost_.add("symbol rates and modulation");
     lost_.add("service types of newer television and radio",
-              basic_service_type(read.service_type) != read.service_type);
+              basic_service_type(read.service_type) != read.service_type ? 1 : 0);
     lost_.add("service numbers outside bouquets", read.number != 0 ? 1 : 0);
-    lost_.add("circular polarisations (left as horizontal, right as vertical)", transponder.polarisation > 1 ? 1 : 0);
+    lost_.add(circular_polarisations, transponder.polarisation > 1 ? 1 : 0);
     lost_.add("parts of a kHz", transponder.has_parts_of_a_khz ? 1 : 0);
   }
 
@@ -215,10 +220,15 @@ class reader {
 
   void skip(std::size_t number, const std::string &reason) { made_.list.skipped.push_back({number, reason}); }
 
+  struct transponder_of_line {
+    lamedb_transponder transponder;
+    std::size_t line = 0;
+  };
+
   text_lines lines_;
   loss_counts &lost_;
   lamedb_services made_;
-  std::unordered_map<transponder_reference, lamedb_transponder, transponder_reference::hash> transponders_;
+  std::unordered_map<transponder_reference, transponder_of_line, transponder_reference::hash> transponders_;
 };
 
 std::optional<std::string> file_in(const fs::path &folder, const std::string &name) {

@@ -15,6 +15,7 @@
 #include "chlist/exchange/bouquets.h"
 #include "chlist/exchange/lamedb.h"
 #include "chlist/exchange/lamedb_fields.h"
+#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/service_traits.h"
@@ -49,9 +50,10 @@ std::string quoted_name(std::string_view name) {
 
 // Of some of these a lamedb and its bouquets say less than the list; that is counted apart.
 constexpr trait carried[] = {
-    trait::number,    trait::minor_number, trait::name,         trait::provider,     trait::source,
-    trait::lock,      trait::scrambling,   trait::service_type, trait::polarisation, trait::video_pid,
-    trait::audio_pid, trait::pcr_pid,      trait::net_index,    trait::favourites,   trait::favourite_numbers};
+    trait::network_id, trait::transport_id, trait::frequency,    trait::service_id,   trait::place_outside_views,
+    trait::number,     trait::minor_number, trait::name,         trait::provider,     trait::source,
+    trait::lock,       trait::scrambling,   trait::service_type, trait::polarisation, trait::video_pid,
+    trait::audio_pid,  trait::pcr_pid,      trait::net_index,    trait::favourites,   trait::favourite_numbers};
 
 constexpr service_loss losses[] = {
     {"names with line ends", [](const line_up_service &s) { return in_one_line(s.name) != s.name; }},
@@ -233,18 +235,19 @@ class writer {
 }  // namespace
 
 std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost) {
-  count_uncarried(list, carried, lost);
-  count_losses(list, losses, lost);
+  const line_up plain = with_plain_texts(list, lost);
+  count_uncarried(plain, carried, lost);
+  count_losses(plain, losses, lost);
   if (version == 5) {
-    count_losses(list, losses_in_quotation_marks, lost);
+    count_losses(plain, losses_in_quotation_marks, lost);
   }
-  lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
-  writer made(list, version);
-  for (const line_up_service &service : list.services) {
+  lost.add("symbol rates and the like (assumed: the list has none)", plain.services.size());
+  writer made(plain, version);
+  for (const line_up_service &service : plain.services) {
     made.write(service);
   }
-  count_source_losses(list, made.sources(), lost);
-  std::vector<made_file> files = write_bouquets(list, made.references(), lost);
+  count_source_losses(plain, made.sources(), lost);
+  std::vector<made_file> files = write_bouquets(plain, made.references(), lost);
   files.insert(files.begin(), {version == 5 ? "lamedb5" : "lamedb", made.text()});
   return files;
 }

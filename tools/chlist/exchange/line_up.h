@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "channel/store/hierarchy.h"
@@ -85,6 +86,7 @@ class loss_counts {
   void add(std::string_view what, std::size_t count, bool is_left_out);
 
   std::vector<row> rows_;
+  std::unordered_map<std::string, std::size_t> places_[2];  // in the rows; of those that are left out apart
 };
 
 }  // namespace chlist

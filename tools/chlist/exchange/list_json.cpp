@@ -42,7 +42,7 @@ json patches_between(std::string_view built, std::string_view file) {
   return patches;
 }
 
-void apply(std::string &bytes, const json &patch, const std::string &path) {
+void apply(std::string &bytes, const read_json &patch, const std::string &path) {
   if (!patch.is_array() || patch.size() != 2) {
     refuse_json(path, "is no pair of an offset and hexadecimal bytes");
   }
@@ -104,16 +104,16 @@ std::string json_of_channel_file(const std::filesystem::path &path) {
 }
 
 std::string channel_file_of_json(std::string_view text) {
-  json object;
+  read_json object;
   try {
-    object = json::parse(text);
-  } catch (const json::parse_error &error) {
+    object = read_json::parse(text);
+  } catch (const read_json::exception &error) {
     const std::string_view what = error.what();
     throw std::runtime_error("is no JSON: " + std::string(what.substr(std::min(what.find("] ") + 2, what.size()))));
   }
   std::string bytes = file_of_records(object);
   if (object.contains(patches_key)) {
-    const json &patches = array_in(object, patches_key, "$", bytes.max_size());
+    const read_json &patches = array_in(object, patches_key, "$", bytes.max_size());
     for (std::size_t at = 0; at < patches.size(); ++at) {
       apply(bytes, patches[at], element(fmt::format("$.{}", patches_key), at));
     }

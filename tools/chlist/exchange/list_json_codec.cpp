@@ -8,6 +8,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "chlist/text/utf8.h"
+
 namespace chlist {
 namespace {
 
@@ -56,7 +58,7 @@ json json_of_field(const_record_bytes record, const json_field &field, std::stri
   return is_zero(bytes_in(record, field)) ? json() : json(hex_of(bytes_in(record, field)));
 }
 
-std::string text_of_json(const json &value, const std::string &path) {
+std::string text_of_json(const read_json &value, const std::string &path) {
   if (value.is_string()) {
     return value.get<std::string>();
   }
@@ -70,7 +72,7 @@ void put_bytes(record_bytes record, const json_field &field, std::string_view by
   std::ranges::copy(std::as_bytes(std::span(bytes)), record.begin() + static_cast<std::ptrdiff_t>(field.offset));
 }
 
-void put_text(record_bytes record, const json_field &field, const json &value, const std::string &path) {
+void put_text(record_bytes record, const json_field &field, const read_json &value, const std::string &path) {
   const std::string text = text_of_json(value, path);
   if (text.size() > field.size) {
     refuse_json(path, fmt::format("is {} bytes long; the field holds {}", text.size(), field.size));
@@ -81,7 +83,7 @@ void put_text(record_bytes record, const json_field &field, const json &value, c
   put_bytes(record, field, text);
 }
 
-void put_reserved(record_bytes record, const json_field &field, const json &value, const std::string &path) {
+void put_reserved(record_bytes record, const json_field &field, const read_json &value, const std::string &path) {
   const std::string bytes = bytes_of_hex(value, path);
   if (bytes.size() != field.size) {
     refuse_json(path, fmt::format("gives {} bytes instead of {}", bytes.size(), field.size));
@@ -89,7 +91,7 @@ void put_reserved(record_bytes record, const json_field &field, const json &valu
   put_bytes(record, field, bytes);
 }
 
-void put_field(record_bytes record, const json_field &field, const json &value, const std::string &path) {
+void put_field(record_bytes record, const json_field &field, const read_json &value, const std::string &path) {
   if (field.kind == field_kind::text) {
     put_text(record, field, value, path);
   } else if (field.kind == field_kind::reserved) {
@@ -133,7 +135,7 @@ std::string hex_of(const_record_bytes bytes) {
   return text;
 }
 
-std::string bytes_of_hex(const json &value, const std::string &path) {
+std::string bytes_of_hex(const read_json &value, const std::string &path) {
   if (!value.is_string()) {
     refuse_json(path, "is no text of hexadecimal digits");
   }
@@ -164,7 +166,7 @@ void put_number(record_bytes record, const json_field &field, std::int64_t value
   }
 }
 
-std::int64_t integer_of(const json &value, std::size_t size, bool is_signed, const std::string &path) {
+std::int64_t integer_of(const read_json &value, std::size_t size, bool is_signed, const std::string &path) {
   const std::size_t value_bits = 8 * size - (is_signed ? 1 : 0);
   const std::int64_t most = static_cast<std::int64_t>((std::uint64_t{1} << value_bits) - 1);
   const std::int64_t least = is_signed ? -most - 1 : 0;
@@ -191,8 +193,8 @@ json json_of_record(const_record_bytes record, std::span<const json_field> field
   return object;
 }
 
-void fill_record(record_bytes record, const json &object, std::span<const json_field> fields, const std::string &path,
-                 std::span<const std::string_view> others) {
+void fill_record(record_bytes record, const read_json &object, std::span<const json_field> fields,
+                 const std::string &path, std::span<const std::string_view> others) {
   if (!object.is_object()) {
     refuse_json(path, "is no object");
   }
@@ -200,10 +202,10 @@ void fill_record(record_bytes record, const json &object, std::span<const json_f
   for (const auto &[key, value] : object.items()) {
     const auto field = std::ranges::find(fields, key, &json_field::name);
     if (field != fields.end()) {
-      put_field(record, *field, value, path + '.' + key);
+      put_field(record, *field, value, fmt::format("{}.{}", path, key));
       said.set(static_cast<std::size_t>(field - fields.begin()));
     } else if (std::ranges::find(others, key) == others.end()) {
-      refuse_json(path + '.' + key, "is no field");
+      refuse_json(fmt::format("{}.{}", path, key), "is no field");
     }
   }
   for (std::size_t i = 0; i < fields.size(); ++i) {

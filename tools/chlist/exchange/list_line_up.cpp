@@ -1,21 +1,21 @@
-// Walks the ALL view, the store and the favourite groups of the list in memory.
+// Walks the ALL view, the store and the favourite groups of the list in memory. What a line-up leaves behind is counted
+// in record_losses.cpp.
 #include "chlist/exchange/list_line_up.h"
 
 #include <channel/channel.h>
 
 #include <algorithm>
+#include <map>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
 #include "channel/store/group_table.h"
+#include "chlist/exchange/record_losses.h"
 #include "chlist/list_contents.h"
 
 namespace chlist {
 namespace {
-
-constexpr std::int8_t no_tuner = -1;
-constexpr std::uint16_t no_bouquet = 0xFFFF;
 
 channel_number number_of(const virtual_channel_st &entry) { return {entry.major_ch_num, entry.minor_ch_num}; }
 
@@ -76,6 +76,7 @@ class taker {
     // A receiver takes 0 for no country.
     added.country = service.country_id != 0 ? name_in(GROUP_COUNTRY, service.country_id) : "";
     added.source = source_of(service);
+    count_group_ids(service);
     added.fields = fields_of(service);
     return added;
   }
@@ -87,6 +88,25 @@ class taker {
     }
     used_groups_.insert(group);
     return text_of(group->name);
+  }
+
+  // An import numbers groups as they come up: providers from 0, the others from 1, where 0 is none.
+  void count_group_ids(const channel_st &service) {
+    const struct {
+      std::int8_t kind;
+      std::int16_t id;
+      std::int16_t none;
+    } groups[] = {{GROUP_PROVIDER, service.provider_id, -1},
+                  {GROUP_GENRE, service.genre_id, 0},
+                  {GROUP_COUNTRY, service.country_id, 0}};
+    for (const auto &[kind, id, none] : groups) {
+      const group_st *group = id != none || kind == GROUP_PROVIDER ? channel::table_of_kind(kind).find(id) : nullptr;
+      const std::string name = group != nullptr ? text_of(group->name) : "";
+      auto &ids = ids_[kind];
+      const auto next = static_cast<std::int16_t>(none + 1 + static_cast<std::int16_t>(ids.size()));
+      const std::int16_t expected = name.empty() ? none : ids.try_emplace(name, next).first->second;
+      lost_.add("ids of groups of services", id != expected ? 1 : 0);
+    }
   }
 
   static std::string source_of(const channel_st &service) {
@@ -155,8 +175,7 @@ class taker {
     const hierarchy_counts counts = count_hierarchy(list_);
     lost_.add("networks without services", counts.networks_without_services);
     lost_.add("transponders without services", counts.transponders_without_services);
-    lost_.add("settings of the receiver",
-              (list_.use_tuner != no_tuner ? 1U : 0U) + (list_.bouquet_id != no_bouquet ? 1U : 0U));
+    count_record_losses(list_, lost_);
   }
 
   static std::size_t count_of(std::int16_t count, std::size_t capacity) {
@@ -168,6 +187,7 @@ class taker {
   line_up taken_;
   std::unordered_map<const channel_st *, std::size_t> positions_;
   std::unordered_set<const group_st *> used_groups_;
+  std::map<std::int8_t, std::unordered_map<std::string, std::int16_t>> ids_;  // by kind, of the groups that came up
 };
 
 }  // namespace

@@ -9,9 +9,9 @@
 #include <string>
 #include <utility>
 
+#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/service_traits.h"
 #include "chlist/report.h"
-#include "chlist/service/names.h"
 
 namespace chlist {
 namespace {
@@ -20,27 +20,32 @@ using number_of = std::int64_t (*)(const line_up_service &service);
 
 struct url_number {
   std::string_view name;
+  trait which;
   number_of value;
 };
 
 constexpr url_number url_numbers[] = {
-    {"number", [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).major}; }},
-    {"minor", [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).minor}; }},
-    {"net_index", [](const line_up_service &s) { return std::int64_t{s.fields.net_index}; }},
-    {"network_id", [](const line_up_service &s) { return std::int64_t{s.fields.network_id}; }},
-    {"ts_id", [](const line_up_service &s) { return std::int64_t{s.fields.ts_id}; }},
-    {"frequency", [](const line_up_service &s) { return s.fields.frequency; }},
-    {"service_id", [](const line_up_service &s) { return std::int64_t{s.fields.service_id}; }},
+    {"number", trait::number,
+     [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).major}; }},
+    {"minor", trait::minor_number,
+     [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).minor}; }},
+    {"net_index", trait::net_index, [](const line_up_service &s) { return std::int64_t{s.fields.net_index}; }},
+    {"network_id", trait::network_id, [](const line_up_service &s) { return std::int64_t{s.fields.network_id}; }},
+    {"ts_id", trait::transport_id, [](const line_up_service &s) { return std::int64_t{s.fields.ts_id}; }},
+    {"frequency", trait::frequency, [](const line_up_service &s) { return s.fields.frequency; }},
+    {"service_id", trait::service_id, [](const line_up_service &s) { return std::int64_t{s.fields.service_id}; }},
 };
 
 struct url_text {
   std::string_view name;
+  trait which;
   std::string (*value)(const line_up_service &service);
 };
 
 constexpr url_text url_texts[] = {
-    {"polarisation", [](const line_up_service &s) { return std::string(s.fields.polarisation != 0 ? "V" : "H"); }},
-    {"name", [](const line_up_service &s) { return visible(s.name); }},
+    {"polarisation", trait::polarisation,
+     [](const line_up_service &s) { return std::string(s.fields.polarisation != 0 ? "V" : "H"); }},
+    {"name", trait::name, [](const line_up_service &s) { return s.name; }},
 };
 
 std::string percent_encoded(std::string_view text) {
@@ -124,7 +129,7 @@ std::string url_of(const line_up_service &service, const std::vector<url_part> &
 
 // Quotes end a value and lines end an entry; there are no escapes.
 std::string harmless_value(std::string_view text, loss_counts &lost) {
-  std::string value = visible(text);
+  std::string value(text);
   bool is_changed = false;
   for (char &c : value) {
     if (c == '"' || static_cast<unsigned char>(c) < ' ') {
@@ -165,17 +170,30 @@ std::string entry_of(const line_up_service &service, std::string_view group, los
   return text + ',' + name + '\n';
 }
 
+// The entry's own, and the address's.
+std::vector<trait> traits_carried(const std::vector<url_part> &parts, const write_options &options) {
+  std::vector<trait> carried = {trait::number, trait::minor_number, trait::name,
+                                options.is_by_favourites ? trait::favourites : trait::provider};
+  for (const url_part &part : parts) {
+    if (part.number != nullptr) {
+      carried.push_back(part.number->which);
+    } else if (part.named_text != nullptr) {
+      carried.push_back(part.named_text->which);
+    }
+  }
+  return carried;
+}
+
 }  // namespace
 
 std::vector<made_file> write_m3u(const line_up &list, const write_options &options, loss_counts &lost) {
+  const line_up plain = with_plain_texts(list, lost);
   const std::vector<url_part> parts = parts_of(options.url.empty() ? default_m3u_url : std::string_view(options.url));
-  const trait carried[] = {trait::number, trait::minor_number, trait::name,
-                           options.is_by_favourites ? trait::favourites : trait::provider};
-  count_uncarried(list, carried, lost);
-  const std::vector<std::string> groups = groups_of(list, options.is_by_favourites);
+  count_uncarried(plain, traits_carried(parts, options), lost);
+  const std::vector<std::string> groups = groups_of(plain, options.is_by_favourites);
   std::string text = "#EXTM3U\n";
-  for (std::size_t at = 0; at < list.services.size(); ++at) {
-    text += entry_of(list.services[at], groups[at], lost) + url_of(list.services[at], parts) + '\n';
+  for (std::size_t at = 0; at < plain.services.size(); ++at) {
+    text += entry_of(plain.services[at], groups[at], lost) + url_of(plain.services[at], parts) + '\n';
   }
   return {{"", text}};
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "chlist/exchange/line_up.h"
+#include "chlist/service/pids.h"
 
 namespace chlist {
 
@@ -17,12 +18,9 @@ struct service_loss {
   bool (*is_in)(const line_up_service &service);
 };
 
-inline constexpr std::uint16_t unset_pid = 0xFFFF;
-inline constexpr std::uint16_t largest_stream_pid = 0x1FFF;
-
-// Whether a PID can be that of a stream.
-constexpr bool is_stream_pid(std::uint16_t pid) { return pid != 0 && pid <= largest_stream_pid; }
-constexpr bool is_odd_pid(std::uint16_t pid) { return pid != unset_pid && !is_stream_pid(pid); }
+// Formats tell four polarisations apart, a channel list two.
+inline constexpr std::string_view circular_polarisations =
+    "circular polarisations (left as horizontal, right as vertical)";
 
 // A service as readers begin with it: nothing known but that it is broadcast.
 line_up_service broadcast_service(std::size_t line);

@@ -4,19 +4,13 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <limits>
 
-#include "chlist/exchange/vdr_fields.h"
+#include "chlist/exchange/field_reading.h"
 
 namespace chlist {
 namespace {
 
 constexpr std::size_t fields_of_a_reference = 10;
-
-template <class Number>
-Number read_hexadecimal(std::string_view text, std::string_view what) {
-  return read_number<Number>(text, what, 0, std::numeric_limits<Number>::max(), 16);
-}
 
 }  // namespace
 

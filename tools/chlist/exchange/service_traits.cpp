@@ -6,12 +6,11 @@
 #include <iterator>
 
 #include "chlist/exchange/list_builder.h"
+#include "chlist/service/pids.h"
 
 namespace chlist {
 namespace {
 
-constexpr std::uint16_t unset_pid = 0xFFFF;
-constexpr std::uint8_t unset_tag = 0xFF;
 constexpr int known_flags = CHANNEL_FLAG_LOCKED | CHANNEL_FLAG_FTA | CHANNEL_FLAG_SKIP | CHANNEL_FLAG_DSMCC;
 
 template <std::size_t Size>
@@ -34,7 +33,15 @@ struct service_trait {
   bool (*is_in)(const line_up_service &service);
 };
 
+bool is_any(const line_up_service & /*service*/) { return true; }
+
 constexpr service_trait table[] = {
+    {trait::network_id, "network ids", is_any},
+    {trait::transport_id, "transport stream ids", is_any},
+    {trait::frequency, "frequencies", is_any},
+    {trait::service_id, "service ids", is_any},
+    {trait::place_outside_views, "services outside the ALL view",
+     [](const line_up_service &s) { return !s.is_listed; }},
     {trait::number, "channel numbers", [](const line_up_service &s) { return s.number.has_value(); }},
     {trait::minor_number, "minor numbers", [](const line_up_service &s) { return s.number && s.number->minor != 0; }},
     {trait::name, "names", [](const line_up_service &s) { return !s.name.empty(); }},
@@ -58,8 +65,10 @@ constexpr service_trait table[] = {
     {trait::pcr_pid, "PCR PIDs", [](const line_up_service &s) { return s.fields.pcr_pid != unset_pid; }},
     {trait::pmt_pid, "PMT PIDs", [](const line_up_service &s) { return s.fields.pmt_pid != unset_pid; }},
     {trait::ecm_pid, "ECM PIDs", [](const line_up_service &s) { return s.fields.video_ecm_pid != unset_pid; }},
-    {trait::component_tags, "component tags",
-     [](const line_up_service &s) { return s.fields.video_tag != unset_tag || s.fields.audio_tag != unset_tag; }},
+    {trait::video_tag, "component tags of video",
+     [](const line_up_service &s) { return s.fields.video_tag != unset_tag; }},
+    {trait::audio_tag, "component tags of audio",
+     [](const line_up_service &s) { return s.fields.audio_tag != unset_tag; }},
     {trait::order_key, "user order keys", [](const line_up_service &s) { return s.fields.user_order_key != 0; }},
     {trait::net_index, "network indexes", [](const line_up_service &s) { return s.fields.net_index != 0; }},
     {trait::host_fields, "values that only the receiver knows",

@@ -9,6 +9,11 @@
 namespace chlist {
 
 enum class trait {
+  network_id,
+  transport_id,
+  frequency,
+  service_id,
+  place_outside_views,  // of services that the ALL view does not show
   number,
   minor_number,
   name,
@@ -30,7 +35,8 @@ enum class trait {
   pcr_pid,
   pmt_pid,
   ecm_pid,
-  component_tags,
+  video_tag,
+  audio_tag,
   order_key,
   net_index,
   host_fields,

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
+#include "chlist/text/utf8.h"
+
 namespace chlist {
 namespace {
-
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 std::string_view without_carriage_return(std::string_view line) {
   return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
@@ -18,15 +18,15 @@ std::string_view without_leading_blanks(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of(blanks), text.size()));
 }
 
-std::string_view without_blanks_around(std::string_view text) {
-  return without_leading_blanks(text.substr(0, text.find_last_not_of(blanks) + 1));
+std::string_view without_trailing_blanks(std::string_view text) {
+  return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
-text_lines::text_lines(std::string_view text) : rest_(text) {
-  if (rest_.starts_with(byte_order_mark)) {
-    rest_.remove_prefix(byte_order_mark.size());
-  }
+std::string_view without_blanks_around(std::string_view text) {
+  return without_leading_blanks(without_trailing_blanks(text));
 }
+
+text_lines::text_lines(std::string_view text) : rest_(without_byte_order_mark(text)) {}
 
 std::optional<std::string_view> text_lines::next() {
   const std::optional<std::string_view> line = peek();

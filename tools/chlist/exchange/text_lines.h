@@ -9,9 +9,10 @@
 
 namespace chlist {
 
-inline constexpr std::string_view blanks = " \t\v\f";
+inline constexpr std::string_view blanks = " \t\r\v\f";
 
 std::string_view without_leading_blanks(std::string_view text);
+std::string_view without_trailing_blanks(std::string_view text);
 std::string_view without_blanks_around(std::string_view text);
 
 class text_lines {

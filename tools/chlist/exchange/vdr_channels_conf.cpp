@@ -5,6 +5,8 @@
 #include <array>
 #include <utility>
 
+#include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/text_lines.h"
 #include "chlist/exchange/vdr_fields.h"
 
 namespace chlist {
@@ -13,25 +15,14 @@ namespace {
 constexpr std::size_t field_count = 13;
 using field_array = std::array<std::string_view, field_count>;
 
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-constexpr std::string_view blanks = " \t\r\v\f";
-
-std::string_view without_trailing_blanks(std::string_view line) {
-  const std::size_t last = line.find_last_not_of(blanks);
-  return last == std::string_view::npos ? std::string_view() : line.substr(0, last + 1);
-}
-
 field_array split_fields(std::string_view line) {
-  const auto count = static_cast<std::size_t>(std::ranges::count(line, ':')) + 1;
-  if (count != field_count) {
-    throw bad_line("has " + std::to_string(count) + (count == 1 ? " field" : " fields") + " instead of 13");
+  const std::vector<std::string_view> parts = split(line, ':');
+  if (parts.size() != field_count) {
+    throw bad_line("has " + std::to_string(parts.size()) + (parts.size() == 1 ? " field" : " fields") +
+                   " instead of 13");
   }
   field_array fields;
-  for (std::string_view &field : fields) {
-    const auto [head, tail] = split_at_first(line, ':');
-    field = head;
-    line = tail.value_or(std::string_view());
-  }
+  std::ranges::copy(parts, fields.begin());
   return fields;
 }
 
@@ -84,13 +75,14 @@ vdr_service read_service(std::string_view line) {
   service.frequency_khz = read_frequency_khz(frequency, is_satellite);
   const vdr_parameters read = read_parameters(parameters, is_satellite);
   service.is_vertical = read.is_vertical;
+  service.is_circular = read.is_circular;
   service.modulation = read.modulation;
   service.symbol_rate = read_number<std::uint32_t>(symbol_rate, "symbol rate");
   read_video(video, service);
   read_audio(audio, service);
   read_teletext(teletext, service);
   service.ca_ids = read_ca_ids(ca_ids);
-  service.service_id = read_number<std::uint16_t>(service_id, "SID");
+  service.service_id = read_number<std::uint16_t>(service_id, "SID", 1);  // VDR refuses 0 as well
   service.network_id = read_number<std::uint16_t>(network_id, "NID");
   service.transport_id = read_number<std::uint16_t>(transport_id, "TID");
   service.radio_id = read_number<std::uint16_t>(radio_id, "RID");
@@ -150,17 +142,12 @@ class reader {
 }  // namespace
 
 vdr_line_up parse_vdr_channels_conf(std::string_view text) {
-  if (text.starts_with(byte_order_mark)) {
-    text.remove_prefix(byte_order_mark.size());
+  reader made;
+  text_lines lines(text);
+  while (const auto line = lines.next()) {
+    made.read_line(lines.number(), without_trailing_blanks(*line));
   }
-  reader lines;
-  std::size_t number = 0;
-  while (!text.empty()) {
-    const auto [line, rest] = split_at_first(text, '\n');
-    lines.read_line(++number, without_trailing_blanks(line));
-    text = rest.value_or(std::string_view());
-  }
-  return lines.take();
+  return made.take();
 }
 
 }  // namespace chlist

@@ -2,6 +2,7 @@
 // nothing of the channel list: text goes in, services and the lines that could not be read come out.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -28,6 +29,7 @@ struct vdr_service {
   std::string provider;
   std::uint32_t frequency_khz = 0;
   bool is_vertical = false;  // V, or R of circular polarisation
+  bool is_circular = false;  // L or R
   std::string modulation;    // the parameters without the polarisation
   std::string source;        // e.g. "S19.2E", "C", "T"
   std::uint32_t symbol_rate = 0;
@@ -38,7 +40,7 @@ struct vdr_service {
   std::vector<vdr_stream> dolby;
   std::uint16_t teletext_pid = 0;
   std::vector<vdr_stream> subtitles;
-  std::vector<std::uint16_t> ca_ids;  // empty when free to air
+  std::vector<std::uint16_t> ca_ids;  // without 0, which is free to air
   std::uint16_t service_id = 0;
   std::uint16_t network_id = 0;
   std::uint16_t transport_id = 0;
@@ -46,7 +48,14 @@ struct vdr_service {
 
   [[nodiscard]] bool has_video() const { return video_pid != 0; }
   [[nodiscard]] bool has_audio() const { return !audio.empty() || !dolby.empty(); }
-  [[nodiscard]] bool is_scrambled() const { return !ca_ids.empty(); }
+  // Smaller ids than those that are broadcast choose a device: 1 to F by its number, 10 to FF by the user's own.
+  static constexpr std::uint16_t least_broadcast_ca_id = 0x100;
+  [[nodiscard]] bool is_scrambled() const {
+    return std::ranges::any_of(ca_ids, [](std::uint16_t id) { return id >= least_broadcast_ca_id; });
+  }
+  [[nodiscard]] bool has_devices() const {
+    return std::ranges::any_of(ca_ids, [](std::uint16_t id) { return id < least_broadcast_ca_id; });
+  }
 };
 
 struct vdr_line_up {

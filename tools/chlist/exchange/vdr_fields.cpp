@@ -2,13 +2,15 @@
 #include "chlist/exchange/vdr_fields.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/reception.h"
 
 namespace chlist {
 namespace {
 
-constexpr std::uint16_t largest_pid = 0x1FFF;
 constexpr std::uint32_t largest_satellite_mhz = 20'000;
-constexpr std::size_t longest_quotation = 32;
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_upper_case(char c) { return c >= 'A' && c <= 'Z'; }
@@ -21,43 +23,7 @@ std::string upper_case(std::string_view text) {
   return upper;
 }
 
-// Calls a function with each part of a list.
-template <class Function>
-void for_each_part(std::string_view list, Function function) {
-  std::optional<std::string_view> rest = list;
-  while (rest) {
-    const auto [part, tail] = split_at_first(*rest, ',');
-    function(part);
-    rest = tail;
-  }
-}
-
-// Digits with at most one decimal place, and E or W: "19.2E".
-bool is_orbital_position(std::string_view text) {
-  if (text.empty() || (text.back() != 'E' && text.back() != 'W')) {
-    return false;
-  }
-  const auto [degrees, tenths] = split_at_first(text.substr(0, text.size() - 1), '.');
-  return !degrees.empty() && degrees.size() <= 3 && std::ranges::all_of(degrees, is_digit) &&
-         (!tenths || (tenths->size() == 1 && is_digit(tenths->front())));
-}
-
 }  // namespace
-
-std::pair<std::string_view, std::optional<std::string_view>> split_at_first(std::string_view text, char separator) {
-  const std::size_t at = text.find(separator);
-  if (at == std::string_view::npos) {
-    return {text, std::nullopt};
-  }
-  return {text.substr(0, at), text.substr(at + 1)};
-}
-
-std::string quoted(std::string_view text) {
-  std::string shown(text.substr(0, longest_quotation));
-  std::ranges::replace_if(
-      shown, [](char c) { return c < ' ' || c > '~'; }, '?');
-  return "'" + shown + (text.size() > longest_quotation ? "...'" : "'");
-}
 
 std::string readable_name(std::string_view text) {
   std::string name(text);
@@ -65,13 +31,9 @@ std::string readable_name(std::string_view text) {
   return name;
 }
 
-std::uint16_t read_pid(std::string_view text, std::string_view what) {
-  return read_number<std::uint16_t>(text, what, 0, largest_pid);
-}
-
 std::vector<vdr_stream> read_streams(std::string_view text, std::string_view what) {
   std::vector<vdr_stream> streams;
-  for_each_part(text, [&](std::string_view part) {
+  for (const std::string_view part : split(text, ',')) {
     const auto [described, type] = split_at_first(part, '@');
     const auto [pid, language] = split_at_first(described, '=');
     vdr_stream stream;
@@ -81,17 +43,17 @@ std::vector<vdr_stream> read_streams(std::string_view text, std::string_view wha
     if (stream.pid != 0) {
       streams.push_back(std::move(stream));
     }
-  });
+  }
   return streams;
 }
 
 std::vector<std::uint16_t> read_ca_ids(std::string_view text) {
   std::vector<std::uint16_t> ids;
-  for_each_part(text, [&](std::string_view part) {
-    if (const auto id = read_number<std::uint16_t>(part, "CA id", 0, 0xFFFF, 16); id != 0) {
+  for (const std::string_view part : split(text, ',')) {
+    if (const auto id = read_hexadecimal<std::uint16_t>(part, "CA id"); id != 0) {
       ids.push_back(id);
     }
-  });
+  }
   return ids;
 }
 
@@ -100,7 +62,7 @@ std::string read_source(std::string_view text) {
   const bool has_letter = !source.empty() && is_upper_case(source.front());
   const std::string_view position = has_letter ? std::string_view(source).substr(1) : std::string_view();
   const bool may_lack_position = has_letter && source.front() != 'S';
-  if (!has_letter || !(is_orbital_position(position) || (may_lack_position && position.empty()))) {
+  if (!has_letter || !(read_orbital_position(position) || (may_lack_position && position.empty()))) {
     throw bad_line("source " + quoted(text) + " is unknown");
   }
   return source;
@@ -132,6 +94,7 @@ vdr_parameters read_parameters(std::string_view text, bool is_satellite) {
     throw bad_line("parameters " + quoted(text) + " do not give one polarisation (H, V, L or R)");
   }
   parameters.is_vertical = polarisations == "V" || polarisations == "R";
+  parameters.is_circular = polarisations == "L" || polarisations == "R";
   return parameters;
 }
 

@@ -5,13 +5,11 @@
 #include <iterator>
 #include <utility>
 
-#include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/service_losses.h"
 #include "chlist/files/input_file.h"
 
 namespace chlist {
 namespace {
-
-constexpr std::uint8_t service_type_data = 12;  // EN 300 468: data broadcast service
 
 bool has_language_or_type(const std::vector<vdr_stream> &streams) {
   return std::ranges::any_of(streams,
@@ -25,6 +23,7 @@ struct uncarried {
 
 // The one place that knows: when the list learns to carry something more, its row goes.
 constexpr uncarried uncarried_table[] = {
+    {circular_polarisations, [](const vdr_service &s) { return s.is_circular; }},
     {"symbol rates and modulation", [](const vdr_service &s) { return s.symbol_rate != 0 || !s.modulation.empty(); }},
     {"video stream types", [](const vdr_service &s) { return s.video_type != 0; }},
     {"further audio PIDs", [](const vdr_service &s) { return s.audio.size() > 1; }},
@@ -34,6 +33,7 @@ constexpr uncarried uncarried_table[] = {
     {"teletext PIDs", [](const vdr_service &s) { return s.teletext_pid != 0; }},
     {"subtitle PIDs", [](const vdr_service &s) { return !s.subtitles.empty(); }},
     {"CA ids (but marked as scrambled)", [](const vdr_service &s) { return s.is_scrambled(); }},
+    {"CA ids below 100, which choose a device", [](const vdr_service &s) { return s.has_devices(); }},
     {"RIDs", [](const vdr_service &s) { return s.radio_id != 0; }},
 };
 
@@ -42,13 +42,6 @@ void count_uncarried(const vdr_line_up &parsed, loss_counts &lost) {
     lost.add(row.what, static_cast<std::size_t>(std::ranges::count_if(parsed.services, row.is_in)));
   }
   lost.add("group names", parsed.groups);
-}
-
-std::uint8_t service_type_of(const vdr_service &service) {
-  if (service.has_video()) {
-    return SERVICE_TYPE_TV;
-  }
-  return service.has_audio() ? std::uint8_t{SERVICE_TYPE_RADIO} : service_type_data;
 }
 
 // A service that has Dolby alone is heard through its first Dolby stream.
@@ -68,8 +61,7 @@ void set_pids(channel_st &record, const vdr_service &service) {
 }  // namespace
 
 line_up_service line_up_service_of(const vdr_service &service) {
-  line_up_service made;
-  made.line = service.line;
+  line_up_service made = broadcast_service(service.line);
   made.name = service.name;
   made.short_name = service.short_name;
   made.provider = service.provider;
@@ -80,10 +72,9 @@ line_up_service line_up_service_of(const vdr_service &service) {
   made.fields.frequency = service.frequency_khz;
   made.fields.service_id = service.service_id;
   made.fields.polarisation = service.is_vertical ? 1 : 0;
-  made.fields.service_type = service_type_of(service);
-  made.fields.source_type = broadcast_source;
   made.set_flag(CHANNEL_FLAG_FTA, service.is_scrambled());
   set_pids(made.fields, service);
+  made.fields.service_type = service_type_by_streams(made.fields);
   return made;
 }
 

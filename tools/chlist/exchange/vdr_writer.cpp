@@ -10,9 +10,12 @@
 #include <string_view>
 #include <utility>
 
+#include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/service_traits.h"
 #include "chlist/exchange/vdr_fields.h"
 #include "chlist/exchange/vdr_line_up.h"
+#include "chlist/service/pids.h"
 
 namespace chlist {
 namespace {
@@ -21,13 +24,13 @@ constexpr std::string_view unknown_source = "S0.0E";
 
 // Below 100 they name a device; VDR replaces this one by those that it receives.
 constexpr std::string_view some_ca_id = "100";
-constexpr std::uint16_t unset_pid = 0xFFFF;
-constexpr std::uint16_t largest_pid = 0x1FFF;
 
 // Of some of these a line says less than the list; that is counted line by line.
-constexpr trait carried[] = {trait::number,    trait::name,       trait::short_name,   trait::provider,
-                             trait::source,    trait::scrambling, trait::service_type, trait::polarisation,
-                             trait::video_pid, trait::audio_pid,  trait::pcr_pid,      trait::net_index};
+constexpr trait carried[] = {
+    trait::network_id, trait::transport_id, trait::frequency,    trait::service_id, trait::place_outside_views,
+    trait::number,     trait::name,         trait::short_name,   trait::provider,   trait::source,
+    trait::scrambling, trait::service_type, trait::polarisation, trait::video_pid,  trait::audio_pid,
+    trait::pcr_pid,    trait::net_index};
 
 bool is_source(std::string_view text) {
   try {
@@ -91,10 +94,8 @@ std::optional<std::string> frequency_of(const line_up_service &service, bool is_
 }
 
 std::string pid_text(std::uint16_t pid, loss_counts &lost) {
-  const bool is_unset = pid == unset_pid;
-  const bool is_pid = pid <= largest_pid && pid != 0;
-  lost.add("PIDs beyond 1..8191", is_unset || is_pid ? 0 : 1);
-  return is_pid ? std::to_string(pid) : "0";
+  lost.add("PIDs beyond 1..8191", is_odd_pid(pid) ? 1 : 0);
+  return is_stream_pid(pid) ? std::to_string(pid) : "0";
 }
 
 std::string video_text(const channel_st &fields, loss_counts &lost) {
@@ -140,11 +141,16 @@ class writer {
     const channel_st &fields = service.fields;
     const std::string_view source = is_source(service.source) ? std::string_view(service.source) : unknown_source;
     const bool is_satellite = source.front() == 'S';
+    if (fields.service_id == 0) {
+      lost_.leave_out("services with the service id 0, which VDR refuses");
+      return std::nullopt;
+    }
     const auto frequency = frequency_of(service, is_satellite, lost_);
     if (!frequency) {
       lost_.leave_out("services whose frequency VDR cannot read");
       return std::nullopt;
     }
+    lost_.add("symbol rates and modulation (not written: the list has none)");
     lost_.add("network names that are no source, written as S0.0E (see --source)", source == service.source ? 0 : 1);
     // No field of VDR's may be empty: without a polarisation it is told to find the inversion.
     const char *parameters = fields.polarisation != 0 ? "V" : (is_satellite ? "H" : "I999");
@@ -183,14 +189,15 @@ bool has_lower_number(const line_up_service *a, const line_up_service *b) {
 }  // namespace
 
 std::vector<made_file> write_vdr(const line_up &list, loss_counts &lost) {
-  count_uncarried(list, carried, lost);
+  const line_up plain = with_plain_texts(list, lost);
+  count_uncarried(plain, carried, lost);
   std::vector<const line_up_service *> services;
-  for (const line_up_service &service : list.services) {
+  for (const line_up_service &service : plain.services) {
     if (service.is_listed) {
       services.push_back(&service);
     }
   }
-  lost.leave_out("services that the ALL view does not show", list.services.size() - services.size());
+  lost.leave_out("services that the ALL view does not show", plain.services.size() - services.size());
   if (!std::ranges::is_sorted(services, has_lower_number)) {
     lost.add("positions in the ALL view other than by number", services.size());
     std::ranges::stable_sort(services, has_lower_number);

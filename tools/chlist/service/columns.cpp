@@ -12,15 +12,13 @@
 
 #include "channel/store/view.h"
 #include "chlist/service/names.h"
+#include "chlist/service/pids.h"
 #include "chlist/service/service_types.h"
 
 namespace chlist {
 namespace {
 
 using row = const listed_service &;
-
-constexpr std::uint16_t unset_pid = 0xFFFF;
-constexpr std::uint8_t unset_tag = 0xFF;
 
 // The field of a service, of an entry, and of an identity, which either has.
 template <auto Field>
