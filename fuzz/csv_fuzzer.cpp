@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "chlist/exchange/csv_line_up.h"
+#include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/list_line_up.h"
 #include "harness.h"

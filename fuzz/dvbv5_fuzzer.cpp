@@ -2,7 +2,7 @@
 #include <string>
 #include <string_view>
 
-#include "chlist/exchange/dvbv5.h"
+#include "chlist/exchange/dvbv5/dvbv5.h"
 #include "harness.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "chlist/exchange/lamedb.h"
+#include "chlist/exchange/enigma2/lamedb.h"
 #include "harness.h"
 
 namespace {

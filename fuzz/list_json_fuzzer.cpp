@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "chlist/exchange/list_json.h"
+#include "chlist/exchange/json/list_json.h"
 #include "harness.h"
 #include "support/temp_dir.h"
 

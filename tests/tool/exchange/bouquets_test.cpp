@@ -1,5 +1,5 @@
 // Bouquets: order, numbers, favourites and locks between a folder of Enigma2 and a line-up.
-#include "chlist/exchange/bouquets.h"
+#include "chlist/exchange/enigma2/bouquets.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // CSV: its text by RFC 4180, its columns, and the way through a file and back.
-#include "chlist/exchange/csv.h"
+#include "chlist/exchange/csv/csv.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "chlist/exchange/csv_line_up.h"
+#include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/list_line_up.h"
 #include "tool/exchange/line_ups.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/exchange/dvbv5.h"
+#include "chlist/exchange/dvbv5/dvbv5.h"
 #include "support/temp_dir.h"
 #include "tool/exchange/random_line_up.h"
 

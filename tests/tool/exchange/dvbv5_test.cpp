@@ -1,5 +1,5 @@
 // The DVBv5 format: what is read, what is written, and what of a line-up comes back.
-#include "chlist/exchange/dvbv5.h"
+#include "chlist/exchange/dvbv5/dvbv5.h"
 
 #include <gtest/gtest.h>
 

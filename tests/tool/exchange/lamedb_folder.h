@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/exchange/lamedb.h"
+#include "chlist/exchange/enigma2/lamedb.h"
 #include "tool/exchange/random_line_up.h"
 
 namespace tool_test {

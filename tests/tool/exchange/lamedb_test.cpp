@@ -1,5 +1,5 @@
 // The lamedb of Enigma2 in its versions: what is read, what is written, and what of a line-up comes back.
-#include "chlist/exchange/lamedb.h"
+#include "chlist/exchange/enigma2/lamedb.h"
 
 #include <gtest/gtest.h>
 

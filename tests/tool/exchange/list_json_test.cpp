@@ -1,5 +1,5 @@
 // Channel files as JSON: every byte of any file comes back, people can read it, and what is wrong says where.
-#include "chlist/exchange/list_json.h"
+#include "chlist/exchange/json/list_json.h"
 
 #include <channel/channel.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // A line-up as an M3U playlist.
-#include "chlist/exchange/m3u_writer.h"
+#include "chlist/exchange/m3u/m3u_writer.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/exchange/vdr_channels_conf.h"
+#include "chlist/exchange/vdr/vdr_channels_conf.h"
 #include "tool/exchange/service_line.h"
 
 namespace tool_test {

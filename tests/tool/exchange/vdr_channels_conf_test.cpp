@@ -1,5 +1,5 @@
 // The reader of VDR's channels.conf: whole lines, whole files and group separators.
-#include "chlist/exchange/vdr_channels_conf.h"
+#include "chlist/exchange/vdr/vdr_channels_conf.h"
 
 #include <gtest/gtest.h>
 

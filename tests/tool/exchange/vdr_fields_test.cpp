@@ -1,5 +1,5 @@
 // The single fields of a VDR service line: every form that is read, and every one that makes the line a bad one.
-#include "chlist/exchange/vdr_channels_conf.h"
+#include "chlist/exchange/vdr/vdr_channels_conf.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // A line-up as a channels.conf: the lines as they are, and what reading them gives.
-#include "chlist/exchange/vdr_writer.h"
+#include "chlist/exchange/vdr/vdr_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/list_line_up.h"
-#include "chlist/exchange/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr_line_up.h"
 #include "tool/exchange/line_ups.h"
 
 namespace {

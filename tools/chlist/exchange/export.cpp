@@ -15,7 +15,7 @@
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/list_line_up.h"
-#include "chlist/exchange/vdr_fields.h"
+#include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
 #include "chlist/files/faithful_load.h"

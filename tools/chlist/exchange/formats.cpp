@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "chlist/exchange/csv_line_up.h"
-#include "chlist/exchange/dvbv5.h"
-#include "chlist/exchange/lamedb.h"
-#include "chlist/exchange/list_json.h"
-#include "chlist/exchange/m3u_writer.h"
-#include "chlist/exchange/vdr_line_up.h"
-#include "chlist/exchange/vdr_writer.h"
+#include "chlist/exchange/csv/csv_line_up.h"
+#include "chlist/exchange/dvbv5/dvbv5.h"
+#include "chlist/exchange/enigma2/lamedb.h"
+#include "chlist/exchange/json/list_json.h"
+#include "chlist/exchange/m3u/m3u_writer.h"
+#include "chlist/exchange/vdr/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr_writer.h"
 #include "chlist/files/input_file.h"
 
 namespace chlist {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/exchange/csv.h"
+#include "chlist/exchange/csv/csv.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_input.h"
 #include "chlist/files/faithful_load.h"

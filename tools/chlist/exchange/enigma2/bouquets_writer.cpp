@@ -1,0 +1,119 @@
+// From the order, the numbers and the favourites of a line-up to bouquets.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "chlist/exchange/enigma2/bouquets.h"
+#include "chlist/exchange/text_lines.h"
+
+namespace chlist {
+namespace {
+
+constexpr std::string_view hidden_numbered_marker = "#SERVICE 1:832:D:0:0:0:0:0:0:0:\n";
+
+class writer {
+ public:
+  writer(const line_up &list, std::span<const service_reference> references, loss_counts &lost)
+      : list_(list), references_(references), lost_(lost), numbers_read_(list.services.size(), 0) {}
+
+  std::vector<made_file> write() {
+    write_all();
+    for (const favourite_group &group : list_.favourites) {
+      write_group(group);
+    }
+    made_.push_back({"bouquets.tv", "#NAME Bouquets (TV)\n" + television_});
+    made_.push_back({"bouquets.radio", "#NAME Bouquets (Radio)\n" + radio_});
+    write_blacklist();
+    return std::move(made_);
+  }
+
+ private:
+  std::string line_of(std::size_t service) const {
+    return bouquet_line(references_[service], list_.services[service].fields.service_type) + "\n";
+  }
+
+  // The first bouquet, so that a receiver shows its numbers.
+  void write_all() {
+    std::string text = "#NAME All channels\n";
+    for (std::size_t i = 0; i < list_.services.size(); ++i) {
+      if (list_.services[i].is_listed) {
+        text += gap_before(list_.services[i]) + "#SERVICE " + line_of(i);
+        numbers_read_[i] = last_number_;
+      } else {
+        lost_.add("numbers of services outside the ALL view", list_.services[i].number ? 1 : 0);
+      }
+    }
+    add_bouquet(television_, 1, std::string(file_of_all), std::move(text));
+  }
+
+  // Numbers rise in a bouquet, and have no minor part.
+  std::string gap_before(const line_up_service &service) {
+    std::string text;
+    const channel_number wanted = service.number.value_or(channel_number{last_number_ + 1});
+    if (wanted.major > last_number_ && wanted.major <= largest_channel_number) {
+      for (; last_number_ + 1 < wanted.major; ++last_number_) {
+        text += hidden_numbered_marker;
+      }
+    }
+    ++last_number_;
+    lost_.add("numbers that do not rise, or have a minor part", wanted != channel_number{last_number_} ? 1 : 0);
+    return text;
+  }
+
+  void write_group(const favourite_group &group) {
+    const bool is_radio = !group.entries.empty() && std::ranges::all_of(group.entries, [&](const auto &entry) {
+      return list_.services[entry.service].fields.service_type == SERVICE_TYPE_RADIO;
+    });
+    const std::string name = in_one_line(group.name);
+    lost_.add("favourite group names with line ends", name != group.name ? 1 : 0);
+    lost_.add("places of favourite groups among those of radio alone", !is_radio && has_radio_groups_ ? 1 : 0);
+    has_radio_groups_ = has_radio_groups_ || is_radio;
+    std::string text = fmt::format("#NAME {}\n", name);
+    for (const favourite_group::entry &entry : group.entries) {
+      text += "#SERVICE " + line_of(entry.service);
+      const bool is_own =
+          entry.number == channel_number{} || entry.number == channel_number{numbers_read_[entry.service]};
+      lost_.add("numbers of favourites", is_own ? 0 : 1);
+    }
+    add_bouquet(is_radio ? radio_ : television_, is_radio ? 2 : 1,
+                fmt::format("userbouquet.favourites_{:02}.{}", ++groups_, is_radio ? "radio" : "tv"), std::move(text));
+  }
+
+  void add_bouquet(std::string &index, int type, std::string file, std::string text) {
+    fmt::format_to(std::back_inserter(index), "#SERVICE 1:7:{}:0:0:0:0:0:0:0:FROM BOUQUET \"{}\" ORDER BY bouquet\n",
+                   type, file);
+    made_.push_back({std::move(file), std::move(text)});
+  }
+
+  void write_blacklist() {
+    std::string text;
+    for (std::size_t i = 0; i < list_.services.size(); ++i) {
+      text += list_.services[i].has_flag(CHANNEL_FLAG_LOCKED) ? line_of(i) : "";
+    }
+    if (!text.empty()) {
+      made_.push_back({"blacklist", std::move(text)});
+    }
+  }
+
+  const line_up &list_;
+  std::span<const service_reference> references_;
+  loss_counts &lost_;
+  std::vector<int> numbers_read_;  // that reading gives each service, 0 for none
+  int last_number_ = 0;
+  int groups_ = 0;
+  bool has_radio_groups_ = false;
+  std::string television_;
+  std::string radio_;
+  std::vector<made_file> made_;
+};
+
+}  // namespace
+
+std::vector<made_file> write_bouquets(const line_up &list, std::span<const service_reference> references,
+                                      loss_counts &lost) {
+  return writer(list, references, lost).write();
+}
+
+}  // namespace chlist

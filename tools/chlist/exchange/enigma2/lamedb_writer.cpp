@@ -1,0 +1,255 @@
+// From a line-up to the text of a lamedb, and the bouquets with it.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <set>
+#include <string>
+#include <tuple>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "chlist/exchange/enigma2/bouquets.h"
+#include "chlist/exchange/enigma2/lamedb.h"
+#include "chlist/exchange/enigma2/lamedb_fields.h"
+#include "chlist/exchange/plain_texts.h"
+#include "chlist/exchange/reception.h"
+#include "chlist/exchange/service_losses.h"
+#include "chlist/exchange/service_traits.h"
+#include "chlist/exchange/text_lines.h"
+
+namespace chlist {
+namespace {
+
+constexpr std::uint32_t cable_namespace = 0xFFFF0000;
+constexpr std::uint32_t terrestrial_namespace = 0xEEEE0000;
+
+std::int64_t unit_per_khz(delivery by) { return by == delivery::terrestrial ? 1000 : 1; }
+
+bool is_frequency(const line_up_service &service) {
+  constexpr std::int64_t largest = std::numeric_limits<std::uint32_t>::max();
+  const std::int64_t khz = service.fields.frequency;
+  return khz >= 0 && khz <= largest / unit_per_khz(reception_of(service).by);
+}
+
+// A comma ends a provider's name.
+std::string provider_text(std::string_view provider) {
+  std::string made = in_one_line(provider);
+  std::ranges::replace(made, ',', ' ');
+  return made;
+}
+
+std::string quoted_name(std::string_view name) {
+  std::string made = in_one_line(name);
+  std::ranges::replace(made, '"', '\'');
+  return made;
+}
+
+// Of some of these a lamedb and its bouquets say less than the list; that is counted apart.
+constexpr trait carried[] = {
+    trait::network_id, trait::transport_id, trait::frequency,    trait::service_id,   trait::place_outside_views,
+    trait::number,     trait::minor_number, trait::name,         trait::provider,     trait::source,
+    trait::lock,       trait::scrambling,   trait::service_type, trait::polarisation, trait::video_pid,
+    trait::audio_pid,  trait::pcr_pid,      trait::net_index,    trait::favourites,   trait::favourite_numbers};
+
+constexpr service_loss losses[] = {
+    {"names with line ends", [](const line_up_service &s) { return in_one_line(s.name) != s.name; }},
+    {"providers with commas or line ends",
+     [](const line_up_service &s) { return provider_text(s.provider) != s.provider; }},
+    {"service types that are read as television or radio",
+     [](const line_up_service &s) { return basic_service_type(s.fields.service_type) != s.fields.service_type; }},
+    {"PIDs outside 1..8191",
+     [](const line_up_service &s) {
+       return is_odd_pid(s.fields.video_pid) || is_odd_pid(s.fields.audio_pid) || is_odd_pid(s.fields.pcr_pid);
+     }},
+    {"frequencies outside the format's range", [](const line_up_service &s) { return !is_frequency(s); }},
+    {"polarisations",
+     [](const line_up_service &s) {
+       return s.fields.polarisation > (reception_of(s).by == delivery::satellite ? 1 : 0);
+     }},
+};
+
+constexpr service_loss losses_in_quotation_marks[] = {
+    {"names with quotation marks", [](const line_up_service &s) { return s.name.find('"') != std::string::npos; }},
+};
+
+// Positions of the sources: those that have none get the lowest that are free.
+class positions {
+ public:
+  explicit positions(const line_up &list) {
+    for (const line_up_service &service : list.services) {
+      if (const auto position = reception_of(service).position) {
+        used_.insert(*position);
+      }
+    }
+  }
+
+  int of(const line_up_service &service) {
+    if (const auto position = reception_of(service).position) {
+      return *position;
+    }
+    const auto [known, is_new] = given_.try_emplace({service.source, service.fields.net_index}, 0);
+    if (is_new) {
+      known->second = free_position();
+    }
+    return known->second;
+  }
+
+ private:
+  int free_position() {
+    while (used_.contains(last_) && last_ < positions_around_the_earth - 1) {
+      ++last_;
+    }
+    used_.insert(last_);
+    return last_;
+  }
+
+  std::set<int> used_;
+  std::map<std::pair<std::string, std::uint8_t>, int> given_;
+  int last_ = 1;
+};
+
+class writer {
+ public:
+  writer(const line_up &list, int version) : version_(version), positions_(list) {}
+
+  void write(const line_up_service &service) {
+    reception from{reception_of(service).by};
+    if (from.by == delivery::satellite) {
+      from.position = positions_.of(service);
+    }
+    sources_.push_back(source_of(from));
+    references_.push_back({transponder_of(service, from), service.fields.service_id});
+    write_service(service, references_.back());
+  }
+
+  [[nodiscard]] std::string text() const {
+    if (version_ == 5) {
+      return "eDVB services /5/\n" + transponders_ + services_;
+    }
+    return fmt::format("eDVB services /{}/\ntransponders\n{}end\nservices\n{}end\n", version_, transponders_,
+                       services_);
+  }
+
+  [[nodiscard]] const std::vector<std::string> &sources() const { return sources_; }
+  [[nodiscard]] const std::vector<service_reference> &references() const { return references_; }
+
+ private:
+  // All that tells transponders apart: to a lamedb, the references alone do.
+  using identity = std::tuple<std::string, std::uint8_t, std::uint16_t, std::uint16_t, std::int64_t, bool>;
+
+  transponder_reference transponder_of(const line_up_service &service, const reception &from) {
+    const channel_st &fields = service.fields;
+    const auto [known, is_new] = known_.try_emplace({service.source, fields.net_index, fields.ts_id, fields.network_id,
+                                                     fields.frequency, fields.polarisation != 0});
+    if (is_new) {
+      known->second = free_reference({namespace_of(from), fields.ts_id, fields.network_id}, fields);
+      write_transponder(known->second, service, from);
+    }
+    return known->second;
+  }
+
+  static std::uint32_t namespace_of(const reception &from) {
+    if (from.by == delivery::satellite) {
+      return static_cast<std::uint32_t>(*from.position) << 16U;
+    }
+    return from.by == delivery::cable ? cable_namespace : terrestrial_namespace;
+  }
+
+  // The lower half of the namespace is that of Enigma2's own: MHz and the polarisation, and on from there.
+  transponder_reference free_reference(transponder_reference wanted, const channel_st &fields) {
+    const std::uint32_t base = wanted.name_space;
+    auto low = static_cast<std::uint16_t>((fields.frequency / 1000) & 0x7FFF);
+    low = static_cast<std::uint16_t>(low | (fields.polarisation != 0 ? 0x8000U : 0U));
+    for (int tried = 0; !used_.insert(wanted).second && tried <= 0xFFFF; ++tried) {
+      wanted.name_space = base | low++;
+    }
+    return wanted;
+  }
+
+  void write_transponder(const transponder_reference &reference, const line_up_service &service,
+                         const reception &from) {
+    const std::string parameters = parameters_of(service, from);
+    const char letter = from.by == delivery::satellite ? 's' : from.by == delivery::cable ? 'c' : 't';
+    const char *form = version_ == 5 ? "t:{:08x}:{:04x}:{:04x},{}:{}\n" : "{:08x}:{:04x}:{:04x}\n\t{} {}\n/\n";
+    fmt::format_to(std::back_inserter(transponders_), fmt::runtime(form), reference.name_space, reference.transport_id,
+                   reference.network_id, letter, parameters);
+  }
+
+  // Version 3 has no flags, which end the parameters of the others.
+  [[nodiscard]] std::string parameters_of(const line_up_service &service, const reception &from) const {
+    const char *flags = version_ == 3 ? "" : ":0";
+    const std::int64_t frequency = is_frequency(service) ? service.fields.frequency * unit_per_khz(from.by) : 0;
+    switch (from.by) {
+      case delivery::satellite:
+        return fmt::format("{}:27500000:{}:0:{}:2{}", frequency, service.fields.polarisation != 0 ? 1 : 0,
+                           signed_position(*from.position), flags);
+      case delivery::cable:
+        return fmt::format("{}:6900000:2:0:0{}", frequency, flags);
+      case delivery::terrestrial:
+        break;
+    }
+    return fmt::format("{}:0:5:5:3:2:4:4:2{}", frequency, flags);
+  }
+
+  static int signed_position(int position) {
+    return position > positions_around_the_earth / 2 ? position - positions_around_the_earth : position;
+  }
+
+  void write_service(const line_up_service &service, const service_reference &reference) {
+    const transponder_reference &transponder = reference.transponder;
+    const std::string ids =
+        fmt::format("{:04x}:{:08x}:{:04x}:{:04x}:{}:0", reference.service_id, transponder.name_space,
+                    transponder.transport_id, transponder.network_id, service.fields.service_type);
+    if (version_ == 5) {
+      services_ += fmt::format("s:{}:0,\"{}\",{}\n", ids, quoted_name(service.name), options_of(service));
+    } else {
+      services_ += fmt::format("{}\n{}\n{}\n", ids, in_one_line(service.name), options_of(service));
+    }
+  }
+
+  // A CA id of 0 marks a scrambled service: the list does not know by what.
+  static std::string options_of(const line_up_service &service) {
+    std::string options = "p:" + provider_text(service.provider);
+    const std::pair<int, std::uint16_t> pids[] = {
+        {0, service.fields.video_pid}, {1, service.fields.audio_pid}, {3, service.fields.pcr_pid}};
+    for (const auto &[kind, pid] : pids) {
+      options += is_stream_pid(pid) ? fmt::format(",c:{:02}{:04x}", kind, pid) : "";
+    }
+    return options + (service.has_flag(CHANNEL_FLAG_FTA) ? ",C:0000" : "");
+  }
+
+  int version_;
+  positions positions_;
+  std::map<identity, transponder_reference> known_;
+  std::set<transponder_reference> used_;
+  std::vector<std::string> sources_;  // as reading gives them
+  std::vector<service_reference> references_;
+  std::string transponders_;
+  std::string services_;
+};
+
+}  // namespace
+
+std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost) {
+  const line_up plain = with_plain_texts(list, lost);
+  count_uncarried(plain, carried, lost);
+  count_losses(plain, losses, lost);
+  if (version == 5) {
+    count_losses(plain, losses_in_quotation_marks, lost);
+  }
+  lost.add("symbol rates and the like (assumed: the list has none)", plain.services.size());
+  writer made(plain, version);
+  for (const line_up_service &service : plain.services) {
+    made.write(service);
+  }
+  count_source_losses(plain, made.sources(), lost);
+  std::vector<made_file> files = write_bouquets(plain, made.references(), lost);
+  files.insert(files.begin(), {version == 5 ? "lamedb5" : "lamedb", made.text()});
+  return files;
+}
+
+}  // namespace chlist

@@ -1,0 +1,129 @@
+// Both ways meet in one: the patches are what differs between the file and what its JSON gives without them.
+#include "chlist/exchange/json/list_json.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "channel/persist/detached_list.h"
+#include "chlist/exchange/json/list_json_records.h"
+#include "chlist/files/input_file.h"
+
+namespace chlist {
+namespace {
+
+namespace persist = channel::persist;
+
+// Differences that are closer than this are one patch.
+constexpr std::size_t closest = 8;
+
+json patches_between(std::string_view built, std::string_view file) {
+  json patches = json::array();
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  const auto put = [&] {
+    if (end > begin) {
+      patches.push_back({begin, hex_of(std::as_bytes(std::span(file.substr(begin, end - begin))))});
+    }
+  };
+  for (std::size_t at = 0; at < file.size(); ++at) {
+    if (at < built.size() && built[at] == file[at]) {
+      continue;
+    }
+    if (at >= end + closest || end == 0) {
+      put();
+      begin = at;
+    }
+    end = at + 1;
+  }
+  put();
+  return patches;
+}
+
+void apply(std::string &bytes, const read_json &patch, const std::string &path) {
+  if (!patch.is_array() || patch.size() != 2) {
+    refuse_json(path, "is no pair of an offset and hexadecimal bytes");
+  }
+  const auto offset = static_cast<std::size_t>(integer_of(patch[0], sizeof(std::uint32_t), false, element(path, 0)));
+  const std::string patched = bytes_of_hex(patch[1], element(path, 1));
+  if (offset > bytes.size()) {
+    refuse_json(path, fmt::format("begins at {}, behind the file's end at {}", offset, bytes.size()));
+  }
+  bytes.replace(offset, std::min(patched.size(), bytes.size() - offset), patched);
+}
+
+bool is_flat(const json &value) {
+  return std::ranges::none_of(
+      value, [](const json &each) { return each.is_array() || (each.is_object() && !each.contains("hex")); });
+}
+
+// A line for each record that holds no others.
+void append_text(std::string &text, const json &value, const std::string &indent) {
+  if (!value.is_structured() || (is_flat(value) && !indent.empty()) || value.empty()) {
+    text += value.dump();
+    return;
+  }
+  const std::string deeper = indent + ' ';
+  text += value.is_array() ? '[' : '{';
+  const char *separator = "\n";
+  for (const auto &[key, member] : value.items()) {
+    text += separator + deeper + (value.is_object() ? json(key).dump() + ": " : "");
+    append_text(text, member, deeper);
+    separator = ",\n";
+  }
+  text += '\n' + indent + (value.is_array() ? ']' : '}');
+}
+
+bool has_longer_records(std::string_view file) {
+  return file.size() > 1 && (file[0] == 7 || file[0] == 8) && file[1] == 0;
+}
+
+}  // namespace
+
+std::string json_of_channel_file(const std::filesystem::path &path) {
+  const std::string file = read_input_file(path);
+  if (has_longer_records(file)) {
+    throw std::runtime_error(fmt::format("is of version {}: convert it first", int{file[0]}));
+  }
+  const std::string name = path.string();
+  const auto list = persist::read_detached<persist::current_format>(
+      name.c_str(), persist::detached_reader("export", "channel list", name.c_str()));
+  if (list == nullptr) {
+    throw std::runtime_error("ends too early for a channel file of its version");
+  }
+  json object = json_of_list(*list);
+  json patches = patches_between(file_of_records(object), file);
+  if (!patches.empty()) {
+    object.push_back({std::string(patches_key), std::move(patches)});
+  }
+  std::string text;
+  append_text(text, object, "");
+  return text + '\n';
+}
+
+std::string channel_file_of_json(std::string_view text) {
+  read_json object;
+  try {
+    object = read_json::parse(text);
+  } catch (const read_json::exception &error) {
+    const std::string_view what = error.what();
+    throw std::runtime_error("is no JSON: " + std::string(what.substr(std::min(what.find("] ") + 2, what.size()))));
+  }
+  std::string bytes = file_of_records(object);
+  if (object.contains(patches_key)) {
+    const read_json &patches = array_in(object, patches_key, "$", bytes.max_size());
+    for (std::size_t at = 0; at < patches.size(); ++at) {
+      apply(bytes, patches[at], element(fmt::format("$.{}", patches_key), at));
+    }
+  }
+  return bytes;
+}
+
+bool is_like_json(const std::filesystem::path &path, std::string_view beginning) {
+  const std::size_t first = beginning.find_first_not_of(" \t\r\n");
+  return first == std::string_view::npos ? path.extension() == ".json" : beginning[first] == '{';
+}
+
+}  // namespace chlist
