@@ -20,7 +20,19 @@ install(EXPORT channelTargets NAMESPACE channel:: DESTINATION "${package_dir}" C
 install(FILES "${PROJECT_BINARY_DIR}/channelConfig.cmake" "${PROJECT_BINARY_DIR}/channelConfigVersion.cmake"
         DESTINATION "${package_dir}" COMPONENT libchannel-dev)
 
-file(RELATIVE_PATH CHANNEL_PC_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
-string(REGEX REPLACE "/$" "" CHANNEL_PC_PREFIX "${CHANNEL_PC_PREFIX}")
+# Folders that are given as absolute ones lie outside the prefix, and do not move with it.
+foreach(folder INCLUDEDIR LIBDIR)
+  if(IS_ABSOLUTE "${CMAKE_INSTALL_${folder}}")
+    set(CHANNEL_PC_${folder} "${CMAKE_INSTALL_FULL_${folder}}")
+  else()
+    set(CHANNEL_PC_${folder} "\${prefix}/${CMAKE_INSTALL_${folder}}")
+  endif()
+endforeach()
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+  set(CHANNEL_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
+else()
+  file(RELATIVE_PATH CHANNEL_PC_PREFIX "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+  string(REGEX REPLACE "/$" "" CHANNEL_PC_PREFIX "\${pcfiledir}/${CHANNEL_PC_PREFIX}")
+endif()
 configure_file(cmake/channel.pc.in "${PROJECT_BINARY_DIR}/channel.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/channel.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT libchannel-dev)

@@ -13,18 +13,28 @@ import sys
 from channel_list import ChannelList, ChannelListError, Entry
 
 
+COLUMNS = ("number", "name", "locked")
+ANSWERS = {"yes": True, "no": False}
+
+
 def edit(channels: ChannelList, entry: Entry, row: dict[str, str]) -> None:
     if row["name"]:
         channels.rename(entry, row["name"])
     if row["locked"]:
-        channels.lock(entry, row["locked"] == "yes")
+        if row["locked"] not in ANSWERS:
+            raise ValueError(f"number {entry.number}: locked is yes or no, not {row['locked']}")
+        channels.lock(entry, ANSWERS[row["locked"]])
     after = channels.service(entry)
     print(f"{entry.number}: {entry.name} -> {after.name}{', locked' if after.is_locked else ''}")
 
 
 def main(path: str, table: str) -> None:
     with ChannelList(path) as channels, open(table, newline="", encoding="utf-8") as rows:
-        for row in csv.DictReader(rows):
+        reader = csv.DictReader(rows, restval="")
+        for column in COLUMNS:
+            if column not in (reader.fieldnames or ()):
+                raise ValueError(f"{table} has no column {column}")
+        for row in reader:
             edit(channels, channels.entry(int(row["number"])), row)
         channels.save(path)
 

@@ -107,6 +107,16 @@ void new_favourites(receiver *host, const char *name) {
   }
 }
 
+/* Where the channel on the screen stands in a group, or -1. */
+static int16_t place_in_group(const receiver *host, int16_t index) {
+  for (int16_t place = 0; place < get_fav_vch_number(index); ++place) {
+    if (is_same_vchannel(get_fav_vch(index, place), &host->tuned)) {
+      return place;
+    }
+  }
+  return -1;
+}
+
 void add_favourite(receiver *host, const char *group) {
   const bool is_typed = *group != '\0';
   const int16_t id = (int16_t)(is_typed ? typed_group(group) : current_group(host));
@@ -117,24 +127,13 @@ void add_favourite(receiver *host, const char *group) {
     return;
   }
   host->favourite = id;
-  const int before = get_fav_vch_number(get_fav_index(id));
-  if (add_fav_virtual_channel(id, &host->tuned) != 0) {
+  /* A channel that the group holds already counts as added, also when the group is full. */
+  const bool is_new = place_in_group(host, get_fav_index(id)) < 0;
+  if (is_new && add_fav_virtual_channel(id, &host->tuned) != 0) {
     printf("%s is full; %d channels are the most.\n", group_name(id).text, MAX_FAV_NUM);
     return;
   }
-  /* A channel that the group holds already counts as added. */
-  const bool is_new = get_fav_vch_number(get_fav_index(id)) > before;
   printf("%s is %s %s.\n", channel_name(&host->tuned).text, is_new ? "now in" : "already in", group_name(id).text);
-}
-
-/* Where the channel on the screen stands in a group, or -1. */
-static int16_t place_in_group(const receiver *host, int16_t index) {
-  for (int16_t place = 0; place < get_fav_vch_number(index); ++place) {
-    if (is_same_vchannel(get_fav_vch(index, place), &host->tuned)) {
-      return place;
-    }
-  }
-  return -1;
 }
 
 /* By place, because a removal by identity would also renumber the channels behind. */

@@ -18,10 +18,12 @@
  *
  * @section rules_ownership Ownership
  *
- * The list owns every network, transponder and real channel. Pointers that functions return point into it: never free
- * them, and do not keep them across a call that removes, loads, resets or sorts. Records come from `calloc` and go back
- * with `free`, so a host may `calloc` a channel_st itself and hand it to add_rch_info(); a record that is refused there
- * stays the host's to free.
+ * The list owns every network, transponder and real channel. Pointers that functions return point into it and are never
+ * freed, but for what alloc_channel_info() and alloc_tp_ch_info() give until it is filed, and the lists of
+ * v7_load_channel(), v8_load_channel() and v9_load_channel(), which are the caller's. Do not keep pointers to records
+ * across removals, merges, loads and resets. Pointers to entries and groups name places, which show something else
+ * after moves and sorts as well. Records come from `calloc` and go back with `free`, so a host may `calloc` a
+ * channel_st itself and hand it to add_rch_info(); a record that is refused there stays the host's to free.
  *
  * @section rules_in_place Reading and writing in place
  *
@@ -39,23 +41,28 @@
  *
  * @section rules_arguments Bad arguments
  *
- * A null pointer, a position outside an array, an unknown code or a full array is refused with an ERROR line and the
- * function's failure result. Nothing is lost, and no memory outside a record or an array is read or written. Text
- * without a terminator ends where its field ends.
+ * A null pointer, a position outside an array, an unknown code or a full array is refused: the result and the lines are
+ * those that the function names. Most refusals write an ERROR line; an unknown view code a WARNING, twice where array
+ * and count are looked up; some lookups and ids nothing (get_rch_ch_info_by_tp_ch(), get_group_id(),
+ * remove_fav_group()). Some answer success (init_vindex(), set_group_list(), sort_vch_type()). No memory outside a
+ * record or an array is read or written, and a refused call leaves the list as it is, but for repair_channel(), which
+ * empties it first; a load that fails leaves an initialised list. Text without a terminator ends where its field ends.
  *
  * @section rules_logs Log lines
  *
  * Lines go to standard error, in green, when entry 7 of verbosity_map (base/verbosity.h) is at least the line's level:
  * 0 errors ("ERROR: function:line ..."), 1 warnings ("WARNING: ..."), 2 traces, 3 details ("ChannelAPI ..."), 5 misses
- * of single lookups. Under "Log lines" a function says what it writes, each level with what it tells; the lines of
- * other functions of the interface that do part of its work are included. The guide @ref md_docs_guides_logging shows
- * how to read them.
+ * of single lookups. Entries 1, 5 and 106 gate a few lines that belong to other modules: set all four to -1 for
+ * silence. Under "Log lines" a function says what it writes, each level with what it tells; the lines of other
+ * functions of the interface that do part of its work are included. The guide @ref md_docs_guides_logging shows how to
+ * read them.
  *
  * @section rules_memory Memory
  *
  * When memory runs out, one ERROR line is written and the process stops; no function returns a null record for that
- * reason. Only a block for a list beside the one in memory (check_load_channel(), the readers of earlier versions) is
- * told as a file that cannot be opened. Views, groups and favourites live in fixed arrays and never allocate.
+ * reason. Only a block for a list beside the one in memory is told as a file that cannot be opened: v7_load_channel(),
+ * v8_load_channel() and v9_load_channel() then give null, and check_load_channel() 0. Views, groups and favourites live
+ * in fixed arrays, and no lookup and no zapping call allocates.
  *
  * @section rules_frequency Frequencies and polarisation
  *
@@ -77,7 +84,8 @@
  *
  * View codes are VIEW_ALL, VIEW_TV, VIEW_RADIO, VIEW_USER, VIEW_WORK, VIEW_PROMOTION and VIEW_FAVOURITE plus 0..19. One
  * view is current; functions without a view argument work on it. A count outside its array, which only a host can
- * write, is read as the nearest one inside.
+ * write, is read as the nearest one inside, but by get_fav_vch_number(), get_fav_vch_by_group_name(),
+ * get_fav_group_number() and get_provider_number(), which give it as it stands.
  */
 
 #include <channel/dumps.h>

@@ -35,7 +35,8 @@ CHANNEL_BEGIN_DECLS
 /**
  * The number of favourite groups.
  *
- * @return the low byte of channel_list_st::favorite_group_num, as a signed number; 0..20.
+ * @return the low byte of channel_list_st::favorite_group_num as it stands, as a signed number: 0..20 unless a host
+ *         wrote another.
  * @logs none.
  */
 int get_fav_group_number(void);
@@ -81,7 +82,7 @@ virtual_channel_st *get_fav_vch(int16_t group, int16_t entry);
  * The number of entries of a group.
  *
  * @param group group index, 0..19.
- * @return the number; 0 outside the array.
+ * @return the stored count as it stands; 0 outside the array.
  * @logs 0: an index outside.
  */
 int16_t get_fav_vch_number(int16_t group);
@@ -113,9 +114,8 @@ int16_t get_fav_index_by_number(int16_t group, int16_t major, int16_t minor);
  *
  * @param name a terminated text, compared with regard to case. Null is refused with 0.
  * @param out receives the group's first entry, owned by the list; untouched when there is no such group. Null is
- *       refused
- *       with 0.
- * @return the number of its entries; 0 when there is no such group.
+ *       refused with 0.
+ * @return the number of its entries as it is stored; 0 when there is no such group.
  * @logs 0: null.
  */
 int16_t get_fav_vch_by_group_name(const char *name, virtual_channel_st **out);
@@ -135,8 +135,8 @@ int add_fav_group_info(group_st group);
 /**
  * Renames a group.
  *
- * The old name is cleared first, so that a length below 1 leaves the group with an empty name, its old name_len, and
- * gives -1: hosts rely on the group staying in dumps.
+ * The first 96 of the name's 98 bytes are cleared first. A length below 1 blanks the name of every group with the id,
+ * leaves name_len and gives -1: hosts rely on the group staying in dumps.
  *
  * @param id group id.
  * @param name @p length bytes. Null is refused with -1 unless the length is below 1.
@@ -172,7 +172,8 @@ int move_fav_ch_group(int16_t dest, int16_t src);
  *
  * @param id group id.
  * @param vch the entry to copy; its favorite_id becomes its position in the group. Null is refused with -1.
- * @return 0, also when the channel is there already; -1 when there is no such group or it holds 40 entries.
+ * @return 0, also when the channel is there already and the group is not full; -1 when there is no such group or it
+ *         holds 40 entries, that channel among them or not.
  * @logs 0: refused. 2: the entry as it was added.
  */
 int add_fav_virtual_channel(int16_t id, const virtual_channel_st *vch);
@@ -195,8 +196,7 @@ int remove_fav_virtual_channel(int16_t id, int16_t index);
  * @param tag compared with vch_tag.
  * @param id group id.
  * @param net_index,frequency,polarisation,network_id,ts_id,service_id the channel's @ref rules_identity "identity",
- *       where
- *       frequency 0 is no wildcard.
+ *       where frequency 0 is no wildcard.
  * @return 0, also when the channel is not there; -1 when there is no such group.
  * @logs 2: each group looked at.
  */
@@ -207,9 +207,10 @@ int remove_fav_virtual_channel_by_ts_info(int8_t tag, int16_t id, uint8_t net_in
 /**
  * Moves entries within a group. No favorite_id or channel number changes.
  *
- * One entry ends at the destination. Several entries follow, in the order given, the entry that ends at the
+ * One entry ends at the destination. Several entries follow, in the order given, the entry that stands at the
  * destination: an offset by one that hosts rely on. Where that entry moves itself, with all behind it, they end the
- * group.
+ * group. Every call with another count than 1 compacts entries without a real channel away: the count stays, and as
+ * many slots at the end then hold copies of the entry that was last (empty slots when that one is moved itself).
  *
  * @param group group index, 0..19.
  * @param dest destination, 0..count-1.

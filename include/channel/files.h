@@ -58,13 +58,14 @@ char *set_target_dir(const char *dir);
  *       characters or more is a file that cannot be opened.
  * @param sort_mode a SORT_ code of sort_vindex_ex() for the ALL, USER, promotion, TV and radio views, or 255 to keep
  *       the file's order. An unknown code sorts nothing.
- * @return the version in the file (10 for a current one); 1 when the file cannot be opened; -1 when it is short. After
- *         1 and -1 the list is initialised, with genres and countries from their own files.
+ * @return the version in the file (10 for a current one); 1 when the file cannot be opened; -1 when it is short, and
+ *         for null. After a missing or short file the list is initialised, with genres and countries from their own
+ *         files. A file whose version field is 1 or -1 gives the same numbers.
  * @logs Most lines carry the name load_channel_internal. 0: null, a file that cannot be opened or is short, a count
- *       that was brought back, an entry without a channel ("link..."), an unknown sort mode, a genre or country file
- *       that is missing. 1: a current view that is empty. 2: the path, limits, networks, transponders, the settings and
- *       the ALL view. 3: networks, transponders and channels as they are read. 2, 3, 5: each entry that does not
- *       resolve, as get_channel_st() tells it.
+ *       that was brought back, an entry without a channel ("link..."), an unknown sort mode, a current view that does
+ *       not exist, a genre or country file that is missing. 1: a current view that is empty. 2: the path, limits,
+ *       networks, transponders, the settings and the ALL view. 3: networks, transponders and channels as they are read.
+ *       2, 3, 5: each entry that does not resolve, as get_channel_st() tells it.
  */
 int load_channel(const char *name, uint8_t sort_mode);
 
@@ -78,8 +79,7 @@ int load_channel(const char *name, uint8_t sort_mode);
  * @param name the file's name below the target directory. Null is refused with 0. A path of 64 characters or more is a
  *       file that cannot be opened.
  * @return 1 when every byte was written; 0 otherwise: the file is truncated or partly written, and untouched only when
- *       it
- *         could not be opened.
+ *         it could not be opened.
  * @logs The lines carry the name save_channel_internal. 0: null, a file that cannot be opened or written, a channel
  *       count that does not fit. 2: the path, the records as they go out, the settings.
  */
@@ -94,20 +94,23 @@ int save_channel(const char *name);
  *
  * An added service gets the low 14 bits of its service id as its number, or the view's count plus 1 when they are 0.
  * Service types (ETSI EN 300 468) 0x01, 0x80 and 0x81 go to the ALL and the TV view, 0x02 to the ALL and the radio
- * view, 0x03 to the ALL view when it is of source type 9; the numbers 200, 202, 606 and 607 also to the promotion view.
- * A full view takes no more: the service is filed without an entry there.
+ * view, 0x03 to the ALL view when it is of source type 9; the numbers 200, 202, 606 and 607 go to the promotion view as
+ * well, whatever the type. A full view takes no more: the service is filed without an entry there.
  *
- * Call it after load_channel(): country_id serves as the mark of presence, 0 for a channel not seen yet, and is 1 on
- * every channel that the merge keeps: the country ids that they had are overwritten. A channel whose country_id was not
- * 0 before is not deleted. The list is saved by the host.
+ * Call it after load_channel(): country_id serves as the mark of presence, 0 for a channel not seen yet, and is 1
+ * afterwards on every channel that the new list holds: the country ids that they had are overwritten. One that the new
+ * list lacks is not deleted when its country_id was not 0, and keeps that value. Of several channels with one identity
+ * only the first is marked, and the others are deleted. The new file's version is not looked at. The list is saved by
+ * the host.
  *
  * @return the number of services added and deleted; 0 when nothing changed, and when the new list cannot be read, which
  *         leaves the list untouched.
- * @logs 0: a file that cannot be opened or is short (new_load_channel), a full view, an entry without a channel. 1: a
- *       service that the new list holds twice. 2: each service added and deleted, and how many. 2, 3, 5: each service
- *       that the list lacks and each entry that is pruned, as get_channel_st() tells its miss. 3: networks,
- *       transponders and channels as they are read. Entry 1 of verbosity_map gates the warning of a service type
- *       without a view, at 1, and the numbers given in the radio and promotion views, at 5.
+ * @logs 0: a file that cannot be opened or is short (new_load_channel), a full view, an entry without a channel, a
+ *       service that is not found once it is filed ("can't find channel"). 1: a service that is filed already while
+ *       channel_list_st::network_num is 0. 2: each service added and deleted, and how many. 2, 3, 5: each service that
+ *       the list lacks and each entry that is pruned, as get_channel_st() tells its miss. 3: networks, transponders and
+ *       channels as they are read. Entry 1 of verbosity_map gates the warning of a service type without a view, at 1,
+ *       and the numbers given in the radio and promotion views, at 5.
  */
 int check_load_channel(void);
 
@@ -119,8 +122,10 @@ int check_load_channel(void);
  * @param path the whole path; the target directory is not put in front. Null is refused with null.
  * @return the list with its networks, transponders and channels, all owned by the caller, each from `calloc`; null when
  *         the file cannot be opened or is short.
- * @logs 0: null, a file that cannot be opened or is short, an entry of the list in memory without a channel. 2: the
- *       path, the number of networks, the settings of the old list. 3: networks, transponders and channels.
+ * @logs 0: null, a file that cannot be opened or is short, an entry of the list in memory without a channel, no current
+ *       view after destroy_channel_list() (link_rch_info). 2: the path, the number of networks, the settings of the old
+ *       list. 3: networks, transponders and channels. 2, 3, 5: each entry of the list in memory that does not resolve,
+ *       as get_channel_st() tells it.
  */
 channel_list_st *v9_load_channel(const char *path);
 
@@ -148,7 +153,8 @@ v8_channel_list_st *v7_load_channel(const char *path);
  * The list is emptied first, also by a call that is refused; records still linked are not released: call
  * reset_channel_list() before. Views come without pointers to their channels, no view is switched and nothing is saved:
  * save and load the list to use it. Networks and transponders without channels are not carried over. The provider of a
- * channel is taken from its genre, as receivers of the time filed it.
+ * channel is taken from its genre, as receivers of the time filed it. vch_type is copied while the ALL view stays
+ * current. Tags and favorite_id: see the guide @ref md_docs_guides_files.
  *
  * @code{.c}
  * reset_channel_list();
@@ -162,8 +168,9 @@ v8_channel_list_st *v7_load_channel(const char *path);
  * @param path the whole path; the target directory is not put in front.
  * @return 0; -1 when the version is refused or the file cannot be read.
  * @logs 0: the errors of the reader, a count that was brought back. 1: a service that the file holds twice. 2: the
- *       path, the old settings, each network, each channel as it is filed. 3: what the reader reads. A refused version
- *       writes no error.
+ *       path, the old settings, each network, each channel as it is filed. 3: what the reader reads, and each network
+ *       and transponder that is created, as the miss of its finder. 2, 3, 5: each entry of the work view that does not
+ *       resolve, as get_channel_st() tells it. A refused version writes no error.
  */
 int repair_channel(int version, const char *path);
 

@@ -32,7 +32,7 @@ int8_t get_use_group_list(void);
 /**
  * The view from which the current list was made.
  *
- * @return channel_list_st::service_type: 1 TV, 2 radio.
+ * @return channel_list_st::service_type: 1 TV, 2 radio, or another source view of create_service_by_group_list_id().
  * @logs none.
  */
 int8_t get_current_service_type(void);

@@ -17,7 +17,8 @@ CHANNEL_BEGIN_DECLS
  *
  * Functions without a view argument work on the current view; the `vtype_` functions take a view code. Searches walk
  * the view from position 0 and the first match wins. Positions from the count up to the array's capacity are readable
- * where no range check is named: they hold zeros unless the host wrote there. Positions outside the array are refused.
+ * where no range check is named: they hold what was left there: zeros after clearing or removing, copies after a move,
+ * older entries after sort_vindex_by_flag(), a file's bytes after a load. Positions outside the array are refused.
  * Pointers to entries are owned by the library; the entry at a position changes when the view does.
  *
  * @code{.c}
@@ -25,7 +26,7 @@ CHANNEL_BEGIN_DECLS
  *   int16_t vindex = get_channel_index(7);
  *   const channel_st *service = vindex >= 0 ? get_channel(vindex) : NULL;
  *   if (service != NULL) {
- *     printf("%s: PMT PID %u\n", service->name[0].text, service->pmt_pid);
+ *     printf("%.96s: PMT PID %u\n", service->name[0].text, service->pmt_pid);
  *   }
  * }
  * @endcode
@@ -225,7 +226,8 @@ channel_st *get_channel_by_vindex(int16_t vindex);
 /**
  * The real channel at a position of a view, resolved from the entry's identity.
  *
- * @param vindex position in the array; behind the count an empty slot is resolved, which normally gives null.
+ * @param vindex position in the array; behind the count what was left in the slot is resolved; an empty one normally
+ *       gives null.
  * @param type a view code.
  * @return the channel, owned by the list; null outside the array, for an unknown view, or when it does not resolve.
  * @logs 0: a position beyond the array (a negative one is not told). 1: an unknown view, twice. 5: the entry's

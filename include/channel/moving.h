@@ -20,18 +20,23 @@ CHANNEL_BEGIN_DECLS
  */
 
 /**
- * Moves entries of the current view, and mirrors the move in the TV or radio view while a group list is in use.
+ * Moves entries of the current view, and carries the move over to the TV or radio view while a group list is in use.
  *
  * One entry is taken out and put in at the destination, counted in the view without it. Several entries follow, in the
- * order given, the entry that stands at the destination, and entries without a real channel are compacted away on the
- * way. A destination that is itself among them stands for the next entry left. After a single move the slot behind the
- * count holds a copy of the view's former last entry.
+ * order given, the entry that stands at the destination. Every call with another count than 1 compacts entries without
+ * a real channel away: the count stays, and as many slots at the end then hold copies of the entry that was last (empty
+ * slots when that one is moved itself). A destination that is itself among them stands for the next entry left. After a
+ * single move the slot behind the count holds a copy of the view's former last entry.
  *
  * The service-type view is the view of channel_list_st::service_type. A single move is mirrored there only while
  * use_group_list is not 0. Moving several entries clears their slots in that view in any case, and rearranges it only
  * while use_group_list is not 0: move several entries while a TV, radio or group view is current. A channel that the
  * service-type view does not hold is not mirrored; when it lacks the channel at the destination, it is left alone. A
  * service-type view that is the current one is moved once.
+ *
+ * The mirror of a single move opens its gap at the current view's position: where that differs from the destination's
+ * position in the service-type view, entries there are overwritten and others stand twice. Rebuild it with
+ * create_vindex_type() then.
  *
  * @code{.c}
  * const int16_t third_and_fifth[] = {2, 4};

@@ -70,7 +70,7 @@ group_st *get_provider_info_by_index(int16_t index);
 /**
  * The number of providers.
  *
- * @return channel_list_st::provider_num, 0..500.
+ * @return channel_list_st::provider_num as it stands: 0..500 unless a host wrote another.
  * @logs none.
  */
 int16_t get_provider_number(void);

@@ -217,17 +217,17 @@ struct group_st {
   uint16_t reserved_0; /**< carried unchanged */
   int16_t id;          /**< group id, unique in its table */
   int16_t name_len;    /**< length of the name in bytes, without the terminator */
-  char name[98];       /**< NUL-terminated name */
+  char name[98];       /**< name; may fill its field */
 };
 
 /** The channel list: its settings, the group tables, every saved view and the head of the hierarchy. */
 struct channel_list_st {
   int16_t version;                                 /**< version of the layout, 10 */
   int8_t use_tuner;                                /**< the host's tuner setting; 255 (-1) after initialisation */
-  int8_t ch_type;                                  /**< 0 for the ALL view, the view's code for a favourite group */
+  int8_t ch_type;                                  /**< 0, or the favourite group chosen last */
   uint16_t bouquet_id;                             /**< bouquet id (EN 300 468); 0xFFFF after initialisation */
   int8_t use_group_list;                           /**< the group kind in use (GROUP_ codes) */
-  int8_t service_type;                             /**< the view from which the current list was made: 1 TV, 2 radio */
+  int8_t service_type;                             /**< the view that the list came from: 1 TV, 2 radio, or another */
   int8_t net_index;                                /**< network index in use; 255 (-1) for all networks */
   uint8_t reserved_9;                              /**< carried unchanged */
   int16_t sub_group_id;                            /**< the group id in use; -1 after initialisation */
@@ -272,9 +272,9 @@ struct channel_list_st {
 /** One entry of the history of watched channels. */
 struct return_channel_st {
   int8_t group;           /**< the group kind in use when the channel was added */
-  int8_t service_type;    /**< channel_list_st::service_type at that time */
+  int8_t service_type;    /**< channel_list_st::service_type at that time, a view code */
   int16_t sub_group;      /**< channel_list_st::sub_group_id at that time */
-  int16_t vindex;         /**< index of the channel in the view that was current; -1 when no longer in the view */
+  int16_t vindex;         /**< index in the view that was current, or -1; refreshed by remove_return_channel() only */
   uint8_t tag;            /**< tag of the channel */
   uint8_t net_index;      /**< network index of the channel */
   virtual_channel_st vch; /**< a copy of the view entry */

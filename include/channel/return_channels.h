@@ -75,7 +75,9 @@ int check_same_return_channel(int8_t tag, uint8_t net_index, uint16_t network_id
  *
  * A channel further down moves up; a full history drops its oldest. A channel that already is at the top stays as it
  * is, its group selection included; one that is not in the current view is reported and changes nothing. The entry is
- * found as by get_vch_index_by_ts_info(), where frequency 0 matches any.
+ * found as by get_vch_index_by_ts_info(), where frequency 0 matches any. In the history the channel is looked up with
+ * the frequency as given: 0 does not find an entry that is listed under its frequency, and the channel is then listed
+ * twice.
  *
  * @param tag compared with vch_tag.
  * @param net_index,network_id,ts_id,frequency,service_id,polarisation the channel's @ref rules_identity "identity".

@@ -31,7 +31,10 @@ CHANNEL_BEGIN_DECLS
  *
  * With @p make_current the list goes to the USER view, the selection is recorded in the channel list, and the USER view
  * becomes current unless the list is empty. Without, it goes to the work view and nothing else changes. The target is
- * emptied first.
+ * emptied first: a source that is the target itself gives 0 and an empty list.
+ *
+ * GROUP_FAV copies the favourite group as it is: its own order and numbers, entries without a real channel too.
+ * GROUP_ALL and codes without a meaning give an empty list.
  *
  * @param kind a GROUP_ code; GROUP_FAV copies the favourite group with the id @p id.
  * @param id group id; the network index for GROUP_SATELLITE, 0, 1 or 2 for GROUP_FTACAS.

@@ -15,9 +15,10 @@ CHANNEL_BEGIN_DECLS
  *
  * `#include <channel/sorting.h>`. Beside what is said here the @ref rules "rules of every call" hold.
  *
- * Sorting permutes whole entries; channel numbers stay with their channels. The sorts are not stable: entries that are
- * equal on all keys end in no defined order. Names and the user's keys are read through the entries' cached pointers:
- * an entry without a real channel equals every other. Frequencies are compared by their difference as 32 signed bits.
+ * Sorting permutes whole entries; channel numbers stay with their channels. The order of entries that are equal on all
+ * keys is not promised. Names and the user's keys are read through the entries' cached pointers: an entry without a
+ * real channel equals every other. In names a first byte below 0x20, which selects a character table, is passed over,
+ * also that of an empty name. Frequencies are compared by their difference as 32 signed bits.
  * @{
  */
 

@@ -46,7 +46,8 @@ int reset_channel_list(void);
 /**
  * Releases every record and zeroes the channel list without setting defaults.
  *
- * There is no current view afterwards: initialise or load before any other use.
+ * There is no current view afterwards: initialise or load before any other use. The history and the work view stay,
+ * without their pointers to the channels.
  * @logs none.
  */
 void destroy_channel_list(void);
@@ -124,8 +125,8 @@ int add_rch_info(channel_st *rch, const char *network_name);
  * Unlinks and frees one real channel and lowers its transponder's count.
  *
  * The count is lowered on the first matching transponder (ts_id, frequency and polarisation) of every network with the
- * channel's net_index and network_id. View entries of the channel stay, without their pointer to it; an empty
- * transponder stays.
+ * channel's net_index and network_id. Entries of the channel in every view and in the history stay, without their
+ * pointer to it; an empty transponder stays.
  *
  * @param rch a filed channel; the pointer is invalid afterwards. Null is refused.
  * @logs 0: null.
@@ -135,6 +136,8 @@ void release_rch_info(channel_st *rch);
 /**
  * Frees a transponder with all its real channels. The network's tp_num is the caller's to lower.
  *
+ * Entries of the channels in every view and in the history stay, without their pointers.
+ *
  * @param tp a transponder; the pointer is invalid afterwards, and so are those to its channels. Null is refused.
  * @logs 0: null. 2: the call.
  */
@@ -142,6 +145,8 @@ void release_tp_ch_info(tp_ch_st *tp);
 
 /**
  * Frees a network with its transponders and their channels, and lowers network_num.
+ *
+ * Entries of the channels in every view and in the history stay, without their pointers.
  *
  * @param network a network of the list; the pointer is invalid afterwards, and so are those to what it held. Null is
  *       refused.

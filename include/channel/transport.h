@@ -16,8 +16,9 @@ CHANNEL_BEGIN_DECLS
  * `#include <channel/transport.h>`. Beside what is said here the @ref rules "rules of every call" hold.
  *
  * Queries are walks in list order; the first match wins. Those that are given no network id go on into the next network
- * with the index when one holds no match. A frequency or polarisation of 0 is also the answer when
- * nothing is found: read the record where that matters.
+ * with the index when one holds no match; get_frequency_by_ts_id() and get_polarisation_by_ts_id() go on into a second
+ * network with the same two ids. A frequency or polarisation of 0 is also the answer when nothing is found: read the
+ * record where that matters.
  * @{
  */
 

@@ -134,13 +134,15 @@ int create_vindex_type(int8_t type, int8_t net_filter);
  * An empty TV, radio, USER or promotion view is refused with -1 and the current view stays. An empty ALL or favourite
  * view becomes current with the result -4. ALL, TV and radio leave any group list (use_group_list 0); a favourite group
  * sets use_group_list to GROUP_FAV and sub_group_id to the group's id, and numbers its entries' favorite_id anew when
- * one of them occurs twice. TV and radio also set service_type, and net_index to -1.
+ * one of them occurs twice. TV and radio also set service_type, and net_index to -1. ALL sets ch_type to 0, a favourite
+ * group sets it to its code; USER and promotion change no setting but the current view.
  *
- * @param type a view code. An unknown code, and VIEW_WORK, makes lookups use the ALL view, is kept as the current code
- *       all the same, and gives -1: hosts rely on reading their code back.
+ * @param type a view code. An unknown code, and VIEW_WORK, makes lookups use the ALL view, sets use_group_list to 0, is
+ *       kept as the current code all the same, and gives -1: hosts rely on reading their code back.
  * @return 0, -1 or -4 as above.
- * @logs 0: an unknown code or VIEW_WORK. 1: a view that is empty; each entry of a favourite group while a double
- *       favorite_id is looked for, and that they are numbered anew. 2: the view, between two rules, unless it is empty.
+ * @logs 0: an unknown code or VIEW_WORK. 1: a view that is empty (not ALL); each entry of a favourite group while a
+ *       double favorite_id is looked for, and that they are numbered anew. 2: the view, between two rules, unless it is
+ *       empty.
  */
 int change_vindex_type(int8_t type);
 

@@ -101,6 +101,9 @@ class Favourites:
         """
         index = self._index(group)
         entry = _entry_of(which)
+        # A full group refuses its own members as well.
+        if any(load_library().is_same_vchannel(each, entry) == 1 for each in entry_records(FIRST_FAVOURITE + index)):
+            return self._value(index)
         if load_library().add_fav_virtual_channel(self._id(index), entry) != 0:
             raise RefusedError(f"favourite group {self._value(index).name!r} is full: it holds {MAX_FAV_NUM}")
         return self._value(index)
@@ -170,11 +173,14 @@ def _entry_of(which: Service | Entry) -> virtual_channel_st:
     service = resolve(which.identity)
     if service is None:
         raise NotFoundError(f"no service {which.identity}")
-    first = (which.view,) if isinstance(which, Entry) else ()
-    for code in (*first, *SAVED_VIEWS):
-        for record in entry_records(code):
-            if shows(record, service):
-                return record
+    records = [record for code in SAVED_VIEWS for record in entry_records(code)]
+    if isinstance(which, Entry):
+        of_view = list(entry_records(which.view))
+        at_its_place = [record for record in of_view[which.position :][:1] if record.major_ch_num == which.number]
+        records = at_its_place + of_view + records
+    for record in records:
+        if shows(record, service):
+            return record
     raise NotFoundError(f"service {which.identity} has no entry in any view")
 
 

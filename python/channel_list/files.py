@@ -6,6 +6,7 @@ from __future__ import annotations
 
 import contextlib
 import ctypes
+import fcntl
 import os
 import stat
 import sys
@@ -22,6 +23,8 @@ from .records import channel_list_st, networks_of, services_of, transponders_of
 _Path = str | os.PathLike[str]
 
 _OPEN_FILES: Final = b"/proc/self/fd/"
+_FIRST_BEHIND_STANDARD_STREAMS: Final = 3
+_STDOUT: Final = 1
 
 
 @dataclass(frozen=True, slots=True)
@@ -50,12 +53,25 @@ class InputFile:
         return FileError(self.path, f"ends too early for a channel file of version {self.version}")
 
 
+def behind_standard_streams(descriptor: int) -> int:
+    """A descriptor for the same open file that is not one of the standard streams; the given one may be closed.
+
+    A script may be started without a standard output, and the next file that is opened then takes its place.
+    """
+    if descriptor >= _FIRST_BEHIND_STANDARD_STREAMS:
+        return descriptor
+    try:
+        return fcntl.fcntl(descriptor, fcntl.F_DUPFD_CLOEXEC, _FIRST_BEHIND_STANDARD_STREAMS)
+    finally:
+        os.close(descriptor)
+
+
 @contextlib.contextmanager
 def input_file(path: _Path) -> Iterator[InputFile]:
     """Opens a channel file. Raises OSError as open() does, and FileError for what is no channel file."""
     name = os.fspath(path)
     # Without O_NONBLOCK the call would wait for the writer of a pipe.
-    descriptor = os.open(name, os.O_RDONLY | os.O_NONBLOCK | os.O_CLOEXEC)
+    descriptor = behind_standard_streams(os.open(name, os.O_RDONLY | os.O_NONBLOCK | os.O_CLOEXEC))
     try:
         if not stat.S_ISREG(os.fstat(descriptor).st_mode):
             raise FileError(name, "not a regular file")
@@ -94,16 +110,27 @@ def silent_stdout() -> Iterator[None]:
     if sys.stdout is not None:
         sys.stdout.flush()
     LIBC.fflush(None)
-    saved = os.dup(1)
-    nowhere = os.open(os.devnull, os.O_WRONLY | os.O_CLOEXEC)
+    saved = _copy_of_stdout()
+    nowhere = behind_standard_streams(os.open(os.devnull, os.O_WRONLY | os.O_CLOEXEC))
     try:
-        os.dup2(nowhere, 1)
+        os.dup2(nowhere, _STDOUT)
         yield
     finally:
         LIBC.fflush(None)
-        os.dup2(saved, 1)
-        os.close(saved)
         os.close(nowhere)
+        if saved is None:
+            os.close(_STDOUT)
+        else:
+            os.dup2(saved, _STDOUT)
+            os.close(saved)
+
+
+# None when the script was started without a standard output.
+def _copy_of_stdout() -> int | None:
+    try:
+        return fcntl.fcntl(_STDOUT, fcntl.F_DUPFD_CLOEXEC, _FIRST_BEHIND_STANDARD_STREAMS)
+    except OSError:
+        return None
 
 
 @contextlib.contextmanager
@@ -135,14 +162,16 @@ def _free_list(channels: channel_list_st) -> None:
 def replacement(path: _Path) -> Iterator[int]:
     """A new file beside a path, as a descriptor. It takes the path's place when the block ends without an exception.
 
-    A symbolic link stays one: the file that it points to is replaced. The file's mode stays; a new file has the usual.
+    A symbolic link stays one: the file that it points to is replaced. The file's mode stays, and its owner and group
+    where the system allows it; a new file has the usual ones.
     """
     target = os.path.realpath(os.fspath(path))
-    mode = _mode_for(target, os.fspath(path))
+    replaced = _file_to_replace(target, os.fspath(path))
     descriptor, name = tempfile.mkstemp(dir=os.path.dirname(target))
+    descriptor = behind_standard_streams(descriptor)
     try:
         yield descriptor
-        os.fchmod(descriptor, mode)
+        _take_after(descriptor, replaced)
         os.fsync(descriptor)
         os.replace(name, target)
     except BaseException:
@@ -152,15 +181,27 @@ def replacement(path: _Path) -> Iterator[int]:
         os.close(descriptor)
 
 
-def _mode_for(target: str, name: str) -> int:
+# None when there is no file yet.
+def _file_to_replace(target: str, name: str) -> os.stat_result | None:
     try:
-        found = os.stat(target).st_mode
+        found = os.stat(target)
     except FileNotFoundError:
+        return None
+    if not stat.S_ISREG(found.st_mode):
+        raise FileError(name, "not a regular file")
+    if not found.st_mode & 0o222:
+        raise FileError(name, "is read-only")
+    return found
+
+
+def _take_after(descriptor: int, replaced: os.stat_result | None) -> None:
+    if replaced is None:
         mask = os.umask(0)
         os.umask(mask)
-        return 0o666 & ~mask
-    if not stat.S_ISREG(found):
-        raise FileError(name, "not a regular file")
-    if not found & 0o222:
-        raise FileError(name, "is read-only")
-    return stat.S_IMODE(found)
+        os.fchmod(descriptor, 0o666 & ~mask)
+        return
+    # Apart: whoever may not give a file away may still give it to another group.
+    for owner, group in ((replaced.st_uid, -1), (-1, replaced.st_gid)):
+        with contextlib.suppress(OSError):
+            os.fchown(descriptor, owner, group)
+    os.fchmod(descriptor, stat.S_IMODE(replaced.st_mode))

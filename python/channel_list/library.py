@@ -1,7 +1,7 @@
 """Finds and loads libchannel.so, gives its functions their prototypes, and sets how much it writes to its log.
 
 The library writes its log to standard error itself, past sys.stderr. It is silent here until a script sets a verbosity,
-since what goes wrong is raised.
+since what goes wrong is raised. A few lines that entries 1, 5 and 106 of verbosity_map gate follow those alone.
 """
 
 from __future__ import annotations

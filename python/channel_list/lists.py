@@ -22,7 +22,16 @@ from .loading import list_in_memory, load_open_file, save_and_load, save_open_fi
 from .records import all_services_of, channel_st, networks_of
 from .text import encode
 from .values import Entry, Group, Identity, Network, Service, entry_value, group_name, network_value, service_value
-from .views import SAVED_VIEWS, entries_of, entry_records, resolve, shows, view_code, view_name
+from .views import (
+    SAVED_VIEWS,
+    entries_of,
+    entry_records,
+    is_same_record,
+    resolve,
+    shows,
+    view_code,
+    view_name,
+)
 
 #: Where a receiver's channel search places a new channel list; the library merges no other.
 NEW_LIST_PATH: Final = "/DATA/BACKUP/all_channel.dat"
@@ -217,7 +226,7 @@ class ChannelList:
         Raises:
             NotFoundError: it is not in the list.
         """
-        return service_value(self._record(which))
+        return service_value(self._found(which)[1])
 
     def named(self, name: str) -> tuple[Service, ...]:
         """The services with a name or a short name, without regard to case."""
@@ -243,19 +252,19 @@ class ChannelList:
             NotFoundError: it is not in the list.
             ValueError: the name is empty, too long, or holds control characters.
         """
-        record = self._record(which)
+        identity, record = self._found(which)
         encoded = encode(name, _LONGEST_SERVICE_NAME)
-        if load_library().rename_channel_info(*Identity.of(record), int(short), encoded, len(encoded)) != 0:
-            raise RefusedError(f"{Identity.of(record)} cannot be renamed")
+        if load_library().rename_channel_info(*identity, int(short), encoded, len(encoded)) != 0:
+            raise RefusedError(f"{identity} cannot be renamed")
         return service_value(record)
 
     def set_flags(self, which: Service | Entry | Identity, flags: ServiceFlag, on: bool = True) -> Service:
         """Sets or clears flags of a service, and returns the service as it is then."""
         if not 0 <= flags <= 0xFF:
             raise ValueError(f"flags are 8 bits: {int(flags):#x}")
-        record = self._record(which)
-        if load_library().set_channel_flag(*Identity.of(record), flags, on) != 1:
-            raise RefusedError(f"the flags of {Identity.of(record)} cannot be set")
+        identity, record = self._found(which)
+        if load_library().set_channel_flag(*identity, flags, on) != 1:
+            raise RefusedError(f"the flags of {identity} cannot be set")
         return service_value(record)
 
     def lock(self, which: Service | Entry | Identity, on: bool = True) -> Service:
@@ -273,8 +282,7 @@ class ChannelList:
             NotFoundError: it is not in the list.
             RefusedError: it has no frequency, so that its identity could lead to another one.
         """
-        record = self._record(which)
-        identity = Identity.of(record)
+        identity, record = self._found(which)
         if identity.frequency == 0:
             raise RefusedError(f"{identity} cannot be removed: it has no frequency")
         for code in SAVED_VIEWS:
@@ -297,11 +305,14 @@ class ChannelList:
         if not self._is_open:
             raise ClosedError("the channel list is closed")
 
-    def _record(self, which: Service | Entry | Identity) -> channel_st:
+    # A service in the library's memory, and an identity that leads to it.
+    def _found(self, which: Service | Entry | Identity) -> tuple[Identity, channel_st]:
         self._must_be_open()
         identity = which if isinstance(which, Identity) else which.identity
         record = resolve(identity)
         # An entry may be for a frequency that differs a little; a service may be hidden behind another one.
         if record is None or not (isinstance(which, Entry) or Identity.of(record) == identity):
             raise NotFoundError(f"no service {identity}")
-        return record
+        # Its own identity is the exact one, but may lead to a namesake on a transponder in front of its own.
+        own = Identity.of(record)
+        return (own if is_same_record(resolve(own), record) else identity), record

@@ -6,7 +6,7 @@ import os
 from typing import Final
 
 from .codes import FILE_VERSION, KEEP_FILE_ORDER
-from .files import in_target_folder, list_beside, silent_stdout
+from .files import behind_standard_streams, in_target_folder, list_beside, silent_stdout
 from .library import load_library
 from .records import all_services_of, channel_list_st
 
@@ -28,8 +28,10 @@ def load_open_file(descriptor: int) -> bool:
         if library.load_channel(name, KEEP_FILE_ORDER) != FILE_VERSION:
             return False
     with list_beside(descriptor) as as_it_stands:
-        if as_it_stands is not None:
-            _restore(list_in_memory(), as_it_stands)
+        if as_it_stands is None:  # cut off since it was loaded
+            library.reset_channel_list()
+            return False
+        _restore(list_in_memory(), as_it_stands)
     return True
 
 
@@ -41,7 +43,7 @@ def save_open_file(descriptor: int) -> bool:
 
 def save_and_load() -> None:
     """Brings a converted list, whose views lead to no services yet, into the state of a loaded one."""
-    descriptor = os.memfd_create("channel list")
+    descriptor = behind_standard_streams(os.memfd_create("channel list"))
     try:
         if not (save_open_file(descriptor) and load_open_file(descriptor)):
             raise OSError("the converted list could not be kept in memory")

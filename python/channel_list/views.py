@@ -92,7 +92,12 @@ def entries_of(code: int) -> tuple[Entry, ...]:
 
 def shows(record: virtual_channel_st, service: channel_st) -> bool:
     """Whether an entry's cached pointer is the one of a service."""
-    return bool(record.rch) and ctypes.addressof(record.rch.contents) == ctypes.addressof(service)
+    return bool(record.rch) and is_same_record(record.rch.contents, service)
+
+
+def is_same_record(one: channel_st | None, other: channel_st) -> bool:
+    """Whether two services are one place in memory."""
+    return one is not None and ctypes.addressof(one) == ctypes.addressof(other)
 
 
 def _service_of(record: virtual_channel_st) -> Service | None:

@@ -1,10 +1,10 @@
 #!/bin/sh
 # Installs a build to a scratch prefix, moves it, and builds and runs hosts in C11 and C++20 against it: through
 # pkg-config and through find_package, shared and static.
-# Usage: install_test.sh BUILD_DIR SCRATCH_DIR CMAKE GENERATOR CC CXX; CFLAGS and CXXFLAGS are used.
+# Usage: install_test.sh BUILD_DIR SCRATCH_DIR CMAKE GENERATOR CC CXX VERSION; CFLAGS and CXXFLAGS are used.
 set -eu
 
-build_dir=$1 scratch=$2 cmake=$3 generator=$4 cc=$5 cxx=$6
+build_dir=$1 scratch=$2 cmake=$3 generator=$4 cc=$5 cxx=$6 version=$7
 hosts=$(cd "$(dirname "$0")" && pwd)
 
 rm -rf "$scratch"
@@ -29,7 +29,7 @@ run() {
 
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
 if command -v pkg-config >/dev/null; then
-  [ "$(pkg-config --modversion channel)" = 1.0.0 ] || { echo "channel.pc has the wrong version"; exit 1; }
+  [ "$(pkg-config --modversion channel)" = "$version" ] || { echo "channel.pc has the wrong version"; exit 1; }
   # shellcheck disable=SC2046,SC2086 # flags are words
   {
     "$cc" -std=c11 ${CFLAGS:-} -o "$scratch/c_host" "$hosts/c_host.c" $(pkg-config --cflags --libs channel)

@@ -6,6 +6,7 @@ import ctypes
 import unittest
 
 from channel_list import Identity, NotFoundError, RefusedError, ServiceFlag, SortType, load_library
+from channel_list.records import networks_of, transponders_of
 from support import CURRENT, FREQUENCY, ListTest, file_service, fill, show
 
 MISSING = Identity(1, 2, 3, FREQUENCY, 9, 0)
@@ -47,6 +48,33 @@ class Renaming(ListTest):
         show(file_service(5), 1)
         self.channels.rename(self.channels.view("all")[0], "News")
         self.assertEqual(self.channels.view("all")[0].name, "News")
+
+
+class Namesakes(ListTest):
+    """Two services of one id on transponders that lie close together, and an entry for the second one."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.first = file_service(5, b"First", frequency=100_000)
+        self.second = file_service(5, b"Second", frequency=200_000)
+        network = next(networks_of(load_library().get_channel_list().contents))
+        for transponder in transponders_of(network):
+            if transponder.frequency == 200_000:
+                transponder.frequency = self.second.frequency = 102_000
+        show(self.second, 1).frequency = 103_000
+
+    def test_an_edit_of_an_entry_reaches_the_service_that_it_shows(self) -> None:
+        entry = self.channels.entry(1)
+        self.assertEqual(entry.name, "Second")
+        self.assertEqual(self.channels.rename(entry, "Third").name, "Third")
+        self.assertTrue(self.channels.lock(entry).is_locked)
+        self.assertEqual((self.first.name[0].text, self.first.flag), (b"First", 0))
+        self.assertEqual((self.second.name[0].text, self.second.flag), (b"Third", 0x02))
+
+    def test_a_removal_of_an_entry_removes_the_service_that_it_shows(self) -> None:
+        self.channels.remove(self.channels.entry(1))
+        self.assertEqual([service.name for service in self.channels.services()], ["First"])
+        self.assertEqual(self.channels.view("all"), ())
 
 
 class Flags(ListTest):

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import unittest
 
-from channel_list import FavouriteGroup, Identity, NotFoundError, RefusedError, load_library
+from channel_list import FavouriteGroup, Identity, NotFoundError, RefusedError, ViewType, load_library
 from channel_list.records import MAX_FAV, MAX_FAV_NUM
 from support import CURRENT, FREQUENCY, ListTest, file_service, fill, show
 
@@ -152,6 +152,28 @@ class Entries(ListTest):
             self.channels.favourites.add("Sport", last)
         self.assertEqual(str(refusal.exception), "favourite group 'Sport' is full: it holds 40")
         self.assertEqual(self.numbers(), list(range(1, MAX_FAV_NUM + 1)))
+
+    def test_a_member_of_a_full_group_stays_where_it_is(self) -> None:
+        fill(MAX_FAV_NUM)
+        entries = self.channels.view("all")
+        for entry in entries:
+            self.channels.favourites.add("Sport", entry)
+        self.channels.favourites.add("Sport", entries[7])
+        self.assertEqual(self.numbers(), list(range(1, MAX_FAV_NUM + 1)))
+
+    def test_of_two_entries_for_one_service_the_given_one_is_added(self) -> None:
+        service = file_service(5)
+        show(service, 1)
+        show(service, 4)
+        self.channels.favourites.add("Sport", self.channels.view("all")[1])
+        self.assertEqual(self.numbers(), [4])
+
+    def test_an_entry_that_has_moved_is_found_again(self) -> None:
+        fill(2)
+        second = self.channels.view("all")[1]
+        load_library().vtype_remove_by_vindex(0, ViewType.ALL)
+        self.channels.favourites.add("Sport", second)
+        self.assertEqual(self.numbers(), [2])
 
     def test_what_cannot_be_added_is_not_found(self) -> None:
         unshown = self.channels.service(Identity.of(file_service(5)))

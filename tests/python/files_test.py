@@ -7,8 +7,13 @@ import os
 import resource
 import signal
 import stat
+import subprocess
+import sys
+import tempfile
 import unittest
+from contextlib import nullcontext
 from pathlib import Path
+from unittest import mock
 
 from channel_list import NEW_LIST_PATH, FileError, Verbosity, load_library, verbosity
 from channel_list.files import silent_stdout
@@ -133,6 +138,11 @@ class Loading(ListTest):
                 path.write_bytes(image)
                 self.assert_refused(path, "ends too early for a channel file of version 10")
 
+    def test_a_file_that_is_cut_while_it_is_read_is_refused_and_leaves_an_empty_list(self) -> None:
+        with mock.patch("channel_list.loading.list_beside", return_value=nullcontext(None)):
+            self.assert_refused(CURRENT, "ends too early for a channel file of version 10")
+        self.assertEqual((self.channels.view("all"), self.channels.networks()), ((), ()))
+
     def test_counts_beyond_their_arrays_are_brought_into_them(self) -> None:
         image = bytearray(CURRENT.read_bytes())
         image[459_608:459_610] = (11).to_bytes(2, "little")
@@ -171,6 +181,14 @@ class Saving(ListTest):
         path.chmod(0o604)
         self.channels.save(path)
         self.assertEqual(stat.S_IMODE(path.stat().st_mode), 0o604)
+
+    @unittest.skipUnless(os.geteuid() == 0, "only root may give a file away")
+    def test_an_old_file_keeps_its_owner_and_group(self) -> None:
+        path = self.folder / "saved.dat"
+        path.write_bytes(b"old")
+        os.chown(path, 1234, 4321)
+        self.channels.save(path)
+        self.assertEqual((path.stat().st_uid, path.stat().st_gid, path.stat().st_size), (1234, 4321, HEADER_SIZE))
 
     def test_a_symbolic_link_stays_one(self) -> None:
         for target in ("there.dat", "not yet there.dat"):
@@ -344,6 +362,26 @@ class Merging(ListTest):
     def test_a_new_list_of_another_version_is_refused(self) -> None:
         Path(NEW_LIST_PATH).write_bytes((GOLDEN / "channel_v9.dat").read_bytes())
         self.assert_refused("is of version 9, not 10: convert() reads it")
+
+
+class ClosedOutput(unittest.TestCase):
+    def test_files_are_read_converted_and_saved_without_a_standard_output(self) -> None:
+        script = """
+import sys
+from channel_list import ChannelList
+with ChannelList(sys.argv[1]) as channels:
+    channels.save(sys.argv[3])
+    channels.convert(sys.argv[2])
+    channels.save(sys.argv[4])
+"""
+        with tempfile.TemporaryDirectory() as folder:
+            saved, converted = Path(folder, "saved.dat"), Path(folder, "converted.dat")
+            arguments = [CURRENT, GOLDEN / "channel_v8.dat", saved, converted]
+            command = ["sh", "-c", 'exec "$0" "$@" >&-', sys.executable, "-c", script, *arguments]
+            done = subprocess.run(command, stderr=subprocess.PIPE, text=True)
+            self.assertEqual((done.stderr, done.returncode), ("", 0))
+            self.assertEqual(saved.read_bytes(), CURRENT.read_bytes())
+            self.assertEqual(converted.read_bytes(), (GOLDEN / "repaired_v8.dat").read_bytes())
 
 
 class SilentOutput(unittest.TestCase):

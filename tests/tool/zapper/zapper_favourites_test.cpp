@@ -139,22 +139,34 @@ TEST_F(ZapperFavourites, AChannelLeavesTheCurrentGroupFromAnotherView) {
                                     "d\xC3\xA8re is not in Evening.\nTV 6> ");
 }
 
+// Fills a group with 20 channels twice: under a tag, and under the tag behind it.
+void fill_group(int tag) {
+  const test_support::log_capture quiet(-1);
+  group_st full = {0, 0, 4, "Full"};
+  add_fav_group_info(full);
+  for (int n = 0; n < MAX_FAV_NUM; ++n) {
+    virtual_channel_st entry = get_channel_list()->vch[n % 20];
+    entry.vch_tag = static_cast<std::int8_t>(n / 20 + tag);
+    ASSERT_EQ(add_fav_virtual_channel(0, &entry), 0);
+  }
+}
+
 TEST_F(ZapperFavourites, AGroupHoldsItsMost) {
   load();
-  {
-    const test_support::log_capture quiet(-1);
-    group_st full = {0, 0, 4, "Full"};
-    add_fav_group_info(full);
-    for (int n = 0; n < MAX_FAV_NUM; ++n) {
-      virtual_channel_st entry = list.vch[n % 20];
-      entry.vch_tag = static_cast<std::int8_t>(n / 20 + 1);
-      ASSERT_EQ(add_fav_virtual_channel(0, &entry), 0);
-    }
-  }
+  fill_group(1);
   save();
   viewer user(interactive());
 
   EXPECT_EQ(user.answer("fav add Full"), "Full is full; 40 channels are the most.\nALL 1> ");
+}
+
+TEST_F(ZapperFavourites, AMemberOfAFullGroupIsThereAlready) {
+  load();
+  fill_group(0);
+  save();
+  viewer user(interactive());
+
+  EXPECT_EQ(user.answer("fav add Full"), "Northlight One HD is already in Full.\nALL 1> ");
 }
 
 TEST_F(ZapperFavourites, ThereIsRoomForTwentyGroups) {
