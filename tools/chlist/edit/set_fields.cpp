@@ -16,6 +16,7 @@
 #include "channel/store/group_table.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/report.h"
+#include "chlist/service/names.h"
 #include "chlist/service/pids.h"
 
 namespace chlist {
