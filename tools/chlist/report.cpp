@@ -60,15 +60,6 @@ std::string harmless(std::string_view text) {
   return valid;
 }
 
-bool is_utf8(std::string_view text) {
-  try {
-    static_cast<void>(json(text).dump());
-    return true;
-  } catch (const json::type_error &) {
-    return false;
-  }
-}
-
 std::string counted(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }

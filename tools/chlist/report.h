@@ -20,8 +20,6 @@ std::string shown(std::string_view text);
 // The same without quotes, for cells of tables; nothing is escaped, and controls become "?".
 std::string harmless(std::string_view text);
 
-bool is_utf8(std::string_view text);
-
 // "1 service", "2 services".
 std::string counted(std::size_t count, std::string_view what);
 

@@ -12,6 +12,7 @@
 #include "chlist/check/rules.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
