@@ -190,7 +190,9 @@ TEST_F(Favourites, AreListed) {
 }
 
 TEST_F(Favourites, AreListedWithoutTheSelectorsOfTheirNames) {
-  before.group(GROUP_FAV, 2, "\x05Docs");
+  before.group(GROUP_FAV, 2,
+               "\x05"
+               "Docs");
   write_file(path(), before.data);
 
   expect_refused({"fav", "new", "list.dat", "docs"}, "there is a favourite group \"Docs\" already");

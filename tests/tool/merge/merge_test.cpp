@@ -130,7 +130,7 @@ TEST_F(MergeTool, TheJsonReportSaysTheSame) {
                    "polarisation": "H", "service_id": 2, "service_type": 1,
                    "entries": [{"view": "ALL", "number": 102}, {"view": "TV", "number": 102},
                                {"view": "favourites", "group": 0, "group_name": "Best", "number": 102}]}],
-      "findings": {"dropped_entries": [], "duplicate_services": [], "full_views": []}})"));
+      "findings": {"dropped_entries": [], "duplicate_services": [], "full_views": [], "lost": []}})"));
 }
 
 TEST_F(MergeTool, ADryRunShowsTheSameAndWritesNothing) {
@@ -168,15 +168,15 @@ TEST_F(MergeTool, TheSameListChangesNothing) {
 
 // Countries, settings and position keys are such as a load changes.
 TEST_F(MergeTool, WhatStaysIsAsItWasByteByByte) {
-  channel_file list = own_list();
-  list.set_last(test_support::record_kind::service, 210, 2, 77).group(GROUP_COUNTRY, 77, "Elbonia");
-  list.entry(VIEW_FAVOURITE, news, 101, 9).set(3, 1, VIEW_FAVOURITE).set(6, 1, GROUP_FAV).set(7, 1, VIEW_RADIO);
-  list.set(8, 1, 3).set(10, 2, 7).set(80'100, 2, VIEW_FAVOURITE);
-  write_list(list);
+  channel_file own = own_list();
+  own.set_last(test_support::record_kind::service, 210, 2, 77).group(GROUP_COUNTRY, 77, "Elbonia");
+  own.entry(VIEW_FAVOURITE, news, 101, 9).set(3, 1, VIEW_FAVOURITE).set(6, 1, GROUP_FAV).set(7, 1, VIEW_RADIO);
+  own.set(8, 1, 3).set(10, 2, 7).set(80'100, 2, VIEW_FAVOURITE);
+  write_list(own);
 
   EXPECT_EQ(run({"list.dat", "list.dat", "-o", "out.dat"}).exit_code, 0);
 
-  EXPECT_TRUE(read_file(path("out.dat")) == list.data);
+  EXPECT_TRUE(read_file(path("out.dat")) == own.data);
 }
 
 TEST_F(MergeTool, AnAddedServiceHasNoCountry) {
