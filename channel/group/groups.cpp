@@ -2,11 +2,11 @@
 #include <channel/groups.h>
 
 #include <algorithm>
-#include <channel/views.h>
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/group_table.h"
+#include "channel/store/view.h"
 
 using channel::channel_list;
 
@@ -28,6 +28,12 @@ std::int16_t *group_id_field(channel_st &service, int kind) {
 }
 
 bool has_service(const virtual_channel_st *entry) { return entry != nullptr && entry->rch != nullptr; }
+
+// Kept: the answer is 0 for every view; hosts still ask, and an unknown view is warned of.
+int no_group_of(std::int8_t view_type) {
+  static_cast<void>(fetch_view(view_type));
+  return 0;
+}
 
 }  // namespace
 }  // namespace channel
@@ -109,16 +115,7 @@ int set_group_list(int8_t kind, const group_st *table, int16_t count) {
   return 1;
 }
 
-// Both answer 0 for every view; hosts still call them.
-int get_country_id_by_service_type(int8_t view_type) {
-  static_cast<void>(get_virtual_channel_st(view_type));
-  static_cast<void>(get_virtual_channel_vnumber(view_type));
-  return 0;
-}
+int get_country_id_by_service_type(int8_t view_type) { return channel::no_group_of(view_type); }
 
-int get_genre_id_by_service_type(int8_t view_type) {
-  static_cast<void>(get_virtual_channel_st(view_type));
-  static_cast<void>(get_virtual_channel_vnumber(view_type));
-  return 0;
-}
+int get_genre_id_by_service_type(int8_t view_type) { return channel::no_group_of(view_type); }
 }

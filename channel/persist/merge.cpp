@@ -84,16 +84,10 @@ void append_to_all(channel_st &service, std::int16_t number) {
   }
 }
 
-void append_to_radio(channel_st &service, std::int16_t number) {
-  if (const auto *entry = append_service(VIEW_RADIO, service, number); entry != nullptr) {
-    CHANNEL_LOG_ENTRY(log_module_scan, 5, "\t\tradio_channel_number %d, type %02x\n\n", entry->major_ch_num,
-                      static_cast<unsigned>(type_of(service)));
-  }
-}
-
-void append_to_promotion(channel_st &service, std::int16_t number) {
-  if (const auto *entry = append_service(VIEW_PROMOTION, service, number); entry != nullptr) {
-    CHANNEL_LOG_ENTRY(log_module_scan, 5, "\t\tprom_channel_number %d, type %02x\n\n", entry->major_ch_num,
+// To the radio or the promotion view, under the name that the line has for it.
+void append_and_tell(int type, const char *name, channel_st &service, std::int16_t number) {
+  if (const auto *entry = append_service(type, service, number); entry != nullptr) {
+    CHANNEL_LOG_ENTRY(log_module_scan, 5, "\t\t%s_channel_number %d, type %02x\n\n", name, entry->major_ch_num,
                       static_cast<unsigned>(type_of(service)));
   }
 }
@@ -109,10 +103,10 @@ void append_to_views(channel_st &service) {
     append_service(VIEW_TV, service, number);
   }
   if (is_radio(service)) {
-    append_to_radio(service, number);
+    append_and_tell(VIEW_RADIO, "radio", service, number);
   }
   if (is_promotion(number)) {
-    append_to_promotion(service, number);
+    append_and_tell(VIEW_PROMOTION, "prom", service, number);
   }
 }
 

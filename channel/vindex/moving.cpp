@@ -134,8 +134,7 @@ void lift_entries(const view &current, const mirror &mirrored, int destination, 
 void move_several(const view &current, const mirror &mirrored, int destination, std::span<const std::int16_t> sources,
                   const char *operation) {
   const std::size_t count = sources.size();
-  const transient<virtual_channel_st> work(static_cast<virtual_channel_st *>(
-      allocate_zeroed(2 * std::max<std::size_t>(count, 1) * sizeof(virtual_channel_st))));
+  const transient<virtual_channel_st> work(allocate_array<virtual_channel_st>(2 * std::max<std::size_t>(count, 1)));
   moved_blocks blocks = {{work.get(), count}, {work.get() + count, count}, 0, {}};
   lift_entries(current, mirrored, destination, sources, blocks, operation);
   LOG_TRACE_AS(operation, 2, "\n");
