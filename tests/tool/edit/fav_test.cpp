@@ -200,6 +200,15 @@ TEST_F(Favourites, AreListedWithoutTheSelectorsOfTheirNames) {
             nlohmann::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "entries": 0})"));
 }
 
+TEST_F(Favourites, OfOneIdAreListedButNotEdited) {
+  before.group(GROUP_FAV, 1, "Twin");
+  write_file(path(), before.data);
+
+  EXPECT_EQ(run({"fav", "list", "list.dat", "Twin"}).exit_code, 0);
+  expect_refused({"fav", "add", "list.dat", "Twin", "News"},
+                 "favourite group \"Twin\" cannot be edited: another one has its id 1");
+}
+
 TEST_F(Favourites, RefuseWhatIsNotThere) {
   expect_refused({"fav", "add", "list.dat", "2", "News"}, "no favourite group \"2\": there are 2");
   expect_refused({"fav", "remove", "list.dat", "Kids", "News"},

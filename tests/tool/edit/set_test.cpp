@@ -97,6 +97,10 @@ TEST_F(Set, AProviderThatTheListLacksIsAdded) {
   expect_edit({"set", "list.dat", "News", "provider=Abc"}, expected);
 }
 
+TEST_F(Set, AProviderIdThatTheListLacksIsRefused) {
+  expect_refused({"set", "list.dat", "News", "provider=99"}, "provider=\"99\": the list has no provider with this id");
+}
+
 TEST_F(Set, AProviderTableThatIsFullTakesNoMore) {
   for (int id = 100; id < 599; ++id) {
     before.group(GROUP_PROVIDER, id, "P" + std::to_string(id));

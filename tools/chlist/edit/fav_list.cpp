@@ -96,7 +96,7 @@ int list_favourites(const fav_list_options &options) {
   const channel_input input(options.file);
   input.must_be_current();
   load_faithfully(input);
-  const json rows = options.group ? json_of_entries(favourites_named(*options.group)) : json_of_groups();
+  const json rows = options.group ? json_of_entries(shown_favourites(*options.group)) : json_of_groups();
   print_report([&] {
     if (options.as_json) {
       print_json(rows);

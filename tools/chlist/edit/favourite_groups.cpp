@@ -57,18 +57,22 @@ class kept_group_slot {
 
 }  // namespace
 
-favourites favourites_named(std::string_view text) {
+favourites shown_favourites(std::string_view text) {
   const auto index = static_cast<std::int16_t>(view_named("fav:" + std::string(text)) - VIEW_FAVOURITE);
   const channel::group_table groups = channel::favourite_table();
   if (index >= groups.size()) {
     throw std::runtime_error(fmt::format("no favourite group {}: there are {}", shown(text), groups.size()));
   }
-  const std::int16_t id = groups.groups[index].id;
-  if (get_fav_index(id) != index) {
+  return {index, groups.groups[index].id};
+}
+
+favourites favourites_named(std::string_view text) {
+  const favourites group = shown_favourites(text);
+  if (get_fav_index(group.id) != group.index) {
     throw std::runtime_error(
-        fmt::format("favourite group {} cannot be edited: another one has its id {}", shown(text), id));
+        fmt::format("favourite group {} cannot be edited: another one has its id {}", shown(text), group.id));
   }
-  return {index, id};
+  return group;
 }
 
 void must_be_new_group(std::string_view name, std::int16_t own_index) {

@@ -114,7 +114,11 @@ const group_st *find_group(std::int8_t kind, std::string_view value) {
   return found == table.end() ? nullptr : &*found;
 }
 
+// A number is an id that is not there.
 std::int16_t new_provider(std::string_view value) {
+  if (group_id_from(value)) {
+    throw std::runtime_error(fmt::format("provider={}: the list has no provider with this id", shown(value)));
+  }
   const std::string_view name = cut_utf8(value, longest_group_name);
   group_st added = {};
   added.name_len = static_cast<std::int16_t>(name.size());
