@@ -2,8 +2,8 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterator
-from typing import TYPE_CHECKING, Final
+from collections.abc import Callable, Iterator
+from typing import Final
 
 from .codes import FIRST_FAVOURITE, ViewType
 from .errors import NotFoundError, RefusedError
@@ -12,9 +12,6 @@ from .records import MAX_FAV, MAX_FAV_NUM, channel_st, group_st, virtual_channel
 from .text import encode
 from .values import Entry, FavouriteGroup, Identity, Service, group_name
 from .views import SAVED_VIEWS, entries_of, entry_records, resolve, shows
-
-if TYPE_CHECKING:
-    from .lists import ChannelList
 
 # A rename clears 96 bytes: with one byte less, a name ends where it should whatever stood there before.
 _LONGEST_GROUP_NAME: Final = 95
@@ -26,11 +23,11 @@ class Favourites:
     A group is given as its index, its name (without regard to case), or a FavouriteGroup.
     """
 
-    def __init__(self, channels: ChannelList) -> None:
-        self._channels = channels
+    def __init__(self, must_be_open: Callable[[], None]) -> None:
+        self._must_be_open = must_be_open
 
     def __len__(self) -> int:
-        self._channels._must_be_open()
+        self._must_be_open()
         return int(load_library().get_fav_group_number())
 
     def __iter__(self) -> Iterator[FavouriteGroup]:

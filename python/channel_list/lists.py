@@ -198,7 +198,7 @@ class ChannelList:
     def favourites(self) -> Favourites:
         """The favourite groups, by index or by name."""
         self._must_be_open()
-        return Favourites(self)
+        return Favourites(self._must_be_open)
 
     # Lookups
 
