@@ -81,14 +81,14 @@ TEST_F(TransportQueries, OnlyTheFirstOfTwoNetworksWithOneIdentityIsSearched) {
 }
 
 TEST_F(TransportQueries, AMissingNetworkIsLoggedAtLevelThree) {
-  const auto find = [] { return get_tp_ch_info(255, 0xABCD, 0x64, -1, 255); };
+  const auto find = [] { return get_tp_ch_info(255, 0xABCD, 0x64, -1, 254); };
 
   EXPECT_EQ(find(), nullptr);
 
   EXPECT_EQ(writes_at(3, find),
             (lines{"ChannelAPI get_network_ch_info:# Fail to find network_ch ni=255, on_id=0xabcd\n",
                    "ChannelAPI get_tp_ch_info:# Fail to find tp_ch net_index=255, on_id=0xabcd, "
-                   "ts_id=0x64, freq=-1, polar 255 \n"}));
+                   "ts_id=0x64, freq=-1, polar 254 \n"}));
   EXPECT_EQ(writes_at(2, find), lines{});
 }
 
