@@ -249,9 +249,9 @@ void print_outcome(const new_list_options &options, const salvage_outcome &outco
 
 salvage_outcome salvage(const fs::path &damaged) {
   const std::vector<std::byte> bytes = bytes_of_file(damaged);
-  progress shown("Bytes searched");
+  progress searched("Bytes searched");
   try {
-    return salvage_to_memory(bytes, [&](std::size_t done, std::size_t total) { shown.reached(done, total); });
+    return salvage_to_memory(bytes, [&](std::size_t done, std::size_t total) { searched.reached(done, total); });
   } catch (const std::runtime_error &error) {
     throw std::runtime_error(damaged.string() + ": " + error.what());
   }
