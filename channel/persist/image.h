@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "channel/store/image_sizes.h"
+#include "channel/store/view.h"
 
 namespace channel::persist {
 
@@ -103,7 +104,6 @@ void to_image(const Record &record, image<Record> &bytes) {
 inline constexpr std::size_t pointer_slot_size = 4;
 inline constexpr std::size_t entry_image_size = 24;
 inline constexpr std::size_t extra_bytes = sizeof(v8_tp_ch_st::extra);
-inline constexpr std::size_t entry_bytes = offsetof(virtual_channel_st, ts_id) + sizeof(virtual_channel_st::ts_id);
 
 constexpr run bytes_between(std::size_t begin, std::size_t end, std::size_t in_image) {
   return {begin, in_image, end - begin};

@@ -11,6 +11,9 @@
 
 namespace channel {
 
+// The bytes of an entry in front of its pointer to the real channel: which service it is. Files carry no more of it.
+inline constexpr std::size_t entry_bytes = offsetof(virtual_channel_st, ts_id) + sizeof(virtual_channel_st::ts_id);
+
 // Every byte of an entry, padding included.
 inline void clear_entries(virtual_channel_st *begin, const virtual_channel_st *end) {
   std::memset(static_cast<void *>(begin), 0, static_cast<std::size_t>(end - begin) * sizeof *begin);

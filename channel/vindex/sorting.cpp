@@ -54,8 +54,7 @@ int compare_user_order(const virtual_channel_st &a, const virtual_channel_st &b)
 
 // The bytes of an entry in memory order, pointer included, the same bytes on every target.
 int compare_bytes(const virtual_channel_st &a, const virtual_channel_st &b) {
-  constexpr std::size_t identity_bytes = offsetof(virtual_channel_st, ts_id) + sizeof(virtual_channel_st::ts_id);
-  const int difference = std::memcmp(&a, &b, identity_bytes);
+  const int difference = std::memcmp(&a, &b, entry_bytes);
   return difference != 0 ? difference : std::memcmp(&a.rch, &b.rch, sizeof(channel_st *));
 }
 
