@@ -64,7 +64,7 @@ inline bytes image_of(const channel_st &service) {
 }
 
 inline bytes image_of(const virtual_channel_st &entry) {
-  bytes image(reinterpret_cast<const char *>(&entry), channel::persist::entry_bytes);
+  bytes image(reinterpret_cast<const char *>(&entry), channel::entry_bytes);
   image.resize(test_support::entry_size);
   return image;
 }

@@ -63,7 +63,7 @@ std::vector<array_place> arrays_of_list() {
 
 virtual_channel_st entry_at(byte_span bytes, std::size_t at) {
   virtual_channel_st entry = {};
-  std::memcpy(&entry, bytes.data() + at, persist::entry_bytes);
+  std::memcpy(&entry, bytes.data() + at, channel::entry_bytes);
   return entry;
 }
 

@@ -29,7 +29,7 @@ bool is_zero(const void *record, std::size_t size) {
   return std::all_of(bytes, bytes + size, [](unsigned char byte) { return byte == 0; });
 }
 
-bool is_unused(const virtual_channel_st &entry) { return is_zero(&entry, channel::persist::entry_bytes); }
+bool is_unused(const virtual_channel_st &entry) { return is_zero(&entry, channel::entry_bytes); }
 
 using service_set = std::unordered_set<const channel_st *>;
 

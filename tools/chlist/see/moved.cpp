@@ -2,6 +2,7 @@
 #include "chlist/see/moved.h"
 
 #include <algorithm>
+#include <limits>
 #include <unordered_map>
 
 namespace chlist {
@@ -29,7 +30,7 @@ std::vector<placed> common_to(const std::vector<std::size_t> &before, const std:
 
 // Which of a row belong to a longest sequence of rising places.
 std::vector<bool> longest_rise(const std::vector<placed> &row) {
-  constexpr std::size_t none = -1;
+  constexpr auto none = std::numeric_limits<std::size_t>::max();
   std::vector<std::size_t> ends;  // of the rises of each length, the one that ends lowest
   std::vector<std::size_t> previous(row.size(), none);
   for (std::size_t i = 0; i < row.size(); ++i) {
