@@ -44,10 +44,15 @@ memory_files::memory_files() : before_(channel::persist::door) {
 memory_files::~memory_files() {
   channel::persist::door = before_;
   current = nullptr;
+  remove_all();
+}
+
+void memory_files::remove_all() {
   for (auto &[path, file] : contents_) {
     file.clear();
     spare_files().push_back(std::move(file));
   }
+  contents_.clear();
 }
 
 std::string &memory_files::at(const std::string &path) {

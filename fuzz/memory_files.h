@@ -18,6 +18,7 @@ class memory_files {
 
   // A file by its whole path; empty when it is new.
   std::string &at(const std::string &path);
+  void remove_all();
   [[nodiscard]] int open_files() const { return open_files_; }
 
  private:
