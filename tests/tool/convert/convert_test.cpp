@@ -389,6 +389,15 @@ TEST_F(Convert, AnOldOutputIsReplaced) {
   EXPECT_EQ(load_named("new.dat"), CHANNEL_LIST_VERSION);
 }
 
+TEST_F(Convert, AnOutputThatNobodyMayWriteStays) {
+  write_file(path("protected.dat"), "before");
+  fs::permissions(path("protected.dat"), fs::perms(0444));
+  write_old(8, plain_list());
+
+  expect_refused({"old.dat", path("protected.dat")}, path("protected.dat") + ": is read-only");
+  EXPECT_EQ(read_file(path("protected.dat")), "before");
+}
+
 TEST_F(Convert, PathsMayBeLong) {
   const std::string deep = path(std::string(100, 'a') + "/" + std::string(100, 'b'));
   fs::create_directories(deep);

@@ -111,6 +111,15 @@ TEST_F(TextFile, RefusesWhatIsNoFile) {
   EXPECT_EQ(files(), 1U);
 }
 
+TEST_F(TextFile, RefusesWhatNobodyMayWrite) {
+  write_file(at("out"), "protected");
+  fs::permissions(at("out"), fs::perms(0444));
+
+  EXPECT_EQ(refusal(at("out")), at("out").string() + ": is read-only");
+  EXPECT_EQ(read_file(at("out")), "protected");
+  EXPECT_EQ(files(), 1U);
+}
+
 TEST_F(TextFile, LeavesTheEarlierTextWhenTheDiskIsFull) {
   const test_support::small_disk disk;
   if (!disk.is_mounted()) {

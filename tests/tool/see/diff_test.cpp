@@ -131,6 +131,35 @@ TEST_F(Diff, OfManyServicesThatMovedFiveAreNamed) {
             (json{{{"field", "moved"}, {"before", json::array()}, {"after", {"S20"}}}}));
 }
 
+TEST_F(Diff, AnEntryWithoutAServiceMovesToo) {
+  const auto with_missing_at = [](std::size_t place, int missing) {
+    channel_file file;
+    file.service(news).service(films).service(music);
+    const std::vector<service_data> row = {news, films, music};
+    for (std::size_t i = 0; i <= row.size(); ++i) {
+      for (int id = 0; id < missing && i == place; ++id) {
+        file.entry(VIEW_ALL, {.service_id = static_cast<std::uint16_t>(98 + id)}, 4);
+      }
+      if (i < row.size()) {
+        file.entry(VIEW_ALL, row[i], 7);
+      }
+    }
+    return file;
+  };
+  write("list.dat", with_missing_at(0, 1));
+
+  EXPECT_EQ(diff(with_missing_at(0, 1), 0), "no differences\n");
+  EXPECT_TRUE(has_line(diff(with_missing_at(3, 1)),
+                       "  ALL view: an entry without a service moved: \"4 1:1:100:11000000H:98\""));
+  EXPECT_EQ(json_diff(with_missing_at(3, 1)).at("others").at(0).at("fields"),
+            (json{{{"field", "unresolved_moved"}, {"before", json::array()}, {"after", {"4 1:1:100:11000000H:98"}}}}));
+
+  write("list.dat", with_missing_at(0, 2));
+  EXPECT_TRUE(has_line(diff(with_missing_at(3, 2)),
+                       "  ALL view: 2 entries without a service moved: \"4 1:1:100:11000000H:98\", "
+                       "\"4 1:1:100:11000000H:99\""));
+}
+
 // The frequency of the service, and of its transponder, within the tolerance and just outside of it.
 TEST_F(Diff, PairsServicesWithinTheTolerance) {
   const auto at = [](std::int64_t frequency) {

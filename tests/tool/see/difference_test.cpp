@@ -117,6 +117,16 @@ TEST_F(Difference, AFavouriteGroupIsKnownByItsPlace) {
   EXPECT_EQ(fields_after([this] { list.favorite_group[0] = test_support::named_group("Worst", 5); }), names{"name"});
 }
 
+TEST_F(Difference, EntriesWithoutAServiceAreTheSameByWhatTheySay) {
+  for (int i = 0; i < 2; ++i) {
+    append_entry(VIEW_ALL, entry_of(*films, 3));
+    list.vch[list.vnumber - 1].rch = nullptr;
+  }
+  EXPECT_EQ(fields_after([this] { std::swap(list.vch[2], list.vch[3]); }), names{});
+  EXPECT_EQ(fields_after([this] { std::rotate(list.vch, list.vch + 2, list.vch + 3); }), names{"unresolved_moved"});
+  EXPECT_EQ(fields_after([this] { std::rotate(list.vch + 1, list.vch + 2, list.vch + 4); }), names{"moved"});
+}
+
 TEST_F(Difference, ASnapshotStaysAsItIs) {
   const list_snapshot before = take_snapshot();
   remove_channel_st(1, 1, 100, 11'000'000, 2, 0);

@@ -46,15 +46,18 @@ void expect_same(const virtual_channel_st &found, const virtual_channel_st &expe
 
 class RepairedViews : public test_support::repair_test {
  protected:
-  // Every slot of every view holds an entry.
+  // Every slot of every view holds an entry. Made once: it is asked for often, and emulators are slow.
   static channel_file full_file() {
-    channel_file file;
-    for (const array_place &view : test_support::view_places()) {
-      for (std::size_t i = 0; i < static_cast<std::size_t>(view.capacity); ++i) {
-        file.data.replace(view.array + i * 24, 24, old_entry(i + view.array));
+    static const channel_file made = [] {
+      channel_file file;
+      for (const array_place &view : test_support::view_places()) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(view.capacity); ++i) {
+          file.data.replace(view.array + i * 24, 24, old_entry(i + view.array));
+        }
       }
-    }
-    return file;
+      return file;
+    }();
+    return made;
   }
 
   static void expect_entries(const array_place &place, int count) {

@@ -39,7 +39,7 @@ record_sizes record_sizes_of(int version) {
 }
 
 framed_list::framed_list(byte_span file)
-    : file_(file), version_(version_of(file)), sizes_(record_sizes_of(version_)),
+    : file_(file), list_(channel::channel_list), version_(version_of(file)), sizes_(record_sizes_of(version_)),
       end_(std::min(file.size(), sizes_.list)) {
   reset_channel_list();
   if (!has_list()) {
@@ -55,8 +55,6 @@ framed_list::~framed_list() {
   channel::channel_list.network_num = networks_.empty() ? 0 : 1;
   reset_channel_list();
 }
-
-const channel_list_st &framed_list::list() const { return channel::channel_list; }
 
 template <class Record>
 Record *framed_list::read_next(std::vector<framed_record<Record>> &records, std::size_t size, missing_record expected) {

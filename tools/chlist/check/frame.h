@@ -84,7 +84,7 @@ class framed_list {
   [[nodiscard]] const record_sizes &sizes() const { return sizes_; }
   // False when the file ends before the list's own record does; there is nothing else then.
   [[nodiscard]] bool has_list() const { return file_.size() >= sizes_.list; }
-  [[nodiscard]] const channel_list_st &list() const;
+  [[nodiscard]] const channel_list_st &list() const { return list_; }
   [[nodiscard]] std::size_t offset_of(const void *field_of_list) const { return place_in_image(list(), field_of_list); }
 
   [[nodiscard]] const std::vector<framed_record<network_ch_st>> &networks() const { return networks_; }
@@ -102,6 +102,7 @@ class framed_list {
   bool read_services(tp_ch_st &transponder);
 
   byte_span file_;
+  const channel_list_st &list_;
   int version_ = 0;
   record_sizes sizes_;
   std::vector<framed_record<network_ch_st>> networks_;

@@ -4,9 +4,6 @@
 
 #include <channel/views.h>
 #include <fmt/format.h>
-#include <sys/stat.h>
-
-#include <stdexcept>
 
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
@@ -14,6 +11,7 @@
 #include "chlist/files/distinct_files.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/list_file.h"
+#include "chlist/files/replacement.h"
 #include "chlist/report.h"
 #include "chlist/see/difference.h"
 
@@ -46,16 +44,6 @@ constexpr const char *common_details =
     "could\n"
     "     not be written\n"
     "\n";
-
-constexpr mode_t may_write = 0222;
-
-// A rename replaces a file that nobody may write, too.
-void must_be_writable(const fs::path &target) {
-  struct stat found = {};
-  if (::stat(target.c_str(), &found) == 0 && (found.st_mode & may_write) == 0) {
-    throw std::runtime_error(target.string() + ": is read-only");
-  }
-}
 
 struct edit_result {
   edit_notes notes;
@@ -127,9 +115,10 @@ void finish_edit_command(CLI::App &command, edit_options &options, const std::st
   command.footer(fmt::format("{}\n{}Examples:\n{}", details, common_details, examples));
 }
 
-// The backup replaces neither the input nor, by way of a link, the file that it is made of.
+// No backup is made of what will not be replaced. The backup replaces neither the input nor, by way of a link, the file
+// that it is made of.
 void save(const edit_options &options) {
-  must_be_writable(options.target());
+  must_be_replaceable(options.target());
   if (!options.leaves_no_backup) {
     must_differ(options.file, backup_of(options.target()));
     must_differ(options.target(), backup_of(options.target()));

@@ -114,11 +114,11 @@ void current_group::follow() const {
     change_vindex_type(VIEW_ALL);
     return;
   }
-  const auto view = static_cast<std::int8_t>(VIEW_FAVOURITE + get_fav_index(id_));
+  const int view = VIEW_FAVOURITE + get_fav_index(id_);
   if (list.ch_type == list.vch_type) {
-    list.ch_type = view;
+    list.ch_type = static_cast<std::int8_t>(view);
   }
-  list.vch_type = view;
+  list.vch_type = static_cast<std::int16_t>(view);
 }
 
 void move_group(const favourites &group, int destination) {

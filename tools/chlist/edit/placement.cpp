@@ -26,6 +26,7 @@ int required_position(std::int8_t code, const channel_st &service) {
 // The positions of the entries that stay, in their order.
 std::vector<int> staying(std::int8_t code, const std::vector<channel_st *> &services) {
   std::vector<int> moved;
+  moved.reserve(services.size());
   for (const channel_st *service : services) {
     moved.push_back(required_position(code, *service));
   }

@@ -87,7 +87,7 @@ std::string help(choice is_able) {
 }
 
 const format &named(std::string_view name, choice is_able, std::string_view what_for) {
-  const auto found = std::ranges::find(formats, name, &format::name);
+  const format *const found = std::ranges::find(formats, name, &format::name);
   if (found == std::end(formats) || !is_able(*found)) {
     throw std::runtime_error(
         fmt::format("'{}' is no format that can be {}; there are {}", name, what_for, names(is_able)));

@@ -25,7 +25,7 @@ inline constexpr std::string_view circular_polarisations =
 // A service as readers begin with it: nothing known but that it is broadcast.
 line_up_service broadcast_service(std::size_t line);
 
-void count_losses(const line_up &list, std::span<const service_loss> table, loss_counts &lost);
+void count_losses(const line_up &list, std::span<const service_loss> losses, loss_counts &lost);
 
 // Sources of which reading gives another text back, and network indexes that reading numbers anew: sources_read holds
 // what reading gives for each service.

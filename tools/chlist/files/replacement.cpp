@@ -15,7 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What is known of the file that is replaced, if there is one.
+constexpr mode_t may_write = 0222;
+
+// What is known of the file that is replaced, if there is one. A rename would replace one that nobody may write, too.
 std::optional<struct stat> look_at(const fs::path &target) {
   struct stat found = {};
   if (::stat(target.c_str(), &found) != 0) {
@@ -26,6 +28,9 @@ std::optional<struct stat> look_at(const fs::path &target) {
   }
   if (!S_ISREG(found.st_mode)) {
     throw std::runtime_error(target.string() + ": not a regular file");
+  }
+  if ((found.st_mode & may_write) == 0) {
+    throw std::runtime_error(target.string() + ": is read-only");
   }
   return found;
 }
@@ -49,6 +54,8 @@ mode_t mode_of_new(mode_t wanted) {
   ::umask(mask);
   return wanted & ~mask;
 }
+
+void must_be_replaceable(const fs::path &target) { look_at(target); }
 
 working_directory::working_directory(const descriptor &directory, const std::string &name)
     : before_(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC), "working directory") {

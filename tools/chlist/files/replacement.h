@@ -29,10 +29,14 @@ class working_directory {
   descriptor before_;
 };
 
+// Throws std::runtime_error (or std::system_error) with a readable text when the target is there and is no regular
+// file, or one that nobody may write.
+void must_be_replaceable(const std::filesystem::path &target);
+
 // While this lives, the program works in the target's folder.
 class replacement {
  public:
-  // Throws std::runtime_error (or std::system_error) with a readable text when the target cannot be replaced.
+  // Throws when the target cannot be replaced, or its folder takes no file.
   explicit replacement(const std::filesystem::path &target);
   ~replacement();
   replacement(const replacement &) = delete;

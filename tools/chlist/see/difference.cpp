@@ -192,38 +192,79 @@ void note_records(std::vector<change> &changes, const std::vector<Record> &befor
   }
 }
 
-// The services of a view as places in the second snapshot; those that it lacks are left out.
-std::vector<std::size_t> renumbered(const std::vector<std::size_t> &services, const pairing &pairs) {
-  std::unordered_map<std::size_t, std::size_t> place_after;
-  for (const auto &[was, is] : pairs.both) {
-    place_after[was] = is;
-  }
-  std::vector<std::size_t> renumbered;
-  for (const std::size_t service : services) {
-    if (const auto found = place_after.find(service); found != place_after.end()) {
-      renumbered.push_back(found->second);
+// The rows of views in numbers that both snapshots share: a service has its place in the second one, and the entries
+// without a service are numbered behind them.
+class shared_numbers {
+ public:
+  shared_numbers(const list_snapshot &before, const list_snapshot &after, const pairing &services)
+      : services_before_(before.services.size()), services_after_(after.services) {
+    for (const auto &[was, is] : services.both) {
+      place_after_[was] = is;
     }
   }
-  return renumbered;
-}
 
-json names_of(const std::vector<std::size_t> &places, const std::vector<list_snapshot::service> &services) {
-  json names = json::array();
-  for (const std::size_t place : places) {
-    names.push_back(services[place].known.name);
+  // Services that the second snapshot lacks are left out.
+  std::vector<std::size_t> row_before(const list_snapshot::view &view) {
+    std::vector<std::size_t> row;
+    for (const std::size_t thing : view.row) {
+      if (thing >= services_before_) {
+        row.push_back(number_of(view.unresolved[thing - services_before_]));
+      } else if (const auto found = place_after_.find(thing); found != place_after_.end()) {
+        row.push_back(found->second);
+      }
+    }
+    return row;
   }
-  return names;
+
+  std::vector<std::size_t> row_after(const list_snapshot::view &view) {
+    std::vector<std::size_t> row = view.row;
+    for (std::size_t &thing : row) {
+      thing = is_service(thing) ? thing : number_of(view.unresolved[thing - services_after_.size()]);
+    }
+    return row;
+  }
+
+  [[nodiscard]] bool is_service(std::size_t number) const { return number < services_after_.size(); }
+  [[nodiscard]] const std::string &name_of(std::size_t number) const {
+    return is_service(number) ? services_after_[number].known.name : entries_[number - services_after_.size()];
+  }
+
+ private:
+  std::size_t number_of(const std::string &entry) {
+    const auto [known, is_new] = numbers_.try_emplace(entry, services_after_.size() + entries_.size());
+    if (is_new) {
+      entries_.push_back(entry);
+    }
+    return known->second;
+  }
+
+  std::size_t services_before_;
+  const std::vector<list_snapshot::service> &services_after_;
+  std::unordered_map<std::size_t, std::size_t> place_after_;
+  std::unordered_map<std::string, std::size_t> numbers_;
+  std::vector<std::string> entries_;
+};
+
+void note_moves(std::vector<field_change> &fields, const list_snapshot::view &before, const list_snapshot::view &after,
+                shared_numbers &numbers) {
+  json services = json::array();
+  json entries = json::array();
+  for (const std::size_t number : moved_between(numbers.row_before(before), numbers.row_after(after))) {
+    (numbers.is_service(number) ? services : entries).push_back(numbers.name_of(number));
+  }
+  note(fields, "moved", "moved", json::array(), services);
+  note(fields, "unresolved_moved", "moved", json::array(), entries);
 }
 
 void note_views(std::vector<change> &changes, const list_snapshot &before, const list_snapshot &after,
                 const pairing &services) {
+  shared_numbers numbers(before, after, services);
   for (std::size_t i = 0; i < after.views.size(); ++i) {
     const list_snapshot::view &was = before.views[i];
     const list_snapshot::view &is = after.views[i];
     change found = {change_kind::changed, "view", label_of(is.name) + " view", json_of(is.name), {}};
     note(found.fields, "unresolved", "entries without a service", was.unresolved, is.unresolved);
-    const std::vector<std::size_t> moved = moved_between(renumbered(was.services, services), is.services);
-    note(found.fields, "moved", "moved", json::array(), names_of(moved, after.services));
+    note_moves(found.fields, was, is, numbers);
     if (!found.fields.empty()) {
       changes.push_back(std::move(found));
     }

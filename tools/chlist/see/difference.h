@@ -37,7 +37,7 @@ struct list_snapshot {
   };
   struct view {
     view_name name;
-    std::vector<std::size_t> services;    // in the view's order, by their places in the snapshot
+    std::vector<std::size_t> row;  // places of services in the snapshot; behind all of them, places in unresolved
     std::vector<std::string> unresolved;  // entries without a service
   };
   struct group {

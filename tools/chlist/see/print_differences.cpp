@@ -65,8 +65,7 @@ std::string text_of(const json &value) {
 }
 
 // "2 services moved: \"News\", \"Films\"".
-std::string moved_text(const json &names) {
-  std::string text = counted(names.size(), "service") + " moved";
+std::string moved_text(std::string text, const json &names) {
   for (std::size_t i = 0; i < std::min(names.size(), most_named); ++i) {
     text += (i == 0 ? ": " : ", ") + text_of(names[i]);
   }
@@ -76,7 +75,12 @@ std::string moved_text(const json &names) {
 // "number in TV: 5 -> 7".
 std::string changed_text(const field_change &field) {
   if (field.name == "moved") {
-    return moved_text(field.after);
+    return moved_text(counted(field.after.size(), "service") + " moved", field.after);
+  }
+  if (field.name == "unresolved_moved") {
+    return moved_text(field.after.size() == 1 ? "an entry without a service moved"
+                                              : fmt::format("{} entries without a service moved", field.after.size()),
+                      field.after);
   }
   const std::string title =
       std::string(field.title) + (field.view.has_value() ? " in " + label_of(*field.view) : std::string());

@@ -21,8 +21,9 @@ constexpr std::array<std::string_view, GROUP_FAV + 1> group_kinds = {"all",     
 json number_unless_unset(int number) { return number != unset ? json(number) : json(); }
 
 json group_kind(const channel_list_st &list) {
-  const auto kind = static_cast<std::size_t>(list.use_group_list);
-  return kind < group_kinds.size() ? json(group_kinds[kind]) : json(fmt::format("kind {}", list.use_group_list));
+  const int kind = list.use_group_list;
+  return kind >= 0 && kind < std::ssize(group_kinds) ? json(group_kinds[static_cast<std::size_t>(kind)])
+                                                     : json(fmt::format("kind {}", kind));
 }
 
 json current_view(const channel_list_st &list) {

@@ -63,11 +63,12 @@ void take_view(list_snapshot &taken, const list_view &view, const places &places
   for (const virtual_channel_st &entry : view.entries()) {
     const auto at = places_of_services.find(entry.rch);
     if (at == places_of_services.end()) {
+      copy.row.push_back(taken.services.size() + copy.unresolved.size());
       copy.unresolved.push_back(
           fmt::format("{} {}", number_text_of(entry), identity_text(channel::identity_of(entry))));
       continue;
     }
-    copy.services.push_back(at->second);
+    copy.row.push_back(at->second);
     taken.services[at->second].entries.push_back(
         {taken.views.size(), entry.major_ch_num, entry.minor_ch_num, entry.vch_tag, entry.favorite_id});
   }

@@ -111,7 +111,7 @@ line_up read_dvbv5(const std::filesystem::path &path, loss_counts &lost) {
   return parse_dvbv5(read_input_file(path), lost);
 }
 
-bool is_like_dvbv5(const std::filesystem::path &, std::string_view beginning) {
+bool is_like_dvbv5(const std::filesystem::path & /*path*/, std::string_view beginning) {
   text_lines lines(beginning);
   while (const auto line = lines.next()) {
     const std::string_view text = without_blanks_around(*line);

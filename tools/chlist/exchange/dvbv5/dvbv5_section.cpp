@@ -61,29 +61,28 @@ struct dvbv5_section::key {
   void (*take)(dvbv5_section &section, std::string_view value);
 };
 
-const dvbv5_section::key dvbv5_section::keys[] = {
-    {"SERVICE_ID", true,
-     [](dvbv5_section &s, std::string_view v) { s.service_id_ = read_number<std::uint16_t>(v, "SERVICE_ID"); }},
-    {"NETWORK_ID", true,
-     [](dvbv5_section &s, std::string_view v) { s.network_id_ = read_number<std::uint16_t>(v, "NETWORK_ID"); }},
-    {"TRANSPORT_ID", true,
-     [](dvbv5_section &s, std::string_view v) { s.transport_id_ = read_number<std::uint16_t>(v, "TRANSPORT_ID"); }},
-    {"FREQUENCY", true, [](dvbv5_section &s, std::string_view v) { s.take_frequency(v); }},
-    {"DELIVERY_SYSTEM", true, [](dvbv5_section &s, std::string_view v) { s.take_delivery_system(v); }},
-    {"POLARIZATION", true, [](dvbv5_section &s, std::string_view v) { s.take_polarisation(v); }},
-    {"VIDEO_PID", false, [](dvbv5_section &s, std::string_view v) { read_pids(v, "VIDEO_PID", s.video_pids_); }},
-    {"AUDIO_PID", false, [](dvbv5_section &s, std::string_view v) { read_pids(v, "AUDIO_PID", s.audio_pids_); }},
-    {"VCHANNEL", false, [](dvbv5_section &s, std::string_view v) { s.take_number(v); }},
-    {"SAT_NUMBER", false,
-     [](dvbv5_section &s, std::string_view v) { s.satellite_number_ = read_number<std::uint8_t>(v, "SAT_NUMBER"); }},
-    {"LNB", false, [](dvbv5_section &s, std::string_view) { s.has_antenna_ = true; }},
-    {"FREQ_BPF", false, [](dvbv5_section &s, std::string_view) { s.has_antenna_ = true; }},
-    {"DISEQC_WAIT", false, [](dvbv5_section &s, std::string_view) { s.has_antenna_ = true; }},
-};
-
 const dvbv5_section::key *dvbv5_section::find(std::string_view name) {
-  const auto found = std::ranges::find_if(keys, [&](const key &known) { return is_same_word(known.name, name); });
-  return found != std::end(keys) ? &*found : nullptr;
+  static constexpr key keys[] = {
+      {"SERVICE_ID", true,
+       [](dvbv5_section &s, std::string_view v) { s.service_id_ = read_number<std::uint16_t>(v, "SERVICE_ID"); }},
+      {"NETWORK_ID", true,
+       [](dvbv5_section &s, std::string_view v) { s.network_id_ = read_number<std::uint16_t>(v, "NETWORK_ID"); }},
+      {"TRANSPORT_ID", true,
+       [](dvbv5_section &s, std::string_view v) { s.transport_id_ = read_number<std::uint16_t>(v, "TRANSPORT_ID"); }},
+      {"FREQUENCY", true, [](dvbv5_section &s, std::string_view v) { s.take_frequency(v); }},
+      {"DELIVERY_SYSTEM", true, [](dvbv5_section &s, std::string_view v) { s.take_delivery_system(v); }},
+      {"POLARIZATION", true, [](dvbv5_section &s, std::string_view v) { s.take_polarisation(v); }},
+      {"VIDEO_PID", false, [](dvbv5_section &s, std::string_view v) { read_pids(v, "VIDEO_PID", s.video_pids_); }},
+      {"AUDIO_PID", false, [](dvbv5_section &s, std::string_view v) { read_pids(v, "AUDIO_PID", s.audio_pids_); }},
+      {"VCHANNEL", false, [](dvbv5_section &s, std::string_view v) { s.take_number(v); }},
+      {"SAT_NUMBER", false,
+       [](dvbv5_section &s, std::string_view v) { s.satellite_number_ = read_number<std::uint8_t>(v, "SAT_NUMBER"); }},
+      {"LNB", false, [](dvbv5_section &s, std::string_view) { s.has_antenna_ = true; }},
+      {"FREQ_BPF", false, [](dvbv5_section &s, std::string_view) { s.has_antenna_ = true; }},
+      {"DISEQC_WAIT", false, [](dvbv5_section &s, std::string_view) { s.has_antenna_ = true; }},
+  };
+  const key *const found = std::ranges::find_if(keys, [&](const key &known) { return is_same_word(known.name, name); });
+  return found != std::end(keys) ? found : nullptr;
 }
 
 // libdvbv5 names a section that has no name "CHANNEL".
@@ -117,7 +116,7 @@ void dvbv5_section::take_frequency(std::string_view value) {
 }
 
 void dvbv5_section::take_delivery_system(std::string_view value) {
-  const auto found = std::ranges::find_if(
+  const delivery_system *const found = std::ranges::find_if(
       delivery_systems, [&](const delivery_system &known) { return is_same_word(known.name, value); });
   if (found == std::end(delivery_systems)) {
     throw bad_line("DELIVERY_SYSTEM " + quoted(value) + " is unknown");

@@ -31,7 +31,6 @@ class dvbv5_section {
 
  private:
   struct key;
-  static const key keys[];
   static const key *find(std::string_view name);
 
   void take_frequency(std::string_view value);
