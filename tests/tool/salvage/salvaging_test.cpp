@@ -12,17 +12,7 @@
 
 namespace {
 
-using chlist::salvage_outcome;
-using salvage_test::damage;
-using salvage_test::noise_of;
-using salvage_test::run_sizes;
-using salvage_test::Salvaging;
-using test_support::array_place;
-using test_support::bytes;
-using test_support::channel_file;
-using test_support::record_kind;
-using test_support::record_place;
-using test_support::service_data;
+using namespace salvage_test;
 
 TEST_F(Salvaging, AnUndamagedFileComesBackWhole) {
   const salvage_outcome outcome = expect_salvaged({"nothing", original.data, {}});

@@ -1,33 +1,21 @@
-// Bouquets: order, numbers, favourites and locks between a folder of Enigma2 and a line-up.
+// Bouquets and the blacklist of an Enigma2 folder: the order, numbers, favourites and locks that they give a line-up,
+// and lines that cannot be read.
 #include "chlist/exchange/enigma2/bouquets.h"
 
+#include <channel/channel.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ctime>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "tool/exchange/lamedb_folder.h"
-#include "tool/exchange/random_line_up.h"
+#include "tool/exchange/bouquets_list.h"
 
 namespace {
 
 using namespace tool_test::enigma2;
-using chlist::channel_number;
-using chlist::favourite_group;
-
-// Services 1 to 5, of which 4 and 5 are radio.
-line_up five() {
-  line_up list = list_of({plain_service(1), plain_service(2), plain_service(3), plain_service(4), plain_service(5)});
-  list.services[3].fields.service_type = SERVICE_TYPE_RADIO;
-  list.services[4].fields.service_type = SERVICE_TYPE_RADIO;
-  for (int i = 0; i < 5; ++i) {
-    list.services[static_cast<std::size_t>(i)].number = channel_number{i + 1};
-  }
-  return list;
-}
 
 std::string reference(int service) { return "1:0:1:" + std::to_string(service) + ":7DA:9E:C00000:0:0:0:"; }
 
@@ -53,33 +41,6 @@ folder receiver(const folder &television, const folder &radio = {}) {
   add(television, "bouquets.tv");
   add(radio, "bouquets.radio");
   return files;
-}
-
-// "A1=1 A2=2 A3"
-std::string order_of(const line_up &list) {
-  std::string text;
-  for (const line_up_service &service : list.services) {
-    text += (text.empty() ? "" : " ") + service.name;
-    text += service.number ? "=" + std::to_string(service.number->major) : "";
-  }
-  return text;
-}
-
-// "Name: A1 A2"
-std::string favourites_of(const line_up &list, const favourite_group &group) {
-  std::string text = group.name + ":";
-  for (const favourite_group::entry &entry : group.entries) {
-    text += " " + list.services.at(entry.service).name;
-  }
-  return text;
-}
-
-texts favourites_of(const line_up &list) {
-  texts groups;
-  for (const favourite_group &group : list.favourites) {
-    groups.push_back(favourites_of(list, group));
-  }
-  return groups;
 }
 
 TEST(BouquetsReader, WithoutBouquetsTheOrderIsThatOfTheLamedb) {
@@ -231,149 +192,6 @@ TEST(BouquetsReader, TheBlacklistLocks) {
   EXPECT_EQ(skipped_in(list), (texts{"3: blacklist: its service is not in the lamedb",
                                      "5: blacklist: reference 'x' has fewer than 10 fields"}));
   EXPECT_EQ(count_of(lost, "locks of what is no DVB service"), 1U);
-}
-
-TEST(BouquetsWriter, TheAllViewIsTheFirstBouquetAndGroupsFollow) {
-  line_up list = five();
-  list.favourites = {{"Films", {{1, {}}, {3, {}}}}, {"Music", {{4, {}}}}};
-  list.services[2].set_flag(CHANNEL_FLAG_LOCKED, true);
-
-  const folder files = written_folder(list);
-
-  EXPECT_EQ(files.at("bouquets.tv"),
-            "#NAME Bouquets (TV)\n"
-            "#SERVICE 1:7:1:0:0:0:0:0:0:0:FROM BOUQUET \"userbouquet.all_channels.tv\" ORDER BY bouquet\n"
-            "#SERVICE 1:7:1:0:0:0:0:0:0:0:FROM BOUQUET \"userbouquet.favourites_01.tv\" ORDER BY bouquet\n");
-  EXPECT_EQ(files.at("bouquets.radio"),
-            "#NAME Bouquets (Radio)\n"
-            "#SERVICE 1:7:2:0:0:0:0:0:0:0:FROM BOUQUET \"userbouquet.favourites_02.radio\" ORDER BY bouquet\n");
-  EXPECT_EQ(files.at("userbouquet.favourites_01.tv"),
-            "#NAME Films\n#SERVICE 1:0:1:2:7DA:9E:C00000:0:0:0:\n#SERVICE 1:0:2:4:7DA:9E:C00000:0:0:0:\n");
-  EXPECT_EQ(files.at("userbouquet.favourites_02.radio"), "#NAME Music\n#SERVICE 1:0:2:5:7DA:9E:C00000:0:0:0:\n");
-  EXPECT_EQ(files.at("blacklist"), "1:0:1:3:7DA:9E:C00000:0:0:0:\n");
-  EXPECT_EQ(files.size(), 7U);
-}
-
-TEST(BouquetsWriter, OrderNumbersAndFavouritesComeBack) {
-  line_up list = five();
-  list.services[1].number = channel_number{100};
-  list.services[2].number = channel_number{101};
-  list.services[3].number = channel_number{32767};
-  list.services[4].number = std::nullopt;
-  list.services[4].is_listed = false;
-  list.favourites = {{"Films", {{1, {100}}, {4, {}}}}, {"", {}}, {"Music", {{3, {}}}}};
-  loss_counts lost;
-
-  const line_up read = read_folder(tool_test::folder_of(chlist::write_lamedb(list, 4, lost)));
-
-  EXPECT_EQ(order_of(read), "A1=1 A2=100 A3=101 A4=32767 A5");
-  EXPECT_FALSE(read.services[4].is_listed);
-  EXPECT_EQ(favourites_of(read), (texts{"Films: A2 A5", ":", "Music: A4"}));
-  EXPECT_EQ(lost.rows().size(), 1U);
-}
-
-TEST(BouquetsWriter, NumbersThatDoNotRiseAreCountedAndRise) {
-  line_up list = five();
-  list.services[1].number = channel_number{1};
-  list.services[2].number = channel_number{7, 1};
-  list.services[3].number = channel_number{-3};
-  list.services[4].number = channel_number{32768};
-  loss_counts lost;
-
-  const line_up read = read_folder(tool_test::folder_of(chlist::write_lamedb(list, 4, lost)));
-
-  EXPECT_EQ(order_of(read), "A1=1 A2=2 A3=7 A4=8 A5=9");
-  EXPECT_EQ(count_of(lost, "numbers that do not rise, or have a minor part"), 4U);
-}
-
-TEST(BouquetsWriter, LossesOfFavouritesAreCounted) {
-  line_up list = five();
-  list.services[0].is_listed = false;
-  list.favourites = {{"Radio", {{4, {5}}}}, {"a\nb", {{0, {1}}, {1, {3}}, {2, {3}}}}};
-  loss_counts lost;
-
-  const line_up read = read_folder(tool_test::folder_of(chlist::write_lamedb(list, 4, lost)));
-
-  EXPECT_EQ(favourites_of(read), (texts{"a b: A1 A2 A3", "Radio: A5"}));
-  EXPECT_EQ(count_of(lost, "favourite group names with line ends"), 1U);
-  EXPECT_EQ(count_of(lost, "places of favourite groups among those of radio alone"), 1U);
-  EXPECT_EQ(count_of(lost, "numbers of favourites"), 2U);
-  EXPECT_EQ(count_of(lost, "numbers of services outside the ALL view"), 1U);
-}
-
-TEST(BouquetsWriter, AListWithoutEntriesOfTheAllViewComesBackSo) {
-  line_up list = list_of({plain_service(1)});
-  list.services[0].is_listed = false;
-
-  EXPECT_FALSE(read_folder(written_folder(list)).services.at(0).is_listed);
-}
-
-std::string one_line(std::string text, bool is_quoted) {
-  std::ranges::replace(text, '\n', ' ');
-  std::ranges::replace(text, '\r', ' ');
-  if (is_quoted) {
-    std::ranges::replace(text, '"', '\'');
-  }
-  return text;
-}
-
-std::string provider_of(const line_up_service &service) {
-  std::string text = one_line(service.provider, false);
-  std::ranges::replace(text, ',', ' ');
-  return text;
-}
-
-void expect_same(const line_up_service &read, const line_up_service &written, int version) {
-  EXPECT_EQ(read.name, one_line(written.name, version == 5));
-  EXPECT_EQ(read.provider, provider_of(written));
-  EXPECT_EQ(read.is_listed, written.is_listed);
-  EXPECT_EQ(read.fields.service_id, written.fields.service_id);
-  EXPECT_EQ(read.fields.network_id, written.fields.network_id);
-  EXPECT_EQ(read.fields.ts_id, written.fields.ts_id);
-  EXPECT_EQ(read.fields.frequency, written.fields.frequency);
-  EXPECT_EQ(read.fields.polarisation, read.source.starts_with('S') ? written.fields.polarisation : 0);
-  EXPECT_EQ(read.fields.video_pid, written.fields.video_pid);
-  EXPECT_EQ(read.fields.audio_pid, written.fields.audio_pid);
-  EXPECT_EQ(read.fields.pcr_pid, written.fields.pcr_pid);
-  EXPECT_EQ(read.fields.flag, written.fields.flag);
-}
-
-// The services of the ALL view first, as a line-up has them.
-line_up random_list(unsigned seed) {
-  line_up list = tool_test::random_line_up(seed).make(static_cast<int>(seed % 40), 0);
-  std::ranges::stable_partition(list.services, &line_up_service::is_listed);
-  return list;
-}
-
-TEST(LamedbRoundTrip, RandomLineUpsComeBackButForTheirLosses) {
-  for (unsigned seed = 0; seed < 200; ++seed) {
-    const int version = 3 + static_cast<int>(seed % 3);
-    const line_up list = random_list(seed);
-
-    const line_up read = read_folder(written_folder(list, version));
-
-    ASSERT_EQ(skipped_in(read), texts{}) << seed;
-    ASSERT_EQ(read.services.size(), list.services.size()) << seed;
-    for (std::size_t i = 0; i < read.services.size(); ++i) {
-      expect_same(read.services[i], list.services[i], version);
-    }
-    // What was read once is held whole.
-    loss_counts lost;
-    const folder again = tool_test::folder_of(chlist::write_lamedb(read, version, lost));
-    EXPECT_EQ(written_folder(read_folder(again), version), again) << seed;
-    EXPECT_LE(lost.rows().size(), 1U) << seed << ": " << lost.rows().back().what;
-  }
-}
-
-TEST(LamedbRoundTrip, AFullListTakesLittleTime) {
-  line_up list = tool_test::random_line_up(1).make(5000, 20);
-  std::ranges::for_each(list.services, [](line_up_service &service) { service.is_listed = true; });
-  const std::clock_t begin = std::clock();
-
-  const line_up read = read_folder(written_folder(list));
-
-  EXPECT_EQ(read.services.size(), 5000U);
-  EXPECT_LT(std::clock() - begin, 2 * CLOCKS_PER_SEC);
 }
 
 }  // namespace

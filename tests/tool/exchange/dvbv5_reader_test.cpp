@@ -1,23 +1,18 @@
-// The DVBv5 format: what is read, what is written, and what of a line-up comes back.
-#include "chlist/exchange/dvbv5/dvbv5.h"
-
+// The DVBv5 format: what is read of a section, what is skipped and what is lost.
+#include <channel/channel.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <ctime>
+#include <cstdint>
+#include <optional>
+#include <random>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "tool/exchange/random_line_up.h"
+#include "tool/exchange/dvbv5_text.h"
 
 namespace {
 
-using chlist::channel_number;
-using chlist::line_up;
-using chlist::line_up_service;
-using chlist::loss_counts;
-using tool_test::count_of;
+using namespace tool_test::dvbv5;
 
 constexpr std::string_view satellite_section = "[Northlight One]\n"
                                                "\tVCHANNEL = 12\n"
@@ -40,11 +35,6 @@ std::string section(const std::string &line) {
          line;
 }
 
-line_up parse(std::string_view text) {
-  loss_counts lost;
-  return chlist::parse_dvbv5(text, lost);
-}
-
 line_up_service only(std::string_view text) {
   line_up list = parse(text);
   for (const auto &skipped : list.skipped) {
@@ -59,11 +49,6 @@ std::string skipped(std::string_view text) {
   const line_up list = parse(text);
   EXPECT_EQ(list.skipped.size(), 1U);
   return list.skipped.empty() ? "" : std::to_string(list.skipped.front().line) + ": " + list.skipped.front().reason;
-}
-
-std::string written(const line_up &list) {
-  loss_counts lost;
-  return chlist::write_dvbv5(list, lost).at(0).text;
 }
 
 TEST(Dvbv5Reader, AllThatAListKeepsIsRead) {
@@ -220,220 +205,6 @@ TEST(Dvbv5Reader, ItIsToldByItsFirstLine) {
   EXPECT_FALSE(chlist::is_like_dvbv5("x", "{\"a\": []}"));
   EXPECT_FALSE(chlist::is_like_dvbv5("x", "[1, 2"));
   EXPECT_FALSE(chlist::is_like_dvbv5("x", ""));
-}
-
-line_up one(const line_up_service &service) {
-  line_up list;
-  list.services.push_back(service);
-  return list;
-}
-
-line_up_service plain() {
-  line_up_service service;
-  service.name = "A";
-  service.source = "S";
-  service.fields.source_type = 1;
-  service.fields.service_type = SERVICE_TYPE_TV;
-  service.fields.service_id = 1;
-  service.fields.video_pid = 33;
-  service.fields.audio_pid = 34;
-  service.fields.frequency = 11'306'000;
-  return service;
-}
-
-TEST(Dvbv5Writer, AServiceIsASection) {
-  line_up_service service = plain();
-  service.number = {7, 2};
-
-  EXPECT_EQ(written(one(service)), "[A]\n"
-                                   "\tVCHANNEL = 7.2\n"
-                                   "\tSERVICE_ID = 1\n"
-                                   "\tNETWORK_ID = 0\n"
-                                   "\tTRANSPORT_ID = 0\n"
-                                   "\tVIDEO_PID = 33\n"
-                                   "\tAUDIO_PID = 34\n"
-                                   "\tFREQUENCY = 11306000\n"
-                                   "\tPOLARIZATION = HORIZONTAL\n"
-                                   "\tSYMBOL_RATE = 27500000\n"
-                                   "\tINNER_FEC = AUTO\n"
-                                   "\tMODULATION = QPSK\n"
-                                   "\tINVERSION = AUTO\n"
-                                   "\tDELIVERY_SYSTEM = DVBS\n"
-                                   "\n");
-}
-
-TEST(Dvbv5Writer, ThereIsNothingToLoseOfAPlainServiceButWhatIsAssumed) {
-  loss_counts lost;
-
-  chlist::write_dvbv5(one(plain()), lost);
-
-  ASSERT_EQ(lost.rows().size(), 1U);
-  EXPECT_EQ(lost.rows()[0].what, "symbol rates and the like (assumed: the list has none)");
-}
-
-TEST(Dvbv5Writer, EveryLossIsCounted) {
-  const struct {
-    const char *what;
-    void (*change)(line_up_service &service);
-  } cases[] = {
-      {"second names", [](line_up_service &s) { s.short_name = "s"; }},
-      {"genres", [](line_up_service &s) { s.genre = "g"; }},
-      {"countries", [](line_up_service &s) { s.country = "c"; }},
-      {"providers", [](line_up_service &s) { s.provider = "p"; }},
-      {"skip marks", [](line_up_service &s) { s.fields.flag = CHANNEL_FLAG_SKIP; }},
-      {"data service marks", [](line_up_service &s) { s.fields.flag = CHANNEL_FLAG_DSMCC; }},
-      {"other flag bits", [](line_up_service &s) { s.fields.flag = 0x80; }},
-      {"locks", [](line_up_service &s) { s.fields.flag = CHANNEL_FLAG_LOCKED; }},
-      {"scrambling marks", [](line_up_service &s) { s.fields.flag = CHANNEL_FLAG_FTA; }},
-      {"PMT PIDs", [](line_up_service &s) { s.fields.pmt_pid = 32; }},
-      {"PCR PIDs", [](line_up_service &s) { s.fields.pcr_pid = 33; }},
-      {"ECM PIDs", [](line_up_service &s) { s.fields.video_ecm_pid = 32; }},
-      {"component tags of audio", [](line_up_service &s) { s.fields.audio_tag = 1; }},
-      {"source types", [](line_up_service &s) { s.fields.source_type = 2; }},
-      {"user order keys", [](line_up_service &s) { s.fields.user_order_key = 1; }},
-      {"values that only the receiver knows", [](line_up_service &s) { s.fields.reserved_262[23] = 1; }},
-      {"PIDs outside 1..8191", [](line_up_service &s) { s.fields.audio_pid = 8192; }},
-      {"frequencies outside the format's range", [](line_up_service &s) { s.fields.frequency = 4'294'967'295; }},
-      {"polarisations", [](line_up_service &s) { s.fields.polarisation = 2; }},
-      {"service types other than the streams tell", [](line_up_service &s) { s.fields.service_type = 25; }},
-      {"numbers below 0",
-       [](line_up_service &s) {
-         s.number = {-1, 0};
-       }},
-      {"services outside the ALL view", [](line_up_service &s) { s.is_listed = false; }},
-      {"network names and positions", [](line_up_service &s) { s.source = "S19.2E"; }},
-      {"network indexes", [](line_up_service &s) { s.fields.net_index = 2; }},
-      {"names with brackets, line ends or blanks in front, or \"CHANNEL\"", [](line_up_service &s) { s.name = "]"; }},
-  };
-
-  for (const auto &each : cases) {
-    line_up_service service = plain();
-    each.change(service);
-    loss_counts lost;
-
-    chlist::write_dvbv5(one(service), lost);
-
-    EXPECT_EQ(count_of(lost, each.what), 1U) << each.what;
-    EXPECT_EQ(lost.rows().size(), 2U) << each.what;
-  }
-}
-
-TEST(Dvbv5Writer, FrequenciesThatDoNotFitAreWrittenAs0) {
-  const struct {
-    const char *source;
-    std::int64_t khz;
-    const char *line;
-  } cases[] = {{"S", 4'294'967'294, "FREQUENCY = 4294967294\n"},
-               {"S", 4'294'967'295, "FREQUENCY = 0\n"},
-               {"S", -1, "FREQUENCY = 0\n"},
-               {"C", 394'000, "FREQUENCY = 394000000\n"},
-               {"T", 4'294'967, "FREQUENCY = 4294967000\n"},
-               {"T", 4'294'968, "FREQUENCY = 0\n"}};
-
-  for (const auto &each : cases) {
-    line_up_service service = plain();
-    service.source = each.source;
-    service.fields.frequency = each.khz;
-
-    EXPECT_NE(written(one(service)).find(each.line), std::string::npos) << each.line;
-  }
-}
-
-TEST(Dvbv5Writer, SeveralSatellitesAreNumbered) {
-  line_up list;
-  for (const char *source : {"S19.2E", "S#0", "S13.0E", "S19.2E"}) {
-    list.services.push_back(plain());
-    list.services.back().source = source;
-  }
-
-  const line_up read = parse(written(list));
-
-  std::vector<std::string> sources;
-  std::ranges::transform(read.services, std::back_inserter(sources), &line_up_service::source);
-  EXPECT_EQ(sources, (std::vector<std::string>{"S#1", "S#0", "S#2", "S#1"}));
-}
-
-TEST(Dvbv5Writer, SatellitesBeyondTheLargestNumberAreCounted) {
-  line_up list;
-  for (int n = 0; n <= 256; ++n) {
-    list.services.push_back(plain());
-    list.services.back().source = "Network " + std::to_string(n);
-    loss_counts lost;
-    const line_up read = parse(chlist::write_dvbv5(list, lost).at(0).text);
-
-    EXPECT_TRUE(read.skipped.empty()) << n;
-    EXPECT_EQ(count_of(lost, "satellites beyond 256, which no number tells apart"), n == 256 ? 1U : 0U) << n;
-  }
-}
-
-TEST(Dvbv5Writer, NamesInOtherTablesBecomeUtf8) {
-  line_up_service service = plain();
-  service.name = "\x05\xC7"
-                 "a";
-  loss_counts lost;
-
-  EXPECT_EQ(chlist::write_dvbv5(one(service), lost).at(0).text.substr(0, 6), "[\xC3\x87"
-                                                                             "a]\n");
-  EXPECT_EQ(count_of(lost, "character tables of names, which are written in UTF-8"), 1U);
-}
-
-// What the format gives of a service, by what its losses say.
-line_up_service as_read(line_up_service service, const std::string &source, std::size_t line) {
-  line_up_service made;
-  std::ranges::replace(service.name, '[', '(');
-  std::ranges::replace(service.name, ']', ')');
-  std::ranges::replace(service.name, '\n', ' ');
-  std::ranges::replace(service.name, '\r', ' ');
-  made.name = service.name.erase(0, service.name.find_first_not_of(" \t"));
-  made.line = line;
-  made.source = source;
-  made.number = service.is_listed ? service.number : std::nullopt;
-  made.fields.service_id = service.fields.service_id;
-  made.fields.network_id = service.fields.network_id;
-  made.fields.ts_id = service.fields.ts_id;
-  made.fields.frequency = service.fields.frequency;
-  made.fields.polarisation = source.starts_with('S') ? service.fields.polarisation : std::uint8_t{0};
-  made.fields.video_pid = service.fields.video_pid;
-  made.fields.audio_pid = service.fields.audio_pid;
-  return made;
-}
-
-void expect_same(const line_up_service &read, const line_up_service &expected) {
-  EXPECT_EQ(read.name, expected.name);
-  EXPECT_EQ(read.number, expected.number);
-  EXPECT_EQ(read.fields.service_id, expected.fields.service_id);
-  EXPECT_EQ(read.fields.network_id, expected.fields.network_id);
-  EXPECT_EQ(read.fields.ts_id, expected.fields.ts_id);
-  EXPECT_EQ(read.fields.frequency, expected.fields.frequency);
-  EXPECT_EQ(read.fields.polarisation, expected.fields.polarisation);
-  EXPECT_EQ(read.fields.video_pid, expected.fields.video_pid);
-  EXPECT_EQ(read.fields.audio_pid, expected.fields.audio_pid);
-}
-
-TEST(Dvbv5RoundTrip, RandomLineUpsComeBackButForTheirLosses) {
-  for (unsigned seed = 0; seed < 200; ++seed) {
-    const line_up list = tool_test::random_line_up(seed).make(static_cast<int>(seed % 30), 2);
-
-    const line_up read = parse(written(list));
-
-    ASSERT_TRUE(read.skipped.empty()) << seed << ": " << read.skipped.front().reason;
-    ASSERT_EQ(read.services.size(), list.services.size()) << seed;
-    for (std::size_t i = 0; i < read.services.size(); ++i) {
-      expect_same(read.services[i], as_read(list.services[i], read.services[i].source, read.services[i].line));
-    }
-    // What was read once is written without another loss of its own, and comes back whole.
-    EXPECT_EQ(written(parse(written(read))), written(read)) << seed;
-  }
-}
-
-TEST(Dvbv5RoundTrip, AFullListTakesLittleTime) {
-  const line_up list = tool_test::random_line_up(1).make(5000, 20);
-  const std::clock_t begin = std::clock();
-
-  const line_up read = parse(written(list));
-
-  EXPECT_EQ(read.services.size(), 5000U);
-  EXPECT_LT(std::clock() - begin, 2 * CLOCKS_PER_SEC);
 }
 
 TEST(Dvbv5Reader, RandomBytesDoNoHarm) {

@@ -1,0 +1,102 @@
+// Findings in texts: character tables, ends and lengths of names. Each in a file that has that one fault.
+#include <channel/channel.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tool/check/findings_host.h"
+
+namespace {
+
+using namespace findings_test;
+
+constexpr std::size_t first_name_at = 9;
+constexpr std::size_t first_length_at = 106;
+
+constexpr const char *no_length = "none: the name is shown up to its zero byte";
+
+using CheckTexts = test_support::store_test;
+
+// The first text of the second service, with a length of its own.
+findings found_in_name(const bytes &name, std::size_t length) {
+  channel_file file = sound_file();
+  file.data.replace(second_service + first_name_at, 6, bytes(6, '\0'));
+  file.data.replace(second_service + first_name_at, name.size(), name);
+  file.set_last(record_kind::service, first_length_at, 2, length);
+  findings found = found_in(file);
+  for (finding &each : found) {
+    EXPECT_EQ(each.offset, second_service + first_name_at);
+  }
+  return found;
+}
+
+std::vector<std::string_view> kinds_of(const findings &found) {
+  std::vector<std::string_view> kinds;
+  for (const finding &each : found) {
+    kinds.push_back(each.kind);
+  }
+  return kinds;
+}
+
+using kind_list = std::vector<std::string_view>;
+
+TEST_F(CheckTexts, TextsOfKnownTablesAreSound) {
+  const bytes sound[] = {"Films", "K\xC3\xB6ln", "\x05\xE0\xFF", "\x10\x01\x02\xE4", "\x15\xC3\xB6", "\x1F\x01\xFF"};
+  for (const bytes &text : sound) {
+    EXPECT_EQ(found_in_name(text, text.size()), findings{}) << text;
+  }
+}
+
+TEST_F(CheckTexts, TextsOfNoKnownTableAreFound) {
+  EXPECT_EQ(kinds_of(found_in_name("K\xF6ln", 4)), kind_list{"invalid-text"});
+  EXPECT_EQ(kinds_of(found_in_name("\x15K\xF6ln", 5)), kind_list{"invalid-text"});
+  EXPECT_EQ(kinds_of(found_in_name("\x0CK", 2)), kind_list{"unknown-character-table"});
+  EXPECT_EQ(kinds_of(found_in_name("\x16K", 2)), kind_list{"unknown-character-table"});
+}
+
+TEST_F(CheckTexts, ANameThatFillsItsFieldIsANote) {
+  const bytes full(96, 'x');
+
+  const findings meant = found_in_name(full, 96);
+  const findings cut = found_in_name(full, 95);
+
+  ASSERT_EQ(kinds_of(meant), kind_list{"unterminated-text"});
+  EXPECT_EQ(meant[0].level, severity::note);
+  EXPECT_EQ(kinds_of(cut), (kind_list{"unterminated-text", "wrong-text-length"}));
+  EXPECT_EQ(cut[0].level, severity::warning);
+  EXPECT_EQ(found_in_name(bytes(95, 'x'), 95), findings{});
+}
+
+TEST_F(CheckTexts, ALengthThatDiffersIsANote) {
+  EXPECT_EQ(
+      found_in_name("Films", 6),
+      (findings{{second_service + first_name_at, severity::note, "wrong-text-length",
+                 "the name of service " + std::string(films_text) + " has 5 bytes, its length says 6", no_length}}));
+}
+
+TEST_F(CheckTexts, AServiceWithoutANameIsANote) { EXPECT_EQ(kinds_of(found_in_name("", 0)), kind_list{"no-name"}); }
+
+TEST_F(CheckTexts, AProviderWithAWrongLengthIsNotFoundByItsName) {
+  const std::size_t provider = group_place(GROUP_PROVIDER).array;
+  channel_file file = sound_file();
+
+  EXPECT_EQ(found_in(file.set(provider + 4, 2, 3)),
+            (findings{{provider + 6, severity::warning, "wrong-text-length",
+                       "the name of provider \"Free\" (id 1) has 4 bytes, its length says 3",
+                       "searches for a provider by its name compare the length: this one is not found, and a channel "
+                       "search adds it a second time"}}));
+}
+
+TEST_F(CheckTexts, ANetworksNameMayFillItsField) {
+  channel_file file = sound_file();
+  file.data.replace(first_network + 12, 64, bytes(64, 'n'));
+
+  const findings found = found_in(file);
+
+  ASSERT_EQ(kinds_of(found), kind_list{"unterminated-text"});
+  EXPECT_EQ(found[0].offset, first_network + 12);
+}
+
+}  // namespace

@@ -1,0 +1,140 @@
+// CSV that is read: the columns that a line-up comes from, and rows and cells that cannot be read.
+#include <channel/channel.h>
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "tool/exchange/csv_host.h"
+
+namespace {
+
+using namespace tool_test::csv;
+
+TEST_F(CsvLineUp, TheIdentityIsEnough) {
+  const line_up made = read("service_id,frequency,ts_id,network_id\r\n4,11000000,2,1\r\n");
+
+  ASSERT_EQ(made.services.size(), 1U);
+  const line_up_service &service = made.services[0];
+  EXPECT_EQ(service.line, 2U);
+  EXPECT_EQ(service.fields.service_id, 4);
+  EXPECT_EQ(service.fields.frequency, 11'000'000);
+  EXPECT_EQ(service.fields.ts_id, 2);
+  EXPECT_EQ(service.fields.network_id, 1);
+  EXPECT_EQ(service.fields.service_type, SERVICE_TYPE_TV);
+  EXPECT_EQ(service.fields.source_type, 1);
+  EXPECT_EQ(service.fields.video_pid, 0xFFFF);
+  EXPECT_FALSE(service.number);
+  EXPECT_TRUE(service.is_listed);
+}
+
+TEST_F(CsvLineUp, TheIdentityIsNeeded) {
+  const std::string why = "; network_id, ts_id, frequency and service_id are what a service is known by";
+  EXPECT_EQ(refusal("ts_id,frequency,service_id\n"), "line 1: has no column network_id" + why);
+  EXPECT_EQ(refusal("network_id,frequency,service_id\n"), "line 1: has no column ts_id" + why);
+  EXPECT_EQ(refusal("network_id,ts_id,service_id\n"), "line 1: has no column frequency" + why);
+  EXPECT_EQ(refusal("network_id,ts_id,frequency\n"), "line 1: has no column service_id" + why);
+  EXPECT_EQ(refusal("network_id,ts_id,frequency,service_id,name,name\n"), "line 1: has two columns 'name'");
+  EXPECT_EQ(read("").services.size(), 0U);
+}
+
+TEST_F(CsvLineUp, UnknownColumnsAreCounted) {
+  const line_up made = read("network_id,ts_id,frequency,service_id,Remark\n1,2,3,4,x\n1,2,3,5,\n1,2,3,6,y\n");
+
+  EXPECT_EQ(made.services.size(), 3U);
+  EXPECT_EQ(losses(lost), (row_list{"cells of the column 'Remark': 2"}));
+}
+
+TEST_F(CsvLineUp, ARowThatCannotBeReadIsSkipped) {
+  const line_up made = read("network_id,ts_id,frequency,service_id\n1,2,3\n1,2,3,4\n1,2,,5\n1,2,3,4,5\n");
+
+  EXPECT_EQ(made.services.size(), 1U);
+  ASSERT_EQ(made.skipped.size(), 3U);
+  EXPECT_EQ(made.skipped[0].line, 2U);
+  EXPECT_EQ(made.skipped[0].reason, "has 3 cells instead of 4");
+  EXPECT_EQ(made.skipped[1].line, 4U);
+  EXPECT_EQ(made.skipped[1].reason, "has no frequency");
+  EXPECT_EQ(made.skipped[2].reason, "has 5 cells instead of 4");
+}
+
+TEST_F(CsvLineUp, CellsThatCannotBeReadSayWhy) {
+  EXPECT_EQ(skipped("number", "x"), "number 'x' is not a number");
+  EXPECT_EQ(skipped("number", "32768"), "number '32768' is not within 0..32767");
+  EXPECT_EQ(skipped("number", "32767"), "");
+  EXPECT_EQ(skipped("number", "-32768"), "");
+  EXPECT_EQ(skipped("number", "-32769"), "number '32769' is not within 0..32768");
+  EXPECT_EQ(skipped("net_index", "256"), "net_index '256' is not within 0..255");
+  EXPECT_EQ(skipped("net_index", "255"), "");
+  EXPECT_EQ(skipped("video_pid", "65536"), "video_pid '65536' is not within 0..65535");
+  EXPECT_EQ(skipped("video_pid", "65535"), "");
+  EXPECT_EQ(skipped("polarisation", "X"), "polarisation 'X' is none of H, V, L and R");
+  EXPECT_EQ(skipped("polarisation", "HV"), "polarisation 'HV' is none of H, V, L and R");
+  EXPECT_EQ(skipped("locked", "maybe"), "locked 'maybe' is neither yes nor no");
+  EXPECT_EQ(skipped("type", "Televison"), "type 'Televison' is unknown");
+  EXPECT_EQ(skipped("name", std::string("a\0b", 3)), "holds a NUL byte");
+}
+
+TEST_F(CsvLineUp, WordsAndLettersAreUnderstood) {
+  const line_up made = read("network_id,ts_id,frequency,service_id,polarisation,locked,skipped,type,audio_pid\n"
+                            "1,2,3,4,v,yes,0,radio,\n"
+                            "1,2,3,5,L,false,1,,7\n"
+                            "1,2,3,6,R,no,true,TV,7\n");
+
+  ASSERT_EQ(made.services.size(), 3U) << made.skipped[0].reason;
+  EXPECT_EQ(made.services[0].fields.polarisation, 1);
+  EXPECT_EQ(made.services[1].fields.polarisation, 0);
+  EXPECT_EQ(made.services[2].fields.polarisation, 1);
+  EXPECT_EQ(made.services[0].fields.flag, CHANNEL_FLAG_LOCKED);
+  EXPECT_EQ(made.services[1].fields.flag, CHANNEL_FLAG_SKIP);
+  EXPECT_EQ(made.services[2].fields.flag, CHANNEL_FLAG_SKIP);
+  EXPECT_EQ(made.services[0].fields.service_type, SERVICE_TYPE_RADIO);
+  EXPECT_EQ(made.services[1].fields.service_type, SERVICE_TYPE_RADIO);
+  EXPECT_EQ(made.services[2].fields.service_type, SERVICE_TYPE_TV);
+}
+
+TEST_F(CsvLineUp, FavouritesComeFromTheirColumn) {
+  const line_up made = read("favourites,network_id,ts_id,frequency,service_id\n"
+                            "Films;News,1,2,3,4\n"
+                            ",1,2,3,5\n"
+                            "bad,1,2,3,x\n"
+                            "News,1,2,3,6\n");
+
+  const std::vector<chlist::favourite_group> expected = {{"Films", {{0, {}}}}, {"News", {{0, {}}, {2, {}}}}};
+  EXPECT_EQ(made.favourites, expected);
+}
+
+TEST_F(CsvLineUp, CircularPolarisationsAreCounted) {
+  read("network_id,ts_id,frequency,service_id,polarisation\n1,2,3,4,L\n1,2,3,5,r\n1,2,3,6,H\n1,2,3,7,v\n");
+
+  EXPECT_EQ(losses(lost), (row_list{"circular polarisations (left as horizontal, right as vertical): 2"}));
+}
+
+// Each takes a second or more when every column, group or kind of loss is sought among all others.
+TEST_F(CsvLineUp, HostileInputsTakeLittleTime) {
+  constexpr int many = 50'000;
+  std::string columns = "network_id,ts_id,frequency,service_id";
+  std::string row = "1,2,3,4";
+  std::string groups = "network_id,ts_id,frequency,service_id,favourites\n";
+  for (int n = 0; n < many; ++n) {
+    columns += ",column " + std::to_string(n);
+    row += ",x";
+    groups += "1,2,3," + std::to_string(n) + ",group " + std::to_string(n) + "\n";
+  }
+  const std::string short_rows = [] {
+    std::string text;
+    for (int n = 0; n < many; ++n) {
+      text += "1\n";
+    }
+    return text;
+  }();
+  const std::clock_t begin = std::clock();
+
+  EXPECT_EQ(read(columns + "\n" + row + "\n" + short_rows).skipped.size(), std::size_t{many});
+  EXPECT_EQ(read(groups).favourites.size(), std::size_t{many});
+
+  EXPECT_EQ(lost.rows().size(), std::size_t{many});
+  EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC);
+}
+
+}  // namespace
