@@ -70,7 +70,7 @@ TEST_F(Renumber, RefusesANumberThatIsTaken) {
 }
 
 TEST_F(Renumber, TakesEveryNumberThatAListHolds) {
-  for (const std::uint64_t number : {10, 32'766, 32'767}) {
+  for (const std::uint64_t number : {10U, 32'766U, 32'767U}) {
     write_file(path(), before.data);
     expect_edit({"renumber", "list.dat", "Music", std::to_string(number)},
                 with_numbers({{VIEW_ALL, 2, number}, {VIEW_RADIO, 0, number}}));

@@ -113,12 +113,14 @@ TEST_F(CsvLineUp, CircularPolarisationsAreCounted) {
 // Each takes a second or more when every column, group or kind of loss is sought among all others.
 TEST_F(CsvLineUp, HostileInputsTakeLittleTime) {
   constexpr int many = 50'000;
+  std::string services = "network_id,ts_id,frequency,service_id,favourites\n";
   std::string columns = "network_id,ts_id,frequency,service_id";
   std::string row = "1,2,3,4";
   std::string groups = "network_id,ts_id,frequency,service_id,favourites\n";
   for (int n = 0; n < many; ++n) {
     columns += ",column " + std::to_string(n);
     row += ",x";
+    services += "1,2,3," + std::to_string(n) + ",group\n";
     groups += "1,2,3," + std::to_string(n) + ",group " + std::to_string(n) + "\n";
   }
   const std::string short_rows = [] {
@@ -129,12 +131,14 @@ TEST_F(CsvLineUp, HostileInputsTakeLittleTime) {
     return text;
   }();
   const std::clock_t begin = std::clock();
+  EXPECT_EQ(read(services).services.size(), std::size_t{many});
+  const std::clock_t harmless = std::clock() - begin;
 
   EXPECT_EQ(read(columns + "\n" + row + "\n" + short_rows).skipped.size(), std::size_t{many});
   EXPECT_EQ(read(groups).favourites.size(), std::size_t{many});
 
   EXPECT_EQ(lost.rows().size(), std::size_t{many});
-  EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC);
+  EXPECT_LT(std::clock() - begin, 8 * harmless);
 }
 
 }  // namespace

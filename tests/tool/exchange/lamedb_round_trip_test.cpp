@@ -45,7 +45,8 @@ void expect_same(const line_up_service &read, const line_up_service &written, in
 // The services of the ALL view first, as a line-up has them.
 line_up random_list(unsigned seed) {
   line_up list = tool_test::random_line_up(seed).make(static_cast<int>(seed % 40), 0);
-  std::ranges::stable_partition(list.services, &line_up_service::is_listed);
+  std::stable_partition(list.services.begin(), list.services.end(),
+                        [](const line_up_service &service) { return service.is_listed; });
   return list;
 }
 

@@ -87,11 +87,12 @@ TEST_F(ListJson, ValuesAtTheEndsOfTheirRangesAreTaken) {
 TEST_F(ListJson, ArraysEndAtTheirCapacity) {
   json object = json::parse(json_of(small().data));
   const json entry = object["vch"][0];
-  for (const std::size_t size : {MAX_PROMO_CHANNEL - 1, +MAX_PROMO_CHANNEL}) {
+  constexpr std::size_t capacity = MAX_PROMO_CHANNEL;
+  for (const std::size_t size : {capacity - 1, capacity}) {
     object["promo_vch"] = json::array_t(size, entry);
     EXPECT_EQ(refusal(object.dump()), "");
   }
-  object["promo_vch"] = json::array_t(MAX_PROMO_CHANNEL + 1, entry);
+  object["promo_vch"] = json::array_t(capacity + 1, entry);
   EXPECT_EQ(refusal(object.dump()), "$.promo_vch: has 11 elements; the file holds 10");
   object["promo_vch"] = json::array();
   object["favorite_vch"] = json::array_t(MAX_FAV + 1, json::array());
