@@ -258,6 +258,7 @@ TEST_F(SalvageTool, EarlierVersionsAreConverted) {
     ASSERT_LT(result.exit_code, 2) << result.err;
     const json report = json::parse(result.out);
     EXPECT_EQ(report["version"], std::stoi(version));
+    reset_channel_list();
     EXPECT_EQ(load_named("out.dat"), 10);
   }
 }
