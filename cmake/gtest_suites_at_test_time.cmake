@@ -1,4 +1,5 @@
-# Run by ctest: adds the suites of one GoogleTest program as tests. In: target, program, emulator, lock, list_file.
+# Run by ctest: adds the suites of one GoogleTest program as tests. In: target, program, emulator, lock, long,
+# list_file.
 
 if(NOT EXISTS "${program}")
   add_test("${target}_NOT_BUILT" "${target}_NOT_BUILT")
@@ -23,5 +24,8 @@ foreach(suite IN LISTS suites)
   set_tests_properties("${name}" PROPERTIES LABELS "${target}" TIMEOUT 600)
   if(lock AND suite MATCHES "${lock}")
     set_tests_properties("${name}" PROPERTIES RESOURCE_LOCK fixed_paths)
+  endif()
+  if(long AND suite MATCHES "${long}")
+    set_tests_properties("${name}" PROPERTIES COST 1000)
   endif()
 endforeach()
