@@ -7,6 +7,20 @@ log_dir=$root/build/logs
 jobs=$(nproc)
 package_lists_are_fresh=no
 
+# Seconds of the steps so far, a line each.
+step_seconds=()
+
+# report_step NAME START STATUS: the closing half of a step's line.
+report_step() {
+  local seconds=$((SECONDS - $2))
+  step_seconds+=("$(printf '%-28s %4d s' "$1" "$seconds")")
+  if [[ $3 -eq 0 ]]; then
+    printf 'ok    %4d s\n' "$seconds"
+  else
+    printf 'FAILED %3d s\n' "$seconds"
+  fi
+}
+
 # step NAME COMMAND...: runs a command with its output in the log NAME.log (blanks become -); prints name and time.
 step() {
   local name=$1 log start=$SECONDS status=0
@@ -15,13 +29,22 @@ step() {
   mkdir -p "$log_dir"
   printf '  %-28s ' "$name"
   "$@" >"$log" 2>&1 </dev/null || status=$?
-  if [[ $status -eq 0 ]]; then
-    printf 'ok    %4d s\n' $((SECONDS - start))
-  else
-    printf 'FAILED %3d s\n' $((SECONDS - start))
+  report_step "$name" "$start" "$status"
+  if [[ $status -ne 0 ]]; then
     cat "$log"
     printf '  (exit status %d; the log is %s)\n' "$status" "${log#"$root"/}"
   fi
+  return "$status"
+}
+
+# build_step NAME COMMAND...: a step whose command shows on a terminal how far it is.
+build_step() {
+  [[ -t 1 ]] || { step "$@"; return; }
+  local name=$1 start=$SECONDS status=0
+  shift
+  "$@" </dev/null || status=$?
+  printf '  %-28s ' "$name"
+  report_step "$name" "$start" "$status"
   return "$status"
 }
 
@@ -63,5 +86,5 @@ build_preset() {
     shift
   done
   step "$preset configure" cmake -S "$root" --preset "$preset" "${settings[@]}" &&
-    step "$preset build" cmake --build "$root/build/$preset" -j "$jobs" ${1:+--target "$@"}
+    build_step "$preset build" cmake --build "$root/build/$preset" -j "$jobs" ${1:+--target "$@"}
 }

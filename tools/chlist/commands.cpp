@@ -1,36 +1,18 @@
-// The table of subcommands.
+// The table of commands.
 #include "chlist/commands.h"
-
-#include "chlist/check/check.h"
-#include "chlist/convert/convert.h"
-#include "chlist/edit/edit_commands.h"
-#include "chlist/exchange/export.h"
-#include "chlist/exchange/import.h"
-#include "chlist/html/html_report.h"
-#include "chlist/merge/merge.h"
-#include "chlist/salvage/salvage.h"
-#include "chlist/see/diff.h"
-#include "chlist/see/info.h"
-#include "chlist/see/list.h"
-#include "chlist/see/show.h"
 
 namespace chlist {
 namespace {
 
-using add_subcommand = void (*)(CLI::App &app, int &exit_code);
+using make_command = command (*)();
 
-constexpr add_subcommand subcommands[] = {
-    // To look at a list.
-    add_info, add_list, add_show, add_diff, add_report,
-    // To mend it and to bring it up to date.
-    add_check, add_salvage, add_convert, add_merge,
-    // To exchange it.
-    add_import, add_export,
-    // To edit it.
-    add_rename, add_renumber, add_lock, add_unlock, add_skip, add_unskip, add_fav, add_remove, add_move, add_sort,
-    add_set};
+constexpr make_command commands[] = {info_command,   list_command,    show_command,     diff_command,   report_command,
+                                     check_command,  salvage_command, convert_command,  merge_command,  import_command,
+                                     export_command, rename_command,  renumber_command, lock_command,   unlock_command,
+                                     skip_command,   unskip_command,  fav_command,      remove_command, move_command,
+                                     sort_command,   set_command};
 
-constexpr const char *footer =
+constexpr const char *details =
     "Every command tells its own options: 'chlist COMMAND --help'. A channel file is never changed but as a whole.\n"
     "\n"
     "Exit codes:\n"
@@ -44,19 +26,20 @@ constexpr const char *footer =
 
 }  // namespace
 
-std::unique_ptr<CLI::App> command_line(int &exit_code, int &log_level) {
-  auto app = std::make_unique<CLI::App>("Works on the channel files of a digital television receiver.", "chlist");
-  app->require_subcommand(1);
-  app->set_version_flag("--version", "chlist " CHANNEL_VERSION);
-  app->add_option("--log-level", log_level,
-                  "print the library's log lines up to this level (0 errors .. 5), default none")
-      ->check(CLI::Range(-1, 5));
-  for (const add_subcommand add : subcommands) {
-    add(*app, exit_code);
+command whole_program(int &log_level) {
+  command program = {
+      .name = "chlist",
+      .summary = "Works on the channel files of a digital television receiver.",
+      .details = details,
+      .options = {{.names = "--log-level",
+                   .target = &log_level,
+                   .about = "print the library's log lines up to this level (0 errors .. 5), default none",
+                   .least_and_most = std::pair(-1, 5)}},
+      .version = CHANNEL_VERSION};
+  for (const make_command make : commands) {
+    program.commands.push_back(make());
   }
-  // Subcommands would take it over if it came before them.
-  app->footer(footer);
-  return app;
+  return program;
 }
 
 }  // namespace chlist

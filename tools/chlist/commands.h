@@ -1,13 +1,39 @@
-// Every subcommand of the tool, in the order of the help. One table serves the program, the manual pages and the
-// completions.
+// The commands of the tool. Each is made where its work is done; one table has them in the order of the help.
 #pragma once
 
-#include <CLI/CLI.hpp>
-#include <memory>
+#include "chlist/command_line.h"
 
 namespace chlist {
 
-// The whole command line. Parsing it runs a subcommand, which sets the exit code; log_level is the library's.
-std::unique_ptr<CLI::App> command_line(int &exit_code, int &log_level);
+// The whole tool. The library prints its log lines up to log_level.
+command whole_program(int &log_level);
+
+// To look at a list.
+command info_command();
+command list_command();
+command show_command();
+command diff_command();
+command report_command();
+// To mend it and to bring it up to date.
+command check_command();
+command salvage_command();
+command convert_command();
+command merge_command();
+// To exchange it.
+command import_command();
+command export_command();
+// To edit it.
+command rename_command();
+command renumber_command();
+command lock_command();
+command unlock_command();
+command skip_command();
+command unskip_command();
+command fav_command();
+command fav_list_command();  // below fav
+command remove_command();
+command move_command();
+command sort_command();
+command set_command();
 
 }  // namespace chlist

@@ -1,21 +1,16 @@
-// chlist: works on the channel files of a receiver. The subcommands are in commands.cpp; each adds its own options.
+// chlist: works on the channel files of a receiver. Its commands are in commands.h.
 #include <base/verbosity.h>
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <iostream>
-#include <sstream>
 #include <string>
 
 #include "chlist/commands.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/descriptor.h"
-#include "chlist/report.h"
 
 namespace {
 
@@ -34,28 +29,11 @@ void occupy_closed_streams() {
   ::close(fd);
 }
 
-// The help that was asked for is a report like any other; what is wrong with a command line goes to standard error.
-int explain(const CLI::App &app, const CLI::ParseError &error) {
-  std::ostringstream help;
-  if (app.exit(error, help, std::cerr) != 0) {
-    return chlist::exit_failed;
-  }
-  chlist::print_report([&help] { fmt::print("{}", help.str()); });
-  return chlist::exit_done;
-}
-
 int run(int argc, char **argv) {
   occupy_closed_streams();
   int &log_level = verbosity_map[channel_list_module];
   log_level = -1;
-  int exit_code = chlist::exit_done;
-  const auto app = chlist::command_line(exit_code, log_level);
-  try {
-    app->parse(argc, argv);
-  } catch (const CLI::ParseError &error) {
-    return explain(*app, error);
-  }
-  return exit_code;
+  return chlist::run_command_line(chlist::whole_program(log_level), argc, argv);
 }
 
 // Standard error that cannot be written, too, leaves the exit code.

@@ -15,10 +15,6 @@ namespace {
 
 constexpr const char *standard_output = "standard output";
 
-std::string dumped(const json &value, int indent) {
-  return value.dump(indent, ' ', false, json::error_handler_t::replace);
-}
-
 std::string text_of(const channel::identity &id) {
   return fmt::format("net {}, network {}, ts {}, {} {}, service {}", id.net_index, id.network_id, id.ts_id,
                      id.frequency, polarisation_letter(id), id.service_id);
@@ -47,13 +43,13 @@ void replace_late_controls(std::string &text) {
 }  // namespace
 
 std::string shown(std::string_view text) {
-  std::string quoted = dumped(text, -1);
+  std::string quoted = json(text).dump();
   replace_late_controls(quoted);
   return quoted;
 }
 
 std::string harmless(std::string_view text) {
-  std::string valid = json::parse(dumped(text, -1)).get<std::string>();
+  std::string valid = json::parse(json(text).dump()).as_string();
   std::ranges::replace_if(
       valid, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
   replace_late_controls(valid);
@@ -115,7 +111,7 @@ json json_of_views() {
   return views;
 }
 
-void print_json(const json &report) { fmt::print("{}\n", dumped(report, 2)); }
+void print_json(const json &report) { fmt::print("{}\n", report.dump(2)); }
 
 void print_report(const std::function<void()> &print) {
   try {

@@ -3,16 +3,14 @@
 
 #include <cstddef>
 #include <functional>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "chlist/list_contents.h"
 
 namespace chlist {
-
-using json = nlohmann::ordered_json;
 
 // In quotes, with escapes for what a terminal would obey; bytes that are not UTF-8 become U+FFFD.
 std::string shown(std::string_view text);

@@ -29,9 +29,8 @@ void write_pages(const fs::path &folder, const chlist::command_help &command) {
 }
 
 void write_all(const fs::path &folder) {
-  int exit_code = 0;
   int log_level = 0;
-  const chlist::command_help program = chlist::help_of(*chlist::command_line(exit_code, log_level));
+  const chlist::command_help program = chlist::help_of(chlist::whole_program(log_level));
   write_pages(folder / "man1", program);
   write(folder / "bash" / program.name, chlist::bash_completion(program));
   write(folder / "zsh" / ('_' + program.name), chlist::zsh_completion(program));

@@ -2,18 +2,18 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "support/channel_file.h"
 #include "support/full_list.h"
 #include "tool/program.h"
 
 namespace {
 
-using nlohmann::json;
+using chlist::json;
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::service_data;
@@ -117,12 +117,13 @@ TEST_F(CheckTool, JsonHasEveryFinding) {
                   {"warnings", 1},
                   {"notes", 0},
                   {"findings",
-                   {{{"offset", 461'096},
-                     {"severity", "warning"},
-                     {"kind", "bytes-behind-end"},
-                     {"what", "2 bytes behind the last record that is counted"},
-                     {"consequence", "a load ignores them, the next save drops them; services among them are not on "
-                                     "the receiver"}}}}}));
+                   json::array({json{{"offset", 461'096},
+                                     {"severity", "warning"},
+                                     {"kind", "bytes-behind-end"},
+                                     {"what", "2 bytes behind the last record that is counted"},
+                                     {"consequence",
+                                      "a load ignores them, the next save drops them; services among them are not on "
+                                      "the receiver"}}})}}));
 }
 
 TEST_F(CheckTool, NamesAreHarmlessOnATerminal) {

@@ -5,10 +5,10 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "tool/convert/convert_host.h"
 
 namespace {
@@ -47,8 +47,8 @@ TEST_F(Convert, TheJsonReportHasEveryCountAndFinding) {
       "ts_id": 100, "frequency": 11000000, "polarisation": "H", "service_id": 2}])"));
   EXPECT_EQ(findings["counts_outside_arrays"],
             json::parse(R"([{"array": "radio", "counted": 1001, "carried": 1000}])"));
-  EXPECT_EQ(findings["unresolved_entries"].front()["view"], "radio");
-  EXPECT_EQ(findings["unresolved_entries"].back(),
+  EXPECT_EQ(findings["unresolved_entries"][0]["view"], "radio");
+  EXPECT_EQ(findings["unresolved_entries"].elements().back(),
             json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "position": 1, "number": 6,
       "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000, "polarisation": "H", "service_id": 8})"));
 }

@@ -5,10 +5,10 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "tool/convert/convert_host.h"
 
 namespace {
@@ -132,7 +132,7 @@ TEST_P(ConvertVersion, EmptyNetworksAndTranspondersAreNotCarried) {
 // What is lost in one list: the keys of the counts that are not 0.
 std::vector<std::string> lost_in(const json &report) {
   std::vector<std::string> lost;
-  for (const auto &[key, count] : report["not_carried"].items()) {
+  for (const auto &[key, count] : report["not_carried"].members()) {
     if (count != 0) {
       lost.push_back(key);
     }
@@ -144,7 +144,7 @@ TEST_P(ConvertVersion, SettingsWithoutAPlaceAreNotCarried) {
   channel_file file = plain_list();
   file.set(ch_type_at, 1, 10).set(bouquet_id_at, 2, 5);
 
-  EXPECT_EQ(lost_in(converted_json(GetParam(), file)), (std::vector<std::string>{"bouquet_id", "ch_type"}));
+  EXPECT_EQ(lost_in(converted_json(GetParam(), file)), (std::vector<std::string>{"ch_type", "bouquet_id"}));
 }
 
 TEST_P(ConvertVersion, PositionsOfFavouritesAreNotCarried) {

@@ -5,12 +5,12 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "support/channel_file.h"
 #include "tool/program.h"
 

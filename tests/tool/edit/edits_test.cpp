@@ -1,4 +1,5 @@
 // Edits change exactly the bytes that they should: files are compared byte by byte.
+#include "chlist/json/json.h"
 #include "tool/edit/edit_host.h"
 
 namespace {
@@ -219,12 +220,12 @@ TEST_F(Edits, TheJsonReportSaysTheSame) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "");
-  const auto report = nlohmann::json::parse(result.out);
+  const auto report = chlist::json::parse(result.out);
   EXPECT_EQ(report["file"], "list.dat");
   EXPECT_EQ(report["output"], "list.dat");
   EXPECT_EQ(report["dry_run"], false);
   EXPECT_EQ(report["changed"], true);
-  EXPECT_EQ(report["notes"], nlohmann::json::array({"the name is cut to 96 of its 97 bytes"}));
+  EXPECT_EQ(report["notes"], chlist::json::array({"the name is cut to 96 of its 97 bytes"}));
   EXPECT_EQ(report["differences"]["services"]["changed"].size(), 1U);
 }
 

@@ -1,4 +1,5 @@
 // `chlist fav`: favourite groups change, and nothing else.
+#include "chlist/json/json.h"
 #include "tool/edit/edit_host.h"
 
 namespace {
@@ -179,11 +180,11 @@ TEST_F(Favourites, AreListed) {
   EXPECT_EQ(run({"fav", "list", "list.dat"}).out, "group  id  name  entries\n"
                                                   "    0   0  Best        3\n"
                                                   "    1   1  Kids        1\n");
-  EXPECT_EQ(nlohmann::json::parse(run({"fav", "list", "list.dat", "--json"}).out),
-            nlohmann::json::parse(R"([{"group": 0, "id": 0, "name": "Best", "entries": 3},
+  EXPECT_EQ(chlist::json::parse(run({"fav", "list", "list.dat", "--json"}).out),
+            chlist::json::parse(R"([{"group": 0, "id": 0, "name": "Best", "entries": 3},
                                       {"group": 1, "id": 1, "name": "Kids", "entries": 1}])"));
-  EXPECT_EQ(nlohmann::json::parse(run({"fav", "list", "list.dat", "Kids", "--json"}).out),
-            nlohmann::json::parse(R"([{"position": 0, "number": 9, "minor": 0, "name": "Sport", "net_index": 1,
+  EXPECT_EQ(chlist::json::parse(run({"fav", "list", "list.dat", "Kids", "--json"}).out),
+            chlist::json::parse(R"([{"position": 0, "number": 9, "minor": 0, "name": "Sport", "net_index": 1,
                                        "network_id": 1, "ts_id": 200, "frequency": 12000000, "polarisation": "V",
                                        "service_id": 3}])"));
   expect_bytes(before.data);
@@ -196,8 +197,8 @@ TEST_F(Favourites, AreListedWithoutTheSelectorsOfTheirNames) {
   write_file(path(), before.data);
 
   expect_refused({"fav", "new", "list.dat", "docs"}, "there is a favourite group \"Docs\" already");
-  EXPECT_EQ(nlohmann::json::parse(run({"fav", "list", "list.dat", "--json"}).out)[2],
-            nlohmann::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "entries": 0})"));
+  EXPECT_EQ(chlist::json::parse(run({"fav", "list", "list.dat", "--json"}).out)[2],
+            chlist::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "entries": 0})"));
 }
 
 TEST_F(Favourites, OfOneIdAreListedButNotEdited) {

@@ -4,16 +4,16 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "support/channel_file.h"
 #include "tool/exchange/import_host.h"
 
 namespace {
 
-using nlohmann::json;
+using chlist::json;
 using test_support::channel_file;
 using test_support::read_file;
 using test_support::service_data;

@@ -4,11 +4,13 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
+#include <algorithm>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
 #include "chlist/exchange/json/list_json.h"
+#include "chlist/json/json.h"
 #include "chlist/report.h"
 #include "support/channel_file.h"
 #include "support/log_capture.h"
@@ -44,15 +46,15 @@ class ListJson : public ::testing::Test {
     return "";
   }
 
-  // The same with one value of a small list's JSON changed, or taken away.
-  std::string refusal_of(const std::string &pointer, const json &value) {
+  // The same with one value of a small list's JSON changed, or taken away. Its place is given as "/networks/0".
+  std::string refusal_of(const std::string &place, const json &value) {
     json object = json::parse(json_of(small().data));
-    object[json::json_pointer(pointer)] = value;
+    value_at(object, place) = value;
     return refusal(object.dump());
   }
   std::string refusal_without(const std::string &parent, const std::string &key) {
     json object = json::parse(json_of(small().data));
-    object[json::json_pointer(parent)].erase(key);
+    value_at(object, parent).erase(key);
     return refusal(object.dump());
   }
 
@@ -67,6 +69,15 @@ class ListJson : public ::testing::Test {
   [[nodiscard]] std::string path() const { return dir_.path() + "list.dat"; }
 
  private:
+  static json &value_at(json &object, const std::string &place) {
+    json *value = &object;
+    std::istringstream steps(place.substr(std::min<std::size_t>(place.size(), 1)));
+    for (std::string step; std::getline(steps, step, '/');) {
+      value = value->is_array() ? &(*value)[std::stoul(step)] : &(*value)[step];
+    }
+    return *value;
+  }
+
   test_support::temp_dir dir_;
   test_support::log_capture quiet_{-1};
 };

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <ctime>
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 
+#include "chlist/json/json.h"
 #include "tool/exchange/list_json_host.h"
 
 namespace {
@@ -58,7 +58,7 @@ TEST_F(ListJson, ValuesOfWrongTypesAndRangesAreNamed) {
   EXPECT_EQ(refusal_of("/version", -32769), "$.version: is no whole number within -32768..32767");
   EXPECT_EQ(refusal_of("/bouquet_id", -1), "$.bouquet_id: is no whole number within 0..65535");
   EXPECT_EQ(refusal_of("/bouquet_id", 65536), "$.bouquet_id: is no whole number within 0..65535");
-  EXPECT_EQ(refusal_of(service + "/frequency", std::uint64_t{1} << 63U),
+  EXPECT_EQ(refusal_of(service + "/frequency", json::parse("9223372036854775808")),
             at + ".frequency: is no whole number within -9223372036854775808..9223372036854775807");
   EXPECT_EQ(refusal_of(service + "/name", 5), at + ".name: is neither text nor {\"hex\": ...}");
   EXPECT_EQ(refusal_of(service + "/name", {{"hex", "0"}}),
@@ -87,15 +87,16 @@ TEST_F(ListJson, ValuesAtTheEndsOfTheirRangesAreTaken) {
 TEST_F(ListJson, ArraysEndAtTheirCapacity) {
   json object = json::parse(json_of(small().data));
   const json entry = object["vch"][0];
+  const auto entries = [&entry](std::size_t size) { return json(std::vector<json>(size, entry)); };
   constexpr std::size_t capacity = MAX_PROMO_CHANNEL;
   for (const std::size_t size : {capacity - 1, capacity}) {
-    object["promo_vch"] = json::array_t(size, entry);
+    object["promo_vch"] = entries(size);
     EXPECT_EQ(refusal(object.dump()), "");
   }
-  object["promo_vch"] = json::array_t(capacity + 1, entry);
+  object["promo_vch"] = entries(capacity + 1);
   EXPECT_EQ(refusal(object.dump()), "$.promo_vch: has 11 elements; the file holds 10");
   object["promo_vch"] = json::array();
-  object["favorite_vch"] = json::array_t(MAX_FAV + 1, json::array());
+  object["favorite_vch"] = std::vector<json>(MAX_FAV + 1, json::array());
   EXPECT_EQ(refusal(object.dump()), "$.favorite_vch: has 21 elements; the file holds 20");
 }
 
@@ -115,15 +116,15 @@ TEST_F(ListJson, AnObjectOfManyMembersTakesLittleTime) {
 TEST_F(ListJson, PatchesStayWithinTheFile) {
   const bytes file = small().data;
   json object = json::parse(json_of(file));
-  object["patches"] = {{file.size(), "ff"}};
+  object["patches"] = json::array({json::array({file.size(), "ff"})});
   EXPECT_EQ(channel_file_of_json(object.dump()), text_of(file) + '\xFF');
 
-  object["patches"] = {{file.size() + 1, "ff"}};
+  object["patches"] = json::array({json::array({file.size() + 1, "ff"})});
   EXPECT_EQ(refusal(object.dump()), "$.patches[0]: begins at " + std::to_string(file.size() + 1) +
                                         ", behind the file's end at " + std::to_string(file.size()));
-  object["patches"] = {{-1, "ff"}};
+  object["patches"] = json::array({json::array({-1, "ff"})});
   EXPECT_EQ(refusal(object.dump()), "$.patches[0][0]: is no whole number within 0..4294967295");
-  object["patches"] = {{0, "f"}};
+  object["patches"] = json::array({json::array({0, "f"})});
   EXPECT_EQ(refusal(object.dump()), "$.patches[0][1]: is no text of two hexadecimal digits for each byte");
   object["patches"] = json::array({1});
   EXPECT_EQ(refusal(object.dump()), "$.patches[0]: is no pair of an offset and hexadecimal bytes");

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "support/channel_file.h"
 #include "support/old_channel_file.h"
 #include "tool/program.h"
@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using nlohmann::json;
+using chlist::json;
 using test_support::channel_file;
 using test_support::read_file;
 using test_support::service_data;
@@ -103,7 +103,7 @@ TEST_F(Report, NamesTheGroupsOfServices) {
 
   report(file.data);
 
-  EXPECT_EQ(data()["providers"], (json{"Other", "Northlight"}));
+  EXPECT_EQ(data()["providers"], json::array({"Other", "Northlight"}));
   EXPECT_EQ(data()["services"][0][7], 1);
 }
 

@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "tool/merge/merge_host.h"
 
 namespace {
@@ -20,7 +20,7 @@ TEST_F(MergeTool, WhatCannotBeSavedAgainIsTold) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "list.dat: 4 bytes behind the last record: not saved\n");
-  EXPECT_EQ(merged_json()["findings"]["lost"], json{"4 bytes behind the last record: not saved"});
+  EXPECT_EQ(merged_json()["findings"]["lost"], json::array({"4 bytes behind the last record: not saved"}));
 }
 
 TEST_F(MergeTool, AServiceListedInNoViewIsNoFinding) {

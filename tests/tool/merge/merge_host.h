@@ -6,16 +6,16 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "support/channel_file.h"
 #include "tool/program.h"
 
 namespace merge_test {
 
-using nlohmann::json;
+using chlist::json;
 using test_support::channel_file;
 using test_support::majors;
 using test_support::read_file;

@@ -11,6 +11,7 @@
 
 namespace {
 
+using chlist::command;
 using chlist::command_help;
 using chlist::help_block;
 using chlist::help_of;
@@ -22,25 +23,27 @@ using kind = help_block::kind;
 
 class CommandHelp : public testing::Test {
  protected:
-  void SetUp() override {
-    CLI::App *copy = app.add_subcommand("copy", "Copy a list");
-    copy->add_option("FROM", text, "what to read")->required();
-    copy->add_option("TO", many, "what to write");
-    copy->add_option("-o,--order", text, "the order")->check(CLI::IsMember({"name", "number"}))->type_name("ORDER");
-    copy->add_flag("--dry-run", flag, "write nothing");
-    copy->add_subcommand("all", "Copy everything");
-  }
+  command_help copy_help() const { return help_of(program).commands.at(0); }
 
-  command_help copy_help() const { return help_of(app).commands.at(0); }
-
-  CLI::App app{"Works on lists.", "tool"};
   std::string text;
   std::vector<std::string> many;
   bool flag = false;
+  command copy = {.name = "copy",
+                  .summary = "Copy a list",
+                  .options = {{.names = "FROM", .target = &text, .about = "what to read", .is_required = true},
+                              {.names = "TO", .target = &many, .about = "what to write"},
+                              {.names = "-o,--order",
+                               .target = &text,
+                               .about = "the order",
+                               .value = "ORDER",
+                               .choices = {"name", "number"}},
+                              {.names = "--dry-run", .target = &flag, .about = "write nothing"}},
+                  .commands = {{.name = "all", .summary = "Copy everything"}}};
+  command program = {.name = "tool", .summary = "Works on lists.", .commands = {copy}};
 };
 
 TEST_F(CommandHelp, NamesACommandByItsWholePath) {
-  const command_help help = help_of(app);
+  const command_help help = help_of(program);
 
   EXPECT_EQ(help.name, "tool");
   EXPECT_EQ(help.summary, "Works on lists.");
@@ -74,7 +77,9 @@ TEST_F(CommandHelp, KnowsWhatAnOptionTakes) {
 }
 
 TEST_F(CommandHelp, TakesTheOptionsOfGroupsForTheCommand) {
-  app.get_subcommand("copy")->add_option_group("place", "where to")->add_flag("--here", flag, "in this place");
+  program.commands[0].groups = {{.name = "place",
+                                 .about = "where to",
+                                 .options = {{.names = "--here", .target = &flag, .about = "in this place"}}}};
 
   const command_help help = copy_help();
 
@@ -136,10 +141,9 @@ void expect_complete(const command_help &help) {
 }
 
 TEST(CommandPages, HaveExitCodesAndExamplesForEveryCommand) {
-  int exit_code = 0;
   int log_level = 0;
 
-  expect_complete(help_of(*chlist::command_line(exit_code, log_level)));
+  expect_complete(help_of(chlist::whole_program(log_level)));
 }
 
 }  // namespace

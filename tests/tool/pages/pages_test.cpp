@@ -128,9 +128,8 @@ TEST_F(Pages, ZshOffersAgainWhatMayBeGivenAgain) {
 
 // The help of every command and of those below it.
 std::vector<command_help> all_commands() {
-  int exit_code = 0;
   int log_level = 0;
-  std::vector<command_help> all = {chlist::help_of(*chlist::command_line(exit_code, log_level))};
+  std::vector<command_help> all = {chlist::help_of(chlist::whole_program(log_level))};
   for (std::size_t i = 0; i < all.size(); ++i) {
     const std::vector<command_help> below = all[i].commands;
     all.insert(all.end(), below.begin(), below.end());
@@ -160,9 +159,8 @@ TEST_F(Pages, OfEveryCommandOfTheToolAreCleanAndComplete) {
 }
 
 TEST_F(Pages, OfTheToolAreTakenByBothShells) {
-  int exit_code = 0;
   int log_level = 0;
-  const command_help program = chlist::help_of(*chlist::command_line(exit_code, log_level));
+  const command_help program = chlist::help_of(chlist::whole_program(log_level));
   const std::string bash = written("bash", chlist::bash_completion(program));
   const std::string zsh = written("_chlist", chlist::zsh_completion(program));
 

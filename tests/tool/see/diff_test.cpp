@@ -82,13 +82,13 @@ TEST_F(Diff, TheJsonReportNamesFieldsAndViews) {
   channel_file file = sample_list();
   const json report = json_diff(file.set(80'112 + 2, 2, 102));
 
-  EXPECT_EQ(report.at("equal"), false);
-  const json &changed = report.at("services").at("changed");
+  EXPECT_EQ(report["equal"], false);
+  const json &changed = report["services"]["changed"];
   ASSERT_EQ(changed.size(), 1U);
-  EXPECT_EQ(changed.at(0).at("name"), "News");
-  EXPECT_EQ(changed.at(0).at("service_id"), 1);
-  EXPECT_EQ(changed.at(0).at("fields"),
-            (json{{{"field", "number"}, {"view", "ALL"}, {"before", 101}, {"after", 102}}}));
+  EXPECT_EQ(changed[0]["name"], "News");
+  EXPECT_EQ(changed[0]["service_id"], 1);
+  EXPECT_EQ(changed[0]["fields"],
+            json::array({json{{"field", "number"}, {"view", "ALL"}, {"before", 101}, {"after", 102}}}));
 }
 
 TEST_F(Diff, TellsSettingsGroupsNetworksAndTheOrderOfViews) {
@@ -127,8 +127,8 @@ TEST_F(Diff, OfManyServicesThatMovedFiveAreNamed) {
                        "  ALL view: 5 services moved: \"S16\", \"S17\", \"S18\", \"S19\", \"S20\""));
   EXPECT_TRUE(has_line(diff(with_last_in_front(6)),
                        "  ALL view: 6 services moved: \"S15\", \"S16\", \"S17\", \"S18\", \"S19\" and 1 more"));
-  EXPECT_EQ(json_diff(with_last_in_front(1)).at("others").at(0).at("fields"),
-            (json{{{"field", "moved"}, {"before", json::array()}, {"after", {"S20"}}}}));
+  EXPECT_EQ(json_diff(with_last_in_front(1))["others"][0]["fields"],
+            json::array({json{{"field", "moved"}, {"before", json::array()}, {"after", json::array({"S20"})}}}));
 }
 
 TEST_F(Diff, AnEntryWithoutAServiceMovesToo) {
@@ -151,8 +151,10 @@ TEST_F(Diff, AnEntryWithoutAServiceMovesToo) {
   EXPECT_EQ(diff(with_missing_at(0, 1), 0), "no differences\n");
   EXPECT_TRUE(has_line(diff(with_missing_at(3, 1)),
                        "  ALL view: an entry without a service moved: \"4 1:1:100:11000000H:98\""));
-  EXPECT_EQ(json_diff(with_missing_at(3, 1)).at("others").at(0).at("fields"),
-            (json{{{"field", "unresolved_moved"}, {"before", json::array()}, {"after", {"4 1:1:100:11000000H:98"}}}}));
+  EXPECT_EQ(json_diff(with_missing_at(3, 1))["others"][0]["fields"],
+            json::array({json{{"field", "unresolved_moved"},
+                              {"before", json::array()},
+                              {"after", json::array({"4 1:1:100:11000000H:98"})}}}));
 
   write("list.dat", with_missing_at(0, 2));
   EXPECT_TRUE(has_line(diff(with_missing_at(3, 2)),

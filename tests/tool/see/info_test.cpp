@@ -49,26 +49,27 @@ TEST_F(Info, CountsWhatTheFileHolds) {
 TEST_F(Info, TheJsonReportNamesEverything) {
   const json report = json_of({"info", "list.dat", "--json"});
 
-  EXPECT_EQ(report.at("file"), "list.dat");
-  EXPECT_EQ(report.at("version"), 10);
-  EXPECT_EQ(report.at("is_current"), true);
-  EXPECT_EQ(report.at("bytes"), sample_list().data.size());
-  EXPECT_EQ(report.at("settings"), (json{{"use_tuner", nullptr},
-                                         {"ch_type", 0},
-                                         {"bouquet_id", nullptr},
-                                         {"current_view", "all"},
-                                         {"group_kind", "all"},
-                                         {"group_id", nullptr},
-                                         {"net_index", nullptr},
-                                         {"service_type", 1}}));
-  EXPECT_EQ(report.at("views").size(), 25U);
-  EXPECT_EQ(report.at("views").at(1), (json{{"view", "TV"}, {"count", 2}, {"capacity", 4000}}));
-  EXPECT_EQ(report.at("groups").at(0).at("groups"), (json{{{"id", 0}, {"name", "BBC"}}, {{"id", 3}, {"name", "Sky"}}}));
-  EXPECT_EQ(report.at("services").at("total"), 3);
-  EXPECT_EQ(report.at("services").at("by_type").at(1), (json{{"service_type", 2}, {"type", "radio"}, {"services", 1}}));
-  EXPECT_EQ(report.at("services").at("locked"), 1);
-  EXPECT_EQ(report.at("networks").at(0).at("services"), 3);
-  EXPECT_EQ(report.at("networks").at(0).at("transponders").at(1),
+  EXPECT_EQ(report["file"], "list.dat");
+  EXPECT_EQ(report["version"], 10);
+  EXPECT_EQ(report["is_current"], true);
+  EXPECT_EQ(report["bytes"], sample_list().data.size());
+  EXPECT_EQ(report["settings"], (json{{"use_tuner", nullptr},
+                                      {"ch_type", 0},
+                                      {"bouquet_id", nullptr},
+                                      {"current_view", "all"},
+                                      {"group_kind", "all"},
+                                      {"group_id", nullptr},
+                                      {"net_index", nullptr},
+                                      {"service_type", 1}}));
+  EXPECT_EQ(report["views"].size(), 25U);
+  EXPECT_EQ(report["views"][1], (json{{"view", "TV"}, {"count", 2}, {"capacity", 4000}}));
+  EXPECT_EQ(report["groups"][0]["groups"],
+            json::array({json{{"id", 0}, {"name", "BBC"}}, json{{"id", 3}, {"name", "Sky"}}}));
+  EXPECT_EQ(report["services"]["total"], 3);
+  EXPECT_EQ(report["services"]["by_type"][1], (json{{"service_type", 2}, {"type", "radio"}, {"services", 1}}));
+  EXPECT_EQ(report["services"]["locked"], 1);
+  EXPECT_EQ(report["networks"][0]["services"], 3);
+  EXPECT_EQ(report["networks"][0]["transponders"][1],
             (json{{"ts_id", 101}, {"frequency", 11'727'480}, {"polarisation", "V"}, {"services", 1}}));
 }
 
@@ -100,10 +101,10 @@ TEST_P(InfoOfEarlierVersions, SaysTheSameAndHowToConvert) {
   const json report = json_of({"info", "old.dat", "--json"});
 
   EXPECT_TRUE(has_line(text, "An earlier version: chlist convert makes it current.")) << text;
-  EXPECT_EQ(report.at("version"), GetParam().number);
-  EXPECT_EQ(report.at("is_current"), false);
+  EXPECT_EQ(report["version"], GetParam().number);
+  EXPECT_EQ(report["is_current"], false);
   for (const char *part : {"settings", "views", "groups", "services", "networks"}) {
-    EXPECT_EQ(report.at(part), current.at(part)) << part;
+    EXPECT_EQ(report[part], current[part]) << part;
   }
 }
 

@@ -20,8 +20,8 @@ class List : public see_host {
     more.insert(more.end(), {"--columns", "name", "--json"});
     std::vector<std::string> found;
     const json report = json::parse(list(more));
-    for (const json &entry : report.at("entries")) {
-      found.push_back(entry.at("name").is_null() ? "-" : entry.at("name").get<std::string>());
+    for (const json &entry : report["entries"].elements()) {
+      found.push_back(entry["name"].is_null() ? "-" : entry["name"].as_string());
     }
     return found;
   }
@@ -123,13 +123,13 @@ TEST_F(List, CsvAndJsonHaveAllColumns) {
   const std::string csv = list({"--format", "csv"});
   EXPECT_TRUE(csv.starts_with("position,number,minor,name,short_name,")) << csv;
   const json report = json::parse(list({"--format", "json"}));
-  EXPECT_EQ(report.at("file"), "list.dat");
-  EXPECT_EQ(report.at("view"), "all");
-  const json &entry = report.at("entries").at(2);
-  EXPECT_EQ(entry.at("name"), music_name);
-  EXPECT_EQ(entry.at("frequency"), 11'727'480);
-  EXPECT_EQ(entry.at("locked"), false);
-  EXPECT_EQ(entry.at("genre"), nullptr);
+  EXPECT_EQ(report["file"], "list.dat");
+  EXPECT_EQ(report["view"], "all");
+  const json &entry = report["entries"][2];
+  EXPECT_EQ(entry["name"], music_name);
+  EXPECT_EQ(entry["frequency"], 11'727'480);
+  EXPECT_EQ(entry["locked"], false);
+  EXPECT_EQ(entry["genre"], nullptr);
   EXPECT_EQ(entry.size(), static_cast<std::size_t>(std::ranges::count(csv.substr(0, csv.find('\r')), ',')) + 1);
   EXPECT_EQ(list({"--json"}), list({"--format", "json"}));
 }

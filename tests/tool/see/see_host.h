@@ -3,16 +3,16 @@
 
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "chlist/json/json.h"
 #include "support/channel_file.h"
 #include "tool/program.h"
 
 namespace see_test {
 
-using nlohmann::json;
+using chlist::json;
 using test_support::channel_file;
 using test_support::record_kind;
 using test_support::service_data;

@@ -57,30 +57,30 @@ TEST_F(Show, TellsFieldsPlaceAndEntries) {
 TEST_F(Show, TheJsonReportSaysTheSame) {
   const json report = json_of({"show", "list.dat", "Films", "--json"});
 
-  EXPECT_EQ(report.at("file"), "list.dat");
-  EXPECT_EQ(report.at("service").at("identity"), "1:1:100:11000000H:2");
-  EXPECT_EQ(report.at("service").at("provider"), "Sky");
-  EXPECT_EQ(report.at("service").at("locked"), true);
-  EXPECT_FALSE(report.at("service").contains("number"));
-  EXPECT_EQ(report.at("transponder"),
+  EXPECT_EQ(report["file"], "list.dat");
+  EXPECT_EQ(report["service"]["identity"], "1:1:100:11000000H:2");
+  EXPECT_EQ(report["service"]["provider"], "Sky");
+  EXPECT_EQ(report["service"]["locked"], true);
+  EXPECT_FALSE(report["service"].contains("number"));
+  EXPECT_EQ(report["transponder"],
             (json{{"ts_id", 100}, {"frequency", 11'000'000}, {"polarisation", "H"}, {"services", 2}}));
-  EXPECT_EQ(report.at("network"), (json{{"net_index", 1}, {"network_id", 1}, {"name", "Astra"}, {"transponders", 2}}));
-  ASSERT_EQ(report.at("entries").size(), 3U);
-  EXPECT_EQ(report.at("entries").at(2), (json{{"view", "favourites"},
-                                              {"group", 0},
-                                              {"group_name", "Best"},
-                                              {"position", 0},
-                                              {"number", 12},
-                                              {"minor", 0},
-                                              {"tag", 0},
-                                              {"favourite_key", 1}}));
+  EXPECT_EQ(report["network"], (json{{"net_index", 1}, {"network_id", 1}, {"name", "Astra"}, {"transponders", 2}}));
+  ASSERT_EQ(report["entries"].size(), 3U);
+  EXPECT_EQ(report["entries"][2], (json{{"view", "favourites"},
+                                        {"group", 0},
+                                        {"group_name", "Best"},
+                                        {"position", 0},
+                                        {"number", 12},
+                                        {"minor", 0},
+                                        {"tag", 0},
+                                        {"favourite_key", 1}}));
 }
 
 TEST_F(Show, TakesNumbersOfAViewNamesAndIdentities) {
   const auto shown = [this](const std::vector<std::string> &more) {
     std::vector<std::string> arguments = {"show", "list.dat", "--json"};
     arguments.insert(arguments.end(), more.begin(), more.end());
-    return json_of(arguments).at("service").at("name").get<std::string>();
+    return json_of(arguments)["service"]["name"].as_string();
   };
   EXPECT_EQ(shown({"101"}), "News");
   EXPECT_EQ(shown({"1", "--view", "radio"}), music.name);
@@ -94,7 +94,7 @@ TEST_F(Show, AServiceInNoViewIsShown) {
   write("list.dat", file.service(news));
   const std::string text = output_of({"show", "list.dat", "News"});
   EXPECT_TRUE(has_line(text, "In no view.")) << text;
-  EXPECT_EQ(json_of({"show", "list.dat", "News", "--json"}).at("entries"), json::array());
+  EXPECT_EQ(json_of({"show", "list.dat", "News", "--json"})["entries"], json::array());
 }
 
 TEST_F(Show, WhatIsNotOneServiceIsRefused) {

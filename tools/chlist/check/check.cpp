@@ -1,5 +1,5 @@
 // `chlist check`: reads the bytes, whatever they are, and prints the findings.
-#include "chlist/check/check.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -18,9 +18,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Say what is wrong with a channel file, and what a receiver does with it";
+constexpr const char *check_summary = "Say what is wrong with a channel file, and what a receiver does with it";
 
-constexpr const char *details =
+constexpr const char *check_details =
     "Damaged files are looked at as far as their counts lead, also those that a receiver refuses. Each finding has "
     "its\n"
     "place in the file and its consequence:\n"
@@ -130,14 +130,18 @@ int run_check(const check_options &options) {
 
 }  // namespace
 
-void add_check(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("check", description);
-  command->footer(details);
+command check_command() {
   auto options = std::make_shared<check_options>();
-  command->add_option("FILE", options->file, "the channel file to look at")->required();
-  command->add_flag("--all", options->shows_all, "show every finding, not only the first ten of each kind");
-  command->add_flag("--json", options->as_json, "report as JSON");
-  command->callback([options, &exit_code] { exit_code = run_check(*options); });
+  return {.name = "check",
+          .summary = check_summary,
+          .details = check_details,
+          .options =
+              {{.names = "FILE", .target = &options->file, .about = "the channel file to look at", .is_required = true},
+               {.names = "--all",
+                .target = &options->shows_all,
+                .about = "show every finding, not only the first ten of each kind"},
+               {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+          .run = [options] { return run_check(*options); }};
 }
 
 }  // namespace chlist

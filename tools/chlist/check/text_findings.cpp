@@ -104,7 +104,7 @@ struct text_table_of_groups {
   std::string_view length_is_for;
 };
 
-void check_groups(const framed_list &framed, finding_list &findings) {
+void check_group_texts(const framed_list &framed, finding_list &findings) {
   constexpr std::string_view unused = "none: the name is shown up to its zero byte";
   const text_table_of_groups tables[] = {
       {"provider", channel::provider_table(),
@@ -124,7 +124,7 @@ void check_groups(const framed_list &framed, finding_list &findings) {
   }
 }
 
-void check_networks(const framed_list &framed, finding_list &findings) {
+void check_network_texts(const framed_list &framed, finding_list &findings) {
   for (const framed_record<network_ch_st> &network : framed.networks()) {
     const network_ch_st &record = *network.record;
     check_name({fmt::format("the name of network {} (net {}, network {})", shown(text_of(record.network_name)),
@@ -137,8 +137,8 @@ void check_networks(const framed_list &framed, finding_list &findings) {
 }  // namespace
 
 void check_texts(const framed_list &framed, finding_list &findings) {
-  check_groups(framed, findings);
-  check_networks(framed, findings);
+  check_group_texts(framed, findings);
+  check_network_texts(framed, findings);
   check_services(framed, findings);
 }
 

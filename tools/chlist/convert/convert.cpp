@@ -1,5 +1,5 @@
 // `chlist convert`: converts the file, saves the list, says what was carried and what was not.
-#include "chlist/convert/convert.h"
+#include "chlist/commands.h"
 
 #include <channel/views.h>
 #include <fmt/format.h>
@@ -20,9 +20,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Make a channel file of version 10 from one of version 7, 8 or 9";
+constexpr const char *convert_summary = "Make a channel file of version 10 from one of version 7, 8 or 9";
 
-constexpr const char *details =
+constexpr const char *convert_details =
     "The version is read from the file. The library converts the settings, groups, views and services field by field;\n"
     "what version 10 has no place for is counted under 'Not carried'. OLD is only read. NEW is replaced as a whole or\n"
     "not at all, and cannot be OLD itself.\n"
@@ -99,14 +99,16 @@ constexpr new_list_road<conversion> road = {convert, json_of_result, print_resul
 
 }  // namespace
 
-void add_convert(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("convert", description);
-  command->footer(details);
+command convert_command() {
   auto options = std::make_shared<new_list_options>();
-  command->add_option("OLD", options->input, "the channel file to read")->required();
-  command->add_option("NEW", options->output, "the channel file to write")->required();
-  command->add_flag("--json", options->as_json, "report as JSON, findings included");
-  command->callback([options, &exit_code] { exit_code = make_new_list(*options, road); });
+  return {.name = "convert",
+          .summary = convert_summary,
+          .details = convert_details,
+          .options =
+              {{.names = "OLD", .target = &options->input, .about = "the channel file to read", .is_required = true},
+               {.names = "NEW", .target = &options->output, .about = "the channel file to write", .is_required = true},
+               {.names = "--json", .target = &options->as_json, .about = "report as JSON, findings included"}},
+          .run = [options] { return make_new_list(*options, road); }};
 }
 
 }  // namespace chlist

@@ -101,18 +101,24 @@ void report(const edit_options &options, const edit_result &result) {
 
 }  // namespace
 
-CLI::App *add_edit_command(CLI::App &app, const char *name, const char *description, edit_options &options) {
-  CLI::App *command = app.add_subcommand(name, description);
-  command->add_option("FILE", options.file, "the channel file")->required();
-  return command;
-}
-
-void finish_edit_command(CLI::App &command, edit_options &options, const std::string &details, const char *examples) {
-  command.add_option("-o,--output", options.output, "the channel file to write instead of FILE")->type_name("OUT");
-  command.add_flag("--dry-run", options.is_dry_run, "show what would change; write nothing");
-  command.add_flag("--no-backup", options.leaves_no_backup, "do not keep the previous file as FILE.bak");
-  command.add_flag("--json", options.as_json, "report as JSON, notes included");
-  command.footer(fmt::format("{}\n{}Examples:\n{}", details, common_details, examples));
+command edit_command(const edit_row &row, edit_options &options) {
+  std::vector<option> all = {
+      {.names = "FILE", .target = &options.file, .about = "the channel file", .is_required = true}};
+  all.insert(all.end(), row.options.begin(), row.options.end());
+  all.insert(all.end(),
+             {{.names = "-o,--output",
+               .target = &options.output,
+               .about = "the channel file to write instead of FILE",
+               .value = "OUT"},
+              {.names = "--dry-run", .target = &options.is_dry_run, .about = "show what would change; write nothing"},
+              {.names = "--no-backup",
+               .target = &options.leaves_no_backup,
+               .about = "do not keep the previous file as FILE.bak"},
+              {.names = "--json", .target = &options.as_json, .about = "report as JSON, notes included"}});
+  return {.name = row.name,
+          .summary = row.summary,
+          .details = fmt::format("{}\n{}Examples:\n{}", row.details, common_details, row.examples),
+          .options = all};
 }
 
 // No backup is made of what will not be replaced. The backup replaces neither the input nor, by way of a link, the file

@@ -1,11 +1,12 @@
 // The road that every edit of a channel file takes: load, apply, compare, save, report.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "chlist/command_line.h"
 
 namespace chlist {
 
@@ -26,10 +27,18 @@ using edit_notes = std::vector<std::string>;
 // saved then.
 using list_edit = std::function<void(edit_notes &notes)>;
 
-// Adds a subcommand: FILE first, which the options of the edit follow, and what all edits have in common behind them.
-// The help of every edit ends with the same exit codes, and with its own examples.
-CLI::App *add_edit_command(CLI::App &app, const char *name, const char *description, edit_options &options);
-void finish_edit_command(CLI::App &command, edit_options &options, const std::string &details, const char *examples);
+// What an edit has of its own.
+struct edit_row {
+  const char *name;
+  const char *summary;
+  std::string details;
+  const char *examples;
+  std::vector<option> options;
+};
+
+// Its command, which does not run yet: FILE comes first, what all edits have in common behind its own options. The help
+// of every edit ends with the same exit codes, and with its own examples.
+command edit_command(const edit_row &row, edit_options &options);
 
 // Returns the exit code.
 int run_edit(const edit_options &options, const list_edit &apply);

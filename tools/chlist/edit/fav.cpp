@@ -6,8 +6,8 @@
 #include <memory>
 #include <stdexcept>
 
-#include "chlist/edit/edit_commands.h"
-#include "chlist/edit/fav_list.h"
+#include "chlist/commands.h"
+#include "chlist/edit/edit_session.h"
 #include "chlist/edit/favourite_groups.h"
 #include "chlist/edit/placement.h"
 
@@ -23,7 +23,7 @@ struct fav_options : edit_options {
 };
 
 // One subcommand: what it edits, and which arguments it has.
-struct fav_command {
+struct fav_edit {
   const char *name;
   const char *about;
   bool has_group;
@@ -125,63 +125,77 @@ void move_in_group(const fav_options &options, edit_notes &notes) {
   current.follow();
 }
 
-constexpr fav_command fav_commands[] = {
-    {"new", "Add a favourite group", false, true, fav_command::none,
+constexpr fav_edit fav_edits[] = {
+    {"new", "Add a favourite group", false, true, fav_edit::none,
      "The group is empty and comes behind the others: at most 20, each with a name of its own of at most 95 bytes.\n",
      "  chlist fav new channels.dat Films", new_group},
-    {"add", "Add services to a favourite group", true, false, fav_command::some,
+    {"add", "Add services to a favourite group", true, false, fav_edit::some,
      "Services come to the end of the group, at most 40 in all, with the numbers that they have in ALL. One that is "
      "in\n"
      "the group already stays where it is, with a note.\n",
      "  chlist fav add channels.dat Films 7 \"Film Club\"", add_services},
-    {"remove", "Remove services from a favourite group", true, false, fav_command::some,
+    {"remove", "Remove services from a favourite group", true, false, fav_edit::some,
      "The services stay in the list. The numbers and position keys of the others stay as they are, unless "
      "--close-gaps\n"
      "lowers each that is greater than the removed one's by one. Numbers on the command line are those of the group.\n",
      "  chlist fav remove channels.dat Films 7\n"
      "  chlist fav remove channels.dat Films 7 --close-gaps",
      remove_services},
-    {"move", "Move services in a favourite group, or the group", true, false, fav_command::any,
+    {"move", "Move services in a favourite group, or the group", true, false, fav_edit::any,
      "Numbers and position keys stay with the entries. Without a SERVICE the group itself moves --to a position among\n"
      "the groups, 0 to 19; a receiver whose current view is a group goes on showing the same one.\n",
      "  chlist fav move channels.dat Films 7 12 --to 0\n"
      "  chlist fav move channels.dat Films --to 0",
      move_in_group},
-    {"rename", "Give a favourite group another name", true, true, fav_command::none,
+    {"rename", "Give a favourite group another name", true, true, fav_edit::none,
      "A name has at most 95 bytes and belongs to one group, whatever its case.\n",
      "  chlist fav rename channels.dat Films Movies", rename_group},
-    {"delete", "Delete a favourite group", true, false, fav_command::none,
+    {"delete", "Delete a favourite group", true, false, fav_edit::none,
      "Its services stay in the list. The groups behind it move up by one; a receiver whose current view is a group "
      "goes\n"
      "on showing the same one, or ALL when it is this one.\n",
      "  chlist fav delete channels.dat Films", delete_group},
 };
 
-void add_fav_command(CLI::App &fav, int &exit_code, const fav_command &which) {
-  auto options = std::make_shared<fav_options>();
-  CLI::App *command = add_edit_command(fav, which.name, which.about, *options);
+std::vector<option> options_of(const fav_edit &which, fav_options &options) {
+  std::vector<option> own;
   if (which.has_group) {
-    command->add_option("GROUP", options->group, "the group: its name, or its position, 0 to 19")->required();
+    own.push_back({.names = "GROUP",
+                   .target = &options.group,
+                   .about = "the group: its name, or its position, 0 to 19",
+                   .is_required = true});
   }
   if (which.has_name) {
-    command->add_option("NAME", options->name, "the group's new name")->required();
+    own.push_back({.names = "NAME", .target = &options.name, .about = "the group's new name", .is_required = true});
   }
-  if (which.services != fav_command::none) {
-    command->add_option("SERVICE", options->services, "the services")->required(which.services == fav_command::some);
-  }
-  if (which.apply == move_in_group) {
-    add_placement_options(*command, options->place);
+  if (which.services != fav_edit::none) {
+    own.push_back({.names = "SERVICE",
+                   .target = &options.services,
+                   .about = "the services",
+                   .is_required = which.services == fav_edit::some});
   }
   if (which.apply == remove_services) {
-    command->add_flag("--close-gaps", options->closes_gaps, "lower the numbers and position keys behind the removed");
+    own.push_back({.names = "--close-gaps",
+                   .target = &options.closes_gaps,
+                   .about = "lower the numbers and position keys behind the removed"});
   }
-  finish_edit_command(*command, *options, which.details, which.examples);
-  command->callback([options, &which, &exit_code] {
-    exit_code = run_edit(*options, [&](edit_notes &notes) { which.apply(*options, notes); });
-  });
+  return own;
 }
 
-}  // namespace
+command command_for(const fav_edit &which) {
+  auto options = std::make_shared<fav_options>();
+  command edit = edit_command({.name = which.name,
+                               .summary = which.about,
+                               .details = which.details,
+                               .examples = which.examples,
+                               .options = options_of(which, *options)},
+                              *options);
+  if (which.apply == move_in_group) {
+    edit.groups = {placement_options(options->place)};
+  }
+  edit.run = [options, &which] { return run_edit(*options, [&](edit_notes &notes) { which.apply(*options, notes); }); };
+  return edit;
+}
 
 constexpr const char *fav_details =
     "A list has up to 20 favourite groups of up to 40 services each. Each command has a help of its own.\n"
@@ -196,15 +210,15 @@ constexpr const char *fav_details =
     "  chlist fav add channels.dat Films 12 \"News HD\"\n"
     "  chlist fav list channels.dat";
 
-void add_fav(CLI::App &app, int &exit_code) {
-  CLI::App *fav = app.add_subcommand("fav", "Show and edit favourite groups");
-  fav->require_subcommand(1);
-  for (const fav_command &each : fav_commands) {
-    add_fav_command(*fav, exit_code, each);
+}  // namespace
+
+command fav_command() {
+  command fav = {.name = "fav", .summary = "Show and edit favourite groups", .details = fav_details};
+  for (const fav_edit &each : fav_edits) {
+    fav.commands.push_back(command_for(each));
   }
-  add_fav_list(*fav, exit_code);
-  // The commands would take it over if it came before them.
-  fav->footer(fav_details);
+  fav.commands.push_back(fav_list_command());
+  return fav;
 }
 
 }  // namespace chlist

@@ -1,5 +1,5 @@
 // The one command on favourites that changes nothing.
-#include "chlist/edit/fav_list.h"
+#include "chlist/commands.h"
 
 #include <channel/favourites.h>
 #include <channel/views.h>
@@ -22,7 +22,7 @@
 namespace chlist {
 namespace {
 
-constexpr const char *details =
+constexpr const char *fav_list_details =
     "Without GROUP, the groups with their positions, ids, names and numbers of entries; with GROUP, its entries.\n"
     "\n"
     "Exit codes:\n"
@@ -70,10 +70,10 @@ json json_of_entries(const favourites &group) {
 // Objects with the same keys, as a table under them.
 std::string table_of(const json &rows, std::vector<text_table::column> columns) {
   text_table table(std::move(columns));
-  for (const json &row : rows) {
+  for (const json &row : rows.elements()) {
     std::vector<std::string> cells;
-    for (const json &cell : row) {
-      cells.push_back(harmless(text_of_value(cell)));
+    for (const json::member &field : row.members()) {
+      cells.push_back(harmless(text_of_value(field.value)));
     }
     table.add(std::move(cells));
   }
@@ -109,14 +109,17 @@ int list_favourites(const fav_list_options &options) {
 
 }  // namespace
 
-void add_fav_list(CLI::App &fav, int &exit_code) {
-  CLI::App *command = fav.add_subcommand("list", "Show favourite groups");
-  command->footer(details);
+command fav_list_command() {
   auto options = std::make_shared<fav_list_options>();
-  command->add_option("FILE", options->file, "the channel file")->required();
-  command->add_option("GROUP", options->group, "the group: its name, or its position, 0 to 19");
-  command->add_flag("--json", options->as_json, "print JSON");
-  command->callback([options, &exit_code] { exit_code = list_favourites(*options); });
+  return {.name = "list",
+          .summary = "Show favourite groups",
+          .details = fav_list_details,
+          .options = {{.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true},
+                      {.names = "GROUP",
+                       .target = &options->group,
+                       .about = "the group: its name, or its position, 0 to 19"},
+                      {.names = "--json", .target = &options->as_json, .about = "print JSON"}},
+          .run = [options] { return list_favourites(*options); }};
 }
 
 }  // namespace chlist

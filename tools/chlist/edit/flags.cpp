@@ -3,7 +3,8 @@
 
 #include <memory>
 
-#include "chlist/edit/edit_commands.h"
+#include "chlist/commands.h"
+#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 
 namespace chlist {
@@ -17,18 +18,18 @@ struct flag_command {
   const char *examples;
 };
 
-constexpr const char *details = "The flag belongs to the service: it shows in all views.\n";
+constexpr const char *flag_details = "The flag belongs to the service: it shows in all views.\n";
 
-constexpr flag_command lock_command = {"lock", "Lock services: a receiver asks for its code", CHANNEL_FLAG_LOCKED, true,
-                                       "  chlist lock channels.dat 7 \"Late Films\"\n"
-                                       "  chlist lock channels.dat 7 --off"};
-constexpr flag_command unlock_command = {"unlock", "Take the lock off services", CHANNEL_FLAG_LOCKED, false,
-                                         "  chlist unlock channels.dat 7 --dry-run"};
-constexpr flag_command skip_command = {"skip", "Pass over services when zapping", CHANNEL_FLAG_SKIP, true,
-                                       "  chlist skip channels.dat 7 \"Shopping\"\n"
-                                       "  chlist skip channels.dat 7 --off"};
-constexpr flag_command unskip_command = {"unskip", "Stop at services again when zapping", CHANNEL_FLAG_SKIP, false,
-                                         "  chlist unskip channels.dat 7 --dry-run"};
+constexpr flag_command locking = {"lock", "Lock services: a receiver asks for its code", CHANNEL_FLAG_LOCKED, true,
+                                  "  chlist lock channels.dat 7 \"Late Films\"\n"
+                                  "  chlist lock channels.dat 7 --off"};
+constexpr flag_command unlocking = {"unlock", "Take the lock off services", CHANNEL_FLAG_LOCKED, false,
+                                    "  chlist unlock channels.dat 7 --dry-run"};
+constexpr flag_command skipping = {"skip", "Pass over services when zapping", CHANNEL_FLAG_SKIP, true,
+                                   "  chlist skip channels.dat 7 \"Shopping\"\n"
+                                   "  chlist skip channels.dat 7 --off"};
+constexpr flag_command unskipping = {"unskip", "Stop at services again when zapping", CHANNEL_FLAG_SKIP, false,
+                                     "  chlist unskip channels.dat 7 --dry-run"};
 
 struct flag_options : edit_options {
   std::vector<std::string> services;
@@ -44,24 +45,30 @@ void set_flags(const flag_options &options, const flag_command &which, edit_note
   }
 }
 
-void add_flag_command(CLI::App &app, int &exit_code, const flag_command &which) {
+command command_for(const flag_command &which) {
   auto options = std::make_shared<flag_options>();
-  CLI::App *command = add_edit_command(app, which.name, which.about, *options);
-  command->add_option("SERVICE", options->services, "the services")->required();
+  command edit = edit_command(
+      {.name = which.name,
+       .summary = which.about,
+       .details = flag_details,
+       .examples = which.examples,
+       .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true}}},
+      *options);
   if (which.sets) {
-    command->add_flag("--off", options->is_off, "take the flag away instead");
+    edit.options.insert(edit.options.begin() + 2,
+                        {.names = "--off", .target = &options->is_off, .about = "take the flag away instead"});
   }
-  finish_edit_command(*command, *options, details, which.examples);
-  command->callback([options, &which, &exit_code] {
-    exit_code = run_edit(*options, [&](edit_notes &notes) { set_flags(*options, which, notes); });
-  });
+  edit.run = [options, &which] {
+    return run_edit(*options, [&](edit_notes &notes) { set_flags(*options, which, notes); });
+  };
+  return edit;
 }
 
 }  // namespace
 
-void add_lock(CLI::App &app, int &exit_code) { add_flag_command(app, exit_code, lock_command); }
-void add_unlock(CLI::App &app, int &exit_code) { add_flag_command(app, exit_code, unlock_command); }
-void add_skip(CLI::App &app, int &exit_code) { add_flag_command(app, exit_code, skip_command); }
-void add_unskip(CLI::App &app, int &exit_code) { add_flag_command(app, exit_code, unskip_command); }
+command lock_command() { return command_for(locking); }
+command unlock_command() { return command_for(unlocking); }
+command skip_command() { return command_for(skipping); }
+command unskip_command() { return command_for(unskipping); }
 
 }  // namespace chlist

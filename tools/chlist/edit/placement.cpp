@@ -98,12 +98,14 @@ bool move_entry(std::int8_t view, int destination, int source) {
 
 }  // namespace
 
-void add_placement_options(CLI::App &command, placement &place) {
-  CLI::Option_group *group = command.add_option_group("place", "where to; one of these");
-  group->add_option("--before", place.before, "in front of this service")->type_name("SERVICE");
-  group->add_option("--after", place.after, "behind this service")->type_name("SERVICE");
-  group->add_option("--to", place.to, "to this position, counted from 0")->type_name("POSITION");
-  group->require_option(1);
+option_group placement_options(placement &place) {
+  return {
+      .name = "place",
+      .about = "where to; one of these",
+      .options = {
+          {.names = "--before", .target = &place.before, .about = "in front of this service", .value = "SERVICE"},
+          {.names = "--after", .target = &place.after, .about = "behind this service", .value = "SERVICE"},
+          {.names = "--to", .target = &place.to, .about = "to this position, counted from 0", .value = "POSITION"}}};
 }
 
 void move_services(std::int8_t view, const std::vector<channel_st *> &services, const placement &place) {

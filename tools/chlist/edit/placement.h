@@ -1,12 +1,12 @@
 // Where in a view services are moved to: in front of another one, behind it, or to a position.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "chlist/command_line.h"
 #include "chlist/edit/edited_services.h"
 
 namespace chlist {
@@ -18,7 +18,7 @@ struct placement {
 };
 
 // --before, --after and --to; one of them is required.
-void add_placement_options(CLI::App &command, placement &place);
+option_group placement_options(placement &place);
 
 // Moves the services' entries to their place, one after another, in the order in which they are given. Throws when a
 // service has no entry in the view, or the place is not there.

@@ -3,18 +3,19 @@
 
 #include <memory>
 
-#include "chlist/edit/edit_commands.h"
+#include "chlist/commands.h"
+#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 
 namespace chlist {
 namespace {
 
-constexpr const char *details =
+constexpr const char *remove_details =
     "A service goes with its entries in all views and favourite groups. The numbers of the others stay as they are;\n"
     "its network, its transponder and its provider stay as well, even when they have no service left.\n";
 
-constexpr const char *examples = "  chlist remove channels.dat \"Shopping 24\" 7-2\n"
-                                 "  chlist remove channels.dat 1:2:3:11727480H:5 -o smaller.dat";
+constexpr const char *remove_examples = "  chlist remove channels.dat \"Shopping 24\" 7-2\n"
+                                        "  chlist remove channels.dat 1:2:3:11727480H:5 -o smaller.dat";
 
 struct remove_options : edit_options {
   std::vector<std::string> services;
@@ -39,18 +40,23 @@ void remove_service(const channel_st &service) {
 
 }  // namespace
 
-void add_remove(CLI::App &app, int &exit_code) {
+command remove_command() {
   auto options = std::make_shared<remove_options>();
-  CLI::App *command = add_edit_command(app, "remove", "Remove services from the list", *options);
-  command->add_option("SERVICE", options->services, "the services")->required();
-  finish_edit_command(*command, *options, details, examples);
-  command->callback([options, &exit_code] {
-    exit_code = run_edit(*options, [&](edit_notes &notes) {
+  command edit = edit_command(
+      {.name = "remove",
+       .summary = "Remove services from the list",
+       .details = remove_details,
+       .examples = remove_examples,
+       .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true}}},
+      *options);
+  edit.run = [options] {
+    return run_edit(*options, [&](edit_notes &notes) {
       for (const channel_st *service : editable_services(options->services, notes)) {
         remove_service(*service);
       }
     });
-  });
+  };
+  return edit;
 }
 
 }  // namespace chlist

@@ -5,19 +5,21 @@
 #include <memory>
 #include <stdexcept>
 
-#include "chlist/edit/edit_commands.h"
+#include "chlist/commands.h"
+#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/exchange/list_builder.h"
 
 namespace chlist {
 namespace {
 
-constexpr const char *details = "The name is replaced; one that is longer than the 96 bytes that a list holds is cut "
-                                "in front of a character, with\n"
-                                "a note. All views show the service's one name, so nothing else follows.\n";
+constexpr const char *rename_details =
+    "The name is replaced; one that is longer than the 96 bytes that a list holds is cut "
+    "in front of a character, with\n"
+    "a note. All views show the service's one name, so nothing else follows.\n";
 
-constexpr const char *examples = "  chlist rename channels.dat 7 \"News HD\"\n"
-                                 "  chlist rename channels.dat \"News HD\" News --short --dry-run";
+constexpr const char *rename_examples = "  chlist rename channels.dat 7 \"News HD\"\n"
+                                        "  chlist rename channels.dat \"News HD\" News --short --dry-run";
 
 struct rename_options : edit_options {
   std::string service;
@@ -45,15 +47,21 @@ void rename(const rename_options &options, edit_notes &notes) {
 
 }  // namespace
 
-void add_rename(CLI::App &app, int &exit_code) {
+command rename_command() {
   auto options = std::make_shared<rename_options>();
-  CLI::App *command = add_edit_command(app, "rename", "Give a service another name", *options);
-  command->add_option("SERVICE", options->service, "the service")->required();
-  command->add_option("NAME", options->name, "its new name")->required();
-  command->add_flag("--short", options->is_short, "the second, short name instead of the first");
-  finish_edit_command(*command, *options, details, examples);
-  command->callback(
-      [options, &exit_code] { exit_code = run_edit(*options, [&](edit_notes &notes) { rename(*options, notes); }); });
+  command edit = edit_command(
+      {.name = "rename",
+       .summary = "Give a service another name",
+       .details = rename_details,
+       .examples = rename_examples,
+       .options = {{.names = "SERVICE", .target = &options->service, .about = "the service", .is_required = true},
+                   {.names = "NAME", .target = &options->name, .about = "its new name", .is_required = true},
+                   {.names = "--short",
+                    .target = &options->is_short,
+                    .about = "the second, short name instead of the first"}}},
+      *options);
+  edit.run = [options] { return run_edit(*options, [&](edit_notes &notes) { rename(*options, notes); }); };
+  return edit;
 }
 
 }  // namespace chlist

@@ -7,7 +7,8 @@
 #include <optional>
 #include <stdexcept>
 
-#include "chlist/edit/edit_commands.h"
+#include "chlist/commands.h"
+#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/renumbering.h"
 #include "chlist/service/selection.h"
@@ -15,7 +16,7 @@
 namespace chlist {
 namespace {
 
-constexpr const char *details =
+constexpr const char *renumber_details =
     "Every view and favourite group keeps numbers of its own. With --view only those of the views named change; "
     "without\n"
     "it the service's number in ALL changes, and with it, in every other view and favourite group, each entry of the\n"
@@ -31,9 +32,9 @@ constexpr const char *details =
     "new\n"
     "numbers the other views follow in the same way.\n";
 
-constexpr const char *examples = "  chlist renumber channels.dat \"News HD\" 1 --swap\n"
-                                 "  chlist renumber channels.dat 12 5-1 --shift --view tv\n"
-                                 "  chlist renumber channels.dat --from 1";
+constexpr const char *renumber_examples = "  chlist renumber channels.dat \"News HD\" 1 --swap\n"
+                                          "  chlist renumber channels.dat 12 5-1 --shift --view tv\n"
+                                          "  chlist renumber channels.dat --from 1";
 
 struct renumber_options : edit_options {
   std::optional<std::string> service;
@@ -104,25 +105,36 @@ void renumber(const renumber_options &options, edit_notes &notes) {
 
 }  // namespace
 
-void add_renumber(CLI::App &app, int &exit_code) {
+command renumber_command() {
   auto options = std::make_shared<renumber_options>();
-  CLI::App *command = add_edit_command(app, "renumber", "Give a service, or a whole view, other numbers", *options);
-  CLI::Option *service = command->add_option("SERVICE", options->service, "the service");
-  CLI::Option *number = command->add_option("NUMBER", options->number, "its number, 1 to 32767, or NUMBER-MINOR");
-  CLI::Option *from = command->add_option("--from", options->from, "number whole views from here on")->type_name("N");
-  CLI::Option *swaps = command->add_flag("--swap", options->swaps, "what has the number gets the service's");
-  CLI::Option *shifts = command->add_flag("--shift", options->shifts, "what has the number moves up");
-  command->add_option("--view", options->views, "all, tv, radio, user, promo or fav:GROUP; may be given again")
-      ->allow_extra_args(false);
-  from->excludes(service, number, swaps, shifts);
-  swaps->excludes(shifts);
-  finish_edit_command(*command, *options, details, examples);
-  command->callback([options, &exit_code] {
+  command edit = edit_command(
+      {.name = "renumber",
+       .summary = "Give a service, or a whole view, other numbers",
+       .details = renumber_details,
+       .examples = renumber_examples,
+       .options = {{.names = "SERVICE", .target = &options->service, .about = "the service"},
+                   {.names = "NUMBER", .target = &options->number, .about = "its number, 1 to 32767, or NUMBER-MINOR"},
+                   {.names = "--from",
+                    .target = &options->from,
+                    .about = "number whole views from here on",
+                    .value = "N",
+                    .excluded = {"SERVICE", "NUMBER", "--swap", "--shift"}},
+                   {.names = "--swap",
+                    .target = &options->swaps,
+                    .about = "what has the number gets the service's",
+                    .excluded = {"--shift"}},
+                   {.names = "--shift", .target = &options->shifts, .about = "what has the number moves up"},
+                   {.names = "--view",
+                    .target = &options->views,
+                    .about = "all, tv, radio, user, promo or fav:GROUP; may be given again"}}},
+      *options);
+  edit.run = [options] {
     if (!options->from && !options->number) {
-      throw CLI::RequiredError("SERVICE and NUMBER (or --from)");
+      throw usage_error("SERVICE and NUMBER (or --from) is required");
     }
-    exit_code = run_edit(*options, [&](edit_notes &notes) { renumber(*options, notes); });
-  });
+    return run_edit(*options, [&](edit_notes &notes) { renumber(*options, notes); });
+  };
+  return edit;
 }
 
 }  // namespace chlist

@@ -3,7 +3,8 @@
 
 #include <memory>
 
-#include "chlist/edit/edit_commands.h"
+#include "chlist/commands.h"
+#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/service_identity.h"
 #include "chlist/edit/set_fields.h"
@@ -11,7 +12,7 @@
 namespace chlist {
 namespace {
 
-constexpr const char *details =
+constexpr const char *set_details =
     "Fields and their values:\n"
     "{}"
     "\n"
@@ -22,7 +23,7 @@ constexpr const char *details =
     "every\n"
     "service to 0 when it loads the file.\n";
 
-constexpr const char *examples =
+constexpr const char *set_examples =
     "  chlist set channels.dat \"News HD\" provider=\"Sky North\" video_pid=512 audio_pid=none\n"
     "  chlist set channels.dat 7 frequency=11954000 polarisation=V --dry-run";
 
@@ -42,14 +43,19 @@ void set(const set_options &options) {
 
 }  // namespace
 
-void add_set(CLI::App &app, int &exit_code) {
+command set_command() {
   auto options = std::make_shared<set_options>();
-  CLI::App *command = add_edit_command(app, "set", "Set fields of a service", *options);
-  command->add_option("SERVICE", options->service, "the service")->required();
-  command->add_option("FIELD=VALUE", options->assignments, "the fields")->required();
-  finish_edit_command(*command, *options, fmt::format(fmt::runtime(details), fields_help()), examples);
-  command->callback(
-      [options, &exit_code] { exit_code = run_edit(*options, [&](edit_notes & /*notes*/) { set(*options); }); });
+  command edit = edit_command(
+      {.name = "set",
+       .summary = "Set fields of a service",
+       .details = fmt::format(fmt::runtime(set_details), fields_help()),
+       .examples = set_examples,
+       .options =
+           {{.names = "SERVICE", .target = &options->service, .about = "the service", .is_required = true},
+            {.names = "FIELD=VALUE", .target = &options->assignments, .about = "the fields", .is_required = true}}},
+      *options);
+  edit.run = [options] { return run_edit(*options, [&](edit_notes & /*notes*/) { set(*options); }); };
+  return edit;
 }
 
 }  // namespace chlist

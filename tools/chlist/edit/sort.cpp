@@ -6,14 +6,15 @@
 #include <memory>
 #include <stdexcept>
 
-#include "chlist/edit/edit_commands.h"
+#include "chlist/commands.h"
+#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/service/selection.h"
 
 namespace chlist {
 namespace {
 
-constexpr const char *details =
+constexpr const char *sort_details =
     "Entries move as a whole, so services keep their numbers: a receiver shows the new order in its lists. Without\n"
     "--view the ALL, TV, radio, USER and promotion views are sorted and the favourite groups stay as they are. The\n"
     "promotion view cannot be sorted alone.\n"
@@ -25,8 +26,8 @@ constexpr const char *details =
     "  service_id   the service id\n"
     "  order_key    the key of the user's own order (`chlist set FILE SERVICE order_key=N`)\n";
 
-constexpr const char *examples = "  chlist sort channels.dat --by name\n"
-                                 "  chlist sort channels.dat --by number --view tv --view fav:Films";
+constexpr const char *sort_examples = "  chlist sort channels.dat --by name\n"
+                                      "  chlist sort channels.dat --by number --view tv --view fav:Films";
 
 struct sort_key {
   const char *name;
@@ -59,26 +60,35 @@ std::int8_t sortable_view(const std::string &name) {
 }
 
 void sort(const sort_options &options) {
-  const std::int8_t type = std::ranges::find(sort_keys, options.key, &sort_key::name)->type;
+  const std::int8_t how = std::ranges::find(sort_keys, options.key, &sort_key::name)->type;
   if (options.views.empty()) {
-    sort_vindex_ex(type);
+    sort_vindex_ex(how);
   }
   for (const std::string &view : options.views) {
-    sort_vch_type(type, sortable_view(view));
+    sort_vch_type(how, sortable_view(view));
   }
 }
 
 }  // namespace
 
-void add_sort(CLI::App &app, int &exit_code) {
+command sort_command() {
   auto options = std::make_shared<sort_options>();
-  CLI::App *command = add_edit_command(app, "sort", "Sort views", *options);
-  command->add_option("--by", options->key, "what to sort by")->required()->check(CLI::IsMember(key_names()));
-  command->add_option("--view", options->views, "the view: all, tv, radio, user or fav:GROUP; may be given again")
-      ->allow_extra_args(false);
-  finish_edit_command(*command, *options, details, examples);
-  command->callback(
-      [options, &exit_code] { exit_code = run_edit(*options, [&](edit_notes & /*notes*/) { sort(*options); }); });
+  command edit =
+      edit_command({.name = "sort",
+                    .summary = "Sort views",
+                    .details = sort_details,
+                    .examples = sort_examples,
+                    .options = {{.names = "--by",
+                                 .target = &options->key,
+                                 .about = "what to sort by",
+                                 .is_required = true,
+                                 .choices = key_names()},
+                                {.names = "--view",
+                                 .target = &options->views,
+                                 .about = "the view: all, tv, radio, user or fav:GROUP; may be given again"}}},
+                   *options);
+  edit.run = [options] { return run_edit(*options, [&](edit_notes & /*notes*/) { sort(*options); }); };
+  return edit;
 }
 
 }  // namespace chlist

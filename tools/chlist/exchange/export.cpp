@@ -1,5 +1,5 @@
 // `chlist export`: loads the list, takes it as a line-up, lets the format write it, sums up what that has no place for.
-#include "chlist/exchange/export.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -28,9 +28,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Make a list of another format from a channel file";
+constexpr const char *export_summary = "Make a list of another format from a channel file";
 
-constexpr const char *details =
+constexpr const char *export_details =
     "\n"
     "The format is told by the name of OUT; --to decides against that. Services come in the order of the ALL view,\n"
     "those that it does not show behind it. What the list says and the format has no place for is counted. OUT is\n"
@@ -60,7 +60,7 @@ struct export_options {
 };
 
 // What an export comes to.
-struct outcome {
+struct export_outcome {
   const format &to;
   std::size_t services = 0;
   std::size_t favourite_groups = 0;
@@ -71,14 +71,14 @@ struct outcome {
 void rename_source(line_up &list, const std::string &option) {
   const std::size_t sign = option.rfind('=');
   if (sign == std::string::npos) {
-    throw CLI::ValidationError("--source", shown(option) + " is not NETWORK=SOURCE");
+    throw usage_error("--source: " + shown(option) + " is not NETWORK=SOURCE");
   }
   const std::string network = option.substr(0, sign);
   std::string source;
   try {
     source = read_source(std::string_view(option).substr(sign + 1));
   } catch (const bad_line &bad) {
-    throw CLI::ValidationError("--source", bad.reason);
+    throw usage_error("--source: " + bad.reason);
   }
   std::size_t renamed = 0;
   for (line_up_service &service : list.services) {
@@ -88,7 +88,7 @@ void rename_source(line_up &list, const std::string &option) {
     }
   }
   if (renamed == 0) {
-    throw CLI::ValidationError("--source", "no network is named " + shown(network));
+    throw usage_error("--source: no network is named " + shown(network));
   }
 }
 
@@ -100,7 +100,7 @@ void write_files(const fs::path &output, const format &to, const std::vector<mad
   }
 }
 
-std::vector<made_file> written(const line_up &list, const export_options &options, outcome &result) {
+std::vector<made_file> written(const line_up &list, const export_options &options, export_outcome &result) {
   if (result.to.write_with != nullptr) {
     return result.to.write_with(list, options.writing, result.lost);
   }
@@ -110,7 +110,7 @@ std::vector<made_file> written(const line_up &list, const export_options &option
 // "12 bytes behind the last record: not saved": what follows is said to whoever saves the list.
 std::string_view what_is_lost(std::string_view change) { return change.substr(0, change.rfind(": ")); }
 
-void export_line_up(const channel_input &input, const export_options &options, outcome &result) {
+void export_line_up(const channel_input &input, const export_options &options, export_outcome &result) {
   input.must_be_current();
   for (const std::string &change : load_faithfully(input)) {
     result.lost.add(what_is_lost(change));
@@ -134,7 +134,7 @@ void export_whole_file(const channel_input &input, const export_options &options
   write_text_file(options.output, text);
 }
 
-void print_summary(const export_options &options, const outcome &result) {
+void print_summary(const export_options &options, const export_outcome &result) {
   if (result.to.from_channel_file != nullptr) {
     fmt::print("{}: the whole channel file as {}\n", options.output.string(), result.to.name);
     return;
@@ -144,7 +144,7 @@ void print_summary(const export_options &options, const outcome &result) {
   print_losses(result.lost, fmt::format("Not carried by {}:", result.to.name));
 }
 
-json json_of_outcome(const export_options &options, const outcome &result) {
+json json_of_outcome(const export_options &options, const export_outcome &result) {
   return {{"input", options.input.string()},
           {"output", options.output.string()},
           {"format", result.to.name},
@@ -154,7 +154,7 @@ json json_of_outcome(const export_options &options, const outcome &result) {
           {"not_carried", json_of_losses(result.lost)}};
 }
 
-void report(const export_options &options, const outcome &result) {
+void report(const export_options &options, const export_outcome &result) {
   if (options.as_json) {
     print_report([&] { print_json(json_of_outcome(options, result)); });
   } else {
@@ -166,7 +166,7 @@ void report(const export_options &options, const outcome &result) {
 int run_export(const export_options &options) {
   const channel_input input(options.input);
   input.must_not_be(options.output);
-  outcome result{.to = format_to_write(options.to, options.output), .lost = {}};
+  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}};
   if (result.to.from_channel_file != nullptr) {
     export_whole_file(input, options, result.to);
   } else {
@@ -178,30 +178,38 @@ int run_export(const export_options &options) {
 
 }  // namespace
 
-void add_export(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("export", description);
-  command->footer("Formats:\n" + formats_to_write() + details);
+command export_command() {
   auto options = std::make_shared<export_options>();
-  command->add_option("FILE", options->input, "the channel file to read")->required();
-  command->add_option("-o,--output", options->output, "the file to write, or the folder of formats of several files")
-      ->required()
-      ->type_name("OUT");
-  command->add_option("--to", options->to, "the format of OUT")->type_name("FORMAT");
-  command
-      ->add_option("--source", options->sources,
-                   "what to call a network's source, when its name is not like S19.2E; may be given several times")
-      ->type_name("NETWORK=SOURCE");
-  command->add_option("--columns", options->writing.columns, "CSV: the columns, by name, separated by commas")
-      ->type_name("NAMES");
-  command
-      ->add_option("--url", options->writing.url,
-                   "M3U: the address of a service, where {network_id}, {ts_id:x}, {service_id}, {number} and others\n"
-                   "stand for its fields, with :x in hexadecimal digits")
-      ->type_name("URL");
-  command->add_flag("--favourites", options->writing.is_by_favourites,
-                    "M3U: group by favourite groups, not by providers");
-  command->add_flag("--json", options->as_json, "print the report as JSON");
-  command->callback([options, &exit_code] { exit_code = run_export(*options); });
+  return {
+      .name = "export",
+      .summary = export_summary,
+      .details = "Formats:\n" + formats_to_write() + export_details,
+      .options =
+          {{.names = "FILE", .target = &options->input, .about = "the channel file to read", .is_required = true},
+           {.names = "-o,--output",
+            .target = &options->output,
+            .about = "the file to write, or the folder of formats of several files",
+            .value = "OUT",
+            .is_required = true},
+           {.names = "--to", .target = &options->to, .about = "the format of OUT", .value = "FORMAT"},
+           {.names = "--source",
+            .target = &options->sources,
+            .about = "what to call a network's source, when its name is not like S19.2E; may be given several times",
+            .value = "NETWORK=SOURCE"},
+           {.names = "--columns",
+            .target = &options->writing.columns,
+            .about = "CSV: the columns, by name, separated by commas",
+            .value = "NAMES"},
+           {.names = "--url",
+            .target = &options->writing.url,
+            .about = "M3U: the address of a service, where {network_id}, {ts_id:x}, {service_id}, {number} and others\n"
+                     "stand for its fields, with :x in hexadecimal digits",
+            .value = "URL"},
+           {.names = "--favourites",
+            .target = &options->writing.is_by_favourites,
+            .about = "M3U: group by favourite groups, not by providers"},
+           {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
+      .run = [options] { return run_export(*options); }};
 }
 
 }  // namespace chlist

@@ -1,5 +1,5 @@
 // `chlist import`: reads the input, fills the list, reports what was left out, saves the list, sums up.
-#include "chlist/exchange/import.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -24,9 +24,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Make a channel file from a list of another format";
+constexpr const char *import_summary = "Make a channel file from a list of another format";
 
-constexpr const char *details =
+constexpr const char *import_details =
     "\n"
     "The format is told by the contents and the name of INPUT; --from decides against that.\n"
     "Every source gets a network index of its own, in order of appearance from 1, unless INPUT says one. Frequencies\n"
@@ -55,20 +55,20 @@ struct import_options {
 };
 
 // What an import comes to.
-struct outcome {
+struct import_outcome {
   std::string_view format_name;
   filled_list filled;
   loss_counts lost;
 };
 
-outcome read_into_list(const import_options &options, const format &from) {
-  outcome result;
+import_outcome read_into_list(const import_options &options, const format &from) {
+  import_outcome result;
   result.format_name = from.name;
   result.filled = fill_list(from.read(options.input, result.lost), result.lost);
   return result;
 }
 
-void print_summary(const import_options &options, const outcome &result) {
+void print_summary(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
   fmt::print("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", options.output.string(),
              counted(counts.services, "service"), counts.tv, counts.radio, counts.services - counts.tv - counts.radio,
@@ -80,7 +80,7 @@ void print_summary(const import_options &options, const outcome &result) {
   print_losses(result.lost, "Not carried by the channel file:");
 }
 
-json json_of_outcome(const import_options &options, const outcome &result) {
+json json_of_outcome(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
   return {{"input", options.input.string()},
           {"format", result.format_name},
@@ -98,7 +98,7 @@ json json_of_outcome(const import_options &options, const outcome &result) {
           {"not_carried", json_of_losses(result.lost)}};
 }
 
-void report_findings(const import_options &options, const outcome &result) {
+void report_findings(const import_options &options, const import_outcome &result) {
   if (options.as_json) {
     return;
   }
@@ -109,7 +109,7 @@ void report_findings(const import_options &options, const outcome &result) {
   }
 }
 
-void report(const import_options &options, const outcome &result) {
+void report(const import_options &options, const import_outcome &result) {
   print_report([&] {
     if (options.as_json) {
       print_json(json_of_outcome(options, result));
@@ -159,7 +159,7 @@ int run_import(const import_options &options) {
   if (from.to_channel_file != nullptr) {
     return import_whole_file(options, from);
   }
-  const outcome result = read_into_list(options, from);
+  const import_outcome result = read_into_list(options, from);
   report_findings(options, result);
   if (result.filled.counts.services == 0) {
     throw std::runtime_error(options.input.string() + ": no service to import");
@@ -171,16 +171,23 @@ int run_import(const import_options &options) {
 
 }  // namespace
 
-void add_import(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("import", description);
-  command->footer("Formats:\n" + formats_to_read() + details);
+command import_command() {
   auto options = std::make_shared<import_options>();
-  command->add_option("INPUT", options->input, "the file to read, or the folder of formats that have several files")
-      ->required();
-  command->add_option("-o,--output", options->output, "the channel file to write")->required()->type_name("OUTPUT");
-  command->add_option("--from", options->from, "the format of INPUT")->type_name("FORMAT");
-  command->add_flag("--json", options->as_json, "print the report as JSON");
-  command->callback([options, &exit_code] { exit_code = run_import(*options); });
+  return {.name = "import",
+          .summary = import_summary,
+          .details = "Formats:\n" + formats_to_read() + import_details,
+          .options = {{.names = "INPUT",
+                       .target = &options->input,
+                       .about = "the file to read, or the folder of formats that have several files",
+                       .is_required = true},
+                      {.names = "-o,--output",
+                       .target = &options->output,
+                       .about = "the channel file to write",
+                       .value = "OUTPUT",
+                       .is_required = true},
+                      {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
+                      {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
+          .run = [options] { return run_import(*options); }};
 }
 
 }  // namespace chlist

@@ -7,15 +7,11 @@
 
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
+#include "chlist/exchange/service_traits.h"
 #include "chlist/list_contents.h"
 
 namespace chlist {
 namespace {
-
-template <std::size_t Size>
-bool is_used(const std::uint8_t (&bytes)[Size]) {
-  return std::ranges::any_of(bytes, [](std::uint8_t byte) { return byte != 0; });
-}
 
 std::size_t settings_of(const channel_list_st &list) {
   constexpr std::int8_t none = -1;

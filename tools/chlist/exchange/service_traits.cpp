@@ -13,11 +13,6 @@ namespace {
 
 constexpr int known_flags = CHANNEL_FLAG_LOCKED | CHANNEL_FLAG_FTA | CHANNEL_FLAG_SKIP | CHANNEL_FLAG_DSMCC;
 
-template <std::size_t Size>
-bool is_used(const std::uint8_t (&bytes)[Size]) {
-  return std::ranges::any_of(bytes, [](std::uint8_t byte) { return byte != 0; });
-}
-
 // Bytes and values that the library does not interpret.
 bool has_host_fields(const channel_st &fields) {
   return is_used(fields.reserved_208) || is_used(fields.reserved_217) || is_used(fields.reserved_236) ||

@@ -2,11 +2,20 @@
 // the rest is counted, for all formats in the same words.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <span>
 
 #include "chlist/exchange/line_up.h"
 
 namespace chlist {
+
+// Bytes that the library does not interpret: a host may have put something there.
+template <std::size_t Size>
+bool is_used(const std::uint8_t (&bytes)[Size]) {
+  return std::ranges::any_of(bytes, [](std::uint8_t byte) { return byte != 0; });
+}
 
 enum class trait {
   network_id,

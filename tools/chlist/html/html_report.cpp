@@ -1,5 +1,5 @@
 // `chlist report`: loads the list, looks for what is wrong with the file, writes the page.
-#include "chlist/html/html_report.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -26,9 +26,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Write a channel file as a page for the browser";
+constexpr const char *report_summary = "Write a channel file as a page for the browser";
 
-constexpr const char *details =
+constexpr const char *report_details =
     "The page shows every view as a table with search, sorting and filters, a plan of the transponders, the totals,\n"
     "and what is wrong with the list. It is one file that loads nothing from anywhere: it can be sent, kept, and\n"
     "opened without a network. FILE is of version 10 and is only read. PAGE is replaced as a whole or not at all.\n"
@@ -107,14 +107,20 @@ int run_report(const report_options &options) {
 
 }  // namespace
 
-void add_report(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("report", description);
-  command->footer(details);
+command report_command() {
   auto options = std::make_shared<report_options>();
-  command->add_option("FILE", options->input, "the channel file to show")->required();
-  command->add_option("-o,--output", options->output, "the page to write")->required()->type_name("PAGE");
-  command->add_flag("--json", options->as_json, "sum up as JSON");
-  command->callback([options, &exit_code] { exit_code = run_report(*options); });
+  return {.name = "report",
+          .summary = report_summary,
+          .details = report_details,
+          .options =
+              {{.names = "FILE", .target = &options->input, .about = "the channel file to show", .is_required = true},
+               {.names = "-o,--output",
+                .target = &options->output,
+                .about = "the page to write",
+                .value = "PAGE",
+                .is_required = true},
+               {.names = "--json", .target = &options->as_json, .about = "sum up as JSON"}},
+          .run = [options] { return run_report(*options); }};
 }
 
 }  // namespace chlist

@@ -25,7 +25,7 @@ std::string_view up_to(std::string_view mark, std::string_view &rest) {
 
 // Outside of strings JSON has no "<"; what is not ASCII is escaped, line separators among it.
 std::string script_safe(const json &data) {
-  const std::string text = data.dump(-1, ' ', true, json::error_handler_t::replace);
+  const std::string text = data.dump_ascii();
   std::string safe;
   safe.reserve(text.size());
   for (const char c : text) {

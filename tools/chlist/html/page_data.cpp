@@ -48,7 +48,7 @@ class known_groups {
 };
 
 json identity_fields(const channel::identity &id) {
-  return {id.net_index, id.network_id, id.ts_id, id.frequency, id.polarisation, id.service_id};
+  return json::array({id.net_index, id.network_id, id.ts_id, id.frequency, id.polarisation, id.service_id});
 }
 
 class page_records {
@@ -79,27 +79,22 @@ class page_records {
       for (const channel_st &service : channel::services_of(transponder)) {
         add(service);
       }
-      transponders.push_back({networks.size(), transponder.ts_id, transponder.frequency, transponder.polarisation});
+      transponders.push_back(
+          json::array({networks.size(), transponder.ts_id, transponder.frequency, transponder.polarisation}));
     }
-    networks.push_back({network.net_index, network.network_id, name_in(network.network_name)});
+    networks.push_back(json::array({network.net_index, network.network_id, name_in(network.network_name)}));
   }
 
   void add(const channel_st &service) {
     places_[&service] = services.size();
     service_types[std::to_string(service.service_type)] = service_type_name(service.service_type);
-    services.push_back({name_in(service.name[0].text),
-                        name_in(service.name[1].text),
-                        transponders.size(),
-                        identity_fields(channel::identity_of(service)),
-                        service.service_type,
-                        service.source_type,
-                        service.flag,
-                        providers.place_of(service.provider_id),
-                        genres.place_of(service.genre_id),
-                        countries.place_of(service.country_id),
-                        service.user_order_key,
-                        {service.pmt_pid, service.pcr_pid, service.video_pid, service.video_ecm_pid, service.audio_pid},
-                        {service.video_tag, service.audio_tag}});
+    services.push_back(json::array(
+        {name_in(service.name[0].text), name_in(service.name[1].text), transponders.size(),
+         identity_fields(channel::identity_of(service)), service.service_type, service.source_type, service.flag,
+         providers.place_of(service.provider_id), genres.place_of(service.genre_id),
+         countries.place_of(service.country_id), service.user_order_key,
+         json::array({service.pmt_pid, service.pcr_pid, service.video_pid, service.video_ecm_pid, service.audio_pid}),
+         json::array({service.video_tag, service.audio_tag})}));
   }
 
   void add(const list_view &view) {
@@ -115,7 +110,7 @@ class page_records {
 
   // An entry without a service tells what it looks for.
   [[nodiscard]] json fields_of(const virtual_channel_st &entry) const {
-    json fields = {entry.major_ch_num, entry.minor_ch_num};
+    json fields = json::array({entry.major_ch_num, entry.minor_ch_num});
     if (const auto found = places_.find(entry.rch); found != places_.end()) {
       fields.push_back(found->second);
     } else {

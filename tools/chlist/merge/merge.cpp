@@ -1,5 +1,5 @@
 // `chlist merge`: merges in memory, saves the list unless it is a dry run, shows what is added and deleted.
-#include "chlist/merge/merge.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -19,9 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Merge a new channel list into a channel file";
+constexpr const char *merge_summary = "Merge a new channel list into a channel file";
 
-constexpr const char *details =
+constexpr const char *merge_details =
     "Services that LIST does not hold are added and numbered at the end of the views; services that SCAN lacks are\n"
     "deleted with all their entries, favourites included; services in both stay as LIST has them, and so do its\n"
     "settings. Both files are of version 10 and are only read. OUT is replaced as a whole or not at all; it may be\n"
@@ -150,7 +150,7 @@ void report(const merge_options &options, const merge_outcome &outcome) {
 
 int run_merge(const merge_options &options) {
   if (options.output.empty() && !options.is_dry_run) {
-    throw CLI::RequiredError("--output (or --dry-run)");
+    throw usage_error("--output (or --dry-run) is required");
   }
   const channel_input list(options.list);
   const channel_input scan(options.scan);
@@ -165,16 +165,19 @@ int run_merge(const merge_options &options) {
 
 }  // namespace
 
-void add_merge(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("merge", description);
-  command->footer(details);
+command merge_command() {
   auto options = std::make_shared<merge_options>();
-  command->add_option("LIST", options->list, "the channel file to start from")->required();
-  command->add_option("SCAN", options->scan, "the new channel list")->required();
-  command->add_option("-o,--output", options->output, "the channel file to write")->type_name("OUT");
-  command->add_flag("--dry-run", options->is_dry_run, "show what a merge would do; write nothing");
-  command->add_flag("--json", options->as_json, "report as JSON, findings included");
-  command->callback([options, &exit_code] { exit_code = run_merge(*options); });
+  return {
+      .name = "merge",
+      .summary = merge_summary,
+      .details = merge_details,
+      .options =
+          {{.names = "LIST", .target = &options->list, .about = "the channel file to start from", .is_required = true},
+           {.names = "SCAN", .target = &options->scan, .about = "the new channel list", .is_required = true},
+           {.names = "-o,--output", .target = &options->output, .about = "the channel file to write", .value = "OUT"},
+           {.names = "--dry-run", .target = &options->is_dry_run, .about = "show what a merge would do; write nothing"},
+           {.names = "--json", .target = &options->as_json, .about = "report as JSON, findings included"}},
+      .run = [options] { return run_merge(*options); }};
 }
 
 }  // namespace chlist

@@ -1,4 +1,4 @@
-// Reads command lines and the texts of their footers.
+// Reads commands and the texts of their details.
 #include "chlist/pages/command_help.h"
 
 #include <algorithm>
@@ -10,63 +10,34 @@ namespace {
 
 using kind = help_block::kind;
 
-// CLI11 writes a set of values behind the type: "TEXT:{tv,radio}".
-std::vector<std::string> choices_in(const std::string &type) {
-  const std::size_t open = type.find('{');
-  const std::size_t close = type.rfind('}');
-  std::vector<std::string> choices;
-  if (open == std::string::npos || close == std::string::npos || close < open) {
-    return choices;
+std::vector<std::string> names_in(const std::string &names) {
+  std::vector<std::string> each;
+  std::istringstream list(names);
+  for (std::string name; std::getline(list, name, ',');) {
+    each.push_back(name);
   }
-  std::istringstream list(type.substr(open + 1, close - open - 1));
-  for (std::string choice; std::getline(list, choice, ',');) {
-    choices.push_back(choice);
-  }
-  return choices;
+  return each;
 }
 
-std::string value_of(const CLI::Option &option) {
-  if (option.get_expected_max() == 0 || option.get_type_size() == 0) {
+std::string value_of(const option &described) {
+  if (described.is_flag()) {
     return "";
   }
-  const std::string type = option.get_type_name();
-  return type.substr(0, type.find_first_of(":{ "));
+  return !described.value.empty() ? described.value : described.is_number() ? "INT" : "TEXT";
 }
 
-option_help help_of(const CLI::Option &option) {
-  option_help help;
-  if (option.get_positional()) {
-    help.names.push_back(option.get_name(true, false));
-  }
-  for (const std::string &name : option.get_snames()) {
-    help.names.push_back("-" + name);
-  }
-  for (const std::string &name : option.get_lnames()) {
-    help.names.push_back("--" + name);
-  }
-  help.value = value_of(option);
-  help.choices = choices_in(option.get_type_name());
-  help.about = option.get_description();
-  help.is_required = option.get_required();
-  help.is_repeatable = option.get_expected_max() > 1;
-  return help;
+option_help help_of(const option &described) {
+  return {.names = names_in(described.names),
+          .value = value_of(described),
+          .choices = described.choices,
+          .about = described.about,
+          .is_required = described.is_required,
+          .is_repeatable = described.takes_several()};
 }
 
-std::vector<const CLI::App *> subcommands_of(const CLI::App &app) {
-  return app.get_subcommands([](const CLI::App *) { return true; });
-}
-
-// CLI11 has groups of options as subcommands without a name.
-bool is_option_group(const CLI::App &app) { return app.get_name().empty(); }
-
-void add_options(const CLI::App &app, command_help &help) {
-  for (const CLI::Option *option : app.get_options()) {
-    (option->get_positional() ? help.arguments : help.options).push_back(help_of(*option));
-  }
-  for (const CLI::App *group : subcommands_of(app)) {
-    if (is_option_group(*group)) {
-      add_options(*group, help);
-    }
+void add_options(const std::vector<option> &options, command_help &help) {
+  for (const option &each : options) {
+    (each.is_argument() ? help.arguments : help.options).push_back(help_of(each));
   }
 }
 
@@ -141,27 +112,28 @@ std::string command_help::page_name() const {
   return page;
 }
 
-std::vector<help_section> sections_of(const std::string &footer) {
+std::vector<help_section> sections_of(const std::string &details) {
   section_builder builder;
-  std::istringstream lines(footer);
+  std::istringstream lines(details);
   for (std::string line; std::getline(lines, line);) {
     builder.add(line);
   }
   return builder.sections();
 }
 
-command_help help_of(const CLI::App &app) {
-  command_help help;
-  add_options(app, help);
-  for (const CLI::App *each = &app; each != nullptr; each = each->get_parent()) {
-    help.name = each->get_name() + (help.name.empty() ? "" : " ") + help.name;
+command_help help_of(const command &described, const std::string &above) {
+  command_help help = {
+      .name = above + described.name, .summary = described.summary, .sections = sections_of(described.details)};
+  help.options.push_back({.names = names_in(help_names), .about = help_about});
+  if (!described.version.empty()) {
+    help.options.push_back({.names = names_in(version_names), .about = version_about});
   }
-  help.summary = app.get_description();
-  help.sections = sections_of(app.get_footer());
-  for (const CLI::App *command : subcommands_of(app)) {
-    if (!is_option_group(*command)) {
-      help.commands.push_back(help_of(*command));
-    }
+  add_options(described.options, help);
+  for (const option_group &group : described.groups) {
+    add_options(group.options, help);
+  }
+  for (const command &below : described.commands) {
+    help.commands.push_back(help_of(below, help.name + ' '));
   }
   return help;
 }

@@ -1,9 +1,10 @@
-// The help of a command as data, taken from its command line: what the manual pages and the completions are made of.
+// The help of a command as data, taken from the command: what the manual pages and the completions are made of.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
+
+#include "chlist/command_line.h"
 
 namespace chlist {
 
@@ -41,7 +42,8 @@ struct command_help {
   [[nodiscard]] std::string page_name() const;
 };
 
-command_help help_of(const CLI::App &app);
+// above: what stands in front of its name, "chlist " of a command below.
+command_help help_of(const command &described, const std::string &above = "");
 
 // Text in the form of the commands' footers: paragraphs; a line that ends in ':' begins a section; indented lines are
 // terms, which two blanks divide from their meaning, or literal.

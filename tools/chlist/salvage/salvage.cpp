@@ -1,5 +1,5 @@
 // `chlist salvage`: searches the bytes, saves what is left as a list, says what came back and what is lost.
-#include "chlist/salvage/salvage.h"
+#include "chlist/commands.h"
 
 #include <channel/views.h>
 #include <fmt/format.h>
@@ -22,9 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Rebuild a channel list from a damaged file";
+constexpr const char *salvage_summary = "Rebuild a channel list from a damaged file";
 
-constexpr const char *details =
+constexpr const char *salvage_details =
     "For files that end early, have bytes inserted or cut out, or stretches that were wiped or overwritten.\n"
     "Services are found wherever they stand: each repeats what its transponder, its neighbours and the entries of\n"
     "the views say. Views keep the numbers and favourites of all services that came back; entries of services\n"
@@ -46,7 +46,7 @@ constexpr const char *details =
 
 json json_of_service(const placed_service &service) {
   json object = {{"offset", service.offset}};
-  object.update(json_of(service.known));
+  object.put(json_of(service.known));
   return object;
 }
 
@@ -261,14 +261,22 @@ constexpr new_list_road<salvage_outcome> road = {salvage, json_of_outcome, print
 
 }  // namespace
 
-void add_salvage(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("salvage", description);
-  command->footer(details);
+command salvage_command() {
   auto options = std::make_shared<new_list_options>();
-  command->add_option("DAMAGED", options->input, "the channel file to read")->required();
-  command->add_option("-o,--output", options->output, "the channel file to write")->required()->type_name("OUT");
-  command->add_flag("--json", options->as_json, "report as JSON");
-  command->callback([options, &exit_code] { exit_code = make_new_list(*options, road); });
+  return {.name = "salvage",
+          .summary = salvage_summary,
+          .details = salvage_details,
+          .options = {{.names = "DAMAGED",
+                       .target = &options->input,
+                       .about = "the channel file to read",
+                       .is_required = true},
+                      {.names = "-o,--output",
+                       .target = &options->output,
+                       .about = "the channel file to write",
+                       .value = "OUT",
+                       .is_required = true},
+                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+          .run = [options] { return make_new_list(*options, road); }};
 }
 
 }  // namespace chlist

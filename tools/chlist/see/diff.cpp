@@ -1,5 +1,5 @@
 // `chlist diff`: loads one file, copies what is compared, loads the other and holds the two against each other.
-#include "chlist/see/diff.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -16,9 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Show what differs between two channel files";
+constexpr const char *diff_summary = "Show what differs between two channel files";
 
-constexpr const char *details =
+constexpr const char *diff_details =
     "Services are paired by their identity as the receiver does it: a frequency that differs by less than 2500 is the\n"
     "same. Of a service every column is compared (chlist list --columns help), its number in every view and favourite\n"
     "group included; then the order of the views, networks, transponders, group tables and settings. Reserved bytes\n"
@@ -49,7 +49,7 @@ list_snapshot snapshot_of(const channel_input &input) {
 
 json json_of_diff(const diff_options &options, const std::vector<change> &changes) {
   json report = {{"before", options.before.string()}, {"after", options.after.string()}, {"equal", changes.empty()}};
-  report.update(json_of_differences(changes));
+  report.put(json_of_differences(changes));
   return report;
 }
 
@@ -72,14 +72,21 @@ int run_diff(const diff_options &options) {
 
 }  // namespace
 
-void add_diff(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("diff", description);
-  command->footer(details);
+command diff_command() {
   auto options = std::make_shared<diff_options>();
-  command->add_option("BEFORE", options->before, "the channel file to start from")->required();
-  command->add_option("AFTER", options->after, "the channel file to compare with it")->required();
-  command->add_flag("--json", options->as_json, "report as JSON");
-  command->callback([options, &exit_code] { exit_code = run_diff(*options); });
+  return {.name = "diff",
+          .summary = diff_summary,
+          .details = diff_details,
+          .options = {{.names = "BEFORE",
+                       .target = &options->before,
+                       .about = "the channel file to start from",
+                       .is_required = true},
+                      {.names = "AFTER",
+                       .target = &options->after,
+                       .about = "the channel file to compare with it",
+                       .is_required = true},
+                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+          .run = [options] { return run_diff(*options); }};
 }
 
 }  // namespace chlist

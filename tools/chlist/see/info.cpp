@@ -1,5 +1,5 @@
 // `chlist info`: counts, settings and networks of a channel file.
-#include "chlist/see/info.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -22,9 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Show what a channel file holds";
+constexpr const char *info_summary = "Show what a channel file holds";
 
-constexpr const char *details =
+constexpr const char *info_details =
     "Version and size, settings, views and groups with their counts and limits, services by type and by flag, "
     "networks\n"
     "with their transponders and services. Files of versions 7 to 9 are read, too; chlist convert makes them current.\n"
@@ -205,13 +205,17 @@ int run_info(const info_options &options) {
 
 }  // namespace
 
-void add_info(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("info", description);
-  command->footer(details);
+command info_command() {
   auto options = std::make_shared<info_options>();
-  command->add_option("FILE", options->file, "the channel file, of version 7 to 10")->required();
-  command->add_flag("--json", options->as_json, "report as JSON");
-  command->callback([options, &exit_code] { exit_code = run_info(*options); });
+  return {.name = "info",
+          .summary = info_summary,
+          .details = info_details,
+          .options = {{.names = "FILE",
+                       .target = &options->file,
+                       .about = "the channel file, of version 7 to 10",
+                       .is_required = true},
+                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+          .run = [options] { return run_info(*options); }};
 }
 
 }  // namespace chlist

@@ -1,5 +1,5 @@
 // `chlist list`: the entries of a view in the columns and the format that are asked for.
-#include "chlist/see/list.h"
+#include "chlist/commands.h"
 
 #include <fmt/format.h>
 
@@ -23,9 +23,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "List the services of a channel file";
+constexpr const char *list_summary = "List the services of a channel file";
 
-constexpr const char *details =
+constexpr const char *list_details =
     "FILE is of version 10 and is only read. Sorting is the receiver's own; numbers stay with their services. A "
     "filter\n"
     "is COLUMN=TEXT (the text is part of the column's; numbers, yes and no are compared as a whole), or a text that "
@@ -174,7 +174,7 @@ int run_list(list_options options) {
     return exit_done;
   }
   if (options.file.empty()) {
-    throw CLI::RequiredError("FILE");
+    throw usage_error("FILE is required");
   }
   options.format = options.as_json ? "json" : options.format;
   return list_file(options);
@@ -182,25 +182,33 @@ int run_list(list_options options) {
 
 }  // namespace
 
-void add_list(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("list", description);
-  command->footer(details);
+command list_command() {
   auto options = std::make_shared<list_options>();
-  command->add_option("FILE", options->file, "the channel file");
-  command->add_option("--view", options->view, "the view to list (all)")->type_name("VIEW");
-  command->add_option("--sort", options->sort, "sort the view, positions included; else it stays in the file's order")
-      ->type_name("SORT");
-  command->add_option("--filter", options->filters, "list only what matches")
-      ->type_name("TEXT")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  command->add_option("--columns", options->columns, "the columns, with commas between; 'help' names them")
-      ->type_name("A,B,C");
-  CLI::Option *format = command->add_option("--format", options->format, "table, csv or json (table)")
-                            ->type_name("FORMAT")
-                            ->check(CLI::IsMember({"table", "csv", "json"}));
-  command->add_flag("--json", options->as_json, "the same as --format json")->excludes(format);
-  command->callback([options, &exit_code] { exit_code = run_list(*options); });
+  return {.name = "list",
+          .summary = list_summary,
+          .details = list_details,
+          .options =
+              {{.names = "FILE", .target = &options->file, .about = "the channel file"},
+               {.names = "--view", .target = &options->view, .about = "the view to list (all)", .value = "VIEW"},
+               {.names = "--sort",
+                .target = &options->sort,
+                .about = "sort the view, positions included; else it stays in the file's order",
+                .value = "SORT"},
+               {.names = "--filter", .target = &options->filters, .about = "list only what matches", .value = "TEXT"},
+               {.names = "--columns",
+                .target = &options->columns,
+                .about = "the columns, with commas between; 'help' names them",
+                .value = "A,B,C"},
+               {.names = "--format",
+                .target = &options->format,
+                .about = "table, csv or json (table)",
+                .value = "FORMAT",
+                .choices = {"table", "csv", "json"}},
+               {.names = "--json",
+                .target = &options->as_json,
+                .about = "the same as --format json",
+                .excluded = {"--format"}}},
+          .run = [options] { return run_list(*options); }};
 }
 
 }  // namespace chlist

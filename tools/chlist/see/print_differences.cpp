@@ -22,14 +22,14 @@ constexpr std::array<kind_text, 3> kinds = {
 
 constexpr std::size_t most_named = 5;
 
-const kind_text &text_of(change_kind kind) { return kinds[static_cast<std::size_t>(kind)]; }
+const kind_text &words_of(change_kind kind) { return kinds[static_cast<std::size_t>(kind)]; }
 
 bool is_service(const change &each) { return each.what == "service"; }
 
 json json_of(const field_change &field) {
   json object = {{"field", field.name}};
   if (field.view.has_value()) {
-    object.update(json_of(*field.view));
+    object.put(json_of(*field.view));
   }
   object["before"] = field.before;
   object["after"] = field.after;
@@ -40,7 +40,7 @@ json json_of(const change &each) {
   json object = each.subject;
   if (!is_service(each)) {
     object["what"] = each.what;
-    object["change"] = text_of(each.kind).word;
+    object["change"] = words_of(each.kind).word;
   }
   object["fields"] = array_of(each.fields, json_of);
   return object;
@@ -54,20 +54,20 @@ json first_of(const json &values) {
   return first;
 }
 
-std::string text_of(const json &value) {
+std::string shown_value(const json &value) {
   if (value.empty()) {
     return "-";
   }
   if (value.is_array() && value.size() > most_named) {
     return fmt::format("{} and {} more", text_of_value(first_of(value)), value.size() - most_named);
   }
-  return value.is_string() ? shown(value.get<std::string>()) : text_of_value(value);
+  return value.is_string() ? shown(value.as_string()) : text_of_value(value);
 }
 
 // "2 services moved: \"News\", \"Films\"".
 std::string moved_text(std::string text, const json &names) {
   for (std::size_t i = 0; i < std::min(names.size(), most_named); ++i) {
-    text += (i == 0 ? ": " : ", ") + text_of(names[i]);
+    text += (i == 0 ? ": " : ", ") + shown_value(names[i]);
   }
   return names.size() > most_named ? fmt::format("{} and {} more", text, names.size() - most_named) : text;
 }
@@ -84,12 +84,13 @@ std::string changed_text(const field_change &field) {
   }
   const std::string title =
       std::string(field.title) + (field.view.has_value() ? " in " + label_of(*field.view) : std::string());
-  return fmt::format("{}{}{} -> {}", title, title.empty() ? "" : ": ", text_of(field.before), text_of(field.after));
+  return fmt::format("{}{}{} -> {}", title, title.empty() ? "" : ": ", shown_value(field.before),
+                     shown_value(field.after));
 }
 
 // "TV 5", of something that is only there before, or only after.
 std::string single_text(const field_change &field) {
-  const std::string value = text_of(field.before.is_null() ? field.after : field.before);
+  const std::string value = shown_value(field.before.is_null() ? field.after : field.before);
   return field.view.has_value() ? fmt::format("{} {}", label_of(*field.view), value) : value;
 }
 
@@ -116,7 +117,8 @@ void print_service(const change &each) {
 
 void print_other(const change &each) {
   const bool is_changed = each.kind == change_kind::changed;
-  fmt::print("  {}{}{}\n", each.name, is_changed ? "" : fmt::format(" {}", text_of(each.kind).word), fields_text(each));
+  fmt::print("  {}{}{}\n", each.name, is_changed ? "" : fmt::format(" {}", words_of(each.kind).word),
+             fields_text(each));
 }
 
 std::size_t count_services(const std::vector<change> &changes, change_kind kind) {
@@ -128,7 +130,7 @@ void print_services(const std::vector<change> &changes, change_kind kind) {
   if (count_services(changes, kind) == 0) {
     return;
   }
-  fmt::print("{}\n", painted(text_of(kind).heading, text_of(kind).look));
+  fmt::print("{}\n", painted(words_of(kind).heading, words_of(kind).look));
   for (const change &each : changes) {
     if (is_service(each) && each.kind == kind) {
       print_service(each);
@@ -154,7 +156,7 @@ json json_of_differences(const std::vector<change> &changes) {
   }
   json others = json::array();
   for (const change &each : changes) {
-    (is_service(each) ? services[std::string(text_of(each.kind).word)] : others).push_back(json_of(each));
+    (is_service(each) ? services[std::string(words_of(each.kind).word)] : others).push_back(json_of(each));
   }
   return {{"services", services}, {"others", others}};
 }

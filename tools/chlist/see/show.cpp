@@ -1,5 +1,5 @@
 // `chlist show`: one service, where it hangs in the hierarchy, and every entry that shows it.
-#include "chlist/see/show.h"
+#include "chlist/commands.h"
 
 #include <channel/views.h>
 #include <fmt/format.h>
@@ -25,9 +25,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *description = "Show everything of one service";
+constexpr const char *show_summary = "Show everything of one service";
 
-constexpr const char *details =
+constexpr const char *show_details =
     "SERVICE is a number (7, or 7-2 with a minor number) in the view, a name or a part of it, or an identity: network\n"
     "index, network id, transport stream id, frequency and polarisation, service id, as 1:2:3:11727480H:5. A text "
     "that\n"
@@ -132,16 +132,16 @@ json json_of_show(const show_options &options, const channel_st &service) {
           {"entries", array_of(entries_of(service), json_of_entry)}};
 }
 
-void print_row(std::string_view title, const std::string &value) { fmt::print("  {:<16}{}\n", title, value); }
+void print_field(std::string_view title, const std::string &value) { fmt::print("  {:<16}{}\n", title, value); }
 
 // What is not set is not shown.
 void print_service(const channel_st &service) {
   fmt::print("{}\n", painted(harmless(visible(text_of(service.name[0].text))), style::bold));
-  print_row("identity", identity_text(service));
+  print_field("identity", identity_text(service));
   for (const column &each : all_columns()) {
     const std::string value = is_of_entry(each) ? "" : text_of_value(each.value({nullptr, &service, 0}));
     if (!value.empty()) {
-      print_row(each.title, harmless(value));
+      print_field(each.title, harmless(value));
     }
   }
 }
@@ -149,14 +149,14 @@ void print_service(const channel_st &service) {
 void print_place(const channel_st &service) {
   const auto [network, transponder] = place_of(service);
   fmt::print("{}\n", painted("Transponder", style::bold));
-  print_row("ts", std::to_string(transponder->ts_id));
-  print_row("frequency", fmt::format("{} {}", transponder->frequency, transponder->polarisation == 0 ? 'H' : 'V'));
-  print_row("services", std::to_string(transponder->rch_num));
+  print_field("ts", std::to_string(transponder->ts_id));
+  print_field("frequency", fmt::format("{} {}", transponder->frequency, transponder->polarisation == 0 ? 'H' : 'V'));
+  print_field("services", std::to_string(transponder->rch_num));
   fmt::print("{}\n", painted("Network", style::bold));
-  print_row("name", harmless(visible(text_of(network->network_name))));
-  print_row("net", std::to_string(network->net_index));
-  print_row("network", std::to_string(network->network_id));
-  print_row("transponders", std::to_string(network->tp_num));
+  print_field("name", harmless(visible(text_of(network->network_name))));
+  print_field("net", std::to_string(network->net_index));
+  print_field("network", std::to_string(network->network_id));
+  print_field("transponders", std::to_string(network->tp_num));
 }
 
 void print_entries(const channel_st &service) {
@@ -196,15 +196,22 @@ int run_show(const show_options &options) {
 
 }  // namespace
 
-void add_show(CLI::App &app, int &exit_code) {
-  CLI::App *command = app.add_subcommand("show", description);
-  command->footer(details);
+command show_command() {
   auto options = std::make_shared<show_options>();
-  command->add_option("FILE", options->file, "the channel file")->required();
-  command->add_option("SERVICE", options->service, "the service, by number, name or identity")->required();
-  command->add_option("--view", options->view, "the view that a number is of (all)")->type_name("VIEW");
-  command->add_flag("--json", options->as_json, "report as JSON");
-  command->callback([options, &exit_code] { exit_code = run_show(*options); });
+  return {.name = "show",
+          .summary = show_summary,
+          .details = show_details,
+          .options = {{.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true},
+                      {.names = "SERVICE",
+                       .target = &options->service,
+                       .about = "the service, by number, name or identity",
+                       .is_required = true},
+                      {.names = "--view",
+                       .target = &options->view,
+                       .about = "the view that a number is of (all)",
+                       .value = "VIEW"},
+                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+          .run = [options] { return run_show(*options); }};
 }
 
 }  // namespace chlist

@@ -25,9 +25,9 @@ void guess_type(line_up_service &service) {
   service.fields.service_type = is_radio ? SERVICE_TYPE_RADIO : SERVICE_TYPE_TV;
 }
 
-class reader {
+class row_reader {
  public:
-  reader(const std::vector<csv_row> &rows, loss_counts &lost) : rows_(rows), lost_(lost) {}
+  row_reader(const std::vector<csv_row> &rows, loss_counts &lost) : rows_(rows), lost_(lost) {}
 
   line_up read() {
     if (rows_.empty()) {
@@ -165,7 +165,7 @@ class reader {
 
 line_up line_up_of_csv(std::string_view text, loss_counts &lost) {
   const std::vector<csv_row> rows = parse_csv(text);
-  return reader(rows, lost).read();
+  return row_reader(rows, lost).read();
 }
 
 line_up read_csv(const std::filesystem::path &path, loss_counts &lost) {

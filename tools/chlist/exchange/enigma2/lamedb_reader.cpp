@@ -30,9 +30,9 @@ std::optional<std::string_view> version_of(std::string_view line) {
   return line.substr(0, line.find('/'));
 }
 
-class reader {
+class lamedb_reader {
  public:
-  reader(std::string_view text, loss_counts &lost) : lines_(text), lost_(lost) {}
+  lamedb_reader(std::string_view text, loss_counts &lost) : lines_(text), lost_(lost) {}
 
   lamedb_services read() {
     const auto version = version_of(lines_.next().value_or(std::string_view()));
@@ -273,7 +273,7 @@ bool is_like_version(const fs::path &path, std::string_view beginning, std::stri
 
 }  // namespace
 
-lamedb_services parse_lamedb(std::string_view text, loss_counts &lost) { return reader(text, lost).read(); }
+lamedb_services parse_lamedb(std::string_view text, loss_counts &lost) { return lamedb_reader(text, lost).read(); }
 
 line_up parse_lamedb_folder(std::string_view text, const folder_files &files, loss_counts &lost) {
   lamedb_services services = parse_lamedb(text, lost);

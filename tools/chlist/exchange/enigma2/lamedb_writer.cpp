@@ -112,9 +112,9 @@ class positions {
   int last_ = 1;
 };
 
-class writer {
+class lamedb_writer {
  public:
-  writer(const line_up &list, int version) : version_(version), positions_(list) {}
+  lamedb_writer(const line_up &list, int version) : version_(version), positions_(list) {}
 
   void write(const line_up_service &service) {
     reception from{reception_of(service).by};
@@ -242,7 +242,7 @@ std::vector<made_file> write_lamedb(const line_up &list, int version, loss_count
     count_losses(plain, losses_in_quotation_marks, lost);
   }
   lost.add("symbol rates and the like (assumed: the list has none)", plain.services.size());
-  writer made(plain, version);
+  lamedb_writer made(plain, version);
   for (const line_up_service &service : plain.services) {
     made.write(service);
   }

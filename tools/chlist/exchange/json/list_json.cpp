@@ -25,7 +25,7 @@ json patches_between(std::string_view built, std::string_view file) {
   std::size_t end = 0;
   const auto put = [&] {
     if (end > begin) {
-      patches.push_back({begin, hex_of(std::as_bytes(std::span(file.substr(begin, end - begin))))});
+      patches.push_back(json::array({begin, hex_of(std::as_bytes(std::span(file.substr(begin, end - begin))))}));
     }
   };
   for (std::size_t at = 0; at < file.size(); ++at) {
@@ -42,7 +42,7 @@ json patches_between(std::string_view built, std::string_view file) {
   return patches;
 }
 
-void apply(std::string &bytes, const read_json &patch, const std::string &path) {
+void apply(std::string &bytes, const json &patch, const std::string &path) {
   if (!patch.is_array() || patch.size() != 2) {
     refuse_json(path, "is no pair of an offset and hexadecimal bytes");
   }
@@ -54,24 +54,32 @@ void apply(std::string &bytes, const read_json &patch, const std::string &path) 
   bytes.replace(offset, std::min(patched.size(), bytes.size() - offset), patched);
 }
 
+bool is_a_line(const json &value) { return !value.is_array() && (!value.is_object() || value.contains("hex")); }
+
 bool is_flat(const json &value) {
-  return std::ranges::none_of(
-      value, [](const json &each) { return each.is_array() || (each.is_object() && !each.contains("hex")); });
+  return std::ranges::all_of(value.elements(), is_a_line) &&
+         std::ranges::all_of(value.members(), is_a_line, &json::member::value);
 }
 
 // A line for each record that holds no others.
 void append_text(std::string &text, const json &value, const std::string &indent) {
-  if (!value.is_structured() || (is_flat(value) && !indent.empty()) || value.empty()) {
+  if (value.empty() || (is_flat(value) && !indent.empty())) {
     text += value.dump();
     return;
   }
   const std::string deeper = indent + ' ';
-  text += value.is_array() ? '[' : '{';
   const char *separator = "\n";
-  for (const auto &[key, member] : value.items()) {
-    text += separator + deeper + (value.is_object() ? json(key).dump() + ": " : "");
-    append_text(text, member, deeper);
+  const auto append = [&](const std::string &key, const json &each) {
+    text += separator + deeper + key;
+    append_text(text, each, deeper);
     separator = ",\n";
+  };
+  text += value.is_array() ? '[' : '{';
+  for (const json &element : value.elements()) {
+    append("", element);
+  }
+  for (const auto &[key, member] : value.members()) {
+    append(json(key).dump() + ": ", member);
   }
   text += '\n' + indent + (value.is_array() ? ']' : '}');
 }
@@ -96,7 +104,7 @@ std::string json_of_channel_file(const std::filesystem::path &path) {
   json object = json_of_list(*list);
   json patches = patches_between(file_of_records(object), file);
   if (!patches.empty()) {
-    object.push_back({std::string(patches_key), std::move(patches)});
+    object.put(std::string(patches_key), std::move(patches));
   }
   std::string text;
   append_text(text, object, "");
@@ -104,16 +112,15 @@ std::string json_of_channel_file(const std::filesystem::path &path) {
 }
 
 std::string channel_file_of_json(std::string_view text) {
-  read_json object;
+  json object;
   try {
-    object = read_json::parse(text);
-  } catch (const read_json::exception &error) {
-    const std::string_view what = error.what();
-    throw std::runtime_error("is no JSON: " + std::string(what.substr(std::min(what.find("] ") + 2, what.size()))));
+    object = json::parse(text);
+  } catch (const json_error &error) {
+    throw std::runtime_error(std::string("is no JSON: ") + error.what());
   }
   std::string bytes = file_of_records(object);
   if (object.contains(patches_key)) {
-    const read_json &patches = array_in(object, patches_key, "$", bytes.max_size());
+    const json &patches = array_in(object, patches_key, "$", bytes.max_size());
     for (std::size_t at = 0; at < patches.size(); ++at) {
       apply(bytes, patches[at], element(fmt::format("$.{}", patches_key), at));
     }

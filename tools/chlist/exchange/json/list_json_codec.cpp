@@ -58,9 +58,9 @@ json json_of_field(const_record_bytes record, const json_field &field, std::stri
   return is_zero(bytes_in(record, field)) ? json() : json(hex_of(bytes_in(record, field)));
 }
 
-std::string text_of_json(const read_json &value, const std::string &path) {
+std::string text_of_json(const json &value, const std::string &path) {
   if (value.is_string()) {
-    return value.get<std::string>();
+    return value.as_string();
   }
   if (!value.is_object() || value.size() != 1 || !value.contains(hex_key)) {
     refuse_json(path, "is neither text nor {\"hex\": ...}");
@@ -72,7 +72,7 @@ void put_bytes(record_bytes record, const json_field &field, std::string_view by
   std::ranges::copy(std::as_bytes(std::span(bytes)), record.begin() + static_cast<std::ptrdiff_t>(field.offset));
 }
 
-void put_text(record_bytes record, const json_field &field, const read_json &value, const std::string &path) {
+void put_text(record_bytes record, const json_field &field, const json &value, const std::string &path) {
   const std::string text = text_of_json(value, path);
   if (text.size() > field.size) {
     refuse_json(path, fmt::format("is {} bytes long; the field holds {}", text.size(), field.size));
@@ -83,7 +83,7 @@ void put_text(record_bytes record, const json_field &field, const read_json &val
   put_bytes(record, field, text);
 }
 
-void put_reserved(record_bytes record, const json_field &field, const read_json &value, const std::string &path) {
+void put_reserved(record_bytes record, const json_field &field, const json &value, const std::string &path) {
   const std::string bytes = bytes_of_hex(value, path);
   if (bytes.size() != field.size) {
     refuse_json(path, fmt::format("gives {} bytes instead of {}", bytes.size(), field.size));
@@ -91,7 +91,7 @@ void put_reserved(record_bytes record, const json_field &field, const read_json 
   put_bytes(record, field, bytes);
 }
 
-void put_field(record_bytes record, const json_field &field, const read_json &value, const std::string &path) {
+void put_field(record_bytes record, const json_field &field, const json &value, const std::string &path) {
   if (field.kind == field_kind::text) {
     put_text(record, field, value, path);
   } else if (field.kind == field_kind::reserved) {
@@ -135,11 +135,11 @@ std::string hex_of(const_record_bytes bytes) {
   return text;
 }
 
-std::string bytes_of_hex(const read_json &value, const std::string &path) {
+std::string bytes_of_hex(const json &value, const std::string &path) {
   if (!value.is_string()) {
     refuse_json(path, "is no text of hexadecimal digits");
   }
-  const auto &text = value.get_ref<const std::string &>();
+  const auto &text = value.as_string();
   if (text.size() % 2 != 0 || !std::ranges::all_of(text, [](char c) { return digit_of(c) >= 0; })) {
     refuse_json(path, "is no text of two hexadecimal digits for each byte");
   }
@@ -166,16 +166,14 @@ void put_number(record_bytes record, const json_field &field, std::int64_t value
   }
 }
 
-std::int64_t integer_of(const read_json &value, std::size_t size, bool is_signed, const std::string &path) {
+std::int64_t integer_of(const json &value, std::size_t size, bool is_signed, const std::string &path) {
   const std::size_t value_bits = 8 * size - (is_signed ? 1 : 0);
   const std::int64_t most = static_cast<std::int64_t>((std::uint64_t{1} << value_bits) - 1);
   const std::int64_t least = is_signed ? -most - 1 : 0;
-  const bool is_integer = value.is_number_integer();
-  const bool is_too_large = value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(most);
-  if (!is_integer || is_too_large || value.get<std::int64_t>() < least || value.get<std::int64_t>() > most) {
+  if (!value.is_integer() || value.as_integer() < least || value.as_integer() > most) {
     refuse_json(path, fmt::format("is no whole number within {}..{}", least, most));
   }
-  return value.get<std::int64_t>();
+  return value.as_integer();
 }
 
 json json_of_record(const_record_bytes record, std::span<const json_field> fields) {
@@ -187,19 +185,19 @@ json json_of_record(const_record_bytes record, std::span<const json_field> field
       text = text_in(record, field);
     }
     if (!value.is_null()) {
-      object.push_back({std::string(field.name), std::move(value)});
+      object.put(std::string(field.name), std::move(value));
     }
   }
   return object;
 }
 
-void fill_record(record_bytes record, const read_json &object, std::span<const json_field> fields,
-                 const std::string &path, std::span<const std::string_view> others) {
+void fill_record(record_bytes record, const json &object, std::span<const json_field> fields, const std::string &path,
+                 std::span<const std::string_view> others) {
   if (!object.is_object()) {
     refuse_json(path, "is no object");
   }
   std::bitset<most_fields> said;
-  for (const auto &[key, value] : object.items()) {
+  for (const auto &[key, value] : object.members()) {
     const auto field = std::ranges::find(fields, key, &json_field::name);
     if (field != fields.end()) {
       put_field(record, *field, value, fmt::format("{}.{}", path, key));

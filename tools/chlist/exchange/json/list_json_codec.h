@@ -11,28 +11,25 @@
 
 namespace chlist {
 
-// JSON that is read: unlike in what is written, a member is found without a walk over all of an object's.
-using read_json = nlohmann::json;
-
 // Throws std::runtime_error "PATH: WHY"; the path is that of the value in the text, like "$.networks[2].net_index".
 [[noreturn]] void refuse_json(const std::string &path, const std::string &why);
 
 std::string hex_of(const_record_bytes bytes);
 // Throws when it is no text of as many hexadecimal bytes; any number of them when none is given.
-std::string bytes_of_hex(const read_json &value, const std::string &path);
+std::string bytes_of_hex(const json &value, const std::string &path);
 
 // Fields in the order of the table; those that have nothing to say are left out.
 json json_of_record(const_record_bytes record, std::span<const json_field> fields);
 
 // Fills a record, zero before. Members that are no fields are the caller's when it names them.
-void fill_record(record_bytes record, const read_json &object, std::span<const json_field> fields,
-                 const std::string &path, std::span<const std::string_view> others = {});
+void fill_record(record_bytes record, const json &object, std::span<const json_field> fields, const std::string &path,
+                 std::span<const std::string_view> others = {});
 
 // A number of a record, in the machine's order of bytes.
 std::int64_t number_in(const_record_bytes record, const json_field &field);
 void put_number(record_bytes record, const json_field &field, std::int64_t value);
 
 // The integer of a JSON value within the range of a field.
-std::int64_t integer_of(const read_json &value, std::size_t size, bool is_signed, const std::string &path);
+std::int64_t integer_of(const json &value, std::size_t size, bool is_signed, const std::string &path);
 
 }  // namespace chlist

@@ -124,7 +124,7 @@ constexpr json_field service_fields[] = {
         sizeof(channel_list_st::array) / sizeof(virtual_channel_st), sizeof(virtual_channel_st), fields_of_entry \
   }
 
-constexpr json_array groups[] = {
+constexpr json_array group_arrays[] = {
     GROUPS(provider, provider_num),
     GROUPS(genre, genre_num),
     GROUPS(country, country_num),
@@ -153,7 +153,7 @@ std::span<const json_field> fields_of_entry() { return entry_fields; }
 std::span<const json_field> fields_of_network() { return network_fields; }
 std::span<const json_field> fields_of_transponder() { return transponder_fields; }
 std::span<const json_field> fields_of_service() { return service_fields; }
-std::span<const json_array> groups_of_list() { return groups; }
+std::span<const json_array> groups_of_list() { return group_arrays; }
 std::span<const json_array> views_of_list() { return views; }
 
 }  // namespace chlist

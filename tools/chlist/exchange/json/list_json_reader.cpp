@@ -12,26 +12,26 @@
 namespace chlist {
 namespace {
 
-void fill_array(record_bytes array, const read_json &records, std::size_t stride, std::span<const json_field> fields,
+void fill_array(record_bytes array, const json &records, std::size_t stride, std::span<const json_field> fields,
                 const std::string &path) {
   for (std::size_t at = 0; at < records.size(); ++at) {
     fill_record(array.subspan(at * stride, stride), records[at], fields, element(path, at));
   }
 }
 
-void fill_array(record_bytes list, const read_json &object, const json_array &array, const std::string &path) {
-  const read_json &records = array_in(object, array.name, path, array.capacity);
+void fill_array(record_bytes list, const json &object, const json_array &array, const std::string &path) {
+  const json &records = array_in(object, array.name, path, array.capacity);
   fill_array(list.subspan(array.offset, array.capacity * array.stride), records, array.stride, array.fields(),
              fmt::format("{}.{}", path, array.name));
-  const auto count = object.find(array.count_name);
+  const json *count = object.find(array.count_name);
   put_number(list, count_field(array.count_offset),
-             count == object.end()
+             count == nullptr
                  ? static_cast<std::int64_t>(records.size())
                  : integer_of(*count, sizeof(std::int16_t), true, fmt::format("{}.{}", path, array.count_name)));
 }
 
-void fill_favourites(channel_list_st &list, const read_json &object, const std::string &path) {
-  const read_json &groups = array_in(object, favourites_key, path, MAX_FAV);
+void fill_favourites(channel_list_st &list, const json &object, const std::string &path) {
+  const json &groups = array_in(object, favourites_key, path, MAX_FAV);
   const std::string groups_path = fmt::format("{}.{}", path, favourites_key);
   for (std::size_t group = 0; group < groups.size(); ++group) {
     const std::string place = element(groups_path, group);
@@ -45,7 +45,7 @@ void fill_favourites(channel_list_st &list, const read_json &object, const std::
   if (!object.contains(favourite_counts_key)) {
     return;
   }
-  const read_json &counts = array_in(object, favourite_counts_key, path, MAX_FAV);
+  const json &counts = array_in(object, favourite_counts_key, path, MAX_FAV);
   for (std::size_t group = 0; group < counts.size(); ++group) {
     list.favorite_vnumber[group] = static_cast<std::int16_t>(integer_of(
         counts[group], sizeof(std::int16_t), true, element(fmt::format("{}.{}", path, favourite_counts_key), group)));
@@ -66,13 +66,13 @@ std::vector<std::string_view> keys_of_list() {
 // Puts the records of a file together, one after the other.
 class file_writer {
  public:
-  std::string write(const read_json &object) {
+  std::string write(const json &object) {
     const std::string path = "$";
     if (!object.is_object() || !object.contains(mark_key) || object[mark_key] != mark) {
       refuse_json(path, fmt::format("is no object with \"{}\": \"{}\"", mark_key, mark));
     }
     write_list(object, path);
-    const read_json &networks = array_in(object, networks_key, path, most_counted);
+    const json &networks = array_in(object, networks_key, path, most_counted);
     for (std::size_t at = 0; at < networks.size(); ++at) {
       write_network(networks[at], element(fmt::format("{}.{}", path, networks_key), at));
     }
@@ -82,7 +82,7 @@ class file_writer {
  private:
   static constexpr std::size_t most_counted = std::numeric_limits<std::uint16_t>::max();
 
-  void write_list(const read_json &object, const std::string &path) {
+  void write_list(const json &object, const std::string &path) {
     const channel::transient<channel_list_st> list(channel::allocate_record<channel_list_st>());
     const record_bytes bytes = bytes_of(*list);
     fill_record(bytes, object, fields_of_list(), path, keys_of_list());
@@ -97,10 +97,10 @@ class file_writer {
     append_image(bytes_, *list);
   }
 
-  void write_network(const read_json &object, const std::string &path) {
+  void write_network(const json &object, const std::string &path) {
     network_ch_st network = {};
     fill_record(bytes_of(network), object, fields_of_network(), path, std::span(&transponders_key, 1));
-    const read_json &transponders = array_in(object, transponders_key, path, most_counted);
+    const json &transponders = array_in(object, transponders_key, path, most_counted);
     network.tp_num = static_cast<std::uint16_t>(transponders.size());
     append_image(bytes_, network);
     for (std::size_t at = 0; at < transponders.size(); ++at) {
@@ -108,10 +108,10 @@ class file_writer {
     }
   }
 
-  void write_transponder(const read_json &object, const std::string &path) {
+  void write_transponder(const json &object, const std::string &path) {
     tp_ch_st transponder = {};
     fill_record(bytes_of(transponder), object, fields_of_transponder(), path, std::span(&services_key, 1));
-    const read_json &services = array_in(object, services_key, path, most_counted);
+    const json &services = array_in(object, services_key, path, most_counted);
     transponder.rch_num = static_cast<std::uint16_t>(services.size());
     append_image(bytes_, transponder);
     for (std::size_t at = 0; at < services.size(); ++at) {
@@ -129,10 +129,10 @@ class file_writer {
 
 std::string element(const std::string &path, std::size_t at) { return fmt::format("{}[{}]", path, at); }
 
-const read_json &array_in(const read_json &object, std::string_view key, const std::string &path, std::size_t most) {
-  const auto found = object.find(key);
+const json &array_in(const json &object, std::string_view key, const std::string &path, std::size_t most) {
+  const json *found = object.find(key);
   const std::string place = fmt::format("{}.{}", path, key);
-  if (found == object.end()) {
+  if (found == nullptr) {
     refuse_json(path, fmt::format("has no {}", key));
   }
   if (!found->is_array()) {
@@ -144,6 +144,6 @@ const read_json &array_in(const read_json &object, std::string_view key, const s
   return *found;
 }
 
-std::string file_of_records(const read_json &object) { return file_writer().write(object); }
+std::string file_of_records(const json &object) { return file_writer().write(object); }
 
 }  // namespace chlist

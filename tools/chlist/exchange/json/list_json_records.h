@@ -41,11 +41,11 @@ constexpr json_field count_field(std::size_t offset) {
 std::string element(const std::string &path, std::size_t at);
 
 // An array within an object. Throws as refuse_json() does when it is none, or longer than it may be.
-const read_json &array_in(const read_json &object, std::string_view key, const std::string &path, std::size_t most);
+const json &array_in(const json &object, std::string_view key, const std::string &path, std::size_t most);
 
 json json_of_list(channel_list_st &list);
 
 // The file that the records make, without patches.
-std::string file_of_records(const read_json &object);
+std::string file_of_records(const json &object);
 
 }  // namespace chlist

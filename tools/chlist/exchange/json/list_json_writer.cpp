@@ -25,9 +25,9 @@ void put_array(json &object, const_record_bytes list, const json_array &array) {
   json records =
       json_of_array(list.subspan(array.offset, array.capacity * array.stride), count, array.stride, array.fields());
   const bool is_counted = count == static_cast<std::int64_t>(records.size());
-  object.push_back({std::string(array.name), std::move(records)});
+  object.put(std::string(array.name), std::move(records));
   if (!is_counted) {
-    object.push_back({std::string(array.count_name), count});
+    object.put(std::string(array.count_name), count);
   }
 }
 
@@ -39,15 +39,15 @@ void put_favourites(json &object, const channel_list_st &list) {
     const std::int16_t count = list.favorite_vnumber[group];
     groups.push_back(json_of_array(std::as_bytes(std::span(list.favorite_vch[group])), count,
                                    sizeof(virtual_channel_st), fields_of_entry()));
-    are_counted = are_counted && count == static_cast<std::int64_t>(groups.back().size());
+    are_counted = are_counted && count == static_cast<std::int64_t>(groups[groups.size() - 1].size());
     counts.push_back(count);
   }
-  while (!groups.empty() && groups.back().empty()) {
-    groups.erase(groups.size() - 1);
+  while (!groups.empty() && groups[groups.size() - 1].empty()) {
+    groups.pop_back();
   }
-  object.push_back({std::string(favourites_key), std::move(groups)});
+  object.put(std::string(favourites_key), std::move(groups));
   if (!are_counted) {
-    object.push_back({std::string(favourite_counts_key), std::move(counts)});
+    object.put(std::string(favourite_counts_key), std::move(counts));
   }
 }
 
@@ -59,11 +59,11 @@ json json_of_network(network_ch_st &network) {
       services.push_back(json_of_record(bytes_of(service), fields_of_service()));
     }
     json object = json_of_record(bytes_of(std::as_const(transponder)), fields_of_transponder());
-    object.push_back({std::string(services_key), std::move(services)});
+    object.put(std::string(services_key), std::move(services));
     transponders.push_back(std::move(object));
   }
   json object = json_of_record(bytes_of(std::as_const(network)), fields_of_network());
-  object.push_back({std::string(transponders_key), std::move(transponders)});
+  object.put(std::string(transponders_key), std::move(transponders));
   return object;
 }
 
@@ -71,8 +71,8 @@ json json_of_network(network_ch_st &network) {
 
 json json_of_list(channel_list_st &list) {
   const const_record_bytes bytes = bytes_of(std::as_const(list));
-  json object = {{mark_key, mark}};
-  object.update(json_of_record(bytes, fields_of_list()));
+  json object = {{std::string(mark_key), mark}};
+  object.put(json_of_record(bytes, fields_of_list()));
   for (const json_array &groups : groups_of_list()) {
     put_array(object, bytes, groups);
   }
@@ -84,7 +84,7 @@ json json_of_list(channel_list_st &list) {
   for (network_ch_st &network : channel::networks_of(list.network_list)) {
     networks.push_back(json_of_network(network));
   }
-  object.push_back({std::string(networks_key), std::move(networks)});
+  object.put(std::string(networks_key), std::move(networks));
   return object;
 }
 
