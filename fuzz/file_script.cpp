@@ -73,7 +73,10 @@ class script_reader {
   void list_bytes(byte_reader &operands);
   void record_bytes(byte_reader &operands);
   void record_filling(byte_reader &operands);
-  void cut(byte_reader &operands) { made_.cut = operands.number(3); }
+  void cut(byte_reader &operands) {
+    made_.cut = operands.number(3);
+    made_.cuts_header = operands.byte() != 0;
+  }
   void tail(byte_reader &operands);
 
   static constexpr std::array readers = {
@@ -245,8 +248,9 @@ void script_reader::tail(byte_reader &operands) {
   made_.tail.append(count, static_cast<char>(operands.byte()));
 }
 
-void damage(bytes &file, const scripted_file &scripted) {
-  file.resize(file.size() - std::min(scripted.cut, file.size()));
+void damage(bytes &file, const scripted_file &scripted, std::size_t header_size) {
+  const std::size_t end = scripted.cuts_header ? header_size : file.size();
+  file.resize(end - std::min(scripted.cut, end));
   file += scripted.tail;
 }
 
@@ -255,13 +259,13 @@ void damage(bytes &file, const scripted_file &scripted) {
 scripted_file read_script(byte_reader &input) { return script_reader().read(input); }
 
 bytes contents(scripted_file scripted) {
-  damage(scripted.file.data, scripted);
+  damage(scripted.file.data, scripted, test_support::list_size);
   return std::move(scripted.file.data);
 }
 
 bytes contents(const scripted_file &scripted, const test_support::old_version &version) {
   bytes file = in_version(version, scripted.file).data;
-  damage(file, scripted);
+  damage(file, scripted, version.size_of(record_kind::list));
   return file;
 }
 

@@ -30,7 +30,7 @@ enum class file_step : std::uint8_t {
   list_bytes,      // offset in the list 3, how many 1, bytes
   record_bytes,    // record from the end 1, offset 2, how many 1, bytes
   record_filling,  // record from the end 1, offset 2, how many 2, byte
-  cut,             // bytes to take off the end of the file 3
+  cut,             // bytes to take off the end 3, of the file, or when 1 is not 0 of its header
   tail,            // how many bytes to put behind the file 1, byte
   count
 };
@@ -38,6 +38,7 @@ enum class file_step : std::uint8_t {
 struct scripted_file {
   test_support::channel_file file;
   std::size_t cut = 0;
+  bool cuts_header = false;
   bytes tail;
 };
 

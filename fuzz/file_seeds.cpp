@@ -43,11 +43,18 @@ script filling(int record, int at, int size, int byte) {
   return step(file_step::record_filling, u8(record) + u16(at) + u16(size) + u8(byte));
 }
 script cut(int size) { return step(file_step::cut, u24(size)); }
+script cut_header(int size) { return step(file_step::cut, u24(size) + u8(1)); }
+script list_bytes(int at, const std::string &bytes) {
+  return step(file_step::list_bytes, u24(at) + u8(static_cast<int>(bytes.size())) + bytes);
+}
 script tail(int size) { return step(file_step::tail, u8(size) + u8('x')); }
 
 const script small = network(1) + transponder(100, 9000) + service(1) + service(2, 2, 0x0E, 1, "Radio");
 const script shown = small + entry(all, 0, 1) + entry(all, 1, 2) + entry(tv, 0, 1) + entry(radio, 1, 2) +
                      group(providers, 1, "Free") + group(genres, 1, "News") + group(countries, 1, "Malta");
+// Where a header has the heads of its lists: in the file, and in the memory of a process with 64-bit pointers, which
+// the promotion entries reach.
+const script filled_links = entries(promotion, 10) + list_bytes(459'592, "AAAAAAAA") + list_bytes(459'616, "AAAAAAAA");
 const script two_networks = shown + network(2, "Hot") + transponder(200, 9100, 1) + transponder(201, 9200) +
                             service(3) + service(4) + entry(all, 2, 3) + entry(all, 3, 4);
 
@@ -71,9 +78,8 @@ std::vector<std::pair<std::string, script>> whole_files() {
       {"favourite_ids_twice", small + group(favourites, 0, "Mine") + entry(first_favourite, 0, 1, 7) +
                                   entry(first_favourite, 1, 2, 7) + setting(view_type, 10)},
       {"names_without_end", shown + filling(0, 8, 200, 'x') + filling(3, 12, 64, 0xE4) +
-                                step(file_step::list_bytes, u24(16) + u8(12) +
-                                                                "\x7F\x7F"
-                                                                "abcdefghij")},
+                                list_bytes(16, "\x7F\x7F"
+                                               "abcdefghij")},
       {"unknown_view", shown + setting(view_type, 6)},
       {"empty_view", shown + setting(view_type, 3)},
       {"favourite_view_of_no_group", shown + setting(view_type, 29)},
@@ -92,7 +98,10 @@ std::vector<std::pair<std::string, script>> whole_files() {
 
 std::vector<std::pair<std::string, script>> short_files() {
   return {
-      {"cut_in_the_list", shown + cut(462'000)},
+      {"cut_in_the_list", shown + cut_header(230'000)},
+      {"cut_in_the_promotion_view", shown + entries(promotion, 10) + cut_header(432)},
+      {"cut_behind_the_links", shown + filled_links + cut_header(1)},
+      {"cut_in_the_links", shown + filled_links + cut_header(412)},
       {"nothing", shown + cut(0xFFFFFF)},
       {"cut_in_a_service", two_networks + cut(1)},
       {"cut_before_a_service", two_networks + cut(312)},
@@ -154,6 +163,8 @@ std::vector<seed> scan_seeds() {
       {"frequency_0_behind_new_services", network(1) + transponder(100, 9000) + service(1) + end + network(1) +
                                               transponder(100, 9000) + services(20) + transponder(7, 0) + service(1)},
       {"short_scan", shown + end + two_networks + cut(1)},
+      {"scan_cut_in_the_promotion_view", shown + end + shown + entries(promotion, 10) + cut_header(432)},
+      {"scan_cut_behind_the_links", shown + end + shown + filled_links + cut_header(1)},
       {"scan_claims_networks", shown + end + small + setting(network_count, 0xFFFF)},
       {"short_list", shown + cut(1) + end + shown},
       {"names_without_end", shown + end + small + service(9) + filling(0, 8, 200, 'x') + filling(4, 12, 64, 'y')},

@@ -1,5 +1,5 @@
-// Changes inputs as sequences of steps: repeats, removes, moves and swaps whole ones, and changes the bytes of one
-// without moving the others. Every other change is left to the fuzzer itself.
+// Changes inputs as sequences of steps: repeats, removes, moves and swaps whole ones, changes the bytes of one without
+// moving the others, and ends a file inside its header. Every other change is left to the fuzzer itself.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "file_script.h"
 #include "harness.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t *data, std::size_t size, std::size_t max_size);
@@ -60,6 +61,19 @@ void new_step(bytes &input, random_numbers &random) {
   insert_step(input, any_step(input, random), step);
 }
 
+// A file that ends inside its header, most often near its end, where the lists stand. Sequences of calls take the step
+// as any other.
+void cut_header(bytes &input, random_numbers &random) {
+  const std::size_t missing = random() % 4 == 0 ? random() % test_support::list_size : random() % 700;
+  bytes step(fuzz::step_size);
+  step[0] = static_cast<std::uint8_t>(fuzz::file_step::cut);
+  for (std::size_t i = 0; i < 3; ++i) {
+    step[1 + i] = static_cast<std::uint8_t>(missing >> 8 * i);
+  }
+  step[4] = 1;
+  insert_step(input, any_step(input, random), step);
+}
+
 void change_step(bytes &input, random_numbers &random) {
   const std::size_t at = any_step(input, random);
   bytes step = step_at(input, at);
@@ -73,7 +87,8 @@ void change_step(bytes &input, random_numbers &random) {
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t *data, std::size_t size, std::size_t max_size,
                                                unsigned int seed) {
   random_numbers random(seed);
-  constexpr std::array changes = {change_step, change_step, change_step, repeat_step, drop_step, move_step, new_step};
+  constexpr std::array changes = {change_step, change_step, change_step, repeat_step,
+                                  drop_step,   move_step,   new_step,    cut_header};
   const std::size_t chosen = random() % (changes.size() + 3);
   if (chosen >= changes.size() || size <= fuzz::step_size) {
     return LLVMFuzzerMutate(data, size, max_size);

@@ -72,27 +72,27 @@ inline void print_list_read(const char *operation, const char *which, const chan
   LOG_TRACE_AS(operation, 2, "%s", rule);
 }
 
-// Reads a whole file into a list of its own; none when it cannot be opened or is short.
+// Reads a whole file into a list of its own; none when it cannot be opened or is short. What the header is read into
+// becomes a list, whose networks are released with it, only when the header is whole.
 template <class Format>
 detached_list<Format> read_detached(const char *path, const detached_reader &reader) {
   using list_type = typename Format::list;
   reader.opening();
-  auto *memory = static_cast<list_type *>(std::calloc(1, sizeof(list_type)));
-  if (memory == nullptr) {
+  transient<list_type> header(static_cast<list_type *>(std::calloc(1, sizeof(list_type))));
+  if (header == nullptr) {
     reader.unopened();
     return nullptr;
   }
-  detached_list<Format> list(memory);
   file source(path, "r");
   if (!source.is_open()) {
     reader.unopened();
     return nullptr;
   }
-  if (!source.read(image_within(*list), layout<list_type>::size)) {
+  if (!read_image(source, *header)) {
     reader.short_header(static_cast<int>(layout<list_type>::size));
     return nullptr;
   }
-  settle_image(*list);
+  detached_list<Format> list(header.release());
   channel_list_st &base = base_of(*list);
   init_lists(base);
   reader.on_header(base);

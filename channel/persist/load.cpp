@@ -76,12 +76,12 @@ class channel_file_reader {
   char channel_load_marker_[255] = {};
 };
 
-// The list reads its header in place, over its links and the current view.
+// The list reads its header in place, over its links and the current view. A short one leaves bytes of the file there:
+// the load gives up and initialises the list before anything looks at it.
 bool read_header(file &source) {
-  if (!source.read(image_within(channel_list), layout<channel_list_st>::size)) {
+  if (!read_image(source, channel_list)) {
     return false;
   }
-  settle_image(channel_list);
   init_lists(channel_list);
   const view all = find_view(VIEW_ALL);
   channel_list.cur_vch = all.entries;

@@ -38,15 +38,22 @@ inline channel_list_st &base_of(v8_channel_list_st &list) { return list.base; }
 inline network_ch_st &base_of(v8_network_ch_st &network) { return network.base; }
 inline tp_ch_st &base_of(v8_tp_ch_st &transponder) { return transponder.base; }
 
+// Makes a record of the next image of a file. False when the file is short: then bytes of the file stand in the memory
+// where a record has its pointers, and it must go as memory, without a look at what it holds.
+template <class Record>
+bool read_image(file &source, Record &record) {
+  if (!source.read(image_within(record), layout<Record>::size)) {
+    return false;
+  }
+  settle_image(record);
+  return true;
+}
+
 // One record, allocated and read in place; null when the file is short.
 template <class Record>
 Record *read_record(file &source) {
   transient<Record> record(allocate_record<Record>());
-  if (!source.read(image_within(*record), layout<Record>::size)) {
-    return nullptr;
-  }
-  settle_image(*record);
-  return record.release();
+  return read_image(source, *record) ? record.release() : nullptr;
 }
 
 // Reads the services of one transponder. Reader: on_service(service) after each, short_service() on a short file.

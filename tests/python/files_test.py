@@ -21,6 +21,13 @@ from channel_list.records import channel_st
 from support import CURRENT, GOLDEN, ListTest, captured, fill
 
 HEADER_SIZE = 460_032
+LONG_HEADER_SIZE = 460_200
+
+
+def cut_header(image: bytes, size: int) -> bytes:
+    """A file that ends behind the links of its header's lists, which hold what could be taken for addresses."""
+    links_begin = 459_592
+    return image[:links_begin] + b"\x41" * (size - links_begin)
 
 
 class Mallinfo2(ctypes.Structure):
@@ -128,6 +135,11 @@ class Loading(ListTest):
                 path.write_bytes(image[:size])
                 self.assert_refused(path, "ends too early for a channel file of version 10")
                 self.assertEqual((self.channels.view("all"), self.channels.networks()), ((), ()))
+
+    def test_a_file_that_ends_in_its_header_is_refused_whatever_its_bytes_are(self) -> None:
+        path = self.folder / "cut.dat"
+        path.write_bytes(cut_header(CURRENT.read_bytes(), HEADER_SIZE - 1))
+        self.assert_refused(path, "ends too early for a channel file of version 10")
 
     def test_a_file_whose_counts_claim_what_is_not_there_is_refused(self) -> None:
         path = self.folder / "claims.dat"
@@ -271,12 +283,15 @@ class Converting(ListTest):
 
     def test_a_file_that_ends_too_early_is_refused_and_leaves_an_empty_list(self) -> None:
         path = self.folder / "cut.dat"
-        path.write_bytes((GOLDEN / "channel_v8.dat").read_bytes()[:-1])
-        fill(1)
-        with self.assertRaises(FileError) as refusal:
-            self.channels.convert(path)
-        self.assertEqual(str(refusal.exception), f"{path}: ends too early for a channel file of version 8")
-        self.assertEqual(self.channels.networks(), ())
+        image = (GOLDEN / "channel_v8.dat").read_bytes()
+        for cut in (image[:-1], cut_header(image, LONG_HEADER_SIZE - 1)):
+            with self.subTest(size=len(cut)):
+                path.write_bytes(cut)
+                fill(1)
+                with self.assertRaises(FileError) as refusal:
+                    self.channels.convert(path)
+                self.assertEqual(str(refusal.exception), f"{path}: ends too early for a channel file of version 8")
+                self.assertEqual(self.channels.networks(), ())
 
 
 class OwnNewListFolder:
@@ -353,11 +368,14 @@ class Merging(ListTest):
             self.channels.merge()
 
     def test_a_damaged_new_list_is_refused_and_leaves_the_list(self) -> None:
-        self.channels.load(CURRENT)
-        Path(NEW_LIST_PATH).write_bytes(CURRENT.read_bytes()[:-1])
-        self.assert_refused("ends too early for a channel file of version 10")
-        self.channels.save(self.folder / "saved.dat")
-        self.assertEqual((self.folder / "saved.dat").read_bytes(), CURRENT.read_bytes())
+        image = CURRENT.read_bytes()
+        for cut in (image[:-1], cut_header(image, HEADER_SIZE - 1)):
+            with self.subTest(size=len(cut)):
+                self.channels.load(CURRENT)
+                Path(NEW_LIST_PATH).write_bytes(cut)
+                self.assert_refused("ends too early for a channel file of version 10")
+                self.channels.save(self.folder / "saved.dat")
+                self.assertEqual((self.folder / "saved.dat").read_bytes(), image)
 
     def test_a_new_list_of_another_version_is_refused(self) -> None:
         Path(NEW_LIST_PATH).write_bytes((GOLDEN / "channel_v9.dat").read_bytes())

@@ -50,6 +50,23 @@ TEST_F(MergeTool, ShortFilesAreRefused) {
   }
 }
 
+// A promotion view full of entries reaches where the heads of a header's lists stand in memory.
+TEST_F(MergeTool, FilesThatEndInTheirHeaderAreRefusedWhateverTheirBytesAre) {
+  channel_file promoted = own_list();
+  for (int number = 1; number <= MAX_PROMO_CHANNEL; ++number) {
+    promoted.entry(VIEW_PROMOTION, {}, number);
+  }
+  for (const std::string name : {"list.dat", "scan.dat"}) {
+    const std::string whole = read_file(path(name));
+    for (const std::size_t size : {459'593U, 459'600U, 459'618U, 460'031U}) {
+      write_file(path(name), promoted.data.substr(0, size));
+      expect_refused({"list.dat", "scan.dat", "-o", "out.dat"},
+                     name + ": ends too early for a channel file of its version");
+    }
+    write_file(path(name), whole);
+  }
+}
+
 TEST_F(MergeTool, InputThatIsNoFileIsRefused) {
   fs::create_directory(path("folder"));
 
