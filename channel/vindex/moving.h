@@ -4,6 +4,7 @@
 #include <bitset>
 #include <channel/records.h>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 
 #include "channel/store/view.h"
@@ -21,15 +22,16 @@ void insert_block(const view &moved, int destination, std::span<const virtual_ch
 
 inline bool is_position(const view &searched, int position) { return position >= 0 && position < searched.size(); }
 
-// Whether every position is inside the view and none is given twice.
+// Whether every position is inside the view and none is given twice. A view that is an array of the host's own may have
+// every position that a count can count.
 template <class Position>
 bool are_distinct_positions(const view &searched, std::span<const Position> positions) {
-  std::bitset<MAX_CHANNEL> seen;
+  std::bitset<std::size_t{INT16_MAX} + 1> seen;
   for (const Position position : positions) {
-    if (!is_position(searched, position) || seen.test(static_cast<std::size_t>(position))) {
+    if (!is_position(searched, position) || seen[static_cast<std::size_t>(position)]) {
       return false;
     }
-    seen.set(static_cast<std::size_t>(position));
+    seen[static_cast<std::size_t>(position)] = true;
   }
   return true;
 }

@@ -83,9 +83,13 @@
  * @section rules_views Views
  *
  * View codes are VIEW_ALL, VIEW_TV, VIEW_RADIO, VIEW_USER, VIEW_WORK, VIEW_PROMOTION and VIEW_FAVOURITE plus 0..19. One
- * view is current; functions without a view argument work on it. A count outside its array, which only a host can
- * write, is read as the nearest one inside, but by get_fav_vch_number(), get_fav_vch_by_group_name(),
- * get_fav_group_number() and get_provider_number(), which give it as it stands.
+ * view is current; functions without a view argument work on it. A host may point channel_list_st::cur_vch and
+ * cur_vnumber to an array and a count of its own, which then is the current view with as many entries as it counts, up
+ * to 32,767, until a view is made current.
+ *
+ * A count outside its array, which only a host can write, is read as the nearest one inside, but by
+ * get_fav_vch_number(), get_fav_vch_by_group_name(), get_fav_group_number() and get_provider_number(), which give it as
+ * it stands.
  */
 
 #include <channel/dumps.h>
