@@ -42,22 +42,17 @@ bool is_counted_by(const tp_ch_st &transponder, const channel_st &service) {
          transponder.polarisation == service.polarisation;
 }
 
-// A release counts down the first matching transponder of every network with the channel's identity: the right one when
-// that is the channel's own, and no other.
+// A release counts down the first matching transponder of every network with the channel's identity, and the channel's
+// own where none matches: the right one unless another matches.
 bool is_counted_by_its_own(const std::vector<listed_network> &all, const channel_st &service, const tp_ch_st &its_own) {
-  bool is_counted = false;
-  for (const auto &[network, transponders] : all) {
-    if (network->net_index != service.net_index || network->network_id != service.network_id) {
-      continue;
+  return std::ranges::all_of(all, [&](const listed_network &listed) {
+    if (listed.network->net_index != service.net_index || listed.network->network_id != service.network_id) {
+      return true;
     }
     const auto first = std::ranges::find_if(
-        transponders, [&](const tp_ch_st *transponder) { return is_counted_by(*transponder, service); });
-    if (first != transponders.end() && *first != &its_own) {
-      return false;
-    }
-    is_counted = is_counted || first != transponders.end();
-  }
-  return is_counted;
+        listed.transponders, [&](const tp_ch_st *transponder) { return is_counted_by(*transponder, service); });
+    return first == listed.transponders.end() || *first == &its_own;
+  });
 }
 
 bool is_every_service_counted_by_its_own() {

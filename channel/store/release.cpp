@@ -15,6 +15,7 @@
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/service_index.h"
 #include "channel/store/spread.h"
 #include "channel/store/view.h"
 
@@ -87,6 +88,31 @@ void doomed_services::add(channel_st &service) {
   first_ = &service.list;
 }
 
+namespace {
+
+std::uint64_t holder_key(const channel_st &service) { return reinterpret_cast<std::uintptr_t>(&service); }
+
+first_table<tp_ch_st> find_holders() {
+  first_table<tp_ch_st> holders(count_records(channel_list.network_list).services);
+  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+    for (tp_ch_st &transponder : transponders_of(network)) {
+      for (const channel_st &service : services_of(transponder)) {
+        holders.keep_first(holder_key(service), &transponder);
+      }
+    }
+  }
+  return holders;
+}
+
+}  // namespace
+
+tp_ch_st *doomed_services::holder_of(const channel_st &service) {
+  if (!holders_) {
+    holders_.emplace(find_holders());
+  }
+  return holders_->find(holder_key(service));
+}
+
 void doomed_services::add_all(tp_ch_st &transponder) {
   for (channel_st &service : services_of(transponder)) {
     add(service);
@@ -152,26 +178,38 @@ void release_network(network_ch_st &network, doomed_services &doomed) {
 
 namespace {
 
-// Kept: a network's first matching transponder is counted down whether or not the channel hangs from it.
-void count_down_transponder(network_ch_st &network, const channel_st &service) {
+// Kept: a network's first matching transponder is counted down whether or not the channel hangs from it. False when
+// none matches.
+bool count_down_match(network_ch_st &network, const channel_st &service) {
   for (tp_ch_st &transponder : transponders_of(network)) {
     if (is_transponder_of(transponder, service)) {
       count_down(transponder.rch_num);
-      return;
+      return true;
     }
   }
+  return false;
+}
+
+// Kept: the walk goes on after a match, into networks of the same identity that a merge has doubled.
+bool count_down_matches(const channel_st &service) {
+  bool any = false;
+  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+    if (is_network(network, service.net_index, service.network_id)) {
+      any = count_down_match(network, service) || any;
+    }
+  }
+  return any;
 }
 
 }  // namespace
 
-// Kept: the walk goes on after a match, into networks of the same identity that a merge has doubled.
 void release_service(channel_st &service, doomed_services &doomed) {
   if (is_doomed(service)) {
     return;
   }
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    if (is_network(network, service.net_index, service.network_id)) {
-      count_down_transponder(network, service);
+  if (!count_down_matches(service)) {
+    if (tp_ch_st *holder = doomed.holder_of(service); holder != nullptr) {
+      count_down(holder->rch_num);
     }
   }
   doomed.add(service);

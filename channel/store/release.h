@@ -3,6 +3,9 @@
 
 #include <base/list.h>
 #include <channel/records.h>
+#include <optional>
+
+#include "channel/store/first_table.h"
 
 namespace channel {
 
@@ -19,11 +22,18 @@ class doomed_services {
   // Every channel of a transponder. Its count is the caller's to lower.
   void add_all(tp_ch_st &transponder);
 
+  // The transponder that a channel hangs from, whatever the channel says; null when it hangs from none.
+  tp_ch_st *holder_of(const channel_st &service);
+
  private:
   list_head *first_ = nullptr;
+  // Every channel's transponder, from one walk when the first is asked for: a pass may ask for thousands.
+  std::optional<first_table<tp_ch_st>> holders_;
 };
 
-// Counts the channel's transponder down and dooms the channel, unless it is doomed already.
+// Counts the channel's transponder down and dooms the channel, unless it is doomed already. Where none matches the
+// channel, the transponder that it hangs from is counted down: counts that are not the lengths of their lists make a
+// file that is read out of frame.
 void release_service(channel_st &service, doomed_services &doomed);
 
 // Frees a transponder and dooms its channels. The network's count is the caller's to lower.

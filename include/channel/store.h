@@ -125,8 +125,9 @@ int add_rch_info(channel_st *rch, const char *network_name);
  * Unlinks and frees one real channel and lowers its transponder's count.
  *
  * The count is lowered on the first matching transponder (ts_id, frequency and polarisation) of every network with the
- * channel's net_index and network_id. Entries of the channel in every view and in the history stay, without their
- * pointer to it; an empty transponder stays.
+ * channel's net_index and network_id; where no transponder matches, as after the broadcaster changed the transport
+ * stream id, on the one that holds the channel. Entries of the channel in every view and in the history stay, without
+ * their pointer to it; an empty transponder stays.
  *
  * @param rch a filed channel; the pointer is invalid afterwards. Null is refused.
  * @logs 0: null.

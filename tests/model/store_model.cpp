@@ -151,10 +151,11 @@ void model::forget_all(const transponder &released) {
   }
 }
 
-// A channel that was filed on a transponder with another transport stream id is taken out all the same, but not
-// counted.
+// Where no transponder matches the channel, as after it was filed on one with another transport stream id, the one that
+// holds it is counted down.
 void model::release(int serial) {
   const service released = *service_of(serial);
+  bool any_matches = false;
   for (network &each : networks) {
     if (each.net_index != released.id.net_index || each.network_id != released.id.network_id) {
       continue;
@@ -163,13 +164,16 @@ void model::release(int serial) {
       return below.ts_id == released.id.ts_id && same_frequency(below.frequency, released.id.frequency) &&
              below.polarisation == released.id.polarisation;
     });
-    if (first != each.transponders.end() && first->count != 0) {
-      --first->count;
+    if (first != each.transponders.end()) {
+      any_matches = true;
+      first->count = std::max(first->count - 1, 0);
     }
   }
   for (network &each : networks) {
     for (transponder &below : each.transponders) {
-      std::erase_if(below.services, [serial](const service &filed) { return filed.serial == serial; });
+      const bool held =
+          std::erase_if(below.services, [serial](const service &filed) { return filed.serial == serial; }) > 0;
+      below.count -= held && !any_matches && below.count > 0 ? 1 : 0;
     }
   }
   forget(serial);

@@ -8,7 +8,7 @@ namespace test_support {
 
 // Invariants that some operations are documented to give up; a test that used one of them switches the promise off.
 struct promises {
-  bool counts = true;               // releasing a channel may count another transponder down, or none
+  bool counts = true;               // releasing a channel may count another transponder down than its own
   bool zeros_behind_counts = true;  // moves and the sort by flag leave copies behind a count
   bool distinct_favourites = true;  // a host inserts what it likes, and block moves may leave copies at a group's end
   bool distinct_history = true;     // an addition by another frequency than the entry's own is not recognised

@@ -66,6 +66,18 @@ TEST_F(ServiceListsRemoving, TheServicesLeaveTheWholeChannelList) {
   EXPECT_EQ(service_ids(VIEW_ALL), (ids{1, 3}));
 }
 
+// A broadcaster that changes its transport stream id leaves services on a transponder of another one.
+TEST_F(ServiceListsRemoving, ServicesOfAnotherTransportStreamAreCountedDownAsWell) {
+  show_services();
+  list.tv_vch[1].rch->ts_id = 200;
+  list.tv_vch[3].rch->ts_id = 300;
+
+  EXPECT_EQ(remove_group(GROUP_PROVIDER, 7), 0);
+
+  EXPECT_EQ(filed(), (ids{1, 3}));
+  EXPECT_TRUE(counts_match_lists());
+}
+
 TEST_F(ServiceListsRemoving, EveryKindTellsItsGroups) {
   struct kind_case {
     int kind;

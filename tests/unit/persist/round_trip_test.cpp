@@ -57,6 +57,24 @@ TEST_F(RoundTrip, WritesPointersAsZeroWhateverWasRead) {
   expect_same_bytes(save(), file.data);
 }
 
+// Counts frame the records: one that stayed too high would hide those behind it.
+TEST_F(RoundTrip, BringsBackWhatIsLeftWhenAServiceOfAnotherTransportStreamWasReleased) {
+  test_support::file_service({.ts_id = 100, .service_id = 1});
+  channel_st *moved = test_support::file_service({.ts_id = 200, .service_id = 2});
+  test_support::file_service({.frequency = 12'000'000, .service_id = 3});
+  test_support::file_service({.net_index = 2, .service_id = 4});
+  release_rch_info(moved);
+
+  const bytes saved = save();
+  reset_channel_list();
+
+  ASSERT_EQ(load(saved), CHANNEL_LIST_VERSION);
+  EXPECT_NE(get_channel_st(1, 1, 100, 11'000'000, 1, 0), nullptr);
+  EXPECT_NE(get_channel_st(1, 1, 100, 12'000'000, 3, 0), nullptr);
+  EXPECT_NE(get_channel_st(2, 1, 100, 11'000'000, 4, 0), nullptr);
+  expect_same_bytes(save(), saved);
+}
+
 TEST_F(RoundTrip, ChangesNothingTheSecondTime) {
   load(file_full_of_bytes().data);
   const bytes first = save();

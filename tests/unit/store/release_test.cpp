@@ -3,6 +3,8 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "support/hierarchy_walk.h"
 #include "support/log_capture.h"
 #include "support/records_by_hand.h"
@@ -69,35 +71,131 @@ TEST_F(Release, TheCountIsLoweredOnATransponderLessThan2500Away) {
   }
 }
 
-TEST_F(Release, NoCountIsLoweredOnATransponder2500Away) {
+// The search for the transponder looks at the transport stream id as well, at a frequency of 64 bits and at the
+// polarisation; the finders look at less.
+class MatchingTransponder : public Release {
+ protected:
+  // A service on a transponder of its own, in front of which another network has one like it.
+  void SetUp() override {
+    Release::SetUp();
+    doubled_ = append_transponder(*alloc_network_ch_info(1, 1, nullptr), 100, 11'000'000, 1);
+    append_service(*doubled_, {.service_id = 9});
+    own_ = append_transponder(*alloc_network_ch_info(1, 1, nullptr), 555, 22'000'000, 0);
+    service_ = append_service(*own_, {.polarisation = 1});
+  }
+
+  tp_ch_st *doubled_ = nullptr;
+  tp_ch_st *own_ = nullptr;
+  channel_st *service_ = nullptr;
+};
+
+TEST_F(MatchingTransponder, IsCountedDownInsteadOfTheOneThatHoldsTheChannel) {
+  release_rch_info(service_);
+
+  EXPECT_EQ(doubled_->rch_num, 0);
+  EXPECT_EQ(own_->rch_num, 1);
+}
+
+TEST_F(MatchingTransponder, IsNotOneOfAnotherTransportStream) {
+  service_->ts_id = 101;
+
+  release_rch_info(service_);
+
+  EXPECT_EQ(doubled_->rch_num, 1);
+}
+
+TEST_F(MatchingTransponder, IsNotOneOfAnotherPolarisation) {
+  service_->polarisation = 2;
+
+  release_rch_info(service_);
+
+  EXPECT_EQ(doubled_->rch_num, 1);
+}
+
+TEST_F(MatchingTransponder, IsNotOne2500Away) {
   for (const std::int64_t distance : {-2501LL, -2500LL, 2500LL, 2501LL, 0x1'0000'0000LL, -0x1'0000'0000LL}) {
-    channel_st *service = file_service({});
-    service->frequency += distance;
+    channel_st *service = append_service(*own_, {.frequency = 11'000'000 + distance, .polarisation = 1});
 
     release_rch_info(service);
 
-    EXPECT_EQ(transponders(*networks().at(0)).at(0)->rch_num, 1) << distance;
-    reset_channel_list();
+    EXPECT_EQ(doubled_->rch_num, 1) << distance;
   }
 }
 
-TEST_F(Release, TheTransportStreamIdCountsUnlikeInTheFinders) {
+// Where no transponder matches, the one that holds the channel is counted down: a count that stays too high makes the
+// next file one that is read out of frame.
+class TransponderThatHoldsTheChannel : public Release {
+ protected:
+  // Releases a channel that hangs beside another one of its transponder.
+  static void expect_counted_down_after(const std::function<void(channel_st &)> &change) {
+    channel_st *service = file_service({.service_id = 1});
+    channel_st *left = file_service({.service_id = 2});
+    file_service({.net_index = 2, .service_id = 3});
+    change(*service);
+
+    release_rch_info(service);
+
+    EXPECT_TRUE(counts_match_lists());
+    EXPECT_EQ(services(*transponders(*networks().at(0)).at(0)), std::vector<channel_st *>{left});
+    reset_channel_list();
+  }
+};
+
+TEST_F(TransponderThatHoldsTheChannel, IsCountedDownWhenTheBroadcasterChangedTheTransportStreamId) {
+  expect_counted_down_after([](channel_st &service) { service.ts_id = 200; });
+}
+
+TEST_F(TransponderThatHoldsTheChannel, IsCountedDownWhenTheChannelHasAnotherPolarisation) {
+  expect_counted_down_after([](channel_st &service) { service.polarisation = 1; });
+}
+
+TEST_F(TransponderThatHoldsTheChannel, IsCountedDownWhenTheChannelHasAnotherFrequency) {
+  for (const std::int64_t distance : {-2500LL, 2500LL, 0x1'0000'0000LL, -0x1'0000'0000LL, -11'000'000LL}) {
+    expect_counted_down_after([distance](channel_st &service) { service.frequency += distance; });
+  }
+}
+
+TEST_F(TransponderThatHoldsTheChannel, IsCountedDownWhenTheChannelIsOfAnotherNetwork) {
+  expect_counted_down_after([](channel_st &service) { service.network_id = 7; });
+  expect_counted_down_after([](channel_st &service) { service.net_index = 7; });
+}
+
+TEST_F(TransponderThatHoldsTheChannel, IsCountedDownWhenTheChannelWasFiledThereByItsFrequency) {
   file_service({.ts_id = 100, .service_id = 1});
   channel_st *other_stream = file_service({.ts_id = 200, .service_id = 2});
 
   release_rch_info(other_stream);
 
-  EXPECT_EQ(transponders(*networks().at(0)).at(0)->rch_num, 2);
-  EXPECT_EQ(services(*transponders(*networks()[0])[0]).size(), 1U);
+  EXPECT_TRUE(counts_match_lists());
 }
 
-TEST_F(Release, ThePolarisationCounts) {
-  channel_st *service = file_service({.polarisation = 1});
-  service->polarisation = 2;
+TEST_F(TransponderThatHoldsTheChannel, IsCountedDownWhenTheChannelWasFiledThereByItsTransportStreamId) {
+  file_service({.ts_id = 100, .service_id = 1});
+  channel_st *without_frequency = file_service({.ts_id = 100, .frequency = 0, .service_id = 2});
+  ASSERT_EQ(transponders(*networks().at(0)).size(), 1U);
+
+  release_rch_info(without_frequency);
+
+  EXPECT_TRUE(counts_match_lists());
+}
+
+TEST_F(TransponderThatHoldsTheChannel, IsNoneOfAChannelInNoList) {
+  file_service({.service_id = 1});
+  channel_st *unfiled = make_service({.ts_id = 200, .service_id = 2});
+
+  release_rch_info(unfiled);
+
+  EXPECT_TRUE(counts_match_lists());
+}
+
+TEST_F(TransponderThatHoldsTheChannel, NeverCountsBelowZero) {
+  channel_st *service = file_service({});
+  service->ts_id = 200;
+  transponders(*networks().at(0)).at(0)->rch_num = 0;
 
   release_rch_info(service);
 
-  EXPECT_EQ(transponders(*networks().at(0)).at(0)->rch_num, 1);
+  EXPECT_EQ(transponders(*networks().at(0)).at(0)->rch_num, 0);
 }
 
 TEST_F(Release, TheFirstMatchingTransponderOfANetworkIsCountedDownEvenIfAnotherHoldsTheChannel) {
