@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "channel/store/memory.h"
@@ -12,22 +13,28 @@
 
 namespace channel {
 
+// Hashing with chains: what a lookup costs depends on pairs of keys alone, of which a universal family lets few meet
+// whatever the keys are. A table without chains would run keys of different slots together.
 template <class Value>
 class first_table {
  public:
   // Room for so many keys; more may come.
-  explicit first_table(std::size_t keys)
-      : mask_(std::bit_ceil(keys + keys / 3 + 2) - 1), slots_(allocate_array<slot>(mask_ + 1)) {}
+  explicit first_table(std::size_t keys, const spread &where = {})
+      : where_(where), capacity_(keys + 1), bits_(bits_for(capacity_)), heads_(allocate_array<link>(heads())),
+        nodes_(allocate_array<node>(capacity_ + 1)) {}
 
   // The place of a key: null in it when the key is new, and to be filled then. Good until the next key comes.
   Value *&at(std::uint64_t key) {
-    slot *found = &find_slot(key);
-    if (found->value == nullptr) {
-      found = is_full() ? &find_slot_in_grown(key) : found;
-      found->key = key;
-      ++used_;
+    if (node *known = find_node(key); known != nullptr) {
+      return known->value;
     }
-    return found->value;
+    if (used_ == capacity_) {
+      grow();
+    }
+    link &head = head_of(key);
+    node &added = nodes_.get()[++used_];
+    added = {key, nullptr, std::exchange(head, static_cast<link>(used_))};
+    return added.value;
   }
 
   void keep_first(std::uint64_t key, Value *value) {
@@ -35,41 +42,56 @@ class first_table {
     kept = kept != nullptr ? kept : value;
   }
 
-  [[nodiscard]] Value *find(std::uint64_t key) const { return find_slot(key).value; }
+  [[nodiscard]] Value *find(std::uint64_t key) const {
+    const node *found = find_node(key);
+    return found != nullptr ? found->value : nullptr;
+  }
 
  private:
-  struct slot {
+  // The number of a node, from 1; 0 ends a chain.
+  using link = std::uint32_t;
+
+  struct node {
     std::uint64_t key;
     Value *value;
+    link next;
   };
 
-  [[nodiscard]] bool is_full() const { return 4 * (used_ + 1) > 3 * (mask_ + 1); }
+  // More chains than keys.
+  static constexpr int bits_for(std::size_t keys) { return static_cast<int>(std::bit_width(keys)); }
+  [[nodiscard]] std::size_t heads() const { return std::size_t{1} << bits_; }
 
-  [[nodiscard]] slot &find_slot(std::uint64_t key) const {
-    auto index = static_cast<std::size_t>(spread(key) >> shift_);
-    while (slots_.get()[index].value != nullptr && slots_.get()[index].key != key) {
-      index = (index + 1) & mask_;
-    }
-    return slots_.get()[index];
+  [[nodiscard]] link &head_of(std::uint64_t key) const {
+    return heads_.get()[static_cast<std::size_t>(where_(key) >> (64 - bits_))];
   }
 
-  slot &find_slot_in_grown(std::uint64_t key) {
-    const std::size_t old_size = mask_ + 1;
-    mask_ = 2 * old_size - 1;
-    --shift_;
-    const transient<slot> old = std::exchange(slots_, transient<slot>(allocate_array<slot>(mask_ + 1)));
-    for (std::size_t i = 0; i < old_size; ++i) {
-      if (const slot &moved = old.get()[i]; moved.value != nullptr) {
-        find_slot(moved.key) = moved;
+  [[nodiscard]] node *find_node(std::uint64_t key) const {
+    for (link at = head_of(key); at != 0; at = nodes_.get()[at].next) {
+      if (node &candidate = nodes_.get()[at]; candidate.key == key) {
+        return &candidate;
       }
     }
-    return find_slot(key);
+    return nullptr;
   }
 
-  std::size_t mask_;
-  int shift_ = std::countl_zero(std::uint64_t{mask_});
+  void grow() {
+    capacity_ *= 2;
+    bits_ = bits_for(capacity_);
+    const transient<node> old = std::exchange(nodes_, transient<node>(allocate_array<node>(capacity_ + 1)));
+    std::memcpy(nodes_.get() + 1, old.get() + 1, used_ * sizeof(node));
+    heads_.reset(allocate_array<link>(heads()));
+    for (std::size_t i = 1; i <= used_; ++i) {
+      node &moved = nodes_.get()[i];
+      moved.next = std::exchange(head_of(moved.key), static_cast<link>(i));
+    }
+  }
+
+  spread where_;
+  std::size_t capacity_;
   std::size_t used_ = 0;
-  transient<slot> slots_;
+  int bits_;
+  transient<link> heads_;
+  transient<node> nodes_;
 };
 
 }  // namespace channel

@@ -51,13 +51,14 @@ class batch {
 
   // Where a channel stands, or the free slot where it would.
   const channel_st *&slot_of(const channel_st *service) {
-    auto index = static_cast<std::size_t>(spread(address_of(service)) >> (64 - slot_bits));
+    auto index = static_cast<std::size_t>(where_(address_of(service)) >> (64 - slot_bits));
     while (slots_[index] != nullptr && slots_[index] != service) {
       index = (index + 1) % slots;
     }
     return slots_[index];
   }
 
+  spread where_;
   std::array<const channel_st *, slots> slots_{};
   std::size_t count_ = 0;
   std::uintptr_t lowest_ = UINTPTR_MAX;

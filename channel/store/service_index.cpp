@@ -55,7 +55,7 @@ void service_index::add_with_services(network_ch_st &network) {
     return;
   }
   for (tp_ch_st &transponder : transponders_of(network)) {
-    const place &at = transponders_.add(key_of(network), transponder);
+    const place &at = transponders_.add(scope_of(key_of(network), transponder.polarisation), transponder);
     for (channel_st &service : services_of(transponder)) {
       services_.keep_first(service_key(at, service.service_id), &service);
     }
@@ -63,7 +63,7 @@ void service_index::add_with_services(network_ch_st &network) {
 }
 
 const service_index::place *service_index::add(const network_ch_st &network, tp_ch_st &transponder) {
-  const place &at = transponders_.add(key_of(network), transponder);
+  const place &at = transponders_.add(scope_of(key_of(network), transponder.polarisation), transponder);
   if (by_ts_id_) {
     add_by_ts_id(at);
   }
@@ -78,12 +78,12 @@ void service_index::add(const place &on, channel_st &service) {
 }
 
 void service_index::add_by_ts_id(const place &at) {
-  by_ts_id_->transponders.keep_first(ts_id_key(at.network, at.transponder->ts_id), &at);
+  by_ts_id_->transponders.keep_first(ts_id_key(network_of(at), at.transponder->ts_id), &at);
 }
 
 // A service may be filed before others of its id in list order.
 void service_index::add_by_ts_id(const place &on, const channel_st &service) {
-  const place *&first = by_ts_id_->services.at(ts_id_key(on.network, on.transponder->ts_id, service.service_id));
+  const place *&first = by_ts_id_->services.at(ts_id_key(network_of(on), on.transponder->ts_id, service.service_id));
   first = first != nullptr ? std::min(first, &on) : &on;
 }
 
@@ -110,7 +110,7 @@ network_ch_st *service_index::find_network(std::uint8_t net_index, std::uint16_t
 
 const service_index::place *service_index::find_transponder(const network_ch_st &network, const identity &id) {
   const std::uint32_t key = key_of(network);
-  const place *at = id.frequency != 0 ? transponders_.find({key, id.frequency, id.polarisation})
+  const place *at = id.frequency != 0 ? transponders_.find(scope_of(key, id.polarisation), id.frequency)
                                       : by_ts_id().transponders.find(ts_id_key(key, id.ts_id));
   if (at == nullptr) {
     log_missing_transponder(id.ts_id, id.frequency, id.polarisation);

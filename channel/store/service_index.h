@@ -15,6 +15,11 @@
 
 namespace channel {
 
+// A network's identity in one number of 24 bits.
+constexpr std::uint32_t network_key(std::uint8_t net_index, std::uint16_t network_id) {
+  return std::uint32_t{net_index} << 16U | network_id;
+}
+
 struct record_counts {
   std::size_t networks = 0;
   std::size_t transponders = 0;
@@ -61,18 +66,41 @@ class service_index {
     first_table<const place> services;
   };
 
+  struct transponder_query {
+    std::uint32_t scope;
+    std::uint32_t frequency;
+
+    friend bool operator==(const transponder_query &, const transponder_query &) = default;
+  };
+
   service_index(const record_counts &counts, std::size_t filed_later);
   void add_with_services(network_ch_st &network);
   ts_id_tables &by_ts_id();
   void add_by_ts_id(const place &at);
   void add_by_ts_id(const place &on, const channel_st &service);
 
-  [[nodiscard]] channel_st *find(const identity &id) const {
-    const place *on = transponders_.find({network_key(id.net_index, id.network_id), id.frequency, id.polarisation});
-    return on != nullptr ? find_service(*on, id.service_id) : nullptr;
+  // Services of one transponder stand together in most lists, so that it is found once for all of them. What was found
+  // stays the answer: transponders are only added behind it.
+  channel_st *find(const identity &id) {
+    const transponder_query wanted = {scope_of(network_key(id.net_index, id.network_id), id.polarisation),
+                                      id.frequency};
+    if (wanted != last_found_) {
+      const place *on = transponders_.find(wanted.scope, wanted.frequency);
+      if (on == nullptr) {
+        return nullptr;
+      }
+      last_found_ = wanted;
+      last_place_ = on;
+    }
+    return find_service(*last_place_, id.service_id);
   }
   channel_st *find_without_frequency(const identity &id);
   channel_st *miss(const identity &id);
+  // Transponders are told apart by frequency within a network and a polarisation.
+  static std::uint32_t scope_of(std::uint32_t network, std::uint8_t polarisation) {
+    return network << 8U | polarisation;
+  }
+  static std::uint32_t network_of(const place &at) { return at.scope >> 8U; }
   static std::uint64_t service_key(const place &on, std::uint16_t service_id) {
     return std::uint64_t{on.number} << 16U | service_id;
   }
@@ -82,6 +110,8 @@ class service_index {
   transponder_table transponders_;
   first_table<channel_st> services_;
   std::optional<ts_id_tables> by_ts_id_;
+  transponder_query last_found_ = {};  // none yet: frequency 0 is not looked up here
+  const place *last_place_ = nullptr;
 };
 
 }  // namespace channel

@@ -1,5 +1,5 @@
-// The transponders of a pass over the whole list, by network, frequency and polarisation: gives the finder's answer,
-// the first in list order within the tolerance, in about constant time.
+// The transponders of a pass over the whole list, by what they must share and frequency: gives the finder's answer, the
+// first in list order within the tolerance, in about constant time; in the worst case in that of a binary search.
 #pragma once
 
 #include <channel/records.h>
@@ -11,52 +11,59 @@
 
 namespace channel {
 
-// A network's identity in one number of 24 bits.
-constexpr std::uint32_t network_key(std::uint8_t net_index, std::uint16_t network_id) {
-  return std::uint32_t{net_index} << 16U | network_id;
-}
-
 class transponder_table {
  public:
-  // A transponder's place in the list order of its network.
-  struct place {
-    tp_ch_st *transponder;
-    const place *next_in_bucket;
-    std::uint32_t network;
-    std::uint32_t number;  // from 0, in the order in which transponders were added
+  // One of the places of a bucket, each of which is lower than all that were added before it, or each higher.
+  struct stair {
+    std::uint32_t older;
+    std::uint32_t jump;
+    std::uint32_t height;
   };
 
-  struct query {
-    std::uint32_t network;
-    std::uint32_t frequency;
-    std::uint8_t polarisation;
+  // A transponder's place in the list order of its scope.
+  struct place {
+    tp_ch_st *transponder;
+    std::uint32_t scope;
+    std::uint32_t number;  // from 0, in the order in which transponders were added
+    stair falling;
+    stair rising;
+    // Of a bucket's first place: its last stairs.
+    std::uint32_t lowest;
+    std::uint32_t highest;
   };
 
   // So many transponders are there to be added, and so many may come later.
   transponder_table(std::size_t transponders, std::size_t later)
       : places_(allocate_array<place>(transponders + later + 1)), firsts_(transponders), buckets_(transponders) {}
 
-  // Those of one network in list order.
-  const place &add(std::uint32_t network, tp_ch_st &transponder);
+  // Those of one scope in list order. Only transponders of one scope are compared.
+  const place &add(std::uint32_t scope, tp_ch_st &transponder);
 
-  // Null when no transponder of the network is within the tolerance.
-  [[nodiscard]] const place *find(const query &wanted) const {
-    const place *first = firsts_.find(key_of(wanted, wanted.frequency));
-    return first != nullptr ? first : find_within_tolerance(query{wanted});
+  // Null when no transponder of the scope is within the tolerance.
+  [[nodiscard]] const place *find(std::uint32_t scope, std::uint32_t frequency) const {
+    const place *first = firsts_.find(key_of(scope, frequency));
+    return first != nullptr ? first : find_within_tolerance(scope, frequency);
   }
+  // The same for frequencies of 64 bits.
+  [[nodiscard]] const place *find_within_tolerance(std::uint32_t scope, std::int64_t frequency) const;
 
   [[nodiscard]] std::span<const place> places() const { return {places_.get(), used_places_}; }
 
  private:
-  static std::uint64_t key_of(const query &wanted, std::uint32_t frequency_or_bucket) {
-    return std::uint64_t{wanted.network} << 40U | std::uint64_t{wanted.polarisation} << 32U | frequency_or_bucket;
+  using stairs = stair place::*;
+
+  static std::uint64_t key_of(std::uint32_t scope, std::uint32_t frequency_or_bucket) {
+    return std::uint64_t{scope} << 32U | frequency_or_bucket;
   }
-  [[nodiscard]] const place *find_within_tolerance(const query &wanted) const;
+  void add_to_bucket(place &added);
+  void add_stair(place &added, stairs side, std::uint32_t last);
+  [[nodiscard]] const place *find_oldest(stairs side, std::uint32_t last, std::int64_t frequency) const;
+  [[nodiscard]] const stair &stair_of(std::uint32_t number, stairs side) const { return places_.get()[number].*side; }
 
   std::uint32_t used_places_ = 0;
   transient<place> places_;
   first_table<const place> firsts_;
-  first_table<const place> buckets_;
+  first_table<place> buckets_;
 };
 
 }  // namespace channel

@@ -23,4 +23,12 @@ inline channel_st *append_service(tp_ch_st &transponder, const service_data &dat
   return service;
 }
 
+// Each record of a list, in list order.
+template <class Record, class Action>
+void for_each_linked(const list_head &head, const Action &action) {
+  for (list_head *node = head.next; node != &head; node = node->next) {
+    action(*reinterpret_cast<Record *>(node));
+  }
+}
+
 }  // namespace test_support
