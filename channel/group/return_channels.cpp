@@ -11,6 +11,7 @@
 #include "channel/log.h"
 #include "channel/store/view.h"
 #include "channel/text.h"
+#include "channel/vindex/lookups.h"
 
 namespace channel {
 namespace {
@@ -56,11 +57,6 @@ void make_room(int listed, int vindex, const char *operation) {
   }
 }
 
-std::int16_t index_in_current_view(const virtual_channel_st &entry) {
-  return get_vch_index_by_ts_info(entry.vch_tag, entry.net_index, entry.network_id, entry.ts_id, entry.frequency,
-                                  entry.service_id, entry.polarisation);
-}
-
 }  // namespace
 }  // namespace channel
 
@@ -102,8 +98,8 @@ int check_same_return_channel(int8_t tag, uint8_t net_index, uint16_t network_id
 
 void add_return_channel(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
                         uint16_t service_id, uint8_t polarisation) {
-  const int16_t vindex =
-      get_vch_index_by_ts_info(tag, net_index, network_id, ts_id, frequency, service_id, polarisation);
+  const channel::tagged_identity id = {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag};
+  const int16_t vindex = channel::find_in_current_view(id);
   const virtual_channel_st *entry = vindex >= 0 ? get_vchannel_by_vindex(vindex) : nullptr;
   if (entry == nullptr) {
     LOG_ERROR("Can't find vchannel index(%d).\n", vindex);
@@ -137,7 +133,7 @@ int remove_return_channel(int8_t tag, uint8_t net_index, uint16_t network_id, ui
   std::move(history + listed + 1, history + history_num, history + listed);
   --history_num;
   for (return_channel_st *left = history; left != history + history_num; ++left) {
-    left->vindex = channel::index_in_current_view(left->vch);
+    left->vindex = channel::find_in_current_view(channel::tagged_identity_of(left->vch));
   }
   return listed;
 }

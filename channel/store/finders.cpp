@@ -36,9 +36,8 @@ void log_missing_transponder(std::uint16_t ts_id, std::uint32_t frequency, std::
                as_long(frequency), polarisation);
 }
 
-channel_st *resolve(const virtual_channel_st &entry) {
-  return get_channel_st(entry.net_index, entry.network_id, entry.ts_id, entry.frequency, entry.service_id,
-                        entry.polarisation);
+channel_st *resolve(const identity &id) {
+  return channel_list.network_num != 0 ? locate(id, resolving{}).service : nullptr;
 }
 
 }  // namespace channel
@@ -84,10 +83,6 @@ channel_st *get_rch_ch_info_by_tp_ch(tp_ch_st *tp, uint16_t service_id) {
 
 channel_st *get_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
                            uint16_t service_id, uint8_t polarisation) {
-  if (channel::channel_list.network_num == 0) {
-    return nullptr;
-  }
-  return channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation}, channel::resolving{})
-      .service;
+  return channel::resolve(channel::identity{net_index, network_id, ts_id, frequency, service_id, polarisation});
 }
 }

@@ -8,8 +8,11 @@
 
 namespace channel {
 
+// What get_channel_st finds, and logs.
+channel_st *resolve(const identity &id);
+
 // The real channel of a view entry, found again from its identity; the entry's cached pointer is not used.
-channel_st *resolve(const virtual_channel_st &entry);
+inline channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
 
 // A service and the transponder that it hangs from; both null when there is none.
 struct located_service {

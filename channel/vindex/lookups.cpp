@@ -1,7 +1,8 @@
 // Lookups by position, by number and by transport identity. They walk the view; the first match wins.
-#include <channel/lookups.h>
+#include "channel/vindex/lookups.h"
 
 #include <algorithm>
+#include <channel/lookups.h>
 
 #include "channel/identity.h"
 #include "channel/log.h"
@@ -59,7 +60,8 @@ virtual_channel_st *find_number(const view &searched, std::int16_t major, std::i
   return found;
 }
 
-channel_st *service_at(std::int16_t vindex, const char *operation) {
+// The entry at a position of the current view; a position outside it is reported in the operation's name.
+const virtual_channel_st *entry_at(std::int16_t vindex, const char *operation) {
   const view current = require_current_view(operation);
   if (!current) {
     return nullptr;
@@ -71,10 +73,43 @@ channel_st *service_at(std::int16_t vindex, const char *operation) {
   const virtual_channel_st &entry = current.entries[vindex];
   LOG_TRACE_AS(operation, 5, "vch %d net %d on_id 0x%02x tid 0x%02x freq %ld sid 0x%02x\n", vindex, entry.net_index,
                entry.network_id, entry.ts_id, as_long(entry.frequency), entry.service_id);
-  return resolve(entry);
+  return &entry;
+}
+
+channel_st *service_at(std::int16_t vindex, const char *operation) {
+  const virtual_channel_st *entry = entry_at(vindex, operation);
+  return entry != nullptr ? resolve(*entry) : nullptr;
 }
 
 }  // namespace
+
+std::int16_t find_in_view(const view &searched, const tagged_identity &id) {
+  const auto matches = [&id](const virtual_channel_st &entry) { return same_entry_or_ids(entry, id); };
+  return index_of(searched, find_entry(searched, matches));
+}
+
+std::int16_t find_in_current_view(const tagged_identity &id) {
+  const view current = current_view();
+  if (!current) {
+    return -1;
+  }
+  for (const virtual_channel_st &entry : current) {
+    LOG_PLAIN(3, "ni(%d-%d) on_id(0x%x-0x%x), ts_id(0x%x-0x%x), freq(%ld-%ld) sid(0x%x-0x%x) polar(%d,%d)\n",
+              entry.net_index, id.net_index, entry.network_id, id.network_id, entry.ts_id, id.ts_id,
+              as_long(entry.frequency), as_long(id.frequency), entry.service_id, id.service_id, entry.polarisation,
+              id.polarisation);
+    if (same_entry_any_frequency(entry, id)) {
+      return index_of(current, &entry);
+    }
+  }
+  return -1;
+}
+
+channel_st *channel_by_vindex(std::int16_t vindex, service_index &index) {
+  const virtual_channel_st *entry = entry_at(vindex, "get_channel_by_vindex");
+  return entry != nullptr ? index.resolve(*entry) : nullptr;
+}
+
 }  // namespace channel
 
 using channel::identity;
@@ -147,21 +182,7 @@ int16_t get_vch_index_by_service_id(uint16_t service_id) {
 
 int16_t get_vch_index_by_ts_info(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency,
                                  uint16_t service_id, uint8_t polarisation) {
-  const tagged_identity id = {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag};
-  const view current = channel::current_view();
-  if (!current) {
-    return -1;
-  }
-  for (const virtual_channel_st &entry : current) {
-    LOG_PLAIN(3, "ni(%d-%d) on_id(0x%x-0x%x), ts_id(0x%x-0x%x), freq(%ld-%ld) sid(0x%x-0x%x) polar(%d,%d)\n",
-              entry.net_index, net_index, entry.network_id, network_id, entry.ts_id, ts_id,
-              channel::as_long(entry.frequency), channel::as_long(frequency), entry.service_id, service_id,
-              entry.polarisation, polarisation);
-    if (channel::same_entry_any_frequency(entry, id)) {
-      return channel::index_of(current, &entry);
-    }
-  }
-  return -1;
+  return channel::find_in_current_view({{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag});
 }
 
 virtual_channel_st *vtype_get_vch_by_ts_info(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id,
@@ -175,11 +196,8 @@ virtual_channel_st *vtype_get_vch_by_ts_info(int8_t tag, uint8_t net_index, uint
 
 int16_t vtype_get_vch_index_by_ts_info(int8_t tag, uint8_t net_index, uint16_t network_id, uint16_t ts_id,
                                        uint32_t frequency, uint16_t service_id, uint8_t polarisation, int8_t type) {
-  const tagged_identity id = {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag};
-  const view named = channel::fetch_view(type);
-  return channel::index_of(named, channel::find_entry(named, [&id](const virtual_channel_st &entry) {
-                             return channel::same_entry_or_ids(entry, id);
-                           }));
+  return channel::find_in_view(channel::fetch_view(type),
+                               {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag});
 }
 
 virtual_channel_st *vtype_get_vch_by_frequency(int8_t tag, uint8_t net_index, uint32_t frequency, uint8_t polarisation,

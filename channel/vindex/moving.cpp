@@ -2,13 +2,15 @@
 #include "channel/vindex/moving.h"
 
 #include <algorithm>
-#include <channel/lookups.h>
 #include <channel/moving.h>
 #include <memory>
 
+#include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/memory.h"
+#include "channel/vindex/entry_positions.h"
+#include "channel/vindex/lookups.h"
 
 namespace channel {
 
@@ -59,12 +61,6 @@ struct mirror {
   }
 };
 
-// Where an entry's channel stands in the service-type view, or -1.
-int find_mirrored(const virtual_channel_st &entry) {
-  return vtype_get_vch_index_by_ts_info(entry.vch_tag, entry.net_index, entry.network_id, entry.ts_id, entry.frequency,
-                                        entry.service_id, entry.polarisation, channel_list.service_type);
-}
-
 // Kept: the gap opens at the current view's destination, is as long as the tail behind the service-type view's own, and
 // the entry goes to that one. Receivers show the order that this gives.
 void mirror_single(const mirror &mirrored, const virtual_channel_st &entry, int source, int destination) {
@@ -80,7 +76,7 @@ void mirror_single(const mirror &mirrored, const virtual_channel_st &entry, int 
 
 void move_single(const view &current, const mirror &mirrored, int destination, int source, const char *operation) {
   const virtual_channel_st entry = current.entries[source];
-  const int service_source = find_mirrored(entry);
+  const int service_source = find_in_view(mirrored.services, tagged_identity_of(entry));
   move_entry(current, destination, source);
   LOG_TRACE_AS(operation, 2, "\n");
   if (mirrored.is_rearranged() && service_source >= 0) {
@@ -111,22 +107,23 @@ void lift_entries(const view &current, const mirror &mirrored, int destination, 
                   moved_blocks &blocks, const char *operation) {
   // Kept: without a group list in use the slots are cleared all the same, and stay empty.
   const bool clears = channel_list.use_group_list == GROUP_ALL || mirrored.is_current || mirrored.is_rearranged();
+  entry_positions positions(mirrored.services);
   for (std::size_t i = 0; i < sources.size(); ++i) {
     virtual_channel_st &entry = current.entries[sources[i]];
     blocks.current[i] = entry;
     LOG_TRACE_AS(operation, 2, "des_index %d src_index ------------------------------------------------ %d \n",
                  destination, sources[i]);
-    const int service_source = find_mirrored(entry);
+    const int service_source = positions.find(tagged_identity_of(entry));
     LOG_TRACE_AS(operation, 2, "des_index %d src_index ------------------------------------------------ %d \n",
                  mirrored.destination, service_source);
     LOG_TRACE_AS(operation, 2, "\n");
     if (service_source >= 0) {
       blocks.take_mirrored(mirrored.services, service_source);
     }
-    entry = {};
+    positions.clear(entry);
     LOG_TRACE_AS(operation, 2, "\n");
     if (service_source >= 0 && clears) {
-      mirrored.services.entries[service_source] = {};
+      positions.clear(mirrored.services.entries[service_source]);
     }
   }
 }
@@ -164,8 +161,9 @@ int move_channel(int16_t des_index, int16_t count, const int16_t *src_indices) {
     LOG_ERROR("positions outside the view or given twice\n");
     return -1;
   }
-  const channel::mirror mirrored = {services, services.entries == current.entries,
-                                    channel::find_mirrored(current.entries[des_index])};
+  const channel::mirror mirrored = {
+      services, services.entries == current.entries,
+      channel::find_in_view(services, channel::tagged_identity_of(current.entries[des_index]))};
   if (count == 1) {
     channel::move_single(current, mirrored, des_index, sources[0], __func__);
   } else {

@@ -4,7 +4,6 @@
 #include <channel/removal.h>
 
 #include <channel/dumps.h>
-#include <channel/lookups.h>
 #include <channel/views.h>
 
 #include "channel/identity.h"
@@ -16,6 +15,7 @@
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
 #include "channel/text.h"
+#include "channel/vindex/lookups.h"
 
 namespace channel {
 namespace {
@@ -181,8 +181,7 @@ int remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id
   LOG_TRACE(2, "S \n");
   const tagged_identity id = {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag};
   channel::for_each_swept_view([&id](const view &cleaned) { channel::remove_entries_of(cleaned, id); });
-  if (vtype_get_vch_index_by_ts_info(tag, net_index, network_id, ts_id, frequency, service_id, polarisation, VIEW_ALL) <
-      0) {
+  if (channel::find_in_view(channel::find_view(VIEW_ALL), id) < 0) {
     remove_channel_st(net_index, network_id, ts_id, frequency, service_id, polarisation);
   }
   remove_invalid_virtual_channel();
