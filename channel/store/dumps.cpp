@@ -6,10 +6,10 @@
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
-#include "channel/store/finders.h"
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
 #include "channel/store/image_sizes.h"
+#include "channel/store/service_index.h"
 #include "channel/store/view.h"
 #include "channel/text.h"
 
@@ -158,8 +158,9 @@ void print_virtual_channel_list(int8_t type) {
     return;
   }
   PRINT("ch_number,\tfrequency,\tpolarisationt,\tnet_index,\tnetwork_id,\ttransport_id,\tservice_id\n");
+  channel::service_index index;
   for (const virtual_channel_st &entry : listed) {
-    static_cast<void>(channel::resolve(entry));
+    static_cast<void>(index.resolve(entry));
     channel::print_entry(entry);
   }
 }

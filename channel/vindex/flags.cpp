@@ -11,7 +11,9 @@
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/finders.h"
+#include "channel/store/service_index.h"
 #include "channel/store/view.h"
+#include "channel/vindex/lookups.h"
 
 using channel::channel_list;
 
@@ -35,8 +37,13 @@ int apply_if_found(channel_st *service, std::uint8_t bits, bool set) {
 
 // Kept: the ALL view's count bounds the walk over the current view, whichever that is.
 int apply_to_current_view(std::uint8_t bits, bool set) {
-  for (std::int16_t vindex = 0; vindex < find_view(VIEW_ALL).size(); ++vindex) {
-    apply_if_found(get_channel_by_vindex(vindex), bits, set);
+  const std::int16_t positions = find_view(VIEW_ALL).size();
+  if (positions == 0) {
+    return 0;
+  }
+  service_index index;
+  for (std::int16_t vindex = 0; vindex < positions; ++vindex) {
+    apply_if_found(channel_by_vindex(vindex, index), bits, set);
   }
   return 0;
 }
