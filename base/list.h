@@ -28,16 +28,6 @@ typedef struct list_head {
 } list_head;
 
 /**
- * Makes a head an empty list, or a node one that is in no list.
- *
- * @param head the link. Must not be null.
- */
-static inline void list_init(list_head *head) {
-  head->next = head;
-  head->prev = head;
-}
-
-/**
  * Appends a node behind the last node of a list.
  *
  * @param node a node that is in no list; what it points to is not read. Must not be null.
@@ -58,7 +48,8 @@ static inline void list_add_tail(list_head *node, list_head *head) {
 static inline void list_del_init(list_head *node) {
   node->prev->next = node->next;
   node->next->prev = node->prev;
-  list_init(node);
+  node->next = node;
+  node->prev = node;
 }
 
 /** @} */

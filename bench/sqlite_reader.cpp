@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "channel/store/hierarchy.h"
 #include "full_store.h"
 #include "sqlite_list.h"
 
@@ -92,13 +93,13 @@ void reader::load(loaded_list &list) {
 }
 
 void reader::load_networks(loaded_list &list) {
-  list_init(&list.network_list);
+  channel::clear_link(list.network_list);
   while (networks_.next()) {
     network_ch_st &network = add(list.networks, networks_.number(0));
     networks_.take(1, network.net_index);
     networks_.take(2, network.network_id);
     networks_.take_text(3, network.network_name);
-    list_init(&network.tp_list);
+    channel::clear_link(network.tp_list);
     list_add_tail(&network.list, &list.network_list);
   }
 }
@@ -110,7 +111,7 @@ void reader::load_transponders(loaded_list &list) {
     transponders_.take(2, transponder.ts_id);
     transponders_.take(3, transponder.frequency);
     transponders_.take(4, transponder.polarisation);
-    list_init(&transponder.rch_list);
+    channel::clear_link(transponder.rch_list);
     list_add_tail(&transponder.list, &network.tp_list);
     ++network.tp_num;
     list.network_of.resize(list.transponders.size());

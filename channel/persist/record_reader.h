@@ -8,6 +8,7 @@
 
 #include "channel/persist/file.h"
 #include "channel/persist/image.h"
+#include "channel/store/hierarchy.h"
 #include "channel/store/memory.h"
 #include "channel/store/release.h"
 
@@ -81,7 +82,7 @@ bool read_transponders(file &source, network_ch_st &network, Reader &reader) {
       return false;
     }
     tp_ch_st &transponder = base_of(*record);
-    list_init(&transponder.rch_list);
+    clear_link(transponder.rch_list);
     list_add_tail(&transponder.list, &network.tp_list);
     reader.on_transponder(transponder);
     if (!read_services<Format>(source, transponder, reader)) {
@@ -104,7 +105,7 @@ bool read_networks(file &source, int network_num, list_head &network_list, Reade
     }
     network_ch_st &network = base_of(*record);
     reader.on_network(network);
-    list_init(&network.tp_list);
+    clear_link(network.tp_list);
     list_add_tail(&network.list, &network_list);
     if (!read_transponders<Format>(source, network, reader)) {
       free_hierarchy(network_list);

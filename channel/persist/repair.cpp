@@ -144,7 +144,7 @@ channel_st &convert_in_place(OldService &old) {
   convert_service(converted, old);
   auto &service = reinterpret_cast<channel_st &>(old);
   service = converted;
-  list_init(&service.list);
+  clear_link(service.list);
   return service;
 }
 

@@ -37,7 +37,7 @@ void reset_channel(channel_st *rch) {
 channel_st *alloc_channel_info(void) {
   auto *service = channel::allocate_record<channel_st>();
   *service = channel::unset_service;
-  list_init(&service->list);
+  channel::clear_link(service->list);
   return service;
 }
 
@@ -46,8 +46,8 @@ tp_ch_st *alloc_tp_ch_info(uint16_t ts_id, uint32_t frequency, uint8_t polarisat
   transponder->ts_id = ts_id;
   transponder->frequency = frequency;
   transponder->polarisation = polarisation;
-  list_init(&transponder->list);
-  list_init(&transponder->rch_list);
+  channel::clear_link(transponder->list);
+  channel::clear_link(transponder->rch_list);
   return transponder;
 }
 
@@ -61,7 +61,7 @@ network_ch_st *alloc_network_ch_info(uint8_t net_index, uint16_t network_id, con
   if (name != nullptr) {
     std::memcpy(network->network_name, name, sizeof network->network_name);
   }
-  list_init(&network->tp_list);
+  channel::clear_link(network->tp_list);
   channel::append(network->list, channel_list.network_list);
   ++channel_list.network_num;
   return network;

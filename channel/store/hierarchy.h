@@ -10,6 +10,9 @@ namespace channel {
 // A host may look at a list before the store is initialised: a zeroed head is an empty list.
 inline bool is_empty(const list_head &head) { return head.next == nullptr || head.next == &head; }
 
+// Makes a head an empty list, or a node one that is in no list.
+inline void clear_link(list_head &link) { link = {&link, &link}; }
+
 // A walk in list order. The next node is taken before a record is handed out, so that the record may be unlinked and
 // freed while the walk stands on it.
 template <class Record>
@@ -40,9 +43,9 @@ class records {
 };
 
 inline void init_lists(channel_list_st &list) {
-  list_init(&list.network_list);
-  list_init(&list.spare_list_a);
-  list_init(&list.spare_list_b);
+  clear_link(list.network_list);
+  clear_link(list.spare_list_a);
+  clear_link(list.spare_list_b);
 }
 
 inline auto networks_of(list_head &network_list) { return records<network_ch_st>(network_list); }
@@ -51,7 +54,7 @@ inline auto services_of(tp_ch_st &transponder) { return records<channel_st>(tran
 
 inline void append(list_head &node, list_head &head) {
   if (head.next == nullptr) {
-    list_init(&head);
+    clear_link(head);
   }
   list_add_tail(&node, &head);
 }

@@ -160,7 +160,7 @@ void free_hierarchy(list_head &network_list) {
     }
     std::free(&network);
   }
-  list_init(&network_list);
+  clear_link(network_list);
 }
 
 void release_transponder(tp_ch_st &transponder, doomed_services &doomed) {

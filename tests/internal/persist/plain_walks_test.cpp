@@ -9,6 +9,7 @@
 #include "channel/identity.h"
 #include "channel/log.h"
 #include "channel/store/dumps.h"
+#include "channel/store/hierarchy.h"
 #include "channel/store/links.h"
 #include "merge_test.h"
 #include "support/random_store.h"
@@ -81,7 +82,7 @@ scanned_list scan_of_the_store() {
 channel_st *copy_of(const channel_st &service) {
   channel_st *copy = alloc_channel_info();
   *copy = service;
-  list_init(&copy->list);
+  channel::clear_link(copy->list);
   return copy;
 }
 

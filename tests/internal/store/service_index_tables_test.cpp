@@ -1,10 +1,10 @@
 // What the index finds comes from its own tables: it finds it while the hierarchy is out of sight, where a walk, to
 // which every miss falls back, finds nothing.
-#include <base/list.h>
 #include <gtest/gtest.h>
 
 #include <vector>
 
+#include "channel/store/hierarchy.h"
 #include "channel/store/service_index.h"
 #include "support/store_builder.h"
 
@@ -15,7 +15,9 @@ using namespace test_support;
 // Takes the hierarchy out of sight; its records and their count stay.
 class hidden_hierarchy {
  public:
-  hidden_hierarchy() : head_(get_channel_list()->network_list) { list_init(&get_channel_list()->network_list); }
+  hidden_hierarchy() : head_(get_channel_list()->network_list) {
+    channel::clear_link(get_channel_list()->network_list);
+  }
   ~hidden_hierarchy() { get_channel_list()->network_list = head_; }
   hidden_hierarchy(const hidden_hierarchy &) = delete;
   hidden_hierarchy &operator=(const hidden_hierarchy &) = delete;

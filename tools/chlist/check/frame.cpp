@@ -80,7 +80,7 @@ bool framed_list::read_networks() {
     if (network == nullptr) {
       return false;
     }
-    list_init(&network->tp_list);
+    channel::clear_link(network->tp_list);
     list_add_tail(&network->list, &channel::channel_list.network_list);
     if (!read_transponders(*network)) {
       return false;
@@ -97,7 +97,7 @@ bool framed_list::read_transponders(network_ch_st &network) {
       return false;
     }
     transponders_.back().parent = networks_.size() - 1;
-    list_init(&transponder->rch_list);
+    channel::clear_link(transponder->rch_list);
     list_add_tail(&transponder->list, &network.tp_list);
     if (!read_services(*transponder)) {
       return false;
