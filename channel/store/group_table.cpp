@@ -17,11 +17,11 @@ std::int16_t group_table::free_id() const {
   std::bitset<MAX_PROVIDER> used;
   for (const group_st &group : *this) {
     if (group.id >= 0 && group.id < capacity) {
-      used.set(static_cast<std::size_t>(group.id));
+      used[static_cast<std::size_t>(group.id)] = true;
     }
   }
   std::int16_t id = 0;
-  while (used.test(static_cast<std::size_t>(id))) {
+  while (used[static_cast<std::size_t>(id)]) {
     ++id;
   }
   return id;

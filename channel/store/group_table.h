@@ -40,16 +40,16 @@ class id_set {
   // False when the id was in the set already.
   bool add(std::int16_t id) {
     const bool is_new = !holds(id);
-    ids_.set(bit(id));
+    ids_[bit(id)] = true;
     return is_new;
   }
   // False when the id was not in the set.
   bool remove(std::int16_t id) {
     const bool was_held = holds(id);
-    ids_.reset(bit(id));
+    ids_[bit(id)] = false;
     return was_held;
   }
-  [[nodiscard]] bool holds(std::int16_t id) const { return ids_.test(bit(id)); }
+  [[nodiscard]] bool holds(std::int16_t id) const { return ids_[bit(id)]; }
 
  private:
   static std::size_t bit(std::int16_t id) { return static_cast<std::uint16_t>(id); }

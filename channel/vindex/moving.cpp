@@ -95,8 +95,8 @@ struct moved_blocks {
   // A slot of the service-type view is taken once: when it is empty, an entry that is empty itself finds it again.
   void take_mirrored(const view &from, int position) {
     const auto slot = static_cast<std::size_t>(position);
-    if (!taken.test(slot)) {
-      taken.set(slot);
+    if (!taken[slot]) {
+      taken[slot] = true;
       services[mirrored++] = from.entries[position];
     }
   }

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs a build to a scratch prefix, moves it, and builds and runs hosts in C11 and C++20 against it: through
-# pkg-config and through find_package, shared and static.
+# pkg-config and through find_package, shared and static, and those in C11 without a C++ compiler.
 # Usage: install_test.sh BUILD_DIR SCRATCH_DIR CMAKE GENERATOR CC CXX VERSION; CFLAGS and CXXFLAGS are used.
 set -eu
 
@@ -41,9 +41,19 @@ else
   echo "pkg-config not found: channel.pc is not tried"
 fi
 
-"$cmake" -S "$hosts" -B "$scratch/hosts" -G "$generator" -DCMAKE_PREFIX_PATH="$prefix" \
-         -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" >"$scratch/configure.log"
-"$cmake" --build "$scratch/hosts" >"$scratch/build.log" || { cat "$scratch/build.log"; exit 1; }
-for host in c_host_channel cpp_host_channel c_host_channel_static cpp_host_channel_static; do
-  run "$scratch/hosts/$host"
-done
+# build_hosts FOLDER HOSTS OPTIONS...: through find_package.
+build_hosts() {
+  folder=$scratch/$1 built=$2
+  shift 2
+  "$cmake" -S "$hosts" -B "$folder" -G "$generator" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$cc" "$@" \
+           >"$folder.configure.log"
+  "$cmake" --build "$folder" >"$folder.build.log" || { cat "$folder.build.log"; exit 1; }
+  for host in $built; do
+    run "$folder/$host"
+  done
+}
+
+build_hosts hosts "c_host_channel cpp_host_channel c_host_channel_static cpp_host_channel_static" \
+            -DCMAKE_CXX_COMPILER="$cxx"
+# The runtime of sanitizers is in part one of C++.
+[ -n "${CFLAGS-}" ] || build_hosts c_hosts "c_host_channel c_host_channel_static" -DCPP_HOSTS=OFF
