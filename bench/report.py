@@ -188,14 +188,20 @@ def peer_rows(measured):
     return ["peer", "best time"], rows
 
 
+def memory_of(text):
+    """The figures in the output of bench/memory.sh, in bytes."""
+    records = re.search(r"^after load_channel +(?P<records>\d+) +(?P<own>\d+) +(?P<heap>\d+)", text, re.M)
+    sizes = re.search(r"^ *text.*\n *(?P<text>\d+)\s+(?P<data>\d+)\s+(?P<bss>\d+)", text, re.M)
+    peak = re.search(r"^most held while loading: (?P<peak>\d+)", text, re.M)
+    memory = {name: int(value) for found in (records, sizes, peak) for name, value in found.groupdict().items()}
+    memory["static"] = memory["data"] + memory["bss"]
+    return memory
+
+
 def memory_row(text, target):
-    """From the output of bench/memory.sh."""
-    records = re.search(r"^after load_channel +(\d+) +(\d+) +(\d+)", text, re.M)
-    sizes = re.search(r"^ *text.*\n *(\d+)\s+(\d+)\s+(\d+)", text, re.M)
-    peak = re.search(r"^most held while loading: (\d+)", text, re.M)
-    own, heap, static = int(records[2]), int(records[3]), int(sizes[2]) + int(sizes[3])
-    return [target, f"{int(records[1]):,}", f"{own:,}", f"{heap:,}", f"{static:,}", f"{heap + static:,}",
-            f"{int(peak[1]):,}"]
+    memory = memory_of(text)
+    memory["together"] = memory["heap"] + memory["static"]
+    return [target, *(f"{memory[name]:,}" for name in ("records", "own", "heap", "static", "together", "peak"))]
 
 
 MEMORY_HEADER = ["target", "records", "their bytes", "on the heap", "static data", "together", "most while loading"]
