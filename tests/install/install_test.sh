@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs a build to a scratch prefix, moves it, and builds and runs hosts in C11 and C++20 against it: through
-# pkg-config and through find_package, shared and static, and those in C11 without a C++ compiler.
+# pkg-config and through find_package, shared and static, and those in C11 without a C++ compiler. A host that knows the
+# folder of libchannel alone finds libchannelbase there as well.
 # Usage: install_test.sh BUILD_DIR SCRATCH_DIR CMAKE GENERATOR CC CXX VERSION; CFLAGS and CXXFLAGS are used.
 set -eu
 
@@ -37,6 +38,12 @@ if command -v pkg-config >/dev/null; then
   }
   run "$scratch/c_host"
   run "$scratch/cpp_host"
+
+  # shellcheck disable=SC2046,SC2086 # flags are words
+  "$cc" -std=c11 ${CFLAGS:-} -o "$scratch/silent_host" "$hosts/silent_host.c" -Wl,--as-needed "-Wl,-rpath,$libdir" \
+        $(pkg-config --cflags --libs channel)
+  echo "run $scratch/silent_host"
+  env -u LD_LIBRARY_PATH "$scratch/silent_host"
 else
   echo "pkg-config not found: channel.pc is not tried"
 fi
