@@ -1,5 +1,5 @@
-// The history of watched channels, where the promotion channels stand, and limited channels. The history and the
-// limited switch live outside the channel list and are never saved.
+// The history of watched channels, where the promotion channels stand, and limited channels. The limited switch lives
+// outside the channel list, as the history does, and is never saved.
 #include <channel/return_channels.h>
 
 #include <algorithm>
@@ -16,7 +16,6 @@
 namespace channel {
 namespace {
 
-return_channel_st history[MAX_RETURN_CHANNEL];
 std::int16_t history_num;
 std::uint8_t limited_switch;
 

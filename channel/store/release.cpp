@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <channel/return_channels.h>
 #include <channel/store.h>
 #include <cstddef>
 #include <cstdint>
@@ -76,8 +75,8 @@ void forget(batch &doomed) {
   for (const view &each : all_views()) {
     std::ranges::for_each(each.array(), forget_if_doomed);
   }
-  for (int index = 0; index < MAX_RETURN_CHANNEL; ++index) {
-    forget_if_doomed(get_return_channel()[index].vch);
+  for (return_channel_st &watched : history) {
+    forget_if_doomed(watched.vch);
   }
 }
 

@@ -1,12 +1,16 @@
-// The table of views, and the work view, which lives outside the channel list and is never saved.
+// The table of views; the work view and the history of watched channels, which live outside the channel list and are
+// never saved.
 #include "channel/store/view.h"
 
 #include <array>
-#include <channel/views.h>
 
+#include "channel/log.h"
 #include "channel/store/channel_list.h"
 
 namespace channel {
+
+return_channel_st history[MAX_RETURN_CHANNEL];
+
 namespace {
 
 virtual_channel_st work_vch[MAX_CHANNEL];
@@ -56,10 +60,17 @@ view find_view(int type) {
   return {};
 }
 
+view find_view_as(const char *operation, std::int8_t type) {
+  const view found = find_view(type);
+  if (!found) {
+    LOG_WARNING_AS(operation, "unknown vch_type=%d\n", type);
+  }
+  return found;
+}
+
 view fetch_view(std::int8_t type) {
-  static_cast<void>(get_virtual_channel_st(type));
-  static_cast<void>(get_virtual_channel_vnumber(type));
-  return find_view(type);
+  static_cast<void>(find_view_as("get_virtual_channel_st", type));
+  return find_view_as("get_virtual_channel_vnumber", type);
 }
 
 view current_view() {

@@ -64,10 +64,17 @@ struct view {
 // Every view, the work view included.
 std::span<const view> all_views();
 
+// The history of watched channels, the latest first. Beside the work view, since its entries point to real channels as
+// those of views do.
+extern return_channel_st history[MAX_RETURN_CHANNEL];
+
 // The view of a code, or none; an unknown code is not reported.
 view find_view(int type);
 
-// The same through the two exported accessors, each of which warns of an unknown code.
+// The same, with a warning of an unknown code in the name of an operation.
+view find_view_as(const char *operation, std::int8_t type);
+
+// The same for an operation that asks for the array and for the count: each of the two warns.
 view fetch_view(std::int8_t type);
 
 // The view that is current, or none when its array or its count is missing.

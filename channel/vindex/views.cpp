@@ -33,21 +33,9 @@ int8_t CHAPI_get_use_tuner(void) { return channel_list.use_tuner; }
 
 int8_t get_channel_list_net_index(void) { return channel_list.net_index; }
 
-virtual_channel_st *get_virtual_channel_st(int8_t type) {
-  const channel::view found = channel::find_view(type);
-  if (!found) {
-    LOG_WARNING("unknown vch_type=%d\n", type);
-  }
-  return found.entries;
-}
+virtual_channel_st *get_virtual_channel_st(int8_t type) { return channel::find_view_as(__func__, type).entries; }
 
-int16_t *get_virtual_channel_vnumber(int8_t type) {
-  const channel::view found = channel::find_view(type);
-  if (!found) {
-    LOG_WARNING("unknown vch_type=%d\n", type);
-  }
-  return found.count;
-}
+int16_t *get_virtual_channel_vnumber(int8_t type) { return channel::find_view_as(__func__, type).count; }
 
 int init_vindex(int8_t type) {
   const channel::view cleared = channel::find_view(type);
@@ -223,7 +211,8 @@ int change_vindex_type(int8_t type) {
 int insert_vch_vindex_type(uint32_t w0, uint32_t w1, uint32_t w2, uint32_t w3, uint32_t w4, uint32_t w5, int16_t vindex,
                            int8_t type) {
   static_cast<void>(w5);
-  if (get_virtual_channel_st(type) == nullptr) {
+  const channel::view target = channel::find_view_as("get_virtual_channel_st", type);
+  if (!target) {
     LOG_ERROR("Fail to find vch\n");
     return -1;
   }
@@ -231,7 +220,6 @@ int insert_vch_vindex_type(uint32_t w0, uint32_t w1, uint32_t w2, uint32_t w3, u
     LOG_ERROR("vindex is small than zero\n");
     return -1;
   }
-  const channel::view target = channel::find_view(type);
   // Kept: appending is refused as well; hosts append to a view by writing its array.
   if (vindex >= target.size()) {
     LOG_ERROR("vindex is so big %d total %d\n", vindex, *target.count);
