@@ -27,6 +27,20 @@ void resolving::no_service(const identity &id) {
                id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
 }
 
+void misses_of::no_transponder(const identity &id) const {
+  if (!names_polarisation) {
+    tell("tp_ch", id);
+    return;
+  }
+  LOG_TRACE_AS(operation, 3, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
+               id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
+}
+
+void misses_of::tell(const char *missing, const identity &id) const {
+  LOG_TRACE_AS(operation, 3, "Fail to find %s ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", missing, id.net_index,
+               id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
+}
+
 void log_missing_network(std::uint8_t net_index, std::uint16_t network_id) {
   LOG_TRACE_AS("get_network_ch_info", 3, "Fail to find network_ch ni=%d, on_id=0x%x\n", net_index, network_id);
 }

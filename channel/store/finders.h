@@ -69,6 +69,20 @@ struct resolving {
   static void no_service(const identity &id);
 };
 
+// What the operations that flag and remove a channel say of what is missing.
+struct misses_of {
+  const char *operation;
+  // Kept: only the removal names the polarisation, and of a transponder alone.
+  bool names_polarisation = false;
+
+  void no_network(const identity &id) const { tell("network_ch", id); }
+  void no_transponder(const identity &id) const;
+  void no_service(const identity &id) const { tell("rchannel", id); }
+
+ private:
+  void tell(const char *missing, const identity &id) const;
+};
+
 // What get_network_ch_info and get_tp_ch_info_by_network_ch say of a miss.
 void log_missing_network(std::uint8_t net_index, std::uint16_t network_id);
 void log_missing_transponder(std::uint16_t ts_id, std::uint32_t frequency, std::uint8_t polarisation);

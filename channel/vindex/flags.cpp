@@ -48,23 +48,6 @@ int apply_to_current_view(std::uint8_t bits, bool set) {
   return 0;
 }
 
-struct flagging {
-  static constexpr char operation[] = "set_channel_flag";
-
-  static void no_network(const identity &id) {
-    LOG_TRACE_AS(operation, 3, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n",
-                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
-  }
-  static void no_transponder(const identity &id) {
-    LOG_TRACE_AS(operation, 3, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", id.net_index,
-                 id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
-  }
-  static void no_service(const identity &id) {
-    LOG_TRACE_AS(operation, 3, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", id.net_index,
-                 id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
-  }
-};
-
 struct new_name {
   const char *text;
   std::int16_t length;
@@ -104,8 +87,8 @@ int set_channel_flag(uint8_t net_index, uint16_t network_id, uint16_t ts_id, uin
   if (channel_list.network_num == 0) {
     return 0;
   }
-  const auto found =
-      channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation}, channel::flagging{});
+  const auto found = channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation},
+                                     channel::misses_of{__func__});
   return channel::apply_if_found(found.service, bits, set != 0) == 0 ? 1 : 0;
 }
 

@@ -34,23 +34,6 @@ void remove_entries_of(const view &cleaned, const tagged_identity &id) {
   cleaned.remove_if([&id](const virtual_channel_st &entry) { return same_entry(entry, id); });
 }
 
-struct removing {
-  static constexpr char operation[] = "remove_channel_st";
-
-  static void no_network(const identity &id) {
-    LOG_TRACE_AS(operation, 3, "Fail to find network_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n",
-                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
-  }
-  static void no_transponder(const identity &id) {
-    LOG_TRACE_AS(operation, 3, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
-                 id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
-  }
-  static void no_service(const identity &id) {
-    LOG_TRACE_AS(operation, 3, "Fail to find rchannel ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x\n", id.net_index,
-                 id.network_id, id.ts_id, as_long(id.frequency), id.service_id);
-  }
-};
-
 void remove_located(const located_service &found) {
   print_channel_info(found.service);
   doomed_services doomed;
@@ -164,8 +147,8 @@ int remove_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, ui
   if (channel::channel_list.network_num == 0) {
     return -1;
   }
-  const auto found =
-      channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation}, channel::removing{});
+  const auto found = channel::locate({net_index, network_id, ts_id, frequency, service_id, polarisation},
+                                     channel::misses_of{__func__, true});
   if (found.service == nullptr) {
     return -1;
   }
