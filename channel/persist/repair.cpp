@@ -5,6 +5,7 @@
 #include <channel/store.h>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <span>
 
 #include "channel/log.h"
@@ -138,14 +139,13 @@ void convert_service(channel_st &service, const OldService &old) {
 // earlier versions put behind a record stays with it until the list is loaded again.
 template <class OldService>
 channel_st &convert_in_place(OldService &old) {
-  static_assert(sizeof(OldService) >= sizeof(channel_st));
+  static_assert(sizeof(OldService) >= sizeof(channel_st) && alignof(OldService) >= alignof(channel_st));
   list_del_init(&old.list);
   channel_st converted = unset_service;
   convert_service(converted, old);
-  auto &service = reinterpret_cast<channel_st &>(old);
-  service = converted;
-  clear_link(service.list);
-  return service;
+  auto *service = new (&old) channel_st(converted);
+  clear_link(service->list);
+  return *service;
 }
 
 // A second service of the same identity is not filed.
