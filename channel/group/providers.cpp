@@ -17,12 +17,8 @@ namespace {
 
 id_set carried_ids() {
   id_set carried;
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    for (tp_ch_st &transponder : transponders_of(network)) {
-      for (const channel_st &service : services_of(transponder)) {
-        carried.add(service.provider_id);
-      }
-    }
+  for (const filed_service &filed : all_services_of(channel_list.network_list)) {
+    carried.add(filed.service.provider_id);
   }
   return carried;
 }
