@@ -94,12 +94,8 @@ std::uint64_t holder_key(const channel_st &service) { return reinterpret_cast<st
 
 first_table<tp_ch_st> find_holders() {
   first_table<tp_ch_st> holders(count_records(channel_list.network_list).services);
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    for (tp_ch_st &transponder : transponders_of(network)) {
-      for (const channel_st &service : services_of(transponder)) {
-        holders.keep_first(holder_key(service), &transponder);
-      }
-    }
+  for (const filed_service &filed : all_services_of(channel_list.network_list)) {
+    holders.keep_first(holder_key(filed.service), &filed.transponder);
   }
   return holders;
 }
