@@ -163,10 +163,8 @@ void convert_hierarchy(channel_list_st &old) {
   service_index index(count_records(old.network_list).services);
   for (network_ch_st &network : networks_of(old.network_list)) {
     print_network(network);
-    for (tp_ch_st &transponder : transponders_of(network)) {
-      for (channel_st &service : services_of(transponder)) {
-        file_converted<Format>(index, service, network);
-      }
+    for (const filed_service &filed : all_services_of(network)) {
+      file_converted<Format>(index, filed.service, network);
     }
   }
 }
