@@ -128,16 +128,12 @@ void move_service(service_index &index, channel_st &service, const network_ch_st
 int add_new_services(channel_list_st &new_list) {
   int add_count = 0;
   service_index index(count_records(new_list.network_list).services);
-  for (network_ch_st &network : networks_of(new_list.network_list)) {
-    for (tp_ch_st &transponder : transponders_of(network)) {
-      for (channel_st &service : services_of(transponder)) {
-        if (channel_st *known = index.resolve(identity_of(service)); known != nullptr) {
-          known->country_id = present;
-        } else {
-          move_service(index, service, network);
-          ++add_count;
-        }
-      }
+  for (const auto [network, transponder, service] : all_services_of(new_list.network_list)) {
+    if (channel_st *known = index.resolve(identity_of(service)); known != nullptr) {
+      known->country_id = present;
+    } else {
+      move_service(index, service, network);
+      ++add_count;
     }
   }
   return add_count;
@@ -147,18 +143,14 @@ int add_new_services(channel_list_st &new_list) {
 int delete_absent_services() {
   doomed_services doomed;
   int delete_count = 0;
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    for (tp_ch_st &transponder : transponders_of(network)) {
-      for (channel_st &service : services_of(transponder)) {
-        if (service.country_id == absent) {
-          ++delete_count;
-          LOG_TRACE_AS(operation, 2, "delete : %d, %d, %d, %lld, %d, %d, major_number %d \n", service.net_index,
-                       service.network_id, service.ts_id, static_cast<long long>(service.frequency), service.service_id,
-                       service.polarisation, number_in(service.service_id));
-          doomed.add(service);
-          count_down(transponder.rch_num);
-        }
-      }
+  for (const auto [network, transponder, service] : all_services_of(channel_list.network_list)) {
+    if (service.country_id == absent) {
+      ++delete_count;
+      LOG_TRACE_AS(operation, 2, "delete : %d, %d, %d, %lld, %d, %d, major_number %d \n", service.net_index,
+                   service.network_id, service.ts_id, static_cast<long long>(service.frequency), service.service_id,
+                   service.polarisation, number_in(service.service_id));
+      doomed.add(service);
+      count_down(transponder.rch_num);
     }
   }
   return delete_count;

@@ -34,9 +34,9 @@ class service_index {
   // Over the channel list in memory. So many services may be filed while it lives, each on a transponder of its own.
   explicit service_index(std::size_t filed_later = 0);
 
-  // The service of an identity, as get_channel_st finds it. What is rare gets copies: an identity whose address goes
-  // nowhere else stays in registers.
-  channel_st *resolve(const identity &id) {
+  // The service of an identity, as get_channel_st finds it. Part of every loop that asks for many: what is rare gets
+  // copies, and an identity whose address goes nowhere else stays in registers.
+  [[gnu::always_inline]] channel_st *resolve(const identity &id) {
     channel_st *found = id.frequency != 0 ? find(id) : find_without_frequency(identity{id});
     return found != nullptr && channel_list.network_num != 0 ? found : miss(identity{id});
   }
