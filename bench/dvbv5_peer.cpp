@@ -39,12 +39,8 @@ void write_section(std::FILE *text, const channel_st &service) {
 void write_sections(const std::string &path) {
   const std::unique_ptr<std::FILE, closing> text(std::fopen(path.c_str(), "w"));
   require(text != nullptr, "opening a file");
-  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      for (const channel_st &service : channel::services_of(transponder)) {
-        write_section(text.get(), service);
-      }
-    }
+  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
+    write_section(text.get(), filed.service);
   }
 }
 

@@ -107,13 +107,9 @@ std::string make_version_8(const std::string &file) {
 // Every provider but the last has services: its removal looks at all of them and finds one.
 void give_providers() {
   std::int16_t provider = 0;
-  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      for (channel_st &service : channel::services_of(transponder)) {
-        service.provider_id = service.genre_id = provider;
-        provider = static_cast<std::int16_t>((provider + 1) % (MAX_PROVIDER - 1));
-      }
-    }
+  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
+    filed.service.provider_id = filed.service.genre_id = provider;
+    provider = static_cast<std::int16_t>((provider + 1) % (MAX_PROVIDER - 1));
   }
 }
 
