@@ -12,16 +12,6 @@
 namespace chlist {
 namespace {
 
-// The library's walks hand out records that may be changed.
-template <class Action>
-void for_each_transponder(channel_list_st &list, const Action &action) {
-  for (network_ch_st &network : channel::networks_of(list.network_list)) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      action(transponder);
-    }
-  }
-}
-
 template <class Record>
 std::size_t length(const channel::records<Record> &range) {
   std::size_t counted = 0;
@@ -32,12 +22,11 @@ std::size_t length(const channel::records<Record> &range) {
   return counted;
 }
 
-std::size_t count_services(network_ch_st &network) {
-  std::size_t services = 0;
-  for (tp_ch_st &transponder : channel::transponders_of(network)) {
-    services += length(channel::services_of(transponder));
-  }
-  return services;
+void count_transponder(hierarchy_counts &counts, tp_ch_st &transponder) {
+  const std::size_t services = length(channel::services_of(transponder));
+  ++counts.transponders;
+  counts.services += services;
+  counts.transponders_without_services += services == 0 ? 1 : 0;
 }
 
 }  // namespace
@@ -70,24 +59,20 @@ hierarchy_counts count_hierarchy(channel_list_st &list) {
   hierarchy_counts counts;
   for (network_ch_st &network : channel::networks_of(list.network_list)) {
     ++counts.networks;
-    counts.networks_without_services += count_services(network) == 0 ? 1 : 0;
+    const std::size_t services_before = counts.services;
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      count_transponder(counts, transponder);
+    }
+    counts.networks_without_services += counts.services == services_before ? 1 : 0;
   }
-  for_each_transponder(list, [&counts](tp_ch_st &transponder) {
-    const std::size_t services = length(channel::services_of(transponder));
-    ++counts.transponders;
-    counts.services += services;
-    counts.transponders_without_services += services == 0 ? 1 : 0;
-  });
   return counts;
 }
 
 std::vector<const channel_st *> services_of(channel_list_st &list) {
   std::vector<const channel_st *> services;
-  for_each_transponder(list, [&services](tp_ch_st &transponder) {
-    for (const channel_st &service : channel::services_of(transponder)) {
-      services.push_back(&service);
-    }
-  });
+  for (const channel::filed_service &filed : channel::all_services_of(list.network_list)) {
+    services.push_back(&filed.service);
+  }
   return services;
 }
 

@@ -24,13 +24,9 @@ using channel::persist::detached_list;
 void restore_countries(channel_list_st &as_it_stands) {
   const std::vector<const channel_st *> originals = services_of(as_it_stands);
   auto original = originals.begin();
-  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      for (channel_st &service : channel::services_of(transponder)) {
-        if (original != originals.end()) {
-          service.country_id = (*original++)->country_id;
-        }
-      }
+  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
+    if (original != originals.end()) {
+      filed.service.country_id = (*original++)->country_id;
     }
   }
 }

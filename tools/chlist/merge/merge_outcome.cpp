@@ -30,16 +30,7 @@ using channel::persist::detached_list;
 using address = std::uintptr_t;
 address address_of(const channel_st *service) { return reinterpret_cast<address>(service); }
 
-template <class Action>
-void for_each_service(const Action &action) {
-  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      for (channel_st &service : channel::services_of(transponder)) {
-        action(service);
-      }
-    }
-  }
-}
+auto services_in_memory() { return channel::all_services_of(get_channel_list()->network_list); }
 
 struct snapshot {
   std::vector<address> order;
@@ -145,14 +136,14 @@ detached_list<current_format> read_scan(const channel_input &scan) {
 void merge_keeping_what_stays(channel_list_st &merged) {
   const kept_view_settings settings;
   std::unordered_map<address, std::int16_t> countries;
-  for_each_service([&countries](channel_st &service) {
-    countries[address_of(&service)] = std::exchange(service.country_id, std::int16_t{0});
-  });
+  for (const channel::filed_service &filed : services_in_memory()) {
+    countries[address_of(&filed.service)] = std::exchange(filed.service.country_id, std::int16_t{0});
+  }
   channel::persist::merge_list(merged);
-  for_each_service([&countries](channel_st &service) {
-    const auto known = countries.find(address_of(&service));
-    service.country_id = known != countries.end() ? known->second : std::int16_t{0};
-  });
+  for (const channel::filed_service &filed : services_in_memory()) {
+    const auto known = countries.find(address_of(&filed.service));
+    filed.service.country_id = known != countries.end() ? known->second : std::int16_t{0};
+  }
 }
 
 }  // namespace

@@ -72,13 +72,9 @@ std::vector<shown_entry> entries_of(const channel_st &service) {
 
 // The records that a service hangs from, whatever its own fields say.
 std::pair<const network_ch_st *, const tp_ch_st *> place_of(const channel_st &service) {
-  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      for (const channel_st &each : channel::services_of(transponder)) {
-        if (&each == &service) {
-          return {&network, &transponder};
-        }
-      }
+  for (const auto [network, transponder, each] : channel::all_services_of(get_channel_list()->network_list)) {
+    if (&each == &service) {
+      return {&network, &transponder};
     }
   }
   return {};

@@ -82,13 +82,9 @@ std::vector<channel_st *> with_number(const number_text &number, std::int8_t vie
 template <class Rule>
 std::vector<channel_st *> with_name(const Rule &is_meant) {
   std::vector<channel_st *> services;
-  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      for (channel_st &service : channel::services_of(transponder)) {
-        if (is_meant(visible(text_of(service.name[0].text)))) {
-          services.push_back(&service);
-        }
-      }
+  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
+    if (is_meant(visible(text_of(filed.service.name[0].text)))) {
+      services.push_back(&filed.service);
     }
   }
   return services;
