@@ -64,6 +64,10 @@ class batch {
   std::uintptr_t highest_ = 0;
 };
 
+bool is_hosts_own(const view &current) {
+  return std::ranges::find(all_views(), current.entries, &view::entries) == all_views().end();
+}
+
 // Takes pointers to doomed channels out of everything that keeps any. Pointers are compared, never followed: a host may
 // have freed a record of its own that an entry still points to.
 void forget(batch &doomed) {
@@ -74,6 +78,9 @@ void forget(batch &doomed) {
   };
   for (const view &each : all_views()) {
     std::ranges::for_each(each.array(), forget_if_doomed);
+  }
+  if (const view current = current_view(); current && is_hosts_own(current)) {
+    std::ranges::for_each(current.used(), forget_if_doomed);
   }
   for (return_channel_st &watched : history) {
     forget_if_doomed(watched.vch);

@@ -85,7 +85,12 @@
  * View codes are VIEW_ALL, VIEW_TV, VIEW_RADIO, VIEW_USER, VIEW_WORK, VIEW_PROMOTION and VIEW_FAVOURITE plus 0..19. One
  * view is current; functions without a view argument work on it. A host may point channel_list_st::cur_vch and
  * cur_vnumber to an array and a count of its own, which then is the current view with as many entries as it counts, up
- * to 32,767, until a view is made current.
+ * to 32,767, until a view is made current; so long the array is read, and written by moves and releases.
+ *
+ * An entry caches a pointer to its real channel, virtual_channel_st::rch. When a channel is freed, its entries in every
+ * view, the work view, the current view and the history lose it at once: such an entry is one without a real channel
+ * until load_channel(), check_load_channel() or a reader of earlier versions links the list again. It is listed by no
+ * group, sorts like its neighbours, and goes in a move of several entries (move_channel(), move_fav_channel()).
  *
  * A count outside its array, which only a host can write, is read as the nearest one inside, but by
  * get_fav_vch_number(), get_fav_vch_by_group_name(), get_fav_group_number() and get_provider_number(), which give it as

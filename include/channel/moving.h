@@ -24,8 +24,9 @@ CHANNEL_BEGIN_DECLS
  *
  * One entry is taken out and put in at the destination, counted in the view without it. Several entries follow, in the
  * order given, the entry that stands at the destination. Every call with another count than 1 compacts entries without
- * a real channel away: the count stays, and as many slots at the end then hold copies of the entry that was last (empty
- * slots when that one is moved itself). A destination that is itself among them stands for the next entry left. After a
+ * a real channel away, those of channels that were freed included: the count stays, and as many slots at the end then
+ * hold copies of the entry that was last (empty slots when that one is moved itself). Sweep a view whose channels were
+ * freed with remove_invalid_virtual_channel() first. A destination that is itself among them stands for the next entry left. After a
  * single move the slot behind the count holds a copy of the view's former last entry.
  *
  * The service-type view is the view of channel_list_st::service_type. A single move is mirrored there only while

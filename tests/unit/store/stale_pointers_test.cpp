@@ -3,6 +3,7 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <string>
 #include <vector>
@@ -100,6 +101,30 @@ TEST_P(StalePointers, NoSlotBehindTheHistoryPointsToAFreedChannel) {
   free_it();
 
   EXPECT_EQ(get_return_channel()->vch.rch, nullptr);
+}
+
+// Moves and the history copy entries of the current view, whatever array it is.
+TEST_P(StalePointers, NoEntryOfAHostsOwnCurrentViewPointsToAFreedChannel) {
+  std::array<virtual_channel_st, 3> entries = {freed_entry(), kept_entry(), freed_entry()};
+  std::int16_t count = 2;
+  list.cur_vch = entries.data();
+  list.cur_vnumber = &count;
+
+  free_it();
+
+  EXPECT_EQ(entries[0].rch, nullptr);
+  EXPECT_EQ(entries[1].rch, kept());
+  EXPECT_NE(entries[2].rch, nullptr) << "behind the count the array is the host's alone";
+  change_vindex_type(VIEW_ALL);
+}
+
+TEST_P(StalePointers, TheViewsForgetAFreedChannelWithoutACurrentOne) {
+  append_entry(VIEW_ALL, freed_entry());
+  list.cur_vnumber = nullptr;
+
+  free_it();
+
+  EXPECT_EQ(list.vch[0].rch, nullptr);
 }
 
 TEST_P(StalePointers, TheHistoryPrintsAnEmptyNameForAFreedChannel) {
