@@ -49,7 +49,7 @@ using channel::view;
 
 extern "C" {
 
-int get_fav_group_number(void) { return static_cast<int8_t>(channel_list.favorite_group_num); }
+int get_fav_group_number(void) { return favourite_table().counted(); }
 
 group_st *get_fav_group_info(int16_t index) {
   const group_table groups = favourite_table();
@@ -126,7 +126,7 @@ int add_fav_group_info(group_st group) {
     return -1;
   }
   if (groups.size() >= groups.capacity) {
-    LOG_ERROR("favorite_group_number %d MAX_FAV %d\n", *groups.count, MAX_FAV);
+    LOG_ERROR("favorite_group_number %d MAX_FAV %d\n", groups.counted(), MAX_FAV);
     return -1;
   }
   if (group_st *same = channel::find_same_name(group); same != nullptr) {

@@ -1,7 +1,6 @@
 // Files come from outside: what they count is brought into the arrays before anything is read by it.
 #include "channel/persist/counts.h"
 
-#include <algorithm>
 #include <channel/records.h>
 #include <cstdint>
 
@@ -17,12 +16,20 @@ struct counted {
   int which;
 };
 
-void bring_into_array(std::int16_t &count, std::int16_t capacity, const counted &array, const char *operation) {
-  const std::int16_t kept = std::clamp<std::int16_t>(count, 0, capacity);
-  if (kept != count) {
-    LOG_ERROR_AS(operation, "%s %d counts %d, taken as %d\n", array.what, array.which, count, kept);
-    count = kept;
+void tell_stray(const counted &array, std::int16_t count, std::int16_t taken, const char *operation) {
+  if (count != taken) {
+    LOG_ERROR_AS(operation, "%s %d counts %d, taken as %d\n", array.what, array.which, count, taken);
   }
+}
+
+void bring_into_array(const view &stray, int code, const char *operation) {
+  tell_stray({"view", code}, *stray.count, stray.size(), operation);
+  *stray.count = stray.size();
+}
+
+void bring_into_array(const group_table &stray, int kind, const char *operation) {
+  tell_stray({"group list", kind}, stray.counted(), stray.size(), operation);
+  *stray.count = stray.size();
 }
 
 }  // namespace
@@ -31,15 +38,13 @@ void bring_counts_into_arrays(const char *operation) {
   for (int code = VIEW_ALL; code <= VIEW_FAVOURITE_LAST; ++code) {
     // The work view is not part of a file: its count is the host's.
     if (const view each = find_view(code); each && code != VIEW_WORK) {
-      bring_into_array(*each.count, each.capacity, {"view", code}, operation);
+      bring_into_array(each, code, operation);
     }
   }
   for (const int kind : {GROUP_GENRE, GROUP_PROVIDER, GROUP_COUNTRY}) {
-    const group_table table = table_of_kind(kind);
-    bring_into_array(*table.count, table.capacity, {"group list", kind}, operation);
+    bring_into_array(table_of_kind(kind), kind, operation);
   }
-  const group_table favourites = favourite_table();
-  bring_into_array(*favourites.count, favourites.capacity, {"group list", GROUP_FAV}, operation);
+  bring_into_array(favourite_table(), GROUP_FAV, operation);
 }
 
 }  // namespace channel::persist

@@ -11,18 +11,19 @@
 
 namespace channel {
 
+// Kept: the favourite groups are counted in the low byte of their field, signed, whatever the other byte holds.
+constexpr std::int16_t counted_in_low_byte(std::int16_t field) { return static_cast<std::int8_t>(field); }
+
 struct group_table {
   group_st *groups = nullptr;
   std::int16_t *count = nullptr;
   std::int16_t capacity = 0;
-  // Kept: the favourite groups are counted in a signed byte, whatever the other byte of their count holds.
-  bool is_byte_count = false;
+  bool is_counted_in_low_byte = false;
 
   explicit operator bool() const { return groups != nullptr; }
-  [[nodiscard]] std::int16_t size() const {
-    const std::int16_t stored = is_byte_count ? std::int16_t{static_cast<std::int8_t>(*count)} : *count;
-    return std::clamp<std::int16_t>(stored, 0, capacity);
-  }
+  // The count as it stands, inside the array or not.
+  [[nodiscard]] std::int16_t counted() const { return is_counted_in_low_byte ? counted_in_low_byte(*count) : *count; }
+  [[nodiscard]] std::int16_t size() const { return std::clamp<std::int16_t>(counted(), 0, capacity); }
   [[nodiscard]] group_st *begin() const { return groups; }
   [[nodiscard]] group_st *end() const { return groups + size(); }
   [[nodiscard]] std::span<group_st> array() const { return {groups, static_cast<std::size_t>(capacity)}; }

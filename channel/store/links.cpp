@@ -6,6 +6,7 @@
 
 #include "channel/log.h"
 #include "channel/store/channel_list.h"
+#include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
 
@@ -41,8 +42,7 @@ int link_views(service_index &index) {
   for (int type = VIEW_ALL; type <= VIEW_PROMOTION; ++type) {
     link_view(type, index);
   }
-  const int past_last_group =
-      VIEW_FAVOURITE + std::min<int>(static_cast<std::int8_t>(channel_list.favorite_group_num), MAX_FAV);
+  const int past_last_group = VIEW_FAVOURITE + std::min<int>(favourite_table().counted(), MAX_FAV);
   for (int type = VIEW_FAVOURITE; type <= past_last_group; ++type) {
     link_view(type, index);
   }

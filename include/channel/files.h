@@ -38,8 +38,9 @@ char *set_target_dir(const char *dir);
  * Rebuilds the hierarchy, makes the file's current view current (the ALL view when that one is empty), links every view
  * entry to its real channel, sorts on request, and fills empty genre and country tables from their own files. Sets
  * country_id of every channel to 0. Counts of views and groups that lie outside their arrays are brought back into
- * them. Bytes behind the last record are ignored. The file's version is not tested: a host compares the result with
- * CHANNEL_LIST_VERSION.
+ * them; favourite groups are counted in the low byte of their field, signed, and the field holds that number
+ * afterwards. Bytes behind the last record are ignored. The file's version is not tested: a host compares the result
+ * with CHANNEL_LIST_VERSION.
  *
  * Records that are still linked when the load begins are not released, because the host may hold pointers to them:
  * call reset_channel_list() first when the list is not empty.

@@ -238,7 +238,7 @@ struct channel_list_st {
   group_st country[MAX_COUNTRY];                   /**< countries */
   int16_t country_num;                             /**< countries in use, 0..200 */
   group_st favorite_group[MAX_FAV];                /**< names and ids of the favourite groups */
-  int16_t favorite_group_num;                      /**< favourite groups in use, 0..20 */
+  int16_t favorite_group_num;                      /**< favourite groups in use, 0..20; its low byte is read, signed */
   int16_t vch_type;                                /**< code of the current view */
   uint8_t reserved_80102[2];                       /**< carried unchanged */
   virtual_channel_st *cur_vch;                     /**< first entry of the current view */

@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "channel/store/finders.h"
+#include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
 
 namespace chlist {
@@ -38,7 +39,8 @@ std::vector<list_view> views_of(const channel_list_st &list) {
                                   {{"promotion"}, list.promo_vch, list.promo_vnumber},
                                   {{"USER"}, list.user_vch, list.user_vnumber}};
   for (int group = 0; group < MAX_FAV; ++group) {
-    const std::string name = group < list.favorite_group_num ? text_of(list.favorite_group[group].name) : "";
+    const std::string name =
+        group < channel::counted_in_low_byte(list.favorite_group_num) ? text_of(list.favorite_group[group].name) : "";
     views.push_back({{"favourites", group, name}, list.favorite_vch[group], list.favorite_vnumber[group]});
   }
   return views;

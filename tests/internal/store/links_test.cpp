@@ -155,6 +155,9 @@ TEST_F(Links, ANumberOfGroupsAboveTheTableIsReadAsAFullOne) {
 
   EXPECT_EQ(writes_at(1, link_rch_info).size(), 2U);
   EXPECT_EQ(linked(VIEW_FAVOURITE_LAST), service);
+
+  list.favorite_group_num = 0x0100 + 21;
+  EXPECT_EQ(writes_at(1, link_rch_info).size(), 2U);
 }
 
 TEST_F(Links, ANumberOfGroupsBelowZeroLeavesEveryFavouriteGroupAlone) {

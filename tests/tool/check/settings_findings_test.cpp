@@ -19,7 +19,9 @@ TEST_F(CheckSettings, CountsOutsideTheirArraysAreFoundInEveryViewAndTable) {
   std::vector<test_support::array_place> places = test_support::view_places();
   places.insert(places.end(), test_support::group_places().begin(), test_support::group_places().end());
   for (const test_support::array_place &place : places) {
-    for (const int count : {-1, place.capacity + 1, 32767}) {
+    // Favourite groups are counted in a signed byte.
+    const int most = place.count == group_place(GROUP_FAV).count ? 127 : 32767;
+    for (const int count : {-1, place.capacity + 1, most}) {
       const findings found =
           found_of_kind(sound_file().set(place.count, 2, static_cast<std::uint64_t>(count)), "count-outside-array");
 
@@ -56,6 +58,16 @@ TEST_F(CheckSettings, IdsOfGroupsOccurOnceAndAreNotNegative) {
             (findings{{second, severity::warning, "negative-group-id", "favourite group \"More\" has the id -1",
                        "no operation gives such an id; -1 stands for no group"}}));
   EXPECT_EQ(found_in(sound_file().group(GROUP_FAV, 1, "More")), findings{});
+}
+
+// A load counts favourite groups in eight bits.
+TEST_F(CheckSettings, TheFavouriteGroupsAreThoseThatALoadTakes) {
+  const std::size_t at = group_place(GROUP_FAV).count;
+
+  EXPECT_EQ(found_in(sound_file().set(at, 2, 0x0101)),
+            (findings{{at, severity::note, "wide-group-count",
+                       "the table of favourite group records counts 257, wider than a byte",
+                       "a load takes its low byte, 1"}}));
 }
 
 TEST_F(CheckSettings, EntriesOfUncountedGroupsAreFound) {

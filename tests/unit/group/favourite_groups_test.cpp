@@ -89,6 +89,10 @@ TEST_F(FavouriteGroups, ACountAboveTheTableIsRefusedLikeAFullOne) {
             lines{"ERROR: add_fav_group_info:# favorite_group_number 21 MAX_FAV 20\n"});
 
   EXPECT_EQ(list.favorite_group_num, 21);
+
+  list.favorite_group_num = 0x0114;
+  EXPECT_EQ(writes_at(0, [] { EXPECT_EQ(create("One more"), -1); }),
+            lines{"ERROR: add_fav_group_info:# favorite_group_number 20 MAX_FAV 20\n"});
 }
 
 TEST_F(FavouriteGroups, ANameThatExistsInAnyCaseGivesItsGroup) {

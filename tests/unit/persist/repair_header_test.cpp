@@ -160,7 +160,9 @@ TEST_P(RepairedGroups, HoldEveryFieldOfAGroup) {
 
 TEST_P(RepairedGroups, AreTakenAsManyAsTheirTableHolds) {
   for (const array_place &place : test_support::group_places()) {
-    for (const int count : {place.capacity + 1, 32'767, -1, -32'768}) {
+    // Favourite groups are counted in a signed byte.
+    const bool is_byte = place.code == GROUP_FAV;
+    for (const int count : {place.capacity + 1, is_byte ? 127 : 32'767, -1, is_byte ? -128 : -32'768}) {
       const int kept = count < 0 ? 0 : place.capacity;
       const log_capture log(0);
 
@@ -171,6 +173,16 @@ TEST_P(RepairedGroups, AreTakenAsManyAsTheirTableHolds) {
                                     std::to_string(count) + ", taken as " + std::to_string(kept) + "\n"});
     }
   }
+}
+
+TEST_P(RepairedGroups, OfFavouritesAreCountedInTheLowByteOfTheirField) {
+  const array_place &place = test_support::group_place(GROUP_FAV);
+  const log_capture log(0);
+
+  ASSERT_EQ(repair_table(place, 0x0102), 0);
+
+  expect_groups(place, 2);
+  EXPECT_EQ(log.writes(), lines{});
 }
 
 TEST_P(RepairedGroups, AreCutWithoutAWordBelowLevelZero) {

@@ -6,6 +6,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "chlist/check/rules.h"
 #include "chlist/list_contents.h"
@@ -92,7 +93,8 @@ using service_set = std::unordered_set<const channel_st *>;
 
 // No menu shows favourite groups beyond those that are counted.
 bool is_shown(const checked_view &checked) {
-  return !checked.view.name.is_favourites() || checked.view.name.group < checked.framed.list().favorite_group_num;
+  return !checked.view.name.is_favourites() ||
+         checked.view.name.group < channel::counted_in_low_byte(checked.framed.list().favorite_group_num);
 }
 
 void check_links(const checked_view &checked, channel::service_index &index, service_set &listed) {

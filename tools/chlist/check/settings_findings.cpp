@@ -8,6 +8,7 @@
 #include <string>
 #include <unordered_set>
 
+#include "channel/store/group_table.h"
 #include "channel/store/view.h"
 #include "chlist/check/rules.h"
 #include "chlist/list_contents.h"
@@ -19,19 +20,21 @@ namespace {
 struct id_table {
   std::string_view name;
   std::span<const group_st> slots;
-  const std::int16_t *count;
+  const std::int16_t *field;
+  std::int16_t counted;  // what a load reads in the field
   std::string_view id_is_for;
 
   [[nodiscard]] std::span<const group_st> used() const {
-    return slots.first(static_cast<std::size_t>(std::clamp<int>(*count, 0, static_cast<int>(slots.size()))));
+    return slots.first(static_cast<std::size_t>(std::clamp<int>(counted, 0, static_cast<int>(slots.size()))));
   }
 };
 
 std::vector<id_table> id_tables_of(const channel_list_st &list) {
-  return {{"provider", list.provider, &list.provider_num, "services"},
-          {"genre", list.genre, &list.genre_num, "services"},
-          {"country", list.country, &list.country_num, "services"},
-          {"favourite group", list.favorite_group, &list.favorite_group_num, "edits"}};
+  return {{"provider", list.provider, &list.provider_num, list.provider_num, "services"},
+          {"genre", list.genre, &list.genre_num, list.genre_num, "services"},
+          {"country", list.country, &list.country_num, list.country_num, "services"},
+          {"favourite group", list.favorite_group, &list.favorite_group_num,
+           channel::counted_in_low_byte(list.favorite_group_num), "edits"}};
 }
 
 void check_count(finding_list &findings, std::size_t offset, const std::string &what, int count, std::size_t capacity) {
@@ -48,6 +51,17 @@ void check_view_counts(const framed_list &framed, finding_list &findings) {
     check_count(findings, framed.offset_of(view_with(named).count), fmt::format("the {} view", label_of(named.name)),
                 named.count, named.slots.size());
   }
+}
+
+void check_table_count(const framed_list &framed, const id_table &table, finding_list &findings) {
+  const std::size_t offset = framed.offset_of(table.field);
+  const std::string what = fmt::format("the table of {} records", table.name);
+  if (table.counted != *table.field) {
+    findings.push_back({offset, severity::note, "wide-group-count",
+                        fmt::format("{} counts {}, wider than a byte", what, *table.field),
+                        fmt::format("a load takes its low byte, {}", table.counted)});
+  }
+  check_count(findings, offset, what, table.counted, table.slots.size());
 }
 
 void check_ids(const framed_list &framed, const id_table &table, finding_list &findings) {
@@ -71,7 +85,7 @@ void check_ids(const framed_list &framed, const id_table &table, finding_list &f
 // Entries of groups that no menu shows.
 void check_uncounted_groups(const framed_list &framed, finding_list &findings) {
   const channel_list_st &list = framed.list();
-  const int groups = std::max<int>(list.favorite_group_num, 0);
+  const int groups = std::max<int>(channel::counted_in_low_byte(list.favorite_group_num), 0);
   for (int group = groups; group < MAX_FAV; ++group) {
     if (const std::int16_t &entries = list.favorite_vnumber[group]; entries > 0) {
       findings.push_back(
@@ -113,8 +127,7 @@ void check_current_view(const framed_list &framed, finding_list &findings) {
 void check_settings(const framed_list &framed, finding_list &findings) {
   check_view_counts(framed, findings);
   for (const id_table &table : id_tables_of(framed.list())) {
-    check_count(findings, framed.offset_of(table.count), fmt::format("the table of {} records", table.name),
-                *table.count, table.slots.size());
+    check_table_count(framed, table, findings);
     check_ids(framed, table, findings);
   }
   check_uncounted_groups(framed, findings);

@@ -11,6 +11,7 @@
 #include <span>
 
 #include "channel/persist/detached_list.h"
+#include "channel/store/group_table.h"
 #include "chlist/see/settings.h"
 #include "chlist/service/names.h"
 
@@ -48,10 +49,10 @@ void count_header(file_contents &contents, const channel_list_st &list) {
   for (const list_view &view : views_of(list)) {
     contents.views.push_back({view.name, view.count, view.slots.size()});
   }
-  contents.tables = {groups_in("providers", list.provider, list.provider_num),
-                     groups_in("genres", list.genre, list.genre_num),
-                     groups_in("countries", list.country, list.country_num),
-                     groups_in("favourite groups", list.favorite_group, list.favorite_group_num)};
+  contents.tables = {
+      groups_in("providers", list.provider, list.provider_num), groups_in("genres", list.genre, list.genre_num),
+      groups_in("countries", list.country, list.country_num),
+      groups_in("favourite groups", list.favorite_group, channel::counted_in_low_byte(list.favorite_group_num))};
 }
 
 // Versions differ in where a service has its flags.
