@@ -64,9 +64,10 @@ char *set_target_dir(const char *dir);
  *         files. A file whose version field is 1 or -1 gives the same numbers.
  * @logs Most lines carry the name load_channel_internal. 0: null, a file that cannot be opened or is short, a count
  *       that was brought back, an entry without a channel ("link..."), an unknown sort mode, a current view that does
- *       not exist, a genre or country file that is missing. 1: a current view that is empty. 2: the path, limits,
- *       networks, transponders, the settings and the ALL view. 3: networks, transponders and channels as they are read.
- *       2, 3, 5: each entry that does not resolve, as get_channel_st() tells it.
+ *       not exist, a genre or country file that is missing. 1: a current view that is empty; a current favourite group,
+ *       as change_vindex_type() tells; with 20 favourite groups the code behind the last one, twice, when entries are
+ *       linked. 2: the path, limits, networks, transponders, the settings and the ALL view. 3: networks, transponders
+ *       and channels as they are read. 2, 3, 5: each entry that does not resolve, as get_channel_st() tells it.
  */
 int load_channel(const char *name, uint8_t sort_mode);
 
@@ -108,10 +109,11 @@ int save_channel(const char *name);
  *         leaves the list untouched.
  * @logs 0: a file that cannot be opened or is short (new_load_channel), a full view, an entry without a channel, a
  *       service that is not found once it is filed ("can't find channel"). 1: a service that is filed already while
- *       channel_list_st::network_num is 0. 2: each service added and deleted, and how many. 2, 3, 5: each service that
- *       the list lacks and each entry that is pruned, as get_channel_st() tells its miss. 3: networks, transponders and
- *       channels as they are read. Entry 1 of verbosity_map gates the warning of a service type without a view, at 1,
- *       and the numbers given in the radio and promotion views, at 5.
+ *       channel_list_st::network_num is 0; with 20 favourite groups the code behind the last one, twice. 2: each
+ *       service added and deleted, and how many. 2, 3, 5: each service that the list lacks and each entry that is
+ *       pruned, as get_channel_st() tells its miss. 3: networks, transponders and channels as they are read. Entry 1 of
+ *       verbosity_map gates the warning of a service type without a view, at 1, and the numbers given in the radio and
+ *       promotion views, at 5.
  */
 int check_load_channel(void);
 
@@ -124,9 +126,9 @@ int check_load_channel(void);
  * @return the list with its networks, transponders and channels, all owned by the caller, each from `calloc`; null when
  *         the file cannot be opened or is short.
  * @logs 0: null, a file that cannot be opened or is short, an entry of the list in memory without a channel, no current
- *       view after destroy_channel_list() (link_rch_info). 2: the path, the number of networks, the settings of the old
- *       list. 3: networks, transponders and channels. 2, 3, 5: each entry of the list in memory that does not resolve,
- *       as get_channel_st() tells it.
+ *       view after destroy_channel_list() (link_rch_info). 1: with 20 favourite groups in memory the code behind the
+ *       last one, twice. 2: the path, the number of networks, the settings of the old list. 3: networks, transponders
+ *       and channels. 2, 3, 5: each entry of the list in memory that does not resolve, as get_channel_st() tells it.
  */
 channel_list_st *v9_load_channel(const char *path);
 
@@ -168,10 +170,10 @@ v8_channel_list_st *v7_load_channel(const char *path);
  * @param version 7, 8 or 9, the version of the file; any other, 10 included, is refused.
  * @param path the whole path; the target directory is not put in front.
  * @return 0; -1 when the version is refused or the file cannot be read.
- * @logs 0: the errors of the reader, a count that was brought back. 1: a service that the file holds twice. 2: the
- *       path, the old settings, each network, each channel as it is filed. 3: what the reader reads, and each network
- *       and transponder that is created, as the miss of its finder. 2, 3, 5: each entry of the work view that does not
- *       resolve, as get_channel_st() tells it. A refused version writes no error.
+ * @logs 0: the errors of the reader, each entry of the work view, which has no channel in an empty list
+ *       (link_rch_info), a count that was brought back. 1: a service that the file holds twice. 2: the path, the old
+ *       settings, each network, each channel as it is filed. 3: what the reader reads, and each network and transponder
+ *       that is created, as the miss of its finder. A refused version writes no error.
  */
 int repair_channel(int version, const char *path);
 

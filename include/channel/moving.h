@@ -26,14 +26,19 @@ CHANNEL_BEGIN_DECLS
  * order given, the entry that stands at the destination. Every call with another count than 1 compacts entries without
  * a real channel away, those of channels that were freed included: the count stays, and as many slots at the end then
  * hold copies of the entry that was last (empty slots when that one is moved itself). Sweep a view whose channels were
- * freed with remove_invalid_virtual_channel() first. A destination that is itself among them stands for the next entry left. After a
- * single move the slot behind the count holds a copy of the view's former last entry.
+ * freed with remove_invalid_virtual_channel() first. A destination that is itself among them stands for the next entry
+ * left. After a single move the slot behind the count holds a copy of the view's former last entry.
  *
- * The service-type view is the view of channel_list_st::service_type. A single move is mirrored there only while
- * use_group_list is not 0. Moving several entries clears their slots in that view in any case, and rearranges it only
- * while use_group_list is not 0: move several entries while a TV, radio or group view is current. A channel that the
- * service-type view does not hold is not mirrored; when it lacks the channel at the destination, it is left alone. A
- * service-type view that is the current one is moved once.
+ * The service-type view is the view of channel_list_st::service_type. While use_group_list is not 0 the move is
+ * mirrored there, unless that view is the current one, which has made the move already, or lacks the channel at the
+ * destination: then it is left alone. A channel that it lacks is left out of the mirror, the others are mirrored.
+ *
+ * While use_group_list is 0 nothing is mirrored, but a move of several entries clears their slots in the service-type
+ * view all the same, and they stay empty: move several entries while a TV, radio or group view is current.
+ *
+ * Channels are looked for in the service-type view by tag and identity, and the first entry is taken: of twins, alike in
+ * both, the first is mirrored, whichever was named. A move of several clears it as well: when the service-type view is
+ * the current one, the first twin goes together with the one that was named, and the view holds the channel once.
  *
  * The mirror of a single move opens its gap at the current view's position: where that differs from the destination's
  * position in the service-type view, entries there are overwritten and others stand twice. Rebuild it with

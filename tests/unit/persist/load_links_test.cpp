@@ -25,6 +25,16 @@ class LoadedLinks : public file_test {
                                              .polarisation = 2};
 };
 
+// Kept: the link looks one view further than the last favourite group, behind a full table at an unknown code.
+TEST_F(LoadedLinks, WarnOfTheCodeBehindTwentyFavouriteGroups) {
+  const auto load_full_table = [this] { return load(file_with_groups().set(80'098, 2, 20).data); };
+
+  EXPECT_EQ(test_support::writes_at(1, load_full_table),
+            (lines{"WARNING: get_virtual_channel_st:# unknown vch_type=30\n",
+                   "WARNING: get_virtual_channel_vnumber:# unknown vch_type=30\n"}));
+  EXPECT_EQ(test_support::writes_at(0, load_full_table), lines{});
+}
+
 TEST_F(LoadedLinks, PointEveryEntryOfEveryViewToItsService) {
   channel_file file = file_with_groups();
   file.service(present);

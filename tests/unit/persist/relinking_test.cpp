@@ -35,6 +35,14 @@ TEST_F(Relinking, FindsTheServiceOfAnEntryAgain) {
   EXPECT_NE(entry_->rch, nullptr);
 }
 
+TEST_F(Relinking, WarnsOfTheCodeBehindTwentyFavouriteGroups) {
+  list.favorite_group_num = 20;
+
+  EXPECT_EQ(relink(0), lines{});
+  EXPECT_EQ(relink(1), (lines{"WARNING: get_virtual_channel_st:# unknown vch_type=30\n",
+                              "WARNING: get_virtual_channel_vnumber:# unknown vch_type=30\n"}));
+}
+
 TEST_F(Relinking, FindsNothingWhileNoNetworkIsCounted) {
   const lines lost = {"ERROR: link...[0][0]-n_in 1, on 1, ts 100, freq 11000000, sid 1, polr 0\n"};
   for (const std::uint32_t frequency : {11'000'000U, 0U}) {

@@ -4,6 +4,7 @@
 #include <climits>
 
 #include "support/log_capture.h"
+#include "support/view_cases.h"
 
 namespace {
 
@@ -193,6 +194,18 @@ TEST_P(Repair, IsSilentBelowLevelTwo) {
   EXPECT_EQ(repair(small_file()), 0);
 
   EXPECT_EQ(log.writes(), lines{});
+}
+
+// The reader links the list in memory, which counts no network yet: no step of a lookup fails.
+TEST_P(Repair, TellsAnEntryOfTheWorkViewAtNoOtherLevelThanZero) {
+  test_support::append_entry(VIEW_WORK, test_support::unfiled_entry(1));
+  const std::string entry = "ERROR: link...[4][0]-n_in 1, on 1, ts 100, freq 11000000, sid 1, polr 0\n";
+  const log_capture log(5);
+
+  EXPECT_EQ(repair(small_file()), 0);
+
+  EXPECT_EQ(log.writes_with("link..."), lines{entry});
+  EXPECT_EQ(log.writes_with("get_channel_st"), lines{});
 }
 
 TEST_P(Repair, TellsTheOldListAtLevelTwo) {

@@ -221,6 +221,14 @@ TEST_F(RemovalByIdentityLog, EachRemovedEntryIsALineAtLevelTwo) {
   EXPECT_EQ(writes_at(5, removal_of_two), (lines{line, line}));
 }
 
+TEST_F(RemovalByIdentityLog, EachLineHasTheFrequencyThatWasAskedFor) {
+  append_entry(VIEW_USER, entry_with({.frequency = 11'002'000}));
+  append_entry(VIEW_USER, entry_with({.frequency = 10'998'000}));
+  const std::string line = "ChannelAPI vtype_remove_vch:# 1,1,64,11000000,1,0\n";
+
+  EXPECT_EQ(writes_at(2, [] { return remove_from(VIEW_USER, {.frequency = 11'000'000}); }), (lines{line, line}));
+}
+
 TEST_F(RemovalByIdentityLog, ThreeAdjacentCopiesAreThreeLines) {
   for (int i = 0; i < 3; ++i) {
     append_entry(VIEW_USER, entry_with({}));
