@@ -155,9 +155,10 @@ int remove_service_by_group_list_id(int8_t kind, int16_t id, int8_t view_type) {
     return -1;
   }
   {
+    const channel::transponder_matches matches;
     channel::doomed_services doomed;
-    channel::for_each_of_group(source, kind, id, __func__, [&doomed](const virtual_channel_st &entry) {
-      channel::release_service(*entry.rch, doomed);
+    channel::for_each_of_group(source, kind, id, __func__, [&matches, &doomed](const virtual_channel_st &entry) {
+      channel::release_service(*entry.rch, matches, doomed);
     });
   }
   LOG_TRACE(2, " type :  %s provider_id  %d \n", channel::view_name(view_type), id);

@@ -181,41 +181,53 @@ void release_network(network_ch_st &network, doomed_services &doomed) {
 
 namespace {
 
-// Kept: a network's first matching transponder is counted down whether or not the channel hangs from it. False when
-// none matches.
-bool count_down_match(network_ch_st &network, const channel_st &service) {
+// The first transponder of a network that matches a channel, whether or not the channel hangs from it; or null.
+tp_ch_st *find_match(network_ch_st &network, const channel_st &service) {
   for (tp_ch_st &transponder : transponders_of(network)) {
     if (is_transponder_of(transponder, service)) {
-      count_down(transponder.rch_num);
-      return true;
+      return &transponder;
     }
   }
-  return false;
+  return nullptr;
 }
 
-// Kept: the walk goes on after a match, into networks of the same identity that a merge has doubled.
-bool count_down_matches(const channel_st &service) {
-  bool any = false;
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
-    if (is_network(network, service.net_index, service.network_id)) {
-      any = count_down_match(network, service) || any;
+// What transponder_matches knows, from walks, for the release of one channel.
+struct walked_matches {
+  template <class Action>
+  static void for_each(const channel_st &service, const Action &action) {
+    for (network_ch_st &network : networks_of(channel_list.network_list)) {
+      if (is_network(network, service.net_index, service.network_id)) {
+        if (tp_ch_st *transponder = find_match(network, service); transponder != nullptr) {
+          action(*transponder);
+        }
+      }
     }
   }
-  return any;
+};
+
+// Kept: every match is counted down, also those in networks of the same identity that a merge has doubled.
+template <class Matches>
+void release(channel_st &service, const Matches &matches, doomed_services &doomed) {
+  if (is_doomed(service)) {
+    return;
+  }
+  bool any = false;
+  matches.for_each(service, [&any](tp_ch_st &match) {
+    count_down(match.rch_num);
+    any = true;
+  });
+  if (tp_ch_st *holder = any ? nullptr : doomed.holder_of(service); holder != nullptr) {
+    count_down(holder->rch_num);
+  }
+  doomed.add(service);
 }
 
 }  // namespace
 
-void release_service(channel_st &service, doomed_services &doomed) {
-  if (is_doomed(service)) {
-    return;
-  }
-  if (!count_down_matches(service)) {
-    if (tp_ch_st *holder = doomed.holder_of(service); holder != nullptr) {
-      count_down(holder->rch_num);
-    }
-  }
-  doomed.add(service);
+void release_service(channel_st &service, doomed_services &doomed) { release(service, walked_matches{}, doomed); }
+
+void release_service(channel_st &service, const transponder_matches &matches, doomed_services &doomed) {
+  release(service, matches, doomed);
 }
 
 }  // namespace channel

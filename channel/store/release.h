@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "channel/store/first_table.h"
+#include "channel/store/transponder_matches.h"
 
 namespace channel {
 
@@ -35,6 +36,8 @@ class doomed_services {
 // channel, the transponder that it hangs from is counted down: counts that are not the lengths of their lists make a
 // file that is read out of frame.
 void release_service(channel_st &service, doomed_services &doomed);
+// The same in a pass that releases many.
+void release_service(channel_st &service, const transponder_matches &matches, doomed_services &doomed);
 
 // Frees a transponder and dooms its channels. The network's count is the caller's to lower.
 void release_transponder(tp_ch_st &transponder, doomed_services &doomed);

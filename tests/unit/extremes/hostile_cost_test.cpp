@@ -62,6 +62,33 @@ TEST_F(HostileCost, ADumpOfAViewOfTheLastOfManyServices) {
   EXPECT_LT(cost_of_a_dump(), 5 * of_as_many_entries);
 }
 
+TEST_F(HostileCost, TheRemovalOfTheServicesOfManyTransponders) {
+  const auto build = [] {
+    reset_channel_list();
+    hang_one_on_each(far_apart(most_records));
+    show_last_in({VIEW_ALL});
+  };
+  build();
+  const double sweep = cost_of_a_sweep();
+
+  EXPECT_LT(least_cpu_time(build, [] { remove_service_by_group_list_id(GROUP_FTACAS, 0, VIEW_ALL); }), sweeps * sweep);
+}
+
+TEST_F(HostileCost, TheRemovalOfServicesThatNameNoTransponderOfTheirs) {
+  const auto build = [this] {
+    reset_channel_list();
+    hang_one_on_each(one_khz_apart(most_records));
+    show_last_in({VIEW_ALL});
+    for (const virtual_channel_st &entry : list.vch) {
+      ++entry.rch->ts_id;
+    }
+  };
+  build();
+  const double sweep = cost_of_a_sweep();
+
+  EXPECT_LT(least_cpu_time(build, [] { remove_service_by_group_list_id(GROUP_FTACAS, 0, VIEW_ALL); }), sweeps * sweep);
+}
+
 class HostileMoves : public HostileCost {
  protected:
   // A USER view that is moved from its end to its beginning, and a TV view that follows.
