@@ -170,16 +170,16 @@ std::span<const char> file_contents() { return contents(); }
 
 std::span<const virtual_channel_st> shuffled_entries() { return shuffled; }
 
-muted_stdout::muted_stdout() : saved_(::dup(STDOUT_FILENO)) {
+muted_descriptor::muted_descriptor(int descriptor) : descriptor_(descriptor), saved_(::dup(descriptor)) {
   static_cast<void>(std::fflush(stdout));
   const int nowhere = ::open("/dev/null", O_WRONLY);
-  ::dup2(nowhere, STDOUT_FILENO);
+  ::dup2(nowhere, descriptor_);
   ::close(nowhere);
 }
 
-muted_stdout::~muted_stdout() {
+muted_descriptor::~muted_descriptor() {
   static_cast<void>(std::fflush(stdout));
-  ::dup2(saved_, STDOUT_FILENO);
+  ::dup2(saved_, descriptor_);
   ::close(saved_);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <channel/records.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <span>
@@ -68,16 +69,27 @@ std::span<const virtual_channel_st> shuffled_entries();
 // A measurement of something that failed is worth nothing: stops the program.
 void require(bool succeeded, const char *what);
 
-// Standard output goes nowhere while this lives: every load prints a line there.
-class muted_stdout {
+// A file descriptor goes nowhere while this lives.
+class muted_descriptor {
  public:
-  muted_stdout();
-  ~muted_stdout();
-  muted_stdout(const muted_stdout &) = delete;
-  muted_stdout &operator=(const muted_stdout &) = delete;
+  explicit muted_descriptor(int descriptor);
+  ~muted_descriptor();
+  muted_descriptor(const muted_descriptor &) = delete;
+  muted_descriptor &operator=(const muted_descriptor &) = delete;
 
  private:
+  int descriptor_;
   int saved_;
+};
+
+// Standard output: every load prints a line there.
+struct muted_stdout : muted_descriptor {
+  muted_stdout() : muted_descriptor(STDOUT_FILENO) {}
+};
+
+// Standard error, where the log goes.
+struct muted_stderr : muted_descriptor {
+  muted_stderr() : muted_descriptor(STDERR_FILENO) {}
 };
 
 // The library logs nothing while this lives, not even errors.

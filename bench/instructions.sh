@@ -8,7 +8,7 @@
 #   --counts          instead of the table, a line for each: name, instructions, calls that allocate memory, calls that
 #                     copy memory or text (the last two are 0 under an emulator)
 #   --growth SIZES    lists of other sizes ("1250 2500"), for what can grow: name, kind, services, instructions. Sorts
-#                     take a quarter of each size, since their view ends at 5,000 entries.
+#                     and what works on one view take a quarter of each size, since it ends at 5,000 entries.
 #   --functions NAME  how the instructions of one operation are spread over functions (a name of one_operation --list)
 #   BUILD_DIR         default build/release
 #   EMULATOR          what runs the programs of a cross build: qemu-arm -L /usr/arm-linux-gnueabihf
@@ -129,6 +129,7 @@ case $mode in
   --growth)
     for size in $argument; do
       print_growth walks "$size"
+      print_growth views "$((size / 4))"
       print_growth sorts "$((size / 4))"
     done
     ;;

@@ -68,11 +68,22 @@ void list_operations() {
   }
 }
 
+std::string_view kind_of(bench::growth grows) {
+  switch (grows) {
+    case bench::growth::as_sorting:
+      return "sorts";
+    case bench::growth::with_view:
+      return "views";
+    default:
+      return "walks";
+  }
+}
+
 void list_growing() {
   for (const operation &each : bench::operations()) {
     if (each.grows != bench::growth::not_measured) {
       print_name(each.name, ' ');
-      print_name(each.grows == bench::growth::as_sorting ? "sorts" : "walks", '\n');
+      print_name(kind_of(each.grows), '\n');
     }
   }
 }

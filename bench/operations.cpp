@@ -7,6 +7,7 @@
 
 #include "floors.h"
 #include "full_store.h"
+#include "hostile.h"
 #include "requests.h"
 #include "trace_line.h"
 #include "whole_list.h"
@@ -28,6 +29,7 @@ constexpr floor_names reading = {"floor:read_records"};
 constexpr floor_names reading_and_freeing = {"floor:read_and_free_records"};
 constexpr floor_names writing = {"floor:write_at_once", "floor:write_records"};
 constexpr floor_names linking = {"floor:store_pointers", "floor:link_by_nested_walks"};
+constexpr floor_names storing = {"floor:store_pointers"};
 constexpr floor_names compacting = {"floor:compact_views"};
 constexpr floor_names one_step = {"floor:walk_1_number"};
 constexpr floor_names steps_to_first_service = {"floor:walk_3_numbers"};
@@ -41,6 +43,7 @@ constexpr floor_names sorting = {"floor:sort_names"};
 
 constexpr bool allocates = true;
 constexpr growth grows = growth::near_linear;
+constexpr growth grows_with_view = growth::with_view;
 constexpr growth sorts = growth::as_sorting;
 
 constexpr std::array catalogue = {
@@ -66,6 +69,19 @@ constexpr std::array catalogue = {
               allocates, grows},
     operation{"floor:walk_hierarchy", {}, nullptr, floors::walk_hierarchy, records},
     operation{"remove_invalid_provider_info", walking, bring_provider_back, clean_providers, records, 0, false, grows},
+
+    operation{"set_channel_flag_by_bit:one_transponder", walking, hang_on_one_transponder, flag_view, MAX_CHANNEL, 0,
+              allocates, grows},
+    operation{"clear_channel_flag_by_bit:one_transponder", walking, hang_flagged_on_one_transponder,
+              clear_flags_of_view, MAX_CHANNEL, 0, allocates, grows},
+    operation{"move_channel:whole_view_followed", storing, show_followed_view, move_whole_view, MAX_TV_CHANNEL, 0,
+              allocates, grows_with_view},
+    operation{"remove_service_by_group_list_id:transponder_each", walking, hang_on_a_transponder_each, remove_shown,
+              MAX_CHANNEL, 0, allocates, grows},
+    operation{"print_virtual_channel_list:level_2", walking, hang_on_a_transponder_each, dump_view, MAX_CHANNEL, 0,
+              allocates, grows},
+    operation{"link_rch_info:1_khz_apart", storing, hang_1_khz_apart, link_shown, MAX_CHANNEL, 0, allocates, grows},
+    operation{"link_rch_info:crafted", storing, hang_crafted, link_shown, MAX_CHANNEL, 0, allocates, grows},
 
     operation{"floor:walk_1_number", {}, nullptr, floors::walk_numbers<1>, 1},
     operation{"floor:walk_3_numbers", {}, nullptr, floors::walk_numbers<steps_to_first>, steps_to_first},

@@ -15,8 +15,8 @@ namespace bench {
 using floor_names = std::array<std::string_view, 2>;
 
 // How the cost may grow with the list, for operations that can be measured with lists of other sizes: nearly as the
-// number of services, or, for sorts of the ALL view, as that of its entries and its logarithm.
-enum class growth { not_measured, near_linear, as_sorting };
+// number of services; nearly as that of a view's entries, or, for sorts, as that and its logarithm.
+enum class growth { not_measured, near_linear, with_view, as_sorting };
 
 struct operation {
   std::string_view name;

@@ -175,7 +175,7 @@ def growth_rows(lines):
         limit = 1.2 if kind == "sorts" else 1.1
         measured.sort()
         slope = exponent(measured)
-        rows.append([name, f"{measured[0][0]:,} to {measured[-1][0]:,} {'entries' if kind == 'sorts' else 'services'}",
+        rows.append([name, f"{measured[0][0]:,} to {measured[-1][0]:,} {'services' if kind == 'walks' else 'entries'}",
                      " ".join(millions(cost) for _, cost in measured), f"<= {limit}", f"{slope:.2f}",
                      f"{exponent(measured[-2:]):.2f}", "pass" if slope <= limit else "MISS"])
     return ["operation", "list", "instructions", "target", "exponent", "last step", ""], rows

@@ -1,6 +1,5 @@
 // Transponders stand in buckets as wide as the tolerance: whatever matches a frequency is in its bucket, where
-// everything matches it, or in one of the two beside it. Most identities carry a transponder's own frequency: for those
-// the answer is found when the transponder is added, since those added later stand behind it in the list.
+// everything matches it, or in one of the two beside it.
 //
 // Of the bucket above a frequency only the lower part matches. A place there can be the first in list order only if it
 // is lower than all that were added before it: such places are the bucket's falling stairs, and the oldest of them that
@@ -37,11 +36,10 @@ const transponder_table::place &transponder_table::add(std::uint32_t scope, tp_c
   added.transponder = &transponder;
   added.scope = scope;
   added.number = used_places_++;
-  const place *&first = firsts_.at(key_of(scope, transponder.frequency));
   // Of two with one frequency the second is never the first within any tolerance.
-  if (first == nullptr) {
+  if (place *&first = own_frequencies_.at(key_of(scope, transponder.frequency)); first == nullptr) {
+    first = &added;
     add_to_bucket(added);
-    first = find_within_tolerance(scope, transponder.frequency);
   }
   return added;
 }
@@ -79,9 +77,15 @@ const transponder_table::place *transponder_table::find_oldest(stairs side, std:
     return nullptr;
   }
   std::uint32_t oldest = last;
-  while (stair_of(oldest, side).height != 0 && matches(stair_of(oldest, side).older)) {
+  while (stair_of(oldest, side).height != 0) {
     const stair &from = stair_of(oldest, side);
-    oldest = matches(from.jump) ? from.jump : from.older;
+    if (matches(from.jump)) {
+      oldest = from.jump;
+    } else if (matches(from.older)) {
+      oldest = from.older;
+    } else {
+      break;
+    }
   }
   return &in_order[oldest];
 }

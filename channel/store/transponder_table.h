@@ -30,19 +30,29 @@ class transponder_table {
     // Of a bucket's first place: its last stairs.
     std::uint32_t lowest;
     std::uint32_t highest;
+    // The answer for this place's own frequency, once it was asked for.
+    const place *first_within_tolerance;
   };
 
   // So many transponders are there to be added, and so many may come later.
   transponder_table(std::size_t transponders, std::size_t later)
-      : places_(allocate_array<place>(transponders + later + 1)), firsts_(transponders), buckets_(transponders) {}
+      : places_(allocate_array<place>(transponders + later + 1)), own_frequencies_(transponders),
+        buckets_(transponders) {}
 
   // Those of one scope in list order. Only transponders of one scope are compared.
   const place &add(std::uint32_t scope, tp_ch_st &transponder);
 
-  // Null when no transponder of the scope is within the tolerance.
+  // Null when no transponder of the scope is within the tolerance. Most identities carry a transponder's own frequency,
+  // of which the answer stays what it was: transponders that are added later stand behind it.
   [[nodiscard]] const place *find(std::uint32_t scope, std::uint32_t frequency) const {
-    const place *first = firsts_.find(key_of(scope, frequency));
-    return first != nullptr ? first : find_within_tolerance(scope, frequency);
+    place *own = own_frequencies_.find(key_of(scope, frequency));
+    if (own == nullptr) {
+      return find_within_tolerance(scope, frequency);
+    }
+    if (own->first_within_tolerance == nullptr) {
+      own->first_within_tolerance = find_within_tolerance(scope, frequency);
+    }
+    return own->first_within_tolerance;
   }
   // The same for frequencies of 64 bits.
   [[nodiscard]] const place *find_within_tolerance(std::uint32_t scope, std::int64_t frequency) const;
@@ -62,7 +72,7 @@ class transponder_table {
 
   std::uint32_t used_places_ = 0;
   transient<place> places_;
-  first_table<const place> firsts_;
+  first_table<place> own_frequencies_;
   first_table<place> buckets_;
 };
 

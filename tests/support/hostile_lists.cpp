@@ -56,8 +56,8 @@ tunings crafted_against(std::uint64_t multiplier, int n) {
     const std::uint64_t product = step * multiplier;
     return std::min(product, -product);
   };
-  // The last key still has a polarisation of eight bits.
-  const std::uint64_t longest = (std::uint64_t{1} << 40U) / static_cast<std::uint64_t>(n) - 1;
+  // The last key of the longest list still has a polarisation of eight bits.
+  constexpr std::uint64_t longest = (std::uint64_t{1} << 40U) / most_records - 1;
   std::uint64_t best = 2'500;
   for (std::uint64_t step = best; step <= longest; ++step) {
     best = step_of_product(step) < step_of_product(best) ? step : best;
@@ -68,11 +68,9 @@ tunings crafted_against(std::uint64_t multiplier, int n) {
 void hang_one_on_each(const tunings &tuned) {
   network_ch_st &network = hang_network();
   service_data data;
-  data.service_id = 0;
   for (const tuning &each : tuned) {
     data.frequency = each.frequency;
     data.polarisation = each.polarisation;
-    ++data.service_id;
     append_service(*append_transponder(network, data.ts_id, each.frequency, each.polarisation), data);
   }
 }

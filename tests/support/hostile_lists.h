@@ -28,7 +28,7 @@ tunings one_khz_apart(int n);
 // bits of the products are those of a few slots.
 tunings crafted_against(std::uint64_t multiplier, int n);
 
-// Hangs one network into the empty list, a transponder for each tuning, and one service on each, with ids from 1.
+// Hangs one network into the empty list, a transponder for each tuning, and one service with id 1 on each.
 void hang_one_on_each(const tunings &tuned);
 
 // Hangs n services, with ids from 1, on one transponder.
