@@ -72,10 +72,10 @@ inline void print_list_read(const char *operation, const char *which, const chan
   LOG_TRACE_AS(operation, 2, "%s", rule);
 }
 
-// Reads a whole file into a list of its own; none when it cannot be opened or is short. What the header is read into
-// becomes a list, whose networks are released with it, only when the header is whole.
-template <class Format>
-detached_list<Format> read_detached(const char *path, const detached_reader &reader) {
+// Reads a whole file into a header and records of a storage; none when it cannot be opened or is short. What the header
+// is read into becomes a list only when the header is whole.
+template <class Format, class Storage>
+transient<typename Format::list> read_whole(const char *path, const detached_reader &reader, Storage &storage) {
   using list_type = typename Format::list;
   reader.opening();
   transient<list_type> header(static_cast<list_type *>(std::calloc(1, sizeof(list_type))));
@@ -92,14 +92,20 @@ detached_list<Format> read_detached(const char *path, const detached_reader &rea
     reader.short_header(static_cast<int>(layout<list_type>::size));
     return nullptr;
   }
-  detached_list<Format> list(header.release());
-  channel_list_st &base = base_of(*list);
+  channel_list_st &base = base_of(*header);
   init_lists(base);
   reader.on_header(base);
-  if (!read_networks<Format>(source, base.network_num, base.network_list, reader)) {
+  if (!read_networks<Format>(source, base.network_num, base.network_list, reader, storage)) {
     return nullptr;
   }
-  return list;
+  return header;
+}
+
+// Reads a whole file into a list that releases its records with itself.
+template <class Format>
+detached_list<Format> read_detached(const char *path, const detached_reader &reader) {
+  record_heap storage;
+  return detached_list<Format>(read_whole<Format>(path, reader, storage).release());
 }
 
 }  // namespace channel::persist

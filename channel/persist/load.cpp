@@ -97,7 +97,8 @@ bool read_list(file &source, channel_file_reader &reader) {
   bring_counts_into_arrays(operation);
   LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);
   LOG_TRACE_AS(operation, 2, "channel_list.network_num %d\n", channel_list.network_num);
-  return read_networks<current_format>(source, channel_list.network_num, channel_list.network_list, reader);
+  record_heap storage;
+  return read_networks<current_format>(source, channel_list.network_num, channel_list.network_list, reader, storage);
 }
 
 // The side files fill empty tables and never override those of the channel file.

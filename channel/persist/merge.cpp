@@ -12,7 +12,6 @@
 #include "channel/store/channel_list.h"
 #include "channel/store/filing.h"
 #include "channel/store/hierarchy.h"
-#include "channel/store/links.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
 #include "channel/vindex/removal.h"
@@ -24,8 +23,8 @@ constexpr char operation[] = "check_load_channel";
 constexpr std::int16_t absent = 0;
 constexpr std::int16_t present = 1;
 
-detached_list<current_format> new_load_channel(const char *path) {
-  detached_list<current_format> list = read_detached<current_format>(path, {__func__, "new_channel_list", path});
+transient<channel_list_st> new_load_channel(const char *path, record_pool &records) {
+  auto list = read_whole<current_format>(path, {__func__, "new_channel_list", path}, records);
   if (list != nullptr) {
     print_list_read(__func__, "new", *list);
   }
@@ -110,29 +109,36 @@ void append_to_views(channel_st &service) {
   }
 }
 
-// Moves a service of the new list into the main one. One that the main list refuses stays the new list's: it is freed.
-void move_service(service_index &index, channel_st &service, const network_ch_st &new_network) {
-  list_del_init(&service.list);
-  file_service(index, service, new_network.network_name);
-  if (channel_st *filed = index.resolve(identity_of(service)); filed != nullptr) {
-    append_to_views(*filed);
+// What get_channel_st finds once a service was filed. One that was filed would be found; of one that was refused the
+// finder says what is missing.
+channel_st *file_and_find(service_index &index, channel_st &service, const char *network_name) {
+  channel_st *filed = file_service(index, service, network_name);
+  return filed != nullptr && channel_list.network_num != 0 ? filed : index.resolve(identity_of(service));
+}
+
+// Takes a service of the new list over: a block of its own, since hosts free single services.
+void add_service(service_index &index, const channel_st &new_service, const network_ch_st &new_network) {
+  auto *service = allocate_record<channel_st>();
+  *service = new_service;
+  clear_link(service->list);
+  if (channel_st *found = file_and_find(index, *service, new_network.network_name); found != nullptr) {
+    append_to_views(*found);
   } else {
     LOG_ERROR_AS(operation, " can't find channel  \n");
   }
-  service.country_id = present;
-  if (is_empty(service.list)) {
-    std::free(&service);
+  service->country_id = present;
+  if (is_empty(service->list)) {
+    std::free(service);
   }
 }
 
-int add_new_services(channel_list_st &new_list) {
+int add_new_services(channel_list_st &new_list, service_index &index) {
   int add_count = 0;
-  service_index index(count_records(new_list.network_list).services);
   for (const auto [network, transponder, service] : all_services_of(new_list.network_list)) {
     if (channel_st *known = index.resolve(identity_of(service)); known != nullptr) {
       known->country_id = present;
     } else {
-      move_service(index, service, network);
+      add_service(index, service, network);
       ++add_count;
     }
   }
@@ -140,8 +146,7 @@ int add_new_services(channel_list_st &new_list) {
 }
 
 // Empty transponders and networks stay.
-int delete_absent_services() {
-  doomed_services doomed;
+int delete_absent_services(doomed_services &doomed) {
   int delete_count = 0;
   for (const auto [network, transponder, service] : all_services_of(channel_list.network_list)) {
     if (service.country_id == absent) {
@@ -158,18 +163,21 @@ int delete_absent_services() {
 
 }  // namespace
 
+// The index serves the whole merge: what is deleted is forgotten by it, and freed behind it.
 int merge_list(channel_list_st &new_list) {
-  const int add_count = add_new_services(new_list);
-  const int delete_count = delete_absent_services();
-  service_index left;
-  sweep_views(left);
-  link_views(left);
+  doomed_services doomed;
+  service_index index(count_records(new_list.network_list).services);
+  const int add_count = add_new_services(new_list, index);
+  const int delete_count = delete_absent_services(doomed);
+  index.forget_doomed();
+  sweep_and_link_views(index);
   LOG_TRACE_AS(operation, 2, "add_count %d , delete_count %d \n", add_count, delete_count);
   return add_count + delete_count;
 }
 
 int merge_new_list(const char *path) {
-  const detached_list<current_format> new_list = new_load_channel(path);
+  record_pool records;
+  const transient<channel_list_st> new_list = new_load_channel(path, records);
   return new_list != nullptr ? merge_list(*new_list) : 0;
 }
 

@@ -12,8 +12,8 @@ inline constexpr char new_list_path[] = "/DATA/BACKUP/all_channel.dat";
 // changed, when the file cannot be read.
 int merge_new_list(const char *path);
 
-// Merges a list that was read before: what it has and the one in memory lacks is moved out of it. The number of
-// services added and deleted.
+// Merges a list that was read before: what it has and the one in memory lacks is copied; it stays as it is. The number
+// of services added and deleted.
 int merge_list(channel_list_st &new_list);
 
 }  // namespace channel::persist

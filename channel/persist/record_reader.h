@@ -8,9 +8,8 @@
 
 #include "channel/persist/file.h"
 #include "channel/persist/image.h"
+#include "channel/persist/record_pool.h"
 #include "channel/store/hierarchy.h"
-#include "channel/store/memory.h"
-#include "channel/store/release.h"
 
 namespace channel::persist {
 
@@ -51,17 +50,21 @@ bool read_image(file &source, Record &record) {
 }
 
 // One record, allocated and read in place; null when the file is short.
-template <class Record>
-Record *read_record(file &source) {
-  transient<Record> record(allocate_record<Record>());
-  return read_image(source, *record) ? record.release() : nullptr;
+template <class Record, class Storage>
+Record *read_record(file &source, Storage &storage) {
+  auto *record = storage.template allocate<Record>();
+  if (!read_image(source, *record)) {
+    storage.give_back(record);
+    return nullptr;
+  }
+  return record;
 }
 
 // Reads the services of one transponder. Reader: on_service(service) after each, short_service() on a short file.
-template <class Format, class Reader>
-bool read_services(file &source, tp_ch_st &transponder, Reader &reader) {
+template <class Format, class Reader, class Storage>
+bool read_services(file &source, tp_ch_st &transponder, Reader &reader, Storage &storage) {
   for (int left = transponder.rch_num; left > 0; --left) {
-    auto *service = read_record<typename Format::service>(source);
+    auto *service = read_record<typename Format::service>(source, storage);
     if (service == nullptr) {
       reader.short_service();
       return false;
@@ -73,10 +76,10 @@ bool read_services(file &source, tp_ch_st &transponder, Reader &reader) {
 }
 
 // Reads the transponders of one network. Reader: on_transponder(transponder), short_transponder().
-template <class Format, class Reader>
-bool read_transponders(file &source, network_ch_st &network, Reader &reader) {
+template <class Format, class Reader, class Storage>
+bool read_transponders(file &source, network_ch_st &network, Reader &reader, Storage &storage) {
   for (int left = network.tp_num; left > 0; --left) {
-    auto *record = read_record<typename Format::transponder>(source);
+    auto *record = read_record<typename Format::transponder>(source, storage);
     if (record == nullptr) {
       reader.short_transponder();
       return false;
@@ -85,7 +88,7 @@ bool read_transponders(file &source, network_ch_st &network, Reader &reader) {
     clear_link(transponder.rch_list);
     list_add_tail(&transponder.list, &network.tp_list);
     reader.on_transponder(transponder);
-    if (!read_services<Format>(source, transponder, reader)) {
+    if (!read_services<Format>(source, transponder, reader, storage)) {
       return false;
     }
   }
@@ -94,21 +97,21 @@ bool read_transponders(file &source, network_ch_st &network, Reader &reader) {
 
 // Reads as many networks as the header counts, appending each to a list that is empty before. Reader:
 // on_network(network), short_network(). When the file is short the records read so far are released.
-template <class Format, class Reader>
-bool read_networks(file &source, int network_num, list_head &network_list, Reader &reader) {
+template <class Format, class Reader, class Storage>
+bool read_networks(file &source, int network_num, list_head &network_list, Reader &reader, Storage &storage) {
   for (int left = network_num; left > 0; --left) {
-    auto *record = read_record<typename Format::network>(source);
+    auto *record = read_record<typename Format::network>(source, storage);
     if (record == nullptr) {
       reader.short_network();
-      free_hierarchy(network_list);
+      storage.release(network_list);
       return false;
     }
     network_ch_st &network = base_of(*record);
     reader.on_network(network);
     clear_link(network.tp_list);
     list_add_tail(&network.list, &network_list);
-    if (!read_transponders<Format>(source, network, reader)) {
-      free_hierarchy(network_list);
+    if (!read_transponders<Format>(source, network, reader, storage)) {
+      storage.release(network_list);
       return false;
     }
   }

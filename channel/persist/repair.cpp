@@ -152,8 +152,7 @@ channel_st &convert_in_place(OldService &old) {
 template <class Format>
 void file_converted(service_index &index, channel_st &record, const network_ch_st &old_network) {
   channel_st &service = convert_in_place(reinterpret_cast<typename Format::service &>(record));
-  file_service(index, service, old_network.network_name);
-  if (is_empty(service.list)) {
+  if (file_service(index, service, old_network.network_name) != &service) {
     std::free(&service);
   }
 }

@@ -65,33 +65,34 @@ auto find_or_create_transponder(Hierarchy &hierarchy, network_ch_st &network, co
 
 }  // namespace filing
 
-// Does what add_rch_info does. A second service of the same identity is refused: it stays unlinked, the caller's to
-// free.
+// Does what add_rch_info does, and gives the service that is filed under the identity then: the given one, or, when
+// there was one already, that one. The given one stays unlinked in that case, the caller's to free; so it does when the
+// hierarchy takes no more, and there is none to give.
 template <class Hierarchy>
-int file_service(Hierarchy &hierarchy, channel_st &rch, const char *network_name) {
+channel_st *file_service(Hierarchy &hierarchy, channel_st &rch, const char *network_name) {
   network_ch_st *network = filing::find_or_create_network(hierarchy, rch, network_name);
   if (network == nullptr) {
-    return -1;
+    return nullptr;
   }
   const auto on = filing::find_or_create_transponder(hierarchy, *network, rch);
   if (on == nullptr) {
-    return -1;
+    return nullptr;
   }
-  if (const channel_st *filed = hierarchy.find_service(*on, rch.service_id); filed != nullptr) {
+  if (channel_st *filed = hierarchy.find_service(*on, rch.service_id); filed != nullptr) {
     LOG_WARNING_AS(filing::operation, "rch: s_id(0x%x), n_id(0x%x), ts_id(0x%x), name(%s), type(0x%04x)\n",
                    filed->service_id, filed->network_id, filed->ts_id, name_of(*filed).c_str(), type_of(*filed));
-    return 0;
+    return filed;
   }
   tp_ch_st &transponder = hierarchy.record_of(*on);
   if (!can_count_one_more(transponder.rch_num, filing::operation)) {
-    return -1;
+    return nullptr;
   }
   LOG_TRACE_AS(filing::operation, 2, "rch: s_id(0x%x), n_id(0x%x), ts_id(0x%x), name(%s), type(0x%04x)\n",
                rch.service_id, rch.network_id, rch.ts_id, name_of(rch).c_str(), type_of(rch));
   append(rch.list, transponder.rch_list);
   ++transponder.rch_num;
   hierarchy.add(*on, rch);
-  return 0;
+  return &rch;
 }
 
 }  // namespace channel

@@ -42,6 +42,18 @@ class first_table {
     kept = kept != nullptr ? kept : value;
   }
 
+  // How many keys there are.
+  [[nodiscard]] std::size_t size() const { return used_; }
+
+  // Keys of values that a rule names are new again.
+  template <class Rule>
+  void remove_if(const Rule &is_removed) {
+    for (std::size_t i = 1; i <= used_; ++i) {
+      Value *&value = nodes_.get()[i].value;
+      value = value != nullptr && is_removed(*value) ? nullptr : value;
+    }
+  }
+
   [[nodiscard]] Value *find(std::uint64_t key) const {
     const node *found = find_node(key);
     return found != nullptr ? found->value : nullptr;

@@ -73,6 +73,6 @@ int add_rch_info(channel_st *rch, const char *network_name) {
     return -1;
   }
   channel::walked_hierarchy hierarchy;
-  return channel::file_service(hierarchy, *rch, network_name);
+  return channel::file_service(hierarchy, *rch, network_name) != nullptr ? 0 : -1;
 }
 }

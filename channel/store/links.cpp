@@ -30,24 +30,40 @@ void link_view(int type, service_index &index) {
   }
 }
 
-}  // namespace
+bool is_list_missing() { return channel_list.cur_vch == nullptr || channel_list.cur_vnumber == nullptr; }
 
 // Kept: the walk visits one view past the last favourite group; it is empty or, behind a full table, unknown.
-int link_views(service_index &index) {
+int last_linked_view() {
+  return VIEW_FAVOURITE + std::min<int>(favourite_table().counted(), MAX_FAV);
+}
+
+// Links the views that a rule leaves.
+template <class Rule>
+int link_views_but(const Rule &is_left_out, service_index &index) {
   LOG_TRACE_AS(operation, 2, "\n");
-  if (channel_list.cur_vch == nullptr || channel_list.cur_vnumber == nullptr) {
+  if (is_list_missing()) {
     LOG_ERROR_AS(operation, " channel_list NULL !! ");
     return -1;
   }
-  for (int type = VIEW_ALL; type <= VIEW_PROMOTION; ++type) {
-    link_view(type, index);
-  }
-  const int past_last_group = VIEW_FAVOURITE + std::min<int>(favourite_table().counted(), MAX_FAV);
-  for (int type = VIEW_FAVOURITE; type <= past_last_group; ++type) {
-    link_view(type, index);
+  for (int type = VIEW_ALL; type <= last_linked_view(); ++type) {
+    if (is_linked_view(type) && !is_left_out(type)) {
+      link_view(type, index);
+    }
   }
   return 0;
 }
+
+}  // namespace
+
+bool is_linked_view(int type) {
+  return !is_list_missing() && (type <= VIEW_PROMOTION || (type >= VIEW_FAVOURITE && type <= last_linked_view()));
+}
+
+int link_views(service_index &index) {
+  return link_views_but([](int /*type*/) { return false; }, index);
+}
+
+int link_unswept_views(service_index &index) { return link_views_but(is_swept_view, index); }
 
 int link_rch_info() {
   service_index index;

@@ -12,4 +12,10 @@ int link_rch_info();
 // The same, with an index that the caller built.
 int link_views(service_index &index);
 
+// The same behind a sweep that has linked the views which it visits.
+int link_unswept_views(service_index &index);
+
+// Whether link_rch_info gets to a view.
+bool is_linked_view(int type);
+
 }  // namespace channel

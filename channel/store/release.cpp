@@ -24,8 +24,6 @@ namespace {
 // A doomed record's link points here and, backwards, to the record doomed before it.
 list_head doomed_mark;
 
-bool is_doomed(const channel_st &service) { return service.list.next == &doomed_mark; }
-
 // The channels of one batch by their addresses.
 class batch {
  public:
@@ -88,6 +86,8 @@ void forget(batch &doomed) {
 }
 
 }  // namespace
+
+bool is_doomed(const channel_st &service) { return service.list.next == &doomed_mark; }
 
 void doomed_services::add(channel_st &service) {
   unlink(service.list);

@@ -32,6 +32,9 @@ class doomed_services {
   std::optional<first_table<tp_ch_st>> holders_;
 };
 
+// Whether a channel has been doomed. It is freed when its collection goes.
+bool is_doomed(const channel_st &service);
+
 // Counts the channel's transponder down and dooms the channel, unless it is doomed already. Where none matches the
 // channel, the transponder that it hangs from is counted down: counts that are not the lengths of their lists make a
 // file that is read out of frame.

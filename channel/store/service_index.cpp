@@ -6,6 +6,7 @@
 #include "channel/store/channel_list.h"
 #include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/release.h"
 
 namespace channel {
 namespace {
@@ -58,6 +59,7 @@ void service_index::add_with_services(network_ch_st &network) {
     const place &at = transponders_.add(scope_of(key_of(network), transponder.polarisation), transponder);
     for (channel_st &service : services_of(transponder)) {
       services_.keep_first(service_key(at, service.service_id), &service);
+      ++services_met_;
     }
   }
 }
@@ -72,6 +74,7 @@ const service_index::place *service_index::add(const network_ch_st &network, tp_
 
 void service_index::add(const place &on, channel_st &service) {
   services_.keep_first(service_key(on, service.service_id), &service);
+  ++services_met_;
   if (by_ts_id_) {
     add_by_ts_id(on, service);
   }
@@ -98,6 +101,16 @@ service_index::ts_id_tables &service_index::by_ts_id() {
     }
   }
   return *by_ts_id_;
+}
+
+// Where two services of a transponder have one id, the first that is left is found anew.
+void service_index::forget_doomed() {
+  if (const bool has_doubles = services_met_ != services_.size(); has_doubles) {
+    *this = service_index();
+    return;
+  }
+  services_.remove_if(is_doomed);
+  by_ts_id_.reset();
 }
 
 network_ch_st *service_index::find_network(std::uint8_t net_index, std::uint16_t network_id) const {

@@ -1,6 +1,6 @@
 // Resolves identities in about constant time for one pass over a whole list, with exactly the finder's answer and log
 // lines: the first network, the first transponder in list order within the tolerance, the first service in it. Built
-// for one call, since hosts write records directly; records may be filed while it lives, none may go.
+// for one call, since hosts write records directly; records may be filed while it lives, and services doomed.
 #pragma once
 
 #include <channel/records.h>
@@ -56,6 +56,9 @@ class service_index {
   const place *add(const network_ch_st &network, tp_ch_st &transponder);
   void add(const place &on, channel_st &service);
 
+  // Services that were doomed, and are not freed yet, are found no more.
+  void forget_doomed();
+
  private:
   // For identities without a frequency, which are few: made when the first is asked for. Places are those of the first
   // transponder with a transport stream id, and of the first of them that carries a service.
@@ -109,6 +112,7 @@ class service_index {
   first_table<network_ch_st> networks_;
   transponder_table transponders_;
   first_table<channel_st> services_;
+  std::size_t services_met_ = 0;
   std::optional<ts_id_tables> by_ts_id_;
   transponder_query last_found_ = {};  // none yet: frequency 0 is not looked up here
   const place *last_place_ = nullptr;

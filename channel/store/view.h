@@ -40,12 +40,13 @@ struct view {
   // False, and nothing changed, when the array is full.
   bool append(const virtual_channel_st &entry) const;
 
-  // Removes every entry that a rule names, asking once for each in order; the slots that become free are zeroed.
+  // Removes every entry that a rule names, asking once for each in order; the slots that become free are zeroed. A rule
+  // may write to an entry that stays.
   // The rule stands here once: std::remove_if unrolls its search, and a rule as large as a lookup would be called then.
   template <class Rule>
   void remove_if(const Rule &is_removed) const {
     virtual_channel_st *kept = begin();
-    for (const virtual_channel_st &entry : used()) {
+    for (virtual_channel_st &entry : used()) {
       if (!is_removed(entry)) {
         *kept++ = entry;
       }
@@ -76,6 +77,9 @@ view find_view_as(const char *operation, std::int8_t type);
 
 // The same for an operation that asks for the array and for the count: each of the two warns.
 view fetch_view(std::int8_t type);
+
+// The views that removals clean. Kept: the work view is never swept; hosts compare it with what is left.
+inline bool is_swept_view(int type) { return type != VIEW_WORK && find_view(type); }
 
 // The view that is current, or none when its array or its count is missing.
 view current_view();

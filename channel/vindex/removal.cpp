@@ -11,6 +11,7 @@
 #include "channel/store/channel_list.h"
 #include "channel/store/finders.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/links.h"
 #include "channel/store/release.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
@@ -20,15 +21,16 @@
 namespace channel {
 namespace {
 
-// The views that removals clean. Kept: the work view is never swept; hosts compare it with what is left.
 template <class Action>
 void for_each_swept_view(const Action &action) {
   for (int type = VIEW_ALL; type <= VIEW_FAVOURITE_LAST; ++type) {
-    if (const view swept = find_view(type); swept && type != VIEW_WORK) {
-      action(swept);
+    if (is_swept_view(type)) {
+      action(find_view(type), type);
     }
   }
 }
+
+constexpr char sweeping[] = "remove_invalid_virtual_channel";
 
 void remove_entries_of(const view &cleaned, const tagged_identity &id) {
   cleaned.remove_if([&id](const virtual_channel_st &entry) { return same_entry(entry, id); });
@@ -54,10 +56,23 @@ void release_networks(std::uint8_t net_index, const char *operation) {
 }  // namespace
 
 void sweep_views(service_index &index) {
-  LOG_TRACE_AS("remove_invalid_virtual_channel", 2, "\n");
-  for_each_swept_view([&index](const view &swept) {
+  LOG_TRACE_AS(sweeping, 2, "\n");
+  for_each_swept_view([&index](const view &swept, int /*type*/) {
     swept.remove_if([&index](const virtual_channel_st &entry) { return index.resolve(entry) == nullptr; });
   });
+}
+
+void sweep_and_link_views(service_index &index) {
+  LOG_TRACE_AS(sweeping, 2, "\n");
+  for_each_swept_view([&index](const view &swept, int type) {
+    const bool is_linked = is_linked_view(type);
+    swept.remove_if([&index, is_linked](virtual_channel_st &entry) {
+      channel_st *service = index.resolve(entry);
+      entry.rch = is_linked ? service : entry.rch;
+      return service == nullptr;
+    });
+  });
+  link_unswept_views(index);
 }
 
 void show_tv_or_radio(const char *operation) {
@@ -163,7 +178,7 @@ int remove_virtual_channel_st(int8_t tag, uint8_t net_index, uint16_t network_id
                               uint16_t service_id, uint8_t polarisation) {
   LOG_TRACE(2, "S \n");
   const tagged_identity id = {{net_index, network_id, ts_id, frequency, service_id, polarisation}, tag};
-  channel::for_each_swept_view([&id](const view &cleaned) { channel::remove_entries_of(cleaned, id); });
+  channel::for_each_swept_view([&id](const view &cleaned, int /*type*/) { channel::remove_entries_of(cleaned, id); });
   if (channel::find_in_view(channel::find_view(VIEW_ALL), id) < 0) {
     remove_channel_st(net_index, network_id, ts_id, frequency, service_id, polarisation);
   }

@@ -66,13 +66,42 @@ TEST_F(Filing, ThroughAnIndexIsFilingByWalksAtEveryLevel) {
 
     const outcome indexed = file_some(
         some, level,
-        [&index](channel_st &service) { return channel::file_service(index, service, random_store::network_name); },
+        [&index](channel_st &service) {
+          return channel::file_service(index, service, random_store::network_name) != nullptr ? 0 : -1;
+        },
         [&index](const channel::identity &id) { return index.resolve(id); });
 
     ASSERT_EQ(indexed.log, walked.log) << "seed " << seed;
     ASSERT_EQ(indexed.hierarchy, walked.hierarchy) << "seed " << seed;
     ASSERT_EQ(indexed.results, walked.results) << "seed " << seed;
   }
+}
+
+TEST_F(Filing, GivesTheServiceThatTheFinderFindsThen) {
+  int new_services = 0;
+  for (unsigned seed = 0; seed < 60; ++seed) {
+    random_store some = build(seed);
+    channel::service_index index(filed_services);
+    for (int i = 0; i < filed_services; ++i) {
+      channel_st *service = some.make_service();
+      const channel::identity id = channel::identity_of(*service);
+      const bool is_new = index.resolve(id) == nullptr;
+
+      const channel_st *filed = channel::file_service(index, *service, random_store::network_name);
+
+      if (is_new) {
+        ++new_services;
+        ASSERT_EQ(filed, service) << "seed " << seed;
+        ASSERT_EQ(index.resolve(id), filed) << "seed " << seed;
+      } else if (id.frequency != 0) {
+        ASSERT_EQ(filed, index.resolve(id)) << "seed " << seed;
+      }
+      if (filed != service) {
+        std::free(service);
+      }
+    }
+  }
+  EXPECT_GT(new_services, 1'000);
 }
 
 TEST_F(Filing, AServiceFiledBeforeOthersOfItsIdIsFoundFirstWithoutAFrequency) {
@@ -97,7 +126,7 @@ TEST_F(Filing, AnIndexOfAnEmptyListTakesAsManyServicesAsWereAnnounced) {
                                         .ts_id = static_cast<std::uint16_t>(i),
                                         .frequency = 10'000 * i,
                                         .service_id = static_cast<std::uint16_t>(i)});
-    ASSERT_EQ(channel::file_service(index, *service, random_store::network_name), 0);
+    ASSERT_EQ(channel::file_service(index, *service, random_store::network_name), service);
     ASSERT_EQ(index.resolve(channel::identity_of(*service)), service);
   }
 
@@ -113,7 +142,7 @@ TEST_F(Filing, AFullListTakesNoMore) {
 
   EXPECT_EQ(writes_at(0, [&] { return channel::file_service(index, *refused, nullptr); }),
             lines{"ERROR: add_rch_info:# list is full, 65535 records\n"});
-  EXPECT_EQ(channel::file_service(index, *refused, nullptr), -1);
+  EXPECT_EQ(channel::file_service(index, *refused, nullptr), nullptr);
   EXPECT_EQ(index.resolve(channel::identity_of(*first)), first);
 
   networks().at(0)->tp_num = 1;

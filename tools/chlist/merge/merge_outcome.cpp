@@ -153,9 +153,7 @@ merge_outcome merge_in_memory(const channel_input &list, const channel_input &sc
   scan.must_be_current();
   merge_outcome outcome;
   outcome.lost = load_faithfully(list);
-  // A merge takes from its list what is new: services that occur twice are looked for in another copy.
   const detached_list<current_format> merged = read_scan(scan);
-  const detached_list<current_format> services = read_scan(scan);
   const snapshot before = take_snapshot();
   outcome.dropped = unresolved_entries();
   merge_keeping_what_stays(*merged);
@@ -163,7 +161,7 @@ merge_outcome merge_in_memory(const channel_input &list, const channel_input &sc
   outcome.added = difference(after, before);
   outcome.deleted = difference(before, after);
   outcome.kept = after.order.size() - outcome.added.size();
-  outcome.duplicates = dropped_among(match_services(*services));
+  outcome.duplicates = dropped_among(match_services(*merged));
   outcome.full = find_full(before, after, outcome.added);
   return outcome;
 }
