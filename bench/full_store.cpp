@@ -25,7 +25,7 @@ namespace {
 
 // A disk would be measured instead of the library; where there is no file system in memory, it has to be the disk.
 const test_support::temp_dir &scratch() {
-  static const test_support::temp_dir directory(::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp");
+  static const test_support::temp_dir directory;
   return directory;
 }
 

@@ -6,11 +6,10 @@
 namespace fuzz {
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace transponder_field = test_support::transponder_field;
 using test_support::bytes;
-
-constexpr std::size_t network_num_at = 459'610;
-constexpr std::size_t tp_num_at = 76;
-constexpr std::size_t rch_num_at = 18;
 
 // A record of a file, from its start; nothing when the file ends before it does.
 class record_walk {
@@ -45,7 +44,8 @@ bool holds_services(record_walk &walk, std::size_t count) {
 
 bool holds_transponders(record_walk &walk, std::size_t count) {
   for (std::size_t services = 0; count > 0; --count) {
-    if (!walk.step(test_support::transponder_size, rch_num_at, services) || !holds_services(walk, services)) {
+    if (!walk.step(test_support::transponder_size, transponder_field::rch_num, services) ||
+        !holds_services(walk, services)) {
       return false;
     }
   }
@@ -57,11 +57,12 @@ bool holds_transponders(record_walk &walk, std::size_t count) {
 bool is_whole(const bytes &file, std::size_t extra) {
   record_walk walk(file, extra);
   std::size_t networks = 0;
-  if (!walk.step(test_support::list_size, network_num_at, networks)) {
+  if (!walk.step(test_support::list_size, list_field::network_num, networks)) {
     return false;
   }
   for (std::size_t transponders = 0; networks > 0; --networks) {
-    if (!walk.step(test_support::network_size, tp_num_at, transponders) || !holds_transponders(walk, transponders)) {
+    if (!walk.step(test_support::network_size, network_field::tp_num, transponders) ||
+        !holds_transponders(walk, transponders)) {
       return false;
     }
   }

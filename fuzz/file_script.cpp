@@ -8,6 +8,8 @@
 namespace fuzz {
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace service_field = test_support::service_field;
 using test_support::array_place;
 using test_support::channel_file;
 using test_support::get;
@@ -17,8 +19,6 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::service_data;
 using test_support::view_places;
-
-constexpr std::size_t network_num_at = 459'610;
 
 // More records than any step needs to be wrong, and few enough for many inputs a second.
 constexpr std::size_t most_records = 300;
@@ -30,8 +30,11 @@ struct field {
 
 // Settings and counts of the list.
 std::vector<field> make_settings() {
-  std::vector<field> settings = {{0, 2}, {2, 1}, {3, 1},  {4, 2},      {6, 1},
-                                 {7, 1}, {8, 1}, {10, 2}, {80'100, 2}, {network_num_at, 2}};
+  std::vector<field> settings = {{list_field::version, 2},        {list_field::use_tuner, 1},
+                                 {list_field::ch_type, 1},        {list_field::bouquet_id, 2},
+                                 {list_field::use_group_list, 1}, {list_field::service_type, 1},
+                                 {list_field::net_index, 1},      {list_field::sub_group_id, 2},
+                                 {list_field::vch_type, 2},       {list_field::network_num, 2}};
   for (const auto *places : {&view_places(), &group_places()}) {
     for (const array_place &place : *places) {
       settings.push_back({place.count, 2});
@@ -131,8 +134,6 @@ void script_reader::add_service(const service_data &service) {
 }
 
 void script_reader::service(byte_reader &operands) {
-  constexpr std::size_t genre_at = 212;
-  constexpr std::size_t provider_at = 214;
   if (is_full()) {
     return;
   }
@@ -145,8 +146,8 @@ void script_reader::service(byte_reader &operands) {
   const std::uint8_t provider = operands.byte();
   service.name = operands.rest();
   add_service(service);
-  made_.file.set_last(record_kind::service, genre_at, 2, genre);
-  made_.file.set_last(record_kind::service, provider_at, 2, provider);
+  made_.file.set_last(record_kind::service, service_field::genre_id, 2, genre);
+  made_.file.set_last(record_kind::service, service_field::provider_id, 2, provider);
 }
 
 void script_reader::services(byte_reader &operands) {

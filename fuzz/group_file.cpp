@@ -12,6 +12,7 @@
 namespace fuzz {
 namespace {
 
+namespace group_field = test_support::group_field;
 using test_support::bytes;
 using test_support::group_size;
 using test_support::put;
@@ -31,9 +32,9 @@ void set_group(bytes &file, const filed_groups &table, byte_reader &operands) {
   const std::uint32_t length = operands.number(2);
   std::string name = operands.rest();
   name.resize(std::clamp<std::size_t>(length, name.size(), sizeof group_st::name), name.empty() ? 'x' : name.back());
-  put(file, at + 2, 2, id);
-  put(file, at + 4, 2, length);
-  set_bytes(file, at + 6, name);
+  put(file, at + group_field::id, 2, id);
+  put(file, at + group_field::name_len, 2, length);
+  set_bytes(file, at + group_field::name, name);
 }
 
 bytes read_steps(const filed_groups &table, byte_reader &input) {

@@ -7,7 +7,9 @@
 
 namespace {
 
-int version_of(const fuzz::bytes &file) { return static_cast<std::int16_t>(test_support::get(file, 0, 2)); }
+int version_of(const fuzz::bytes &file) {
+  return static_cast<std::int16_t>(test_support::get(file, test_support::list_field::version, 2));
+}
 
 void load(fuzz::run &run) {
   // 0 keeps the file's order.

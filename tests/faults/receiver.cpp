@@ -2,7 +2,6 @@
 #include "receiver.h"
 
 #include <channel/channel.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -19,7 +18,6 @@ namespace {
 
 constexpr std::size_t longest_directory = 31;
 constexpr std::size_t longest_path = 63;
-constexpr std::size_t vch_type_at = 80'100;
 
 const std::array<service_data, 8> own_services = {{
     {.service_id = 1, .name = "One"},
@@ -45,7 +43,7 @@ channel_file services_and_views() {
   file.group(GROUP_FAV, 0, "Films").entry(VIEW_FAVOURITE, own_services[2], 3);
   file.group(GROUP_FAV, 1, "Music").entry(VIEW_FAVOURITE + 1, own_services[1], 2);
   file.entry(VIEW_FAVOURITE + 1, own_services[7], 8, 1).group(GROUP_PROVIDER, 0, "Provider");
-  return file.set(vch_type_at, 2, VIEW_TV);
+  return file.set(list_field::vch_type, 2, VIEW_TV);
 }
 
 channel_file with_groups(channel_file file) {
@@ -88,9 +86,6 @@ bytes saved_to_memory() {
   return std::move(written_to_memory);
 }
 
-// Thousands of faults want a disk that does not wait.
-std::string fastest_directory() { return ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp"; }
-
 // A name that makes the longest path.
 std::string longest_name(const std::string &name) {
   return name + std::string(longest_path - longest_directory - name.size(), '_');
@@ -117,8 +112,7 @@ store_state state_of_store() {
 store_state initialised_store() { return {channel_file().data, {}}; }
 
 receiver::receiver()
-    : dir_(fastest_directory()),
-      target_dir_(dir_.path() + std::string(longest_directory - dir_.path().size() - 1, 'd') + '/'),
+    : target_dir_(dir_.path() + std::string(longest_directory - dir_.path().size() - 1, 'd') + '/'),
       own_list_(with_groups(services_and_views())), list_without_groups_(services_and_views()), new_list_(scan()) {
   std::filesystem::create_directory(target_dir_);
   write_file(path(own_name), own_list_.data);

@@ -47,12 +47,12 @@ arguments operator+(arguments first, const arguments &second) {
   return first;
 }
 
-const arguments network = {argument::net_index, argument::network_id};
-const arguments transponder = {argument::net_index, argument::network_id, argument::ts_id, argument::frequency,
+const arguments network_key = {argument::net_index, argument::network_id};
+const arguments transponder_key = {argument::net_index, argument::network_id, argument::ts_id, argument::frequency,
                                argument::polarisation};
-const arguments service = {argument::net_index, argument::network_id, argument::ts_id,
+const arguments service_key = {argument::net_index, argument::network_id, argument::ts_id,
                            argument::frequency, argument::service_id, argument::polarisation};
-const arguments tagged = arguments{argument::tag} + service;
+const arguments tagged_key = arguments{argument::tag} + service_key;
 
 // An operation of the interface, and one of the host.
 #define CALL(weight, function, ...) \
@@ -64,21 +64,21 @@ std::vector<operation> store_operations() {
   using enum argument;
   constexpr family which = family::store;
   return {
-      HOST(12, file_service, service + arguments{service_type}),
-      HOST(1, add_network, network),
-      HOST(2, release_service, service),
-      HOST(1, release_transponder, transponder),
-      HOST(1, release_network, network),
-      CALL(3, remove_channel_st, service),
-      CALL(3, remove_virtual_channel_st, tagged),
+      HOST(12, file_service, service_key + arguments{service_type}),
+      HOST(1, add_network, network_key),
+      HOST(2, release_service, service_key),
+      HOST(1, release_transponder, transponder_key),
+      HOST(1, release_network, network_key),
+      CALL(3, remove_channel_st, service_key),
+      CALL(3, remove_virtual_channel_st, tagged_key),
       CALL(1, remove_channel_info_by_net_index, {net_index}),
       CALL(1, remove_channel_info_by_frequency, {net_index, frequency, polarisation}),
       CALL(2, remove_invalid_virtual_channel, {}),
       CALL(1, reset_channel_list, {}),
       HOST(1, save_and_load, {}),
-      CALL(2, set_channel_flag, service + arguments{bits, truth}),
-      HOST(2, rename_channel, service + arguments{name_slot, name, length}),
-      HOST(2, set_user_order, service + arguments{key}),
+      CALL(2, set_channel_flag, service_key + arguments{bits, truth}),
+      HOST(2, rename_channel, service_key + arguments{name_slot, name, length}),
+      HOST(2, set_user_order, service_key + arguments{key}),
   };
 }
 
@@ -86,18 +86,18 @@ std::vector<operation> view_operations() {
   using enum argument;
   constexpr family which = family::views;
   return {
-      HOST(14, append, arguments{plain_view} + service + arguments{number, tag}),
-      HOST(3, insert, arguments{view, position} + service + arguments{number, tag}),
+      HOST(14, append, arguments{plain_view} + service_key + arguments{number, tag}),
+      HOST(3, insert, arguments{view, position} + service_key + arguments{number, tag}),
       CALL(3, insert_user_vch_vindex, {position}),
       CALL(1, init_vindex, {view}),
       CALL(3, create_vindex_type, {view, tag}),
       CALL(5, change_vindex_type, {view}),
       CALL(2, vtype_remove_by_vindex, {position, view}),
       CALL(1, vtype_remove_by_net_index, {net_index, view}),
-      CALL(1, vtype_remove_vch, tagged + arguments{view}),
-      CALL(1, vtype_remove_virtual_channel_st, tagged + arguments{view}),
-      CALL(1, get_vch_index_by_ts_info, tagged),
-      CALL(1, vtype_get_vch_index_by_ts_info, tagged + arguments{view}),
+      CALL(1, vtype_remove_vch, tagged_key + arguments{view}),
+      CALL(1, vtype_remove_virtual_channel_st, tagged_key + arguments{view}),
+      CALL(1, get_vch_index_by_ts_info, tagged_key),
+      CALL(1, vtype_get_vch_index_by_ts_info, tagged_key + arguments{view}),
       CALL(2, set_channel_flag_by_bit, {bits}),
       CALL(1, clear_channel_flag_by_bit, {bits}),
       CALL(2, set_channel_flag_by_vindex, {position, bits, truth}),
@@ -162,9 +162,9 @@ std::vector<operation> favourite_operations() {
 std::vector<operation> history_operations() {
   constexpr family which = family::history;
   return {
-      CALL(10, add_return_channel, tagged),
-      CALL(2, check_same_return_channel, tagged),
-      CALL(2, remove_return_channel, tagged),
+      CALL(10, add_return_channel, tagged_key),
+      CALL(2, check_same_return_channel, tagged_key),
+      CALL(2, remove_return_channel, tagged_key),
       CALL(1, init_return_channel, {}),
   };
 }

@@ -17,6 +17,7 @@
 
 #include "commands.h"
 #include "host.h"
+#include "observe.h"
 #include "support/invariants.h"
 #include "support/log_capture.h"
 #include "support/new_list_folder.h"
@@ -29,13 +30,6 @@ namespace {
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::service_data;
-
-template <class Record, class Action>
-void for_each_below(const list_head &head, const Action &action) {
-  for (list_head *node = head.next; node != nullptr && node != &head; node = node->next) {
-    action(*reinterpret_cast<Record *>(node));
-  }
-}
 
 template <class Action>
 void for_each_service(const Action &action) {

@@ -41,13 +41,6 @@ service read_service(const channel_st &read) {
   return made;
 }
 
-template <class Record, class Action>
-void for_each_below(const list_head &head, const Action &action) {
-  for (const list_head *node = head.next; node != nullptr && node != &head; node = node->next) {
-    action(*reinterpret_cast<const Record *>(node));
-  }
-}
-
 std::vector<network> read_networks(serial_numbers &serials) {
   std::vector<network> networks;
   for_each_below<network_ch_st>(get_channel_list()->network_list, [&](const network_ch_st &read) {

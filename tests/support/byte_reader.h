@@ -12,7 +12,7 @@ namespace test_support {
 
 class byte_reader {
  public:
-  explicit byte_reader(std::span<const std::uint8_t> bytes) : left_(bytes) {}
+  explicit byte_reader(std::span<const std::uint8_t> input) : left_(input) {}
 
   [[nodiscard]] bool is_at_end() const { return left_.empty(); }
 

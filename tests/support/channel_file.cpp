@@ -11,11 +11,6 @@
 namespace test_support {
 namespace {
 
-// Fields of the list's image that this file needs itself.
-constexpr std::size_t cur_vch_at = 80'104;
-constexpr std::size_t network_num_at = 459'610;
-constexpr std::size_t rch_at = 20;
-
 const array_place &place_of(const std::vector<array_place> &places, int code) {
   const auto found = std::ranges::find(places, code, &array_place::code);
   if (found == places.end()) {
@@ -25,28 +20,29 @@ const array_place &place_of(const std::vector<array_place> &places, int code) {
 }
 
 std::vector<array_place> make_view_places() {
-  std::vector<array_place> places = {{VIEW_ALL, 80'112, 200'112, 5000},
-                                     {VIEW_TV, 200'116, 296'116, 4000},
-                                     {VIEW_RADIO, 296'120, 320'120, 1000},
-                                     {VIEW_USER, 339'364, 459'364, 5000},
-                                     {VIEW_PROMOTION, 459'368, 459'608, 10}};
+  std::vector<array_place> places = {{VIEW_ALL, list_field::vch, list_field::vnumber, 5000},
+                                     {VIEW_TV, list_field::tv_vch, list_field::tv_vnumber, 4000},
+                                     {VIEW_RADIO, list_field::radio_vch, list_field::radio_vnumber, 1000},
+                                     {VIEW_USER, list_field::user_vch, list_field::user_vnumber, 5000},
+                                     {VIEW_PROMOTION, list_field::promo_vch, list_field::promo_vnumber, 10}};
   for (int group = 0; group < 20; ++group) {
     const auto g = static_cast<std::size_t>(group);
-    places.push_back({10 + group, 320'124 + g * 40 * entry_size, 339'324 + g * 2, 40});
+    places.push_back(
+        {10 + group, list_field::favorite_vch + g * 40 * entry_size, list_field::favorite_vnumber + g * 2, 40});
   }
   return places;
 }
 
 bytes entry_image(const service_data &data, int major, int favorite_id) {
   bytes image(entry_size, '\0');
-  put(image, 1, 1, static_cast<std::uint64_t>(favorite_id));
-  put(image, 2, 2, static_cast<std::uint64_t>(major));
-  put(image, 6, 1, data.net_index);
-  put(image, 8, 4, static_cast<std::uint64_t>(data.frequency));
-  put(image, 12, 1, data.polarisation);
-  put(image, 14, 2, data.service_id);
-  put(image, 16, 2, data.network_id);
-  put(image, 18, 2, data.ts_id);
+  put(image, entry_field::favorite_id, 1, static_cast<std::uint64_t>(favorite_id));
+  put(image, entry_field::major_ch_num, 2, static_cast<std::uint64_t>(major));
+  put(image, entry_field::net_index, 1, data.net_index);
+  put(image, entry_field::frequency, 4, static_cast<std::uint64_t>(data.frequency));
+  put(image, entry_field::polarisation, 1, data.polarisation);
+  put(image, entry_field::service_id, 2, data.service_id);
+  put(image, entry_field::network_id, 2, data.network_id);
+  put(image, entry_field::ts_id, 2, data.ts_id);
   return image;
 }
 
@@ -54,9 +50,9 @@ void put_text(bytes &image, std::size_t at, const std::string &text) { image.rep
 
 bytes group_image(int id, const std::string &name) {
   bytes image(group_size, '\0');
-  put(image, 2, 2, static_cast<std::uint64_t>(id));
-  put(image, 4, 2, name.size());
-  put_text(image, 6, name);
+  put(image, group_field::id, 2, static_cast<std::uint64_t>(id));
+  put(image, group_field::name_len, 2, name.size());
+  put_text(image, group_field::name, name);
   return image;
 }
 
@@ -84,10 +80,11 @@ const std::vector<array_place> &view_places() {
 }
 
 const std::vector<array_place> &group_places() {
-  static const std::vector<array_place> places = {{GROUP_PROVIDER, 12, 52'012, 500},
-                                                  {GROUP_GENRE, 52'014, 57'214, 50},
-                                                  {GROUP_COUNTRY, 57'216, 78'016, 200},
-                                                  {GROUP_FAV, 78'018, 80'098, 20}};
+  static const std::vector<array_place> places = {
+      {GROUP_PROVIDER, list_field::provider, list_field::provider_num, 500},
+      {GROUP_GENRE, list_field::genre, list_field::genre_num, 50},
+      {GROUP_COUNTRY, list_field::country, list_field::country_num, 200},
+      {GROUP_FAV, list_field::favorite_group, list_field::favorite_group_num, 20}};
   return places;
 }
 
@@ -97,7 +94,8 @@ const array_place &group_place(int kind) { return place_of(group_places(), kind)
 
 channel_file::channel_file() {
   append(record_kind::list, list_size);
-  set(0, 2, 10).set(2, 1, 0xFF).set(4, 2, 0xFFFF).set(7, 1, 1).set(8, 1, 0xFF).set(10, 2, 0xFFFF);
+  set(list_field::version, 2, 10).set(list_field::use_tuner, 1, 0xFF).set(list_field::bouquet_id, 2, 0xFFFF);
+  set(list_field::service_type, 1, 1).set(list_field::net_index, 1, 0xFF).set(list_field::sub_group_id, 2, 0xFFFF);
 }
 
 record_place &channel_file::append(record_kind kind, std::size_t size) {
@@ -116,48 +114,48 @@ void channel_file::count_up(std::size_t at) { put(data, at, 2, get(data, at, 2) 
 
 channel_file &channel_file::network(std::uint8_t net_index, std::uint16_t network_id, const std::string &name) {
   const std::size_t at = append(record_kind::network, network_size).offset;
-  put(data, at + 8, 1, net_index);
-  put(data, at + 10, 2, network_id);
-  put_text(data, at + 12, name);
-  count_up(network_num_at);
+  put(data, at + network_field::net_index, 1, net_index);
+  put(data, at + network_field::network_id, 2, network_id);
+  put_text(data, at + network_field::network_name, name);
+  count_up(list_field::network_num);
   return *this;
 }
 
 channel_file &channel_file::transponder(std::uint16_t ts_id, std::uint32_t frequency, std::uint8_t polarisation) {
   const std::size_t at = append(record_kind::transponder, transponder_size).offset;
-  put(data, at + 8, 2, ts_id);
-  put(data, at + 12, 4, frequency);
-  put(data, at + 16, 1, polarisation);
-  count_up(last(record_kind::network)->offset + 76);
+  put(data, at + transponder_field::ts_id, 2, ts_id);
+  put(data, at + transponder_field::frequency, 4, frequency);
+  put(data, at + transponder_field::polarisation, 1, polarisation);
+  count_up(last(record_kind::network)->offset + network_field::tp_num);
   return *this;
 }
 
 channel_file &channel_file::service(const service_data &service) {
   const record_place *its_network = last(record_kind::network);
-  if (its_network == nullptr || get(data, its_network->offset + 8, 1) != service.net_index ||
-      get(data, its_network->offset + 10, 2) != service.network_id) {
+  if (its_network == nullptr || get(data, its_network->offset + network_field::net_index, 1) != service.net_index ||
+      get(data, its_network->offset + network_field::network_id, 2) != service.network_id) {
     network(service.net_index, service.network_id, "Network");
   }
   const record_place *its_transponder = last(record_kind::transponder);
   const auto frequency = static_cast<std::uint32_t>(service.frequency);
   if (its_transponder == nullptr || its_transponder->offset < last(record_kind::network)->offset ||
-      get(data, its_transponder->offset + 12, 4) != frequency ||
-      get(data, its_transponder->offset + 16, 1) != service.polarisation) {
+      get(data, its_transponder->offset + transponder_field::frequency, 4) != frequency ||
+      get(data, its_transponder->offset + transponder_field::polarisation, 1) != service.polarisation) {
     transponder(service.ts_id, frequency, service.polarisation);
   }
   const std::size_t at = append(record_kind::service, service_size).offset;
-  put_text(data, at + 9, service.name);
-  put(data, at + 106, 2, service.name.size());
-  put(data, at + 216, 1, service.net_index);
-  put(data, at + 224, 8, static_cast<std::uint64_t>(service.frequency));
-  put(data, at + 232, 1, service.service_type);
-  put(data, at + 233, 1, service.source_type);
-  put(data, at + 234, 2, service.ts_id);
-  put(data, at + 240, 2, service.network_id);
-  put(data, at + 242, 2, service.service_id);
-  put(data, at + 244, 1, service.polarisation);
-  put(data, at + 288, 1, service.flag);
-  count_up(last(record_kind::transponder)->offset + 18);
+  put_text(data, at + service_field::name, service.name);
+  put(data, at + service_field::name_len, 2, service.name.size());
+  put(data, at + service_field::net_index, 1, service.net_index);
+  put(data, at + service_field::frequency, 8, static_cast<std::uint64_t>(service.frequency));
+  put(data, at + service_field::service_type, 1, service.service_type);
+  put(data, at + service_field::source_type, 1, service.source_type);
+  put(data, at + service_field::ts_id, 2, service.ts_id);
+  put(data, at + service_field::network_id, 2, service.network_id);
+  put(data, at + service_field::service_id, 2, service.service_id);
+  put(data, at + service_field::polarisation, 1, service.polarisation);
+  put(data, at + service_field::flag, 1, service.flag);
+  count_up(last(record_kind::transponder)->offset + transponder_field::rch_num);
   return *this;
 }
 
@@ -193,18 +191,19 @@ void fill_pointer_slots(bytes &file, const std::vector<record_place> &records, c
       fill_slot(file, record.offset, 8, byte);
     }
     if (record.kind == record_kind::network) {
-      fill_slot(file, record.offset + 80, 8, byte);
+      fill_slot(file, record.offset + network_field::tp_list, 8, byte);
     }
     if (record.kind == record_kind::transponder) {
-      fill_slot(file, record.offset + 24, 8, byte);
+      fill_slot(file, record.offset + transponder_field::rch_list, 8, byte);
     }
   }
-  for (const std::size_t pair : {cur_vch_at, std::size_t{459'616}, std::size_t{459'696}, std::size_t{459'720}}) {
+  for (const std::size_t pair :
+       {list_field::cur_vch, list_field::network_list, list_field::spare_list_a, list_field::spare_list_b}) {
     fill_slot(file, pair, 8, byte);
   }
   for (const array_place &view : view_places()) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(view.capacity); ++i) {
-      fill_slot(file, view.array + i * entry_size + rch_at, 4, byte);
+      fill_slot(file, view.array + i * entry_size + entry_field::rch, 4, byte);
     }
   }
 }

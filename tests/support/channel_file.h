@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "record_fields.h"
 #include "store_builder.h"
 #include "temp_dir.h"
 
@@ -75,6 +76,10 @@ void fill_pointer_slots(bytes &file, const std::vector<record_place> &records, c
 
 // A side file: a count and a whole table, the used slots named "kind 0", "kind 1" and so on, with the ids 100, 101, ...
 bytes side_file(int capacity, int count, const std::string &kind);
+
+// What a load says of empty tables whose side files are missing.
+inline const std::string no_genres = "ERROR: load_group_list:# Fail to open 'genre.dat'\n";
+inline const std::string no_countries = "ERROR: load_group_list:# Fail to open 'country.dat'\n";
 
 // A store test with a directory of its own as target directory. The log is off; what loads print on standard output is
 // caught.

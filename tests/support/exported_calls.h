@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <string>
 #include <tuple>
@@ -123,9 +122,9 @@ struct exported_call {
   std::string name;
   effect has;
   // Goes through the extremes of every argument.
-  std::function<void(bases)> run;
+  void (*run)(bases);
   // Calls once, with arguments that bytes choose.
-  std::function<void(test_support::byte_reader &)> run_chosen;
+  void (*run_chosen)(test_support::byte_reader &);
   // What is still promised when the calls are over.
   test_support::promises kept = {};
 };
@@ -148,8 +147,8 @@ exported_call call_of(const char *name, effect has, test_support::promises kept 
 }
 
 // The same call with a choice of extremes of its own.
-inline exported_call at_extremes(exported_call call, std::function<void(bases)> run) {
-  call.run = std::move(run);
+inline exported_call at_extremes(exported_call call, void (*run)(bases)) {
+  call.run = run;
   return call;
 }
 

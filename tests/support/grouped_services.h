@@ -4,10 +4,25 @@
 #include <channel/channel.h>
 
 #include <initializer_list>
+#include <string>
 
 #include "store_builder.h"
 
 namespace test_support {
+
+// The views of the first two favourite groups.
+constexpr std::int8_t first_favourites = VIEW_FAVOURITE;
+constexpr std::int8_t second_favourites = VIEW_FAVOURITE + 1;
+
+// Where a list of a group's services goes: the last argument of create_service_by_group_list_id.
+constexpr std::uint8_t to_work_view = 0;
+constexpr std::uint8_t make_current = 1;
+
+// What it says of a list without services. id: four hexadecimal digits.
+inline std::string nothing_found(const std::string &id, int source) {
+  return "ERROR: create_service_by_group_list_id:# Can not find 'id " + id + "' 'service_type " +
+         std::to_string(source) + " \n";
+}
 
 struct grouped {
   int service_id = 1;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <random>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -22,6 +23,9 @@ inline int move_to(int destination, const positions &sources) {
   return move_channel(static_cast<std::int16_t>(destination), static_cast<std::int16_t>(sources.size()),
                       sources.data());
 }
+
+// What a move says at level 2 for each step that has nothing to report.
+inline const std::string empty_trace = "ChannelAPI move_channel:# \n";
 
 // 1..n.
 inline std::vector<int> first_ids(int n) {

@@ -9,21 +9,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path data = "/DATA";
-const fs::path set_aside = data / "BACKUP" / "all_channel.dat.set_aside";
+const fs::path data_folder = "/DATA";
+const fs::path set_aside = data_folder / "BACKUP" / "all_channel.dat.set_aside";
 
 // Propagation is cut first, so that no other process sees the mount.
 bool mount_in_private() {
   return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0 &&
-         ::mount("tmpfs", data.c_str(), "tmpfs", 0, "size=4m") == 0;
+         ::mount("tmpfs", data_folder.c_str(), "tmpfs", 0, "size=4m") == 0;
 }
 
 }  // namespace
 
 own_new_list_folder::own_new_list_folder() {
   std::error_code failed;
-  had_data_ = fs::exists(data, failed);
-  if (!had_data_ && !fs::create_directory(data, failed)) {
+  had_data_ = fs::exists(data_folder, failed);
+  if (!had_data_ && !fs::create_directory(data_folder, failed)) {
     return;
   }
   is_mounted_ = mount_in_private();
@@ -48,10 +48,10 @@ own_new_list_folder::~own_new_list_folder() {
     fs::remove(new_list_folder, ignored);
   }
   if (is_mounted_) {
-    ::umount(data.c_str());
+    ::umount(data_folder.c_str());
   }
   if (!had_data_) {
-    fs::remove(data, ignored);
+    fs::remove(data_folder, ignored);
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "support/channel_key.h"
@@ -47,6 +48,9 @@ inline std::vector<view_case> swept_views() {
   std::erase_if(views, [](const view_case &each) { return each.code == VIEW_WORK; });
   return views;
 }
+
+// What a sweep says at level 2 when it finds nothing.
+inline const std::string sweep_line = "ChannelAPI remove_invalid_virtual_channel:# \n";
 
 inline int count_of(std::int8_t view) { return *get_virtual_channel_vnumber(view); }
 

@@ -28,6 +28,11 @@ inline std::vector<view_case> every_view() {
 
 inline constexpr std::array<std::int8_t, 8> unknown_codes = {-128, -1, 6, 7, 8, 9, 30, 127};
 
+// What a lookup says of a position outside the array of its view.
+inline std::string outside(const std::string &function, int vindex) {
+  return "ERROR: " + function + ":# vindex " + std::to_string(vindex) + " outside the view\n";
+}
+
 // An entry of a service that is not filed; nothing but the service id and the number tells it from the others.
 inline virtual_channel_st unfiled_entry(int number) {
   virtual_channel_st entry = {};

@@ -18,6 +18,9 @@ extern "C" __attribute__((weak)) std::size_t __sanitizer_get_current_allocated_b
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace transponder_field = test_support::transponder_field;
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::file_test;
@@ -90,30 +93,27 @@ const std::vector<reader> readers = {
 
 void PrintTo(const reader &shown, std::ostream *out) { *out << shown.name; }
 
-constexpr std::size_t network_num_at = 459'610;
-constexpr std::size_t tp_num_at = 76;
-constexpr std::size_t rch_num_at = 18;
 constexpr std::uint64_t most = 0xFFFF;
 
 channel_file two_services() { return channel_file().service({.service_id = 1}).service({.service_id = 2}); }
 
 channel_file claiming_everything() {
-  channel_file file = two_services().set(network_num_at, 2, most);
+  channel_file file = two_services().set(list_field::network_num, 2, most);
   for (const auto *places : {&test_support::view_places(), &test_support::group_places()}) {
     for (const auto &place : *places) {
       file.set(place.count, 2, 0x7FFF);
     }
   }
-  return file.set_last(record_kind::network, tp_num_at, 2, most)
-      .set_last(record_kind::transponder, rch_num_at, 2, most);
+  return file.set_last(record_kind::network, network_field::tp_num, 2, most)
+      .set_last(record_kind::transponder, transponder_field::rch_num, 2, most);
 }
 
 std::vector<channel_file> claiming_files() {
-  return {channel_file().set(network_num_at, 2, most),
-          two_services().set(network_num_at, 2, most),
-          two_services().set_last(record_kind::network, tp_num_at, 2, most),
-          two_services().set_last(record_kind::transponder, rch_num_at, 2, most),
-          two_services().transponder(2, 2, 0).set_last(record_kind::transponder, rch_num_at, 2, most),
+  return {channel_file().set(list_field::network_num, 2, most),
+          two_services().set(list_field::network_num, 2, most),
+          two_services().set_last(record_kind::network, network_field::tp_num, 2, most),
+          two_services().set_last(record_kind::transponder, transponder_field::rch_num, 2, most),
+          two_services().transponder(2, 2, 0).set_last(record_kind::transponder, transponder_field::rch_num, 2, most),
           claiming_everything()};
 }
 

@@ -42,16 +42,16 @@ std::string bytes_of(const Record &record) {
 
 template <class Record>
 std::unique_ptr<image<Record>> image_of(std::byte byte) {
-  auto bytes = std::make_unique<image<Record>>();
-  bytes->fill(byte);
-  return bytes;
+  auto filled = std::make_unique<image<Record>>();
+  filled->fill(byte);
+  return filled;
 }
 
 // The record whose image was read into its own last bytes; before, every bit was set.
 template <class Record>
-std::unique_ptr<Record> settled(const image<Record> &bytes) {
+std::unique_ptr<Record> settled(const image<Record> &read) {
   auto record = record_of<Record>('\xFF');
-  std::ranges::copy(bytes, channel::persist::image_within(*record));
+  std::ranges::copy(read, channel::persist::image_within(*record));
   channel::persist::settle_image(*record);
   return record;
 }
@@ -71,12 +71,12 @@ void expect_written_to_its_place(const field_place &field) {
 
 template <class Record>
 void expect_read_from_its_place(const field_place &field) {
-  const auto bytes = image_of<Record>(std::byte{0});
-  std::fill_n(bytes->begin() + static_cast<std::ptrdiff_t>(field.in_image), field.size, std::byte{0xFF});
+  const auto read = image_of<Record>(std::byte{0});
+  std::fill_n(read->begin() + static_cast<std::ptrdiff_t>(field.in_image), field.size, std::byte{0xFF});
   const auto expected = record_of<Record>('\0');
   std::memset(reinterpret_cast<char *>(expected.get()) + field.in_memory, 0xFF, field.size);
 
-  EXPECT_TRUE(bytes_of(*settled<Record>(*bytes)) == bytes_of(*expected)) << field.name;
+  EXPECT_TRUE(bytes_of(*settled<Record>(*read)) == bytes_of(*expected)) << field.name;
 }
 
 template <class Record>
@@ -99,12 +99,12 @@ void expect_pointers_left_out(const std::vector<field_place> &pointers) {
   EXPECT_TRUE(std::ranges::all_of(*written, [](std::byte byte) { return byte == std::byte{0}; }));
 
   // Ones in the slots of pointers, zeros everywhere else.
-  const auto bytes = image_of<Record>(std::byte{0});
+  const auto read = image_of<Record>(std::byte{0});
   for (const field_place &pointer : pointers) {
     const std::size_t slots = pointer.size / sizeof(void *);
-    std::fill_n(bytes->begin() + static_cast<std::ptrdiff_t>(pointer.in_image), 4 * slots, std::byte{0xFF});
+    std::fill_n(read->begin() + static_cast<std::ptrdiff_t>(pointer.in_image), 4 * slots, std::byte{0xFF});
   }
-  EXPECT_TRUE(bytes_of(*settled<Record>(*bytes)) == bytes_of(*record_of<Record>('\0')));
+  EXPECT_TRUE(bytes_of(*settled<Record>(*read)) == bytes_of(*record_of<Record>('\0')));
 }
 
 }  // namespace test_support

@@ -3,6 +3,7 @@
 
 namespace {
 
+namespace service_field = test_support::service_field;
 using test_support::channel_file;
 using test_support::file_service;
 using test_support::lines;
@@ -12,8 +13,6 @@ using test_support::service_data;
 using test_support::view_sizes;
 using test_support::writes_at_levels;
 using sizes = std::vector<int>;
-
-constexpr std::size_t country_id_at = 210;
 
 class MergeAdding : public test_support::merge_test {};
 
@@ -64,7 +63,7 @@ TEST_F(MergeAdding, UsesTheNetworkAndTransponderThatAreThere) {
 
 TEST_F(MergeAdding, NamesANetworkAfterTheOneThatTheServiceHungFrom) {
   channel_file file;
-  file.service({.net_index = 1, .network_id = 1}).set_last(record_kind::service, 216, 1, 77);
+  file.service({.net_index = 1, .network_id = 1}).set_last(record_kind::service, service_field::net_index, 1, 77);
 
   EXPECT_EQ(merge(file), 1);
 
@@ -85,7 +84,7 @@ TEST_F(MergeAdding, CarriesEveryByteButTheMark) {
   }
   const std::size_t record = file.records.back().offset;
   test_support::bytes expected = file.data.substr(record);
-  test_support::put(expected, country_id_at, 2, 1);
+  test_support::put(expected, service_field::country_id, 2, 1);
 
   EXPECT_EQ(merge(file), 1);
 
@@ -106,7 +105,9 @@ TEST_F(MergeAdding, KeepsTheOrderOfTheNewList) {
 
 TEST_F(MergeAdding, MarksWhatItAddsWhateverTheFileHeld) {
   channel_file file;
-  file.service({.service_id = 1}).service({.service_id = 2}).set_last(record_kind::service, country_id_at, 2, 0xFFFF);
+  file.service({.service_id = 1})
+      .service({.service_id = 2})
+      .set_last(record_kind::service, service_field::country_id, 2, 0xFFFF);
 
   merge(file);
 

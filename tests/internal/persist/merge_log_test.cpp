@@ -3,6 +3,9 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
 using test_support::channel_file;
 using test_support::file_service;
 using test_support::joined;
@@ -11,9 +14,6 @@ using test_support::log_capture;
 using test_support::new_list_summary;
 using test_support::record_kind;
 using test_support::three_networks;
-
-constexpr std::size_t vch_type_at = 80'100;
-constexpr std::size_t tp_num_at = 76;
 
 class MergeLog : public test_support::merge_test {
  protected:
@@ -49,9 +49,12 @@ TEST_F(MergeLog, TellsOfEveryRecordAtLevelThree) {
   channel_file file;
   file.network(1, 1, "First").transponder(7, 12'000'000, 1).transponder(100, 11'000'000, 0);
   file.service({.ts_id = 0x00AB, .frequency = 11'000'000, .service_id = 1});
-  file.set_last(record_kind::service, 250, 1, 2).set_last(record_kind::service, 252, 2, 0x0101);
-  file.set_last(record_kind::service, 254, 2, 0x1FFF).set_last(record_kind::service, 256, 1, 0xFE);
-  file.set_last(record_kind::service, 258, 2, 0xFFFF).set_last(record_kind::service, 224, 8, 0x1'00A7'D8C0);
+  file.set_last(record_kind::service, service_field::video_tag, 1, 2)
+      .set_last(record_kind::service, service_field::video_pid, 2, 0x0101);
+  file.set_last(record_kind::service, service_field::video_ecm_pid, 2, 0x1FFF)
+      .set_last(record_kind::service, service_field::audio_tag, 1, 0xFE);
+  file.set_last(record_kind::service, service_field::audio_pid, 2, 0xFFFF)
+      .set_last(record_kind::service, service_field::frequency, 8, 0x1'00A7'D8C0);
   const log_capture log(3);
 
   merge(file.network(255, 2, "Second"));
@@ -83,9 +86,17 @@ TEST_F(MergeLog, SaysOfRecordsNothingAtLevelTwo) {
 
 TEST_F(MergeLog, TellsTheSettingsOfTheFile) {
   channel_file file;
-  file.set(0, 2, 0xFFFE).set(4, 2, 0x1234).set(6, 1, GROUP_GENRE).set(7, 1, 0x80).set(8, 1, 0x55);
-  file.set(200'112, 2, 1).set(296'116, 2, 2).set(320'120, 2, 3).set(459'364, 2, 4).set(459'608, 2, 5);
-  file.set(vch_type_at, 2, VIEW_RADIO);
+  file.set(list_field::version, 2, 0xFFFE)
+      .set(list_field::bouquet_id, 2, 0x1234)
+      .set(list_field::use_group_list, 1, GROUP_GENRE)
+      .set(list_field::service_type, 1, 0x80)
+      .set(list_field::net_index, 1, 0x55);
+  file.set(list_field::vnumber, 2, 1)
+      .set(list_field::tv_vnumber, 2, 2)
+      .set(list_field::radio_vnumber, 2, 3)
+      .set(list_field::user_vnumber, 2, 4)
+      .set(list_field::promo_vnumber, 2, 5);
+  file.set(list_field::vch_type, 2, VIEW_RADIO);
   const log_capture log(2);
 
   merge(file);
@@ -104,7 +115,7 @@ TEST_F(MergeLog, NamesTheKindOfGroupsInUse) {
                                                 {127, "NONE"},  {128, "NONE"},    {255, "NONE"}};
   for (const auto &[kind, name] : names) {
     const log_capture log(2);
-    merge(channel_file().set(6, 1, static_cast<std::uint64_t>(kind)));
+    merge(channel_file().set(list_field::use_group_list, 1, static_cast<std::uint64_t>(kind)));
     EXPECT_EQ(log.writes_with("use_group_list"), (lines{std::string("load \tuse_group_list : '") + name + "'\n"}));
   }
 }
@@ -115,7 +126,7 @@ TEST_F(MergeLog, NamesTheViewOfTheFile) {
                                                 {29, "FAV CH"}, {30, "NONE"}, {0x100, "NONE"}, {0xFFFF, "NONE"}};
   for (const auto &[view, name] : names) {
     const log_capture log(2);
-    merge(channel_file().set(vch_type_at, 2, static_cast<std::uint64_t>(view)));
+    merge(channel_file().set(list_field::vch_type, 2, static_cast<std::uint64_t>(view)));
     EXPECT_EQ(log.writes_with("vch_type"), (lines{std::string("load \tvch_type : '") + name + "'\n"}));
   }
 }
@@ -123,8 +134,13 @@ TEST_F(MergeLog, NamesTheViewOfTheFile) {
 // The views of the new list are not looked at: counts out of range harm nobody.
 TEST_F(MergeLog, TellsCountsOfViewsAsTheyStandAndUsesNone) {
   channel_file file = three_networks();
-  file.set(200'112, 2, 0xFFFF).set(296'116, 2, 0x7FFF).set(320'120, 2, 0x8000).set(459'364, 2, 5001);
-  file.set(459'608, 2, 11).set(80'098, 2, 21).set(52'012, 2, 501);
+  file.set(list_field::vnumber, 2, 0xFFFF)
+      .set(list_field::tv_vnumber, 2, 0x7FFF)
+      .set(list_field::radio_vnumber, 2, 0x8000)
+      .set(list_field::user_vnumber, 2, 5001);
+  file.set(list_field::promo_vnumber, 2, 11)
+      .set(list_field::favorite_group_num, 2, 21)
+      .set(list_field::provider_num, 2, 501);
   const log_capture log(2);
 
   EXPECT_EQ(merge(file), 2);
@@ -139,7 +155,7 @@ TEST_F(MergeLog, TellsCountsOfViewsAsTheyStandAndUsesNone) {
 
 TEST_F(MergeLog, PrintsANetworkNameWithinItsField) {
   channel_file file;
-  file.network(2, 2, std::string(64, 'n')).set_last(record_kind::network, tp_num_at + 2, 2, 0x7878);
+  file.network(2, 2, std::string(64, 'n')).set_last(record_kind::network, network_field::reserved_78, 2, 0x7878);
   const log_capture log(3);
 
   merge(file);

@@ -5,6 +5,8 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace service_field = test_support::service_field;
 using test_support::append_entry;
 using test_support::bytes;
 using test_support::channel_file;
@@ -15,8 +17,6 @@ using test_support::lines;
 using test_support::log_capture;
 using test_support::record_kind;
 using test_support::service_data;
-
-constexpr std::size_t country_id_at = 210;
 
 class MergeMatching : public test_support::merge_test {
  protected:
@@ -43,7 +43,7 @@ TEST_F(MergeMatching, ChangesNothingInAnIdenticalList) {
   bytes expected = save();
   for (const auto &record : file.records) {
     if (record.kind == record_kind::service) {
-      test_support::put(expected, record.offset + country_id_at, 2, 1);
+      test_support::put(expected, record.offset + service_field::country_id, 2, 1);
     }
   }
   const log_capture log(1);
@@ -63,7 +63,8 @@ TEST_F(MergeMatching, KeepsEverythingOfAServiceButItsCountry) {
   }
   load(file.data);
   bytes expected = saved_records();
-  test_support::put(expected, test_support::network_size + test_support::transponder_size + country_id_at, 2, 1);
+  test_support::put(expected, test_support::network_size + test_support::transponder_size + service_field::country_id,
+                    2, 1);
   service_data other = {.service_id = 5, .service_type = 2, .source_type = 9, .name = "Another name", .flag = 0xFF};
 
   EXPECT_EQ(merge(channel_file().network(1, 1, "Another").service(other)), 0);
@@ -181,7 +182,11 @@ TEST_F(MergeMatching, LeavesTheGroupTables) {
 TEST_F(MergeMatching, LeavesTheSettings) {
   const bytes before = test_support::list_in_memory();
 
-  merge(channel_file().set(0, 2, 9).set(2, 8, 0x0102030405060708).set(10, 2, 9).set(80'100, 2, VIEW_TV));
+  merge(channel_file()
+            .set(list_field::version, 2, 9)
+            .set(list_field::use_tuner, 8, 0x0102030405060708)
+            .set(list_field::sub_group_id, 2, 9)
+            .set(list_field::vch_type, 2, VIEW_TV));
 
   EXPECT_TRUE(test_support::list_in_memory() == before);
 }

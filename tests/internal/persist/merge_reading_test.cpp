@@ -4,6 +4,9 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace transponder_field = test_support::transponder_field;
 using channel::persist::merge_new_list;
 using test_support::append_entry;
 using test_support::bytes;
@@ -17,10 +20,6 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::stand_in_door;
 using test_support::three_networks;
-
-constexpr std::size_t network_num_at = 459'610;
-constexpr std::size_t tp_num_at = 76;
-constexpr std::size_t rch_num_at = 18;
 
 class MergeReading : public test_support::merge_test {
  protected:
@@ -113,11 +112,11 @@ TEST_F(MergeReading, PassesOverBytesBehindTheLastRecord) {
 
 TEST_F(MergeReading, OfClaimedRecordsThatAreMissingChangesNothing) {
   for (const unsigned claim : {4U, 255U, 0xFFFFU}) {
-    expect_refused(three_networks().set(network_num_at, 2, claim).data, record_kind::network, "network_num");
-    expect_refused(three_networks().set_last(record_kind::network, tp_num_at, 2, claim).data, record_kind::transponder,
-                   "tp_num");
+    expect_refused(three_networks().set(list_field::network_num, 2, claim).data, record_kind::network, "network_num");
+    expect_refused(three_networks().set_last(record_kind::network, network_field::tp_num, 2, claim).data,
+                   record_kind::transponder, "tp_num");
     channel_file file = three_networks();
-    file.set(file.records[2].offset + rch_num_at, 2, claim * 1000 & 0xFFFF);
+    file.set(file.records[2].offset + transponder_field::rch_num, 2, claim * 1000 & 0xFFFF);
     expect_refused(file.data, record_kind::service, "rch_num");
   }
 }

@@ -16,7 +16,7 @@ namespace {
 
 using channel::entry_positions;
 using channel::tagged_identity;
-using entries = std::vector<virtual_channel_st>;
+using entry_list = std::vector<virtual_channel_st>;
 
 class EntryPositions : public ::testing::Test {
  protected:
@@ -43,8 +43,8 @@ class EntryPositions : public ::testing::Test {
     return entry;
   }
 
-  entries some_entries(int n) {
-    entries made;
+  entry_list some_entries(int n) {
+    entry_list made;
     std::generate_n(std::back_inserter(made), n, [this] { return some_entry(); });
     return made;
   }
@@ -53,7 +53,7 @@ class EntryPositions : public ::testing::Test {
   std::mt19937 random_{16};
 };
 
-int walk(const entries &searched, const tagged_identity &id) {
+int walk(const entry_list &searched, const tagged_identity &id) {
   const auto found = std::find_if(searched.begin(), searched.end(), [&id](const virtual_channel_st &entry) {
     return channel::same_entry_or_ids(entry, id);
   });
@@ -62,7 +62,7 @@ int walk(const entries &searched, const tagged_identity &id) {
 
 TEST_F(EntryPositions, AreThoseOfAWalkWhileEntriesAreCleared) {
   for (int round = 0; round < 400; ++round) {
-    entries searched = some_entries(pick(70));
+    entry_list searched = some_entries(pick(70));
     auto count = static_cast<std::int16_t>(searched.size());
     entry_positions positions({searched.data(), &count, count});
     for (int query = 0; query < 200; ++query) {
@@ -77,11 +77,11 @@ TEST_F(EntryPositions, AreThoseOfAWalkWhileEntriesAreCleared) {
 }
 
 TEST_F(EntryPositions, StayWhenAnEntryOfAnotherArrayIsCleared) {
-  entries searched = some_entries(20);
-  entries others = some_entries(20);
+  entry_list searched = some_entries(20);
+  entry_list others = some_entries(20);
   std::int16_t count = 10;
   entry_positions positions({searched.data(), &count, 20});
-  const entries before = searched;
+  const entry_list before = searched;
 
   positions.clear(others[3]);
   positions.clear(searched[10]);

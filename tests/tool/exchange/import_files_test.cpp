@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tool/exchange/import_host.h"
-#include "tool/exchange/service_line.h"
+#include "tool/exchange/vdr/service_line.h"
 
 namespace {
 

@@ -18,10 +18,10 @@ using chlist::line_up;
 using chlist::loss_counts;
 using tool_test::line_up_of;
 using tool_test::losses;
+using tool_test::row_list;
 using tool_test::service_named;
 
 using LineUp = tool_test::line_up_test;
-using row_list = std::vector<std::string>;
 
 TEST_F(LineUp, WhatFavouritesLoseIsCounted) {
   line_up given = line_up_of({service_named("A", 1)});

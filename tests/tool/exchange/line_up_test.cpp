@@ -22,11 +22,10 @@ using test_support::majors;
 using test_support::service_ids;
 using tool_test::line_up_of;
 using tool_test::losses;
-using tool_test::random_line_up;
+using tool_test::row_list;
 using tool_test::service_named;
 
 using LineUp = tool_test::line_up_test;
-using row_list = std::vector<std::string>;
 
 TEST_F(LineUp, EverythingThatAServiceHasComesBack) {
   line_up_service service = service_named("News", 1);
@@ -193,7 +192,7 @@ TEST_F(LineUp, SourcesAvoidIndexesThatAreGiven) {
 
 TEST_F(LineUp, ARandomOneComesBack) {
   for (unsigned seed = 0; seed < 50; ++seed) {
-    const line_up given = random_line_up(seed, 40);
+    const line_up given = tool_test::line_up_source(seed).list(40);
     ASSERT_TRUE(fill_list(given, lost).is_whole()) << seed;
     EXPECT_EQ(take_line_up(lost), given) << seed;
   }

@@ -57,8 +57,10 @@ inline chlist::line_up line_up_of(std::vector<chlist::line_up_service> services)
   return list;
 }
 
-inline std::vector<std::string> losses(const chlist::loss_counts &lost) {
-  std::vector<std::string> rows;
+using row_list = std::vector<std::string>;
+
+inline row_list losses(const chlist::loss_counts &lost) {
+  row_list rows;
   for (const auto &row : lost.rows()) {
     rows.push_back(row.what + ": " + std::to_string(row.count));
   }
@@ -141,8 +143,6 @@ class line_up_source {
 
   std::mt19937 random_;
 };
-
-inline chlist::line_up random_line_up(unsigned seed, int services) { return line_up_source(seed).list(services); }
 
 class line_up_test : public test_support::store_test {
  protected:

@@ -38,11 +38,12 @@ class failing_call {
 
 class failing_commands : public tool_test::commands_test {
  protected:
-  // Runs with every call failing once, one a run, from the inputs as they were. Check: (result, call).
+  // Runs with every call failing once, one a run, each from the same files. Check: (result, files afterwards).
   template <class Check>
-  void fail_every_call(const Check &check) {
+  void fail_every_call(const files &earlier, const Check &check) {
+    files left = folder();
     for (int n = 1;; ++n) {
-      write_inputs();
+      put(earlier, left);
       const failing_call failing(n, told_.path() + "call");
       const program_result result = run();
       if (failing.name().empty()) {
@@ -50,7 +51,8 @@ class failing_commands : public tool_test::commands_test {
         return;
       }
       SCOPED_TRACE("call " + std::to_string(n) + ", " + failing.name() + ": " + result.err);
-      check(result);
+      left = folder();
+      check(result, left);
       ASSERT_FALSE(HasFailure());
     }
   }
@@ -77,17 +79,17 @@ TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
   ASSERT_EQ(whole.exit_code, 0) << whole.err;
   const files after = folder();
 
-  fail_every_call([&](const program_result &result) {
+  fail_every_call(before, [&](const program_result &result, const files &left) {
     if (result.exit_code == 0) {
       EXPECT_EQ(result.out, whole.out);
       EXPECT_EQ(result.err, "");
-      EXPECT_TRUE(folder() == after);
+      EXPECT_TRUE(left == after);
       return;
     }
     EXPECT_EQ(result.exit_code, 2);
     expect_one_message(result.err);
     const bool is_report_lost = result.err == "chlist: standard output: Input/output error\n";
-    EXPECT_TRUE(folder() == before || (is_report_lost && folder() == after));
+    EXPECT_TRUE(left == before || (is_report_lost && left == after));
     EXPECT_TRUE(is_report_lost || result.out.empty()) << result.out;
   });
 }
@@ -116,10 +118,10 @@ class ChlistRefusals : public failing_commands {};
 TEST_P(ChlistRefusals, SaveTheInputWhateverFails) {
   ASSERT_EQ(run().exit_code, 2);
 
-  fail_every_call([&](const program_result &result) {
+  fail_every_call(before, [&](const program_result &result, const files &left) {
     EXPECT_EQ(result.exit_code, 2);
     EXPECT_EQ(tool_test::lines_of(result.err).size(), 1U) << result.err;
-    EXPECT_TRUE(folder() == before);
+    EXPECT_TRUE(left == before);
   });
 }
 
@@ -134,15 +136,14 @@ INSTANTIATE_TEST_SUITE_P(
 
 class ChlistEditFaults : public failing_commands {
  protected:
-  void expect_whole(const program_result &result, const files &after, files earlier) const {
+  void expect_whole(const program_result &result, const files &left, const files &after, files earlier) const {
     if (result.exit_code == 0) {
       EXPECT_EQ(result.err, "");
-      EXPECT_TRUE(folder() == after);
+      EXPECT_TRUE(left == after);
       return;
     }
     EXPECT_EQ(result.exit_code, 2);
     expect_one_message(result.err);
-    const files left = folder();
     if (left != after && left != earlier) {
       earlier["list.dat.bak"] = before.at("list.dat");
       EXPECT_TRUE(left == earlier);
@@ -155,12 +156,9 @@ TEST_P(ChlistEditFaults, LeaveTheFileWholeAndKeepThePreviousOne) {
   ASSERT_EQ(run().exit_code, 0);
   const files after = folder();
   ASSERT_TRUE(after.at("list.dat.bak") == before.at("list.dat"));
-  fs::remove(dir() + "list.dat.bak");
 
-  fail_every_call([&](const program_result &result) {
-    expect_whole(result, after, before);
-    fs::remove(dir() + "list.dat.bak");
-  });
+  fail_every_call(before,
+                  [&](const program_result &result, const files &left) { expect_whole(result, left, after, before); });
 }
 
 TEST_P(ChlistEditFaults, LeaveAnEarlierBackupWholeUntilANewOneIs) {
@@ -168,16 +166,9 @@ TEST_P(ChlistEditFaults, LeaveAnEarlierBackupWholeUntilANewOneIs) {
   const files after = folder();
   files earlier = before;
   earlier["list.dat.bak"] = {"an earlier list", after.at("list.dat.bak").second};
-  const auto put_backup = [&] {
-    test_support::write_file(dir() + "list.dat.bak", "an earlier list");
-    fs::permissions(dir() + "list.dat.bak", after.at("list.dat.bak").second);
-  };
-  put_backup();
 
-  fail_every_call([&](const program_result &result) {
-    expect_whole(result, after, earlier);
-    put_backup();
-  });
+  fail_every_call(earlier,
+                  [&](const program_result &result, const files &left) { expect_whole(result, left, after, earlier); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, ChlistEditFaults,

@@ -29,7 +29,7 @@ TEST_P(ChlistStreams, NeverMeetAFile) {
   for (const std::string in : {"", " <&-"}) {
     for (const std::string out : {"", " >&-", " >/dev/full"}) {
       for (const std::string err : {"", " 2>&-", " 2>/dev/full"}) {
-        write_inputs();
+        put(before, folder());
 
         const program_result result = run_with(in + out + err);
 

@@ -10,17 +10,17 @@ using namespace test_support;
 constexpr int empty_slot = -1;
 
 // The table as the numbers of the groups in its slots; the slot past the end is only there for the shift up.
-using order = std::vector<int>;
+using slot_order = std::vector<int>;
 
-order order_of(int num) {
-  order slots(MAX_FAV + 1, empty_slot);
+slot_order order_of(int num) {
+  slot_order slots(MAX_FAV + 1, empty_slot);
   for (int i = 0; i < num; ++i) {
     slots[static_cast<std::size_t>(i)] = i;
   }
   return slots;
 }
 
-void move_by_steps(order &slots, int num, int dest, int src) {
+void move_by_steps(slot_order &slots, int num, int dest, int src) {
   const auto at = [&slots](int index) { return slots.begin() + index; };
   const int saved = *at(src);
   std::move(at(src + 1), at(num), at(src));
@@ -68,7 +68,7 @@ class FavouriteGroupMoves : public favourite_test {
     }
     return slots_behind_count_are_zero(view_of(slot), MAX_FAV_NUM);
   }
-  ::testing::AssertionResult holds_all(const order &expected) {
+  ::testing::AssertionResult holds_all(const slot_order &expected) {
     for (int slot = 0; slot < MAX_FAV; ++slot) {
       if (!holds(slot, expected[static_cast<std::size_t>(slot)])) {
         return ::testing::AssertionFailure()
@@ -98,7 +98,7 @@ TEST_F(FavouriteGroupMoves, MoveAllThreePartsOfEveryGroup) {
     for (int dest = 0; dest < num; ++dest) {
       for (int src = 0; src < num; ++src) {
         fill_table(num);
-        order expected = order_of(num);
+        slot_order expected = order_of(num);
         move_by_steps(expected, num, dest, src);
 
         ASSERT_EQ(move(dest, src), 0);
@@ -115,7 +115,7 @@ TEST_F(FavouriteGroupMoves, FollowEachOther) {
   const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   for (const int num : {2, 7, 19, 20}) {
     fill_table(num);
-    order expected = order_of(num);
+    slot_order expected = order_of(num);
     for (int i = 0; i < 100; ++i) {
       const int dest = below(num);
       const int src = below(num);

@@ -12,13 +12,13 @@ namespace {
 using namespace test_support;
 using lines = std::vector<std::string>;
 
-constexpr std::uint16_t untouched = 0xBEEF;
+constexpr std::uint16_t untouched_value = 0xBEEF;
 
 class Promotion : public store_test {
  protected:
   void SetUp() override {
     store_test::SetUp();
-    positions_.fill(untouched);
+    positions_.fill(untouched_value);
   }
   int find() { return get_promo_channel_vindex(positions_.data(), &count_); }
   [[nodiscard]] std::uint16_t count() const { return count_; }
@@ -27,7 +27,7 @@ class Promotion : public store_test {
  private:
   // One more than there are promotion channels: nothing is ever written there.
   std::array<std::uint16_t, MAX_PROMO_CHANNEL + 1> positions_{};
-  std::uint16_t count_ = untouched;
+  std::uint16_t count_ = untouched_value;
 };
 
 TEST_F(Promotion, ChannelsAreFoundAtTheirPositionsInTheAllView) {
@@ -40,7 +40,7 @@ TEST_F(Promotion, ChannelsAreFoundAtTheirPositionsInTheAllView) {
   EXPECT_EQ(count(), 2);
   EXPECT_EQ(position(0), 4);
   EXPECT_EQ(position(1), 0);
-  EXPECT_EQ(position(2), untouched);
+  EXPECT_EQ(position(2), untouched_value);
 }
 
 TEST_F(Promotion, TheLaterOfTwoEntriesOfAServiceCounts) {
@@ -61,7 +61,7 @@ TEST_F(Promotion, AChannelThatTheAllViewLacksLeavesItsNumberAsItWas) {
   EXPECT_EQ(find(), 0);
 
   EXPECT_EQ(count(), 2);
-  EXPECT_EQ(position(0), untouched);
+  EXPECT_EQ(position(0), untouched_value);
   EXPECT_EQ(position(1), 0);
 }
 
@@ -71,7 +71,7 @@ TEST_F(Promotion, AnEmptyAllViewHasNoPositions) {
   EXPECT_EQ(find(), 0);
 
   EXPECT_EQ(count(), 1);
-  EXPECT_EQ(position(0), untouched);
+  EXPECT_EQ(position(0), untouched_value);
 }
 
 TEST_F(Promotion, EveryIdentifyingValueButTheTagAndTheNumbersCounts) {
@@ -95,7 +95,7 @@ TEST_F(Promotion, EveryIdentifyingValueButTheTagAndTheNumbersCounts) {
   find();
 
   for (std::size_t i = 0; i < 6; ++i) {
-    EXPECT_EQ(position(i), untouched) << i;
+    EXPECT_EQ(position(i), untouched_value) << i;
   }
   EXPECT_EQ(position(6), 0);
 }
@@ -110,11 +110,11 @@ TEST_F(Promotion, AFrequencyLessThan2500AwayIsTheSame) {
 
   find();
 
-  EXPECT_EQ(position(0), untouched);
+  EXPECT_EQ(position(0), untouched_value);
   for (std::size_t i = 1; i <= 5; ++i) {
     EXPECT_EQ(position(i), 0) << i;
   }
-  EXPECT_EQ(position(6), untouched);
+  EXPECT_EQ(position(6), untouched_value);
 }
 
 TEST_F(Promotion, EveryNumberOfChannelsUpTo10IsAnswered) {
@@ -126,7 +126,7 @@ TEST_F(Promotion, EveryNumberOfChannelsUpTo10IsAnswered) {
 
     EXPECT_EQ(count(), n);
     EXPECT_EQ(position(n - 1), static_cast<int>(n - 1));
-    EXPECT_EQ(position(n), untouched);
+    EXPECT_EQ(position(n), untouched_value);
   }
 }
 
@@ -139,7 +139,7 @@ TEST_F(Promotion, ANumberOfChannelsBelow1IsPassedOnAndNothingIsSought) {
     EXPECT_EQ(find(), 0);
 
     EXPECT_EQ(count(), static_cast<std::uint16_t>(number));
-    EXPECT_EQ(position(0), untouched);
+    EXPECT_EQ(position(0), untouched_value);
   }
 }
 
@@ -155,7 +155,7 @@ TEST_F(Promotion, ANumberOfChannelsAbove10IsReadAs10) {
 
     EXPECT_EQ(count(), 10);
     EXPECT_EQ(position(9), 9);
-    EXPECT_EQ(position(10), untouched);
+    EXPECT_EQ(position(10), untouched_value);
   }
 }
 
@@ -164,7 +164,7 @@ TEST_F(Promotion, ACountOfTheAllViewOutsideItsArrayIsReadAsTheNearestInside) {
   append_entry(VIEW_PROMOTION, list.vch[4999]);
   list.vnumber = -1;
   find();
-  EXPECT_EQ(position(0), untouched);
+  EXPECT_EQ(position(0), untouched_value);
 
   list.vnumber = 5001;
   find();
@@ -194,13 +194,13 @@ TEST_F(Promotion, ASearchWithoutPromotionChannelsLogsItselfAtLevel5) {
 TEST_F(Promotion, ASearchWithoutAPlaceForItsResultsIsRefused) {
   append_entry(VIEW_PROMOTION, entry_of(*file_service({}), 1));
   std::uint16_t out[MAX_PROMO_CHANNEL] = {};
-  std::uint16_t number = untouched;
+  std::uint16_t number = untouched_value;
   const lines refusal = {"ERROR: get_promo_channel_vindex:# out or count is null\n"};
 
   EXPECT_EQ(get_promo_channel_vindex(nullptr, &number), -1);
   EXPECT_EQ(get_promo_channel_vindex(out, nullptr), -1);
 
-  EXPECT_EQ(number, untouched);
+  EXPECT_EQ(number, untouched_value);
   EXPECT_EQ(writes_at(0, [&] { return get_promo_channel_vindex(nullptr, &number); }), refusal);
   EXPECT_EQ(writes_at(0, [&] { return get_promo_channel_vindex(out, nullptr); }), refusal);
 }

@@ -18,17 +18,17 @@ namespace {
 using namespace test_support;
 using ids = std::vector<int>;
 
-constexpr std::int16_t untouched = 7777;
+constexpr std::int16_t untouched_id = 7777;
 
 class ProvidersOfView : public store_test {
  protected:
-  ProvidersOfView() { out_.fill(untouched); }
+  ProvidersOfView() { out_.fill(untouched_id); }
 
   // The ids found, and beyond them nothing but -1 to the end of the 500.
   ids providers_of(std::int8_t view_type) {
     const int count = get_provider_id_by_service_type(view_type, out_.data());
     EXPECT_TRUE(std::all_of(out_.begin() + count, out_.begin() + MAX_PROVIDER, [](int id) { return id == -1; }));
-    EXPECT_EQ(out_.back(), untouched);
+    EXPECT_EQ(out_.back(), untouched_id);
     return {out_.begin(), out_.begin() + count};
   }
 
@@ -40,7 +40,7 @@ class ProvidersOfView : public store_test {
   }
 
   [[nodiscard]] bool out_is_untouched() const {
-    return std::all_of(out_.begin(), out_.end(), [](int id) { return id == untouched; });
+    return std::all_of(out_.begin(), out_.end(), [](int id) { return id == untouched_id; });
   }
 
   // The writes of the call, at a level.
@@ -127,11 +127,11 @@ TEST_F(ProvidersOfView, AnEmptyViewLeavesTheArrayAlone) {
   for (const int count : {0, -1}) {
     list.tv_vnumber = static_cast<std::int16_t>(count);
     std::array<std::int16_t, MAX_PROVIDER> out;
-    out.fill(untouched);
+    out.fill(untouched_id);
 
     EXPECT_EQ(get_provider_id_by_service_type(VIEW_TV, out.data()), 0);
 
-    EXPECT_TRUE(std::all_of(out.begin(), out.end(), [](int id) { return id == untouched; }));
+    EXPECT_TRUE(std::all_of(out.begin(), out.end(), [](int id) { return id == untouched_id; }));
     EXPECT_EQ(writes_of_call(5, VIEW_TV), lines{});
   }
   list.tv_vnumber = 0;
@@ -141,11 +141,11 @@ TEST_F(ProvidersOfView, AnUnknownViewLeavesTheArrayAloneAndIsWarnedOfByBothAcces
   for (const std::int8_t code : unknown_codes) {
     const std::string text = "unknown vch_type=" + std::to_string(code) + "\n";
     std::array<std::int16_t, MAX_PROVIDER> out;
-    out.fill(untouched);
+    out.fill(untouched_id);
 
     EXPECT_EQ(get_provider_id_by_service_type(code, out.data()), 0);
 
-    EXPECT_TRUE(std::all_of(out.begin(), out.end(), [](int id) { return id == untouched; }));
+    EXPECT_TRUE(std::all_of(out.begin(), out.end(), [](int id) { return id == untouched_id; }));
     EXPECT_EQ(writes_of_call(1, code),
               (lines{"WARNING: get_virtual_channel_st:# " + text, "WARNING: get_virtual_channel_vnumber:# " + text}));
     EXPECT_EQ(writes_of_call(0, code), lines{});

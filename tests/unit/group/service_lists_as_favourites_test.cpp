@@ -17,9 +17,6 @@ namespace {
 using namespace test_support;
 using ids = std::vector<int>;
 
-constexpr std::int8_t first_favourites = VIEW_FAVOURITE;
-constexpr std::int8_t second_favourites = VIEW_FAVOURITE + 1;
-
 int add_group(int fav_id, int kind, int kind_id, std::int8_t source = VIEW_TV) {
   return add_fav_ch_group(static_cast<std::int16_t>(fav_id), source, static_cast<std::int8_t>(kind),
                           static_cast<std::int16_t>(kind_id));

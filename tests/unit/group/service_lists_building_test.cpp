@@ -15,9 +15,6 @@ namespace {
 using namespace test_support;
 using ids = std::vector<int>;
 
-constexpr std::uint8_t to_work_view = 0;
-constexpr std::uint8_t make_current = 1;
-
 int build(int kind, int id, std::int8_t source = VIEW_TV, std::uint8_t current = to_work_view) {
   return create_service_by_group_list_id(static_cast<std::int8_t>(kind), static_cast<std::int16_t>(id), source,
                                          current);
@@ -33,11 +30,6 @@ ids built(int kind, int id, std::int8_t source = VIEW_TV) {
   EXPECT_EQ(build(kind, id, source), 0);
   EXPECT_TRUE(slots_behind_count_are_zero(VIEW_WORK, MAX_CHANNEL));
   return service_ids(VIEW_WORK);
-}
-
-std::string nothing_found(const std::string &id, int source) {
-  return "ERROR: create_service_by_group_list_id:# Can not find 'id " + id + "' 'service_type " +
-         std::to_string(source) + " \n";
 }
 
 class ServiceListsBuilding : public store_test {

@@ -17,11 +17,8 @@ namespace {
 using namespace test_support;
 using ids = std::vector<int>;
 
-constexpr std::int8_t first_favourites = VIEW_FAVOURITE;
-constexpr std::int8_t second_favourites = VIEW_FAVOURITE + 1;
-
-int list_favourites(int id, std::int8_t source = VIEW_TV, std::uint8_t make_current = 0) {
-  return create_service_by_group_list_id(GROUP_FAV, static_cast<std::int16_t>(id), source, make_current);
+int list_favourites(int id, std::int8_t source = VIEW_TV, std::uint8_t current = to_work_view) {
+  return create_service_by_group_list_id(GROUP_FAV, static_cast<std::int16_t>(id), source, current);
 }
 
 std::string copied(int walked, int favorite_id, int id, int index, int count) {

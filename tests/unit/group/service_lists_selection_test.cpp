@@ -2,6 +2,7 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -14,16 +15,15 @@ namespace {
 using namespace test_support;
 using ids = std::vector<int>;
 
-int select(int kind, int id, std::int8_t source = VIEW_TV, int make_current = 1) {
+int select(int kind, int id, std::int8_t source = VIEW_TV, std::uint8_t current = make_current) {
   return create_service_by_group_list_id(static_cast<std::int8_t>(kind), static_cast<std::int16_t>(id), source,
-                                         static_cast<std::uint8_t>(make_current));
+                                         current);
 }
 
 lines writes_of_selecting(int level, int kind, int id, std::int8_t source = VIEW_TV) {
   return writes_at(level, [=] { return select(kind, id, source); });
 }
 
-const std::string nothing_found = "ERROR: create_service_by_group_list_id:# Can not find 'id 0063' 'service_type 1 \n";
 const std::string user_view_refused = "WARNING: change_vindex_type:# channel_list.user_vnumber 0 \n";
 
 class ServiceListsSelection : public store_test {};
@@ -52,13 +52,13 @@ TEST_F(ServiceListsSelection, TheWorkViewIsLeftAlone) {
 }
 
 TEST_F(ServiceListsSelection, EveryOtherValueThan0MakesTheListCurrent) {
-  for (const int value : {1, 2, 128, 255}) {
+  for (const std::uint8_t value : std::to_array<std::uint8_t>({1, 2, 128, 255})) {
     reset_channel_list();
     show({.service_id = 1, .genre = 1}, {VIEW_TV});
 
     select(GROUP_GENRE, 1, VIEW_TV, value);
 
-    EXPECT_EQ(get_vindex_type(), VIEW_USER) << value;
+    EXPECT_EQ(get_vindex_type(), VIEW_USER) << int{value};
   }
 }
 
@@ -135,8 +135,8 @@ TEST_F(ServiceListsSelection, AnEmptyListIsRecordedAndTheUserViewRefused) {
 TEST_F(ServiceListsSelection, AnEmptyListIsReportedBeforeTheSwitchIsRefused) {
   show({.service_id = 1, .genre = 1}, {VIEW_TV});
 
-  EXPECT_EQ(writes_of_selecting(1, GROUP_GENRE, 0x63), (lines{nothing_found, user_view_refused}));
-  EXPECT_EQ(writes_of_selecting(0, GROUP_GENRE, 0x63), lines{nothing_found});
+  EXPECT_EQ(writes_of_selecting(1, GROUP_GENRE, 0x63), (lines{nothing_found("0063", VIEW_TV), user_view_refused}));
+  EXPECT_EQ(writes_of_selecting(0, GROUP_GENRE, 0x63), lines{nothing_found("0063", VIEW_TV)});
 }
 
 TEST_F(ServiceListsSelection, TheUserViewBuiltFromItselfIsEmpty) {

@@ -6,6 +6,9 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::in_version;
@@ -29,14 +32,23 @@ class EarlierVersionLog : public test_support::file_test, public ::testing::With
     struct {
       std::size_t at, width;
       std::uint64_t value;
-    } const fields[] = {{250, 1, 0x1A}, {252, 2, 0x2B}, {254, 2, 0x3C3C},
-                        {256, 1, 0x4D}, {258, 2, 0x5E}, {224, 8, 0x1'0000'0000}};
+    } const fields[] = {{service_field::video_tag, 1, 0x1A},       {service_field::video_pid, 2, 0x2B},
+                        {service_field::video_ecm_pid, 2, 0x3C3C}, {service_field::audio_tag, 1, 0x4D},
+                        {service_field::audio_pid, 2, 0x5E},       {service_field::frequency, 8, 0x1'0000'0000}};
     for (const auto &[at, width, value] : fields) {
       file.set_last(record_kind::service, at, width, value);
     }
     file.transponder(0x304, 12'000'000, 0).network(2, 0x102, "Second");
-    file.set(4, 2, 0xFFFE).set(6, 1, 3).set(7, 1, 0xFF).set(8, 1, 0xFE).set(80'100, 2, 12);
-    return file.set(200'112, 2, 11).set(296'116, 2, 22).set(320'120, 2, 33).set(459'364, 2, 44).set(459'608, 2, 55);
+    file.set(list_field::bouquet_id, 2, 0xFFFE)
+        .set(list_field::use_group_list, 1, 3)
+        .set(list_field::service_type, 1, 0xFF)
+        .set(list_field::net_index, 1, 0xFE)
+        .set(list_field::vch_type, 2, 12);
+    return file.set(list_field::vnumber, 2, 11)
+        .set(list_field::tv_vnumber, 2, 22)
+        .set(list_field::radio_vnumber, 2, 33)
+        .set(list_field::user_vnumber, 2, 44)
+        .set(list_field::promo_vnumber, 2, 55);
   }
 
   owned_list read(const channel_file &file) {
@@ -119,14 +131,14 @@ TEST_P(EarlierVersionLog, NamesGroupKindsAndViews) {
   lines expected;
 
   for (const auto &[code, name] : kinds) {
-    owned_list(read(file.set(6, 1, static_cast<std::uint64_t>(code)))).reset();
+    owned_list(read(file.set(list_field::use_group_list, 1, static_cast<std::uint64_t>(code)))).reset();
     expected.push_back("load \tuse_group_list : '" + std::string(name) + "'\n");
   }
   EXPECT_EQ(log.writes_with("load \tuse_group_list"), expected);
 
   expected.assign(std::size(kinds), "load \tvch_type : 'ALL CH'\n");
   for (const auto &[code, name] : views) {
-    owned_list(read(file.set(80'100, 2, static_cast<std::uint64_t>(code)))).reset();
+    owned_list(read(file.set(list_field::vch_type, 2, static_cast<std::uint64_t>(code)))).reset();
     expected.push_back("load \tvch_type : '" + std::string(name) + "'\n");
   }
   EXPECT_EQ(log.writes_with("load \tvch_type"), expected);
@@ -135,7 +147,7 @@ TEST_P(EarlierVersionLog, NamesGroupKindsAndViews) {
 TEST_P(EarlierVersionLog, PrintsANameThatFillsItsField) {
   const std::string name(64, 'n');
   channel_file file;
-  file.network(1, 1, name).set_last(record_kind::network, 76, 2, 0);
+  file.network(1, 1, name).set_last(record_kind::network, network_field::tp_num, 2, 0);
   const log_capture log(3);
 
   const owned_list read_list = read(file);

@@ -9,6 +9,10 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
+namespace transponder_field = test_support::transponder_field;
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::in_version;
@@ -104,7 +108,7 @@ void fill_with_pattern(old_file &file) {
 }
 
 std::size_t count_at(record_kind kind) {
-  constexpr std::size_t places[] = {459'610, 76, 18, 0};
+  constexpr std::size_t places[] = {list_field::network_num, network_field::tp_num, transponder_field::rch_num, 0};
   return places[static_cast<std::size_t>(kind)];
 }
 
@@ -196,7 +200,7 @@ TEST_P(EarlierVersion, GivesEveryEntryOfEveryView) {
 
 TEST_P(EarlierVersion, KeepsTheCountryOfEveryService) {
   channel_file file = small_file();
-  file.set_last(record_kind::service, 210, 2, 77);
+  file.set_last(record_kind::service, service_field::country_id, 2, 77);
 
   const owned_list read_list = read(file);
 
@@ -233,7 +237,7 @@ TEST_P(EarlierVersion, TrustsNoPointerOfTheFile) {
 TEST_P(EarlierVersion, IsNotLookedForInTheFile) {
   for (const int number : {7, 8, 9, 10, 0, -1, 32'767, -32'768}) {
     old_file file = in_version(GetParam(), small_file());
-    test_support::put(file.data, 0, 2, static_cast<std::uint64_t>(number));
+    test_support::put(file.data, list_field::version, 2, static_cast<std::uint64_t>(number));
 
     const owned_list read_list = read(file.data);
 
@@ -245,7 +249,11 @@ TEST_P(EarlierVersion, IsNotLookedForInTheFile) {
 
 TEST_P(EarlierVersion, LeavesCountsOutsideTheirArraysAsTheyAre) {
   channel_file file;
-  file.set(52'012, 2, 501).set(80'098, 2, 0x8000).set(200'112, 2, 0xFFFF).set(459'608, 2, 11).set(339'324, 2, 32'767);
+  file.set(list_field::provider_num, 2, 501)
+      .set(list_field::favorite_group_num, 2, 0x8000)
+      .set(list_field::vnumber, 2, 0xFFFF)
+      .set(list_field::promo_vnumber, 2, 11)
+      .set(list_field::favorite_vnumber, 2, 32'767);
 
   const owned_list read_list = read(file);
 

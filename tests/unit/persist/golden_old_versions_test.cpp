@@ -7,6 +7,7 @@
 
 namespace {
 
+namespace service_field = test_support::service_field;
 using test_support::bytes;
 using test_support::expect_same_bytes;
 using test_support::log_capture;
@@ -82,7 +83,7 @@ TEST_P(GoldenOldVersion, IsSavedAsItWasRepairedAfterALoad) {
                                          460'032 + 2 * 416 + 2 * 336 + 2 * 312, 460'032 + 2 * 416 + 3 * 336 + 3 * 312,
                                          460'032 + 2 * 416 + 3 * 336 + 4 * 312};
   for (const std::size_t at : services_at) {
-    test_support::put(expected, at + 210, 2, 0);
+    test_support::put(expected, at + service_field::country_id, 2, 0);
   }
   expect_same_bytes(save(), expected);
 }

@@ -6,6 +6,9 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
 using test_support::array_place;
 using test_support::channel_file;
 using test_support::file_test;
@@ -14,9 +17,6 @@ using test_support::record_kind;
 using test_support::service_data;
 using test_support::write_file;
 using lines = std::vector<std::string>;
-
-constexpr std::size_t network_num_at = 459'610;
-constexpr std::size_t tp_num_at = 76;
 
 class CountOutsideItsArray : public file_test {
  protected:
@@ -102,7 +102,7 @@ TEST_F(CountOutsideItsArray, OfFavouriteGroupsIsTheLowByteOfItsField) {
 TEST_F(CountOutsideItsArray, IsNotReportedBelowLevelZero) {
   const log_capture log(-1);
 
-  load(quiet_file().set(200'112, 2, 5001).data);
+  load(quiet_file().set(list_field::vnumber, 2, 5001).data);
 
   EXPECT_EQ(log.writes(), lines{});
   EXPECT_EQ(list.vnumber, 5000);
@@ -110,7 +110,7 @@ TEST_F(CountOutsideItsArray, IsNotReportedBelowLevelZero) {
 
 TEST_F(CountOutsideItsArray, IsBroughtInBeforeTheViewBecomesCurrent) {
 
-  load(quiet_file().set(296'116, 2, 0xFFFF).set(80'100, 2, VIEW_TV).data);
+  load(quiet_file().set(list_field::tv_vnumber, 2, 0xFFFF).set(list_field::vch_type, 2, VIEW_TV).data);
 
   EXPECT_EQ(list.vch_type, VIEW_ALL);
   EXPECT_EQ(list.tv_vnumber, 0);
@@ -119,7 +119,7 @@ TEST_F(CountOutsideItsArray, IsBroughtInBeforeTheViewBecomesCurrent) {
 TEST_F(CountOutsideItsArray, OfGenresLetsTheSideFileIn) {
   write_file(path("genre.dat"), test_support::side_file(50, 2, "Genre"));
 
-  load(quiet_file().set(57'214, 2, 0xFFFF).data);
+  load(quiet_file().set(list_field::genre_num, 2, 0xFFFF).data);
 
   EXPECT_EQ(list.genre_num, 2);
   EXPECT_STREQ(list.genre[1].name, "Genre 1");
@@ -129,7 +129,7 @@ class UnterminatedText : public file_test {};
 
 TEST_F(UnterminatedText, OfANetworkEndsWithItsField) {
   channel_file file;
-  file.network(1, 1, std::string(64, 'n')).set_last(record_kind::network, tp_num_at + 2, 2, 0x7878);
+  file.network(1, 1, std::string(64, 'n')).set_last(record_kind::network, network_field::reserved_78, 2, 0x7878);
   const log_capture log(2);
 
   load(file.data);
@@ -152,7 +152,7 @@ TEST_F(UnterminatedText, OfServicesIsSortedByItsField) {
 
 TEST_F(UnterminatedText, OfServicesAndGroupsIsPrintedWithinItsField) {
   channel_file file;
-  file.service({.name = std::string(96, 's')}).set_last(record_kind::service, 105, 1, 'x');
+  file.service({.name = std::string(96, 's')}).set_last(record_kind::service, service_field::behind_name, 1, 'x');
   file.group(GROUP_PROVIDER, 1, std::string(98, 'p')).group(GROUP_GENRE, 1, "x").group(GROUP_COUNTRY, 1, "x");
   load(file.data);
   const log_capture log(2);
@@ -169,7 +169,7 @@ class NoiseInPlaceOfAFile : public file_test {};
 TEST_F(NoiseInPlaceOfAFile, OfOnesOnlyLoadsAsAnEmptyListOfVersionMinusOne) {
   channel_file file;
   std::ranges::fill(file.data, '\xFF');
-  file.set(network_num_at, 2, 0);
+  file.set(list_field::network_num, 2, 0);
 
   EXPECT_EQ(load(file.data), -1);
 

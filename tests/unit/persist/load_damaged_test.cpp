@@ -9,21 +9,19 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace transponder_field = test_support::transponder_field;
 using test_support::channel_file;
 using test_support::fd_capture;
 using test_support::file_test;
 using test_support::log_capture;
+using test_support::no_countries;
+using test_support::no_genres;
 using test_support::record_kind;
 using test_support::record_place;
 using test_support::write_file;
 using lines = std::vector<std::string>;
-
-constexpr std::size_t network_num_at = 459'610;
-constexpr std::size_t tp_num_at = 76;
-constexpr std::size_t rch_num_at = 18;
-
-const std::string no_genres = "ERROR: load_group_list:# Fail to open 'genre.dat'\n";
-const std::string no_countries = "ERROR: load_group_list:# Fail to open 'country.dat'\n";
 
 class DamagedFile : public file_test {
  protected:
@@ -132,18 +130,18 @@ TEST_F(DamagedFile, IsForgottenByTheNextLoad) {
 
 TEST_F(DamagedFile, MayClaimMoreRecordsThanItHolds) {
   for (const unsigned claim : {3U, 255U, 0xFFFFU}) {
-    expect_refused(whole_file().set(network_num_at, 2, claim).data, record_kind::network, "network_num");
-    expect_refused(whole_file().set_last(record_kind::network, tp_num_at, 2, claim).data, record_kind::transponder,
-                   "tp_num");
-    expect_refused(whole_file().set_last(record_kind::transponder, rch_num_at, 2, claim).data, record_kind::service,
-                   "rch_num");
+    expect_refused(whole_file().set(list_field::network_num, 2, claim).data, record_kind::network, "network_num");
+    expect_refused(whole_file().set_last(record_kind::network, network_field::tp_num, 2, claim).data,
+                   record_kind::transponder, "tp_num");
+    expect_refused(whole_file().set_last(record_kind::transponder, transponder_field::rch_num, 2, claim).data,
+                   record_kind::service, "rch_num");
   }
 }
 
 // Records out of frame are read as whatever their bytes say: a claim in the middle swallows the records behind it.
 TEST_F(DamagedFile, MayClaimMoreServicesInTheMiddle) {
   channel_file file = whole_file();
-  file.set(file.records[2].offset + rch_num_at, 2, 0xFFFF);
+  file.set(file.records[2].offset + transponder_field::rch_num, 2, 0xFFFF);
 
   expect_refused(file.data, record_kind::service, "rch_num of the first transponder");
 }

@@ -6,15 +6,15 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
 using test_support::channel_file;
 using test_support::file_test;
 using test_support::log_capture;
+using test_support::no_countries;
+using test_support::no_genres;
 using test_support::side_file;
 using test_support::write_file;
 using lines = std::vector<std::string>;
-
-const std::string no_genres = "ERROR: load_group_list:# Fail to open 'genre.dat'\n";
-const std::string no_countries = "ERROR: load_group_list:# Fail to open 'country.dat'\n";
 
 class LoadedGroups : public file_test {
  protected:
@@ -94,7 +94,7 @@ TEST_F(LoadedGroups, ComeAlsoWithAShortChannelFile) {
   write_genres(3);
   write_countries(4);
 
-  EXPECT_EQ(load(file_with_tables().set(459'610, 2, 1).data), -1);
+  EXPECT_EQ(load(file_with_tables().set(list_field::network_num, 2, 1).data), -1);
   EXPECT_EQ(list.genre_num, 3);
   EXPECT_STREQ(list.genre[0].name, "Genre 0");
   EXPECT_EQ(list.country_num, 4);

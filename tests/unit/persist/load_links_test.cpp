@@ -4,6 +4,7 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
 using test_support::channel_file;
 using test_support::file_test;
 using test_support::log_capture;
@@ -41,7 +42,7 @@ TEST_F(LoadedLinks, PointEveryEntryOfEveryViewToItsService) {
   for (const auto &view : test_support::view_places()) {
     file.entry(view.code, present, 1);
   }
-  file.set(80'098, 2, 20);
+  file.set(list_field::favorite_group_num, 2, 20);
   const log_capture log(0);
 
   load(file.data);
@@ -60,7 +61,7 @@ TEST_F(LoadedLinks, ReportEveryEntryWithoutServiceAndKeepIt) {
   for (const int view : {0, 1, 2, 3, 5, 10, 11, 12}) {
     file.entry(view, absent, 2);
   }
-  file.set(80'098, 2, 2);
+  file.set(list_field::favorite_group_num, 2, 2);
   const log_capture log(0);
 
   EXPECT_EQ(load(file.data), 10);
@@ -85,7 +86,7 @@ TEST_F(LoadedLinks, AreNotReportedBelowLevelZero) {
 
 TEST_F(LoadedLinks, ReachOneFavouriteViewPastTheLastGroup) {
   channel_file file = file_with_groups();
-  file.service(present).set(80'098, 2, 2);
+  file.service(present).set(list_field::favorite_group_num, 2, 2);
   file.entry(11, present, 1).entry(12, present, 1).entry(13, present, 1);
 
   load(file.data);
@@ -98,7 +99,7 @@ TEST_F(LoadedLinks, ReachOneFavouriteViewPastTheLastGroup) {
 TEST_F(LoadedLinks, FindNoViewPastAFullTableOfGroups) {
   const log_capture log(1);
 
-  load(file_with_groups().service(present).entry(29, present, 1).set(80'098, 2, 20).data);
+  load(file_with_groups().service(present).entry(29, present, 1).set(list_field::favorite_group_num, 2, 20).data);
 
   EXPECT_EQ(log.writes(), (lines{"WARNING: get_virtual_channel_st:# unknown vch_type=30\n",
                                  "WARNING: get_virtual_channel_vnumber:# unknown vch_type=30\n"}));

@@ -6,6 +6,8 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace service_field = test_support::service_field;
 using test_support::channel_file;
 using test_support::record_kind;
 
@@ -46,7 +48,8 @@ TEST_F(LoadedRecords, KeepsNetworksTranspondersAndServicesInFileOrder) {
 
 TEST_F(LoadedRecords, ResetsTheCountryOfEveryService) {
   channel_file file = small_file();
-  file.set_last(record_kind::service, 210, 2, 77).set_last(record_kind::service, 212, 2, 78);
+  file.set_last(record_kind::service, service_field::country_id, 2, 77)
+      .set_last(record_kind::service, service_field::genre_id, 2, 78);
 
   load(file.data);
 
@@ -94,7 +97,7 @@ TEST_F(LoadedRecords, IgnoresBytesBehindTheLastService) {
 
 TEST_F(LoadedRecords, ReadsOnlyAsManyNetworksAsTheListCounts) {
   channel_file file = small_file();
-  file.network(2, 2, "Not counted").set(459'610, 2, 1);
+  file.network(2, 2, "Not counted").set(list_field::network_num, 2, 1);
 
   EXPECT_EQ(load(file.data), 10);
   EXPECT_EQ(list.network_num, 1);

@@ -10,6 +10,8 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace service_field = test_support::service_field;
 using test_support::channel_file;
 using test_support::fd_capture;
 using test_support::log_capture;
@@ -28,7 +30,7 @@ TEST_F(LoadChannel, ReturnsTheVersionOfTheFile) {
 TEST_F(LoadChannel, ReturnsAnyVersionWithItsSignAndReadsTheCurrentLayout) {
   for (const int version : {0, 1, 7, 9, 11, 255, 32767, -1, -2, -32768}) {
     reset_channel_list();
-    EXPECT_EQ(load(small_file().set(0, 2, static_cast<std::uint64_t>(version)).data), version);
+    EXPECT_EQ(load(small_file().set(list_field::version, 2, static_cast<std::uint64_t>(version)).data), version);
     EXPECT_EQ(list.version, version);
     EXPECT_NE(get_channel_st(1, 0x102, 0x203, 11'000'000, 8, 1), nullptr);
   }
@@ -123,10 +125,12 @@ TEST_F(LoadChannel, TellsItsStepsAtLevelTwo) {
 
 TEST_F(LoadChannel, TellsEveryRecordAtLevelThree) {
   channel_file file = small_file();
-  file.set_last(record_kind::service, 224, 8, 0x1'0000'0001);
-  file.set_last(record_kind::service, 250, 1, 0xA1).set_last(record_kind::service, 252, 2, 0xA2A3);
-  file.set_last(record_kind::service, 254, 2, 0xA4).set_last(record_kind::service, 256, 1, 0xA5);
-  file.set_last(record_kind::service, 258, 2, 0xFFFF);
+  file.set_last(record_kind::service, service_field::frequency, 8, 0x1'0000'0001);
+  file.set_last(record_kind::service, service_field::video_tag, 1, 0xA1)
+      .set_last(record_kind::service, service_field::video_pid, 2, 0xA2A3);
+  file.set_last(record_kind::service, service_field::video_ecm_pid, 2, 0xA4)
+      .set_last(record_kind::service, service_field::audio_tag, 1, 0xA5);
+  file.set_last(record_kind::service, service_field::audio_pid, 2, 0xFFFF);
   const log_capture log(3);
 
   load(file.data);
@@ -168,9 +172,12 @@ TEST_F(LoadChannel, LinksThenSortsThenLooksForGroupsThenTellsItsStatus) {
 
 TEST_F(LoadChannel, NamesTheSettingsOfTheFileInItsStatus) {
   channel_file file = small_file();
-  file.set(4, 2, 0x1234).set(6, 1, 5).set(7, 1, 2).set(8, 1, 0x55);
+  file.set(list_field::bouquet_id, 2, 0x1234)
+      .set(list_field::use_group_list, 1, 5)
+      .set(list_field::service_type, 1, 2)
+      .set(list_field::net_index, 1, 0x55);
   file.entry(VIEW_TV, first, 1).entry(VIEW_RADIO, first, 1).entry(VIEW_RADIO, second, 1);
-  file.entry(VIEW_PROMOTION, first, 1).entry(VIEW_USER, first, 1).set(80'100, 2, VIEW_USER);
+  file.entry(VIEW_PROMOTION, first, 1).entry(VIEW_USER, first, 1).set(list_field::vch_type, 2, VIEW_USER);
   for (int i = 0; i < 2; ++i) {
     file.entry(VIEW_USER, second, 2).entry(VIEW_PROMOTION, second, 2).entry(VIEW_PROMOTION, first, 1);
   }

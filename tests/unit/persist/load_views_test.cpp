@@ -4,13 +4,13 @@
 
 namespace {
 
+namespace group_field = test_support::group_field;
+namespace list_field = test_support::list_field;
 using test_support::channel_file;
 using test_support::file_test;
 using test_support::log_capture;
 using test_support::majors;
 using lines = std::vector<std::string>;
-
-constexpr std::size_t vch_type_at = 80'100;
 
 channel_file file_without_views() {
   channel_file file;
@@ -34,8 +34,12 @@ class LoadedCurrentView : public file_test {
     if (filled_view != VIEW_ALL) {
       fill(file, filled_view);
     }
-    file.set(3, 1, 0x33).set(6, 1, GROUP_GENRE).set(7, 1, 0x44).set(8, 1, 0x55).set(10, 2, 0x66);
-    return file.set(vch_type_at, 2, static_cast<std::uint64_t>(current));
+    file.set(list_field::ch_type, 1, 0x33)
+        .set(list_field::use_group_list, 1, GROUP_GENRE)
+        .set(list_field::service_type, 1, 0x44)
+        .set(list_field::net_index, 1, 0x55)
+        .set(list_field::sub_group_id, 2, 0x66);
+    return file.set(list_field::vch_type, 2, static_cast<std::uint64_t>(current));
   }
 
   void expect_current(int code, int array_of) const {
@@ -91,7 +95,9 @@ TEST_F(LoadedCurrentView, IsAFavouriteGroup) {
   for (const int view : {10, 12, 29}) {
     reset_channel_list();
     channel_file file = file_with(view, view);
-    file.set(78'018 + static_cast<std::size_t>(view - 10) * 104 + 2, 2, 0x123);
+    file.set(list_field::favorite_group + static_cast<std::size_t>(view - 10) * test_support::group_size +
+                 group_field::id,
+             2, 0x123);
     load(file.data);
 
     expect_current(view, view);

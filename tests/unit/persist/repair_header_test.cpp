@@ -7,6 +7,8 @@
 
 namespace {
 
+namespace group_field = test_support::group_field;
+namespace list_field = test_support::list_field;
 using test_support::array_place;
 using test_support::bytes;
 using test_support::channel_file;
@@ -17,19 +19,24 @@ using lines = std::vector<std::string>;
 channel_file filled_file() {
   channel_file file;
   std::fill(file.data.begin(), file.data.end(), '\x5A');
-  file.set(459'610, 2, 0);
+  file.set(list_field::network_num, 2, 0);
   for (const std::vector<array_place> &places : {test_support::view_places(), test_support::group_places()}) {
     for (const array_place &place : places) {
       file.set(place.count, 2, 0);
     }
   }
-  return file.set(80'100, 2, 0);
+  return file.set(list_field::vch_type, 2, 0);
 }
 
 class RepairedSettings : public test_support::repair_test {};
 
 TEST_P(RepairedSettings, AreThoseOfTheFile) {
-  ASSERT_EQ(repair(filled_file().set(6, 1, 6).set(7, 1, 0x87).set(8, 1, 0x88).set(10, 2, 0x898A)), 0);
+  ASSERT_EQ(repair(filled_file()
+                       .set(list_field::use_group_list, 1, 6)
+                       .set(list_field::service_type, 1, 0x87)
+                       .set(list_field::net_index, 1, 0x88)
+                       .set(list_field::sub_group_id, 2, 0x898A)),
+            0);
 
   EXPECT_EQ(list.use_group_list, 6);
   EXPECT_EQ(list.service_type, static_cast<std::int8_t>(0x87));
@@ -39,7 +46,7 @@ TEST_P(RepairedSettings, AreThoseOfTheFile) {
 
 TEST_P(RepairedSettings, TakeTheTunerFromVersionNineOnly) {
   for (const int tuner : {0, 1, 127, 128, 255}) {
-    ASSERT_EQ(repair(filled_file().set(2, 1, static_cast<std::uint64_t>(tuner))), 0);
+    ASSERT_EQ(repair(filled_file().set(list_field::use_tuner, 1, static_cast<std::uint64_t>(tuner))), 0);
 
     EXPECT_EQ(list.use_tuner, GetParam().number == 9 ? static_cast<std::int8_t>(tuner) : -1);
   }
@@ -67,7 +74,7 @@ TEST_P(RepairedSettings, AreAllThatIsCarriedOfAListWithoutGroupsViewsAndNetworks
 TEST_P(RepairedSettings, TakeTheViewCodeAsItIsAndSwitchNoView) {
   for (const int code : {0, 1, 2, 3, 4, 5, 9, 10, 29, 30, -1, 32'767, -32'768}) {
     const log_capture log(1);
-    ASSERT_EQ(repair(filled_file().set(80'100, 2, static_cast<std::uint64_t>(code))), 0);
+    ASSERT_EQ(repair(filled_file().set(list_field::vch_type, 2, static_cast<std::uint64_t>(code))), 0);
 
     EXPECT_EQ(list.vch_type, code);
     EXPECT_EQ(list.cur_vch, list.vch);
@@ -103,7 +110,7 @@ bytes old_group(int number) {
   for (std::size_t i = 0; i < image.size(); ++i) {
     image[i] = static_cast<char>(1 + (static_cast<std::size_t>(number) * 13 + i * 7) % 255);
   }
-  test_support::put(image, 2, 2, static_cast<std::uint64_t>(number + 1000));
+  test_support::put(image, group_field::id, 2, static_cast<std::uint64_t>(number + 1000));
   return image;
 }
 
@@ -149,7 +156,9 @@ TEST_P(RepairedGroups, AreAsManyAsTheFileCounts) {
 
 TEST_P(RepairedGroups, HoldEveryFieldOfAGroup) {
   channel_file file;
-  file.group(GROUP_GENRE, -2, std::string(98, 'n')).set(52'014, 2, 0x1234).set(52'014 + 4, 2, 0xFFFF);
+  file.group(GROUP_GENRE, -2, std::string(98, 'n'))
+      .set(list_field::genre, 2, 0x1234)
+      .set(list_field::genre + group_field::name_len, 2, 0xFFFF);
   ASSERT_EQ(repair(file), 0);
 
   EXPECT_EQ(list.genre[0].reserved_0, 0x34);

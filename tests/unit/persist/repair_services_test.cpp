@@ -5,6 +5,9 @@
 
 namespace {
 
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
+namespace transponder_field = test_support::transponder_field;
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::log_capture;
@@ -105,8 +108,8 @@ TEST_P(RepairedServices, HoldEveryFieldByItsName) {
 TEST_P(RepairedServices, TakeTheProviderFromTheGenre) {
   ASSERT_EQ(repair(channel_file()
                        .service({})
-                       .set_last(record_kind::service, 212, 2, 3)
-                       .set_last(record_kind::service, 214, 2, 5)),
+                       .set_last(record_kind::service, service_field::genre_id, 2, 3)
+                       .set_last(record_kind::service, service_field::provider_id, 2, 5)),
             0);
 
   EXPECT_EQ(every_service()[0]->genre_id, 3);
@@ -132,11 +135,15 @@ TEST_P(RepairedServices, KeepTheirOrder) {
 TEST_P(RepairedServices, BringNetworksAndTranspondersOfTheirIdentityWithThem) {
   channel_file file;
   file.network(5, 0x55, "Named so").transponder(0x66, 9'000'000, 1);
-  file.set_last(record_kind::network, 9, 1, 0xFF).set_last(record_kind::network, 88, 8, ~0ULL);
-  file.set_last(record_kind::transponder, 10, 2, 0xFFFF).set_last(record_kind::transponder, 32, 8, ~0ULL);
+  file.set_last(record_kind::network, network_field::reserved_9, 1, 0xFF)
+      .set_last(record_kind::network, network_field::reserved_88, 8, ~0ULL);
+  file.set_last(record_kind::transponder, transponder_field::reserved_10, 2, 0xFFFF)
+      .set_last(record_kind::transponder, transponder_field::reserved_32, 8, ~0ULL);
   file.service({.net_index = 5, .network_id = 0x55, .ts_id = 0x66, .frequency = 9'000'000, .polarisation = 1});
-  file.set_last(record_kind::service, 216, 1, 6).set_last(record_kind::service, 240, 2, 0x77);
-  file.set_last(record_kind::service, 224, 8, 0x1'0000'2710).set_last(record_kind::service, 234, 2, 0x88);
+  file.set_last(record_kind::service, service_field::net_index, 1, 6)
+      .set_last(record_kind::service, service_field::network_id, 2, 0x77);
+  file.set_last(record_kind::service, service_field::frequency, 8, 0x1'0000'2710)
+      .set_last(record_kind::service, service_field::ts_id, 2, 0x88);
   ASSERT_EQ(repair(file), 0);
 
   ASSERT_EQ(list.network_num, 1);
@@ -158,7 +165,10 @@ TEST_P(RepairedServices, BringNetworksAndTranspondersOfTheirIdentityWithThem) {
 
 TEST_P(RepairedServices, CarryWholeNetworkNames) {
   const std::string name(64, 'n');
-  ASSERT_EQ(repair(channel_file().network(1, 1, name).set_last(record_kind::network, 76, 2, 0).service({})), 0);
+  ASSERT_EQ(
+      repair(
+          channel_file().network(1, 1, name).set_last(record_kind::network, network_field::tp_num, 2, 0).service({})),
+      0);
 
   EXPECT_EQ(std::string(test_support::networks()[0]->network_name, 64), name);
 }
@@ -209,7 +219,8 @@ TEST_P(RepairedServices, AreFiledOnce) {
 
 TEST_P(RepairedServices, MayBeUnset) {
   channel_file file = channel_file().service({.service_id = 0xFFFF, .name = ""});
-  ASSERT_EQ(repair(file.set_last(record_kind::service, 260, 2, 0xFFFF).set_last(record_kind::service, 286, 2, 0xFFFF)),
+  ASSERT_EQ(repair(file.set_last(record_kind::service, service_field::reserved_pid, 2, 0xFFFF)
+                       .set_last(record_kind::service, service_field::reserved_id, 2, 0xFFFF)),
             0);
 
   EXPECT_EQ(every_service()[0]->service_id, 0xFFFF);

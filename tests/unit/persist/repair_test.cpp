@@ -8,6 +8,7 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::initialised_list;
@@ -119,7 +120,7 @@ TEST_P(Repair, RebuildsTheList) {
 TEST_P(Repair, TakesTheVersionFromItsCallerAndNotFromTheFile) {
   for (const int number : {6, 7, 8, 9, 10, -1}) {
     bytes file = in_version(small_file());
-    test_support::put(file, 0, 2, static_cast<std::uint64_t>(number));
+    test_support::put(file, list_field::version, 2, static_cast<std::uint64_t>(number));
 
     EXPECT_EQ(repair(file), 0);
 
@@ -210,7 +211,10 @@ TEST_P(Repair, TellsAnEntryOfTheWorkViewAtNoOtherLevelThanZero) {
 
 TEST_P(Repair, TellsTheOldListAtLevelTwo) {
   channel_file file = small_file();
-  file.set(2, 1, 0x81).set(3, 1, 0x82).set(4, 2, 0xFFFE).set(80'100, 2, 29);
+  file.set(list_field::use_tuner, 1, 0x81)
+      .set(list_field::ch_type, 1, 0x82)
+      .set(list_field::bouquet_id, 2, 0xFFFE)
+      .set(list_field::vch_type, 2, 29);
   // The reader speaks for itself.
   write_file(path(), in_version(file));
   const lines of_reader =
@@ -254,7 +258,7 @@ TEST_P(Repair, NamesTheOldView) {
                                                {3, "USER CH"}, {4, "NONE"},   {9, "NONE"},  {10, "FAV CH"},
                                                {29, "FAV CH"}, {30, "NONE"}};
   for (const auto &[code, name] : views) {
-    const bytes file = in_version(channel_file().set(80'100, 2, static_cast<std::uint64_t>(code)));
+    const bytes file = in_version(channel_file().set(list_field::vch_type, 2, static_cast<std::uint64_t>(code)));
     const log_capture log(2);
 
     repair(file);

@@ -7,6 +7,8 @@
 
 namespace {
 
+namespace entry_field = test_support::entry_field;
+namespace list_field = test_support::list_field;
 using test_support::array_place;
 using test_support::bytes;
 using test_support::channel_file;
@@ -28,14 +30,14 @@ bytes old_entry(std::size_t number) {
 virtual_channel_st repaired_entry(const bytes &old) {
   virtual_channel_st entry = {};
   entry.vch_tag = static_cast<std::uint8_t>(old[6]) > 239 ? 1 : 0;
-  entry.major_ch_num = static_cast<std::int16_t>(test_support::get(old, 2, 2));
-  entry.minor_ch_num = static_cast<std::int16_t>(test_support::get(old, 4, 2));
-  entry.net_index = static_cast<std::uint8_t>(test_support::get(old, 6, 1));
-  entry.frequency = static_cast<std::uint32_t>(test_support::get(old, 8, 4));
-  entry.polarisation = static_cast<std::uint8_t>(test_support::get(old, 12, 1));
-  entry.service_id = static_cast<std::uint16_t>(test_support::get(old, 14, 2));
-  entry.network_id = static_cast<std::uint16_t>(test_support::get(old, 16, 2));
-  entry.ts_id = static_cast<std::uint16_t>(test_support::get(old, 18, 2));
+  entry.major_ch_num = static_cast<std::int16_t>(test_support::get(old, entry_field::major_ch_num, 2));
+  entry.minor_ch_num = static_cast<std::int16_t>(test_support::get(old, entry_field::minor_ch_num, 2));
+  entry.net_index = static_cast<std::uint8_t>(test_support::get(old, entry_field::net_index, 1));
+  entry.frequency = static_cast<std::uint32_t>(test_support::get(old, entry_field::frequency, 4));
+  entry.polarisation = static_cast<std::uint8_t>(test_support::get(old, entry_field::polarisation, 1));
+  entry.service_id = static_cast<std::uint16_t>(test_support::get(old, entry_field::service_id, 2));
+  entry.network_id = static_cast<std::uint16_t>(test_support::get(old, entry_field::network_id, 2));
+  entry.ts_id = static_cast<std::uint16_t>(test_support::get(old, entry_field::ts_id, 2));
   return entry;
 }
 
@@ -177,7 +179,7 @@ TEST_P(RepairedViews, AreLinkedWhenTheListIsSavedAndLoaded) {
   channel_file file;
   file.service(first).service(second).entry(VIEW_ALL, first, 1).entry(VIEW_ALL, second, 2);
   file.entry(VIEW_TV, second, 7).entry(VIEW_USER, first, 8).entry(VIEW_FAVOURITE, second, 9);
-  file.set(80'100, 2, VIEW_TV)
+  file.set(list_field::vch_type, 2, VIEW_TV)
       .group(GROUP_GENRE, 1, "News")
       .group(GROUP_COUNTRY, 1, "Malta")
       .group(GROUP_FAV, 1, "Mine");

@@ -7,6 +7,10 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
+namespace transponder_field = test_support::transponder_field;
 using test_support::bytes;
 using test_support::channel_file;
 using test_support::expect_same_bytes;
@@ -33,10 +37,13 @@ channel_file file_full_of_bytes() {
       file.set(place.count, 2, 1);
     }
   }
-  file.set(80'100, 2, VIEW_USER).set(459'610, 2, 2);
-  file.set(file.records[1].offset + 76, 2, 2).set(file.records[2].offset + 18, 2, 2);
-  file.set(file.records[5].offset + 18, 2, 0).set(file.records[6].offset + 76, 2, 0);
-  file.set(file.records[3].offset + 210, 2, 0).set(file.records[4].offset + 210, 2, 0);
+  file.set(list_field::vch_type, 2, VIEW_USER).set(list_field::network_num, 2, 2);
+  file.set(file.records[1].offset + network_field::tp_num, 2, 2)
+      .set(file.records[2].offset + transponder_field::rch_num, 2, 2);
+  file.set(file.records[5].offset + transponder_field::rch_num, 2, 0)
+      .set(file.records[6].offset + network_field::tp_num, 2, 0);
+  file.set(file.records[3].offset + service_field::country_id, 2, 0)
+      .set(file.records[4].offset + service_field::country_id, 2, 0);
   return file;
 }
 
@@ -44,7 +51,7 @@ TEST_F(RoundTrip, CarriesEveryByteOfAFile) {
   channel_file file = file_full_of_bytes();
   test_support::fill_pointer_slots(file.data, file.records, '\0');
 
-  ASSERT_EQ(load(file.data), static_cast<std::int16_t>(test_support::get(file.data, 0, 2)));
+  ASSERT_EQ(load(file.data), static_cast<std::int16_t>(test_support::get(file.data, list_field::version, 2)));
 
   expect_same_bytes(save(), file.data);
 }

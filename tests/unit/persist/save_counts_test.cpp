@@ -4,10 +4,16 @@
 
 namespace {
 
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace transponder_field = test_support::transponder_field;
 using test_support::file_service;
 using test_support::file_test;
 using test_support::log_capture;
 using lines = std::vector<std::string>;
+
+constexpr std::size_t first_network_at = test_support::list_size;
+constexpr std::size_t first_transponder_at = first_network_at + test_support::network_size;
 
 class WrongCount : public file_test {
  protected:
@@ -33,7 +39,7 @@ TEST_F(WrongCount, OfServicesTooSmallIsReportedForEveryOneTooMany) {
                                  "ERROR: save_channel_internal:# nindex 5, on_id 0x0a, ts_id 0x123, s_id 0x333\n",
                                  "ERROR: save_channel_internal:# tp_num = 3, tp_ch_info->rch_num = 1 \n"}));
   EXPECT_EQ(file.size(), 460'032U + 416 + 336 + 3 * 312);
-  EXPECT_EQ(test_support::get(file, 460'032 + 416 + 18, 2), 1U);
+  EXPECT_EQ(test_support::get(file, first_transponder_at + transponder_field::rch_num, 2), 1U);
   EXPECT_EQ(transponder->rch_num, 1);
 }
 
@@ -45,7 +51,7 @@ TEST_F(WrongCount, OfServicesTooLargeIsReportedOnce) {
 
   EXPECT_EQ(log.writes(), (lines{"ERROR: save_channel_internal:# tp_num = 3, tp_ch_info->rch_num = 4 \n"}));
   EXPECT_EQ(file.size(), 460'032U + 416 + 336 + 3 * 312);
-  EXPECT_EQ(test_support::get(file, 460'032 + 416 + 18, 2), 4U);
+  EXPECT_EQ(test_support::get(file, first_transponder_at + transponder_field::rch_num, 2), 4U);
 }
 
 TEST_F(WrongCount, OfServicesIsNotReportedBelowLevelZero) {
@@ -65,8 +71,8 @@ TEST_F(WrongCount, OfNetworksAndTranspondersIsNotCompared) {
   const auto file = save();
 
   EXPECT_EQ(log.writes(), lines{});
-  EXPECT_EQ(test_support::get(file, 459'610, 2), 9U);
-  EXPECT_EQ(test_support::get(file, 460'032 + 76, 2), 7U);
+  EXPECT_EQ(test_support::get(file, list_field::network_num, 2), 9U);
+  EXPECT_EQ(test_support::get(file, first_network_at + network_field::tp_num, 2), 7U);
 }
 
 TEST_F(WrongCount, OfNetworksDoesNotEndTheWalk) {

@@ -16,13 +16,6 @@ namespace {
 using namespace test_support;
 using lines = std::vector<std::string>;
 
-lines writes_of(void (*dump)(), int level) {
-  return writes_at(level, [dump] {
-    dump();
-    return 0;
-  });
-}
-
 // Standard error that lowers the log level when it has taken a number of writes.
 class lowering_stderr {
  public:
@@ -103,8 +96,8 @@ class EveryDump : public store_test, public ::testing::WithParamInterface<named_
 };
 
 TEST_P(EveryDump, IsSilentBelowLevel2) {
-  EXPECT_EQ(writes_of(GetParam().print, 2).size(), GetParam().writes);
-  EXPECT_EQ(writes_of(GetParam().print, 1), lines{});
+  EXPECT_EQ(writes_at(2, GetParam().print).size(), GetParam().writes);
+  EXPECT_EQ(writes_at(1, GetParam().print), lines{});
 }
 
 TEST_P(EveryDump, IsCutShortWhenTheLevelFalls) {
@@ -120,7 +113,7 @@ TEST_P(EveryDump, IsCutShortWhenTheLevelFalls) {
 TEST_P(EveryDump, ChangesNothing) {
   const std::string before = everything();
 
-  writes_of(GetParam().print, 9);
+  writes_at(9, GetParam().print);
 
   EXPECT_TRUE(everything() == before);
 }

@@ -16,12 +16,7 @@ class Dumps : public store_test {};
 
 std::string rule(char sign) { return std::string(74, sign) + "\n"; }
 
-lines writes_of(void (*dump)(), int level = 2) {
-  return writes_at(level, [dump] {
-    dump();
-    return 0;
-  });
-}
+lines writes_of(void (*dump)()) { return writes_at(2, dump); }
 
 lines writes_of_service(const channel_st *service, int level = 2) {
   return writes_at(level, [service] {

@@ -13,10 +13,6 @@ namespace {
 
 using namespace test_support;
 
-std::string outside(const std::string &function, int vindex) {
-  return "ERROR: " + function + ":# vindex " + std::to_string(vindex) + " outside the view\n";
-}
-
 class ChannelAtPosition : public store_test {
  protected:
   // The two lookups in the current view, which behave alike but for the name in their lines.

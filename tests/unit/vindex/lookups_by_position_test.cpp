@@ -18,10 +18,6 @@ using namespace test_support;
 
 std::string no_view(const std::string &function) { return "ERROR: " + function + ":#  channel_list NULL !! "; }
 
-std::string outside(const std::string &function, int vindex) {
-  return "ERROR: " + function + ":# vindex " + std::to_string(vindex) + " outside the view\n";
-}
-
 class LookupsByPosition : public store_test {};
 
 TEST_F(LookupsByPosition, TheArrayAndTheCountOfTheCurrentView) {

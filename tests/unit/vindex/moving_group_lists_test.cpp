@@ -11,8 +11,6 @@ namespace {
 
 using namespace test_support;
 
-const std::string empty_trace = "ChannelAPI move_channel:# \n";
-
 class MovingGroupLists : public mirrored_test {
  protected:
   // A favourite group of the entries 1, 2 and 3, made current as a list in the place of a USER view that holds others.

@@ -23,7 +23,7 @@ class MovingOne : public moving_test {
   }
 };
 
-const lines two_empty_traces = {"ChannelAPI move_channel:# \n", "ChannelAPI move_channel:# \n"};
+const lines two_empty_traces = {empty_trace, empty_trace};
 
 TEST_F(MovingOne, TheDestinationIsCountedWithoutTheEntry) {
   EXPECT_EQ(moved(6, 4, 1), (std::vector<int>{1, 3, 4, 5, 2, 6}));

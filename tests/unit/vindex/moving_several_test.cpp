@@ -34,8 +34,6 @@ class MovingSeveral : public moving_test {
   }
 };
 
-const std::string empty_trace = "ChannelAPI move_channel:# \n";
-
 TEST_F(MovingSeveral, TheBlockFollowsTheEntryAtTheDestination) {
   EXPECT_EQ(moved(6, 1, {4, 5}), (std::vector<int>{1, 2, 5, 6, 3, 4}));
   EXPECT_EQ(moved(6, 5, {0, 1}), (std::vector<int>{3, 4, 5, 6, 1, 2}));

@@ -19,7 +19,6 @@ bool is_filed(int service_id) {
 
 const std::string start = "ChannelAPI remove_virtual_channel_st:# S \n";
 const std::string end = "ChannelAPI remove_virtual_channel_st:# E \n";
-const std::string sweep_line = "ChannelAPI remove_invalid_virtual_channel:# \n";
 
 TEST_F(RemovalFromEveryView, EveryViewButTheWorkViewLosesTheChannel) {
   channel_st *removed = file(1);

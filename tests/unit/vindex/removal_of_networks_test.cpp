@@ -34,7 +34,6 @@ class RemovalOfNetworks : public removal_test {
   static void only_entry(std::int8_t view) { append_entry(view, entry_of(*file_service({.net_index = 2}), 1)); }
 };
 
-const std::string sweep_line = "ChannelAPI remove_invalid_virtual_channel:# \n";
 const std::string no_view_line = "ERROR: remove_channel_info_by_net_index:# \n";
 
 TEST_F(RemovalOfNetworks, EveryNetworkWithTheIndexGoesWithItsEntries) {

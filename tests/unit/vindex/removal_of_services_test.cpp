@@ -23,8 +23,6 @@ std::vector<int> service_ids_on(const tp_ch_st *transponder) {
   return ids;
 }
 
-const std::string sweep_line = "ChannelAPI remove_invalid_virtual_channel:# \n";
-
 TEST_F(RemovalOfServices, FreesTheServiceAndCountsItsTransponderDown) {
   struct removing {
     int removed;

@@ -23,8 +23,6 @@ class Sweep : public removal_test {
   }
 };
 
-const std::string sweep_line = "ChannelAPI remove_invalid_virtual_channel:# \n";
-
 TEST_F(Sweep, RemovesWhatDoesNotResolveFromEveryViewButTheWorkView) {
   file(1);
   file(3);

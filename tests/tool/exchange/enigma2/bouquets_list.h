@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "tool/exchange/lamedb_folder.h"
+#include "tool/exchange/enigma2/lamedb_folder.h"
 
 namespace tool_test::enigma2 {
 

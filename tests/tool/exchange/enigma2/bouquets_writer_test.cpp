@@ -6,7 +6,7 @@
 
 #include <optional>
 
-#include "tool/exchange/bouquets_list.h"
+#include "tool/exchange/enigma2/bouquets_list.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-#include "tool/exchange/list_json_host.h"
+#include "tool/exchange/json/list_json_host.h"
 
 namespace {
 

@@ -17,8 +17,8 @@ using chlist::line_up_service;
 using chlist::write_options;
 using tool_test::line_up_of;
 using tool_test::losses;
+using tool_test::row_list;
 using tool_test::service_named;
-using row_list = std::vector<std::string>;
 
 class M3uWriter : public tool_test::line_up_test {
  protected:

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "tool/exchange/csv_host.h"
+#include "tool/exchange/csv/csv_host.h"
 
 namespace {
 
@@ -103,7 +103,7 @@ TEST_F(CsvLineUp, GroupsOfOneNameAreCounted) {
 
 // Numbers of favourites, which no column carries, are the services' own; groups come up in order.
 line_up carried_line_up(unsigned seed) {
-  line_up made = random_line_up(seed, 40);
+  line_up made = tool_test::line_up_source(seed).list(40);
   for (chlist::favourite_group &group : made.favourites) {
     for (auto &entry : group.entries) {
       entry.number = *made.services[entry.service].number;

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "tool/exchange/lamedb_samples.h"
+#include "tool/exchange/enigma2/lamedb_samples.h"
 
 namespace {
 

@@ -21,7 +21,7 @@ using chlist::line_up_service;
 using tool_test::line_up_of;
 using tool_test::line_up_source;
 using tool_test::losses;
-using row_list = std::vector<std::string>;
+using tool_test::row_list;
 
 const std::string symbol_rates = "symbol rates and modulation (not written: the list has none)";
 

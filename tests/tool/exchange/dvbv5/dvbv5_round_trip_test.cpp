@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "tool/exchange/dvbv5_text.h"
+#include "tool/exchange/dvbv5/dvbv5_text.h"
 
 namespace {
 

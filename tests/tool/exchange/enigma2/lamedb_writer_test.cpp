@@ -9,7 +9,7 @@
 #include <iterator>
 #include <string>
 
-#include "tool/exchange/lamedb_folder.h"
+#include "tool/exchange/enigma2/lamedb_folder.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "tool/exchange/lamedb_samples.h"
+#include "tool/exchange/enigma2/lamedb_samples.h"
 #include "tool/exchange/random_line_up.h"
 
 namespace {

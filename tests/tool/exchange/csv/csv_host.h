@@ -19,10 +19,8 @@ using chlist::line_up;
 using chlist::line_up_service;
 using tool_test::line_up_of;
 using tool_test::losses;
-using tool_test::random_line_up;
+using tool_test::row_list;
 using tool_test::service_named;
-
-using row_list = std::vector<std::string>;
 
 class CsvLineUp : public tool_test::line_up_test {
  protected:

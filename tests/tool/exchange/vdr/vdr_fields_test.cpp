@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "tool/exchange/read_line.h"
-#include "tool/exchange/service_line.h"
+#include "tool/exchange/vdr/read_line.h"
+#include "tool/exchange/vdr/service_line.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tool/exchange/csv_host.h"
+#include "tool/exchange/csv/csv_host.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "tool/exchange/read_line.h"
-#include "tool/exchange/service_line.h"
+#include "tool/exchange/vdr/read_line.h"
+#include "tool/exchange/vdr/service_line.h"
 
 namespace {
 

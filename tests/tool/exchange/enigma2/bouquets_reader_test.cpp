@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "tool/exchange/bouquets_list.h"
+#include "tool/exchange/enigma2/bouquets_list.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "support/temp_dir.h"
-#include "tool/exchange/lamedb_folder.h"
+#include "tool/exchange/enigma2/lamedb_folder.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "chlist/json/json.h"
-#include "tool/exchange/list_json_host.h"
+#include "tool/exchange/json/list_json_host.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "chlist/exchange/vdr/vdr_channels_conf.h"
-#include "tool/exchange/service_line.h"
+#include "tool/exchange/vdr/service_line.h"
 
 namespace tool_test {
 

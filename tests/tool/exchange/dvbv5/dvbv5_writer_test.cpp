@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tool/exchange/dvbv5_text.h"
+#include "tool/exchange/dvbv5/dvbv5_text.h"
 
 namespace {
 

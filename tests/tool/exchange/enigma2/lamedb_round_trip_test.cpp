@@ -5,7 +5,7 @@
 #include <ctime>
 #include <string>
 
-#include "tool/exchange/lamedb_folder.h"
+#include "tool/exchange/enigma2/lamedb_folder.h"
 #include "tool/exchange/random_line_up.h"
 
 namespace {
