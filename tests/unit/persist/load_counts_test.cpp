@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "support/channel_file.h"
+#include "support/invariants.h"
 #include "support/log_capture.h"
 
 namespace {
@@ -183,9 +184,14 @@ TEST_F(NoiseInPlaceOfAFile, OfOnesOnlyLoadsAsAnEmptyListOfVersionMinusOne) {
 
 TEST_F(NoiseInPlaceOfAFile, OfEveryByteValueIsNeverReadOutsideARecord) {
   for (int byte = 0; byte < 256; ++byte) {
-    load(test_support::bytes(470'000, static_cast<char>(byte)), SORT_CH_NAME);
+    const int version = load(test_support::bytes(470'000, static_cast<char>(byte)), SORT_CH_NAME);
+
+    EXPECT_EQ(version, byte == 0 ? 0 : -1) << byte;
+    EXPECT_EQ(list.network_num, 0) << byte;
+    EXPECT_EQ(test_support::broken_invariant(), "") << byte;
     reset_channel_list();
   }
+  EXPECT_EQ(load(test_support::channel_file().service({.service_id = 1}).data), CHANNEL_LIST_VERSION);
 }
 
 }  // namespace
