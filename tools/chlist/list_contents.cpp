@@ -9,6 +9,7 @@
 #include "channel/store/finders.h"
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -40,7 +41,7 @@ std::vector<list_view> views_of(const channel_list_st &list) {
                                   {{"USER"}, list.user_vch, list.user_vnumber}};
   for (int group = 0; group < MAX_FAV; ++group) {
     const std::string name =
-        group < channel::counted_in_low_byte(list.favorite_group_num) ? text_of(list.favorite_group[group].name) : "";
+        group < channel::counted_in_low_byte(list.favorite_group_num) ? name_in(list.favorite_group[group].name) : "";
     views.push_back({{"favourites", group, name}, list.favorite_vch[group], list.favorite_vnumber[group]});
   }
   return views;
@@ -79,7 +80,7 @@ std::vector<const channel_st *> services_of(channel_list_st &list) {
 }
 
 known_service known_as(const channel_st &service) {
-  return {text_of(service.name[0].text), channel::identity_of(service)};
+  return {name_in(service.name[0].text), channel::identity_of(service)};
 }
 
 virtual_channel_st entry_of(channel_st &service, int major, int minor) {

@@ -94,10 +94,4 @@ std::vector<match> match_services(channel_list_st &other);
 
 std::vector<known_service> dropped_among(const std::vector<match> &matches);
 
-// The text of a field that need not be terminated.
-template <std::size_t Size>
-std::string text_of(const char (&field)[Size]) {
-  return {field, std::find(field, field + Size, '\0')};
-}
-
 }  // namespace chlist

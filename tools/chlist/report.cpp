@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "chlist/files/descriptor.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
@@ -49,7 +50,7 @@ std::string shown(std::string_view text) {
 }
 
 std::string harmless(std::string_view text) {
-  std::string valid = json::parse(json(text).dump()).as_string();
+  std::string valid = valid_utf8(text);
   std::ranges::replace_if(
       valid, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
   replace_late_controls(valid);

@@ -30,7 +30,4 @@ class text_table {
   std::vector<std::vector<std::string>> rows_;
 };
 
-// The places that a text takes on a terminal.
-std::size_t display_width(std::string_view utf8);
-
 }  // namespace chlist

@@ -43,15 +43,18 @@ std::vector<std::string_view> kinds_of(const findings &found) {
 using kind_list = std::vector<std::string_view>;
 
 TEST_F(CheckTexts, TextsOfKnownTablesAreSound) {
-  const bytes sound[] = {"Films", "K\xC3\xB6ln", "\x05\xE0\xFF", "\x10\x01\x02\xE4", "\x15\xC3\xB6", "\x1F\x01\xFF"};
+  const bytes sound[] = {"Films",       "K\xC3\xB6ln", "K\xC8oln", "\x05\xE0\xFF", bytes("\x10\0\x02\xE4", 4),
+                         "\x15\xC3\xB6"};
   for (const bytes &text : sound) {
     EXPECT_EQ(found_in_name(text, text.size()), findings{}) << text;
   }
 }
 
 TEST_F(CheckTexts, TextsOfNoKnownTableAreFound) {
-  EXPECT_EQ(kinds_of(found_in_name("K\xF6ln", 4)), kind_list{"invalid-text"});
+  EXPECT_EQ(kinds_of(found_in_name("K\xA6ln", 4)), kind_list{"invalid-text"});
   EXPECT_EQ(kinds_of(found_in_name("\x15K\xF6ln", 5)), kind_list{"invalid-text"});
+  EXPECT_EQ(kinds_of(found_in_name("\x10\x01\x02\xE4", 4)), kind_list{"invalid-text"});
+  EXPECT_EQ(kinds_of(found_in_name("\x1F\x01K", 3)), kind_list{"invalid-text"});
   EXPECT_EQ(kinds_of(found_in_name("\x0CK", 2)), kind_list{"unknown-character-table"});
   EXPECT_EQ(kinds_of(found_in_name("\x16K", 2)), kind_list{"unknown-character-table"});
 }

@@ -4,7 +4,9 @@
 #include <channel/channel.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "chlist/exchange/list_builder.h"
@@ -188,6 +190,23 @@ TEST_F(LineUp, SourcesAvoidIndexesThatAreGiven) {
   EXPECT_EQ(list.vch[0].net_index, 1);
   EXPECT_EQ(list.vch[1].net_index, 2);
   EXPECT_EQ(list.vch[2].net_index, 1);
+}
+
+TEST_F(LineUp, TextsInOtherTablesBecomeUtf8AndAreCounted) {
+  fill_list(line_up_of({service_named("News", 1)}), lost);
+  channel_st &service = *list.vch[0].rch;
+  std::ranges::copy(std::string_view("\x10\0\x02\xA3\xF3"
+                                     "d\xBC",
+                                     7),
+                    service.name[0].text);
+  std::ranges::copy(std::string_view("\x05\xE7\x80"), service.name[1].text);
+
+  const line_up taken = take_line_up(lost);
+
+  EXPECT_EQ(taken.services.at(0).name, "Łódź");
+  EXPECT_EQ(taken.services.at(0).short_name, "ç");
+  EXPECT_EQ(losses(lost), (row_list{"character tables of names, which are written in UTF-8: 2",
+                                    "lengths that are not those of their texts: 2"}));
 }
 
 TEST_F(LineUp, ARandomOneComesBack) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "chlist/exchange/line_up.h"
+#include "chlist/text/utf8.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 
@@ -86,10 +87,10 @@ class line_up_source {
   int below(int end) { return std::uniform_int_distribution(0, end - 1)(random_); }
 
   std::string text() {
-    static const std::string characters = "abc XYZ,;:|\"'\n\\{}<>&\xC3\xA9\xE9=#-";
+    static constexpr std::u32string_view characters = U"abc XYZ,;:|\"'\\{}<>&éŁ中=#-";
     std::string made;
     for (int left = below(12); left > 0; --left) {
-      made += characters[static_cast<std::size_t>(below(static_cast<int>(characters.size())))];
+      chlist::append_utf8(made, characters[static_cast<std::size_t>(below(static_cast<int>(characters.size())))]);
     }
     return made;
   }

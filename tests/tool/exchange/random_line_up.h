@@ -41,14 +41,13 @@ class random_line_up {
   std::uint16_t pid() { return now_and_then() ? std::uint16_t{0xFFFF} : static_cast<std::uint16_t>(1 + below(0x1FFF)); }
 
   std::string text() {
-    static constexpr std::string_view letters[] = {"a", "Z",  " ",        "\"",   ",",  "[",  "]",  ":",   ";", "#",
-                                                   "=", "p:", "\xC3\xB8", "\xE4", "\n", "\r", "\t", "end", "'", "/"};
+    static constexpr std::string_view letters[] = {"a", "Z", " ",  "\"", ",", "[", "]",   ":", ";",
+                                                   "#", "=", "p:", "ø",  "ä", "Ł", "end", "'", "/"};
     std::string made;
     for (int i = below(8); i > 0; --i) {
       made += letters[below(std::size(letters))];
     }
-    // A control in front would name a character table.
-    return !made.empty() && made.front() < ' ' && made.front() > 0 ? "b" + made : made;
+    return made;
   }
 
   // Ids repeat, so that transponders of different places share them; the service id is the service's own.

@@ -156,18 +156,19 @@ TEST_F(Report, KeepsHostileTextsWithinTheData) {
   }
 }
 
-TEST_F(Report, ShowsBytesThatAreNoUtf8AsReplacements) {
+TEST_F(Report, ShowsNamesOfEveryTableAndReplacesWhatHasNoMeaning) {
   channel_file file;
   file.service({.service_id = 1,
-                .name = "a\xFF"
+                .name = "\x15"
+                        "a\xFF"
                         "b"})
-      .service({.service_id = 2, .name = "\x05Latin"});
+      .service({.service_id = 2, .name = "\x05K\xFDrm\xFDz\xFD"});
 
   report(file.data);
 
   EXPECT_EQ(data()["services"][0][0], "a\xEF\xBF\xBD"
                                       "b");
-  EXPECT_EQ(data()["services"][1][0], "Latin");
+  EXPECT_EQ(data()["services"][1][0], "Kırmızı");
 }
 
 TEST_F(Report, ShowsAnEmptyList) {

@@ -144,16 +144,18 @@ TEST_F(List, AnEntryWithoutAServiceHasItsIdentity) {
 
 TEST_F(List, TextsOfTheFileAreHarmless) {
   channel_file file;
-  file.service({.name = "a\x1B[31mb\xFF"}).entry(VIEW_ALL, {}, 1);
+  file.service({.name = "\x15"
+                        "a\x1B[31mb\xFF"})
+      .entry(VIEW_ALL, {}, 1);
   write("list.dat", file);
-  EXPECT_EQ(list({"--columns", "name"}), "name\na?[31mb\xEF\xBF\xBD\n");
-  EXPECT_EQ(list({"--columns", "name", "--format", "csv"}), "name\r\na?[31mb\xEF\xBF\xBD\r\n");
+  EXPECT_EQ(list({"--columns", "name"}), "name\na [31mb\xEF\xBF\xBD\n");
+  EXPECT_EQ(list({"--columns", "name", "--format", "csv"}), "name\r\na [31mb\xEF\xBF\xBD\r\n");
 }
 
 TEST_F(List, NamesAllColumns) {
   const std::string columns = output_of({"list", "--columns", "help"});
-  EXPECT_TRUE(has_line(columns, "column         what it is")) << columns;
-  EXPECT_TRUE(has_line(columns, "video_pid      PID of the video")) << columns;
+  EXPECT_TRUE(has_line(columns, "column            what it is")) << columns;
+  EXPECT_TRUE(has_line(columns, "video_pid         PID of the video")) << columns;
 }
 
 TEST_F(List, TheHelpNamesAllSorts) {

@@ -13,6 +13,7 @@
 #include "chlist/check/rules.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -67,7 +68,7 @@ void check_table_count(const framed_list &framed, const id_table &table, finding
 void check_ids(const framed_list &framed, const id_table &table, finding_list &findings) {
   std::unordered_set<int> seen;
   for (const group_st &group : table.used()) {
-    const std::string who = fmt::format("{} {}", table.name, shown(text_of(group.name)));
+    const std::string who = fmt::format("{} {}", table.name, shown(name_in(group.name)));
     if (group.id < 0) {
       findings.push_back({framed.offset_of(&group.id), severity::warning, "negative-group-id",
                           fmt::format("{} has the id {}", who, group.id),

@@ -12,7 +12,7 @@
 #include "chlist/check/rules.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
-#include "chlist/text/utf8.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -25,13 +25,8 @@ struct name_field {
   severity wrong_length = severity::note;
   std::string_view length_is_for;
 
-  [[nodiscard]] std::string_view text() const {
-    return {field.data(), static_cast<std::size_t>(std::ranges::find(field, '\0') - field.begin())};
-  }
+  [[nodiscard]] std::string_view text() const { return encoded_text(field); }
 };
-
-constexpr char first_printable = 0x20;
-constexpr char utf8_table = 0x15;
 
 // The bytes by which a text names its character table (ETSI EN 300 468, annex A).
 bool is_table_byte(char byte) {
@@ -43,17 +38,15 @@ void check_table(const name_field &name, finding_list &findings) {
   if (text.empty()) {
     return;
   }
-  const bool names_table = text.front() >= 0 && text.front() < first_printable;
-  if (names_table && !is_table_byte(text.front())) {
+  if (names_table(text) && !is_table_byte(text.front())) {
     findings.push_back({name.offset, severity::warning, "unknown-character-table",
                         fmt::format("{} begins with the byte {:#04x}, which selects no character table", name.who,
                                     static_cast<unsigned>(text.front())),
                         "the receiver shows it in a table of its own choice"});
-  } else if ((!names_table && !is_utf8(text)) || (text.front() == utf8_table && !is_utf8(text.substr(1)))) {
+  } else if (!decode_text(text).is_whole) {
     findings.push_back({name.offset, severity::warning, "invalid-text",
-                        fmt::format("{} is not UTF-8{}", name.who,
-                                    names_table ? ", which it says it is" : " and names no character table"),
-                        "the receiver shows it in its default table: letters with accents may come out as others"});
+                        fmt::format("{} holds bytes that mean nothing in its character table", name.who),
+                        "the receiver shows others in their place, or none"});
   }
 }
 
@@ -116,7 +109,7 @@ void check_group_texts(const framed_list &framed, finding_list &findings) {
   };
   for (const text_table_of_groups &each : tables) {
     for (const group_st &group : each.table) {
-      check_name({fmt::format("the name of {} {} (id {})", each.name, shown(text_of(group.name)), group.id),
+      check_name({fmt::format("the name of {} {} (id {})", each.name, shown(name_in(group.name)), group.id),
                   framed.offset_of(&group.name), group.name, group.name_len,
                   each.length_is_for == unused ? severity::note : severity::warning, each.length_is_for},
                  findings);
@@ -127,7 +120,7 @@ void check_group_texts(const framed_list &framed, finding_list &findings) {
 void check_network_texts(const framed_list &framed, finding_list &findings) {
   for (const framed_record<network_ch_st> &network : framed.networks()) {
     const network_ch_st &record = *network.record;
-    check_name({fmt::format("the name of network {} (net {}, network {})", shown(text_of(record.network_name)),
+    check_name({fmt::format("the name of network {} (net {}, network {})", shown(name_in(record.network_name)),
                             record.net_index, record.network_id),
                 network.offset_of(&record.network_name), record.network_name, std::nullopt, severity::note, ""},
                findings);

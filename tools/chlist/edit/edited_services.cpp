@@ -11,6 +11,7 @@
 #include "channel/store/group_table.h"
 #include "chlist/report.h"
 #include "chlist/service/selection.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 
@@ -75,6 +76,6 @@ int position_of(const channel::view &view, const channel_st &service) {
   return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
 }
 
-std::string name_for_message(const channel_st &service) { return shown(text_of(service.name[0].text)); }
+std::string name_for_message(const channel_st &service) { return shown(name_in(service.name[0].text)); }
 
 }  // namespace chlist

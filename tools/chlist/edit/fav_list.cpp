@@ -17,6 +17,7 @@
 #include "chlist/report.h"
 #include "chlist/service/columns.h"
 #include "chlist/service/names.h"
+#include "chlist/text/broadcast_text.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -49,7 +50,7 @@ json json_of_groups() {
     const group_st &group = *get_fav_group_info(static_cast<std::int16_t>(index));
     groups.push_back({{"group", index},
                       {"id", group.id},
-                      {"name", visible(text_of(group.name))},
+                      {"name", name_in(group.name)},
                       {"entries", get_fav_vch_number(static_cast<std::int16_t>(index))}});
   }
   return groups;

@@ -17,6 +17,7 @@
 #include "chlist/report.h"
 #include "chlist/service/names.h"
 #include "chlist/service/selection.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -78,9 +79,8 @@ favourites favourites_named(std::string_view text) {
 void must_be_new_group(std::string_view name, std::int16_t own_index) {
   const channel::group_table groups = channel::favourite_table();
   for (const group_st &group : groups) {
-    if (&group - groups.begin() != own_index && is_same_name(visible(text_of(group.name)), name)) {
-      throw std::runtime_error(
-          fmt::format("there is a favourite group {} already", shown(visible(text_of(group.name)))));
+    if (&group - groups.begin() != own_index && is_same_name(name_in(group.name), name)) {
+      throw std::runtime_error(fmt::format("there is a favourite group {} already", shown(name_in(group.name))));
     }
   }
 }

@@ -18,6 +18,7 @@
 #include "chlist/report.h"
 #include "chlist/service/names.h"
 #include "chlist/service/pids.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -109,8 +110,8 @@ const group_st *find_group(std::int8_t kind, std::string_view value) {
   std::uint16_t count = 0;
   const group_st *groups = get_group_list(kind, &count);
   const std::span<const group_st> table(groups, groups == nullptr ? 0 : count);
-  const auto found = std::ranges::find_if(
-      table, [&](const group_st &group) { return is_same_name(visible(text_of(group.name)), value); });
+  const auto found =
+      std::ranges::find_if(table, [&](const group_st &group) { return is_same_name(name_in(group.name), value); });
   return found == table.end() ? nullptr : &*found;
 }
 

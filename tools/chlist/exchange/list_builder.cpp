@@ -12,6 +12,7 @@
 
 #include "channel/store/memory.h"
 #include "chlist/list_contents.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -142,7 +143,7 @@ void list_builder::set_groups(channel_st &filed, const line_up_service &service)
 // A network has one name, that of the service which brought it.
 void list_builder::check_network_name(const channel_st &filed, const std::string &source) {
   const network_ch_st *network = get_network_ch_info(filed.net_index, filed.network_id);
-  if (network != nullptr && text_of(network->network_name) != source) {
+  if (network != nullptr && name_in(network->network_name) != source) {
     lost_.add("names of networks, which are too long or differ within one network");
   }
 }

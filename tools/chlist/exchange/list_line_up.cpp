@@ -13,6 +13,7 @@
 #include "channel/store/group_table.h"
 #include "chlist/exchange/record_losses.h"
 #include "chlist/list_contents.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -69,25 +70,34 @@ class taker {
   line_up_service &take(const channel_st &service) {
     positions_[&service] = taken_.services.size();
     line_up_service &added = taken_.services.emplace_back();
-    added.name = text_of(service.name[0].text);
-    added.short_name = text_of(service.name[1].text);
-    added.provider = name_in(GROUP_PROVIDER, service.provider_id);
-    added.genre = name_in(GROUP_GENRE, service.genre_id);
+    added.name = plain(service.name[0].text);
+    added.short_name = plain(service.name[1].text);
+    added.provider = group_name(GROUP_PROVIDER, service.provider_id);
+    added.genre = group_name(GROUP_GENRE, service.genre_id);
     // A receiver takes 0 for no country.
-    added.country = service.country_id != 0 ? name_in(GROUP_COUNTRY, service.country_id) : "";
+    added.country = service.country_id != 0 ? group_name(GROUP_COUNTRY, service.country_id) : "";
     added.source = source_of(service);
     count_group_ids(service);
     added.fields = fields_of(service);
     return added;
   }
 
-  std::string name_in(std::int8_t kind, std::int16_t id) {
+  // A text as all formats have it; what it was and cannot be again is counted.
+  std::string plain(std::span<const char> field) {
+    const std::string_view encoded = encoded_text(field);
+    decoded_text made = decode_text(encoded);
+    lost_.add("character tables of names, which are written in UTF-8", made.text != encoded ? 1 : 0);
+    lost_.add("characters of names that their table does not have, or of an unknown table", made.is_whole ? 0 : 1);
+    return std::move(made.text);
+  }
+
+  std::string group_name(std::int8_t kind, std::int16_t id) {
     const group_st *group = channel::table_of_kind(kind).find(id);
     if (group == nullptr) {
       return "";
     }
     used_groups_.insert(group);
-    return text_of(group->name);
+    return plain(group->name);
   }
 
   // An import numbers groups as they come up: providers from 0, the others from 1, where 0 is none.
@@ -101,7 +111,7 @@ class taker {
                   {GROUP_COUNTRY, service.country_id, 0}};
     for (const auto &[kind, id, none] : groups) {
       const group_st *group = id != none || kind == GROUP_PROVIDER ? channel::table_of_kind(kind).find(id) : nullptr;
-      const std::string name = group != nullptr ? text_of(group->name) : "";
+      const std::string name = group != nullptr ? name_in(group->name) : "";
       auto &ids = ids_[kind];
       const auto next = static_cast<std::int16_t>(none + 1 + static_cast<std::int16_t>(ids.size()));
       const std::int16_t expected = name.empty() ? none : ids.try_emplace(name, next).first->second;
@@ -109,9 +119,9 @@ class taker {
     }
   }
 
-  static std::string source_of(const channel_st &service) {
+  std::string source_of(const channel_st &service) {
     const network_ch_st *network = get_network_ch_info(service.net_index, service.network_id);
-    return network != nullptr ? text_of(network->network_name) : "";
+    return network != nullptr ? plain(network->network_name) : "";
   }
 
   void take_favourites() {
@@ -122,7 +132,7 @@ class taker {
       if (index >= groups.size()) {
         lost_.add("favourites of no group", entries.size());
       } else {
-        take_favourites(text_of(groups.groups[index].name), entries);
+        take_favourites(plain(groups.groups[index].name), entries);
       }
     }
   }

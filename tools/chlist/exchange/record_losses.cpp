@@ -9,6 +9,7 @@
 #include "channel/store/hierarchy.h"
 #include "chlist/exchange/service_traits.h"
 #include "chlist/list_contents.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -44,7 +45,7 @@ bool has_reserved(const tp_ch_st &transponder) {
 
 bool has_reserved(const name_slot_st &name) { return name.reserved_0 != 0 || name.reserved_97 != 0; }
 
-bool is_of_another_length(const name_slot_st &name) { return name.name_len != text_of(name.text).size(); }
+bool is_of_another_length(const name_slot_st &name) { return name.name_len != encoded_text(name.text).size(); }
 
 bool is_same_transponder(const tp_ch_st &transponder, const channel_st &service) {
   return transponder.ts_id == service.ts_id && transponder.frequency == service.frequency &&
@@ -86,7 +87,7 @@ class counter {
   void count_group(const group_st &group) {
     lost_.add("reserved bytes of groups", group.reserved_0 != 0 ? 1 : 0);
     lost_.add("lengths that are not those of their texts",
-              group.name_len != static_cast<int>(text_of(group.name).size()) ? 1 : 0);
+              group.name_len != static_cast<int>(encoded_text(group.name).size()) ? 1 : 0);
   }
 
   // Entries of the ALL view and of favourites; the others have no place in a line-up at all.

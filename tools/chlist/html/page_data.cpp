@@ -14,16 +14,12 @@
 #include "chlist/list_contents.h"
 #include "chlist/service/names.h"
 #include "chlist/service/service_types.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
 
 constexpr int none = -1;
-
-template <std::size_t Size>
-std::string name_in(const char (&field)[Size]) {
-  return visible(text_of(field));
-}
 
 // A table of groups: the names, and where each id stands among them.
 class known_groups {
@@ -104,7 +100,7 @@ class page_records {
     }
     views.push_back({{"kind", view.name.kind},
                      {"group", view.name.group},
-                     {"name", visible(view.name.group_name)},
+                     {"name", view.name.group_name},
                      {"entries", std::move(entries)}});
   }
 

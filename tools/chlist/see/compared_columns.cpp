@@ -11,9 +11,6 @@ namespace {
 constexpr std::string_view not_compared[] = {"position",      "number",     "minor",        "tag",
                                              "favourite_key", "favourites", "network_name", "service_type"};
 
-// The columns of the two names of a service, by their slots.
-constexpr std::string_view names_of_slots[] = {"name", "short_name"};
-
 struct named_by_id {
   std::string_view name;
   std::string_view id;
@@ -34,12 +31,6 @@ std::span<const column *const> compared_columns() {
     return chosen;
   }();
   return compared;
-}
-
-json compared_value(const column &compared, const channel_st &service) {
-  const auto *const slot = std::ranges::find(names_of_slots, compared.name);
-  return slot != std::end(names_of_slots) ? json(text_of(service.name[slot - names_of_slots].text))
-                                          : compared.value({nullptr, &service, 0});
 }
 
 std::string_view id_behind(std::string_view column_name) {

@@ -11,9 +11,6 @@ namespace chlist {
 
 std::span<const column *const> compared_columns();
 
-// The value of a service in one of them: names with the byte that selects their character table, which is not shown.
-json compared_value(const column &compared, const channel_st &service);
-
 // The column whose id stands behind a name, "provider_id" for "provider"; empty for every other column. A name alone
 // that differs is a renamed group.
 std::string_view id_behind(std::string_view column_name);

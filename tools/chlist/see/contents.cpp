@@ -14,6 +14,7 @@
 #include "channel/store/group_table.h"
 #include "chlist/see/settings.h"
 #include "chlist/service/names.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -36,7 +37,7 @@ file_contents::groups groups_in(std::string_view table, std::span<const group_st
   file_contents::groups found = {table, count, groups.size(), {}};
   for (const group_st &group :
        groups.first(static_cast<std::size_t>(std::clamp(count, 0, static_cast<int>(groups.size()))))) {
-    found.used.push_back({group.id, visible(text_of(group.name))});
+    found.used.push_back({group.id, name_in(group.name)});
   }
   return found;
 }
@@ -67,7 +68,7 @@ void count_service(file_contents &contents, channel_st &record) {
 
 template <class Format>
 file_contents::network count_network(file_contents &contents, network_ch_st &network) {
-  file_contents::network counted = {network.net_index, network.network_id, visible(text_of(network.network_name)), {}};
+  file_contents::network counted = {network.net_index, network.network_id, name_in(network.network_name), {}};
   for (tp_ch_st &transponder : channel::transponders_of(network)) {
     counted.transponders.push_back({transponder.ts_id, transponder.frequency, transponder.polarisation, 0});
     for (channel_st &service : channel::services_of(transponder)) {

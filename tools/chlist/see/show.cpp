@@ -18,6 +18,7 @@
 #include "chlist/service/names.h"
 #include "chlist/service/selection.h"
 #include "chlist/terminal.h"
+#include "chlist/text/broadcast_text.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -105,7 +106,7 @@ json json_of_transponder(const tp_ch_st &transponder) {
 json json_of_network(const network_ch_st &network) {
   return {{"net_index", network.net_index},
           {"network_id", network.network_id},
-          {"name", visible(text_of(network.network_name))},
+          {"name", name_in(network.network_name)},
           {"transponders", network.tp_num}};
 }
 
@@ -132,7 +133,7 @@ void print_field(std::string_view title, const std::string &value) { fmt::print(
 
 // What is not set is not shown.
 void print_service(const channel_st &service) {
-  fmt::print("{}\n", painted(harmless(visible(text_of(service.name[0].text))), style::bold));
+  fmt::print("{}\n", painted(harmless(name_in(service.name[0].text)), style::bold));
   print_field("identity", identity_text(service));
   for (const column &each : all_columns()) {
     const std::string value = is_of_entry(each) ? "" : text_of_value(each.value({nullptr, &service, 0}));
@@ -149,7 +150,7 @@ void print_place(const channel_st &service) {
   print_field("frequency", fmt::format("{} {}", transponder->frequency, transponder->polarisation == 0 ? 'H' : 'V'));
   print_field("services", std::to_string(transponder->rch_num));
   fmt::print("{}\n", painted("Network", style::bold));
-  print_field("name", harmless(visible(text_of(network->network_name))));
+  print_field("name", harmless(name_in(network->network_name)));
   print_field("net", std::to_string(network->net_index));
   print_field("network", std::to_string(network->network_id));
   print_field("transponders", std::to_string(network->tp_num));

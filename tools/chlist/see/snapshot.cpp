@@ -12,6 +12,7 @@
 #include "chlist/see/settings.h"
 #include "chlist/service/names.h"
 #include "chlist/service/selection.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -20,9 +21,9 @@ using places = std::unordered_map<const channel_st *, std::size_t>;
 
 void add_service(list_snapshot &taken, const channel_st &service) {
   list_snapshot::service copy;
-  copy.known = {visible(text_of(service.name[0].text)), channel::identity_of(service)};
+  copy.known = {name_in(service.name[0].text), channel::identity_of(service)};
   for (const column *each : compared_columns()) {
-    copy.values.push_back(compared_value(*each, service));
+    copy.values.push_back(each->value({nullptr, &service, 0}));
   }
   taken.services.push_back(std::move(copy));
 }
@@ -45,7 +46,7 @@ channel::identity identity_of(const network_ch_st &network, const tp_ch_st &tran
 places take_hierarchy(list_snapshot &taken, channel_list_st &list) {
   places places_of_services;
   for (network_ch_st &network : channel::networks_of(list.network_list)) {
-    taken.networks.push_back({identity_of(network), visible(text_of(network.network_name))});
+    taken.networks.push_back({identity_of(network), name_in(network.network_name)});
     for (tp_ch_st &transponder : channel::transponders_of(network)) {
       taken.transponders.push_back({identity_of(network, transponder)});
       for (const channel_st &service : channel::services_of(transponder)) {
@@ -78,7 +79,7 @@ void take_view(list_snapshot &taken, const list_view &view, const places &places
 void take_groups(list_snapshot &taken, std::string_view table, std::span<const group_st> groups, int count) {
   const auto in_use = groups.first(static_cast<std::size_t>(std::clamp(count, 0, static_cast<int>(groups.size()))));
   for (const group_st &group : in_use) {
-    taken.groups.push_back({table, group.id, group.id, visible(text_of(group.name))});
+    taken.groups.push_back({table, group.id, group.id, name_in(group.name)});
   }
 }
 

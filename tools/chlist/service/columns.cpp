@@ -14,6 +14,7 @@
 #include "chlist/service/names.h"
 #include "chlist/service/pids.h"
 #include "chlist/service/service_types.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -58,13 +59,20 @@ json flag(shown_row listed) {
 
 template <std::size_t Slot>
 json name(shown_row listed) {
-  return listed.service != nullptr ? json(visible(text_of(listed.service->name[Slot].text))) : json();
+  return listed.service != nullptr ? json(name_in(listed.service->name[Slot].text)) : json();
+}
+
+template <std::size_t Slot>
+json name_table(shown_row listed) {
+  const std::string table =
+      listed.service != nullptr ? table_name(encoded_text(listed.service->name[Slot].text)) : std::string();
+  return !table.empty() ? json(table) : json();
 }
 
 template <auto Field, auto Find>
 json group_name(shown_row listed) {
   const group_st *group = listed.service != nullptr ? Find(listed.service->*Field) : nullptr;
-  return group != nullptr ? json(visible(text_of(group->name))) : json();
+  return group != nullptr ? json(name_in(group->name)) : json();
 }
 
 json position(shown_row listed) { return listed.entry != nullptr ? json(listed.position) : json(); }
@@ -86,7 +94,7 @@ json network_name(shown_row listed) {
     return {};
   }
   const network_ch_st *network = get_network_ch_info(listed.service->net_index, listed.service->network_id);
-  return network != nullptr ? json(visible(text_of(network->network_name))) : json();
+  return network != nullptr ? json(name_in(network->network_name)) : json();
 }
 
 json favourites(shown_row listed) {
@@ -95,7 +103,7 @@ json favourites(shown_row listed) {
   for (int group = 0; listed.service != nullptr && group < MAX_FAV; ++group) {
     const auto entries = channel::find_view(VIEW_FAVOURITE + group).used();
     if (std::ranges::find(entries, listed.service, &virtual_channel_st::rch) != entries.end()) {
-      const std::string own_name = visible(text_of(list.favorite_group[group].name));
+      const std::string own_name = name_in(list.favorite_group[group].name);
       groups.push_back(own_name.empty() ? std::to_string(group) : own_name);
     }
   }
@@ -111,6 +119,8 @@ constexpr column columns[] = {
     {"minor", "minor", "minor channel number", true, of_entry<&entry_record::minor_ch_num>},
     {"name", "name", "name of the service", false, name<0>},
     {"short_name", "short name", "second name of the service", false, name<1>},
+    {"name_table", "name table", "character table of the name", false, name_table<0>},
+    {"short_name_table", "short name table", "character table of the second name", false, name_table<1>},
     {"type", "type", "service type by name", false, type},
     {"provider", "provider", "name of the provider", false, group_name<&service_record::provider_id, find_provider_id>},
     {"genre", "genre", "name of the genre", false, group_name<&service_record::genre_id, find_genre_id>},

@@ -16,6 +16,7 @@
 #include "chlist/report.h"
 #include "chlist/service/columns.h"
 #include "chlist/service/names.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -83,7 +84,7 @@ template <class Rule>
 std::vector<channel_st *> with_name(const Rule &is_meant) {
   std::vector<channel_st *> services;
   for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
-    if (is_meant(visible(text_of(filed.service.name[0].text)))) {
+    if (is_meant(name_in(filed.service.name[0].text))) {
       services.push_back(&filed.service);
     }
   }
@@ -105,7 +106,7 @@ std::string candidates_text(const std::vector<channel_st *> &services, std::int8
   std::string text;
   for (const channel_st *service : std::span(services).first(std::min(services.size(), most_candidates))) {
     text += fmt::format("\n  {:>6}  {}  {}", numbers_in(view, service), identity_text(*service),
-                        shown(visible(text_of(service->name[0].text))));
+                        shown(name_in(service->name[0].text)));
   }
   if (services.size() > most_candidates) {
     text += fmt::format("\n  and {} more", services.size() - most_candidates);
@@ -126,7 +127,7 @@ constexpr std::string_view favourite_prefix = "fav:";
 std::vector<std::string> favourite_names() {
   std::vector<std::string> names;
   for (const group_st &group : channel::favourite_table()) {
-    names.push_back(visible(text_of(group.name)));
+    names.push_back(name_in(group.name));
   }
   return names;
 }

@@ -1,22 +1,21 @@
 // The tables of EN 300 468 and their characters, which the C library's converter knows.
 #include "chlist/text/broadcast_text.h"
 
+#include <fmt/format.h>
 #include <iconv.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <memory>
-#include <optional>
 
+#include "chlist/text/iso_6937.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
 
 constexpr char first_printable = 0x20;
-constexpr std::string_view replacement = "\xEF\xBF\xBD";  // U+FFFD
 
 struct character_table {
   std::string_view selector;
@@ -26,7 +25,8 @@ struct character_table {
 
 using namespace std::string_view_literals;
 
-// The three bytes 0x10 0x00 N name ISO 8859-N.
+// The three bytes 0x10 0x00 N name ISO 8859-N. The table of Korea comes with the later letters that senders use, and
+// 0x14 is a part of what 0x11 is.
 constexpr character_table tables[] = {
     {"\x01", "ISO-8859-5"},
     {"\x02", "ISO-8859-6"},
@@ -47,12 +47,32 @@ constexpr character_table tables[] = {
     {"\x10\0\x07"sv, "ISO-8859-7"},
     {"\x10\0\x08"sv, "ISO-8859-8"},
     {"\x10\0\x09"sv, "ISO-8859-9"},
+    {"\x10\0\x0A"sv, "ISO-8859-10"},
+    {"\x10\0\x0B"sv, "ISO-8859-11"},
+    {"\x10\0\x0D"sv, "ISO-8859-13"},
+    {"\x10\0\x0E"sv, "ISO-8859-14"},
+    {"\x10\0\x0F"sv, "ISO-8859-15"},
     {"\x11", "UCS-2BE", 2},
-    {"\x12", "EUC-KR"},
+    {"\x12", "UHC"},
     {"\x13", "GB2312"},
-    {"\x14", "BIG5"},
-    {"\x15", "UTF-8"},
+    {"\x14", "UCS-2BE", 2},
 };
+constexpr char utf8_selector = 0x15;
+
+const character_table *table_of(std::string_view encoded) {
+  const auto *const found =
+      std::ranges::find_if(tables, [&](const character_table &each) { return encoded.starts_with(each.selector); });
+  return found != std::end(tables) ? found : nullptr;
+}
+
+// What names a table, also an unknown one: 0x1F is followed by the number of an encoding, 0x10 by two bytes.
+std::size_t size_of_selector(std::string_view encoded) {
+  if (!names_table(encoded)) {
+    return 0;
+  }
+  const std::size_t size = encoded.front() == 0x1F ? 2 : encoded.front() == 0x10 ? 3 : 1;
+  return std::min(size, encoded.size());
+}
 
 class converter {
  public:
@@ -69,8 +89,8 @@ class converter {
   [[nodiscard]] bool is_open() const { return reinterpret_cast<std::intptr_t>(descriptor_) != -1; }
 
   // A unit that is no character is replaced.
-  plain_text convert(std::string_view bytes, std::size_t unit) {
-    plain_text made;
+  decoded_text convert(std::string_view bytes, std::size_t unit) {
+    decoded_text made;
     while (!bytes.empty()) {
       char piece[256];
       char *in = const_cast<char *>(bytes.data());  // iconv() does not write there
@@ -82,7 +102,7 @@ class converter {
       const bool is_stuck = is_stopped && left == bytes.size();
       bytes.remove_prefix(bytes.size() - left);
       if (is_stuck) {
-        made.text += replacement;
+        append_utf8(made.text, U'\uFFFD');
         made.is_whole = false;
         bytes.remove_prefix(std::min(unit, bytes.size()));
       }
@@ -94,44 +114,92 @@ class converter {
   iconv_t descriptor_;
 };
 
-// 0x8A ends a line, as controls below 0x20 may; others turn emphasis on and off. None is a part of a name.
-std::string without_controls(std::string_view utf8) {
-  std::string made;
-  for (std::size_t at = 0; at < utf8.size(); ++at) {
-    const auto next = static_cast<unsigned char>(at + 1 < utf8.size() ? utf8[at + 1] : '\0');
-    if (utf8[at] == '\xC2' && next >= 0x80 && next <= 0x9F) {
-      made += next == 0x8A ? " " : "";
-      ++at;
-    } else {
-      made += static_cast<unsigned char>(utf8[at]) >= first_printable ? utf8[at] : ' ';
+// A name that was cut to its field may end within a character; without others it could as well be of another table.
+bool is_cut_utf8(std::string_view encoded) {
+  const std::string_view whole = encoded.substr(0, encoded.size() - incomplete_at_end(encoded));
+  return is_utf8(whole) && std::ranges::any_of(whole, [](char c) { return c < 0; });
+}
+
+decoded_text decode_unnamed(std::string_view encoded) {
+  if (is_utf8(encoded)) {
+    return {std::string(encoded)};
+  }
+  return is_cut_utf8(encoded) ? decoded_text{valid_utf8(encoded), false} : decode_iso_6937(encoded);
+}
+
+decoded_text decode_of_unknown_table(std::string_view encoded) {
+  decoded_text made = decode_unnamed(encoded);
+  made.is_whole = made.is_whole && encoded.empty();
+  return made;
+}
+
+decoded_text decode_characters(std::string_view encoded) {
+  const std::string_view characters = encoded.substr(size_of_selector(encoded));
+  if (!names_table(encoded)) {
+    return decode_unnamed(characters);
+  }
+  if (encoded.front() == utf8_selector) {
+    return {valid_utf8(characters), is_utf8(characters)};
+  }
+  if (const character_table *table = table_of(encoded); table != nullptr) {
+    if (converter known(table->name); known.is_open()) {
+      return known.convert(characters, table->unit);
     }
+  }
+  return decode_of_unknown_table(characters);
+}
+
+// Controls of the tables of one byte stand at 0x80 to 0x9F, those of two bytes at U+E080 to U+E09F.
+void append_in_one_line(std::string &text, char32_t character) {
+  const char32_t control = character >= 0xE080 && character <= 0xE09F ? character - 0xE000 : character;
+  if (control == 0x8A || control < static_cast<char32_t>(first_printable)) {
+    text += ' ';
+  } else if (control < 0x7F || control > 0x9F) {
+    append_utf8(text, character);
+  }
+}
+
+}  // namespace
+
+std::string_view encoded_text(std::span<const char> field) {
+  const std::string_view all(field.data(), field.size());
+  const std::size_t begin = size_of_selector(all);
+  const character_table *table = table_of(all);
+  if (table == nullptr || table->unit == 1) {
+    return all.substr(0, all.find('\0', std::min(begin, all.size())));
+  }
+  std::size_t end = begin;
+  while (end + 1 < all.size() && (all[end] != '\0' || all[end + 1] != '\0')) {
+    end += 2;
+  }
+  return all.substr(0, end);
+}
+
+bool names_table(std::string_view encoded) {
+  return !encoded.empty() && encoded.front() > '\0' && encoded.front() < first_printable;
+}
+
+std::string table_name(std::string_view encoded) {
+  if (!names_table(encoded)) {
+    const bool is_ascii = std::ranges::all_of(encoded, [](char c) { return c >= first_printable; });
+    return is_ascii ? "" : is_utf8(encoded) ? "UTF-8" : "ISO-6937";
+  }
+  if (const character_table *table = table_of(encoded); table != nullptr) {
+    return table->name;
+  }
+  return encoded.front() == utf8_selector ? "UTF-8 by name"
+                                          : fmt::format("table {:#04x}", static_cast<unsigned>(encoded.front()));
+}
+
+decoded_text decode_text(std::string_view encoded) {
+  const decoded_text all = decode_characters(encoded);
+  decoded_text made = {"", all.is_whole};
+  for (const char32_t character : characters_of(all.text)) {
+    append_in_one_line(made.text, character);
   }
   return made;
 }
 
-// The selector of an unknown table: 0x1F is followed by the number of an encoding, 0x10 by two bytes.
-std::size_t size_of_unknown(char selector) { return selector == 0x1F ? 2 : selector == 0x10 ? 3 : 1; }
-
-}  // namespace
-
-bool names_table(std::string_view broadcast_text) {
-  return !broadcast_text.empty() && static_cast<unsigned char>(broadcast_text.front()) < first_printable;
-}
-
-plain_text utf8_of(std::string_view broadcast_text) {
-  if (!names_table(broadcast_text)) {
-    return {std::string(broadcast_text)};
-  }
-  const auto *const table = std::ranges::find_if(
-      tables, [&](const character_table &each) { return broadcast_text.starts_with(each.selector); });
-  if (table != std::end(tables)) {
-    if (converter known(table->name); known.is_open()) {
-      plain_text made = known.convert(broadcast_text.substr(table->selector.size()), table->unit);
-      return {without_controls(made.text), made.is_whole};
-    }
-  }
-  broadcast_text.remove_prefix(std::min(size_of_unknown(broadcast_text.front()), broadcast_text.size()));
-  return {without_controls(broadcast_text), broadcast_text.empty()};
-}
+std::string name_in(std::span<const char> field) { return decode_text(encoded_text(field)).text; }
 
 }  // namespace chlist

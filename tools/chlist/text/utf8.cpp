@@ -1,44 +1,75 @@
-// The table of well-formed byte sequences of the Unicode standard.
+// Validity by a library for it, letters and widths by the C library's tables, accents by our own.
 #include "chlist/text/utf8.h"
 
+#include <locale.h>
+#include <utf8cpp/utf8.h>
+#include <wchar.h>
+#include <wctype.h>
+
 #include <algorithm>
-#include <cstddef>
 #include <iterator>
+
+#include "chlist/text/accents.h"
 
 namespace chlist {
 namespace {
 
-// Characters by their first byte; the second byte is within a range of its own, all others are 0x80..0xBF.
-struct sequence {
-  unsigned char first_least;
-  unsigned char first_most;
-  unsigned char second_least;
-  unsigned char second_most;
-  std::size_t size;
+// The C library's tables of Unicode, whatever the language of the one who calls.
+class unicode_locale {
+ public:
+  unicode_locale() : locale_(::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {}
+  ~unicode_locale() {
+    if (locale_ != nullptr) {
+      ::freelocale(locale_);
+    }
+  }
+  unicode_locale(const unicode_locale &) = delete;
+  unicode_locale &operator=(const unicode_locale &) = delete;
+
+  [[nodiscard]] char32_t lower(char32_t character) const {
+    const auto wide = static_cast<wint_t>(character);
+    return static_cast<char32_t>(locale_ != nullptr ? ::towlower_l(wide, locale_) : ::towlower(wide));
+  }
+
+  // There is no call that takes the locale.
+  [[nodiscard]] std::size_t columns(std::u32string_view characters) const {
+    const locale_t before = ::uselocale(locale_);
+    std::size_t width = 0;
+    for (const char32_t character : characters) {
+      const int columns = ::wcwidth(static_cast<wchar_t>(character));
+      width += columns < 0 ? 1 : static_cast<std::size_t>(columns);
+    }
+    ::uselocale(before);
+    return width;
+  }
+
+ private:
+  locale_t locale_;
 };
 
-constexpr sequence sequences[] = {
-    {0x00, 0x7F, 0x00, 0xFF, 1}, {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3},
-    {0xE1, 0xEC, 0x80, 0xBF, 3}, {0xED, 0xED, 0x80, 0x9F, 3}, {0xEE, 0xEF, 0x80, 0xBF, 3},
-    {0xF0, 0xF0, 0x90, 0xBF, 4}, {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
-};
-
-bool is_within(char c, unsigned char least, unsigned char most) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte >= least && byte <= most;
+const unicode_locale &unicode() {
+  static const unicode_locale only;
+  return only;
 }
 
-// Of the character that a text begins with; 0 when that is none.
-std::size_t size_of_first(std::string_view text) {
-  const auto *const found = std::ranges::find_if(
-      sequences, [&](const sequence &each) { return is_within(text.front(), each.first_least, each.first_most); });
-  if (found == std::end(sequences) || found->size > text.size()) {
-    return 0;
+bool is_ascii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+bool is_lead(char c) { return static_cast<unsigned char>(c) >= 0xC2 && static_cast<unsigned char>(c) <= 0xF4; }
+
+// How many bytes of what is no character are replaced as one: those that could have become a character, as the Unicode
+// standard recommends and other programs do.
+std::size_t size_of_broken(std::string_view text) {
+  const auto lead = static_cast<unsigned char>(text.front());
+  const std::size_t whole = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  for (std::size_t size = std::min(whole - 1, text.size()); size > 1; --size) {
+    const std::string begun(text.substr(0, size));
+    if (is_utf8(begun + std::string(whole - size, '\x80')) || is_utf8(begun + std::string(whole - size, '\xBF'))) {
+      return size;
+    }
   }
-  const std::string_view tail = text.substr(1, found->size - 1);
-  const bool is_well_formed = std::ranges::all_of(tail, [](char c) { return is_within(c, 0x80, 0xBF); }) &&
-                              (tail.empty() || is_within(tail.front(), found->second_least, found->second_most));
-  return is_well_formed ? found->size : 0;
+  return 1;
 }
 
 }  // namespace
@@ -47,15 +78,52 @@ std::string_view without_byte_order_mark(std::string_view text) {
   return text.starts_with(byte_order_mark) ? text.substr(byte_order_mark.size()) : text;
 }
 
-bool is_utf8(std::string_view text) {
+bool is_utf8(std::string_view text) { return utf8::is_valid(text.begin(), text.end()); }
+
+std::string valid_utf8(std::string_view text) {
+  std::string valid;
+  valid.reserve(text.size());
   while (!text.empty()) {
-    const std::size_t size = size_of_first(text);
-    if (size == 0) {
-      return false;
+    const auto bad = utf8::find_invalid(text.begin(), text.end());
+    valid.append(text.begin(), bad);
+    text.remove_prefix(static_cast<std::size_t>(bad - text.begin()));
+    if (!text.empty()) {
+      append_utf8(valid, U'\uFFFD');
+      text.remove_prefix(size_of_broken(text));
     }
-    text.remove_prefix(size);
   }
-  return true;
+  return valid;
+}
+
+std::size_t incomplete_at_end(std::string_view text) {
+  const auto bad = static_cast<std::size_t>(utf8::find_invalid(text.begin(), text.end()) - text.begin());
+  return bad < text.size() && bad + size_of_broken(text.substr(bad)) == text.size() && is_lead(text[bad])
+             ? text.size() - bad
+             : 0;
+}
+
+void append_utf8(std::string &text, char32_t character) { utf8::append(character, std::back_inserter(text)); }
+
+std::u32string characters_of(std::string_view utf8) {
+  const std::string valid = valid_utf8(utf8);
+  std::u32string characters;
+  utf8::utf8to32(valid.begin(), valid.end(), std::back_inserter(characters));
+  return characters;
+}
+
+std::size_t width_of(std::string_view utf8) {
+  return is_ascii(utf8) ? utf8.size() : unicode().columns(characters_of(utf8));
+}
+
+std::string folded(std::string_view utf8) {
+  std::string text;
+  text.reserve(utf8.size());
+  for (const char32_t character : characters_of(utf8)) {
+    if (!is_mark(character)) {
+      append_utf8(text, unicode().lower(without_accents(character)));
+    }
+  }
+  return text;
 }
 
 }  // namespace chlist

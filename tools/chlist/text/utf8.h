@@ -1,6 +1,8 @@
-// UTF-8: whether a text is, and the mark that may stand in front of it.
+// UTF-8: whether a text is, how wide it is on a terminal, and which texts people take for the same.
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace chlist {
@@ -11,5 +13,20 @@ std::string_view without_byte_order_mark(std::string_view text);
 
 // Whether a text is made of well-formed characters: none longer than it must be, and none that stands for a surrogate.
 bool is_utf8(std::string_view text);
+
+// Each byte that belongs to no character becomes U+FFFD.
+std::string valid_utf8(std::string_view text);
+
+// How many bytes at the end begin a character that is not all there; 0 when it ends as it should.
+std::size_t incomplete_at_end(std::string_view text);
+
+void append_utf8(std::string &text, char32_t character);
+std::u32string characters_of(std::string_view utf8);
+
+// Columns on a terminal: two for the wide characters of East Asia and for emoji, none for marks.
+std::size_t width_of(std::string_view utf8);
+
+// In small letters and without accents, which nobody types who looks for a name: "Comédia" is "comedia".
+std::string folded(std::string_view utf8);
 
 }  // namespace chlist

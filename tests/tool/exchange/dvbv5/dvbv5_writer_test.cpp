@@ -158,15 +158,4 @@ TEST(Dvbv5Writer, SatellitesBeyondTheLargestNumberAreCounted) {
   }
 }
 
-TEST(Dvbv5Writer, NamesInOtherTablesBecomeUtf8) {
-  line_up_service service = plain();
-  service.name = "\x05\xC7"
-                 "a";
-  loss_counts lost;
-
-  EXPECT_EQ(chlist::write_dvbv5(one(service), lost).at(0).text.substr(0, 6), "[\xC3\x87"
-                                                                             "a]\n");
-  EXPECT_EQ(count_of(lost, "character tables of names, which are written in UTF-8"), 1U);
-}
-
 }  // namespace

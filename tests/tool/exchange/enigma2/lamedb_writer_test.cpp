@@ -144,23 +144,4 @@ TEST(LamedbWriter, EveryLossIsCounted) {
   }
 }
 
-TEST(LamedbWriter, NamesInOtherTablesBecomeUtf8) {
-  line_up list = list_of({plain_service(1)});
-  list.services[0].name = "\x05\xC7"
-                          "a";
-  list.services[0].provider = "\x01\xB0";
-  list.favourites = {{"\x0B"
-                      "Films",
-                      {}}};
-  loss_counts lost;
-
-  const line_up read = read_folder(tool_test::folder_of(chlist::write_lamedb(list, 4, lost)));
-
-  EXPECT_EQ(read.services.at(0).name, "\xC3\x87"
-                                      "a");
-  EXPECT_EQ(read.services.at(0).provider, "\xD0\x90");
-  EXPECT_EQ(read.favourites.at(0).name, "Films");
-  EXPECT_EQ(count_of(lost, "character tables of names, which are written in UTF-8"), 3U);
-}
-
 }  // namespace

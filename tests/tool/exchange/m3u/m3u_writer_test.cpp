@@ -121,9 +121,7 @@ TEST_F(M3uWriter, ATemplateOfUnknownFieldsIsRefused) {
 }
 
 TEST_F(M3uWriter, NamesCannotBreakAnEntry) {
-  line_up_service service = service_named("\x05"
-                                          "A \"B\"\nC",
-                                          1);
+  line_up_service service = service_named("A \"B\"\nC", 1);
   service.provider = "P\"\r";
 
   EXPECT_EQ(text_of(line_up_of({service}), "x"),

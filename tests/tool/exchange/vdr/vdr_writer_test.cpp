@@ -215,17 +215,6 @@ TEST_F(VdrWriter, WhatALineSaysAndAListDoesNotKeepIsCounted) {
                                     "CA ids below 100, which choose a device: 1"}));
 }
 
-TEST_F(VdrWriter, NamesInOtherTablesBecomeUtf8) {
-  line_up_service service = carried_service("\x05\xC7"
-                                            "a",
-                                            1, 1);
-  service.provider = "\x01\xB0";
-
-  EXPECT_EQ(text_of(service).substr(0, 7), "\xC3\x87"
-                                           "a;\xD0\x90:");
-  EXPECT_EQ(losses(lost), (row_list{"character tables of names, which are written in UTF-8: 2", symbol_rates + ": 1"}));
-}
-
 // How a service may be received, with its frequencies in kHz.
 struct way {
   const char *source;

@@ -9,7 +9,6 @@
 #include <unordered_map>
 
 #include "chlist/exchange/dvbv5/dvbv5.h"
-#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/service_traits.h"
@@ -189,15 +188,14 @@ class writer {
 }  // namespace
 
 std::vector<made_file> write_dvbv5(const line_up &list, loss_counts &lost) {
-  const line_up plain = with_plain_texts(list, lost);
-  count_uncarried(plain, carried, lost);
-  count_losses(plain, losses, lost);
-  lost.add("symbol rates and the like (assumed: the list has none)", plain.services.size());
-  writer made(plain, lost);
-  for (const line_up_service &service : plain.services) {
+  count_uncarried(list, carried, lost);
+  count_losses(list, losses, lost);
+  lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
+  writer made(list, lost);
+  for (const line_up_service &service : list.services) {
     made.write(service);
   }
-  count_source_losses(plain, made.take_sources(), lost);
+  count_source_losses(list, made.take_sources(), lost);
   return {{"", made.take_text()}};
 }
 

@@ -15,7 +15,6 @@
 #include "chlist/exchange/enigma2/bouquets.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/lamedb_fields.h"
-#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/service_traits.h"
@@ -235,19 +234,18 @@ class lamedb_writer {
 }  // namespace
 
 std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost) {
-  const line_up plain = with_plain_texts(list, lost);
-  count_uncarried(plain, carried, lost);
-  count_losses(plain, losses, lost);
+  count_uncarried(list, carried, lost);
+  count_losses(list, losses, lost);
   if (version == 5) {
-    count_losses(plain, losses_in_quotation_marks, lost);
+    count_losses(list, losses_in_quotation_marks, lost);
   }
-  lost.add("symbol rates and the like (assumed: the list has none)", plain.services.size());
-  lamedb_writer made(plain, version);
-  for (const line_up_service &service : plain.services) {
+  lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
+  lamedb_writer made(list, version);
+  for (const line_up_service &service : list.services) {
     made.write(service);
   }
-  count_source_losses(plain, made.sources(), lost);
-  std::vector<made_file> files = write_bouquets(plain, made.references(), lost);
+  count_source_losses(list, made.sources(), lost);
+  std::vector<made_file> files = write_bouquets(list, made.references(), lost);
   files.insert(files.begin(), {version == 5 ? "lamedb5" : "lamedb", made.text()});
   return files;
 }

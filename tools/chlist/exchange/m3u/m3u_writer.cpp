@@ -9,7 +9,6 @@
 #include <string>
 #include <utility>
 
-#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/service_traits.h"
 #include "chlist/report.h"
 
@@ -187,13 +186,12 @@ std::vector<trait> traits_carried(const std::vector<url_part> &parts, const writ
 }  // namespace
 
 std::vector<made_file> write_m3u(const line_up &list, const write_options &options, loss_counts &lost) {
-  const line_up plain = with_plain_texts(list, lost);
   const std::vector<url_part> parts = parts_of(options.url.empty() ? default_m3u_url : std::string_view(options.url));
-  count_uncarried(plain, traits_carried(parts, options), lost);
-  const std::vector<std::string> groups = groups_of(plain, options.is_by_favourites);
+  count_uncarried(list, traits_carried(parts, options), lost);
+  const std::vector<std::string> groups = groups_of(list, options.is_by_favourites);
   std::string text = "#EXTM3U\n";
-  for (std::size_t at = 0; at < plain.services.size(); ++at) {
-    text += entry_of(plain.services[at], groups[at], lost) + url_of(plain.services[at], parts) + '\n';
+  for (std::size_t at = 0; at < list.services.size(); ++at) {
+    text += entry_of(list.services[at], groups[at], lost) + url_of(list.services[at], parts) + '\n';
   }
   return {{"", text}};
 }

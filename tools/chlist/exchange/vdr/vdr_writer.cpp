@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "chlist/exchange/field_reading.h"
-#include "chlist/exchange/plain_texts.h"
 #include "chlist/exchange/service_traits.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
@@ -189,15 +188,14 @@ bool has_lower_number(const line_up_service *a, const line_up_service *b) {
 }  // namespace
 
 std::vector<made_file> write_vdr(const line_up &list, loss_counts &lost) {
-  const line_up plain = with_plain_texts(list, lost);
-  count_uncarried(plain, carried, lost);
+  count_uncarried(list, carried, lost);
   std::vector<const line_up_service *> services;
-  for (const line_up_service &service : plain.services) {
+  for (const line_up_service &service : list.services) {
     if (service.is_listed) {
       services.push_back(&service);
     }
   }
-  lost.leave_out("services that the ALL view does not show", plain.services.size() - services.size());
+  lost.leave_out("services that the ALL view does not show", list.services.size() - services.size());
   if (!std::ranges::is_sorted(services, has_lower_number)) {
     lost.add("positions in the ALL view other than by number", services.size());
     std::ranges::stable_sort(services, has_lower_number);
