@@ -36,9 +36,9 @@ CHANNEL_BEGIN_DECLS
  * While use_group_list is 0 nothing is mirrored, but a move of several entries clears their slots in the service-type
  * view all the same, and they stay empty: move several entries while a TV, radio or group view is current.
  *
- * Channels are looked for in the service-type view by tag and identity, and the first entry is taken: of twins, alike in
- * both, the first is mirrored, whichever was named. A move of several clears it as well: when the service-type view is
- * the current one, the first twin goes together with the one that was named, and the view holds the channel once.
+ * Channels are looked for in the service-type view by tag and identity, and the first entry is taken: of twins, alike
+ * in both, the first is mirrored, whichever was named. A move of several clears it as well: when the service-type view
+ * is the current one, the first twin goes together with the one that was named, and the view holds the channel once.
  *
  * The mirror of a single move opens its gap at the current view's position: where that differs from the destination's
  * position in the service-type view, entries there are overwritten and others stand twice. Rebuild it with

@@ -49,9 +49,9 @@ arguments operator+(arguments first, const arguments &second) {
 
 const arguments network_key = {argument::net_index, argument::network_id};
 const arguments transponder_key = {argument::net_index, argument::network_id, argument::ts_id, argument::frequency,
-                               argument::polarisation};
+                                   argument::polarisation};
 const arguments service_key = {argument::net_index, argument::network_id, argument::ts_id,
-                           argument::frequency, argument::service_id, argument::polarisation};
+                               argument::frequency, argument::service_id, argument::polarisation};
 const arguments tagged_key = arguments{argument::tag} + service_key;
 
 // An operation of the interface, and one of the host.
