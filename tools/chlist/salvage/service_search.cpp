@@ -25,6 +25,12 @@ name_state name_at(byte_span file, std::size_t service, std::size_t slot) {
   return length == 0 ? name_state::empty : name_state::sound;
 }
 
+// What most of a file is: nothing there names a service, and no table needs to be asked.
+bool names_no_service(byte_span file, std::size_t at) {
+  return (CHLIST_FIELD(file, at, channel_st, ts_id) | CHLIST_FIELD(file, at, channel_st, network_id) |
+          CHLIST_FIELD(file, at, channel_st, service_id)) == 0;
+}
+
 // A service id that no service has: of records that were never filled, or were wiped.
 bool is_unset(const identity &id) { return id.service_id == 0 || id.service_id == 0xFFFF; }
 
@@ -173,6 +179,9 @@ std::vector<found_service> find_services(byte_span file, const record_sizes &siz
   for (std::size_t at = begin; fits(file, at, sizes.service); ++at) {
     if (at % progress_interval == 0) {
       progress(at);
+    }
+    if (names_no_service(file, at)) {
+      continue;
     }
     if (const found_service found = search.look_at(at); found.score > 0) {
       best.add(at, found.score);
