@@ -1,30 +1,18 @@
 // `chlist check` as it is run: exit codes, what it prints, JSON, and files that no reader takes.
-#include <channel/channel.h>
-#include <gtest/gtest.h>
-
 #include <random>
 #include <string>
 #include <vector>
 
-#include "chlist/json/json.h"
-#include "support/channel_file.h"
 #include "support/full_list.h"
-#include "tool/program.h"
+#include "tool/chlist_host.h"
 
 namespace {
 
-using chlist::json;
-using test_support::bytes;
-using test_support::channel_file;
-using test_support::service_data;
-using test_support::write_file;
-using tool_test::lines_of;
-using tool_test::program_result;
-using tool_test::run_program;
+using namespace tool_test;
 
 const service_data news = {.service_id = 1, .name = "News"};
 
-class CheckTool : public test_support::file_test {
+class CheckTool : public chlist_test {
  protected:
   static channel_file sound_file() {
     channel_file file;
@@ -34,9 +22,7 @@ class CheckTool : public test_support::file_test {
 
   program_result check(const bytes &file, const std::vector<std::string> &options = {}) {
     write_file(path(), file);
-    std::vector<std::string> command = {CHLIST_PROGRAM, "check", path()};
-    command.insert(command.end(), options.begin(), options.end());
-    return run_program(command);
+    return run({"check", path()}, options);
   }
 };
 
@@ -148,22 +134,22 @@ TEST_F(CheckTool, ATerminalGetsColours) {
 }
 
 TEST_F(CheckTool, WhatIsNoFileCannotBeChecked) {
-  const program_result missing = run_program({CHLIST_PROGRAM, "check", path("none")});
+  const program_result missing = run({"check", path("none")});
   EXPECT_EQ(missing.exit_code, 2);
   EXPECT_EQ(missing.err, "chlist: " + path("none") + ": No such file or directory\n");
 
-  const program_result folder = run_program({CHLIST_PROGRAM, "check", dir.path()});
+  const program_result folder = run({"check", dir.path()});
   EXPECT_EQ(folder.exit_code, 2);
   EXPECT_EQ(folder.err, "chlist: " + dir.path() + ": not a regular file\n");
 
-  EXPECT_EQ(run_program({CHLIST_PROGRAM, "check"}).exit_code, 2);
+  EXPECT_EQ(run({"check"}).exit_code, 2);
 }
 
 TEST_F(CheckTool, AFullListIsSound) {
   test_support::fill_everything();
   EXPECT_EQ(save_channel("full.dat"), 1);
 
-  const program_result result = run_program({CHLIST_PROGRAM, "check", path("full.dat"), "--json"});
+  const program_result result = run({"check", path("full.dat"), "--json"});
 
   const json report = json::parse(result.out);
   EXPECT_EQ(result.exit_code, 0);

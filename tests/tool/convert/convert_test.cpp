@@ -65,7 +65,7 @@ TEST_F(Convert, NamesAreHarmlessOnATerminalAndInJson) {
 TEST_F(Convert, AFileOfTodayNeedsNoConversion) {
   write_file(path("old.dat"), plain_list().data);
 
-  expect_refused({"old.dat", "new.dat"}, "old.dat: is of version 10 already: there is nothing to convert");
+  expect_refused({"convert", "old.dat", "new.dat"}, "old.dat: is of version 10 already: there is nothing to convert");
 }
 
 TEST_F(Convert, OtherVersionsAreUnknown) {
@@ -74,7 +74,7 @@ TEST_F(Convert, OtherVersionsAreUnknown) {
     file.set(0, 2, static_cast<std::uint16_t>(version));
     write_file(path("old.dat"), file.data);
 
-    expect_refused({"old.dat", "new.dat"},
+    expect_refused({"convert", "old.dat", "new.dat"},
                    "old.dat: is of version " + std::to_string(version) + ": only 7, 8 and 9 can be converted");
   }
 }
@@ -83,29 +83,29 @@ TEST_F(Convert, AFileWithoutAWholeVersionIsRefused) {
   for (const char *contents : {"", "\x08"}) {
     write_file(path("old.dat"), contents);
 
-    expect_refused({"old.dat", "new.dat"}, "old.dat: too short for a channel file");
+    expect_refused({"convert", "old.dat", "new.dat"}, "old.dat: too short for a channel file");
   }
   write_file(path("old.dat"), std::string("\x08\0", 2));
-  expect_refused({"old.dat", "new.dat"}, "old.dat: ends too early for a channel file of version 8");
+  expect_refused({"convert", "old.dat", "new.dat"}, "old.dat: ends too early for a channel file of version 8");
 }
 
 TEST_F(Convert, InputThatIsNoFileIsRefused) {
   fs::create_directory(path("folder"));
   ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
 
-  expect_refused({"missing.dat", "new.dat"}, "missing.dat: No such file or directory");
-  expect_refused({"folder", "new.dat"}, "folder: not a regular file");
-  expect_refused({"pipe", "new.dat"}, "pipe: not a regular file");
-  expect_refused({"/dev/full", "new.dat"}, "/dev/full: not a regular file");
+  expect_refused({"convert", "missing.dat", "new.dat"}, "missing.dat: No such file or directory");
+  expect_refused({"convert", "folder", "new.dat"}, "folder: not a regular file");
+  expect_refused({"convert", "pipe", "new.dat"}, "pipe: not a regular file");
+  expect_refused({"convert", "/dev/full", "new.dat"}, "/dev/full: not a regular file");
 }
 
 TEST_F(Convert, OutputThatCannotBeWrittenIsRefused) {
   write_old(8, plain_list());
   fs::create_directory(path("folder"));
 
-  expect_refused({"old.dat", "/dev/full"}, "/dev/full: not a regular file");
-  expect_refused({"old.dat", path("folder")}, path("folder") + ": not a regular file");
-  EXPECT_EQ(run({"old.dat", "missing/new.dat"}).exit_code, 2);
+  expect_refused({"convert", "old.dat", "/dev/full"}, "/dev/full: not a regular file");
+  expect_refused({"convert", "old.dat", path("folder")}, path("folder") + ": not a regular file");
+  EXPECT_EQ(run({"convert", "old.dat", "missing/new.dat"}).exit_code, 2);
   EXPECT_EQ(files(), (std::vector<std::string>{"folder", "old.dat"}));
 }
 
@@ -127,8 +127,8 @@ TEST_F(Convert, TheInputIsNotReplaced) {
   fs::create_symlink("old.dat", path("link.dat"));
   const std::string before = read_file(path("old.dat"));
 
-  expect_refused({"old.dat", "./old.dat"}, "./old.dat: is the input itself");
-  expect_refused({"old.dat", "link.dat"}, "link.dat: is the input itself");
+  expect_refused({"convert", "old.dat", "./old.dat"}, "./old.dat: is the input itself");
+  expect_refused({"convert", "old.dat", "link.dat"}, "link.dat: is the input itself");
   EXPECT_EQ(read_file(path("old.dat")), before);
 }
 
@@ -145,7 +145,7 @@ TEST_F(Convert, AnOutputThatNobodyMayWriteStays) {
   fs::permissions(path("protected.dat"), fs::perms(0444));
   write_old(8, plain_list());
 
-  expect_refused({"old.dat", path("protected.dat")}, path("protected.dat") + ": is read-only");
+  expect_refused({"convert", "old.dat", path("protected.dat")}, path("protected.dat") + ": is read-only");
   EXPECT_EQ(read_file(path("protected.dat")), "before");
 }
 
@@ -155,7 +155,7 @@ TEST_F(Convert, PathsMayBeLong) {
   write_old(8, plain_list());
   fs::rename(path("old.dat"), deep + "/old.dat");
 
-  EXPECT_EQ(run({deep + "/old.dat", deep + "/new.dat"}).exit_code, 0);
+  EXPECT_EQ(run({"convert", deep + "/old.dat", deep + "/new.dat"}).exit_code, 0);
 
   fs::rename(deep + "/new.dat", path("new.dat"));
   EXPECT_EQ(load_named("new.dat"), CHANNEL_LIST_VERSION);
@@ -177,15 +177,15 @@ TEST_F(Convert, AReportThatCannotBeWrittenIsAFailure) {
 TEST_F(Convert, BadUsageIsRefused) {
   write_old(8, plain_list());
 
-  EXPECT_EQ(run({}).exit_code, 2);
-  EXPECT_EQ(run({"old.dat"}).exit_code, 2);
-  EXPECT_EQ(run({"old.dat", "new.dat", "more"}).exit_code, 2);
-  EXPECT_EQ(run({"old.dat", "new.dat", "--unknown"}).exit_code, 2);
+  EXPECT_EQ(run({"convert"}).exit_code, 2);
+  EXPECT_EQ(run({"convert", "old.dat"}).exit_code, 2);
+  EXPECT_EQ(run({"convert", "old.dat", "new.dat", "more"}).exit_code, 2);
+  EXPECT_EQ(run({"convert", "old.dat", "new.dat", "--unknown"}).exit_code, 2);
   EXPECT_FALSE(fs::exists(path("new.dat")));
 }
 
 TEST_F(Convert, HelpNamesTheExitCodesAndAnExample) {
-  const program_result result = run({"--help"});
+  const program_result result = run({"convert", "--help"});
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_TRUE(has_line(result.out, "  0  converted")) << result.out;

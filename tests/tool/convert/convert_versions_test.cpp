@@ -65,7 +65,7 @@ TEST_P(ConvertVersion, LeavesTheInputAsItIs) {
   write_old(GetParam(), plain_list());
   const std::string before = read_file(path("old.dat"));
 
-  EXPECT_EQ(run({"old.dat", "new.dat"}).exit_code, 0);
+  EXPECT_EQ(run({"convert", "old.dat", "new.dat"}).exit_code, 0);
 
   EXPECT_EQ(read_file(path("old.dat")), before);
   EXPECT_EQ(files(), (std::vector<std::string>{"new.dat", "old.dat"}));
@@ -75,7 +75,7 @@ TEST_P(ConvertVersion, RefusesAFileThatIsOneByteShort) {
   write_old(GetParam(), plain_list());
   fs::resize_file(path("old.dat"), fs::file_size(path("old.dat")) - 1);
 
-  expect_refused({"old.dat", "new.dat"},
+  expect_refused({"convert", "old.dat", "new.dat"},
                  "old.dat: ends too early for a channel file of version " + std::to_string(GetParam()));
 }
 

@@ -1,8 +1,6 @@
 // A channel file with something in everything that an edit could touch by mistake, and the tool run on it.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <stdexcept>
@@ -10,21 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "chlist/json/json.h"
-#include "support/channel_file.h"
-#include "tool/program.h"
+#include "tool/chlist_host.h"
 
 namespace edit_test {
 
-using test_support::bytes;
-using test_support::channel_file;
-using test_support::get;
-using test_support::put;
-using test_support::read_file;
-using test_support::record_kind;
-using test_support::service_data;
-using test_support::view_place;
-using test_support::write_file;
+using namespace tool_test;
 
 const service_data news = {.service_id = 1, .name = "News"};
 const service_data films = {.service_id = 2, .name = "Films"};
@@ -107,21 +95,16 @@ inline std::string differences_of(const bytes &a, const bytes &b) {
   return text;
 }
 
-class edit_host : public test_support::file_test {
+class edit_host : public chlist_test {
  protected:
   void SetUp() override {
     file_test::SetUp();
     write_file(path(), before.data);
   }
 
-  [[nodiscard]] tool_test::program_result run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), CHLIST_PROGRAM);
-    return tool_test::run_program(arguments, dir.path());
-  }
-
   // Runs an edit of list.dat that has nothing to tell: the file has the expected bytes afterwards.
   void expect_edit(const std::vector<std::string> &arguments, const bytes &expected) const {
-    const tool_test::program_result result = run(arguments);
+    const program_result result = run(arguments);
     EXPECT_EQ(result.exit_code, 0);
     EXPECT_EQ(result.err, "");
     expect_bytes(expected);
@@ -132,15 +115,9 @@ class edit_host : public test_support::file_test {
     EXPECT_TRUE(written == expected) << differences_of(written, expected);
   }
 
-  // Nothing is written; the error is whole.
   void expect_refused(const std::vector<std::string> &arguments, const std::string &error) const {
-    const std::vector<std::string> earlier = names();
-    const tool_test::program_result result = run(arguments);
-    EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: " + error + "\n");
-    EXPECT_EQ(result.out, "");
+    chlist_test::expect_refused(arguments, error);
     expect_bytes(before.data);
-    EXPECT_EQ(names(), earlier);
   }
 
   // The file's bytes with one field changed.
@@ -148,15 +125,6 @@ class edit_host : public test_support::file_test {
     bytes changed = before.data;
     put(changed, at, width, value);
     return changed;
-  }
-
-  [[nodiscard]] std::vector<std::string> names() const {
-    std::vector<std::string> found;
-    for (const auto &entry : std::filesystem::directory_iterator(dir.path())) {
-      found.push_back(entry.path().filename());
-    }
-    std::ranges::sort(found);
-    return found;
   }
 
   channel_file before = own_list();

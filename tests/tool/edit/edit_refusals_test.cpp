@@ -143,7 +143,7 @@ TEST_F(EditBackups, ThePreviousFileIsKeptWithItsMode) {
 
   EXPECT_EQ(run({"lock", "list.dat", "News"}).exit_code, 0);
 
-  EXPECT_EQ(names(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
   expect_bytes(before.data, "list.dat.bak");
   EXPECT_EQ(fs::status(path("list.dat.bak")).permissions(), fs::perms(0640));
   EXPECT_EQ(fs::status(path()).permissions(), fs::perms(0640));
@@ -160,7 +160,7 @@ TEST_F(EditBackups, AnEarlierBackupIsReplaced) {
 TEST_F(EditBackups, CanBeLeftOut) {
   EXPECT_EQ(run({"lock", "list.dat", "News", "--no-backup"}).exit_code, 0);
 
-  EXPECT_EQ(names(), (std::vector<std::string>{"list.dat"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat"}));
 }
 
 TEST_F(EditBackups, AreKeptOfAnotherOutputThatWasThere) {
@@ -181,7 +181,7 @@ TEST_F(EditBackups, ALinkStaysOneAndTheBackupIsBesideItsFile) {
   EXPECT_TRUE(fs::is_symlink(path()));
   expect_bytes(before.data, "real/channels.dat.bak");
   expect_bytes(with(service_at(before, 0) + 288, 1, 2));
-  EXPECT_EQ(names(), (std::vector<std::string>{"list.dat", "real"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "real"}));
 }
 
 TEST_F(EditBackups, WhatCannotBeKeptIsNotReplaced) {

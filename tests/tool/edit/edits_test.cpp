@@ -198,7 +198,7 @@ TEST_F(Edits, AnEditThatChangesNothingLeavesTheFile) {
     EXPECT_EQ(result.out, "list.dat: nothing to change\n");
     expect_bytes(before.data);
     EXPECT_EQ(std::filesystem::last_write_time(path()), written);
-    EXPECT_EQ(names(), (std::vector<std::string>{"list.dat"}));
+    EXPECT_EQ(files(), (std::vector<std::string>{"list.dat"}));
   }
 }
 
@@ -208,7 +208,7 @@ TEST_F(Edits, ADryRunWritesNothingAndShowsTheSame) {
   EXPECT_EQ(dry.exit_code, 0);
   EXPECT_TRUE(dry.out.starts_with("dry run: changed\n")) << dry.out;
   expect_bytes(before.data);
-  EXPECT_EQ(names(), (std::vector<std::string>{"list.dat"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat"}));
   const auto done = run({"rename", "list.dat", "News", "Today"});
   EXPECT_EQ(done.out.substr(done.out.find('\n')), dry.out.substr(dry.out.find('\n')));
   EXPECT_TRUE(done.out.starts_with("list.dat: changed\n")) << done.out;
@@ -236,7 +236,7 @@ TEST_F(Edits, AnotherOutputLeavesTheFile) {
 
   EXPECT_EQ(run({"unlock", "list.dat", "News", "-o", "copy.dat"}).exit_code, 0);
   expect_bytes(before.data, "copy.dat");
-  EXPECT_EQ(names(), (std::vector<std::string>{"copy.dat", "list.dat", "out.dat"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"copy.dat", "list.dat", "out.dat"}));
 }
 
 TEST_F(Edits, WhatCannotBeSavedAgainIsTold) {

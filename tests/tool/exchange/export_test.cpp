@@ -1,25 +1,12 @@
 // `chlist export` and `chlist import` as they are run: formats by name and by option, what they say, and how they fail.
-#include <channel/channel.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "chlist/json/json.h"
-#include "support/channel_file.h"
 #include "tool/exchange/import_host.h"
 
 namespace {
 
-using chlist::json;
-using test_support::channel_file;
-using test_support::read_file;
-using test_support::service_data;
-using test_support::write_file;
-using tool_test::program_result;
-using tool_test::run_program;
+using namespace tool_test;
 
 class Export : public tool_test::import_test {
  protected:
@@ -33,18 +20,8 @@ class Export : public tool_test::import_test {
     write_file(dir.path() + "box.dat", file.data);
   }
 
-  program_result chlist(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), CHLIST_PROGRAM);
-    return run_program(arguments, dir.path());
-  }
-  program_result exported(const std::string &output, std::vector<std::string> options = {}) const {
-    options.insert(options.begin(), {"export", "box.dat", "-o", output});
-    return chlist(options);
-  }
-  [[nodiscard]] std::vector<std::string> files() const {
-    std::vector<std::string> names = import_test::files();
-    std::ranges::sort(names);
-    return names;
+  program_result exported(const std::string &output, const std::vector<std::string> &options = {}) const {
+    return run({"export", "box.dat", "-o", output}, options);
   }
   [[nodiscard]] std::string read(const std::string &name) const { return read_file(dir.path() + name); }
 };
@@ -81,13 +58,13 @@ TEST_F(Export, AFolderIsReadBackButNotInto) {
   const std::string lamedb = read("box/lamedb");
 
   for (const char *input : {"box", "box/lamedb"}) {
-    const program_result result = chlist({"import", input, "-o", "box/userbouquet.all_channels.tv"});
+    const program_result result = run({"import", input, "-o", "box/userbouquet.all_channels.tv"});
 
     EXPECT_EQ(result.exit_code, 2);
     EXPECT_EQ(result.err, "chlist: box/userbouquet.all_channels.tv: is a part of the input\n");
   }
   EXPECT_EQ(read("box/lamedb"), lamedb);
-  EXPECT_EQ(chlist({"import", "box", "-o", "back.dat"}).exit_code, 0);
+  EXPECT_EQ(run({"import", "box", "-o", "back.dat"}).exit_code, 0);
 }
 
 TEST_F(Export, AnEmptyFolderMakesPlace) {
@@ -184,9 +161,9 @@ TEST_F(Export, BadOptionsAreRefused) {
 TEST_F(Export, UnknownFormatsAreRefused) {
   EXPECT_TRUE(exported("box.xyz").err.starts_with("chlist: box.xyz: its name tells no format; --to names it: json"));
   EXPECT_TRUE(exported("box.xyz", {"--to", "xyz"}).err.starts_with("chlist: 'xyz' is no format that can be written"));
-  EXPECT_TRUE(chlist({"import", "box.dat", "-o", "out.dat"})
+  EXPECT_TRUE(run({"import", "box.dat", "-o", "out.dat"})
                   .err.starts_with("chlist: box.dat: is of no known format; --from names it: json"));
-  EXPECT_TRUE(chlist({"import", "box.dat", "-o", "out.dat", "--from", "m3u"})
+  EXPECT_TRUE(run({"import", "box.dat", "-o", "out.dat", "--from", "m3u"})
                   .err.starts_with("chlist: 'm3u' is no format that can be read; there are json"));
   EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat"}));
 }
@@ -194,7 +171,7 @@ TEST_F(Export, UnknownFormatsAreRefused) {
 TEST_F(Export, JsonComesBackByteForByte) {
   exported("box.json");
 
-  const program_result result = chlist({"import", "box.json", "-o", "again.dat"});
+  const program_result result = run({"import", "box.json", "-o", "again.dat"});
 
   EXPECT_EQ(result.exit_code, 0) << result.err;
   EXPECT_EQ(result.out, "again.dat: the whole channel file from json\n");
@@ -204,7 +181,7 @@ TEST_F(Export, JsonComesBackByteForByte) {
 TEST_F(Export, JsonThatIsWrongIsToldWithItsFile) {
   write_file(dir.path() + "bad.json", "{\"format\": 3}");
 
-  const program_result result = chlist({"import", "bad.json", "-o", "out.dat"});
+  const program_result result = run({"import", "bad.json", "-o", "out.dat"});
 
   EXPECT_EQ(result.exit_code, 2);
   EXPECT_EQ(result.err, "chlist: bad.json: $: is no object with \"format\": \"channel file\"\n");
@@ -213,7 +190,7 @@ TEST_F(Export, JsonThatIsWrongIsToldWithItsFile) {
 TEST_F(Export, CsvIsFoundByItsHeaderAndSkippedRowsAreFindings) {
   write_file(dir.path() + "list.txt", "name,network_id,ts_id,frequency,service_id\nA,1,2,3,4\nB,1,2,3,x\n");
 
-  const program_result result = chlist({"import", "list.txt", "-o", "out.dat"});
+  const program_result result = run({"import", "list.txt", "-o", "out.dat"});
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "list.txt:3: skipped: service_id 'x' is not a number\n");
@@ -228,7 +205,7 @@ TEST_F(Export, ReportsAreJsonToo) {
   EXPECT_EQ(of_export["not_carried"][0], (json{{"what", "locks"}, {"count", 1}}));
   EXPECT_EQ(of_export["left_out"], json::array());
 
-  const program_result result = chlist({"import", "box.conf", "-o", "out.dat", "--json"});
+  const program_result result = run({"import", "box.conf", "-o", "out.dat", "--json"});
   const json of_import = json::parse(result.out);
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(of_import["format"], "vdr");
@@ -239,8 +216,8 @@ TEST_F(Export, ReportsAreJsonToo) {
 TEST_F(Export, TheInputIsNotOverwrittenAndOtherFilesAreRefused) {
   EXPECT_EQ(exported("./box.dat", {"--to", "csv"}).err, "chlist: ./box.dat: is the input itself\n");
   write_file(dir.path() + "short.dat", "x");
-  EXPECT_EQ(chlist({"export", "short.dat", "-o", "out.csv"}).err, "chlist: short.dat: too short for a channel file\n");
-  EXPECT_EQ(chlist({"export", "missing.dat", "-o", "out.csv"}).exit_code, 2);
+  EXPECT_EQ(run({"export", "short.dat", "-o", "out.csv"}).err, "chlist: short.dat: too short for a channel file\n");
+  EXPECT_EQ(run({"export", "missing.dat", "-o", "out.csv"}).exit_code, 2);
 }
 
 }  // namespace

@@ -1,33 +1,23 @@
 // `chlist import` in a scratch directory, and the library to look at what it wrote.
 #pragma once
 
-#include <channel/channel.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "support/log_capture.h"
-#include "support/store_builder.h"
-#include "support/temp_dir.h"
-#include "tool/program.h"
+#include "tool/chlist_host.h"
 
 namespace tool_test {
 
 inline const std::string sample = CHANNEL_SAMPLES_DIR "/channels.conf";
 
-class import_test : public test_support::store_test {
+class import_test : public chlist_test {
  protected:
   program_result import(const std::string &text, const std::string &output = "list.dat") {
-    test_support::write_file(dir.path() + "channels.conf", text);
-    return run({"channels.conf", "-o", output});
-  }
-
-  program_result run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {CHLIST_PROGRAM, "import"});
-    return run_program(arguments, dir.path());
+    write_file(path("channels.conf"), text);
+    return run({"import", "channels.conf", "-o", output});
   }
 
   void load(const std::string &name = "list.dat") const {
@@ -51,19 +41,6 @@ class import_test : public test_support::store_test {
     const group_st *provider = find_provider_id(get_channel(get_channel_index(major))->provider_id);
     return provider != nullptr ? provider->name : "";
   }
-
-  // The files that are there, without the input.
-  std::vector<std::string> files() const {
-    std::vector<std::string> names;
-    for (const std::filesystem::directory_entry &entry : std::filesystem::directory_iterator(dir.path())) {
-      if (entry.path().filename() != "channels.conf") {
-        names.push_back(entry.path().filename());
-      }
-    }
-    return names;
-  }
-
-  test_support::temp_dir dir;
 };
 
 }  // namespace tool_test

@@ -22,7 +22,7 @@ using tool_test::service_line;
 using Import = tool_test::import_test;
 
 TEST_F(Import, TheSampleLineUpComesThroughWhole) {
-  const program_result result = run({sample, "--output", "list.dat"});
+  const program_result result = run({"import", sample, "--output", "list.dat"});
 
   EXPECT_EQ(result.exit_code, 0) << result.err;
   EXPECT_EQ(result.err, "");
@@ -39,7 +39,7 @@ TEST_F(Import, TheSampleLineUpComesThroughWhole) {
 }
 
 TEST_F(Import, TheSampleServicesAreWhatTheirLinesSay) {
-  run({sample, "-o", "list.dat"});
+  run({"import", sample, "-o", "list.dat"});
   load();
 
   const channel_st *harbour = get_channel(get_channel_index(5));
@@ -93,7 +93,7 @@ TEST_F(Import, AListThatIsCarriedWholeHasAShortSummary) {
 }
 
 TEST_F(Import, TheSampleServicesHaveTheirProviders) {
-  run({sample, "-o", "list.dat"});
+  run({"import", sample, "-o", "list.dat"});
   load();
 
   EXPECT_EQ(provider_names(),
@@ -164,14 +164,14 @@ TEST_F(Import, AViewThatIsTooSmallIsAFinding) {
 TEST_F(Import, BadUsageIsRefused) {
   EXPECT_EQ(run_program({CHLIST_PROGRAM}).exit_code, 2);
   EXPECT_EQ(run_program({CHLIST_PROGRAM, "unknown"}).exit_code, 2);
-  EXPECT_EQ(run({}).exit_code, 2);
-  EXPECT_EQ(run({sample}).exit_code, 2);
-  EXPECT_EQ(run({sample, "-o", "list.dat", "more"}).exit_code, 2);
+  EXPECT_EQ(run({"import"}).exit_code, 2);
+  EXPECT_EQ(run({"import", sample}).exit_code, 2);
+  EXPECT_EQ(run({"import", sample, "-o", "list.dat", "more"}).exit_code, 2);
   EXPECT_EQ(run_program({CHLIST_PROGRAM, "--log-level", "6", "import", sample, "-o", "list.dat"}).exit_code, 2);
 }
 
 TEST_F(Import, HelpNamesTheExitCodes) {
-  const program_result result = run({"--help"});
+  const program_result result = run({"import", "--help"});
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_TRUE(has_line(result.out, "  0  everything was imported")) << result.out;

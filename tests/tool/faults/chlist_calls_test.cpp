@@ -9,7 +9,7 @@ namespace {
 namespace fs = std::filesystem;
 
 using tool_test::command;
-using tool_test::files;
+using tool_test::file_set;
 using tool_test::program_result;
 
 // For the programs that start while it lives, the n-th call to the file system fails.
@@ -40,8 +40,8 @@ class failing_commands : public tool_test::commands_test {
  protected:
   // Runs with every call failing once, one a run, each from the same files. Check: (result, files afterwards).
   template <class Check>
-  void fail_every_call(const files &earlier, const Check &check) {
-    files left = folder();
+  void fail_every_call(const file_set &earlier, const Check &check) {
+    file_set left = folder();
     for (int n = 1;; ++n) {
       put(earlier, left);
       const failing_call failing(n, told_.path() + "call");
@@ -77,9 +77,9 @@ class ChlistFaults : public failing_commands {};
 TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
   const program_result whole = run();
   ASSERT_EQ(whole.exit_code, 0) << whole.err;
-  const files after = folder();
+  const file_set after = folder();
 
-  fail_every_call(before, [&](const program_result &result, const files &left) {
+  fail_every_call(before, [&](const program_result &result, const file_set &left) {
     if (result.exit_code == 0) {
       EXPECT_EQ(result.out, whole.out);
       EXPECT_EQ(result.err, "");
@@ -118,7 +118,7 @@ class ChlistRefusals : public failing_commands {};
 TEST_P(ChlistRefusals, SaveTheInputWhateverFails) {
   ASSERT_EQ(run().exit_code, 2);
 
-  fail_every_call(before, [&](const program_result &result, const files &left) {
+  fail_every_call(before, [&](const program_result &result, const file_set &left) {
     EXPECT_EQ(result.exit_code, 2);
     EXPECT_EQ(tool_test::lines_of(result.err).size(), 1U) << result.err;
     EXPECT_TRUE(left == before);
@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class ChlistEditFaults : public failing_commands {
  protected:
-  void expect_whole(const program_result &result, const files &left, const files &after, files earlier) const {
+  void expect_whole(const program_result &result, const file_set &left, const file_set &after, file_set earlier) const {
     if (result.exit_code == 0) {
       EXPECT_EQ(result.err, "");
       EXPECT_TRUE(left == after);
@@ -154,21 +154,21 @@ class ChlistEditFaults : public failing_commands {
 // The file is the old one or the new one, whole; its backup is what it was or the old one, whole; nothing else is left.
 TEST_P(ChlistEditFaults, LeaveTheFileWholeAndKeepThePreviousOne) {
   ASSERT_EQ(run().exit_code, 0);
-  const files after = folder();
+  const file_set after = folder();
   ASSERT_TRUE(after.at("list.dat.bak") == before.at("list.dat"));
 
-  fail_every_call(before,
-                  [&](const program_result &result, const files &left) { expect_whole(result, left, after, before); });
+  fail_every_call(
+      before, [&](const program_result &result, const file_set &left) { expect_whole(result, left, after, before); });
 }
 
 TEST_P(ChlistEditFaults, LeaveAnEarlierBackupWholeUntilANewOneIs) {
   ASSERT_EQ(run().exit_code, 0);
-  const files after = folder();
-  files earlier = before;
+  const file_set after = folder();
+  file_set earlier = before;
   earlier["list.dat.bak"] = {"an earlier list", after.at("list.dat.bak").second};
 
-  fail_every_call(earlier,
-                  [&](const program_result &result, const files &left) { expect_whole(result, left, after, earlier); });
+  fail_every_call(
+      earlier, [&](const program_result &result, const file_set &left) { expect_whole(result, left, after, earlier); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, ChlistEditFaults,

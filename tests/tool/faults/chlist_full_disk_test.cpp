@@ -9,7 +9,7 @@ using test_support::read_file;
 using test_support::small_disk;
 using test_support::write_file;
 using tool_test::command;
-using tool_test::files;
+using tool_test::file_set;
 using tool_test::program_result;
 using tool_test::run_program;
 
@@ -27,7 +27,7 @@ class ChlistFullDisk : public tool_test::commands_test {
     std::vector<std::string> arguments = GetParam().arguments;
     arguments.insert(arguments.begin(), CHLIST_PROGRAM);
     arguments.push_back(output());
-    return run_program(arguments, dir());
+    return run_program(arguments, dir.path());
   }
 
   const small_disk disk;
@@ -41,7 +41,7 @@ TEST_P(ChlistFullDisk, KeepsTheEarlierOutputUntilTheNewOneFits) {
   for (const std::size_t blocks :
        {std::size_t{0}, std::size_t{1}, std::size_t{2}, std::size_t{57}, blocks_of_a_list - 2, blocks_of_a_list - 1}) {
     prepare(blocks * small_disk::block);
-    const files earlier = tool_test::files_in(disk.path());
+    const file_set earlier = tool_test::files_in(disk.path());
 
     const program_result result = run_onto_disk();
 

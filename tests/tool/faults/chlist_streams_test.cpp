@@ -8,7 +8,7 @@ namespace fs = std::filesystem;
 
 using test_support::channel_file;
 using tool_test::command;
-using tool_test::files;
+using tool_test::file_set;
 using tool_test::program_result;
 using tool_test::run_program;
 
@@ -19,13 +19,13 @@ class ChlistStreams : public tool_test::commands_test {
     for (const std::string &argument : GetParam().arguments) {
       line += ' ' + argument;
     }
-    return run_program({"/bin/sh", "-c", line + redirections}, dir());
+    return run_program({"/bin/sh", "-c", line + redirections}, dir.path());
   }
 };
 
 TEST_P(ChlistStreams, NeverMeetAFile) {
   ASSERT_EQ(run().exit_code, 0);
-  const files after = folder();
+  const file_set after = folder();
   for (const std::string in : {"", " <&-"}) {
     for (const std::string out : {"", " >&-", " >/dev/full"}) {
       for (const std::string err : {"", " 2>&-", " 2>/dev/full"}) {
@@ -44,9 +44,9 @@ TEST_P(ChlistStreams, NeverMeetAFile) {
 
 TEST_P(ChlistStreams, MayBeFullWhenAFailureIsTold) {
   for (const char *name : {"list.dat", "old.dat", "channels.conf"}) {
-    fs::remove(dir() + name);
+    fs::remove(path(name));
   }
-  const files left = folder();
+  const file_set left = folder();
 
   for (const std::string err : {" 2>&-", " 2>/dev/full"}) {
     EXPECT_EQ(run_with(err).exit_code, 2);

@@ -1,27 +1,16 @@
 // `chlist report` as it is run: the page that it writes, the data in it, what it says, and what it refuses.
-#include <channel/channel.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include "chlist/json/json.h"
-#include "support/channel_file.h"
 #include "support/old_channel_file.h"
-#include "tool/program.h"
+#include "tool/chlist_host.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+using namespace tool_test;
 
-using chlist::json;
-using test_support::channel_file;
-using test_support::read_file;
-using test_support::service_data;
-using test_support::write_file;
-using tool_test::program_result;
-using tool_test::run_program;
+namespace fs = std::filesystem;
 
 const service_data news = {.service_id = 1, .name = "News"};
 const service_data music = {.service_id = 2, .service_type = SERVICE_TYPE_RADIO, .name = "Music", .flag = 0x04};
@@ -35,18 +24,11 @@ channel_file small_list() {
   return file;
 }
 
-class Report : public test_support::file_test {
+class Report : public chlist_test {
  protected:
-  program_result run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {CHLIST_PROGRAM, "report"});
-    return run_program(arguments, dir.path());
-  }
-
-  program_result report(const test_support::bytes &contents, const std::vector<std::string> &more = {}) const {
+  program_result report(const bytes &contents, const std::vector<std::string> &more = {}) const {
     write_file(path(), contents);
-    std::vector<std::string> arguments = {"list.dat", "-o", "page.html"};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    return run(arguments);
+    return run({"report", "list.dat", "-o", "page.html"}, more);
   }
 
   [[nodiscard]] std::string page() const { return read_file(path("page.html")); }
@@ -59,14 +41,6 @@ class Report : public test_support::file_test {
     return whole.substr(from, whole.find("</script", from) - from);
   }
   [[nodiscard]] json data() const { return json::parse(data_text()); }
-
-  void expect_refused(const std::vector<std::string> &arguments, const std::string &error) const {
-    const program_result result = run(arguments);
-    EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: " + error + "\n");
-    EXPECT_EQ(result.out, "");
-    EXPECT_FALSE(fs::exists(path("page.html")));
-  }
 };
 
 TEST_F(Report, WritesAPageOfASoundList) {
@@ -210,33 +184,35 @@ TEST_F(Report, RefusesWhatItCannotRead) {
   write_file(path("empty.dat"), "");
   write_file(path("old.dat"), in_version(test_support::old_version_of(8), small_list()).data);
 
-  expect_refused({"none.dat", "-o", "page.html"}, "none.dat: No such file or directory");
-  expect_refused({".", "-o", "page.html"}, ".: not a regular file");
-  expect_refused({"empty.dat", "-o", "page.html"}, "empty.dat: too short for a channel file");
-  expect_refused({"old.dat", "-o", "page.html"}, "old.dat: is of version 8, not 10: `chlist convert` makes one of it");
-  expect_refused({"list.dat", "-o", "page.html"}, "list.dat: ends too early for a channel file of its version");
+  expect_refused({"report", "none.dat", "-o", "page.html"}, "none.dat: No such file or directory");
+  expect_refused({"report", ".", "-o", "page.html"}, ".: not a regular file");
+  expect_refused({"report", "empty.dat", "-o", "page.html"}, "empty.dat: too short for a channel file");
+  expect_refused({"report", "old.dat", "-o", "page.html"},
+                 "old.dat: is of version 8, not 10: `chlist convert` makes one of it");
+  expect_refused({"report", "list.dat", "-o", "page.html"},
+                 "list.dat: ends too early for a channel file of its version");
 }
 
 TEST_F(Report, RefusesToReplaceItsInput) {
   write_file(path(), small_list().data);
 
-  expect_refused({"list.dat", "-o", "./list.dat"}, "./list.dat: is the input itself");
+  expect_refused({"report", "list.dat", "-o", "./list.dat"}, "./list.dat: is the input itself");
   EXPECT_TRUE(read_file(path()) == small_list().data);
 }
 
 TEST_F(Report, RefusesAPageThatCannotBeWritten) {
   write_file(path(), small_list().data);
 
-  expect_refused({"list.dat", "-o", "none/page.html"},
+  expect_refused({"report", "list.dat", "-o", "none/page.html"},
                  (fs::canonical(dir.path()) / "none").string() + ": No such file or directory");
 }
 
 TEST_F(Report, RefusesBadUsage) {
   write_file(path(), small_list().data);
 
-  EXPECT_EQ(run({}).exit_code, 2);
-  EXPECT_EQ(run({"list.dat"}).exit_code, 2);
-  EXPECT_EQ(run({"list.dat", "more.dat", "-o", "page.html"}).exit_code, 2);
+  EXPECT_EQ(run({"report"}).exit_code, 2);
+  EXPECT_EQ(run({"report", "list.dat"}).exit_code, 2);
+  EXPECT_EQ(run({"report", "list.dat", "more.dat", "-o", "page.html"}).exit_code, 2);
   EXPECT_FALSE(fs::exists(path("page.html")));
 }
 

@@ -1,31 +1,15 @@
 // A list of a receiver and what a channel search found, and `chlist merge` run on both.
 #pragma once
 
-#include <channel/channel.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include "chlist/json/json.h"
-#include "support/channel_file.h"
-#include "tool/program.h"
+#include "tool/chlist_host.h"
 
 namespace merge_test {
 
-using chlist::json;
-using test_support::channel_file;
-using test_support::majors;
-using test_support::read_file;
-using test_support::service_data;
-using test_support::service_ids;
-using test_support::write_file;
-using tool_test::has_line;
-using tool_test::lines_of;
-using tool_test::program_result;
-using tool_test::run_program;
+using namespace tool_test;
 
 namespace fs = std::filesystem;
 
@@ -52,7 +36,7 @@ inline channel_file scan_of(const std::vector<service_data> &services) {
   return file;
 }
 
-class MergeTool : public test_support::file_test {
+class MergeTool : public chlist_test {
  protected:
   void SetUp() override {
     file_test::SetUp();
@@ -63,36 +47,11 @@ class MergeTool : public test_support::file_test {
   void write_list(const channel_file &file) const { write_file(path("list.dat"), file.data); }
   void write_scan(const channel_file &file) const { write_file(path("scan.dat"), file.data); }
 
-  program_result run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {CHLIST_PROGRAM, "merge"});
-    return run_program(arguments, dir.path());
-  }
-
   program_result merge(const std::vector<std::string> &more = {}) const {
-    std::vector<std::string> arguments = {"list.dat", "scan.dat", "-o", "out.dat"};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    return run(arguments);
+    return run({"merge", "list.dat", "scan.dat", "-o", "out.dat"}, more);
   }
 
   json merged_json() const { return json::parse(merge({"--json"}).out); }
-
-  void expect_refused(const std::vector<std::string> &arguments, const std::string &error) const {
-    const std::vector<std::string> before = files();
-    const program_result result = run(arguments);
-    EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: " + error + "\n");
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(files(), before);
-  }
-
-  [[nodiscard]] std::vector<std::string> files() const {
-    std::vector<std::string> names;
-    for (const fs::directory_entry &entry : fs::directory_iterator(dir.path())) {
-      names.push_back(entry.path().filename());
-    }
-    std::ranges::sort(names);
-    return names;
-  }
 };
 
 }  // namespace merge_test

@@ -15,7 +15,7 @@ namespace {
 using namespace merge_test;
 
 TEST_F(MergeTool, TheOutputIsNotTheNewList) {
-  expect_refused({"list.dat", "scan.dat", "-o", "./scan.dat"}, "./scan.dat: is the input itself");
+  expect_refused({"merge", "list.dat", "scan.dat", "-o", "./scan.dat"}, "./scan.dat: is the input itself");
 }
 
 TEST_F(MergeTool, OnlyTheCurrentVersionIsMerged) {
@@ -28,8 +28,8 @@ TEST_F(MergeTool, OnlyTheCurrentVersionIsMerged) {
     write_file(path("other.dat"), other.data);
     const std::string error = "other.dat: is of version " + std::to_string(version) + ", not 10" + hint;
 
-    expect_refused({"other.dat", "scan.dat", "-o", "out.dat"}, error);
-    expect_refused({"list.dat", "other.dat", "-o", "out.dat"}, error);
+    expect_refused({"merge", "other.dat", "scan.dat", "-o", "out.dat"}, error);
+    expect_refused({"merge", "list.dat", "other.dat", "-o", "out.dat"}, error);
   }
 }
 
@@ -38,13 +38,13 @@ TEST_F(MergeTool, ShortFilesAreRefused) {
     const std::string whole = read_file(path(name));
 
     write_file(path(name), whole.substr(0, whole.size() - 1));
-    expect_refused({"list.dat", "scan.dat", "-o", "out.dat"},
+    expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"},
                    name + ": ends too early for a channel file of its version");
     write_file(path(name), whole.substr(0, test_support::list_size - 1));
-    expect_refused({"list.dat", "scan.dat", "-o", "out.dat"},
+    expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"},
                    name + ": ends too early for a channel file of its version");
     write_file(path(name), whole.substr(0, 1));
-    expect_refused({"list.dat", "scan.dat", "-o", "out.dat"}, name + ": too short for a channel file");
+    expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"}, name + ": too short for a channel file");
 
     write_file(path(name), whole);
   }
@@ -70,19 +70,19 @@ TEST_F(MergeTool, FilesThatEndInTheirHeaderAreRefusedWhateverTheirBytesAre) {
 TEST_F(MergeTool, InputThatIsNoFileIsRefused) {
   fs::create_directory(path("folder"));
 
-  expect_refused({"missing.dat", "scan.dat", "-o", "out.dat"}, "missing.dat: No such file or directory");
-  expect_refused({"list.dat", "missing.dat", "-o", "out.dat"}, "missing.dat: No such file or directory");
-  expect_refused({"folder", "scan.dat", "-o", "out.dat"}, "folder: not a regular file");
-  expect_refused({"list.dat", "folder", "--dry-run"}, "folder: not a regular file");
-  expect_refused({"list.dat", "/dev/full", "--dry-run"}, "/dev/full: not a regular file");
+  expect_refused({"merge", "missing.dat", "scan.dat", "-o", "out.dat"}, "missing.dat: No such file or directory");
+  expect_refused({"merge", "list.dat", "missing.dat", "-o", "out.dat"}, "missing.dat: No such file or directory");
+  expect_refused({"merge", "folder", "scan.dat", "-o", "out.dat"}, "folder: not a regular file");
+  expect_refused({"merge", "list.dat", "folder", "--dry-run"}, "folder: not a regular file");
+  expect_refused({"merge", "list.dat", "/dev/full", "--dry-run"}, "/dev/full: not a regular file");
 }
 
 TEST_F(MergeTool, OutputThatCannotBeWrittenIsRefused) {
   fs::create_directory(path("folder"));
 
-  expect_refused({"list.dat", "scan.dat", "-o", "/dev/full"}, "/dev/full: not a regular file");
-  expect_refused({"list.dat", "scan.dat", "-o", path("folder")}, path("folder") + ": not a regular file");
-  EXPECT_EQ(run({"list.dat", "scan.dat", "-o", "missing/out.dat"}).exit_code, 2);
+  expect_refused({"merge", "list.dat", "scan.dat", "-o", "/dev/full"}, "/dev/full: not a regular file");
+  expect_refused({"merge", "list.dat", "scan.dat", "-o", path("folder")}, path("folder") + ": not a regular file");
+  EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "-o", "missing/out.dat"}).exit_code, 2);
 }
 
 TEST_F(MergeTool, AFailedWriteLeavesTheListAndNoOtherFile) {
@@ -105,15 +105,15 @@ TEST_F(MergeTool, AReportThatCannotBeWrittenIsAFailure) {
 }
 
 TEST_F(MergeTool, BadUsageIsRefused) {
-  EXPECT_EQ(run({}).exit_code, 2);
-  EXPECT_EQ(run({"list.dat", "-o", "out.dat"}).exit_code, 2);
-  EXPECT_EQ(run({"list.dat", "scan.dat", "more", "-o", "out.dat"}).exit_code, 2);
-  EXPECT_EQ(run({"list.dat", "scan.dat", "-o"}).exit_code, 2);
+  EXPECT_EQ(run({"merge"}).exit_code, 2);
+  EXPECT_EQ(run({"merge", "list.dat", "-o", "out.dat"}).exit_code, 2);
+  EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "more", "-o", "out.dat"}).exit_code, 2);
+  EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "-o"}).exit_code, 2);
   EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "scan.dat"}));
 }
 
 TEST_F(MergeTool, WithoutOutputOnlyADryRunIsPossible) {
-  const program_result result = run({"list.dat", "scan.dat"});
+  const program_result result = run({"merge", "list.dat", "scan.dat"});
 
   EXPECT_EQ(result.exit_code, 2);
   EXPECT_EQ(lines_of(result.err).front(), "--output (or --dry-run) is required");

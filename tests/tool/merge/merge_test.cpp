@@ -57,7 +57,7 @@ TEST_F(MergeTool, ADryRunShowsTheSameAndWritesNothing) {
   const json merged = merged_json();
   fs::remove(path("out.dat"));
 
-  const program_result result = run({"list.dat", "scan.dat", "--dry-run", "--json"});
+  const program_result result = run({"merge", "list.dat", "scan.dat", "--dry-run", "--json"});
 
   EXPECT_EQ(result.exit_code, 0);
   const json report = json::parse(result.out);
@@ -79,7 +79,8 @@ TEST_F(MergeTool, ADryRunLeavesAnOutputAsItIs) {
 }
 
 TEST_F(MergeTool, TheSameListChangesNothing) {
-  EXPECT_EQ(run({"list.dat", "list.dat", "-o", "out.dat"}).out, "out.dat: 0 services added, 0 deleted, 2 kept\n");
+  EXPECT_EQ(run({"merge", "list.dat", "list.dat", "-o", "out.dat"}).out,
+            "out.dat: 0 services added, 0 deleted, 2 kept\n");
 
   ASSERT_EQ(load_named("out.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(majors(VIEW_TV), (std::vector<int>{101, 102}));
@@ -94,7 +95,7 @@ TEST_F(MergeTool, WhatStaysIsAsItWasByteByByte) {
   own.set(8, 1, 3).set(10, 2, 7).set(80'100, 2, VIEW_FAVOURITE);
   write_list(own);
 
-  EXPECT_EQ(run({"list.dat", "list.dat", "-o", "out.dat"}).exit_code, 0);
+  EXPECT_EQ(run({"merge", "list.dat", "list.dat", "-o", "out.dat"}).exit_code, 0);
 
   EXPECT_TRUE(read_file(path("out.dat")) == own.data);
 }
@@ -119,7 +120,7 @@ TEST_F(MergeTool, TheInputsStayAsTheyAre) {
 }
 
 TEST_F(MergeTool, TheOutputMayBeTheList) {
-  EXPECT_EQ(run({"list.dat", "scan.dat", "-o", "list.dat"}).exit_code, 0);
+  EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "-o", "list.dat"}).exit_code, 0);
 
   ASSERT_EQ(load_named("list.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{1, 5}));
@@ -153,7 +154,7 @@ TEST_F(MergeTool, PathsMayBeLong) {
   fs::rename(path("list.dat"), deep + "list.dat");
   fs::rename(path("scan.dat"), deep + "scan.dat");
 
-  EXPECT_EQ(run({deep + "list.dat", deep + "scan.dat", "-o", "out.dat"}).exit_code, 0);
+  EXPECT_EQ(run({"merge", deep + "list.dat", deep + "scan.dat", "-o", "out.dat"}).exit_code, 0);
 
   ASSERT_EQ(load_named("out.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(list.vnumber, 2);
@@ -171,7 +172,7 @@ TEST_F(MergeTool, SideFilesBesideTheListAreNotTakenIn) {
 }
 
 TEST_F(MergeTool, HelpNamesTheExitCodesAndAnExample) {
-  const program_result result = run({"--help"});
+  const program_result result = run({"merge", "--help"});
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_TRUE(has_line(result.out, "  0  merged (or, with --dry-run, could be)")) << result.out;

@@ -1,35 +1,19 @@
 // `chlist salvage` as it is run: what it writes, what it shows, and when it refuses.
-#include <channel/channel.h>
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "chlist/json/json.h"
-#include "support/channel_file.h"
 #include "support/full_list.h"
 #include "support/resource_limits.h"
-#include "tool/program.h"
+#include "tool/chlist_host.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+using namespace tool_test;
 
-using chlist::json;
-using test_support::bytes;
-using test_support::channel_file;
-using test_support::majors;
-using test_support::read_file;
-using test_support::service_data;
-using test_support::service_ids;
-using test_support::write_file;
-using tool_test::has_line;
-using tool_test::lines_of;
-using tool_test::program_result;
-using tool_test::run_program;
+namespace fs = std::filesystem;
 
 const service_data news = {.service_id = 1, .name = "News"};
 const service_data films = {.service_id = 2, .name = "Films"};
@@ -46,7 +30,7 @@ bytes noise_of(std::size_t size) {
   return noise;
 }
 
-class SalvageTool : public test_support::file_test {
+class SalvageTool : public chlist_test {
  protected:
   static channel_file whole_file() {
     channel_file file;
@@ -58,9 +42,7 @@ class SalvageTool : public test_support::file_test {
 
   program_result salvage(const bytes &damaged, const std::vector<std::string> &options = {}) {
     write_file(path("damaged.dat"), damaged);
-    std::vector<std::string> command = {CHLIST_PROGRAM, "salvage", path("damaged.dat"), "-o", path("out.dat")};
-    command.insert(command.end(), options.begin(), options.end());
-    return run_program(command);
+    return run({"salvage", path("damaged.dat"), "-o", path("out.dat")}, options);
   }
 };
 
@@ -233,16 +215,16 @@ TEST_F(SalvageTool, TheOutputIsNotTheInput) {
   fs::create_symlink(path("damaged.dat"), link);
 
   for (const std::string &output : {path("damaged.dat"), link}) {
-    const program_result result = run_program({CHLIST_PROGRAM, "salvage", path("damaged.dat"), "-o", output});
+    const program_result result = run({"salvage", path("damaged.dat"), "-o", output});
 
     EXPECT_EQ(result.exit_code, 2);
     EXPECT_EQ(result.err, "chlist: " + output + ": is the input itself\n");
   }
-  EXPECT_EQ(run_program({CHLIST_PROGRAM, "salvage", path("damaged.dat")}).exit_code, 2);
+  EXPECT_EQ(run({"salvage", path("damaged.dat")}).exit_code, 2);
 }
 
 TEST_F(SalvageTool, WhatIsNoFileIsRefused) {
-  const program_result result = run_program({CHLIST_PROGRAM, "salvage", path("none"), "-o", path("out.dat")});
+  const program_result result = run({"salvage", path("none"), "-o", path("out.dat")});
 
   EXPECT_EQ(result.exit_code, 2);
   EXPECT_EQ(result.err, "chlist: " + path("none") + ": No such file or directory\n");
@@ -253,7 +235,7 @@ TEST_F(SalvageTool, WhatIsNoFileIsRefused) {
 TEST_F(SalvageTool, EarlierVersionsAreConverted) {
   for (const std::string version : {"7", "8", "9"}) {
     const std::string golden = std::string(CHANNEL_SAMPLES_DIR) + "/../tests/golden/channel_v" + version + ".dat";
-    const program_result result = run_program({CHLIST_PROGRAM, "salvage", golden, "-o", path("out.dat"), "--json"});
+    const program_result result = run({"salvage", golden, "-o", path("out.dat"), "--json"});
 
     ASSERT_LT(result.exit_code, 2) << result.err;
     const json report = json::parse(result.out);

@@ -1,23 +1,14 @@
 // Runs the commands that look at channel files, on files that a test writes.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
-#include "chlist/json/json.h"
-#include "support/channel_file.h"
-#include "tool/program.h"
+#include "tool/chlist_host.h"
 
 namespace see_test {
 
-using chlist::json;
-using test_support::channel_file;
-using test_support::record_kind;
-using test_support::service_data;
-using tool_test::has_line;
-using tool_test::program_result;
+using namespace tool_test;
 
 inline const service_data news = {.service_id = 1, .name = "News"};
 inline const service_data films = {.service_id = 2, .name = "Films", .flag = CHANNEL_FLAG_LOCKED | CHANNEL_FLAG_FTA};
@@ -44,21 +35,14 @@ inline channel_file sample_list() {
   return file;
 }
 
-class see_host : public test_support::file_test {
+class see_host : public chlist_test {
  protected:
   void SetUp() override {
     file_test::SetUp();
     write("list.dat", sample_list());
   }
 
-  void write(const std::string &name, const channel_file &file) const {
-    test_support::write_file(path(name), file.data);
-  }
-
-  [[nodiscard]] program_result run(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), CHLIST_PROGRAM);
-    return tool_test::run_program(arguments, dir.path());
-  }
+  void write(const std::string &name, const channel_file &file) const { write_file(path(name), file.data); }
 
   // The report of a run without complaints.
   [[nodiscard]] std::string output_of(const std::vector<std::string> &arguments, int exit_code = 0) const {
@@ -72,13 +56,6 @@ class see_host : public test_support::file_test {
     return json::parse(output_of(arguments, exit_code));
   }
 
-  void expect_refused(const std::vector<std::string> &arguments, const std::string &error) const {
-    const program_result result = run(arguments);
-    EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: " + error + "\n");
-    EXPECT_EQ(result.out, "");
-  }
-
   // Every way in which a file is not a channel file of the current version.
   void expect_bad_files_refused(const std::string &command, const std::vector<std::string> &more) const {
     const auto arguments = [&](const std::string &file) {
@@ -89,9 +66,9 @@ class see_host : public test_support::file_test {
     channel_file other = sample_list();
     expect_refused(arguments("missing.dat"), "missing.dat: No such file or directory");
     expect_refused(arguments("."), ".: not a regular file");
-    test_support::write_file(path("bad.dat"), "\n");
+    write_file(path("bad.dat"), "\n");
     expect_refused(arguments("bad.dat"), "bad.dat: too short for a channel file");
-    test_support::write_file(path("bad.dat"), other.data.substr(0, other.data.size() - 1));
+    write_file(path("bad.dat"), other.data.substr(0, other.data.size() - 1));
     expect_refused(arguments("bad.dat"), "bad.dat: ends too early for a channel file of its version");
     write("bad.dat", other.set(0, 2, 9));
     expect_refused(arguments("bad.dat"), "bad.dat: is of version 9, not 10: `chlist convert` makes one of it");
