@@ -102,7 +102,7 @@ def hostile_list():
         identity = made.service(i + 1, text, provider=i + 1, genre=i + 1, short=text)
         made.entry("all", identity, i + 1)
         made.entry(i, identity, i + 1)
-    made.entry("all", made.service(100, b"\xe9\xff\x80 raw", provider=1), 100)
+    made.entry("all", made.service(100, b"\x15\xe9\xff\x80 raw", provider=1), 100)
     return made.bytes()
 
 

@@ -60,7 +60,7 @@ TEST_F(MergeTool, FilesThatEndInTheirHeaderAreRefusedWhateverTheirBytesAre) {
     const std::string whole = read_file(path(name));
     for (const std::size_t size : {459'593U, 459'600U, 459'618U, 460'031U}) {
       write_file(path(name), promoted.data.substr(0, size));
-      expect_refused({"list.dat", "scan.dat", "-o", "out.dat"},
+      expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"},
                      name + ": ends too early for a channel file of its version");
     }
     write_file(path(name), whole);
