@@ -78,8 +78,8 @@ class first_table {
   }
 
   [[nodiscard]] node *find_node(std::uint64_t key) const {
-    for (link at = head_of(key); at != 0; at = nodes_.get()[at].next) {
-      if (node &candidate = nodes_.get()[at]; candidate.key == key) {
+    for (link number = head_of(key); number != 0; number = nodes_.get()[number].next) {
+      if (node &candidate = nodes_.get()[number]; candidate.key == key) {
         return &candidate;
       }
     }

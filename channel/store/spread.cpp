@@ -2,6 +2,7 @@
 #include "channel/store/spread.h"
 
 #include <array>
+#include <bit>
 #include <cstring>
 #include <sys/auxv.h>
 
@@ -11,7 +12,7 @@ namespace {
 // The 16 random bytes that the kernel gives every process; where there are none, numbers that everybody knows.
 std::array<std::uint64_t, 2> random_numbers() {
   std::array<std::uint64_t, 2> numbers = {0x9E3779B97F4A7C15, 0xD1342543DE82EF95};
-  if (const void *random = reinterpret_cast<const void *>(::getauxval(AT_RANDOM)); random != nullptr) {
+  if (const auto *random = std::bit_cast<const void *>(::getauxval(AT_RANDOM)); random != nullptr) {
     std::memcpy(numbers.data(), random, sizeof numbers);
   }
   return numbers;

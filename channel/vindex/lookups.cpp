@@ -70,10 +70,10 @@ const virtual_channel_st *entry_at(std::int16_t vindex, const char *operation) {
     LOG_TRACE_AS(operation, 5, "virtual index = %d\n", vindex);
     return nullptr;
   }
-  const virtual_channel_st &entry = current.entries[vindex];
-  LOG_TRACE_AS(operation, 5, "vch %d net %d on_id 0x%02x tid 0x%02x freq %ld sid 0x%02x\n", vindex, entry.net_index,
-               entry.network_id, entry.ts_id, as_long(entry.frequency), entry.service_id);
-  return &entry;
+  const virtual_channel_st *entry = current.entries + vindex;
+  LOG_TRACE_AS(operation, 5, "vch %d net %d on_id 0x%02x tid 0x%02x freq %ld sid 0x%02x\n", vindex, entry->net_index,
+               entry->network_id, entry->ts_id, as_long(entry->frequency), entry->service_id);
+  return entry;
 }
 
 channel_st *service_at(std::int16_t vindex, const char *operation) {

@@ -38,7 +38,8 @@ TEST_F(CheckTool, ASoundFileIsToldAndLeavesZero) {
 
 TEST_F(CheckTool, FindingsAreGroupedBySeverityWithTheirConsequences) {
   channel_file file = sound_file();
-  file.set(80'100, 2, VIEW_TV).set_last(test_support::record_kind::service, 106, 2, 9);
+  file.set(list_field::vch_type, 2, VIEW_TV)
+      .set_last(test_support::record_kind::service, service_field::name_len, 2, 9);
   file.set(test_support::view_place(VIEW_RADIO).count, 2, 0xFFFF);
   file.data += "xy";
 
@@ -61,7 +62,7 @@ TEST_F(CheckTool, FindingsAreGroupedBySeverityWithTheirConsequences) {
 
 TEST_F(CheckTool, NotesAloneLeaveZero) {
   channel_file file = sound_file();
-  file.set_last(test_support::record_kind::service, 106, 2, 9);
+  file.set_last(test_support::record_kind::service, service_field::name_len, 2, 9);
 
   EXPECT_EQ(check(file.data).exit_code, 0);
 }

@@ -29,10 +29,10 @@ TEST_F(CheckEntries, AnEntryWithoutServiceIsAnError) {
 
 TEST_F(CheckEntries, EntriesResolveWithinTheTolerance) {
   channel_file file = sound_file();
-  file.set(entry_at(VIEW_TV, 0) + 8, 4, 11'002'499);
+  file.set(entry_at(VIEW_TV, 0) + entry_field::frequency, 4, 11'002'499);
   EXPECT_EQ(found_in(file), findings{});
 
-  file.set(entry_at(VIEW_TV, 0) + 8, 4, 11'002'500);
+  file.set(entry_at(VIEW_TV, 0) + entry_field::frequency, 4, 11'002'500);
   EXPECT_EQ(found_of_kind(file, "unresolved-entry").size(), 1U);
 }
 
@@ -47,14 +47,14 @@ TEST_F(CheckEntries, TheSameEntryTwiceInAViewIsFound) {
 
 TEST_F(CheckEntries, AnotherTagMakesAnotherEntry) {
   channel_file file = sound_file();
-  file.entry(VIEW_TV, news, 3).set(entry_at(VIEW_TV, 2), 1, 7);
+  file.entry(VIEW_TV, news, 3).set(entry_at(VIEW_TV, 2) + entry_field::vch_tag, 1, 7);
 
   EXPECT_EQ(found_in(file), findings{});
 }
 
 TEST_F(CheckEntries, ANumberTwiceInAViewIsFound) {
   channel_file file = sound_file();
-  file.set(entry_at(VIEW_ALL, 1) + 2, 2, 1);
+  file.set(entry_at(VIEW_ALL, 1) + entry_field::major_ch_num, 2, 1);
 
   EXPECT_EQ(found_in(file), (findings{{entry_at(VIEW_ALL, 1), severity::warning, "duplicate-number",
                                        "the ALL view, position 1: number 1 (net 1, network 1, ts 100, 11000000 H, "
@@ -62,13 +62,13 @@ TEST_F(CheckEntries, ANumberTwiceInAViewIsFound) {
                                        "a number that is keyed in leads to the first one; this one is reached by "
                                        "zapping only"}}));
 
-  file.set(entry_at(VIEW_ALL, 1) + 4, 2, 1);
+  file.set(entry_at(VIEW_ALL, 1) + entry_field::minor_ch_num, 2, 1);
   EXPECT_EQ(found_in(file), findings{});
 }
 
 TEST_F(CheckEntries, APositionKeyTwiceIsANoteOnce) {
   channel_file file = sound_file();
-  file.set(entry_at(10, 0) + 1, 1, 4).set(entry_at(10, 1) + 1, 1, 4);
+  file.set(entry_at(10, 0) + entry_field::favorite_id, 1, 4).set(entry_at(10, 1) + entry_field::favorite_id, 1, 4);
 
   EXPECT_EQ(found_in(file),
             (findings{{entry_at(10, 1), severity::note, "duplicate-position-key",

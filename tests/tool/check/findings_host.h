@@ -40,15 +40,19 @@ using test_support::record_kind;
 using test_support::service_data;
 using test_support::view_place;
 
+namespace entry_field = test_support::entry_field;
+namespace group_field = test_support::group_field;
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
+namespace transponder_field = test_support::transponder_field;
+
 using findings = std::vector<finding>;
 
 inline constexpr std::size_t first_network = test_support::list_size;
 inline constexpr std::size_t first_transponder = first_network + test_support::network_size;
 inline constexpr std::size_t first_service = first_transponder + test_support::transponder_size;
 inline constexpr std::size_t second_service = first_service + test_support::service_size;
-
-// Where the list has the code of its current view.
-inline constexpr std::size_t vch_type_at = 80'100;
 
 inline const service_data news = {.service_id = 1, .name = "News"};
 inline const service_data films = {.service_id = 2, .name = "Films"};

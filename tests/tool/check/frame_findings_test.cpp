@@ -13,8 +13,6 @@ namespace {
 
 using namespace findings_test;
 
-constexpr std::size_t version_at = 0;
-
 constexpr const char *load_fails =
     "a load fails with -1: the receiver starts with an empty list and the group names of its side files";
 
@@ -54,7 +52,7 @@ TEST_F(CheckFrame, AFileShorterThanTheListEndsThere) {
 TEST_F(CheckFrame, AFileWithoutRecordsIsSound) {
   const file_findings result = check(channel_file().data);
 
-  EXPECT_EQ(result.findings, (findings{{vch_type_at, severity::note, "empty-list", "the ALL view is empty",
+  EXPECT_EQ(result.findings, (findings{{list_field::vch_type, severity::note, "empty-list", "the ALL view is empty",
                                         "the receiver shows no service"}}));
   EXPECT_TRUE(result.is_sound());
 }
@@ -97,16 +95,16 @@ TEST_F(CheckFrame, BytesBehindTheLastRecordAreFound) {
 }
 
 TEST_F(CheckFrame, EarlierVersionsAreToldToBeConverted) {
-  const finding expected = {version_at, severity::error, "earlier-version", "the file is of version 9",
+  const finding expected = {list_field::version, severity::error, "earlier-version", "the file is of version 9",
                             "a receiver of today has to convert it first, as `chlist convert` does; read as it stands, "
                             "records of versions 7 and 8 are out of place"};
 
-  EXPECT_EQ(found_in(sound_file().set(version_at, 2, 9)), findings{expected});
+  EXPECT_EQ(found_in(sound_file().set(list_field::version, 2, 9)), findings{expected});
 }
 
 TEST_F(CheckFrame, OtherVersionsAreUnknown) {
   for (const int version : {-1, 0, 6, 11}) {
-    const findings found = found_in(sound_file().set(version_at, 2, static_cast<std::uint64_t>(version)));
+    const findings found = found_in(sound_file().set(list_field::version, 2, static_cast<std::uint64_t>(version)));
 
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].kind, "unknown-version");

@@ -89,14 +89,14 @@ TEST_F(CheckHierarchy, ServicesOfANetworkThatIsThereTwiceAreShadowed) {
 
 TEST_F(CheckHierarchy, AServiceBelowAnotherNetworkIsMisplaced) {
   channel_file file = sound_file();
-  file.set(first_network + 10, 2, 9);
+  file.set(first_network + network_field::network_id, 2, 9);
 
   EXPECT_EQ(found_of_kind(file, "misplaced-service").size(), 2U);
 }
 
 TEST_F(CheckHierarchy, AServiceBelowAnotherTransponderIsMisplaced) {
   channel_file file = sound_file();
-  file.set(first_transponder + 12, 4, 12'000'000);
+  file.set(first_transponder + transponder_field::frequency, 4, 12'000'000);
 
   const findings found = found_of_kind(file, "misplaced-service");
 
@@ -121,19 +121,19 @@ TEST_F(CheckHierarchy, TheSecondOfTwoEqualServicesIsHidden) {
 
 TEST_F(CheckHierarchy, GroupIdsOfServicesHaveARecord) {
   channel_file file = sound_file();
-  file.set_last(record_kind::service, 210, 2, 5)
-      .set_last(record_kind::service, 212, 2, 6)
-      .set_last(record_kind::service, 214, 2, 7);
+  file.set_last(record_kind::service, service_field::country_id, 2, 5)
+      .set_last(record_kind::service, service_field::genre_id, 2, 6)
+      .set_last(record_kind::service, service_field::provider_id, 2, 7);
 
   const std::string who = "service " + std::string(films_text);
   EXPECT_EQ(
       found_in(file),
-      (findings{{second_service + 214, severity::warning, "unknown-group-id",
+      (findings{{second_service + service_field::provider_id, severity::warning, "unknown-group-id",
                  who + " has the provider id 7, which no provider has",
                  "it is shown without a provider, and no provider's list holds it"},
-                {second_service + 210, severity::note, "unknown-group-id",
+                {second_service + service_field::country_id, severity::note, "unknown-group-id",
                  who + " has the country id 5, which no country has", "none: every load sets the country id to 0"},
-                {second_service + 212, severity::note, "unknown-group-id",
+                {second_service + service_field::genre_id, severity::note, "unknown-group-id",
                  who + " has the genre id 6, which no genre has",
                  "no genre's list holds it, unless the receiver has the genres in a file of their own"}}));
 }
@@ -141,7 +141,7 @@ TEST_F(CheckHierarchy, GroupIdsOfServicesHaveARecord) {
 TEST_F(CheckHierarchy, ServicesWithoutGroupsAreSound) {
   for (const std::uint64_t id : {std::uint64_t{0}, std::uint64_t{0xFFFF}, std::uint64_t{1}}) {
     channel_file file = sound_file();
-    EXPECT_EQ(found_in(file.set_last(record_kind::service, 214, 2, id)), findings{});
+    EXPECT_EQ(found_in(file.set_last(record_kind::service, service_field::provider_id, 2, id)), findings{});
   }
 }
 

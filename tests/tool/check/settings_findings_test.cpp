@@ -82,28 +82,28 @@ TEST_F(CheckSettings, EntriesOfUncountedGroupsAreFound) {
 
 TEST_F(CheckSettings, TheCurrentViewExistsAndIsNotEmpty) {
   for (const int code : {-1, 4, 6, 9, 30}) {
-    const findings found = found_in(sound_file().set(vch_type_at, 2, static_cast<std::uint64_t>(code)));
-    EXPECT_EQ(found, (findings{{vch_type_at, severity::warning, "unknown-view",
+    const findings found = found_in(sound_file().set(list_field::vch_type, 2, static_cast<std::uint64_t>(code)));
+    EXPECT_EQ(found, (findings{{list_field::vch_type, severity::warning, "unknown-view",
                                 "the current view has the code " + std::to_string(code) + ", which is none in a file",
                                 "a load keeps the code and shows the entries of ALL"}}));
   }
-  EXPECT_EQ(found_in(sound_file().set(vch_type_at, 2, VIEW_RADIO)),
-            (findings{{vch_type_at, severity::warning, "empty-current-view", "the current view, code 2, is empty",
-                       "a load makes the ALL view current"}}));
-  EXPECT_EQ(found_in(sound_file().set(vch_type_at, 2, VIEW_TV)), findings{});
+  EXPECT_EQ(found_in(sound_file().set(list_field::vch_type, 2, VIEW_RADIO)),
+            (findings{{list_field::vch_type, severity::warning, "empty-current-view",
+                       "the current view, code 2, is empty", "a load makes the ALL view current"}}));
+  EXPECT_EQ(found_in(sound_file().set(list_field::vch_type, 2, VIEW_TV)), findings{});
 }
 
 // A load hands the code on in eight bits.
 TEST_F(CheckSettings, TheCurrentViewIsTheOneThatALoadTakes) {
-  EXPECT_EQ(
-      found_in(sound_file().set(vch_type_at, 2, 256 + VIEW_TV)),
-      (findings{{vch_type_at, severity::note, "wide-view-code", "the current view has the code 257, wider than a byte",
-                 "a load takes its low byte and makes the view of code 1 current"}}));
-  EXPECT_EQ(found_in(sound_file().set(vch_type_at, 2, 256 + VIEW_RADIO)),
-            (findings{{vch_type_at, severity::warning, "empty-current-view", "the current view, code 2, is empty",
-                       "a load makes the ALL view current"}}));
-  EXPECT_EQ(found_in(sound_file().set(vch_type_at, 2, 256 + 30)),
-            (findings{{vch_type_at, severity::warning, "unknown-view",
+  EXPECT_EQ(found_in(sound_file().set(list_field::vch_type, 2, 256 + VIEW_TV)),
+            (findings{{list_field::vch_type, severity::note, "wide-view-code",
+                       "the current view has the code 257, wider than a byte",
+                       "a load takes its low byte and makes the view of code 1 current"}}));
+  EXPECT_EQ(found_in(sound_file().set(list_field::vch_type, 2, 256 + VIEW_RADIO)),
+            (findings{{list_field::vch_type, severity::warning, "empty-current-view",
+                       "the current view, code 2, is empty", "a load makes the ALL view current"}}));
+  EXPECT_EQ(found_in(sound_file().set(list_field::vch_type, 2, 256 + 30)),
+            (findings{{list_field::vch_type, severity::warning, "unknown-view",
                        "the current view has the code 286, which is none in a file",
                        "a load keeps its low byte, 30, and shows the entries of ALL"}}));
 }

@@ -12,9 +12,6 @@ namespace {
 
 using namespace findings_test;
 
-constexpr std::size_t first_name_at = 9;
-constexpr std::size_t first_length_at = 106;
-
 constexpr const char *no_length = "none: the name is shown up to its zero byte";
 
 using CheckTexts = test_support::store_test;
@@ -22,12 +19,12 @@ using CheckTexts = test_support::store_test;
 // The first text of the second service, with a length of its own.
 findings found_in_name(const bytes &name, std::size_t length) {
   channel_file file = sound_file();
-  file.data.replace(second_service + first_name_at, 6, bytes(6, '\0'));
-  file.data.replace(second_service + first_name_at, name.size(), name);
-  file.set_last(record_kind::service, first_length_at, 2, length);
+  file.data.replace(second_service + service_field::name, 6, bytes(6, '\0'));
+  file.data.replace(second_service + service_field::name, name.size(), name);
+  file.set_last(record_kind::service, service_field::name_len, 2, length);
   findings found = found_in(file);
   for (finding &each : found) {
-    EXPECT_EQ(each.offset, second_service + first_name_at);
+    EXPECT_EQ(each.offset, second_service + service_field::name);
   }
   return found;
 }
@@ -75,7 +72,7 @@ TEST_F(CheckTexts, ANameThatFillsItsFieldIsANote) {
 TEST_F(CheckTexts, ALengthThatDiffersIsANote) {
   EXPECT_EQ(
       found_in_name("Films", 6),
-      (findings{{second_service + first_name_at, severity::note, "wrong-text-length",
+      (findings{{second_service + service_field::name, severity::note, "wrong-text-length",
                  "the name of service " + std::string(films_text) + " has 5 bytes, its length says 6", no_length}}));
 }
 
@@ -85,8 +82,8 @@ TEST_F(CheckTexts, AProviderWithAWrongLengthIsNotFoundByItsName) {
   const std::size_t provider = group_place(GROUP_PROVIDER).array;
   channel_file file = sound_file();
 
-  EXPECT_EQ(found_in(file.set(provider + 4, 2, 3)),
-            (findings{{provider + 6, severity::warning, "wrong-text-length",
+  EXPECT_EQ(found_in(file.set(provider + group_field::name_len, 2, 3)),
+            (findings{{provider + group_field::name, severity::warning, "wrong-text-length",
                        "the name of provider \"Free\" (id 1) has 4 bytes, its length says 3",
                        "searches for a provider by its name compare the length: this one is not found, and a channel "
                        "search adds it a second time"}}));
@@ -94,12 +91,12 @@ TEST_F(CheckTexts, AProviderWithAWrongLengthIsNotFoundByItsName) {
 
 TEST_F(CheckTexts, ANetworksNameMayFillItsField) {
   channel_file file = sound_file();
-  file.data.replace(first_network + 12, 64, bytes(64, 'n'));
+  file.data.replace(first_network + network_field::network_name, 64, bytes(64, 'n'));
 
   const findings found = found_in(file);
 
   ASSERT_EQ(kinds_of(found), kind_list{"unterminated-text"});
-  EXPECT_EQ(found[0].offset, first_network + 12);
+  EXPECT_EQ(found[0].offset, first_network + network_field::network_name);
 }
 
 }  // namespace

@@ -71,7 +71,7 @@ TEST_F(Convert, AFileOfTodayNeedsNoConversion) {
 TEST_F(Convert, OtherVersionsAreUnknown) {
   for (const int version : {0, 6, 11, -1}) {
     channel_file file = plain_list();
-    file.set(0, 2, static_cast<std::uint16_t>(version));
+    file.set(list_field::version, 2, static_cast<std::uint16_t>(version));
     write_file(path("old.dat"), file.data);
 
     expect_refused({"convert", "old.dat", "new.dat"},

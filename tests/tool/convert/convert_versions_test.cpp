@@ -15,10 +15,6 @@ namespace {
 
 using namespace convert_test;
 
-constexpr std::size_t ch_type_at = 3;
-constexpr std::size_t bouquet_id_at = 4;
-constexpr std::size_t tv_count_at = 296'116;
-
 class ConvertVersion : public Convert, public ::testing::WithParamInterface<int> {};
 INSTANTIATE_TEST_SUITE_P(Earlier, ConvertVersion, ::testing::Values(7, 8, 9));
 
@@ -108,7 +104,7 @@ TEST_P(ConvertVersion, KeepsAndNamesAnEntryThatResolvesToNothing) {
 TEST_P(ConvertVersion, CountsOutsideTheirArraysAreFindings) {
   channel_file file = plain_list();
   constexpr std::uint16_t minus_one = 0xFFFF;
-  file.set(tv_count_at, 2, minus_one).set(test_support::group_place(GROUP_GENRE).count, 2, MAX_GENRE + 1);
+  file.set(list_field::tv_vnumber, 2, minus_one).set(test_support::group_place(GROUP_GENRE).count, 2, MAX_GENRE + 1);
 
   const program_result result = convert(GetParam(), file);
 
@@ -142,7 +138,7 @@ std::vector<std::string> lost_in(const json &report) {
 
 TEST_P(ConvertVersion, SettingsWithoutAPlaceAreNotCarried) {
   channel_file file = plain_list();
-  file.set(ch_type_at, 1, 10).set(bouquet_id_at, 2, 5);
+  file.set(list_field::ch_type, 1, 10).set(list_field::bouquet_id, 2, 5);
 
   EXPECT_EQ(lost_in(converted_json(GetParam(), file)), (std::vector<std::string>{"ch_type", "bouquet_id"}));
 }
@@ -158,10 +154,9 @@ TEST_P(ConvertVersion, PositionsOfFavouritesAreNotCarried) {
 }
 
 TEST_P(ConvertVersion, AProviderThatIsNotTheGenreIsNotCarried) {
-  constexpr std::size_t genre_id_at = 212;
-  constexpr std::size_t provider_id_at = 214;
   channel_file file = plain_list();
-  file.set_last(record_kind::service, genre_id_at, 2, 3).set_last(record_kind::service, provider_id_at, 2, 5);
+  file.set_last(record_kind::service, service_field::genre_id, 2, 3)
+      .set_last(record_kind::service, service_field::provider_id, 2, 5);
 
   const json report = converted_json(GetParam(), file);
 
@@ -171,17 +166,15 @@ TEST_P(ConvertVersion, AProviderThatIsNotTheGenreIsNotCarried) {
 }
 
 TEST_P(ConvertVersion, TagsAreThoseOfTheNetworkIndex) {
-  constexpr std::size_t tag_at = 0;
   channel_file file = plain_list();
-  file.set(test_support::view_place(VIEW_TV).array + tag_at, 1, 1);
+  file.set(test_support::view_place(VIEW_TV).array + entry_field::vch_tag, 1, 1);
 
   EXPECT_EQ(lost_in(converted_json(GetParam(), file)), (std::vector<std::string>{"entry_tags"}));
 }
 
 TEST_F(Convert, TheTunerIsCarriedFromVersionNineAlone) {
-  constexpr std::size_t use_tuner_at = 2;
   channel_file file = plain_list();
-  file.set(use_tuner_at, 1, 1);
+  file.set(list_field::use_tuner, 1, 1);
 
   EXPECT_EQ(lost_in(converted_json(9, file)), (std::vector<std::string>{}));
   EXPECT_EQ(lost_in(converted_json(8, file)), (std::vector<std::string>{"use_tuner"}));
@@ -189,9 +182,8 @@ TEST_F(Convert, TheTunerIsCarriedFromVersionNineAlone) {
 }
 
 TEST_F(Convert, UserOrderKeysOfVersionNineAreNotCarried) {
-  constexpr std::size_t user_order_key_at = 298;
   channel_file file = plain_list();
-  file.set_last(record_kind::service, user_order_key_at, 2, 4);
+  file.set_last(record_kind::service, service_field::user_order_key, 2, 4);
 
   EXPECT_EQ(lost_in(converted_json(9, file)), (std::vector<std::string>{"user_order_keys"}));
 }

@@ -23,34 +23,17 @@ const service_data sport = {
 constexpr int best = VIEW_FAVOURITE;
 constexpr int kids = VIEW_FAVOURITE + 1;
 
-constexpr std::size_t country_at = 210;  // in a service
-
-// Settings, countries and position keys are such as a load changes; reserved bytes and unused slots are not zero.
-inline channel_file own_list() {
-  channel_file file;
-  for (const service_data &service : {news, films, music, sport}) {
-    file.service(service).set_last(record_kind::service, country_at, 2, 77);
-    file.set_last(record_kind::service, 300, 8, 0x1122334455667788);
-  }
-  file.group(GROUP_PROVIDER, 3, "Free").group(GROUP_GENRE, 5, "Docu").group(GROUP_COUNTRY, 77, "Elbonia");
-  file.group(GROUP_FAV, 0, "Best").group(GROUP_FAV, 1, "Kids");
-  file.entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2).entry(VIEW_ALL, music, 3).entry(VIEW_ALL, sport, 4);
-  file.entry(VIEW_TV, news, 1).entry(VIEW_TV, films, 2).entry(VIEW_TV, sport, 4).entry(VIEW_RADIO, music, 3);
-  file.entry(VIEW_USER, films, 20).entry(VIEW_USER, news, 1).entry(VIEW_PROMOTION, news, 1);
-  file.entry(best, films, 2, 3).entry(best, news, 1, 3).entry(best, sport, 4, 9).entry(kids, sport, 9);
-  file.entry(VIEW_ALL, {.service_id = 99}, 50);                                      // resolves to nothing
-  file.set(3, 1, best).set(6, 1, 2).set(7, 1, 2).set(8, 1, 3).set(10, 2, 7);         // settings
-  file.set(80'100, 2, best).set(459'624, 8, 0x5A5A5A5A5A5A5A5A);                     // current view, reserved
-  file.set(view_place(VIEW_ALL).array + 5 * test_support::entry_size + 2, 2, 1234);  // behind the count
-  file.set(view_place(best).array + 3 * test_support::entry_size + 2, 2, 4321);
-  return file;
-}
+// Reserved bytes of the list, and of a service.
+constexpr std::size_t list_reserved = list_field::network_list + 8;
+constexpr std::size_t service_reserved = service_field::user_order_key + 2;
 
 inline std::size_t entry_at(int view, std::size_t position) {
   return view_place(view).array + position * test_support::entry_size;
 }
 
-inline std::size_t number_at(int view, std::size_t position) { return entry_at(view, position) + 2; }
+inline std::size_t number_at(int view, std::size_t position) {
+  return entry_at(view, position) + entry_field::major_ch_num;
+}
 
 // Where the n-th service stands in a file.
 inline std::size_t service_at(const channel_file &file, std::size_t n) {
@@ -60,6 +43,27 @@ inline std::size_t service_at(const channel_file &file, std::size_t n) {
     }
   }
   throw std::out_of_range("no such service");
+}
+
+// Settings, countries and position keys are such as a load changes; reserved bytes and unused slots are not zero.
+inline channel_file own_list() {
+  channel_file file;
+  for (const service_data &service : {news, films, music, sport}) {
+    file.service(service).set_last(record_kind::service, service_field::country_id, 2, 77);
+    file.set_last(record_kind::service, service_reserved, 8, 0x1122334455667788);
+  }
+  file.group(GROUP_PROVIDER, 3, "Free").group(GROUP_GENRE, 5, "Docu").group(GROUP_COUNTRY, 77, "Elbonia");
+  file.group(GROUP_FAV, 0, "Best").group(GROUP_FAV, 1, "Kids");
+  file.entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2).entry(VIEW_ALL, music, 3).entry(VIEW_ALL, sport, 4);
+  file.entry(VIEW_TV, news, 1).entry(VIEW_TV, films, 2).entry(VIEW_TV, sport, 4).entry(VIEW_RADIO, music, 3);
+  file.entry(VIEW_USER, films, 20).entry(VIEW_USER, news, 1).entry(VIEW_PROMOTION, news, 1);
+  file.entry(best, films, 2, 3).entry(best, news, 1, 3).entry(best, sport, 4, 9).entry(kids, sport, 9);
+  file.entry(VIEW_ALL, {.service_id = 99}, 50);  // resolves to nothing
+  file.set(list_field::ch_type, 1, best).set(list_field::use_group_list, 1, 2).set(list_field::service_type, 1, 2);
+  file.set(list_field::net_index, 1, 3).set(list_field::sub_group_id, 2, 7).set(list_field::vch_type, 2, best);
+  file.set(list_reserved, 8, 0x5A5A5A5A5A5A5A5A);
+  file.set(number_at(VIEW_ALL, 5), 2, 1234).set(number_at(best, 3), 2, 4321);  // behind the count
+  return file;
 }
 
 inline void remove_entry(bytes &file, int view, std::size_t position) {

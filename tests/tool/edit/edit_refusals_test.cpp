@@ -180,7 +180,7 @@ TEST_F(EditBackups, ALinkStaysOneAndTheBackupIsBesideItsFile) {
 
   EXPECT_TRUE(fs::is_symlink(path()));
   expect_bytes(before.data, "real/channels.dat.bak");
-  expect_bytes(with(service_at(before, 0) + 288, 1, 2));
+  expect_bytes(with(service_at(before, 0) + service_field::flag, 1, 2));
   EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "real"}));
 }
 

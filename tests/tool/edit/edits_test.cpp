@@ -8,21 +8,21 @@ using namespace edit_test;
 
 class Edits : public edit_host {};
 
-void set_name(bytes &file, std::size_t slot_at, const std::string &name) {
-  file.replace(slot_at + 1, 96, name + bytes(96 - name.size(), '\0'));
-  put(file, slot_at + 98, 2, name.size());
+void set_name(bytes &file, std::size_t text_at, const std::string &name) {
+  file.replace(text_at, 96, name + bytes(96 - name.size(), '\0'));
+  put(file, text_at + service_field::name_len - service_field::name, 2, name.size());
 }
 
 TEST_F(Edits, RenameAService) {
   bytes expected = before.data;
-  set_name(expected, service_at(before, 1) + 8, "Movies");
+  set_name(expected, service_at(before, 1) + service_field::name, "Movies");
 
   expect_edit({"rename", "list.dat", "Films", "Movies"}, expected);
 }
 
 TEST_F(Edits, RenameAServicesShortName) {
   bytes expected = before.data;
-  set_name(expected, service_at(before, 1) + 108, "Mov");
+  set_name(expected, service_at(before, 1) + service_field::name + sizeof(name_slot_st), "Mov");
 
   expect_edit({"rename", "list.dat", "2", "Mov", "--short"}, expected);
 }
@@ -49,7 +49,7 @@ TEST_F(Edits, NamesFillTheirFieldAndAreCutInFrontOfACharacter) {
                                        std::to_string(name.given.size()) + " bytes\n"
                                  : "");
     bytes expected = before.data;
-    set_name(expected, service_at(before, 1) + 8, name.stored);
+    set_name(expected, service_at(before, 1) + service_field::name, name.stored);
     expect_bytes(expected);
   }
 }
@@ -63,7 +63,7 @@ TEST_F(Edits, LockAndSkipServices) {
                      {{"skip"}, 0x40, 0x48},   {{"skip", "--off"}, 0x4A, 0x42},    {{"unskip"}, 0x08, 0x00},
                      {{"unlock"}, 0x48, 0x48}, {{"lock", "--dry-run"}, 0x40, 0x40}};
   for (const auto &flag : flags) {
-    const std::size_t at = service_at(before, 3) + 288;
+    const std::size_t at = service_at(before, 3) + service_field::flag;
     write_file(path(), with(at, 1, static_cast<std::uint64_t>(flag.flag)));
     std::vector<std::string> arguments = flag.command;
     arguments.insert(arguments.begin() + 1, {"list.dat", "Sport"});
@@ -73,8 +73,8 @@ TEST_F(Edits, LockAndSkipServices) {
 }
 
 TEST_F(Edits, LockSeveralServicesAtOnce) {
-  bytes expected = with(service_at(before, 0) + 288, 1, 2);
-  put(expected, service_at(before, 3) + 288, 1, 0x42);
+  bytes expected = with(service_at(before, 0) + service_field::flag, 1, 2);
+  put(expected, service_at(before, 3) + service_field::flag, 1, 0x42);
 
   expect_edit({"lock", "list.dat", "News", "4"}, expected);
 }
@@ -89,7 +89,7 @@ TEST_F(Edits, AServiceThatIsNamedTwiceIsTakenOnce) {
 TEST_F(Edits, RemoveAServiceWithItsEntriesAndNothingElse) {
   bytes expected = before.data;
   expected.erase(service_at(before, 0), test_support::service_size);
-  put(expected, before.records[2].offset + 18, 2, 2);
+  put(expected, before.records[2].offset + transponder_field::rch_num, 2, 2);
   for (const auto &[view, position] :
        {std::pair{+VIEW_ALL, 0}, {+VIEW_TV, 0}, {+VIEW_USER, 1}, {+VIEW_PROMOTION, 0}, {best, 1}}) {
     remove_entry(expected, view, static_cast<std::size_t>(position));
@@ -171,7 +171,7 @@ TEST_F(Edits, SortViews) {
 }
 
 TEST_F(Edits, SortByTransponderAndByTheUsersKeys) {
-  write_file(path(), with(service_at(before, 0) + 298, 2, 7));
+  write_file(path(), with(service_at(before, 0) + service_field::user_order_key, 2, 7));
   bytes expected = read_file(path());
   reorder(expected, VIEW_TV, {1, 2, 0});
   expect_edit({"sort", "list.dat", "--by", "order_key", "--view", "tv"}, expected);
@@ -232,7 +232,7 @@ TEST_F(Edits, TheJsonReportSaysTheSame) {
 TEST_F(Edits, AnotherOutputLeavesTheFile) {
   EXPECT_EQ(run({"lock", "list.dat", "News", "-o", "out.dat"}).exit_code, 0);
   expect_bytes(before.data);
-  expect_bytes(with(service_at(before, 0) + 288, 1, 2), "out.dat");
+  expect_bytes(with(service_at(before, 0) + service_field::flag, 1, 2), "out.dat");
 
   EXPECT_EQ(run({"unlock", "list.dat", "News", "-o", "copy.dat"}).exit_code, 0);
   expect_bytes(before.data, "copy.dat");
@@ -252,7 +252,7 @@ TEST_F(Edits, WhatCannotBeSavedAgainIsTold) {
                         "list.dat: 4 bytes behind the last record: not saved\n");
   put(damaged, view_place(VIEW_PROMOTION).count, 2, 10);
   put(damaged, test_support::group_place(GROUP_GENRE).count, 2, 50);
-  put(damaged, service_at(before, 0) + 288, 1, 2);
+  put(damaged, service_at(before, 0) + service_field::flag, 1, 2);
   expect_bytes(damaged);
 }
 

@@ -26,9 +26,9 @@ class Favourites : public edit_host {
 TEST_F(Favourites, ANewGroupIsEmptyAndTheLast) {
   bytes expected = before.data;
   put(expected, group_place(GROUP_FAV).count, 2, 3);
-  put(expected, group_at(2) + 2, 2, 2);
-  put(expected, group_at(2) + 4, 2, 5);
-  expected.replace(group_at(2) + 6, 5, "Films");
+  put(expected, group_at(2) + group_field::id, 2, 2);
+  put(expected, group_at(2) + group_field::name_len, 2, 5);
+  expected.replace(group_at(2) + group_field::name, 5, "Films");
 
   expect_edit({"fav", "new", "list.dat", "Films"}, expected);
 }
@@ -37,10 +37,10 @@ TEST_F(Favourites, AreAddedAtTheEndWithTheirNumbersInAll) {
   bytes expected = before.data;
   expected.replace(entry_at(kids, 1), test_support::entry_size,
                    before.data.substr(entry_at(VIEW_ALL, 2), test_support::entry_size));
-  put(expected, entry_at(kids, 1) + 1, 1, 1);
+  put(expected, entry_at(kids, 1) + entry_field::favorite_id, 1, 1);
   expected.replace(entry_at(kids, 2), test_support::entry_size,
                    before.data.substr(entry_at(VIEW_ALL, 0), test_support::entry_size));
-  put(expected, entry_at(kids, 2) + 1, 1, 2);
+  put(expected, entry_at(kids, 2) + entry_field::favorite_id, 1, 2);
   put(expected, view_place(kids).count, 2, 3);
 
   expect_edit({"fav", "add", "list.dat", "kids", "Music", "1"}, expected);
@@ -66,7 +66,7 @@ TEST_F(Favourites, TheGapIsClosedOnRequest) {
   remove_entry(expected, best, 1);
   put(expected, number_at(best, 0), 2, 1);
   put(expected, number_at(best, 1), 2, 3);
-  put(expected, entry_at(best, 1) + 1, 1, 8);
+  put(expected, entry_at(best, 1) + entry_field::favorite_id, 1, 8);
 
   expect_edit({"fav", "remove", "list.dat", "Best", "News", "--close-gaps"}, expected);
 }
@@ -85,19 +85,19 @@ TEST_F(Favourites, AGroupMovesAndStaysTheCurrentOne) {
   bytes expected = before.data;
   put_group(expected, 0, 1);
   put_group(expected, 1, 0);
-  put(expected, 3, 1, kids);
-  put(expected, 80'100, 2, kids);
+  put(expected, list_field::ch_type, 1, kids);
+  put(expected, list_field::vch_type, 2, kids);
 
   expect_edit({"fav", "move", "list.dat", "Kids", "--to", "0"}, expected);
 }
 
 TEST_F(Favourites, AGroupGetsAnotherName) {
   bytes expected = before.data;
-  expected.replace(group_at(1) + 6, 96, "Boys" + bytes(92, '\0'));
+  expected.replace(group_at(1) + group_field::name, 96, "Boys" + bytes(92, '\0'));
   expect_edit({"fav", "rename", "list.dat", "Kids", "Boys"}, expected);
 
-  put(expected, group_at(1) + 4, 2, 4);
-  expected.replace(group_at(1) + 6, 4, "BOYS");
+  put(expected, group_at(1) + group_field::name_len, 2, 4);
+  expected.replace(group_at(1) + group_field::name, 4, "BOYS");
   expect_edit({"fav", "rename", "list.dat", "1", "BOYS"}, expected);
 }
 
@@ -118,9 +118,9 @@ TEST_F(Favourites, AfterTheCurrentGroupIsDeletedAllIsCurrent) {
   expected.replace(entries_at(1), 40 * test_support::entry_size, 40 * test_support::entry_size, '\0');
   put(expected, count_at(1), 2, 0);
   put(expected, group_place(GROUP_FAV).count, 2, 1);
-  put(expected, 3, 1, 0);
-  put(expected, 6, 1, 0);
-  put(expected, 80'100, 2, 0);
+  put(expected, list_field::ch_type, 1, 0);
+  put(expected, list_field::use_group_list, 1, 0);
+  put(expected, list_field::vch_type, 2, 0);
 
   expect_edit({"fav", "delete", "list.dat", "Best"}, expected);
 }
@@ -138,8 +138,8 @@ TEST_F(Favourites, NamesOfGroupsAreCutInFrontOfACharacter) {
                               ? ""
                               : "list.dat: the name is cut to " + std::to_string(stored.size()) + " of its 96 bytes\n");
     bytes expected = before.data;
-    expected.replace(group_at(1) + 6, 96, stored + bytes(96 - stored.size(), '\0'));
-    put(expected, group_at(1) + 4, 2, stored.size());
+    expected.replace(group_at(1) + group_field::name, 96, stored + bytes(96 - stored.size(), '\0'));
+    put(expected, group_at(1) + group_field::name_len, 2, stored.size());
     expect_bytes(expected);
   }
 }
@@ -222,7 +222,7 @@ TEST_F(Favourites, RefuseWhatIsNotThere) {
                  "position 2 is not there: it can be 0 to 1 among the favourite groups");
   expect_refused({"fav", "move", "list.dat", "Kids", "--before", "News"},
                  "a group moves --to a position among the groups");
-  put(before.data, group_at(1) + 2, 2, 0);
+  put(before.data, group_at(1) + group_field::id, 2, 0);
   write_file(path(), before.data);
   expect_refused({"fav", "delete", "list.dat", "Kids"},
                  "favourite group \"Kids\" cannot be edited: another one has its id 0");

@@ -18,7 +18,7 @@ class Renumber : public edit_host {
     bytes changed = before.data;
     for (const numbered &each : numbers) {
       put(changed, number_at(each.view, each.position), 2, each.number);
-      put(changed, number_at(each.view, each.position) + 2, 2, each.minor);
+      put(changed, entry_at(each.view, each.position) + entry_field::minor_ch_num, 2, each.minor);
     }
     return changed;
   }

@@ -4,6 +4,7 @@
 namespace {
 
 using namespace edit_test;
+using test_support::group_size;
 
 class Set : public edit_host {
  protected:
@@ -23,24 +24,39 @@ TEST_F(Set, PutsEveryFieldInItsPlace) {
     std::size_t at;
     std::size_t width;
     std::uint64_t value;
-  } const fields[] = {
-      {"provider=Free", 214, 2, 3},      {"provider=3", 214, 2, 3},        {"provider=none", 214, 2, 0xFFFF},
-      {"genre=Docu", 212, 2, 5},         {"genre=docu", 212, 2, 5},        {"genre=none", 212, 2, 0xFFFF},
-      {"country=none", 210, 2, 0xFFFF},  {"country=77", 210, 2, 77},       {"service_type=radio", 232, 1, 2},
-      {"service_type=255", 232, 1, 255}, {"source_type=9", 233, 1, 9},     {"locked=yes", 288, 1, 0x02},
-      {"scrambled=yes", 288, 1, 0x04},   {"skipped=yes", 288, 1, 0x08},    {"data=yes", 288, 1, 0x20},
-      {"locked=no", 288, 1, 0},          {"flags=255", 288, 1, 255},       {"order_key=-32768", 298, 2, 0x8000},
-      {"pmt_pid=8191", 246, 2, 8191},    {"pcr_pid=none", 248, 2, 0xFFFF}, {"video_tag=7", 250, 1, 7},
-      {"video_pid=8190", 252, 2, 8190},  {"video_ecm_pid=1", 254, 2, 1},   {"audio_tag=none", 256, 1, 255},
-      {"audio_pid=none", 258, 2, 0xFFFF}};
+  } const fields[] = {{"provider=Free", service_field::provider_id, 2, 3},
+                      {"provider=3", service_field::provider_id, 2, 3},
+                      {"provider=none", service_field::provider_id, 2, 0xFFFF},
+                      {"genre=Docu", service_field::genre_id, 2, 5},
+                      {"genre=docu", service_field::genre_id, 2, 5},
+                      {"genre=none", service_field::genre_id, 2, 0xFFFF},
+                      {"country=none", service_field::country_id, 2, 0xFFFF},
+                      {"country=77", service_field::country_id, 2, 77},
+                      {"service_type=radio", service_field::service_type, 1, 2},
+                      {"service_type=255", service_field::service_type, 1, 255},
+                      {"source_type=9", service_field::source_type, 1, 9},
+                      {"locked=yes", service_field::flag, 1, 0x02},
+                      {"scrambled=yes", service_field::flag, 1, 0x04},
+                      {"skipped=yes", service_field::flag, 1, 0x08},
+                      {"data=yes", service_field::flag, 1, 0x20},
+                      {"locked=no", service_field::flag, 1, 0},
+                      {"flags=255", service_field::flag, 1, 255},
+                      {"order_key=-32768", service_field::user_order_key, 2, 0x8000},
+                      {"pmt_pid=8191", service_field::pmt_pid, 2, 8191},
+                      {"pcr_pid=none", service_field::pcr_pid, 2, 0xFFFF},
+                      {"video_tag=7", service_field::video_tag, 1, 7},
+                      {"video_pid=8190", service_field::video_pid, 2, 8190},
+                      {"video_ecm_pid=1", service_field::video_ecm_pid, 2, 1},
+                      {"audio_tag=none", service_field::audio_tag, 1, 255},
+                      {"audio_pid=none", service_field::audio_pid, 2, 0xFFFF}};
   for (const auto &field : fields) {
     expect_set(field.assignment, field.at, field.width, field.value);
   }
 }
 
 TEST_F(Set, SeveralFieldsAtOnce) {
-  bytes expected = with(news_at(252), 2, 512);
-  put(expected, news_at(298), 2, 3);
+  bytes expected = with(news_at(service_field::video_pid), 2, 512);
+  put(expected, news_at(service_field::user_order_key), 2, 3);
 
   expect_edit({"set", "list.dat", "News", "video_pid=512", "order_key=3"}, expected);
 }
@@ -87,11 +103,11 @@ TEST_F(Set, RefusesFieldsAndGroupsThatAreNotThere) {
 
 TEST_F(Set, AProviderThatTheListLacksIsAdded) {
   const std::size_t providers = test_support::group_place(GROUP_PROVIDER).array;
-  bytes expected = with(news_at(214), 2, 0);
-  expected.replace(providers + 104, 104, before.data.substr(providers, 104));
-  expected.replace(providers, 104, 104, '\0');
-  put(expected, providers + 4, 2, 3);
-  expected.replace(providers + 6, 3, "Abc");
+  bytes expected = with(news_at(service_field::provider_id), 2, 0);
+  expected.replace(providers + group_size, group_size, before.data.substr(providers, group_size));
+  expected.replace(providers, group_size, group_size, '\0');
+  put(expected, providers + group_field::name_len, 2, 3);
+  expected.replace(providers + group_field::name, 3, "Abc");
   put(expected, test_support::group_place(GROUP_PROVIDER).count, 2, 2);
 
   expect_edit({"set", "list.dat", "News", "provider=Abc"}, expected);
@@ -116,11 +132,11 @@ TEST_F(Set, AProviderTableThatIsFullTakesNoMore) {
 
 // The six fields of an entry, or of a service.
 void put_entry_service_id(bytes &file, int view, std::size_t position, std::uint64_t service_id) {
-  put(file, entry_at(view, position) + 14, 2, service_id);
+  put(file, entry_at(view, position) + entry_field::service_id, 2, service_id);
 }
 
 TEST_F(Set, AServiceThatStaysOnItsTransponderKeepsItsPlace) {
-  bytes expected = with(news_at(242), 2, 40);
+  bytes expected = with(news_at(service_field::service_id), 2, 40);
   for (const auto &[view, position] :
        {std::pair{+VIEW_ALL, 0}, {+VIEW_TV, 0}, {+VIEW_USER, 1}, {+VIEW_PROMOTION, 0}, {best, 1}}) {
     put_entry_service_id(expected, view, static_cast<std::size_t>(position), 40);
@@ -133,7 +149,7 @@ TEST_F(Set, AServiceThatStaysOnItsTransponderKeepsItsPlace) {
 bytes take_service(bytes &file, const channel_file &before) {
   bytes service = before.data.substr(service_at(before, 0), test_support::service_size);
   file.erase(service_at(before, 0), test_support::service_size);
-  put(file, before.records[2].offset + 18, 2, 2);
+  put(file, before.records[2].offset + transponder_field::rch_num, 2, 2);
   return service;
 }
 
@@ -141,9 +157,9 @@ void put_transport(bytes &file, std::uint64_t ts_id, std::uint64_t frequency, st
   for (const auto &[view, position] :
        {std::pair{+VIEW_ALL, 0}, {+VIEW_TV, 0}, {+VIEW_USER, 1}, {+VIEW_PROMOTION, 0}, {best, 1}}) {
     const std::size_t at = entry_at(view, static_cast<std::size_t>(position));
-    put(file, at + 8, 4, frequency);
-    put(file, at + 12, 1, polarisation);
-    put(file, at + 18, 2, ts_id);
+    put(file, at + entry_field::frequency, 4, frequency);
+    put(file, at + entry_field::polarisation, 1, polarisation);
+    put(file, at + entry_field::ts_id, 2, ts_id);
   }
 }
 
@@ -151,10 +167,10 @@ TEST_F(Set, AServiceMovesToAnotherTransponderWithItsEntries) {
   bytes expected = before.data;
   put_transport(expected, 200, 12'000'000, 1);
   bytes service = take_service(expected, before);
-  put(service, 224, 8, 12'000'000);
-  put(service, 234, 2, 200);
-  put(service, 244, 1, 1);
-  put(expected, before.records[6].offset - test_support::service_size + 18, 2, 2);
+  put(service, service_field::frequency, 8, 12'000'000);
+  put(service, service_field::ts_id, 2, 200);
+  put(service, service_field::polarisation, 1, 1);
+  put(expected, before.records[6].offset - test_support::service_size + transponder_field::rch_num, 2, 2);
 
   expect_edit({"set", "list.dat", "News", "ts_id=200", "frequency=12000000", "polarisation=V"}, expected + service);
 }
@@ -163,12 +179,12 @@ TEST_F(Set, ATransponderThatIsNotThereIsMade) {
   bytes expected = before.data;
   put_transport(expected, 100, 13'000'000, 0);
   bytes service = take_service(expected, before);
-  put(service, 224, 8, 13'000'000);
-  put(expected, before.records[1].offset + 76, 2, 3);
+  put(service, service_field::frequency, 8, 13'000'000);
+  put(expected, before.records[1].offset + network_field::tp_num, 2, 3);
   bytes transponder(test_support::transponder_size, '\0');
-  put(transponder, 8, 2, 100);
-  put(transponder, 12, 4, 13'000'000);
-  put(transponder, 18, 2, 1);
+  put(transponder, transponder_field::ts_id, 2, 100);
+  put(transponder, transponder_field::frequency, 4, 13'000'000);
+  put(transponder, transponder_field::rch_num, 2, 1);
 
   expect_edit({"set", "list.dat", "News", "frequency=13000000"}, expected + transponder + service);
 }
@@ -177,11 +193,11 @@ TEST_F(Set, ANetworkThatIsNotThereIsMadeUnderTheSameName) {
   EXPECT_EQ(run({"set", "list.dat", "News", "network_id=9"}).exit_code, 0);
 
   const bytes written = read_file(path());
-  EXPECT_EQ(get(written, 459'610, 2), 2U);
+  EXPECT_EQ(get(written, list_field::network_num, 2), 2U);
   const std::size_t network = before.data.size() - test_support::service_size;
-  EXPECT_EQ(get(written, network + 10, 2), 9U);
-  EXPECT_EQ(written.substr(network + 12, 8), bytes("Network\0", 8));
-  EXPECT_EQ(get(written, entry_at(best, 1) + 16, 2), 9U);
+  EXPECT_EQ(get(written, network + network_field::network_id, 2), 9U);
+  EXPECT_EQ(written.substr(network + network_field::network_name, 8), bytes("Network\0", 8));
+  EXPECT_EQ(get(written, entry_at(best, 1) + entry_field::network_id, 2), 9U);
   EXPECT_EQ(written.size(), before.data.size() + test_support::network_size + test_support::transponder_size);
 }
 
@@ -193,7 +209,7 @@ TEST_F(Set, AnIdentityThatIsTakenIsRefused) {
 }
 
 TEST_F(Set, AFrequencyWithinTheToleranceIsTheSameTransponder) {
-  bytes expected = with(news_at(224), 8, 11'002'499);
+  bytes expected = with(news_at(service_field::frequency), 8, 11'002'499);
   put_transport(expected, 100, 11'002'499, 0);
 
   expect_edit({"set", "list.dat", "News", "frequency=11002499"}, expected);

@@ -102,10 +102,10 @@ TEST_F(Export, AFileIsNoFolder) {
 // A receiver forgets it whenever it loads a list.
 TEST_F(Export, TheCountryIsWhatTheFileSays) {
   const service_data news = {.service_id = 1, .name = "News"};
-  constexpr std::size_t country_at = 210;
   channel_file file;
   file.group(GROUP_COUNTRY, 77, "Elbonia").network(1, 1, "Net").service(news).entry(VIEW_ALL, news, 1);
-  write_file(dir.path() + "box.dat", file.set_last(test_support::record_kind::service, country_at, 2, 77).data);
+  write_file(dir.path() + "box.dat",
+             file.set_last(test_support::record_kind::service, service_field::country_id, 2, 77).data);
 
   EXPECT_EQ(exported("box.csv", {"--columns", "name,country"}).exit_code, 0);
 

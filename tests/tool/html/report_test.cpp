@@ -73,7 +73,9 @@ TEST_F(Report, PutsTheListIntoThePage) {
 TEST_F(Report, NamesTheGroupsOfServices) {
   channel_file file;
   file.group(GROUP_PROVIDER, 7, "Other").group(GROUP_PROVIDER, 9, "Northlight").service(news);
-  file.set_last(test_support::record_kind::service, 214, 2, 9).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1);
+  file.set_last(test_support::record_kind::service, service_field::provider_id, 2, 9)
+      .entry(VIEW_ALL, news, 1)
+      .entry(VIEW_TV, news, 1);
 
   report(file.data);
 

@@ -24,7 +24,7 @@ TEST_F(MergeTool, OnlyTheCurrentVersionIsMerged) {
                                       {7, ": `chlist convert` makes one of it"},
                                       {9, ": `chlist convert` makes one of it"},
                                       {11, ""}}) {
-    other.set(0, 2, static_cast<std::uint16_t>(version));
+    other.set(list_field::version, 2, static_cast<std::uint16_t>(version));
     write_file(path("other.dat"), other.data);
     const std::string error = "other.dat: is of version " + std::to_string(version) + ", not 10" + hint;
 

@@ -90,9 +90,13 @@ TEST_F(MergeTool, TheSameListChangesNothing) {
 // Countries, settings and position keys are such as a load changes.
 TEST_F(MergeTool, WhatStaysIsAsItWasByteByByte) {
   channel_file own = own_list();
-  own.set_last(test_support::record_kind::service, 210, 2, 77).group(GROUP_COUNTRY, 77, "Elbonia");
-  own.entry(VIEW_FAVOURITE, news, 101, 9).set(3, 1, VIEW_FAVOURITE).set(6, 1, GROUP_FAV).set(7, 1, VIEW_RADIO);
-  own.set(8, 1, 3).set(10, 2, 7).set(80'100, 2, VIEW_FAVOURITE);
+  own.set_last(test_support::record_kind::service, service_field::country_id, 2, 77)
+      .group(GROUP_COUNTRY, 77, "Elbonia");
+  own.entry(VIEW_FAVOURITE, news, 101, 9)
+      .set(list_field::ch_type, 1, VIEW_FAVOURITE)
+      .set(list_field::use_group_list, 1, GROUP_FAV)
+      .set(list_field::service_type, 1, VIEW_RADIO);
+  own.set(list_field::net_index, 1, 3).set(list_field::sub_group_id, 2, 7).set(list_field::vch_type, 2, VIEW_FAVOURITE);
   write_list(own);
 
   EXPECT_EQ(run({"merge", "list.dat", "list.dat", "-o", "out.dat"}).exit_code, 0);
@@ -102,13 +106,13 @@ TEST_F(MergeTool, WhatStaysIsAsItWasByteByByte) {
 
 TEST_F(MergeTool, AnAddedServiceHasNoCountry) {
   channel_file scan = scan_of({news, films, music});
-  scan.set_last(test_support::record_kind::service, 210, 2, 77);
+  scan.set_last(test_support::record_kind::service, service_field::country_id, 2, 77);
   write_scan(scan);
 
   EXPECT_EQ(merge().exit_code, 0);
 
   const test_support::bytes merged = read_file(path("out.dat"));
-  EXPECT_EQ(test_support::get(merged, merged.size() - test_support::service_size + 210, 2), 0U);
+  EXPECT_EQ(test_support::get(merged, merged.size() - test_support::service_size + service_field::country_id, 2), 0U);
 }
 
 TEST_F(MergeTool, TheInputsStayAsTheyAre) {

@@ -22,10 +22,12 @@ using test_support::bytes;
 using test_support::record_kind;
 using test_support::record_place;
 
+namespace list_field = test_support::list_field;
+
 TEST_F(Salvaging, RunsInsertedIntoTheListsRecordShiftItBack) {
-  for (const std::size_t at : {std::size_t{8}, std::size_t{30'000}, std::size_t{79'000}, std::size_t{80'112},
-                               std::size_t{80'112 + 50}, std::size_t{150'000}, std::size_t{250'000},
-                               std::size_t{320'124 + 24}, std::size_t{400'000}, std::size_t{459'900}}) {
+  for (const std::size_t at : {std::size_t{8}, std::size_t{30'000}, std::size_t{79'000}, list_field::vch,
+                               list_field::vch + 50, std::size_t{150'000}, std::size_t{250'000},
+                               list_field::favorite_vch + 24, std::size_t{400'000}, std::size_t{459'900}}) {
     for (const std::size_t size : run_sizes) {
       const salvage_outcome outcome = expect_salvaged(inserted(at, bytes(size, '\0')));
 
@@ -37,8 +39,8 @@ TEST_F(Salvaging, RunsInsertedIntoTheListsRecordShiftItBack) {
 }
 
 TEST_F(Salvaging, RunsCutOutOfTheListsRecordShiftItBack) {
-  for (const std::size_t at : {std::size_t{30'000}, std::size_t{80'112}, std::size_t{80'112 + 50}, std::size_t{150'000},
-                               std::size_t{250'000}, std::size_t{320'124 + 24}, std::size_t{400'000}}) {
+  for (const std::size_t at : {std::size_t{30'000}, list_field::vch, list_field::vch + 50, std::size_t{150'000},
+                               std::size_t{250'000}, list_field::favorite_vch + 24, std::size_t{400'000}}) {
     for (const std::size_t size : run_sizes) {
       expect_salvaged(cut_out(at, size));
     }
@@ -59,7 +61,7 @@ TEST_F(Salvaging, WithoutAnyViewTheServicesAreNumberedAnew) {
 }
 
 TEST_F(Salvaging, LongRunsCutOutOfTheListsRecordLoseOnlyTheirArrays) {
-  for (const std::size_t at : {std::size_t{8}, std::size_t{1'000}, std::size_t{80'112}, std::size_t{80'112 + 60}}) {
+  for (const std::size_t at : {std::size_t{8}, std::size_t{1'000}, list_field::vch, list_field::vch + 60}) {
     for (const std::size_t size :
          {std::size_t{65'536}, std::size_t{65'537}, std::size_t{120'000}, std::size_t{300'001}, std::size_t{379'000}}) {
       const damage done = cut_out(at, size);
@@ -99,7 +101,7 @@ TEST_F(Salvaging, TheEndOfTheListsRecordMayBeCutOutWithTheFirstRecords) {
 
 TEST_F(Salvaging, TheAllViewIsBuiltAnewWithTheNumbersOfOtherViews) {
   const salvage_outcome outcome =
-      expect_salvaged(overwritten(80'112, bytes(test_support::entry_size * services.size(), '\0')));
+      expect_salvaged(overwritten(list_field::vch, bytes(test_support::entry_size * services.size(), '\0')));
 
   EXPECT_EQ(outcome.list.all, all_view::filled);
   EXPECT_EQ(outcome.list.counts.size(), 1U);
@@ -112,7 +114,7 @@ TEST_F(Salvaging, TheAllViewIsBuiltAnewWithTheNumbersOfOtherViews) {
 }
 
 TEST_F(Salvaging, FavouritesWhoseGroupsAreCutOutGetAName) {
-  const salvage_outcome outcome = expect_salvaged(cut_out(78'018, 104 * 20));
+  const salvage_outcome outcome = expect_salvaged(cut_out(list_field::favorite_group, test_support::group_size * 20));
 
   EXPECT_EQ(outcome.list.named_groups, 2U);
   EXPECT_EQ(get_channel_list()->favorite_group_num, 2);
@@ -122,8 +124,9 @@ TEST_F(Salvaging, FavouritesWhoseGroupsAreCutOutGetAName) {
 
 // A file that ends within the list's own record has no services behind it.
 TEST_F(Salvaging, WithoutServicesGroupsAndEntriesStay) {
-  for (const std::size_t size : {std::size_t{80'112 + 5 * 24 + 23}, std::size_t{200'112}, std::size_t{296'122},
-                                 std::size_t{320'124}, std::size_t{460'031}, std::size_t{460'032}}) {
+  for (const std::size_t size :
+       {list_field::vch + 6 * test_support::entry_size - 1, list_field::vnumber, list_field::radio_vch + 2,
+        list_field::favorite_vch, test_support::list_size - 1, test_support::list_size}) {
     const salvage_outcome outcome = salvage(original.data.substr(0, size));
 
     const int entries = size < 200'000 ? 5 : 12;
@@ -151,7 +154,7 @@ TEST_F(Salvaging, WithoutServicesNothingIsLeftWithoutAVersion) {
     EXPECT_THROW(salvage(original.data.substr(0, size)), std::runtime_error) << size;
   }
   bytes file = original.data.substr(0, test_support::list_size);
-  test_support::put(file, 0, 2, 0);
+  test_support::put(file, list_field::version, 2, 0);
   EXPECT_THROW(salvage(file), std::runtime_error);
 }
 

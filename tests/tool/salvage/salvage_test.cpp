@@ -19,7 +19,9 @@ const service_data news = {.service_id = 1, .name = "News"};
 const service_data films = {.service_id = 2, .name = "Films"};
 const service_data music = {.service_id = 5, .service_type = SERVICE_TYPE_RADIO, .name = "Music"};
 
-constexpr std::size_t third_service = 461'408;
+// Of whole_file(): behind one network, one transponder and two services.
+constexpr std::size_t third_service = test_support::list_size + test_support::network_size +
+                                      test_support::transponder_size + 2 * test_support::service_size;
 
 bytes noise_of(std::size_t size) {
   std::mt19937_64 random(9);
@@ -62,7 +64,10 @@ TEST_F(SalvageTool, AWholeFileIsWrittenAsItIs) {
 // A load clears the countries and selects the current view.
 TEST_F(SalvageTool, CountriesAndSettingsStayAsTheyAre) {
   channel_file file = whole_file();
-  file.set_last(test_support::record_kind::service, 210, 2, 77).set(6, 1, 2).set(7, 1, 2).set(8, 1, 3);
+  file.set_last(test_support::record_kind::service, service_field::country_id, 2, 77)
+      .set(list_field::use_group_list, 1, 2)
+      .set(list_field::service_type, 1, 2)
+      .set(list_field::net_index, 1, 3);
 
   EXPECT_EQ(salvage(file.data).exit_code, 0);
 
@@ -100,13 +105,13 @@ TEST_F(SalvageTool, JsonTellsTheSame) {
 
   const json report = json::parse(result.out);
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(report["size"], 461'508);
+  EXPECT_EQ(report["size"], third_service + 100);
   EXPECT_EQ(report["version"], 10);
   EXPECT_EQ(report["recovered"]["services"], 2);
   EXPECT_EQ(report["recovered"]["views"][0], (json{{"view", "ALL"}, {"entries", 2}}));
   EXPECT_EQ(report["lost"]["counted_but_missing"], (json{{"networks", 0}, {"transponders", 0}, {"services", 1}}));
   EXPECT_EQ(report["conversion"], json());
-  EXPECT_EQ(report["lost"]["bytes_of_no_record"], json::array({json{{"offset", 461'408}, {"size", 100}}}));
+  EXPECT_EQ(report["lost"]["bytes_of_no_record"], json::array({json{{"offset", third_service}, {"size", 100}}}));
   ASSERT_EQ(report["lost"]["entries"].size(), 2U);
   EXPECT_EQ(report["lost"]["entries"][0]["service_id"], 5);
   EXPECT_EQ(report["lost"]["entries"][0]["number"], 103);
@@ -114,7 +119,7 @@ TEST_F(SalvageTool, JsonTellsTheSame) {
 
 TEST_F(SalvageTool, WhatAConversionFoundIsShown) {
   channel_file file = whole_file();
-  file.service(news).set(0, 2, 9).set(2, 1, 5);
+  file.service(news).set(list_field::version, 2, 9).set(list_field::use_tuner, 1, 5);
 
   const program_result result = salvage(file.data);
 
@@ -129,7 +134,7 @@ TEST_F(SalvageTool, WhatAConversionFoundIsShown) {
 
 TEST_F(SalvageTool, WhatTheListsRecordLostIsShown) {
   bytes cut = whole_file().data;
-  cut.erase(80'112, 300'000);
+  cut.erase(list_field::vch, 300'000);
 
   const program_result result = salvage(cut);
 
@@ -143,7 +148,7 @@ TEST_F(SalvageTool, WhatTheListsRecordLostIsShown) {
 }
 
 TEST_F(SalvageTool, WithoutServicesItIsToldThatEntriesAloneAreLeft) {
-  const program_result result = salvage(whole_file().data.substr(0, 339'364));
+  const program_result result = salvage(whole_file().data.substr(0, list_field::user_vch));
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(

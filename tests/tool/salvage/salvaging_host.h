@@ -31,6 +31,12 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::service_data;
 
+namespace entry_field = test_support::entry_field;
+namespace list_field = test_support::list_field;
+namespace network_field = test_support::network_field;
+namespace service_field = test_support::service_field;
+namespace transponder_field = test_support::transponder_field;
+
 inline constexpr const char *nothing_left = "nothing of a channel list is left in it: there is nothing to recover";
 
 using identity_key = std::tuple<int, int, int, std::int64_t, int, int>;
@@ -45,16 +51,21 @@ struct contents {
 inline std::int64_t band_of(std::uint64_t frequency) { return static_cast<std::int64_t>((frequency + 1250) / 2500); }
 
 inline identity_key key_of(const bytes &service) {
-  using test_support::get;
-  return {static_cast<int>(get(service, 216, 1)), static_cast<int>(get(service, 240, 2)),
-          static_cast<int>(get(service, 234, 2)), band_of(get(service, 224, 4)),
-          static_cast<int>(get(service, 242, 2)), static_cast<int>(get(service, 244, 1))};
+  const auto field = [&](std::size_t at, std::size_t width) {
+    return static_cast<int>(test_support::get(service, at, width));
+  };
+  return {field(service_field::net_index, 1),  field(service_field::network_id, 2),
+          field(service_field::ts_id, 2),      band_of(test_support::get(service, service_field::frequency, 4)),
+          field(service_field::service_id, 2), field(service_field::polarisation, 1)};
 }
 
 inline identity_key key_of_entry(const bytes &entry) {
-  using test_support::get;
-  return {static_cast<int>(get(entry, 6, 1)), static_cast<int>(get(entry, 16, 2)), static_cast<int>(get(entry, 18, 2)),
-          band_of(get(entry, 8, 4)),          static_cast<int>(get(entry, 14, 2)), static_cast<int>(get(entry, 12, 1))};
+  const auto field = [&](std::size_t at, std::size_t width) {
+    return static_cast<int>(test_support::get(entry, at, width));
+  };
+  return {field(entry_field::net_index, 1),  field(entry_field::network_id, 2),
+          field(entry_field::ts_id, 2),      band_of(test_support::get(entry, entry_field::frequency, 4)),
+          field(entry_field::service_id, 2), field(entry_field::polarisation, 1)};
 }
 
 inline bytes image_of(const channel_st &service) {
@@ -138,8 +149,8 @@ class Salvaging : public test_support::store_test {
     data.name = "Service " + std::to_string(number);
     services.push_back(data);
     original.service(data);
-    original.set_last(record_kind::service, 214, 2, 1)
-        .set_last(record_kind::service, 252, 2, 0x200U + static_cast<unsigned>(number));
+    original.set_last(record_kind::service, service_field::provider_id, 2, 1)
+        .set_last(record_kind::service, service_field::video_pid, 2, 0x200U + static_cast<unsigned>(number));
   }
 
   void add_entries(std::size_t number) {

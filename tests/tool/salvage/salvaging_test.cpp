@@ -35,12 +35,12 @@ TEST_F(Salvaging, ATruncatedFileKeepsEveryWholeService) {
 }
 
 TEST_F(Salvaging, WrongCountsOfRecordsLoseNothing) {
-  std::vector<std::size_t> counts = {459'610};
+  std::vector<std::size_t> counts = {list_field::network_num};
   for (const record_place &record : original.records) {
     if (record.kind == record_kind::network) {
-      counts.push_back(record.offset + 76);
+      counts.push_back(record.offset + network_field::tp_num);
     } else if (record.kind == record_kind::transponder) {
-      counts.push_back(record.offset + 18);
+      counts.push_back(record.offset + transponder_field::rch_num);
     }
   }
   for (const std::size_t at : counts) {
@@ -125,9 +125,9 @@ TEST_F(Salvaging, OverwrittenRunsLoseOnlyTheirRecords) {
 TEST_F(Salvaging, AServiceWithADamagedIdentityIsNotTakenForAnother) {
   const record_place &record = original.records[5];
   ASSERT_EQ(record.kind, record_kind::service);
-  for (std::size_t at = 216; at < 245; ++at) {
+  for (std::size_t at = service_field::net_index; at <= service_field::polarisation; ++at) {
     for (const std::size_t size : {std::size_t{1}, std::size_t{2}, std::size_t{4}}) {
-      if (at < 217 || at >= 224) {
+      if (at == service_field::net_index || at >= service_field::frequency) {
         expect_salvaged(overwritten(record.offset + at, bytes(size, '\0')));
         expect_salvaged(overwritten(record.offset + at, noise_of(size, 3)));
       }
@@ -205,8 +205,8 @@ TEST_F(Salvaging, ServicesInNoViewAreFoundByTheirSurroundings) {
 
 // Whatever the bytes are, nothing is read outside of them, and it takes time in proportion to them.
 TEST_F(Salvaging, NoiseHoldsNothing) {
-  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{460'031}, std::size_t{460'032},
-                                 std::size_t{460'344}, std::size_t{2'000'000}}) {
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, test_support::list_size - 1, test_support::list_size,
+                                 test_support::list_size + test_support::service_size, std::size_t{2'000'000}}) {
     EXPECT_THROW(salvage(noise_of(size, 8)), std::runtime_error) << size;
     EXPECT_THROW(salvage(bytes(size, '\0')), std::runtime_error) << size;
     EXPECT_THROW(salvage(bytes(size, 'x')), std::runtime_error) << size;

@@ -20,6 +20,8 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::service_data;
 
+namespace list_field = test_support::list_field;
+
 TEST_F(Salvaging, WhatIsLostIsTold) {
   const record_place &service = original.records[4];
   ASSERT_EQ(service.kind, record_kind::service);
@@ -89,7 +91,7 @@ TEST_F(Salvaging, AnUnlistedServiceBesideAStaleEntryComesBack) {
 }
 
 TEST_F(Salvaging, WhatAConversionFindsIsTold) {
-  original.set(0, 2, 9).service(services.back());
+  original.set(list_field::version, 2, 9).service(services.back());
 
   const salvage_outcome outcome = salvage(original.data);
 
@@ -98,7 +100,7 @@ TEST_F(Salvaging, WhatAConversionFindsIsTold) {
   EXPECT_EQ(outcome.converted->duplicates[0].id.service_id, 511);
   EXPECT_EQ(outcome.recovered.services, 12U);
   EXPECT_TRUE(outcome.has_findings());
-  EXPECT_FALSE(salvage(channel_file(original).set(0, 2, 10).data).converted.has_value());
+  EXPECT_FALSE(salvage(channel_file(original).set(list_field::version, 2, 10).data).converted.has_value());
 }
 
 TEST_F(Salvaging, ProgressGoesUpToItsTotal) {

@@ -30,7 +30,7 @@ TEST_F(Diff, EqualFilesHaveNone) {
 TEST_F(Diff, TellsServicesAddedAndRemovedWithTheirNumbers) {
   channel_file file;
   file.network(1, 1, "Astra").service(news).service(films);
-  file.set_last(record_kind::service, provider_id_at, 2, 3);
+  file.set_last(record_kind::service, service_field::provider_id, 2, 3);
   file.group(GROUP_PROVIDER, 0, "BBC").group(GROUP_PROVIDER, 3, "Sky").group(GROUP_FAV, 0, "Best");
   file.entry(VIEW_ALL, news, 101).entry(VIEW_ALL, films, 12);
   file.entry(VIEW_TV, news, 101).entry(VIEW_TV, films, 12);
@@ -80,7 +80,7 @@ TEST_F(Diff, TellsFieldsAndNumbersThatChanged) {
 
 TEST_F(Diff, TheJsonReportNamesFieldsAndViews) {
   channel_file file = sample_list();
-  const json report = json_diff(file.set(80'112 + 2, 2, 102));
+  const json report = json_diff(file.set(list_field::vch + entry_field::major_ch_num, 2, 102));
 
   EXPECT_EQ(report["equal"], false);
   const json &changed = report["services"]["changed"];
@@ -94,11 +94,11 @@ TEST_F(Diff, TheJsonReportNamesFieldsAndViews) {
 TEST_F(Diff, TellsSettingsGroupsNetworksAndTheOrderOfViews) {
   channel_file file;
   file.network(1, 1, "Hotbird").service(news).service(films);
-  file.set_last(record_kind::service, provider_id_at, 2, 3);
+  file.set_last(record_kind::service, service_field::provider_id, 2, 3);
   file.service(music).group(GROUP_PROVIDER, 0, "BBC").group(GROUP_PROVIDER, 3, "Viva").group(GROUP_GENRE, 1, "Sport");
   file.entry(VIEW_ALL, films, 12).entry(VIEW_ALL, news, 101).entry(VIEW_ALL, music, 13);
   file.entry(VIEW_TV, news, 101).entry(VIEW_TV, films, 12).entry(VIEW_RADIO, music, 1);
-  file.entry(VIEW_FAVOURITE, films, 12, 1).entry(VIEW_USER, {.service_id = 99}, 4).set(bouquet_id_at, 2, 5);
+  file.entry(VIEW_FAVOURITE, films, 12, 1).entry(VIEW_USER, {.service_id = 99}, 4).set(list_field::bouquet_id, 2, 5);
 
   EXPECT_EQ(diff(file), "0 services added, 0 removed, 0 changed; 7 differences around the services\n"
                         "Around the services:\n"
@@ -190,7 +190,7 @@ TEST_F(Diff, AServiceThatOccursTwiceIsEqualToItself) {
 // A service whose own fields name another transponder is found by none of its fields.
 TEST_F(Diff, AServiceInTheWrongPlaceIsEqualToItself) {
   channel_file file = sample_list();
-  file.set_last(record_kind::service, 224, 4, 5'000'000);
+  file.set_last(record_kind::service, service_field::frequency, 4, 5'000'000);
   write("list.dat", file);
   EXPECT_EQ(diff(file, 0), "no differences\n");
 }
@@ -200,7 +200,7 @@ TEST_F(Diff, OneFileIsTheOther) { EXPECT_EQ(output_of({"diff", "list.dat", "list
 TEST_F(Diff, RefusesBadFiles) {
   expect_bad_files_refused("diff", {"list.dat"});
   expect_refused({"diff", "list.dat", "missing.dat"}, "missing.dat: No such file or directory");
-  write("new.dat", sample_list().set(0, 2, 8));
+  write("new.dat", sample_list().set(list_field::version, 2, 8));
   expect_refused({"diff", "list.dat", "new.dat"}, "new.dat: is of version 8, not 10: `chlist convert` makes one of it");
 }
 

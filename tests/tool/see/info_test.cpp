@@ -10,7 +10,7 @@ class Info : public see_host {};
 
 TEST_F(Info, CountsWhatTheFileHolds) {
   channel_file file = sample_list();
-  write("list.dat", file.set(bouquet_id_at, 2, 7));
+  write("list.dat", file.set(list_field::bouquet_id, 2, 7));
   EXPECT_EQ(output_of({"info", "list.dat"}), "list.dat: version 10, 462056 bytes, 3 services\n"
                                              "Settings\n"
                                              "  tuner                   -\n"
@@ -126,7 +126,7 @@ TEST_F(Info, RefusesBadFiles) {
   test_support::write_file(path("bad.dat"), other.data.substr(0, other.data.size() - 1));
   expect_refused({"info", "bad.dat"}, "bad.dat: ends too early for a channel file of version 10");
   for (const int version : {0, 6, 11}) {
-    write("bad.dat", other.set(0, 2, static_cast<std::uint64_t>(version)));
+    write("bad.dat", other.set(list_field::version, 2, static_cast<std::uint64_t>(version)));
     expect_refused({"info", "bad.dat"},
                    "bad.dat: is of version " + std::to_string(version) + ": only 7 to 10 are known");
   }

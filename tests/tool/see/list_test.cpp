@@ -40,7 +40,7 @@ TEST_F(List, IsATableOfTheAllView) {
 
 TEST_F(List, ShowsMinorNumbersWhereThereAreAny) {
   channel_file file = sample_list();
-  write("list.dat", file.set(80'112 + 4, 2, 7));
+  write("list.dat", file.set(list_field::vch + entry_field::minor_ch_num, 2, 7));
   EXPECT_TRUE(list({}).starts_with("number  minor  name"));
   EXPECT_TRUE(list({"--view", "tv"}).starts_with("number  name"));
 }
@@ -73,8 +73,8 @@ TEST_F(List, SortsEachViewAndThePromotionView) {
 
 TEST_F(List, SortsByTheUsersOwnOrder) {
   channel_file file;
-  file.service(news).set_last(record_kind::service, 298, 2, 2);
-  file.service(films).set_last(record_kind::service, 298, 2, 1);
+  file.service(news).set_last(record_kind::service, service_field::user_order_key, 2, 2);
+  file.service(films).set_last(record_kind::service, service_field::user_order_key, 2, 1);
   file.entry(VIEW_ALL, news, 1).entry(VIEW_ALL, films, 2);
   write("list.dat", file);
   EXPECT_EQ(names({"--sort", "order_key"}), (texts{"Films", "News"}));

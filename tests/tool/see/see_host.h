@@ -19,15 +19,11 @@ inline const service_data music = {.ts_id = 101,
                                    .service_type = SERVICE_TYPE_RADIO,
                                    .name = "Music, \"live\""};
 
-// Where a service has its provider's id, and the list its bouquet id.
-constexpr std::size_t provider_id_at = 214;
-constexpr std::size_t bouquet_id_at = 4;
-
 // Two television services on one transponder, a radio service on another, in views and a favourite group.
 inline channel_file sample_list() {
   channel_file file;
   file.network(1, 1, "Astra").service(news).service(films);
-  file.set_last(record_kind::service, provider_id_at, 2, 3);
+  file.set_last(record_kind::service, service_field::provider_id, 2, 3);
   file.service(music).group(GROUP_PROVIDER, 0, "BBC").group(GROUP_PROVIDER, 3, "Sky").group(GROUP_FAV, 0, "Best");
   file.entry(VIEW_ALL, news, 101).entry(VIEW_ALL, films, 12).entry(VIEW_ALL, music, 13);
   file.entry(VIEW_TV, news, 101).entry(VIEW_TV, films, 12).entry(VIEW_RADIO, music, 1);
@@ -70,9 +66,9 @@ class see_host : public chlist_test {
     expect_refused(arguments("bad.dat"), "bad.dat: too short for a channel file");
     write_file(path("bad.dat"), other.data.substr(0, other.data.size() - 1));
     expect_refused(arguments("bad.dat"), "bad.dat: ends too early for a channel file of its version");
-    write("bad.dat", other.set(0, 2, 9));
+    write("bad.dat", other.set(list_field::version, 2, 9));
     expect_refused(arguments("bad.dat"), "bad.dat: is of version 9, not 10: `chlist convert` makes one of it");
-    write("bad.dat", other.set(0, 2, 11));
+    write("bad.dat", other.set(list_field::version, 2, 11));
     expect_refused(arguments("bad.dat"), "bad.dat: is of version 11, not 10");
   }
 };

@@ -53,8 +53,8 @@ std::size_t json::size() const {
 }
 
 std::span<const json> json::elements() const {
-  const auto *array = std::get_if<array_type>(&value_);
-  return array != nullptr ? std::span<const json>(*array) : std::span<const json>();
+  const auto *all = std::get_if<array_type>(&value_);
+  return all != nullptr ? std::span<const json>(*all) : std::span<const json>();
 }
 
 const json &json::operator[](std::size_t at) const { return std::get<array_type>(value_).at(at); }
@@ -70,8 +70,8 @@ void json::push_back(json element) {
 void json::pop_back() { std::get<array_type>(value_).pop_back(); }
 
 std::span<const json::member> json::members() const {
-  const auto *object = std::get_if<object_type>(&value_);
-  return object != nullptr ? std::span<const member>(*object) : std::span<const member>();
+  const auto *all = std::get_if<object_type>(&value_);
+  return all != nullptr ? std::span<const member>(*all) : std::span<const member>();
 }
 
 const json *json::find(std::string_view key) const {

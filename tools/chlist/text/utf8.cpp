@@ -36,8 +36,8 @@ class unicode_locale {
     const locale_t before = ::uselocale(locale_);
     std::size_t width = 0;
     for (const char32_t character : characters) {
-      const int columns = ::wcwidth(static_cast<wchar_t>(character));
-      width += columns < 0 ? 1 : static_cast<std::size_t>(columns);
+      const int each = ::wcwidth(static_cast<wchar_t>(character));
+      width += each < 0 ? 1 : static_cast<std::size_t>(each);
     }
     ::uselocale(before);
     return width;

@@ -53,7 +53,7 @@ TEST_F(ListJson, EveryGoldenFileOfThisLayoutComesBack) {
 TEST_F(ListJson, WhatNoFieldSaysIsAPatch) {
   channel_file file = small();
   fill_pointer_slots(file.data, file.records, '\x7F');
-  file.set_last(record_kind::service, 9 + 20, 1, 'x');  // behind the name's end
+  file.set_last(record_kind::service, service_field::name + 20, 1, 'x');  // behind the name's end
   file.data.insert(file.data.end(), {'e', 'n', 'd'});
 
   EXPECT_TRUE(is_carried(file.data));
@@ -62,8 +62,8 @@ TEST_F(ListJson, WhatNoFieldSaysIsAPatch) {
 
 TEST_F(ListJson, ReservedBytesAndWrongLengthsAreFields) {
   channel_file file = small();
-  file.set_last(record_kind::service, 262, 1, 0xAB);
-  file.set_last(record_kind::service, 106, 2, 99);  // name_len
+  file.set_last(record_kind::service, service_field::reserved_pid + 2, 1, 0xAB);
+  file.set_last(record_kind::service, service_field::name_len, 2, 99);
 
   const std::string text = json_of(file.data);
 
@@ -75,10 +75,10 @@ TEST_F(ListJson, ReservedBytesAndWrongLengthsAreFields) {
 
 TEST_F(ListJson, CountsOutsideTheirArraysAreSaid) {
   channel_file file = small();
-  file.set(12 + 104 + 2, 2, 33);  // the provider behind the last one
-  file.set(200'112, 2, 0xFFFF);   // vnumber -1
-  file.set(459'608, 2, 11);       // promo_vnumber
-  file.set(339'324 + 38, 2, 41);  // of the last favourite group
+  file.set(list_field::provider + test_support::group_size + group_field::id, 2, 33);  // behind the last one
+  file.set(list_field::vnumber, 2, 0xFFFF);
+  file.set(list_field::promo_vnumber, 2, 11);
+  file.set(list_field::favorite_vnumber + (MAX_FAV - 1) * 2, 2, 41);
 
   const std::string text = json_of(file.data);
 
@@ -92,7 +92,7 @@ TEST_F(ListJson, CountsOutsideTheirArraysAreSaid) {
 
 TEST_F(ListJson, TextThatIsNotUtf8IsHexadecimal) {
   channel_file file = small();
-  file.set_last(record_kind::service, 9, 1, 0xE9);
+  file.set_last(record_kind::service, service_field::name, 1, 0xE9);
 
   const std::string text = json_of(file.data);
 
@@ -103,14 +103,22 @@ TEST_F(ListJson, TextThatIsNotUtf8IsHexadecimal) {
 TEST_F(ListJson, TextMayFillItsField) {
   channel_file file = small();
   for (std::size_t at = 0; at < 96; ++at) {
-    file.set_last(record_kind::service, 9 + at, 1, 'n');
+    file.set_last(record_kind::service, service_field::name + at, 1, 'n');
   }
   for (std::size_t at = 0; at < 64; ++at) {
-    file.set_last(record_kind::network, 12 + at, 1, 'w');
+    file.set_last(record_kind::network, network_field::network_name + at, 1, 'w');
   }
 
   EXPECT_TRUE(is_carried(file.data));
   EXPECT_EQ(json_of(file.data).find("patches"), std::string::npos);
+}
+
+// A byte of the version, or of a count of the records that follow.
+bool is_framing(record_kind kind, std::size_t at) {
+  const auto is_within = [at](std::size_t field) { return at == field || at == field + 1; };
+  return (kind == record_kind::list && (is_within(list_field::version) || is_within(list_field::network_num))) ||
+         (kind == record_kind::network && is_within(network_field::tp_num)) ||
+         (kind == record_kind::transponder && is_within(transponder_field::rch_num));
 }
 
 TEST_F(ListJson, AnyBytesComeBack) {
@@ -121,14 +129,11 @@ TEST_F(ListJson, AnyBytesComeBack) {
     for (std::size_t n = below(12); n > 0; --n) {
       file.service({.ts_id = static_cast<std::uint16_t>(below(3)), .service_id = static_cast<std::uint16_t>(n)});
     }
-    // Anywhere but in the counts that frame the records.
+    // Anywhere but in what frames the records.
     for (std::size_t n = below(300); n > 0; --n) {
       const auto &record = file.records[below(file.records.size())];
       const std::size_t at = below(record.size);
-      const bool is_count = (record.kind == record_kind::list && at >= 459'610 && at < 459'612) ||
-                            (record.kind == record_kind::network && at >= 76 && at < 78) ||
-                            (record.kind == record_kind::transponder && at >= 18 && at < 20);
-      if (!is_count && !(record.kind == record_kind::list && at < 2)) {
+      if (!is_framing(record.kind, at)) {
         file.data[record.offset + at] = static_cast<char>(random());
       }
     }

@@ -46,8 +46,9 @@ void apply(std::string &bytes, const json &patch, const std::string &path) {
   if (!patch.is_array() || patch.size() != 2) {
     refuse_json(path, "is no pair of an offset and hexadecimal bytes");
   }
-  const auto offset = static_cast<std::size_t>(integer_of(patch[0], sizeof(std::uint32_t), false, element(path, 0)));
-  const std::string patched = bytes_of_hex(patch[1], element(path, 1));
+  const auto offset =
+      static_cast<std::size_t>(integer_of(patch[0], sizeof(std::uint32_t), false, path_of_element(path, 0)));
+  const std::string patched = bytes_of_hex(patch[1], path_of_element(path, 1));
   if (offset > bytes.size()) {
     refuse_json(path, fmt::format("begins at {}, behind the file's end at {}", offset, bytes.size()));
   }
@@ -122,7 +123,7 @@ std::string channel_file_of_json(std::string_view text) {
   if (object.contains(patches_key)) {
     const json &patches = array_in(object, patches_key, "$", bytes.max_size());
     for (std::size_t at = 0; at < patches.size(); ++at) {
-      apply(bytes, patches[at], element(fmt::format("$.{}", patches_key), at));
+      apply(bytes, patches[at], path_of_element(fmt::format("$.{}", patches_key), at));
     }
   }
   return bytes;

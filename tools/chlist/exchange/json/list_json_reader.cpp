@@ -15,7 +15,7 @@ namespace {
 void fill_array(record_bytes array, const json &records, std::size_t stride, std::span<const json_field> fields,
                 const std::string &path) {
   for (std::size_t at = 0; at < records.size(); ++at) {
-    fill_record(array.subspan(at * stride, stride), records[at], fields, element(path, at));
+    fill_record(array.subspan(at * stride, stride), records[at], fields, path_of_element(path, at));
   }
 }
 
@@ -34,7 +34,7 @@ void fill_favourites(channel_list_st &list, const json &object, const std::strin
   const json &groups = array_in(object, favourites_key, path, MAX_FAV);
   const std::string groups_path = fmt::format("{}.{}", path, favourites_key);
   for (std::size_t group = 0; group < groups.size(); ++group) {
-    const std::string place = element(groups_path, group);
+    const std::string place = path_of_element(groups_path, group);
     if (!groups[group].is_array() || groups[group].size() > MAX_FAV_NUM) {
       refuse_json(place, fmt::format("is no array of at most {} elements", +MAX_FAV_NUM));
     }
@@ -47,8 +47,9 @@ void fill_favourites(channel_list_st &list, const json &object, const std::strin
   }
   const json &counts = array_in(object, favourite_counts_key, path, MAX_FAV);
   for (std::size_t group = 0; group < counts.size(); ++group) {
-    list.favorite_vnumber[group] = static_cast<std::int16_t>(integer_of(
-        counts[group], sizeof(std::int16_t), true, element(fmt::format("{}.{}", path, favourite_counts_key), group)));
+    list.favorite_vnumber[group] =
+        static_cast<std::int16_t>(integer_of(counts[group], sizeof(std::int16_t), true,
+                                             path_of_element(fmt::format("{}.{}", path, favourite_counts_key), group)));
   }
 }
 
@@ -74,7 +75,7 @@ class file_writer {
     write_list(object, path);
     const json &networks = array_in(object, networks_key, path, most_counted);
     for (std::size_t at = 0; at < networks.size(); ++at) {
-      write_network(networks[at], element(fmt::format("{}.{}", path, networks_key), at));
+      write_network(networks[at], path_of_element(fmt::format("{}.{}", path, networks_key), at));
     }
     return std::move(bytes_);
   }
@@ -104,7 +105,7 @@ class file_writer {
     network.tp_num = static_cast<std::uint16_t>(transponders.size());
     append_image(bytes_, network);
     for (std::size_t at = 0; at < transponders.size(); ++at) {
-      write_transponder(transponders[at], element(fmt::format("{}.{}", path, transponders_key), at));
+      write_transponder(transponders[at], path_of_element(fmt::format("{}.{}", path, transponders_key), at));
     }
   }
 
@@ -117,7 +118,7 @@ class file_writer {
     for (std::size_t at = 0; at < services.size(); ++at) {
       channel_st service = {};
       fill_record(bytes_of(service), services[at], fields_of_service(),
-                  element(fmt::format("{}.{}", path, services_key), at));
+                  path_of_element(fmt::format("{}.{}", path, services_key), at));
       append_image(bytes_, service);
     }
   }
@@ -127,7 +128,7 @@ class file_writer {
 
 }  // namespace
 
-std::string element(const std::string &path, std::size_t at) { return fmt::format("{}[{}]", path, at); }
+std::string path_of_element(const std::string &path, std::size_t at) { return fmt::format("{}[{}]", path, at); }
 
 const json &array_in(const json &object, std::string_view key, const std::string &path, std::size_t most) {
   const json *found = object.find(key);

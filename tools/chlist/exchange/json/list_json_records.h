@@ -38,7 +38,7 @@ constexpr json_field count_field(std::size_t offset) {
 }
 
 // "$.networks[3]".
-std::string element(const std::string &path, std::size_t at);
+std::string path_of_element(const std::string &path, std::size_t at);
 
 // An array within an object. Throws as refuse_json() does when it is none, or longer than it may be.
 const json &array_in(const json &object, std::string_view key, const std::string &path, std::size_t most);
