@@ -9,7 +9,8 @@
 #include "chlist/commands.h"
 #include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
-#include "chlist/service/selection.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/selection.h"
 
 namespace chlist {
 namespace {
@@ -52,7 +53,7 @@ std::vector<std::string> key_names() {
 }
 
 std::int8_t sortable_view(const std::string &name) {
-  const std::int8_t view = view_named(name);
+  const std::int8_t view = view_named(line_up_in_memory(), name);
   if (view == VIEW_PROMOTION) {
     throw std::runtime_error("the promotion view cannot be sorted alone");
   }

@@ -1,4 +1,4 @@
-// `chlist diff`: loads one file, copies what is compared, loads the other and holds the two against each other.
+// `chlist diff`: reads two files and holds them against each other.
 #include "chlist/commands.h"
 
 #include <fmt/format.h>
@@ -7,9 +7,10 @@
 #include <memory>
 
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_file.h"
-#include "chlist/files/faithful_load.h"
-#include "chlist/see/difference.h"
+#include "chlist/files/file_line_up.h"
+#include "chlist/line_up/difference.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/report.h"
 
 namespace chlist {
 namespace {
@@ -40,11 +41,13 @@ struct diff_options {
   bool as_json = false;
 };
 
-list_snapshot snapshot_of(const channel_file &input) {
-  for (const std::string &note : load_faithfully(input)) {
+line_up line_up_to_compare(const channel_file &input) {
+  const file_records records(input.bytes());
+  must_be_whole(input, records);
+  for (const std::string &note : not_saved_again(records)) {
     fmt::print(stderr, "{}: {}\n", input.path().string(), note);
   }
-  return take_snapshot();
+  return line_up_of(records.list());
 }
 
 json json_of_diff(const diff_options &options, const std::vector<change> &changes) {
@@ -58,8 +61,8 @@ int run_diff(const diff_options &options) {
   const channel_file after(options.after);
   before.must_be_current();
   after.must_be_current();
-  const list_snapshot was = snapshot_of(before);
-  const std::vector<change> changes = differences(was, snapshot_of(after));
+  const line_up was = line_up_to_compare(before);
+  const std::vector<change> changes = differences(was, line_up_to_compare(after));
   print_report([&] {
     if (options.as_json) {
       print_json(json_of_diff(options, changes));
