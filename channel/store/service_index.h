@@ -40,7 +40,7 @@ class service_index {
     channel_st *found = id.frequency != 0 ? find(id) : find_without_frequency(identity{id});
     return found != nullptr && channel_list.network_num != 0 ? found : miss(identity{id});
   }
-  channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
+  [[gnu::always_inline]] channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
 
   using place = transponder_table::place;
 
