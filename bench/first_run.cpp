@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <ctime>
 #include <string>
 #include <string_view>
@@ -66,11 +67,21 @@ double run_anew(const char *what) {
   return seconds;
 }
 
+// What else the machine does weighs on a single one.
+double least_of_several(const char *what) {
+  constexpr int processes = 10;
+  double least = run_anew(what);
+  for (int i = 1; i < processes; ++i) {
+    least = std::min(least, run_anew(what));
+  }
+  return least;
+}
+
 }  // namespace
 
-double first_load() { return run_anew(loading); }
+double first_load() { return least_of_several(loading); }
 
-double first_reading() { return run_anew(reading); }
+double first_reading() { return least_of_several(reading); }
 
 bool was_first_run(int argc, char **argv) {
   if (argc != 3 || (argv[1] != std::string_view(loading) && argv[1] != std::string_view(reading))) {

@@ -3,8 +3,8 @@
 
 namespace bench {
 
-// Loads the channel file of the scene, or reads its records as the floor does. Each gives the seconds of the processor
-// that it took a process of its own.
+// Loads the channel file of the scene, or reads its records as the floor does, in several processes one after another.
+// Each gives the least seconds of the processor that it took one of them.
 double first_load();
 double first_reading();
 
