@@ -48,7 +48,10 @@ channel_st &editable(const named_records &records, std::string_view text) {
 
 }  // namespace
 
-channel_st &editable_service(std::string_view text, std::int8_t view) { return editable(named_records(view), text); }
+channel_st &editable_service(std::string_view text, std::int8_t view) {
+  const named_records records(view);
+  return editable(records, text);
+}
 
 std::vector<channel_st *> editable_services(const std::vector<std::string> &texts, edit_notes &notes,
                                             std::int8_t view) {
