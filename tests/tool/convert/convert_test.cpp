@@ -117,7 +117,7 @@ TEST_F(Convert, AFailedWriteLeavesTheOldOutputAndNoOther) {
       {"/bin/sh", "-c", "trap '' XFSZ; ulimit -f 100; exec " CHLIST_PROGRAM " convert old.dat new.dat"}, dir.path());
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: new.dat: the channel file could not be written\n");
+  EXPECT_EQ(result.err, "chlist: convert: new.dat: the channel file could not be written\n");
   EXPECT_EQ(read_file(path("new.dat")), "before");
   EXPECT_EQ(files(), (std::vector<std::string>{"new.dat", "old.dat"}));
 }
@@ -169,7 +169,7 @@ TEST_F(Convert, AReportThatCannotBeWrittenIsAFailure) {
         {"/bin/sh", "-c", "exec " CHLIST_PROGRAM " convert old.dat new.dat" + more + " >/dev/full"}, dir.path());
 
     EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: standard output: No space left on device\n");
+    EXPECT_EQ(result.err, "chlist: convert: standard output: No space left on device\n");
   }
   EXPECT_EQ(load_named("new.dat"), CHANNEL_LIST_VERSION);
 }

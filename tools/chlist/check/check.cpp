@@ -18,26 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *check_summary = "Say what is wrong with a channel file, and what a receiver does with it";
-
-constexpr const char *check_details =
-    "Damaged files are looked at as far as their counts lead, also those that a receiver refuses. Each finding has "
-    "its\n"
-    "place in the file and its consequence:\n"
-    "  error    the load fails, or something is lost on the receiver\n"
-    "  warning  something is not reached, or not shown as it was meant\n"
-    "  note     unusual; a receiver works with it\n"
-    "Of each kind the first ten are shown; --all and --json show every one. FILE is only read.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  nothing was found; notes do not count\n"
-    "  1  errors or warnings\n"
-    "  2  FILE cannot be read or is no regular file; or the report could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist check channels.dat\n"
-    "  chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'";
-
 struct check_options {
   fs::path file;
   bool shows_all = false;
@@ -133,8 +113,19 @@ int run_check(const check_options &options) {
 command check_command() {
   auto options = std::make_shared<check_options>();
   return {.name = "check",
-          .summary = check_summary,
-          .details = check_details,
+          .summary = "Say what is wrong with a channel file, and what a receiver does with it",
+          .details = {"Damaged files are looked at as far as their counts lead, also those that a receiver refuses. "
+                      "Each finding has its place in the file and its consequence.",
+                      "Of each kind the first ten are shown; --all and --json show every one. FILE is only read."},
+          .sections = {{"Severities",
+                        {{"error", "the load fails, or something is lost on the receiver"},
+                         {"warning", "something is not reached, or not shown as it was meant"},
+                         {"note", "unusual; a receiver works with it"}}}},
+          .exit_codes = {{"0", "nothing was found; notes do not count"},
+                         {"1", "errors or warnings"},
+                         {"2", "FILE cannot be read or is no regular file; or the report could not be written"}},
+          .examples = {"chlist check channels.dat",
+                       "chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'"},
           .options =
               {{.names = "FILE", .target = &options->file, .about = "the channel file to look at", .is_required = true},
                {.names = "--all",

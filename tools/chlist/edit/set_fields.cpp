@@ -14,6 +14,7 @@
 #include <stdexcept>
 
 #include "channel/store/group_table.h"
+#include "chlist/closest.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/report.h"
 #include "chlist/service/names.h"
@@ -206,13 +207,11 @@ std::optional<std::int64_t> value_from(std::string_view text, const range &value
 const field &field_of(std::string_view assignment, std::size_t equals) {
   const std::string_view name = assignment.substr(0, equals);
   const auto *found = std::ranges::find(fields, name, &field::name);
-  if (equals == std::string_view::npos || found == std::end(fields)) {
-    std::string names;
-    for (const field &each : fields) {
-      names += fmt::format("{}{}", names.empty() ? "" : ", ", each.name);
-    }
-    throw std::runtime_error(
-        fmt::format("{} sets no field: it takes FIELD=VALUE with one of {}", shown(assignment), names));
+  if (equals == std::string_view::npos) {
+    throw std::runtime_error(fmt::format("{} sets no field: it takes FIELD=VALUE", shown(assignment)));
+  }
+  if (found == std::end(fields)) {
+    throw std::runtime_error(unknown_name("field", name, words_of(terms_of_fields())));
   }
   return *found;
 }
@@ -241,12 +240,12 @@ void set_field(edited_service &service, std::string_view assignment) {
   which.set_number(service, *value);
 }
 
-std::string fields_help() {
-  std::string lines;
+std::vector<term> terms_of_fields() {
+  std::vector<term> terms;
   for (const field &each : fields) {
-    lines += fmt::format("  {:<14} {}\n", each.name, range_of(each));
+    terms.push_back({std::string(each.name), std::string(range_of(each))});
   }
-  return lines;
+  return terms;
 }
 
 }  // namespace chlist

@@ -5,8 +5,10 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "channel/identity.h"
+#include "chlist/command.h"
 
 namespace chlist {
 
@@ -19,7 +21,7 @@ struct edited_service {
 // Sets one field by "FIELD=VALUE". Throws std::runtime_error that names the field, the value and the range.
 void set_field(edited_service &service, std::string_view assignment);
 
-// One line for each field with its range, for the help.
-std::string fields_help();
+// Each field with its range, for the help.
+std::vector<term> terms_of_fields();
 
 }  // namespace chlist

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "chlist/closest.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/enigma2/lamedb.h"
@@ -66,31 +67,22 @@ using choice = bool (*)(const format &each);
 bool can_read(const format &each) { return each.can_read(); }
 bool can_write(const format &each) { return each.can_write(); }
 
-std::string names(choice is_able) {
-  std::string text;
+std::vector<term> terms_of(choice is_able) {
+  std::vector<term> terms;
   for (const format &each : formats) {
     if (is_able(each)) {
-      text += (text.empty() ? "" : ", ") + std::string(each.name);
+      terms.push_back({std::string(each.name), std::string(each.about)});
     }
   }
-  return text;
+  return terms;
 }
 
-std::string help(choice is_able) {
-  std::string text;
-  for (const format &each : formats) {
-    if (is_able(each)) {
-      text += fmt::format("  {:<10}{}\n", each.name, each.about);
-    }
-  }
-  return text;
-}
+std::string names(choice is_able) { return fmt::format("{}", fmt::join(words_of(terms_of(is_able)), ", ")); }
 
 const format &named(std::string_view name, choice is_able, std::string_view what_for) {
   const format *const found = std::ranges::find(formats, name, &format::name);
   if (found == std::end(formats) || !is_able(*found)) {
-    throw std::runtime_error(
-        fmt::format("'{}' is no format that can be {}; there are {}", name, what_for, names(is_able)));
+    throw std::runtime_error(unknown_name(fmt::format("format to {}", what_for), name, words_of(terms_of(is_able))));
   }
   return *found;
 }
@@ -118,7 +110,7 @@ const format &format_to_read(std::string_view name, const fs::path &input) {
 
 const format &format_to_write(std::string_view name, const fs::path &output) {
   if (!name.empty()) {
-    return named(name, can_write, "written");
+    return named(name, can_write, "write");
   }
   for (const format &each : formats) {
     if (each.can_write() && each.is_like != nullptr && each.is_like(output, "")) {
@@ -129,7 +121,7 @@ const format &format_to_write(std::string_view name, const fs::path &output) {
       fmt::format("{}: its name tells no format; --to names it: {}", output.string(), names(can_write)));
 }
 
-std::string formats_to_read() { return help(can_read); }
-std::string formats_to_write() { return help(can_write); }
+std::vector<term> formats_to_read() { return terms_of(can_read); }
+std::vector<term> formats_to_write() { return terms_of(can_write); }
 
 }  // namespace chlist

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/command.h"
 #include "chlist/exchange/line_up.h"
 #include "chlist/files/text_folder.h"
 
@@ -54,8 +55,8 @@ std::span<const format> all_formats();
 const format &format_to_read(std::string_view name, const std::filesystem::path &input);
 const format &format_to_write(std::string_view name, const std::filesystem::path &output);
 
-// For the help: a line for each format that can be read, or written.
-std::string formats_to_read();
-std::string formats_to_write();
+// For the help: the formats that can be read, or written.
+std::vector<term> formats_to_read();
+std::vector<term> formats_to_write();
 
 }  // namespace chlist

@@ -16,24 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *diff_summary = "Show what differs between two channel files";
-
-constexpr const char *diff_details =
-    "Services are paired by their identity as the receiver does it: a frequency that differs by less than 2500 is the\n"
-    "same. Of a service every column is compared (chlist list --columns help), its number in every view and favourite\n"
-    "group included; then the order of the views, networks, transponders, group tables and settings. Reserved bytes\n"
-    "are not compared. Both files are of version 10 and are only read.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  the same\n"
-    "  1  there are differences\n"
-    "  2  bad usage, a file that cannot be read, is short or is of another version; or the report could not be "
-    "written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist diff yesterday.dat channels.dat\n"
-    "  chlist diff --json yesterday.dat channels.dat | jq '.services.added[].name'";
-
 struct diff_options {
   fs::path before;
   fs::path after;
@@ -75,8 +57,18 @@ int run_diff(const diff_options &options) {
 command diff_command() {
   auto options = std::make_shared<diff_options>();
   return {.name = "diff",
-          .summary = diff_summary,
-          .details = diff_details,
+          .summary = "Show what differs between two channel files",
+          .details =
+              {"Services are paired by their identity as the receiver does it: a frequency that differs by less than "
+               "2500 is the same. Of a service every column is compared (chlist list --columns help), its number in "
+               "every view and favourite group included; then the order of the views, networks, transponders, group "
+               "tables and settings. Reserved bytes are not compared. Both files are of version 10 and are only read."},
+          .exit_codes = {{"0", "the same"},
+                         {"1", "there are differences"},
+                         {"2", "bad usage, a file that cannot be read, is short or is of another version; or the "
+                               "report could not be written"}},
+          .examples = {"chlist diff yesterday.dat channels.dat",
+                       "chlist diff --json yesterday.dat channels.dat | jq '.services.added[].name'"},
           .options = {{.names = "BEFORE",
                        .target = &options->before,
                        .about = "the channel file to start from",

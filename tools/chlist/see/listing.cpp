@@ -9,22 +9,19 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "chlist/closest.h"
 #include "chlist/service/names.h"
 
 namespace chlist {
 namespace {
 
-struct named_sort {
-  std::string_view name;
-  std::int8_t type;
-};
-
-constexpr named_sort sorts[] = {{"number", SORT_NUMBER},
-                                {"name", SORT_CH_NAME},
-                                {"transponder", SORT_TRANSPONDER},
-                                {"service_id", SORT_SERVICE_ID},
-                                {"favourite_key", SORT_FAV_DEFAULT},
-                                {"order_key", SORT_USER_TYPE}};
+constexpr view_sort sorts[] = {
+    {"number", SORT_NUMBER, "the channel number, then the minor one"},
+    {"name", SORT_CH_NAME, "the name, without regard to case"},
+    {"transponder", SORT_TRANSPONDER, "the frequency, then the service id"},
+    {"service_id", SORT_SERVICE_ID, "the service id"},
+    {"favourite_key", SORT_FAV_DEFAULT, "the position key of the entry"},
+    {"order_key", SORT_USER_TYPE, "the key of the user's own order (`chlist set FILE SERVICE order_key=N`)"}};
 
 constexpr std::array<std::string_view, 2> searched_columns = {"name", "provider"};
 
@@ -50,18 +47,20 @@ bool row_filter::takes(const listed_service &row) const {
          });
 }
 
-std::string names_of_sorts() {
-  std::vector<std::string_view> names;
-  for (const named_sort &each : sorts) {
-    names.push_back(each.name);
+std::span<const view_sort> all_sorts() { return sorts; }
+
+std::vector<term> terms_of_sorts() {
+  std::vector<term> terms;
+  for (const view_sort &each : sorts) {
+    terms.push_back({std::string(each.name), std::string(each.about)});
   }
-  return fmt::format("{}", fmt::join(names, ", "));
+  return terms;
 }
 
 void sort_view(std::int8_t view, std::string_view sort) {
-  const auto *const found = std::ranges::find(sorts, sort, &named_sort::name);
+  const auto *const found = std::ranges::find(sorts, sort, &view_sort::name);
   if (found == std::end(sorts)) {
-    throw std::runtime_error(fmt::format("no sort {}: there are {}", shown(sort), names_of_sorts()));
+    throw std::runtime_error(unknown_name("sort", sort, words_of(terms_of_sorts())));
   }
   // The promotion view is only sorted together with the others.
   if (view == VIEW_PROMOTION) {

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "chlist/command.h"
 #include "chlist/service/columns.h"
 
 namespace chlist {
@@ -24,8 +26,15 @@ class row_filter {
   std::string text_;
 };
 
-// "number, name, ...": what sort_view() takes.
-std::string names_of_sorts();
+// How a view can be sorted.
+struct view_sort {
+  std::string_view name;
+  std::int8_t type;  // the library's
+  std::string_view about;
+};
+
+std::span<const view_sort> all_sorts();
+std::vector<term> terms_of_sorts();
 
 // Sorts a view of the list in memory by the library. Throws when there is no sort of that name.
 void sort_view(std::int8_t view, std::string_view sort);

@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "channel/store/view.h"
+#include "chlist/closest.h"
 #include "chlist/service/names.h"
 #include "chlist/service/pids.h"
 #include "chlist/service/service_types.h"
@@ -159,12 +160,12 @@ constexpr column columns[] = {
      of_entry<&entry_record::favorite_id>},
 };
 
-std::string names_of_columns() {
-  std::vector<std::string_view> names;
+std::vector<std::string> names_of_columns() {
+  std::vector<std::string> names;
   for (const column &each : columns) {
-    names.push_back(each.name);
+    names.emplace_back(each.name);
   }
-  return fmt::format("{}", fmt::join(names, ", "));
+  return names;
 }
 
 }  // namespace
@@ -174,7 +175,7 @@ std::span<const column> all_columns() { return columns; }
 const column &column_named(std::string_view name) {
   const auto *const found = std::ranges::find(columns, name, &column::name);
   if (found == std::end(columns)) {
-    throw std::runtime_error(fmt::format("no column {}: there are {}", shown(name), names_of_columns()));
+    throw std::runtime_error(unknown_name("column", name, names_of_columns()));
   }
   return *found;
 }

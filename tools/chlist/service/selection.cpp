@@ -12,6 +12,7 @@
 
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
+#include "chlist/closest.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 #include "chlist/service/columns.h"
@@ -117,10 +118,14 @@ std::string candidates_text(const std::vector<channel_st *> &services, std::int8
 struct named_view {
   std::string_view name;
   std::int8_t view;
+  std::string_view about;
 };
 
-constexpr named_view named_views[] = {
-    {"all", VIEW_ALL}, {"tv", VIEW_TV}, {"radio", VIEW_RADIO}, {"user", VIEW_USER}, {"promo", VIEW_PROMOTION}};
+constexpr named_view named_views[] = {{"all", VIEW_ALL, "all services"},
+                                      {"tv", VIEW_TV, "television"},
+                                      {"radio", VIEW_RADIO, "radio"},
+                                      {"user", VIEW_USER, "the user's own list"},
+                                      {"promo", VIEW_PROMOTION, "services that are advertised"}};
 
 constexpr std::string_view favourite_prefix = "fav:";
 
@@ -149,14 +154,16 @@ std::optional<std::int8_t> favourites_named(std::string_view text) {
                                                : std::nullopt;
 }
 
-std::string names_of_views() {
-  std::string names;
+std::vector<std::string> names_of_views() {
+  std::vector<std::string> names;
   for (const named_view &each : named_views) {
-    names += std::string(each.name) + ", ";
+    names.emplace_back(each.name);
   }
-  names += "fav:0 to fav:19";
+  names.emplace_back("fav:0 to fav:19");
   for (const std::string &name : favourite_names()) {
-    names += name.empty() ? "" : ", " + shown(std::string(favourite_prefix) + name);
+    if (!name.empty()) {
+      names.push_back(std::string(favourite_prefix) + name);
+    }
   }
   return names;
 }
@@ -207,7 +214,17 @@ std::int8_t view_named(std::string_view text) {
       return *favourites;
     }
   }
-  throw std::runtime_error(fmt::format("no view {}: there are {}", shown(text), names_of_views()));
+  throw std::runtime_error(unknown_name("view", text, names_of_views()));
+}
+
+std::vector<term> terms_of_views() {
+  std::vector<term> terms;
+  for (const named_view &each : named_views) {
+    terms.push_back({std::string(each.name), std::string(each.about)});
+  }
+  terms.push_back({"fav:NAME", "a favourite group, by its name"});
+  terms.push_back({"fav:0 .. fav:19", "a favourite group, by its place"});
+  return terms;
 }
 
 std::string text_of_view(std::int8_t view) {

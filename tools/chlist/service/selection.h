@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "channel/identity.h"
+#include "chlist/command.h"
 
 namespace chlist {
 
@@ -27,6 +28,9 @@ channel_st &service_named(std::string_view text, std::int8_t view = VIEW_ALL);
 // The code of a view by its name: "all", "tv", "radio", "user", "promo", "fav:NAME" or "fav:GROUP" (0..19). Throws when
 // there is none, and names those that there are.
 std::int8_t view_named(std::string_view text);
+
+// What view_named() takes, for the help.
+std::vector<term> terms_of_views();
 
 // "all", "fav:3": as view_named() reads it; "view 77" of a code that no view has.
 std::string text_of_view(std::int8_t view);
