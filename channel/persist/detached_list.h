@@ -3,10 +3,14 @@
 #pragma once
 
 #include <channel/records.h>
+#include <cstddef>
 #include <cstdlib>
 #include <memory>
+#include <span>
+#include <utility>
 
 #include "channel/log.h"
+#include "channel/persist/byte_source.h"
 #include "channel/persist/file.h"
 #include "channel/persist/record_reader.h"
 #include "channel/store/dumps.h"
@@ -63,6 +67,19 @@ class detached_reader {
   const char *path_;
 };
 
+// Says nothing: for lists that are looked at where no receiver waits for its log lines.
+struct silent_reader {
+  static void short_header(int /*size*/) {}
+  static void on_header(const channel_list_st & /*list*/) {}
+  static void short_network() {}
+  static void on_network(const network_ch_st & /*network*/) {}
+  static void short_transponder() {}
+  static void on_transponder(const tp_ch_st & /*transponder*/) {}
+  static void short_service() {}
+  template <class Service>
+  static void on_service(const Service & /*service*/) {}
+};
+
 // What an operation says of a list that it has read whole: "new" or "old".
 inline void print_list_read(const char *operation, const char *which, const channel_list_st &list) {
   static constexpr char rule[] = "######################################################\n";
@@ -88,17 +105,7 @@ transient<typename Format::list> read_whole(const char *path, const detached_rea
     reader.unopened();
     return nullptr;
   }
-  if (!read_image(source, *header)) {
-    reader.short_header(static_cast<int>(layout<list_type>::size));
-    return nullptr;
-  }
-  channel_list_st &base = base_of(*header);
-  init_lists(base);
-  reader.on_header(base);
-  if (!read_networks<Format>(source, base.network_num, base.network_list, reader, storage)) {
-    return nullptr;
-  }
-  return header;
+  return read_list<Format>(source, *header, reader, storage) ? std::move(header) : nullptr;
 }
 
 // Reads a whole file into a list that releases its records with itself.
@@ -106,6 +113,17 @@ template <class Format>
 detached_list<Format> read_detached(const char *path, const detached_reader &reader) {
   record_heap storage;
   return detached_list<Format>(read_whole<Format>(path, reader, storage).release());
+}
+
+// The same from bytes in memory, without a word; none when they are too few.
+template <class Format>
+detached_list<Format> read_detached(std::span<const std::byte> bytes) {
+  byte_source source(bytes);
+  silent_reader reader;
+  record_heap storage;
+  transient<typename Format::list> header(allocate_record<typename Format::list>());
+  const bool is_whole = read_list<Format>(source, *header, reader, storage);
+  return detached_list<Format>(is_whole ? header.release() : nullptr);
 }
 
 }  // namespace channel::persist

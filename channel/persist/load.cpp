@@ -33,8 +33,8 @@ class channel_file_reader {
  public:
   explicit channel_file_reader(const data_path &path) : path_(path.c_str()) {}
 
-  void short_header() {
-    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s' size %d \n", path_, list_image_size);
+  void short_header(int size) {
+    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s' size %d \n", path_, size);
     mark(__LINE__);
   }
   void short_network() {
@@ -50,6 +50,15 @@ class channel_file_reader {
     mark(__LINE__);
   }
 
+  // The list reads its header in place, over its links and the current view.
+  static void on_header(channel_list_st &list) {
+    const view all = find_view(VIEW_ALL);
+    list.cur_vch = all.entries;
+    list.cur_vnumber = all.count;
+    bring_counts_into_arrays(operation);
+    LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", list.network_num);
+    LOG_TRACE_AS(operation, 2, "channel_list.network_num %d\n", list.network_num);
+  }
   static void on_network(const network_ch_st &network) {
     LOG_TRACE_AS(operation, 3, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
                  name_of(network).c_str());
@@ -75,31 +84,6 @@ class channel_file_reader {
   const char *path_;
   char channel_load_marker_[255] = {};
 };
-
-// The list reads its header in place, over its links and the current view. A short one leaves bytes of the file there:
-// the load gives up and initialises the list before anything looks at it.
-bool read_header(file &source) {
-  if (!read_image(source, channel_list)) {
-    return false;
-  }
-  init_lists(channel_list);
-  const view all = find_view(VIEW_ALL);
-  channel_list.cur_vch = all.entries;
-  channel_list.cur_vnumber = all.count;
-  return true;
-}
-
-bool read_list(file &source, channel_file_reader &reader) {
-  if (!read_header(source)) {
-    reader.short_header();
-    return false;
-  }
-  bring_counts_into_arrays(operation);
-  LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", channel_list.network_num);
-  LOG_TRACE_AS(operation, 2, "channel_list.network_num %d\n", channel_list.network_num);
-  record_heap storage;
-  return read_networks<current_format>(source, channel_list.network_num, channel_list.network_list, reader, storage);
-}
 
 // The side files fill empty tables and never override those of the channel file.
 void load_missing_groups() {
@@ -138,7 +122,8 @@ int load_channel_internal(const char *name, std::uint8_t sort_mode) {
     return give_up(unopened);
   }
   channel_file_reader reader(path);
-  if (!read_list(source, reader)) {
+  record_heap storage;
+  if (!read_list<current_format>(source, channel_list, reader, storage)) {
     source.close();
     return give_up(short_file);
   }

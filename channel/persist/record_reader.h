@@ -38,10 +38,10 @@ inline channel_list_st &base_of(v8_channel_list_st &list) { return list.base; }
 inline network_ch_st &base_of(v8_network_ch_st &network) { return network.base; }
 inline tp_ch_st &base_of(v8_tp_ch_st &transponder) { return transponder.base; }
 
-// Makes a record of the next image of a file. False when the file is short: then bytes of the file stand in the memory
-// where a record has its pointers, and it must go as memory, without a look at what it holds.
-template <class Record>
-bool read_image(file &source, Record &record) {
+// Makes a record of the next image of a source: a file, or bytes in memory. False when the source is short: then bytes
+// of it stand in the memory where a record has its pointers, and it must go as memory, without a look at what it holds.
+template <class Record, class Source>
+bool read_image(Source &source, Record &record) {
   if (!source.read(image_within(record), layout<Record>::size)) {
     return false;
   }
@@ -49,9 +49,9 @@ bool read_image(file &source, Record &record) {
   return true;
 }
 
-// One record, allocated and read in place; null when the file is short.
-template <class Record, class Storage>
-Record *read_record(file &source, Storage &storage) {
+// One record, allocated and read in place; null when the source is short.
+template <class Record, class Source, class Storage>
+Record *read_record(Source &source, Storage &storage) {
   auto *record = storage.template allocate<Record>();
   if (!read_image(source, *record)) {
     storage.give_back(record);
@@ -60,9 +60,9 @@ Record *read_record(file &source, Storage &storage) {
   return record;
 }
 
-// Reads the services of one transponder. Reader: on_service(service) after each, short_service() on a short file.
-template <class Format, class Reader, class Storage>
-bool read_services(file &source, tp_ch_st &transponder, Reader &reader, Storage &storage) {
+// Reads the services of one transponder. Reader: on_service(service) after each, short_service() on a short source.
+template <class Format, class Source, class Reader, class Storage>
+bool read_services(Source &source, tp_ch_st &transponder, Reader &reader, Storage &storage) {
   for (int left = transponder.rch_num; left > 0; --left) {
     auto *service = read_record<typename Format::service>(source, storage);
     if (service == nullptr) {
@@ -76,8 +76,8 @@ bool read_services(file &source, tp_ch_st &transponder, Reader &reader, Storage 
 }
 
 // Reads the transponders of one network. Reader: on_transponder(transponder), short_transponder().
-template <class Format, class Reader, class Storage>
-bool read_transponders(file &source, network_ch_st &network, Reader &reader, Storage &storage) {
+template <class Format, class Source, class Reader, class Storage>
+bool read_transponders(Source &source, network_ch_st &network, Reader &reader, Storage &storage) {
   for (int left = network.tp_num; left > 0; --left) {
     auto *record = read_record<typename Format::transponder>(source, storage);
     if (record == nullptr) {
@@ -96,9 +96,9 @@ bool read_transponders(file &source, network_ch_st &network, Reader &reader, Sto
 }
 
 // Reads as many networks as the header counts, appending each to a list that is empty before. Reader:
-// on_network(network), short_network(). When the file is short the records read so far are released.
-template <class Format, class Reader, class Storage>
-bool read_networks(file &source, int network_num, list_head &network_list, Reader &reader, Storage &storage) {
+// on_network(network), short_network(). When the source is short the records read so far are released.
+template <class Format, class Source, class Reader, class Storage>
+bool read_networks(Source &source, int network_num, list_head &network_list, Reader &reader, Storage &storage) {
   for (int left = network_num; left > 0; --left) {
     auto *record = read_record<typename Format::network>(source, storage);
     if (record == nullptr) {
@@ -116,6 +116,21 @@ bool read_networks(file &source, int network_num, list_head &network_list, Reade
     }
   }
   return true;
+}
+
+// Reads a whole list: its own record in place, then everything that hangs from it. Reader: short_header(size), and
+// on_header(list) before the first network is read, which may bring the counts of the list into their arrays. What the
+// header is read into is a list only once on_header() was called.
+template <class Format, class Source, class Reader, class Storage>
+bool read_list(Source &source, typename Format::list &header, Reader &reader, Storage &storage) {
+  if (!read_image(source, header)) {
+    reader.short_header(static_cast<int>(layout<typename Format::list>::size));
+    return false;
+  }
+  channel_list_st &list = base_of(header);
+  init_lists(list);
+  reader.on_header(list);
+  return read_networks<Format>(source, list.network_num, list.network_list, reader, storage);
 }
 
 }  // namespace channel::persist

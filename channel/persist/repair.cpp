@@ -1,5 +1,7 @@
 // Rebuilds the list from a channel file of an earlier version, field by field: what is not named here keeps its zero or
 // reset value.
+#include "channel/persist/repair.h"
+
 #include <algorithm>
 #include <channel/files.h>
 #include <channel/store.h>
@@ -7,10 +9,10 @@
 #include <cstring>
 #include <new>
 #include <span>
+#include <utility>
 
 #include "channel/log.h"
 #include "channel/persist/counts.h"
-#include "channel/persist/detached_list.h"
 #include "channel/store/channel_list.h"
 #include "channel/store/dumps.h"
 #include "channel/store/filing.h"
@@ -175,20 +177,33 @@ void print_old_header(const channel_list_st &old) {
 }
 
 template <class Format>
-int convert(typename Format::list *read, int version) {
-  const detached_list<Format> list(read);
-  if (list == nullptr) {
-    return -1;
-  }
+void take_over(detached_list<Format> list, int version) {
   channel_list_st &old = base_of(*list);
   convert_header(old, version);
   convert_views(old);
   print_old_header(old);
   convert_hierarchy<Format>(old);
+}
+
+template <class Format>
+int convert(typename Format::list *read, int version) {
+  detached_list<Format> list(read);
+  if (list == nullptr) {
+    return -1;
+  }
+  convert_list(std::move(list), version);
   return 0;
 }
 
 }  // namespace
+
+void convert_list(detached_list<current_format> old, int version) {
+  take_over<current_format>(std::move(old), version);
+}
+void convert_list(detached_list<version_8_format> old, int version) {
+  take_over<version_8_format>(std::move(old), version);
+}
+
 }  // namespace channel::persist
 
 extern "C" {

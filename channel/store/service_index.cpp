@@ -35,17 +35,17 @@ record_counts count_records(list_head &network_list) {
   return counts;
 }
 
-service_index::service_index(std::size_t filed_later)
-    : service_index(count_records(channel_list.network_list), filed_later) {
-  for (network_ch_st &network : networks_of(channel_list.network_list)) {
+service_index::service_index(channel_list_st &list, std::size_t filed_later)
+    : service_index(list, count_records(list.network_list), filed_later) {
+  for (network_ch_st &network : networks_of(list.network_list)) {
     add(network);
     add_with_services(network);
   }
 }
 
 // The tables are as large as the list is, or will be when everything that is filed later is new.
-service_index::service_index(const record_counts &counts, std::size_t filed_later)
-    : counts_(counts), networks_(counts.networks), transponders_(counts.transponders, filed_later),
+service_index::service_index(channel_list_st &list, const record_counts &counts, std::size_t filed_later)
+    : list_(&list), counts_(counts), networks_(counts.networks), transponders_(counts.transponders, filed_later),
       services_(std::max(counts.services, filed_later)) {}
 
 void service_index::add(network_ch_st &network) { networks_.keep_first(key_of(network), &network); }
@@ -106,7 +106,7 @@ service_index::ts_id_tables &service_index::by_ts_id() {
 // Where two services of a transponder have one id, the first that is left is found anew.
 void service_index::forget_doomed() {
   if (const bool has_doubles = services_met_ != services_.size(); has_doubles) {
-    *this = service_index();
+    *this = service_index(*list_);
     return;
   }
   services_.remove_if(is_doomed);
@@ -139,7 +139,7 @@ channel_st *service_index::find_without_frequency(const identity &id) {
 
 // Takes the finder's steps one by one, which say what is missing.
 channel_st *service_index::miss(const identity &id) {
-  if (channel_list.network_num == 0) {
+  if (list_->network_num == 0) {
     return nullptr;
   }
   const network_ch_st *network = find_network(id.net_index, id.network_id);

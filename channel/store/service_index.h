@@ -32,13 +32,20 @@ record_counts count_records(list_head &network_list);
 class service_index {
  public:
   // Over the channel list in memory. So many services may be filed while it lives, each on a transponder of its own.
-  explicit service_index(std::size_t filed_later = 0);
+  explicit service_index(std::size_t filed_later = 0) : service_index(channel_list, filed_later) {}
+  // Over any list, which must outlive it.
+  explicit service_index(channel_list_st &list, std::size_t filed_later = 0);
 
   // The service of an identity, as get_channel_st finds it. Part of every loop that asks for many: what is rare gets
   // copies, and an identity whose address goes nowhere else stays in registers.
   [[gnu::always_inline]] channel_st *resolve(const identity &id) {
+    channel_st *found = look_up(id);
+    return found != nullptr ? found : miss(identity{id});
+  }
+  // The same without a word: null for a miss.
+  [[gnu::always_inline]] channel_st *look_up(const identity &id) {
     channel_st *found = id.frequency != 0 ? find(id) : find_without_frequency(identity{id});
-    return found != nullptr && channel_list.network_num != 0 ? found : miss(identity{id});
+    return list_->network_num != 0 ? found : nullptr;
   }
   channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
 
@@ -76,7 +83,7 @@ class service_index {
     friend bool operator==(const transponder_query &, const transponder_query &) = default;
   };
 
-  service_index(const record_counts &counts, std::size_t filed_later);
+  service_index(channel_list_st &list, const record_counts &counts, std::size_t filed_later);
   void add_with_services(network_ch_st &network);
   ts_id_tables &by_ts_id();
   void add_by_ts_id(const place &at);
@@ -108,6 +115,7 @@ class service_index {
     return std::uint64_t{on.number} << 16U | service_id;
   }
 
+  channel_list_st *list_;
   record_counts counts_;
   first_table<network_ch_st> networks_;
   transponder_table transponders_;

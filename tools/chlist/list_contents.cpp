@@ -34,28 +34,32 @@ void count_transponder(hierarchy_counts &counts, tp_ch_st &transponder) {
 }  // namespace
 
 std::vector<list_view> views_of(const channel_list_st &list) {
-  std::vector<list_view> views = {{{"ALL"}, list.vch, list.vnumber},
-                                  {{"TV"}, list.tv_vch, list.tv_vnumber},
-                                  {{"radio"}, list.radio_vch, list.radio_vnumber},
-                                  {{"promotion"}, list.promo_vch, list.promo_vnumber},
-                                  {{"USER"}, list.user_vch, list.user_vnumber}};
+  std::vector<list_view> views = {
+      {{"ALL"}, VIEW_ALL, list.vch, &list.vnumber, list.vnumber},
+      {{"TV"}, VIEW_TV, list.tv_vch, &list.tv_vnumber, list.tv_vnumber},
+      {{"radio"}, VIEW_RADIO, list.radio_vch, &list.radio_vnumber, list.radio_vnumber},
+      {{"promotion"}, VIEW_PROMOTION, list.promo_vch, &list.promo_vnumber, list.promo_vnumber},
+      {{"USER"}, VIEW_USER, list.user_vch, &list.user_vnumber, list.user_vnumber}};
   for (int group = 0; group < MAX_FAV; ++group) {
     const std::string name =
         group < channel::counted_in_low_byte(list.favorite_group_num) ? name_in(list.favorite_group[group].name) : "";
-    views.push_back({{"favourites", group, name}, list.favorite_vch[group], list.favorite_vnumber[group]});
+    views.push_back({{"favourites", group, name},
+                     static_cast<std::int8_t>(VIEW_FAVOURITE + group),
+                     list.favorite_vch[group],
+                     &list.favorite_vnumber[group],
+                     list.favorite_vnumber[group]});
   }
   return views;
 }
 
-channel::view view_with(const list_view &named) {
-  return *std::ranges::find(channel::all_views(), named.slots.data(), &channel::view::entries);
-}
+channel::view view_with(const list_view &named) { return channel::find_view(named.code); }
 
 std::vector<group_table> groups_of(const channel_list_st &list) {
-  return {{"providers", list.provider_num},
-          {"genres", list.genre_num},
-          {"countries", list.country_num},
-          {"favourite groups", list.favorite_group_num}};
+  return {{"providers", "provider", list.provider, &list.provider_num, list.provider_num},
+          {"genres", "genre", list.genre, &list.genre_num, list.genre_num},
+          {"countries", "country", list.country, &list.country_num, list.country_num},
+          {"favourite groups", "favourite group", list.favorite_group, &list.favorite_group_num,
+           channel::counted_in_low_byte(list.favorite_group_num)}};
 }
 
 hierarchy_counts count_hierarchy(channel_list_st &list) {

@@ -24,28 +24,39 @@ struct view_name {
   [[nodiscard]] bool is_favourites() const { return group >= 0; }
 };
 
+// A count that a file or a host may have written outside its array, brought to the nearest one inside.
+constexpr std::size_t within(int count, std::size_t capacity) {
+  return static_cast<std::size_t>(std::clamp(count, 0, static_cast<int>(capacity)));
+}
+
 struct list_view {
   view_name name;
+  std::int8_t code = 0;
   std::span<const virtual_channel_st> slots;
-  int count = 0;  // as the list has it, possibly outside the slots
+  const std::int16_t *field = nullptr;  // where the list counts its entries
+  int count = 0;                        // as the list has it, possibly outside the slots
 
-  [[nodiscard]] std::size_t size() const {
-    return static_cast<std::size_t>(std::clamp(count, 0, static_cast<int>(slots.size())));
-  }
+  [[nodiscard]] std::size_t size() const { return within(count, slots.size()); }
   [[nodiscard]] std::span<const virtual_channel_st> entries() const { return slots.first(size()); }
 };
 
 // ALL, TV, radio, promotion, USER, and the favourite groups.
 std::vector<list_view> views_of(const channel_list_st &list);
 
-// The library's view of the same entries, for changes.
+// The library's view of the same entries of the list in memory, for changes.
 channel::view view_with(const list_view &named);
 
 struct group_table {
-  std::string_view name;  // "providers", "genres", "countries" or "favourite groups"
-  int count = 0;          // as the list has it
+  std::string_view name;       // "providers", "genres", "countries" or "favourite groups"
+  std::string_view one_group;  // "provider"
+  std::span<const group_st> slots;
+  const std::int16_t *field = nullptr;  // where the list counts them
+  int count = 0;                        // what a load reads in the field, possibly outside the slots
+
+  [[nodiscard]] std::span<const group_st> used() const { return slots.first(within(count, slots.size())); }
 };
 
+// Providers, genres, countries and favourite groups.
 std::vector<group_table> groups_of(const channel_list_st &list);
 
 struct hierarchy_counts {

@@ -38,6 +38,33 @@ TEST_F(ServiceIndex, GivesTheFindersAnswerInRandomHierarchies) {
   EXPECT_GT(hits, 10'000);
 }
 
+TEST_F(ServiceIndex, LooksUpWithoutAWord) {
+  some.build_hierarchy();
+  channel::service_index index;
+  const auto answers = writes_at(5, [&] {
+    for (int query = 0; query < 200; ++query) {
+      index.look_up(some.some_identity());
+    }
+    return 0;
+  });
+  EXPECT_EQ(answers, std::vector<std::string>{});
+  const channel::identity missing{.net_index = 99, .frequency = 1};
+  EXPECT_EQ(index.look_up(missing), nullptr);
+}
+
+TEST_F(ServiceIndex, ServesAListBesideTheOneInMemory) {
+  some.build_hierarchy();
+  channel_list_st beside = {};
+  channel::init_lists(beside);
+  channel::service_index empty(beside);
+  channel::service_index full;
+  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
+    const channel::identity id = channel::identity_of(filed.service);
+    EXPECT_EQ(empty.look_up(id), nullptr);
+    EXPECT_EQ(full.look_up(id), walk(id));
+  }
+}
+
 TEST_F(ServiceIndex, LogsWhatTheFinderLogsAtEveryLevel) {
   for (int round = 0; round < 10; ++round) {
     reset_channel_list();

@@ -125,7 +125,7 @@ TEST_F(EditRefusals, FilesThatAreNotWhole) {
   before.data.resize(before.data.size() - 1);
   write_file(path(), before.data);
 
-  expect_refused({"lock", "list.dat", "News"}, "list.dat: ends too early for a channel file of its version");
+  expect_refused({"lock", "list.dat", "News"}, "list.dat: ends too early for a channel file of version 10");
   expect_refused({"lock", "none.dat", "News"}, "none.dat: No such file or directory");
 }
 

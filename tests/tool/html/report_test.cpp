@@ -193,7 +193,7 @@ TEST_F(Report, RefusesWhatItCannotRead) {
   expect_refused({"report", "old.dat", "-o", "page.html"},
                  "old.dat: is of version 8, not 10: `chlist convert` makes one of it");
   expect_refused({"report", "list.dat", "-o", "page.html"},
-                 "list.dat: ends too early for a channel file of its version");
+                 "list.dat: ends too early for a channel file of version 10");
 }
 
 TEST_F(Report, RefusesToReplaceItsInput) {

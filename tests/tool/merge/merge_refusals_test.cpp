@@ -39,10 +39,10 @@ TEST_F(MergeTool, ShortFilesAreRefused) {
 
     write_file(path(name), whole.substr(0, whole.size() - 1));
     expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"},
-                   name + ": ends too early for a channel file of its version");
+                   name + ": ends too early for a channel file of version 10");
     write_file(path(name), whole.substr(0, test_support::list_size - 1));
     expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"},
-                   name + ": ends too early for a channel file of its version");
+                   name + ": ends too early for a channel file of version 10");
     write_file(path(name), whole.substr(0, 1));
     expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"}, name + ": too short for a channel file");
 
@@ -61,7 +61,7 @@ TEST_F(MergeTool, FilesThatEndInTheirHeaderAreRefusedWhateverTheirBytesAre) {
     for (const std::size_t size : {459'593U, 459'600U, 459'618U, 460'031U}) {
       write_file(path(name), promoted.data.substr(0, size));
       expect_refused({"merge", "list.dat", "scan.dat", "-o", "out.dat"},
-                     name + ": ends too early for a channel file of its version");
+                     name + ": ends too early for a channel file of version 10");
     }
     write_file(path(name), whole);
   }

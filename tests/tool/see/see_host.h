@@ -65,7 +65,7 @@ class see_host : public chlist_test {
     write_file(path("bad.dat"), "\n");
     expect_refused(arguments("bad.dat"), "bad.dat: too short for a channel file");
     write_file(path("bad.dat"), other.data.substr(0, other.data.size() - 1));
-    expect_refused(arguments("bad.dat"), "bad.dat: ends too early for a channel file of its version");
+    expect_refused(arguments("bad.dat"), "bad.dat: ends too early for a channel file of version 10");
     write("bad.dat", other.set(list_field::version, 2, 9));
     expect_refused(arguments("bad.dat"), "bad.dat: is of version 9, not 10: `chlist convert` makes one of it");
     write("bad.dat", other.set(list_field::version, 2, 11));

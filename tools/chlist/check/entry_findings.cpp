@@ -17,7 +17,7 @@ namespace {
 
 // One view, and where its entries stand in the file.
 struct checked_view {
-  const framed_list &framed;
+  const file_records &framed;
   const list_view &view;
   finding_list &findings;
 
@@ -100,7 +100,7 @@ bool is_shown(const checked_view &checked) {
 void check_links(const checked_view &checked, channel::service_index &index, service_set &listed) {
   const auto entries = checked.view.entries();
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    if (const channel_st *service = index.resolve(entries[i]); service == nullptr) {
+    if (const channel_st *service = index.look_up(channel::identity_of(entries[i])); service == nullptr) {
       checked.add(i, severity::error, "unresolved-entry",
                   fmt::format("{} resolves to no service", checked.describe_entry(i)),
                   "a load keeps it without a service, with an ERROR line: it shows up without a name and cannot be "
@@ -111,7 +111,7 @@ void check_links(const checked_view &checked, channel::service_index &index, ser
   }
 }
 
-void check_listing(const framed_list &framed, const service_set &listed, finding_list &findings) {
+void check_listing(const file_records &framed, const service_set &listed, finding_list &findings) {
   for (const framed_record<channel_st> &service : framed.services()) {
     if (!listed.contains(service.record)) {
       findings.push_back({service.offset, severity::warning, "service-in-no-view",
@@ -123,8 +123,8 @@ void check_listing(const framed_list &framed, const service_set &listed, finding
 
 }  // namespace
 
-void check_entries(const framed_list &framed, finding_list &findings) {
-  channel::service_index index;
+void check_entries(const file_records &framed, finding_list &findings) {
+  channel::service_index index(framed.list());
   service_set listed;
   for (const list_view &view : views_of(framed.list())) {
     const checked_view checked{framed, view, findings};

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <iterator>
 
-#include "chlist/check/frame.h"
 #include "chlist/check/rules.h"
+#include "chlist/files/file_records.h"
 
 namespace chlist {
 namespace {
 
-using rule = void (*)(const framed_list &framed, finding_list &findings);
+using rule = void (*)(const file_records &framed, finding_list &findings);
 
 constexpr rule rules_of_frames[] = {check_frame};
 constexpr rule rules_of_lists[] = {check_settings, check_entries, check_hierarchy, check_texts};
@@ -33,7 +33,7 @@ std::string_view name_of(severity level) {
 }
 
 file_findings findings_in(byte_span file) {
-  const framed_list framed(file);
+  const file_records framed(file);
   file_findings result = {
       file.size(), framed.version(), framed.networks().size(), framed.transponders().size(), framed.services().size(),
       {}};

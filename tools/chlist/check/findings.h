@@ -41,7 +41,7 @@ struct file_findings {
 // "error", "warning" or "note".
 std::string_view name_of(severity level);
 
-// Any bytes are looked at, damaged files too. Goes through the list in memory, which is empty afterwards.
+// Any bytes are looked at, damaged files too.
 file_findings findings_in(byte_span file);
 
 }  // namespace chlist

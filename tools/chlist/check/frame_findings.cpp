@@ -12,7 +12,7 @@ constexpr const char *load_fails =
 
 bool is_known_earlier(int version) { return version >= 7 && version <= 9; }
 
-void check_version(const framed_list &framed, finding_list &findings) {
+void check_version(const file_records &framed, finding_list &findings) {
   const int version = framed.version();
   if (version == CHANNEL_LIST_VERSION) {
     return;
@@ -29,7 +29,7 @@ void check_version(const framed_list &framed, finding_list &findings) {
                       "with, and as a rule drops the list"});
 }
 
-void check_list_record(const framed_list &framed, finding_list &findings) {
+void check_list_record(const file_records &framed, finding_list &findings) {
   if (!framed.has_list()) {
     findings.push_back({framed.file().size(), severity::error, "short-file",
                         fmt::format("the file ends after {} of the {} bytes of the list's own record",
@@ -38,7 +38,7 @@ void check_list_record(const framed_list &framed, finding_list &findings) {
   }
 }
 
-void check_missing(const framed_list &framed, finding_list &findings) {
+void check_missing(const file_records &framed, finding_list &findings) {
   if (!framed.missing()) {
     return;
   }
@@ -52,7 +52,7 @@ void check_missing(const framed_list &framed, finding_list &findings) {
        std::string(load_fails) + "; `chlist salvage` finds what is left"});
 }
 
-void check_end(const framed_list &framed, finding_list &findings) {
+void check_end(const file_records &framed, finding_list &findings) {
   if (const std::size_t behind = framed.file().size() - framed.end(); behind > 0 && !framed.missing()) {
     findings.push_back({framed.end(), severity::warning, "bytes-behind-end",
                         fmt::format("{} behind the last record that is counted", counted(behind, "byte")),
@@ -62,7 +62,7 @@ void check_end(const framed_list &framed, finding_list &findings) {
 
 }  // namespace
 
-void check_frame(const framed_list &framed, finding_list &findings) {
+void check_frame(const file_records &framed, finding_list &findings) {
   check_version(framed, findings);
   check_list_record(framed, findings);
   if (framed.has_list()) {

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <map>
+#include <memory>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -19,9 +21,7 @@
 namespace chlist {
 namespace {
 
-using channel::id_set;
-
-void check_networks(const framed_list &framed, finding_list &findings) {
+void check_networks(const file_records &framed, finding_list &findings) {
   std::map<std::pair<int, int>, std::size_t> first;
   const auto &networks = framed.networks();
   for (std::size_t i = 0; i < networks.size(); ++i) {
@@ -74,7 +74,7 @@ void check_near_ones(framed_transponders &transponders, finding_list &findings) 
   }
 }
 
-void check_transponders(const framed_list &framed, finding_list &findings) {
+void check_transponders(const file_records &framed, finding_list &findings) {
   std::map<std::pair<std::size_t, int>, framed_transponders> alike;
   for (const framed_record<tp_ch_st> &transponder : framed.transponders()) {
     if (transponder.record->frequency != 0) {
@@ -87,7 +87,7 @@ void check_transponders(const framed_list &framed, finding_list &findings) {
 }
 
 // A service below a transponder that is not the one of its identity; searches look elsewhere for it.
-bool is_misplaced(const framed_list &framed, const framed_record<channel_st> &service) {
+bool is_misplaced(const file_records &framed, const framed_record<channel_st> &service) {
   const channel::identity id = channel::identity_of(*service.record);
   const framed_record<tp_ch_st> &transponder = framed.transponders()[service.parent];
   const network_ch_st &network = *framed.networks()[transponder.parent].record;
@@ -95,7 +95,7 @@ bool is_misplaced(const framed_list &framed, const framed_record<channel_st> &se
          !channel::is_transponder(*transponder.record, id.ts_id, id.frequency, id.polarisation);
 }
 
-void add_unfound(const framed_list &framed, const framed_record<channel_st> &service, finding_list &findings) {
+void add_unfound(const file_records &framed, const framed_record<channel_st> &service, finding_list &findings) {
   const std::string who = describe(known_as(*service.record));
   if (is_misplaced(framed, service)) {
     findings.push_back({service.offset, severity::error, "misplaced-service",
@@ -109,14 +109,14 @@ void add_unfound(const framed_list &framed, const framed_record<channel_st> &ser
   }
 }
 
-void check_identities(const framed_list &framed, finding_list &findings) {
+void check_identities(const file_records &framed, finding_list &findings) {
   std::unordered_map<const channel_st *, std::size_t> offsets;
   for (const framed_record<channel_st> &service : framed.services()) {
     offsets.emplace(service.record, service.offset);
   }
-  channel::service_index index;
+  channel::service_index index(framed.list());
   for (const framed_record<channel_st> &service : framed.services()) {
-    const channel_st *found = index.resolve(channel::identity_of(*service.record));
+    const channel_st *found = index.look_up(channel::identity_of(*service.record));
     if (found == nullptr) {
       add_unfound(framed, service, findings);
     } else if (found != service.record) {
@@ -128,50 +128,47 @@ void check_identities(const framed_list &framed, finding_list &findings) {
   }
 }
 
-struct named_table {
-  std::string_view name;
-  std::span<const group_st> groups;
+struct group_ids {
   std::int16_t channel_st::*id;
   severity level;
   std::string_view consequence;
 };
 
-std::span<const group_st> used(const channel::group_table &table) { return {table.begin(), table.end()}; }
-
-void check_group_ids(const framed_list &framed, const named_table &table, finding_list &findings) {
-  id_set known;
-  for (const group_st &group : table.groups) {
-    known.add(group.id);
+void check_group_ids(const file_records &framed, const group_table &table, const group_ids &ids,
+                     finding_list &findings) {
+  const auto known = std::make_unique<channel::id_set>();
+  for (const group_st &group : table.used()) {
+    known->add(group.id);
   }
   for (const framed_record<channel_st> &service : framed.services()) {
-    const std::int16_t id = service.record->*table.id;
-    if (id > 0 && !known.holds(id)) {
-      findings.push_back({service.offset_of(&(service.record->*table.id)), table.level, "unknown-group-id",
+    const std::int16_t id = service.record->*ids.id;
+    if (id > 0 && !known->holds(id)) {
+      findings.push_back({service.offset_of(&(service.record->*ids.id)), ids.level, "unknown-group-id",
                           fmt::format("service {} has the {} id {}, which no {} has",
-                                      describe(known_as(*service.record)), table.name, id, table.name),
-                          std::string(table.consequence)});
+                                      describe(known_as(*service.record)), table.one_group, id, table.one_group),
+                          std::string(ids.consequence)});
     }
   }
 }
 
 // Services of no group have the id 0 or -1. The tables of genres and countries may come from a file of their own.
-void check_groups(const framed_list &framed, finding_list &findings) {
-  const named_table tables[] = {
-      {"provider", used(channel::provider_table()), &channel_st::provider_id, severity::warning,
-       "it is shown without a provider, and no provider's list holds it"},
-      {"genre", used(channel::genre_table()), &channel_st::genre_id, severity::note,
-       "no genre's list holds it, unless the receiver has the genres in a file of their own"},
-      {"country", used(channel::country_table()), &channel_st::country_id, severity::note,
-       "none: every load sets the country id to 0"},
-  };
-  for (const named_table &table : tables) {
-    check_group_ids(framed, table, findings);
+constexpr group_ids ids_of_groups[] = {
+    {&channel_st::provider_id, severity::warning, "it is shown without a provider, and no provider's list holds it"},
+    {&channel_st::genre_id, severity::note,
+     "no genre's list holds it, unless the receiver has the genres in a file of their own"},
+    {&channel_st::country_id, severity::note, "none: every load sets the country id to 0"},
+};
+
+void check_groups(const file_records &framed, finding_list &findings) {
+  const std::vector<group_table> tables = groups_of(framed.list());
+  for (std::size_t i = 0; i < std::size(ids_of_groups); ++i) {
+    check_group_ids(framed, tables[i], ids_of_groups[i], findings);
   }
 }
 
 }  // namespace
 
-void check_hierarchy(const framed_list &framed, finding_list &findings) {
+void check_hierarchy(const file_records &framed, finding_list &findings) {
   check_networks(framed, findings);
   check_transponders(framed, findings);
   check_identities(framed, findings);

@@ -6,25 +6,25 @@
 #include <vector>
 
 #include "chlist/check/findings.h"
-#include "chlist/check/frame.h"
+#include "chlist/files/file_records.h"
 
 namespace chlist {
 
 using finding_list = std::vector<finding>;
 
 // The version, the file's size against its counts, and records that are not there.
-void check_frame(const framed_list &framed, finding_list &findings);
+void check_frame(const file_records &framed, finding_list &findings);
 
 // Counts of views and group tables, ids of groups, the current view.
-void check_settings(const framed_list &framed, finding_list &findings);
+void check_settings(const file_records &framed, finding_list &findings);
 
 // Entries of views: their services, identities, numbers and position keys.
-void check_entries(const framed_list &framed, finding_list &findings);
+void check_entries(const file_records &framed, finding_list &findings);
 
 // Networks, transponders and services among each other, and the groups that services name.
-void check_hierarchy(const framed_list &framed, finding_list &findings);
+void check_hierarchy(const file_records &framed, finding_list &findings);
 
 // Names of services, groups and networks.
-void check_texts(const framed_list &framed, finding_list &findings);
+void check_texts(const file_records &framed, finding_list &findings);
 
 }  // namespace chlist

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <span>
 #include <string>
+#include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "channel/store/group_table.h"
-#include "channel/store/view.h"
 #include "chlist/check/rules.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
@@ -17,26 +17,6 @@
 
 namespace chlist {
 namespace {
-
-struct id_table {
-  std::string_view name;
-  std::span<const group_st> slots;
-  const std::int16_t *field;
-  std::int16_t counted;  // what a load reads in the field
-  std::string_view id_is_for;
-
-  [[nodiscard]] std::span<const group_st> used() const {
-    return slots.first(static_cast<std::size_t>(std::clamp<int>(counted, 0, static_cast<int>(slots.size()))));
-  }
-};
-
-std::vector<id_table> id_tables_of(const channel_list_st &list) {
-  return {{"provider", list.provider, &list.provider_num, list.provider_num, "services"},
-          {"genre", list.genre, &list.genre_num, list.genre_num, "services"},
-          {"country", list.country, &list.country_num, list.country_num, "services"},
-          {"favourite group", list.favorite_group, &list.favorite_group_num,
-           channel::counted_in_low_byte(list.favorite_group_num), "edits"}};
-}
 
 void check_count(finding_list &findings, std::size_t offset, const std::string &what, int count, std::size_t capacity) {
   if (count >= 0 && static_cast<std::size_t>(count) <= capacity) {
@@ -47,44 +27,44 @@ void check_count(finding_list &findings, std::size_t offset, const std::string &
                       fmt::format("a load says so on an ERROR line and takes {}", count < 0 ? 0 : capacity)});
 }
 
-void check_view_counts(const framed_list &framed, finding_list &findings) {
+void check_view_counts(const file_records &framed, finding_list &findings) {
   for (const list_view &named : views_of(framed.list())) {
-    check_count(findings, framed.offset_of(view_with(named).count), fmt::format("the {} view", label_of(named.name)),
-                named.count, named.slots.size());
+    check_count(findings, framed.offset_of(named.field), fmt::format("the {} view", label_of(named.name)), named.count,
+                named.slots.size());
   }
 }
 
-void check_table_count(const framed_list &framed, const id_table &table, finding_list &findings) {
+void check_table_count(const file_records &framed, const group_table &table, finding_list &findings) {
   const std::size_t offset = framed.offset_of(table.field);
-  const std::string what = fmt::format("the table of {} records", table.name);
-  if (table.counted != *table.field) {
+  const std::string what = fmt::format("the table of {} records", table.one_group);
+  if (table.count != *table.field) {
     findings.push_back({offset, severity::note, "wide-group-count",
                         fmt::format("{} counts {}, wider than a byte", what, *table.field),
-                        fmt::format("a load takes its low byte, {}", table.counted)});
+                        fmt::format("a load takes its low byte, {}", table.count)});
   }
-  check_count(findings, offset, what, table.counted, table.slots.size());
+  check_count(findings, offset, what, table.count, table.slots.size());
 }
 
-void check_ids(const framed_list &framed, const id_table &table, finding_list &findings) {
+void check_ids(const file_records &framed, const group_table &table, finding_list &findings) {
+  const std::string_view users = table.one_group == "favourite group" ? "edits" : "services";
   std::unordered_set<int> seen;
   for (const group_st &group : table.used()) {
-    const std::string who = fmt::format("{} {}", table.name, shown(name_in(group.name)));
+    const std::string who = fmt::format("{} {}", table.one_group, shown(name_in(group.name)));
     if (group.id < 0) {
       findings.push_back({framed.offset_of(&group.id), severity::warning, "negative-group-id",
                           fmt::format("{} has the id {}", who, group.id),
                           "no operation gives such an id; -1 stands for no group"});
     }
     if (!seen.insert(group.id).second) {
-      findings.push_back(
-          {framed.offset_of(&group.id), severity::warning, "duplicate-group-id",
-           fmt::format("{} has the id {} of an earlier one", who, group.id),
-           fmt::format("a search by id stops at the first one: {} of this group go there", table.id_is_for)});
+      findings.push_back({framed.offset_of(&group.id), severity::warning, "duplicate-group-id",
+                          fmt::format("{} has the id {} of an earlier one", who, group.id),
+                          fmt::format("a search by id stops at the first one: {} of this group go there", users)});
     }
   }
 }
 
 // Entries of groups that no menu shows.
-void check_uncounted_groups(const framed_list &framed, finding_list &findings) {
+void check_uncounted_groups(const file_records &framed, finding_list &findings) {
   const channel_list_st &list = framed.list();
   const int groups = std::max<int>(channel::counted_in_low_byte(list.favorite_group_num), 0);
   for (int group = groups; group < MAX_FAV; ++group) {
@@ -98,21 +78,22 @@ void check_uncounted_groups(const framed_list &framed, finding_list &findings) {
 }
 
 // A load takes the low byte of the code.
-void check_current_view(const framed_list &framed, finding_list &findings) {
+void check_current_view(const file_records &framed, finding_list &findings) {
   const channel_list_st &list = framed.list();
   const auto taken = static_cast<std::int8_t>(list.vch_type);
   const bool is_wide = taken != list.vch_type;
-  const channel::view current = taken == VIEW_WORK ? channel::view{} : channel::find_view(taken);
+  const std::vector<list_view> views = views_of(list);
+  const auto current = std::ranges::find(views, taken, &list_view::code);
   const std::size_t offset = framed.offset_of(&list.vch_type);
-  if (!current) {
+  if (current == views.end()) {
     findings.push_back({offset, severity::warning, "unknown-view",
                         fmt::format("the current view has the code {}, which is none in a file", list.vch_type),
                         fmt::format("a load keeps {} and shows the entries of ALL",
                                     is_wide ? fmt::format("its low byte, {},", taken) : "the code")});
-  } else if (current.size() == 0 && taken == VIEW_ALL) {
+  } else if (current->size() == 0 && taken == VIEW_ALL) {
     findings.push_back({offset, framed.services().empty() ? severity::note : severity::error, "empty-list",
                         "the ALL view is empty", "the receiver shows no service"});
-  } else if (current.size() == 0) {
+  } else if (current->size() == 0) {
     findings.push_back({offset, severity::warning, "empty-current-view",
                         fmt::format("the current view, code {}, is empty", taken),
                         "a load makes the ALL view current"});
@@ -125,9 +106,9 @@ void check_current_view(const framed_list &framed, finding_list &findings) {
 
 }  // namespace
 
-void check_settings(const framed_list &framed, finding_list &findings) {
+void check_settings(const file_records &framed, finding_list &findings) {
   check_view_counts(framed, findings);
-  for (const id_table &table : id_tables_of(framed.list())) {
+  for (const group_table &table : groups_of(framed.list())) {
     check_table_count(framed, table, findings);
     check_ids(framed, table, findings);
   }

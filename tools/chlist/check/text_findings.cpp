@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 
-#include "channel/store/group_table.h"
 #include "chlist/check/rules.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
@@ -74,7 +73,7 @@ void check_name(const name_field &name, finding_list &findings) {
   check_length(name, findings);
 }
 
-void check_services(const framed_list &framed, finding_list &findings) {
+void check_services(const file_records &framed, finding_list &findings) {
   for (const framed_record<channel_st> &service : framed.services()) {
     const std::string who = describe(known_as(*service.record));
     for (const name_slot_st &slot : service.record->name) {
@@ -91,33 +90,23 @@ void check_services(const framed_list &framed, finding_list &findings) {
   }
 }
 
-struct text_table_of_groups {
-  std::string_view name;
-  channel::group_table table;
-  std::string_view length_is_for;
-};
-
-void check_group_texts(const framed_list &framed, finding_list &findings) {
-  constexpr std::string_view unused = "none: the name is shown up to its zero byte";
-  const text_table_of_groups tables[] = {
-      {"provider", channel::provider_table(),
-       "searches for a provider by its name compare the length: this one is not found, and a channel search adds it "
-       "a second time"},
-      {"genre", channel::genre_table(), unused},
-      {"country", channel::country_table(), unused},
-      {"favourite group", channel::favourite_table(), unused},
-  };
-  for (const text_table_of_groups &each : tables) {
-    for (const group_st &group : each.table) {
-      check_name({fmt::format("the name of {} {} (id {})", each.name, shown(name_in(group.name)), group.id),
+// Providers are searched for by name and length.
+void check_group_texts(const file_records &framed, finding_list &findings) {
+  for (const group_table &table : groups_of(framed.list())) {
+    const bool is_searched = table.one_group == "provider";
+    for (const group_st &group : table.used()) {
+      check_name({fmt::format("the name of {} {} (id {})", table.one_group, shown(name_in(group.name)), group.id),
                   framed.offset_of(&group.name), group.name, group.name_len,
-                  each.length_is_for == unused ? severity::note : severity::warning, each.length_is_for},
+                  is_searched ? severity::warning : severity::note,
+                  is_searched ? "searches for a provider by its name compare the length: this one is not found, and a "
+                                "channel search adds it a second time"
+                              : "none: the name is shown up to its zero byte"},
                  findings);
     }
   }
 }
 
-void check_network_texts(const framed_list &framed, finding_list &findings) {
+void check_network_texts(const file_records &framed, finding_list &findings) {
   for (const framed_record<network_ch_st> &network : framed.networks()) {
     const network_ch_st &record = *network.record;
     check_name({fmt::format("the name of network {} (net {}, network {})", shown(name_in(record.network_name)),
@@ -129,7 +118,7 @@ void check_network_texts(const framed_list &framed, finding_list &findings) {
 
 }  // namespace
 
-void check_texts(const framed_list &framed, finding_list &findings) {
+void check_texts(const file_records &framed, finding_list &findings) {
   check_group_texts(framed, findings);
   check_network_texts(framed, findings);
   check_services(framed, findings);

@@ -1,22 +1,23 @@
 // The library converts; here the converted list is compared with what the file held.
 #include "chlist/convert/conversion.h"
 
-#include <channel/files.h>
 #include <channel/store.h>
 #include <channel/views.h>
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
-// The library converts a list and lets go of the old one. To tell what was not carried, the tool reads the file into a
-// list of its own, which the library's own owner releases.
-#include "channel/persist/detached_list.h"
+// The library takes over the list that it converts. To tell what was not carried, the tool reads the file once more.
+#include "channel/persist/repair.h"
+#include "channel/store/links.h"
 
 namespace chlist {
 namespace {
 
 using channel::persist::current_format;
 using channel::persist::detached_list;
+using channel::persist::read_detached;
 using channel::persist::version_8_format;
 
 constexpr int last_version_without_order_keys = 8;
@@ -104,30 +105,31 @@ conversion compare(channel_list_st &old, int version) {
   return result;
 }
 
-// Reading the file once more also links the views, which a conversion leaves without pointers.
+// A conversion takes the records of a list over, and leaves the views without pointers.
 template <class Format>
-conversion convert(const channel_input &input, typename Format::list *(*read)(const char *path)) {
-  if (repair_channel(input.version(), input.library_path().c_str()) == 0) {
-    if (const detached_list<Format> old(read(input.library_path().c_str())); old != nullptr) {
-      return compare(channel::persist::base_of(*old), input.version());
-    }
+conversion convert(const channel_file &input) {
+  detached_list<Format> taken = read_detached<Format>(input.bytes());
+  const detached_list<Format> old = read_detached<Format>(input.bytes());
+  if (old == nullptr) {
+    input.refuse_as_short();
   }
-  input.refuse(fmt::format("ends too early for a channel file of version {}", input.version()));
+  channel::persist::convert_list(std::move(taken), input.version());
+  channel::link_rch_info();
+  return compare(channel::persist::base_of(*old), input.version());
 }
 
 }  // namespace
 
-conversion convert_to_memory(const channel_input &input) {
+conversion convert_to_memory(const channel_file &input) {
   reset_channel_list();
   switch (input.version()) {
     case CHANNEL_LIST_VERSION:
       input.refuse(fmt::format("is of version {} already: there is nothing to convert", +CHANNEL_LIST_VERSION));
     case 9:
-      return convert<current_format>(input, v9_load_channel);
+      return convert<current_format>(input);
     case 8:
-      return convert<version_8_format>(input, v8_load_channel);
     case 7:
-      return convert<version_8_format>(input, v7_load_channel);
+      return convert<version_8_format>(input);
     default:
       input.refuse(fmt::format("is of version {}: only 7, 8 and 9 can be converted", input.version()));
   }

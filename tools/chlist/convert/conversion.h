@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/list_contents.h"
 
 namespace chlist {
@@ -41,6 +41,6 @@ struct conversion {
 };
 
 // Refuses a file of the current version, of one it does not know, and one that is short. The converted list is linked.
-conversion convert_to_memory(const channel_input &input);
+conversion convert_to_memory(const channel_file &input);
 
 }  // namespace chlist

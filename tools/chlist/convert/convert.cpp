@@ -10,7 +10,7 @@
 
 #include "chlist/convert/conversion.h"
 #include "chlist/convert/conversion_report.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/list_contents.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
@@ -76,7 +76,7 @@ void print_result(const new_list_options &options, const conversion &result) {
   print_losses(result);
 }
 
-conversion convert(const fs::path &input) { return convert_to_memory(channel_input(input)); }
+conversion convert(const fs::path &input) { return convert_to_memory(channel_file(input)); }
 
 constexpr new_list_road<conversion> road = {convert, json_of_result, print_result};
 

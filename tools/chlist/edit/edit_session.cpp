@@ -7,7 +7,7 @@
 
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/list_file.h"
@@ -52,7 +52,7 @@ struct edit_result {
 };
 
 edit_result edit_in_memory(const edit_options &options, const list_edit &apply) {
-  const channel_input input(options.file);
+  const channel_file input(options.file);
   input.must_be_current();
   edit_result result;
   result.notes = load_faithfully(input);

@@ -12,7 +12,7 @@
 
 #include "chlist/edit/favourite_groups.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/report.h"
 #include "chlist/service/columns.h"
@@ -82,7 +82,7 @@ std::vector<text_table::column> columns_of_entries() {
 }
 
 int list_favourites(const fav_list_options &options) {
-  const channel_input input(options.file);
+  const channel_file input(options.file);
   input.must_be_current();
   load_faithfully(input);
   const json rows = options.group ? json_of_entries(shown_favourites(*options.group)) : json_of_groups();

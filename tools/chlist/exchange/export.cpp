@@ -17,7 +17,7 @@
 #include "chlist/exchange/list_line_up.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/text_file.h"
 #include "chlist/files/text_folder.h"
@@ -88,7 +88,7 @@ std::vector<made_file> written(const line_up &list, const export_options &option
 // "12 bytes behind the last record: not saved": what follows is said to whoever saves the list.
 std::string_view what_is_lost(std::string_view change) { return change.substr(0, change.rfind(": ")); }
 
-void export_line_up(const channel_input &input, const export_options &options, export_outcome &result) {
+void export_line_up(const channel_file &input, const export_options &options, export_outcome &result) {
   input.must_be_current();
   for (const std::string &change : load_faithfully(input)) {
     result.lost.add(what_is_lost(change));
@@ -102,14 +102,8 @@ void export_line_up(const channel_input &input, const export_options &options, e
   write_files(options.output, result.to, written(list, options, result));
 }
 
-void export_whole_file(const channel_input &input, const export_options &options, const format &to) {
-  std::string text;
-  try {
-    text = to.from_channel_file(input.library_path());
-  } catch (const std::runtime_error &error) {
-    input.refuse(error.what());
-  }
-  write_text_file(options.output, text);
+void export_whole_file(const channel_file &input, const export_options &options, const format &to) {
+  write_text_file(options.output, to.from_channel_file(input));
 }
 
 void print_summary(const export_options &options, const export_outcome &result) {
@@ -142,7 +136,7 @@ void report(const export_options &options, const export_outcome &result) {
 }
 
 int run_export(const export_options &options) {
-  const channel_input input(options.input);
+  const channel_file input(options.input);
   input.must_not_be(options.output);
   export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}};
   if (result.to.from_channel_file != nullptr) {

@@ -10,6 +10,7 @@
 
 #include "chlist/command.h"
 #include "chlist/exchange/line_up.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/text_folder.h"
 
 namespace chlist {
@@ -39,7 +40,7 @@ struct format {
   std::vector<made_file> (*write_with)(const line_up &list, const write_options &options, loss_counts &lost) = nullptr;
   // Formats that carry a channel file byte for byte do not go by the line-up: they turn one into the other. Both throw
   // std::runtime_error.
-  std::string (*from_channel_file)(const std::filesystem::path &path) = nullptr;
+  std::string (*from_channel_file)(const channel_file &file) = nullptr;
   std::string (*to_channel_file)(std::string_view text) = nullptr;
 
   [[nodiscard]] bool can_read() const { return read != nullptr || to_channel_file != nullptr; }

@@ -1,15 +1,18 @@
-// The file is read twice: by the load, and beside it as it stands, for what the load changed.
+// The library reads; what a load adjusts for a receiver is left out.
 #include "chlist/files/faithful_load.h"
 
-#include <channel/files.h>
+#include <channel/store.h>
 #include <channel/views.h>
 #include <fmt/format.h>
 
 #include <cstddef>
-#include <filesystem>
+#include <utility>
 
+#include "channel/persist/counts.h"
 #include "channel/persist/detached_list.h"
+#include "channel/store/channel_list.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/links.h"
 #include "chlist/files/record_image.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
@@ -17,70 +20,56 @@
 namespace chlist {
 namespace {
 
-using channel::persist::current_format;
-using channel::persist::detached_list;
+namespace persist = channel::persist;
 
-// Both lists have the services of one file, in its order, unless somebody writes to it at the same time.
-void restore_countries(channel_list_st &as_it_stands) {
-  const std::vector<const channel_st *> originals = services_of(as_it_stands);
-  auto original = originals.begin();
-  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
-    if (original != originals.end()) {
-      filed.service.country_id = (*original++)->country_id;
-    }
-  }
-}
-
-void restore_position_keys(const channel_list_st &as_it_stands) {
-  for (std::size_t group = 0; group < MAX_FAV; ++group) {
-    for (std::size_t i = 0; i < MAX_FAV_NUM; ++i) {
-      get_channel_list()->favorite_vch[group][i].favorite_id = as_it_stands.favorite_vch[group][i].favorite_id;
-    }
-  }
-}
-
-// Counts that the load brought into their arrays.
-void find_cut_counts(const channel_list_st &as_it_stands, std::vector<std::string> &lost) {
-  for (const list_view &view : views_of(as_it_stands)) {
+// Counts that are brought into their arrays.
+std::vector<std::string> cut_counts(const channel_list_st &list) {
+  std::vector<std::string> cut;
+  for (const list_view &view : views_of(list)) {
     if (view.count != static_cast<int>(view.size())) {
-      lost.push_back(
+      cut.push_back(
           fmt::format("the {} view counts {} entries: saved as {}", label_of(view.name), view.count, view.size()));
     }
   }
-  const std::vector<group_table> before = groups_of(as_it_stands);
-  const std::vector<group_table> after = groups_of(*get_channel_list());
-  for (std::size_t i = 0; i < before.size(); ++i) {
-    if (before[i].count != after[i].count) {
-      lost.push_back(
-          fmt::format("the table of {} counts {}: saved as {}", before[i].name, before[i].count, after[i].count));
+  for (const group_table &table : groups_of(list)) {
+    if (*table.field != static_cast<int>(table.used().size())) {
+      cut.push_back(
+          fmt::format("the table of {} counts {}: saved as {}", table.name, *table.field, table.used().size()));
     }
   }
+  return cut;
 }
 
-void find_bytes_behind(const channel_input &input, std::vector<std::string> &lost) {
-  const std::uintmax_t size = std::filesystem::file_size(input.library_path());
-  const std::size_t carried = image_of(*get_channel_list()).size();
-  if (size > carried) {
-    lost.push_back(fmt::format("{} behind the last record: not saved", counted(size - carried, "byte")));
+class faithful_reader : public persist::silent_reader {
+ public:
+  void on_header(const channel_list_st &list) {
+    lost_ = cut_counts(list);
+    persist::bring_counts_into_arrays("load");
   }
-}
+  [[nodiscard]] std::vector<std::string> &lost() { return lost_; }
+
+ private:
+  std::vector<std::string> lost_;
+};
 
 }  // namespace
 
-std::vector<std::string> load_faithfully(const channel_input &input) {
-  input.load();
-  // Records of version 9 are those of today, so its reader reads both.
-  const detached_list<current_format> as_it_stands(v9_load_channel(input.library_path().c_str()));
-  if (as_it_stands == nullptr) {
-    input.refuse("ends too early for a channel file of its version");
+std::vector<std::string> load_faithfully(const channel_file &input) {
+  reset_channel_list();
+  persist::byte_source source(input.bytes());
+  faithful_reader reader;
+  persist::record_heap storage;
+  if (!persist::read_list<persist::current_format>(source, channel::channel_list, reader, storage)) {
+    init_channel_list();
+    input.refuse_as_short();
   }
-  restore_countries(*as_it_stands);
-  restore_position_keys(*as_it_stands);
-  view_settings::of(*as_it_stands).restore();
-  std::vector<std::string> lost;
-  find_cut_counts(*as_it_stands, lost);
-  find_bytes_behind(input, lost);
-  return lost;
+  const kept_view_settings settings;
+  change_vindex_type(VIEW_ALL);
+  channel::link_rch_info();
+  if (source.left() > 0) {
+    reader.lost().push_back(fmt::format("{} behind the last record: not saved", counted(source.left(), "byte")));
+  }
+  return std::move(reader.lost());
 }
 
 std::string image_of(channel_list_st &list) {

@@ -1,6 +1,6 @@
-// Loads a channel file to be shown, exported, or edited and saved again. A load changes a few bytes on purpose, for a
-// receiver's sake: the country of every service, the settings of the current view, the position keys of a favourite
-// group. Here they are put back, so that a save of the list as it was loaded gives the file as it was.
+// Takes a channel file into memory as it stands, to be edited and saved again. A receiver's load changes a few bytes on
+// purpose: the country of every service, the settings of the current view, the position keys of a favourite group. This
+// one does not, so that a save of the list as it was read gives the file as it was.
 #pragma once
 
 #include <channel/records.h>
@@ -9,12 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 
 namespace chlist {
 
-// Replaces the list in memory by the file. Returns what of the file a save cannot write again, one text for each.
-std::vector<std::string> load_faithfully(const channel_input &input);
+// Replaces the list in memory by the file and links its views; ALL is the view that the library's calls on the current
+// one go to. Returns what of the file a save cannot write again, one text for each.
+std::vector<std::string> load_faithfully(const channel_file &input);
 
 // The bytes that a save writes.
 std::string image_of(channel_list_st &list);

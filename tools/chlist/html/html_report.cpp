@@ -7,15 +7,13 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "chlist/check/findings.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
-#include "chlist/files/file_bytes.h"
 #include "chlist/files/text_file.h"
 #include "chlist/html/page.h"
 #include "chlist/html/page_data.h"
@@ -37,27 +35,15 @@ struct written_page {
   file_findings found;
 };
 
-std::vector<std::byte> bytes_of(const channel_input &input) {
-  try {
-    return bytes_of_file(input.library_path());
-  } catch (const std::system_error &error) {
-    input.refuse(error.code().message());
-  }
-}
-
-// What is looked at, and what is loaded, is the file that was opened.
-file_findings load_and_check(const channel_input &input) {
+file_findings load_and_check(const channel_file &input) {
   input.must_be_current();
-  if (fs::file_size(input.library_path()) > largest_file) {
-    input.refuse("too large for a channel file");
-  }
-  file_findings found = findings_in(bytes_of(input));
+  file_findings found = findings_in(input.bytes());
   load_faithfully(input);
   return found;
 }
 
 written_page write_page(const report_options &options) {
-  const channel_input input(options.input);
+  const channel_file input(options.input);
   input.must_not_be(options.output);
   file_findings found = load_and_check(input);
   const std::string page = page_of(page_data(options.input.filename(), found));

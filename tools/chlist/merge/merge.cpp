@@ -9,7 +9,7 @@
 #include <string>
 
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/merge/merge_outcome.h"
 #include "chlist/report.h"
@@ -132,8 +132,8 @@ int run_merge(const merge_options &options) {
   if (options.output.empty() && !options.is_dry_run) {
     throw usage_error("--output (or --dry-run) is required");
   }
-  const channel_input list(options.list);
-  const channel_input scan(options.scan);
+  const channel_file list(options.list);
+  const channel_file scan(options.scan);
   scan.must_not_be(options.output);
   const merge_outcome outcome = merge_in_memory(list, scan);
   if (!options.is_dry_run) {

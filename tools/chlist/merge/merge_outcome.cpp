@@ -2,7 +2,6 @@
 // so addresses tell what is new and what is gone.
 #include "chlist/merge/merge_outcome.h"
 
-#include <channel/files.h>
 #include <channel/views.h>
 
 #include <algorithm>
@@ -123,11 +122,10 @@ std::vector<full_view> find_full(const snapshot &before, const snapshot &after,
   return full;
 }
 
-detached_list<current_format> read_scan(const channel_input &scan) {
-  // Records of version 9 are those of today, so its reader reads both.
-  detached_list<current_format> read(v9_load_channel(scan.library_path().c_str()));
+detached_list<current_format> read_scan(const channel_file &scan) {
+  detached_list<current_format> read = channel::persist::read_detached<current_format>(scan.bytes());
   if (read == nullptr) {
-    scan.refuse("ends too early for a channel file of its version");
+    scan.refuse_as_short();
   }
   return read;
 }
@@ -148,7 +146,7 @@ void merge_keeping_what_stays(channel_list_st &merged) {
 
 }  // namespace
 
-merge_outcome merge_in_memory(const channel_input &list, const channel_input &scan) {
+merge_outcome merge_in_memory(const channel_file &list, const channel_file &scan) {
   list.must_be_current();
   scan.must_be_current();
   merge_outcome outcome;

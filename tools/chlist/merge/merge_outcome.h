@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/list_contents.h"
 
 namespace chlist {
@@ -38,6 +38,6 @@ struct merge_outcome {
 };
 
 // Refuses files of any version but the current one, and files that are short. The merged list is in memory afterwards.
-merge_outcome merge_in_memory(const channel_input &list, const channel_input &scan);
+merge_outcome merge_in_memory(const channel_file &list, const channel_file &scan);
 
 }  // namespace chlist

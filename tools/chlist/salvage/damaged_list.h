@@ -3,8 +3,8 @@
 
 #include <channel/records.h>
 
-#include "chlist/check/frame.h"
 #include "chlist/files/file_bytes.h"
+#include "chlist/files/file_records.h"
 #include "chlist/salvage/list_image.h"
 #include "chlist/salvage/salvaged_records.h"
 #include "chlist/salvage/service_search.h"

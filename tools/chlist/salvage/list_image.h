@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "chlist/check/frame.h"
+#include "chlist/files/channel_file.h"
+#include "chlist/files/file_records.h"
 #include "chlist/salvage/witnesses.h"
 
 namespace chlist {
@@ -28,9 +29,6 @@ struct record_run {
 };
 
 bool is_known_version(int version);
-
-// What the first two bytes say; 0 when they are not there.
-int version_in(byte_span file);
 
 // services: those that were found. runs: by ascending place; the list ends in front of the one that makes most of it
 // right.

@@ -1,21 +1,15 @@
 // Writes records one behind the other, as a save does.
 #include "chlist/salvage/rebuilt_file.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <string>
 
 #include "chlist/salvage/record_bytes.h"
 
 namespace chlist {
 namespace {
-
-constexpr const char *memory = "memory file";
 
 class writer {
  public:
@@ -118,17 +112,5 @@ std::vector<std::byte> rebuilt_bytes(byte_span damaged, const record_sizes &size
   must_be_countable(records);
   return writer(damaged, sizes, list).write(version, records);
 }
-
-memory_file::memory_file(byte_span contents) : file_(::memfd_create("salvaged", MFD_CLOEXEC), memory) {
-  for (std::size_t written = 0; written < contents.size();) {
-    const ssize_t part = ::write(file_.get(), contents.data() + written, contents.size() - written);
-    if (part < 0) {
-      fail(memory);
-    }
-    written += static_cast<std::size_t>(part);
-  }
-}
-
-std::filesystem::path memory_file::path() const { return "/proc/self/fd/" + std::to_string(file_.get()); }
 
 }  // namespace chlist

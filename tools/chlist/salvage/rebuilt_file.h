@@ -1,11 +1,9 @@
-// A sound channel file made of what is left of a damaged one. It lies in memory; the library reads it like any other.
+// A sound channel file made of what is left of a damaged one.
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
 #include <vector>
 
-#include "chlist/files/descriptor.h"
 #include "chlist/salvage/list_image.h"
 #include "chlist/salvage/salvaged_records.h"
 
@@ -18,15 +16,5 @@ bool is_kept(const salvaged_records &records, const salvaged_network &network);
 // Records as they stand in the damaged file, with counts that are right.
 std::vector<std::byte> rebuilt_bytes(byte_span damaged, const record_sizes &sizes, int version, const list_image &list,
                                      const salvaged_records &records);
-
-class memory_file {
- public:
-  explicit memory_file(byte_span contents);
-  // By which it is opened as long as this lives.
-  [[nodiscard]] std::filesystem::path path() const;
-
- private:
-  descriptor file_;
-};
 
 }  // namespace chlist

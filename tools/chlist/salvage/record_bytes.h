@@ -8,8 +8,8 @@
 #include <cstring>
 
 #include "channel/identity.h"
-#include "chlist/check/frame.h"
 #include "chlist/files/file_bytes.h"
+#include "chlist/files/file_records.h"
 
 namespace chlist {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/salvage/damaged_list.h"
 #include "chlist/salvage/list_arrays.h"
@@ -108,8 +108,8 @@ missing_records missing_in(const damaged_list &result) {
 
 // By the library's own reader, or its conversion.
 void load(const damaged_list &result, byte_span damaged, salvage_outcome &outcome) {
-  const memory_file rebuilt(rebuilt_bytes(damaged, result.sizes, result.version, result.list, result.records));
-  const channel_input input(rebuilt.path());
+  const channel_file input("the rebuilt file",
+                           rebuilt_bytes(damaged, result.sizes, result.version, result.list, result.records));
   if (result.version == CHANNEL_LIST_VERSION) {
     load_faithfully(input);
   } else {

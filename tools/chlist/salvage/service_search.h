@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "channel/identity.h"
-#include "chlist/check/frame.h"
+#include "chlist/files/file_records.h"
 #include "chlist/salvage/witnesses.h"
 
 namespace chlist {

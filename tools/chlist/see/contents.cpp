@@ -1,8 +1,6 @@
 // Counts the records of a list of its own, as the file has them.
 #include "chlist/see/contents.h"
 
-#include <channel/files.h>
-#include <channel/store.h>
 #include <channel/views.h>
 #include <fmt/format.h>
 
@@ -20,7 +18,6 @@ namespace chlist {
 namespace {
 
 using channel::persist::current_format;
-using channel::persist::detached_list;
 using channel::persist::version_8_format;
 
 struct named_flag {
@@ -93,25 +90,22 @@ file_contents count(channel_list_st &list) {
 }
 
 template <class Format>
-file_contents count_records(const channel_input &input, typename Format::list *(*read)(const char *path)) {
-  reset_channel_list();
-  const detached_list<Format> list(read(input.library_path().c_str()));
-  if (list != nullptr) {
-    return count<Format>(channel::persist::base_of(*list));
+file_contents count_records(const channel_file &input) {
+  const auto list = channel::persist::read_detached<Format>(input.bytes());
+  if (list == nullptr) {
+    input.refuse_as_short();
   }
-  input.refuse(fmt::format("ends too early for a channel file of version {}", input.version()));
+  return count<Format>(channel::persist::base_of(*list));
 }
 
-file_contents count_file(const channel_input &input) {
+file_contents count_file(const channel_file &input) {
   switch (input.version()) {
-    // Those of today have the same records; a load would bring counts into their arrays.
     case CHANNEL_LIST_VERSION:
     case 9:
-      return count_records<current_format>(input, v9_load_channel);
+      return count_records<current_format>(input);
     case 8:
-      return count_records<version_8_format>(input, v8_load_channel);
     case 7:
-      return count_records<version_8_format>(input, v7_load_channel);
+      return count_records<version_8_format>(input);
     default:
       input.refuse(fmt::format("is of version {}: only 7 to {} are known", input.version(), +CHANNEL_LIST_VERSION));
   }
@@ -137,9 +131,9 @@ std::size_t file_contents::transponders() const {
   return sum(networks, [](const network &each) { return each.transponders.size(); });
 }
 
-file_contents read_contents(const channel_input &input) {
+file_contents read_contents(const channel_file &input) {
   file_contents contents = count_file(input);
-  contents.bytes = std::filesystem::file_size(input.library_path());
+  contents.bytes = input.bytes().size();
   return contents;
 }
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 
@@ -63,6 +63,6 @@ struct file_contents {
 };
 
 // Reads the file with the library's reader of its version. Refuses a version that has none, and a short file.
-file_contents read_contents(const channel_input &input);
+file_contents read_contents(const channel_file &input);
 
 }  // namespace chlist

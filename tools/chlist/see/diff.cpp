@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/see/difference.h"
 
@@ -22,7 +22,7 @@ struct diff_options {
   bool as_json = false;
 };
 
-list_snapshot snapshot_of(const channel_input &input) {
+list_snapshot snapshot_of(const channel_file &input) {
   for (const std::string &note : load_faithfully(input)) {
     fmt::print(stderr, "{}: {}\n", input.path().string(), note);
   }
@@ -36,8 +36,8 @@ json json_of_diff(const diff_options &options, const std::vector<change> &change
 }
 
 int run_diff(const diff_options &options) {
-  const channel_input before(options.before);
-  const channel_input after(options.after);
+  const channel_file before(options.before);
+  const channel_file after(options.after);
   before.must_be_current();
   after.must_be_current();
   const list_snapshot was = snapshot_of(before);

@@ -175,7 +175,7 @@ void print_contents(const info_options &options, const file_contents &contents) 
 }
 
 int run_info(const info_options &options) {
-  const file_contents contents = read_contents(channel_input(options.file));
+  const file_contents contents = read_contents(channel_file(options.file));
   print_report([&] {
     if (options.as_json) {
       print_json(json_of_contents(options, contents));

@@ -11,7 +11,7 @@
 
 #include "chlist/exchange/csv/csv.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/see/listing.h"
 #include "chlist/service/columns.h"
@@ -128,7 +128,7 @@ int list_file(const list_options &options) {
   for (const std::string &filter : options.filters) {
     filters.emplace_back(filter);
   }
-  const channel_input input(options.file);
+  const channel_file input(options.file);
   input.must_be_current();
   load_faithfully(input);
   const std::int8_t view = view_named(options.view);

@@ -12,7 +12,7 @@
 
 #include "channel/store/hierarchy.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_input.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/service/columns.h"
 #include "chlist/service/names.h"
@@ -158,7 +158,7 @@ void print_show(const channel_st &service) {
 }
 
 int run_show(const show_options &options) {
-  const channel_input input(options.file);
+  const channel_file input(options.file);
   input.must_be_current();
   load_faithfully(input);
   const channel_st &service = service_named(options.service, view_named(options.view));

@@ -35,8 +35,8 @@ inline std::string text_of(const bytes &file) { return {file.begin(), file.end()
 class ListJson : public ::testing::Test {
  protected:
   std::string json_of(const bytes &file) {
-    test_support::write_file(path(), file);
-    return chlist::json_of_channel_file(path());
+    const std::span<const std::byte> whole = std::as_bytes(std::span(file));
+    return chlist::json_of_channel_file(chlist::channel_file("list.dat", {whole.begin(), whole.end()}));
   }
 
   // Whether a file comes through JSON with every byte.
@@ -72,8 +72,6 @@ class ListJson : public ::testing::Test {
     return file;
   }
 
-  [[nodiscard]] std::string path() const { return dir_.path() + "list.dat"; }
-
  private:
   static json &value_at(json &object, const std::string &place) {
     json *value = &object;
@@ -84,7 +82,6 @@ class ListJson : public ::testing::Test {
     return *value;
   }
 
-  test_support::temp_dir dir_;
   test_support::log_capture quiet_{-1};
 };
 

@@ -27,7 +27,8 @@ TEST_F(ListJson, AFileThatEndsEarlyOrIsOfAnotherLayoutIsRefused) {
       json_of(file);
       FAIL();
     } catch (const std::runtime_error &error) {
-      EXPECT_EQ(error.what(), "is of version " + std::to_string(version) + ": convert it first");
+      EXPECT_EQ(error.what(),
+                "list.dat: is of version " + std::to_string(version) + ", not 10: `chlist convert` makes one of it");
     }
   }
 }

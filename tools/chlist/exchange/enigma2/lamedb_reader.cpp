@@ -19,14 +19,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view head = "eDVB services /";
+constexpr std::string_view first_line = "eDVB services /";
 
 // Nothing when a line is not the first of a lamedb.
 std::optional<std::string_view> version_of(std::string_view line) {
-  if (!line.starts_with(head)) {
+  if (!line.starts_with(first_line)) {
     return std::nullopt;
   }
-  line.remove_prefix(head.size());
+  line.remove_prefix(first_line.size());
   return line.substr(0, line.find('/'));
 }
 

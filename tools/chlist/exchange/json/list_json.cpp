@@ -9,7 +9,7 @@
 
 #include "channel/persist/detached_list.h"
 #include "chlist/exchange/json/list_json_records.h"
-#include "chlist/files/input_file.h"
+#include "chlist/files/file_records.h"
 
 namespace chlist {
 namespace {
@@ -85,25 +85,20 @@ void append_text(std::string &text, const json &value, const std::string &indent
   text += '\n' + indent + (value.is_array() ? ']' : '}');
 }
 
-bool has_longer_records(std::string_view file) {
-  return file.size() > 1 && (file[0] == 7 || file[0] == 8) && file[1] == 0;
-}
+std::string_view text_of(byte_span bytes) { return {reinterpret_cast<const char *>(bytes.data()), bytes.size()}; }
 
 }  // namespace
 
-std::string json_of_channel_file(const std::filesystem::path &path) {
-  const std::string file = read_input_file(path);
-  if (has_longer_records(file)) {
-    throw std::runtime_error(fmt::format("is of version {}: convert it first", int{file[0]}));
+std::string json_of_channel_file(const channel_file &input) {
+  if (has_long_records(input.version())) {
+    input.must_be_current();
   }
-  const std::string name = path.string();
-  const auto list = persist::read_detached<persist::current_format>(
-      name.c_str(), persist::detached_reader("export", "channel list", name.c_str()));
+  const auto list = persist::read_detached<persist::current_format>(input.bytes());
   if (list == nullptr) {
-    throw std::runtime_error("ends too early for a channel file of its version");
+    input.refuse_as_short();
   }
   json object = json_of_list(*list);
-  json patches = patches_between(file_of_records(object), file);
+  json patches = patches_between(file_of_records(object), text_of(input.bytes()));
   if (!patches.empty()) {
     object.put(std::string(patches_key), std::move(patches));
   }

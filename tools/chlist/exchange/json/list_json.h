@@ -6,10 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "chlist/files/channel_file.h"
+
 namespace chlist {
 
-// Throws std::runtime_error when the file ends too early for its counts, or has the layout of versions 7 and 8.
-std::string json_of_channel_file(const std::filesystem::path &path);
+// Refuses a file that ends too early for its counts, or that has the layout of versions 7 and 8.
+std::string json_of_channel_file(const channel_file &input);
 
 // Throws std::runtime_error that tells where the text is wrong.
 std::string channel_file_of_json(std::string_view text);

@@ -1,5 +1,6 @@
-// A channel file record by record, as far as its counts lead: the records go to the list in memory, where the library's
-// rules look at them, and every one keeps its place in the file. Damaged files stop early; nothing is refused.
+// A channel file record by record, as far as its counts lead: a list beside the one in memory, as it stands in the
+// file, where every record keeps its place. Damaged files stop early, and what was read of them stays; nothing is
+// refused.
 #pragma once
 
 #include <channel/records.h>
@@ -10,6 +11,8 @@
 #include <vector>
 
 #include "channel/persist/image.h"
+#include "channel/persist/record_pool.h"
+#include "channel/store/memory.h"
 #include "chlist/files/file_bytes.h"
 
 namespace chlist {
@@ -23,6 +26,7 @@ struct record_sizes {
 
 // Versions 7 and 8 have longer records; every other version, known or not, is read with those of today.
 record_sizes record_sizes_of(int version);
+constexpr bool has_long_records(int version) { return version == 7 || version == 8; }
 
 // Reads the record whose image stands at a place; what earlier versions put behind it is left out.
 template <class Record>
@@ -51,7 +55,7 @@ std::size_t place_in_image(const Record &record, const void *field) {
       static_cast<std::size_t>(static_cast<const char *>(field) - reinterpret_cast<const char *>(&record)));
 }
 
-// A record of the list in memory, its place in the file, and the position of the record that it stands below.
+// A record of the list, its place in the file, and the position of the record that it stands below.
 template <class Record>
 struct framed_record {
   Record *record = nullptr;
@@ -71,44 +75,49 @@ struct missing_record {
   std::size_t size = 0;
 };
 
-class framed_list {
+// In the order of the file.
+struct placed_records {
+  std::vector<framed_record<network_ch_st>> networks;
+  std::vector<framed_record<tp_ch_st>> transponders;
+  std::vector<framed_record<channel_st>> services;
+  std::optional<missing_record> missing;
+};
+
+class file_records {
  public:
-  // The list in memory is the file's while this lives, and empty afterwards.
-  explicit framed_list(byte_span file);
-  ~framed_list();
-  framed_list(const framed_list &) = delete;
-  framed_list &operator=(const framed_list &) = delete;
+  // The bytes must outlive it.
+  explicit file_records(byte_span file);
+  file_records(const file_records &) = delete;
+  file_records &operator=(const file_records &) = delete;
 
   [[nodiscard]] byte_span file() const { return file_; }
   [[nodiscard]] int version() const { return version_; }
   [[nodiscard]] const record_sizes &sizes() const { return sizes_; }
-  // False when the file ends before the list's own record does; there is nothing else then.
+  // False when the file ends before the list's own record does; there is nothing else then, and the list is zero.
   [[nodiscard]] bool has_list() const { return file_.size() >= sizes_.list; }
-  [[nodiscard]] const channel_list_st &list() const { return list_; }
+  [[nodiscard]] bool is_whole() const { return has_list() && !placed_.missing; }
+  // With everything that hangs from it; pointers of entries are null.
+  [[nodiscard]] channel_list_st &list() const { return *list_; }
   [[nodiscard]] std::size_t offset_of(const void *field_of_list) const { return place_in_image(list(), field_of_list); }
 
-  [[nodiscard]] const std::vector<framed_record<network_ch_st>> &networks() const { return networks_; }
-  [[nodiscard]] const std::vector<framed_record<tp_ch_st>> &transponders() const { return transponders_; }
-  [[nodiscard]] const std::vector<framed_record<channel_st>> &services() const { return services_; }
-  [[nodiscard]] const std::optional<missing_record> &missing() const { return missing_; }
+  [[nodiscard]] const std::vector<framed_record<network_ch_st>> &networks() const { return placed_.networks; }
+  [[nodiscard]] const std::vector<framed_record<tp_ch_st>> &transponders() const { return placed_.transponders; }
+  [[nodiscard]] const std::vector<framed_record<channel_st>> &services() const { return placed_.services; }
+  [[nodiscard]] const std::optional<missing_record> &missing() const { return placed_.missing; }
   // Where the last record that was read ends.
   [[nodiscard]] std::size_t end() const { return end_; }
 
  private:
-  template <class Record>
-  Record *read_next(std::vector<framed_record<Record>> &records, std::size_t size, missing_record expected);
-  bool read_networks();
-  bool read_transponders(network_ch_st &network);
-  bool read_services(tp_ch_st &transponder);
+  template <class Format>
+  void read();
 
   byte_span file_;
-  const channel_list_st &list_;
-  int version_ = 0;
+  int version_;
   record_sizes sizes_;
-  std::vector<framed_record<network_ch_st>> networks_;
-  std::vector<framed_record<tp_ch_st>> transponders_;
-  std::vector<framed_record<channel_st>> services_;
-  std::optional<missing_record> missing_;
+  channel::persist::record_pool records_;
+  channel::transient<void> list_memory_;
+  channel_list_st *list_ = nullptr;
+  placed_records placed_;
   std::size_t end_ = 0;
 };
 

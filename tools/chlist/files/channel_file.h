@@ -1,0 +1,43 @@
+// A channel file that is read: opened once, its bytes taken as they are. What is looked at, and what is loaded, is the
+// very file that was opened, even if another one takes its place meanwhile; nothing is asked of the system afterwards.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "chlist/files/file_bytes.h"
+
+namespace chlist {
+
+class channel_file {
+ public:
+  // Throws when there is no regular file to read, or not even a version in it.
+  explicit channel_file(const std::filesystem::path &path);
+  // Of bytes that were made: the path is what errors begin with.
+  channel_file(std::filesystem::path path, std::vector<std::byte> bytes);
+
+  [[nodiscard]] int version() const { return version_; }
+  [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+  [[nodiscard]] byte_span bytes() const { return bytes_; }
+
+  // Throws an error that begins with the file's path.
+  [[noreturn]] void refuse(const std::string &why) const;
+  [[noreturn]] void refuse_as_short() const;
+
+  // Refuses a file of another version than the current one.
+  void must_be_current() const;
+
+  // Refuses a target that is this file.
+  void must_not_be(const std::filesystem::path &target) const;
+
+ private:
+  std::filesystem::path path_;
+  std::vector<std::byte> bytes_;
+  int version_ = 0;
+};
+
+// The number in front of every channel file; 0 of bytes too few for one.
+int version_in(byte_span file);
+
+}  // namespace chlist
