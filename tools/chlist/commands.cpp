@@ -1,9 +1,13 @@
 // The table of commands.
 #include "chlist/commands.h"
 
+#include <algorithm>
+#include <functional>
 #include <memory>
 
 #include "chlist/command_line.h"
+#include "chlist/exchange/formats.h"
+#include "chlist/files/channel_file.h"
 
 namespace chlist {
 namespace {
@@ -23,6 +27,25 @@ std::vector<topic> topics() {
            {rename_command, renumber_command, lock_command, unlock_command, skip_command, unskip_command, fav_command,
             remove_command, move_command, sort_command, set_command}},
           {"To learn more", {help_command}}};
+}
+
+// A list of another format that is given to a command of channel files is told for what it is.
+std::function<int()> telling_formats(const std::function<int()> &run) {
+  return [run] {
+    try {
+      return run();
+    } catch (const foreign_file &refused) {
+      must_be_no_other_list(refused.path());
+      throw;
+    }
+  };
+}
+
+void tell_formats(command &row) {
+  if (row.run) {
+    row.run = telling_formats(row.run);
+  }
+  std::ranges::for_each(row.commands, tell_formats);
 }
 
 }  // namespace
@@ -60,6 +83,7 @@ command whole_program(int &log_level) {
     for (const make_command make : each.commands) {
       program.commands.push_back(make());
       program.commands.back().topic = each.title;
+      tell_formats(program.commands.back());
     }
   }
   return program;

@@ -82,7 +82,7 @@ TEST_F(CheckTool, OfEachKindTenAreShownUnlessAllAreAskedFor) {
 
   const std::string some = check(file.data).out;
   EXPECT_EQ(shown(some), 10U);
-  EXPECT_TRUE(tool_test::has_line(some, "        ...  2 more: unresolved-entry"));
+  EXPECT_TRUE(tool_test::has_line(some, "        ...  and 2 more: unresolved-entry (--all)"));
   EXPECT_EQ(shown(check(file.data, {"--all"}).out), 12U);
 }
 

@@ -57,7 +57,7 @@ TEST_F(Convert, NamesAreHarmlessOnATerminalAndInJson) {
   channel_file file = plain_list();
   file.service({.service_id = 2, .name = "A\x1B[2J\xC2\x9B\x7F\xC3\xA9\""});
 
-  EXPECT_EQ(convert(9, file).err, "old.dat: dropped, occurs twice: \"A [2J\xC3\xA9\\\"\" "
+  EXPECT_EQ(convert(9, file).err, "chlist: convert: old.dat: dropped, occurs twice: \"A [2J\xC3\xA9\\\"\" "
                                   "(net 1, network 1, ts 100, 11000000 H, service 2)\n");
   EXPECT_EQ(converted_json(9, file)["findings"]["duplicate_services"][0]["name"], "A [2J\xC3\xA9\"");
 }

@@ -50,7 +50,7 @@ TEST_F(Favourites, OneThatIsThereStaysWithANote) {
   const auto result = run({"fav", "add", "list.dat", "0", "Films"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.dat: \"Films\" is in the favourites 0 \"Best\" view already\n");
+  EXPECT_EQ(result.err, "chlist: fav add: list.dat: \"Films\" is in the favourites 0 \"Best\" view already\n");
   expect_bytes(before.data);
 }
 
@@ -134,9 +134,9 @@ TEST_F(Favourites, NamesOfGroupsAreCutInFrontOfACharacter) {
     const auto result = run({"fav", "rename", "list.dat", "Kids", given});
 
     EXPECT_EQ(result.exit_code, given == stored ? 0 : 1);
-    EXPECT_EQ(result.err, given == stored
-                              ? ""
-                              : "list.dat: the name is cut to " + std::to_string(stored.size()) + " of its 96 bytes\n");
+    EXPECT_EQ(result.err, given == stored ? ""
+                                          : "chlist: fav rename: list.dat: the name is cut to " +
+                                                std::to_string(stored.size()) + " of its 96 bytes\n");
     bytes expected = before.data;
     expected.replace(group_at(1) + group_field::name, 96, stored + bytes(96 - stored.size(), '\0'));
     put(expected, group_at(1) + group_field::name_len, 2, stored.size());

@@ -163,11 +163,12 @@ TEST_F(Export, UnknownFormatsAreRefused) {
       exported("box.xyz").err.starts_with("chlist: export: box.xyz: its name tells no format; --to names it: json"));
   EXPECT_TRUE(exported("box.xyz", {"--to", "xyz"})
                   .err.starts_with("chlist: export: no format to write \"xyz\": there are json"));
-  EXPECT_TRUE(run({"import", "box.dat", "-o", "out.dat"})
-                  .err.starts_with("chlist: import: box.dat: is of no known format; --from names it: json"));
+  write_file(dir.path() + "box.txt", "nothing known");
+  EXPECT_TRUE(run({"import", "box.txt", "-o", "out.dat"})
+                  .err.starts_with("chlist: import: box.txt: is of no known format; --from names it: json"));
   EXPECT_TRUE(run({"import", "box.dat", "-o", "out.dat", "--from", "m3u"})
                   .err.starts_with("chlist: import: no format to read \"m3u\": there are json"));
-  EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat"}));
+  EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat", "box.txt"}));
 }
 
 TEST_F(Export, JsonComesBackByteForByte) {
@@ -195,7 +196,7 @@ TEST_F(Export, CsvIsFoundByItsHeaderAndSkippedRowsAreFindings) {
   const program_result result = run({"import", "list.txt", "-o", "out.dat"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.txt:3: skipped: service_id 'x' is not a number\n");
+  EXPECT_EQ(result.err, "chlist: import: list.txt:3: skipped: service_id 'x' is not a number\n");
   load("out.dat");
   EXPECT_EQ(list.vnumber, 1);
 }

@@ -25,7 +25,8 @@ TEST_F(Diff, EqualFilesHaveNone) {
                   {"after", "new.dat"},
                   {"equal", true},
                   {"services", {{"added", json::array()}, {"removed", json::array()}, {"changed", json::array()}}},
-                  {"others", json::array()}}));
+                  {"others", json::array()},
+                  {"notes", json::array()}}));
 }
 
 TEST_F(Diff, TellsServicesAddedAndRemovedWithTheirNumbers) {

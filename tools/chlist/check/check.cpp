@@ -4,12 +4,14 @@
 #include <fmt/format.h>
 
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 
 #include "chlist/check/findings.h"
+#include "chlist/exchange/formats.h"
 #include "chlist/exit_codes.h"
+#include "chlist/files/channel_file.h"
+#include "chlist/first_of_a_kind.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
 
@@ -50,13 +52,9 @@ constexpr style style_of(severity level) {
   return styles[static_cast<std::size_t>(level)];
 }
 
-constexpr std::size_t shown_of_a_kind = 10;
-
-using kinds = std::map<std::string_view, std::size_t>;
-
 // A consequence stands once below all that have it in a row.
 void print_findings(const file_findings &result, severity level, bool shows_all) {
-  kinds printed;
+  first_of_a_kind printed(shows_all);
   const std::string *consequence = nullptr;
   const auto end_row = [&consequence] {
     if (consequence != nullptr) {
@@ -64,7 +62,7 @@ void print_findings(const file_findings &result, severity level, bool shows_all)
     }
   };
   for (const finding &found : result.findings) {
-    if (found.level != level || (!shows_all && ++printed[found.kind] > shown_of_a_kind)) {
+    if (found.level != level || !printed.takes(std::string(found.kind))) {
       continue;
     }
     if (consequence != nullptr && *consequence != found.consequence) {
@@ -74,10 +72,8 @@ void print_findings(const file_findings &result, severity level, bool shows_all)
     fmt::print("  {:>9}  {}\n", found.offset, found.what);
   }
   end_row();
-  for (const auto &[kind, count] : printed) {
-    if (count > shown_of_a_kind) {
-      fmt::print("  {:>9}  {} more: {}\n", "...", count - shown_of_a_kind, kind);
-    }
+  for (const auto &[kind, count] : printed.left_out()) {
+    fmt::print("  {:>9}  and {} more: {} (--all)\n", "...", count, kind);
   }
 }
 
@@ -98,6 +94,9 @@ void print_report_of(const check_options &options, const file_findings &result) 
 
 int run_check(const check_options &options) {
   const file_findings result = findings_in(bytes_of_file(options.file));
+  if (!is_known_version(result.version)) {
+    must_be_no_other_list(options.file);
+  }
   print_report([&] {
     if (options.as_json) {
       print_json(json_of_findings(options, result));

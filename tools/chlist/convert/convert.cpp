@@ -12,6 +12,7 @@
 #include "chlist/convert/conversion_report.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/list_contents.h"
+#include "chlist/messages.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
 
@@ -45,13 +46,13 @@ json json_of_result(const new_list_options &options, const conversion &result) {
 void report_findings(const new_list_options &options, const conversion &result) {
   const std::string input = options.input.string();
   for (const known_service &service : result.duplicates) {
-    fmt::print(stderr, "{}: {}\n", input, text_of_duplicate(service));
+    print_message(fmt::format("{}: {}", input, text_of_duplicate(service)));
   }
   for (const placed_entry &entry : result.unresolved) {
-    fmt::print(stderr, "{}: resolves to no service: {}\n", input, describe(entry));
+    print_message(fmt::format("{}: resolves to no service: {}", input, describe(entry)));
   }
   for (const cut_array &cut : result.cut) {
-    fmt::print(stderr, "{}: {}\n", input, text_of_cut(cut));
+    print_message(fmt::format("{}: {}", input, text_of_cut(cut)));
   }
 }
 

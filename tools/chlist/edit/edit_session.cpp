@@ -12,6 +12,7 @@
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 #include "chlist/see/difference.h"
 
@@ -93,7 +94,7 @@ void report(const edit_options &options, const edit_result &result) {
     return;
   }
   for (const std::string &note : result.notes) {
-    fmt::print(stderr, "{}: {}\n", options.file.string(), note);
+    print_message(fmt::format("{}: {}", options.file.string(), note));
   }
   print_report([&] { print_result(options, result); });
 }

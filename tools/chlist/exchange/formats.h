@@ -56,6 +56,9 @@ std::span<const format> all_formats();
 const format &format_to_read(std::string_view name, const std::filesystem::path &input);
 const format &format_to_write(std::string_view name, const std::filesystem::path &output);
 
+// Throws when a file or folder is like one of these: what it is, and how a channel file is made of it.
+void must_be_no_other_list(const std::filesystem::path &input);
+
 // For the help: the formats that can be read, or written.
 std::vector<term> formats_to_read();
 std::vector<term> formats_to_write();

@@ -17,6 +17,7 @@
 #include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/text_file.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -28,6 +29,7 @@ struct import_options {
   fs::path input;
   fs::path output;
   std::string from;
+  bool shows_all = false;
   bool as_json = false;
 };
 
@@ -79,10 +81,10 @@ void report_findings(const import_options &options, const import_outcome &result
   if (options.as_json) {
     return;
   }
-  report_skipped(options.input, result.filled.skipped);
+  report_skipped(options.input, result.filled.skipped, options.shows_all);
   report_left_out(options.input, result.lost);
   for (const std::string &text : result.filled.left_out) {
-    fmt::print(stderr, "{}: {}\n", options.input.string(), text);
+    print_message(fmt::format("{}: {}", options.input.string(), text));
   }
 }
 
@@ -178,6 +180,9 @@ command import_command() {
                    .value = "OUTPUT",
                    .is_required = true},
                   {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
+                  {.names = "--all",
+                   .target = &options->shows_all,
+                   .about = "tell every line that is skipped, not only the first ten of each kind"},
                   {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
       .run = [options] { return run_import(*options); }};
 }

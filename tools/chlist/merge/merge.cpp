@@ -12,6 +12,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/merge/merge_outcome.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -63,17 +64,18 @@ json json_of_outcome(const merge_options &options, const merge_outcome &outcome)
 
 void report_findings(const merge_options &options, const merge_outcome &outcome) {
   for (const std::string &lost : outcome.lost) {
-    fmt::print(stderr, "{}: {}\n", options.list.string(), lost);
+    print_message(fmt::format("{}: {}", options.list.string(), lost));
   }
   for (const placed_entry &entry : outcome.dropped) {
-    fmt::print(stderr, "{}: dropped, resolves to no service: {}\n", options.list.string(), describe(entry));
+    print_message(fmt::format("{}: dropped, resolves to no service: {}", options.list.string(), describe(entry)));
   }
   for (const known_service &service : outcome.duplicates) {
-    fmt::print(stderr, "{}: taken once, occurs twice: {}\n", options.scan.string(), describe(service));
+    print_message(fmt::format("{}: taken once, occurs twice: {}", options.scan.string(), describe(service)));
   }
   for (const full_view &full : outcome.full) {
-    fmt::print(stderr, "{}: the {} view is full: it holds {}, {} added without an entry there\n", options.scan.string(),
-               label_of(full.view), full.capacity, counted(full.left_out, "service"));
+    print_message(fmt::format("{}: the {} view is full: it holds {}, {} added without an entry there",
+                              options.scan.string(), label_of(full.view), full.capacity,
+                              counted(full.left_out, "service")));
   }
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "chlist/convert/conversion_report.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
 #include "chlist/salvage/salvaging.h"
@@ -231,7 +232,7 @@ salvage_outcome salvage(const fs::path &damaged) {
   try {
     return salvage_to_memory(bytes, [&](std::size_t done, std::size_t total) { searched.reached(done, total); });
   } catch (const std::runtime_error &error) {
-    throw std::runtime_error(damaged.string() + ": " + error.what());
+    throw foreign_file(damaged, error.what());
   }
 }
 

@@ -107,7 +107,7 @@ file_contents count_file(const channel_file &input) {
     case 7:
       return count_records<version_8_format>(input);
     default:
-      input.refuse(fmt::format("is of version {}: only 7 to {} are known", input.version(), +CHANNEL_LIST_VERSION));
+      input.refuse_version(fmt::format(": only 7 to {} are known", +CHANNEL_LIST_VERSION));
   }
 }
 

@@ -9,6 +9,7 @@
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/messages.h"
 #include "chlist/see/difference.h"
 
 namespace chlist {
@@ -22,17 +23,33 @@ struct diff_options {
   bool as_json = false;
 };
 
-list_snapshot snapshot_of(const channel_file &input) {
+struct comparison {
+  std::vector<change> changes;
+  std::vector<std::string> notes;  // what a file holds that no list has
+};
+
+list_snapshot snapshot_of(const channel_file &input, std::vector<std::string> &notes) {
   for (const std::string &note : load_faithfully(input)) {
-    fmt::print(stderr, "{}: {}\n", input.path().string(), note);
+    notes.push_back(fmt::format("{}: {}", input.path().string(), note));
   }
   return take_snapshot();
 }
 
-json json_of_diff(const diff_options &options, const std::vector<change> &changes) {
-  json report = {{"before", options.before.string()}, {"after", options.after.string()}, {"equal", changes.empty()}};
-  report.put(json_of_differences(changes));
+json json_of_diff(const diff_options &options, const comparison &found) {
+  json report = {
+      {"before", options.before.string()}, {"after", options.after.string()}, {"equal", found.changes.empty()}};
+  report.put(json_of_differences(found.changes));
+  report["notes"] = found.notes;
   return report;
+}
+
+void report(const diff_options &options, const comparison &found) {
+  if (options.as_json) {
+    print_report([&] { print_json(json_of_diff(options, found)); });
+    return;
+  }
+  std::ranges::for_each(found.notes, print_message);
+  print_report([&] { print_differences(found.changes); });
 }
 
 int run_diff(const diff_options &options) {
@@ -40,16 +57,11 @@ int run_diff(const diff_options &options) {
   const channel_file after(options.after);
   before.must_be_current();
   after.must_be_current();
-  const list_snapshot was = snapshot_of(before);
-  const std::vector<change> changes = differences(was, snapshot_of(after));
-  print_report([&] {
-    if (options.as_json) {
-      print_json(json_of_diff(options, changes));
-    } else {
-      print_differences(changes);
-    }
-  });
-  return changes.empty() ? exit_done : exit_findings;
+  comparison found;
+  const list_snapshot was = snapshot_of(before, found.notes);
+  found.changes = differences(was, snapshot_of(after, found.notes));
+  report(options, found);
+  return found.changes.empty() ? exit_done : exit_findings;
 }
 
 }  // namespace
