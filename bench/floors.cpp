@@ -41,6 +41,16 @@ void keep(const Value &value) {
   asm volatile("" : : "g"(&value) : "memory");
 }
 
+// The next record of the file, into memory as large as the library's.
+template <class Record>
+void read_record(std::FILE *file, std::size_t in_file) {
+  void *record = std::calloc(1, sizeof(Record));
+  require(record != nullptr && std::fread(record, in_file, 1, file) == 1, "reading a record");
+  // The record's link slot.
+  std::memcpy(record, &last_record, sizeof last_record);
+  last_record = record;
+}
+
 const list_head *follow(const list_head &head, int links) {
   const list_head *node = &head;
   for (; links > 0; --links) {
@@ -123,19 +133,25 @@ void copy_header() {
   keep(header);
 }
 
-void read_records() {
-  static const std::string path = scratch_path(list_file);
-  std::FILE *file = std::fopen(path.c_str(), "r");
+void read_records_of(const char *path) {
+  std::FILE *file = std::fopen(path, "r");
   require(file != nullptr && std::setvbuf(file, file_buffer.data(), _IOFBF, file_buffer.size()) == 0, "opening a file");
   require(std::fread(header.data(), header.size(), 1, file) == 1, "reading the header");
-  for (const std::size_t size : record_sizes()) {
-    void *record = std::calloc(1, size);
-    require(record != nullptr && std::fread(record, size, 1, file) == 1, "reading a record");
-    // The record's link slot.
-    std::memcpy(record, &last_record, sizeof last_record);
-    last_record = record;
+  for (int network = 0; network < networks; ++network) {
+    read_record<network_ch_st>(file, network_bytes);
+    for (int transponder = 0; transponder < transponders_per_network; ++transponder) {
+      read_record<tp_ch_st>(file, transponder_bytes);
+      for (int service = 0; service < services_per_transponder; ++service) {
+        read_record<channel_st>(file, service_bytes);
+      }
+    }
   }
   require(std::fclose(file) == 0, "closing the file");
+}
+
+void read_records() {
+  static const std::string path = scratch_path(list_file);
+  read_records_of(path.c_str());
 }
 
 void free_records() {

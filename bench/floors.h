@@ -10,8 +10,9 @@ void take_from_store();
 // Copies the bytes of a file's header in memory.
 void copy_header();
 
-// Reads the channel file with one read for each record, through a buffer of 4 KiB, and allocates each.
+// Reads the channel file with one read for each record, through a buffer of 4 KiB, into records of the library's sizes.
 void read_records();
+void read_records_of(const char *path);
 // Frees what read_records() allocated.
 void free_records();
 

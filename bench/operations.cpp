@@ -80,6 +80,8 @@ constexpr std::array catalogue = {
               MAX_CHANNEL, 0, allocates, grows},
     operation{"print_virtual_channel_list:level_2", walking, hang_on_a_transponder_each, dump_view, MAX_CHANNEL, 0,
               allocates, grows},
+    operation{"link_rch_info:far_apart", storing, hang_on_a_transponder_each, link_shown, MAX_CHANNEL, 0, allocates,
+              grows},
     operation{"link_rch_info:1_khz_apart", storing, hang_1_khz_apart, link_shown, MAX_CHANNEL, 0, allocates, grows},
     operation{"link_rch_info:crafted", storing, hang_crafted, link_shown, MAX_CHANNEL, 0, allocates, grows},
 

@@ -12,6 +12,7 @@ if(NOT TARGET GTest::gtest_main AND EXISTS "${CHANNEL_GTEST_SOURCE_DIR}/CMakeLis
   set(INSTALL_GTEST OFF)
   set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
   add_subdirectory("${CHANNEL_GTEST_SOURCE_DIR}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+  target_compile_options(gtest PRIVATE -O0)
   if(NOT TARGET GTest::gtest_main)
     add_library(GTest::gtest_main ALIAS gtest_main)
   endif()

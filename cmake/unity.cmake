@@ -1,9 +1,9 @@
 # channel_unity_by_folder(<target>): the C++ sources of a folder are compiled as one. Small files cost a compiler little
 # beside the headers and templates that all of them need; so does a precompiled header, where there are few units. Names
 # of one folder differ, also those of anonymous namespaces. With CHANNEL_UNITY off each file is compiled alone, as editors
-# and clang-tidy want to see it.
+# want to see it.
 
-option(CHANNEL_UNITY "Compile the tool and the tests folder by folder, not file by file" ON)
+option(CHANNEL_UNITY "Compile folder by folder, not file by file" ON)
 
 function(channel_unity_by_folder target)
   if(NOT CHANNEL_UNITY)

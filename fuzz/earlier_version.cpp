@@ -11,12 +11,12 @@
 namespace fuzz {
 namespace {
 
-constexpr char path[] = "/old.dat";
+constexpr char old_path[] = "/old.dat";
 
 void read(const test_support::old_version &version, bool is_whole_file) {
   const list_snapshot before;
 
-  const test_support::owned_list list = test_support::read_old(version, path);
+  const test_support::owned_list list = test_support::read_old(version, old_path);
 
   require((list != nullptr) == is_whole_file, "a reader gives the list of a whole file");
   require(before.is_still_true(), "a reader leaves the list in memory");
@@ -25,7 +25,7 @@ void read(const test_support::old_version &version, bool is_whole_file) {
 
 void repair(const test_support::old_version &version, bool is_whole_file) {
   reset_channel_list();
-  require(repair_channel(version.number, path) == (is_whole_file ? 0 : -1),
+  require(repair_channel(version.number, old_path) == (is_whole_file ? 0 : -1),
           "a repair returns 0, or -1 of a short file");
   require_invariants(of_any_file, "after the repair");
 }
@@ -36,8 +36,8 @@ void read_and_repair(int number, const std::uint8_t *data, std::size_t size) {
   const test_support::old_version &version = test_support::old_version_of(number);
   run run(data, size);
   put_side_files(run);
-  run.files.at(path) = contents(read_script(run.input), version);
-  const bool is_whole_file = is_whole(run.files.at(path), version.extra);
+  run.files.at(old_path) = contents(read_script(run.input), version);
+  const bool is_whole_file = is_whole(run.files.at(old_path), version.extra);
 
   extremes::make_small();
   run.log();

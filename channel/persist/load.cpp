@@ -23,7 +23,7 @@
 namespace channel::persist {
 namespace {
 
-constexpr char operation[] = "load_channel_internal";
+constexpr char loading[] = "load_channel_internal";
 constexpr int unopened = 1;
 constexpr int short_file = -1;
 constexpr std::uint8_t keep_file_order = 255;
@@ -34,19 +34,19 @@ class channel_file_reader {
   explicit channel_file_reader(const data_path &path) : path_(path.c_str()) {}
 
   void short_header(int size) {
-    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s' size %d \n", path_, size);
+    LOG_ERROR_AS(loading, "Fail to read the channel_list to '%s' size %d \n", path_, size);
     mark(__LINE__);
   }
   void short_network() {
-    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s'\n", path_);
+    LOG_ERROR_AS(loading, "Fail to read the channel_list to '%s'\n", path_);
     mark(__LINE__);
   }
   void short_transponder() {
-    LOG_ERROR_AS(operation, "Fail to read the channel_list to '%s'\n", path_);
+    LOG_ERROR_AS(loading, "Fail to read the channel_list to '%s'\n", path_);
     mark(__LINE__);
   }
   void short_service() {
-    LOG_ERROR_AS(operation, "Fail to read '%s'\n", path_);
+    LOG_ERROR_AS(loading, "Fail to read '%s'\n", path_);
     mark(__LINE__);
   }
 
@@ -55,19 +55,19 @@ class channel_file_reader {
     const view all = find_view(VIEW_ALL);
     list.cur_vch = all.entries;
     list.cur_vnumber = all.count;
-    bring_counts_into_arrays(operation);
-    LOG_TRACE_AS(operation, 3, "channel_list.network_num %d\n", list.network_num);
-    LOG_TRACE_AS(operation, 2, "channel_list.network_num %d\n", list.network_num);
+    bring_counts_into_arrays(loading);
+    LOG_TRACE_AS(loading, 3, "channel_list.network_num %d\n", list.network_num);
+    LOG_TRACE_AS(loading, 2, "channel_list.network_num %d\n", list.network_num);
   }
   static void on_network(const network_ch_st &network) {
-    LOG_TRACE_AS(operation, 3, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
+    LOG_TRACE_AS(loading, 3, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
                  name_of(network).c_str());
-    LOG_TRACE_AS(operation, 2, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
+    LOG_TRACE_AS(loading, 2, "net_index %d tp_num %d , network_name : %s \n", network.net_index, network.tp_num,
                  name_of(network).c_str());
   }
   static void on_transponder(const tp_ch_st &transponder) {
-    LOG_TRACE_AS(operation, 3, "tp_ch_info->rch_num %d\n", transponder.rch_num);
-    LOG_TRACE_AS(operation, 2, "tp_ch_info->rch_num %d\n", transponder.rch_num);
+    LOG_TRACE_AS(loading, 3, "tp_ch_info->rch_num %d\n", transponder.rch_num);
+    LOG_TRACE_AS(loading, 2, "tp_ch_info->rch_num %d\n", transponder.rch_num);
   }
   // A merge marks the channels that it finds in country_id: after a load none is marked.
   static void on_service(channel_st &service) {
@@ -113,12 +113,12 @@ int give_up(int result) {
 
 int load_channel_internal(const char *name, std::uint8_t sort_mode) {
   const data_path path(name);
-  LOG_TRACE_AS(operation, 2, "(%s)\n", path.c_str());
+  LOG_TRACE_AS(loading, 2, "(%s)\n", path.c_str());
   init_channel_list();
   channel_version_info();
   file source(path.to_open(), "r");
   if (!source.is_open()) {
-    LOG_ERROR_AS(operation, "Fail to open '%s'\n", path.c_str());
+    LOG_ERROR_AS(loading, "Fail to open '%s'\n", path.c_str());
     return give_up(unopened);
   }
   channel_file_reader reader(path);
@@ -133,7 +133,7 @@ int load_channel_internal(const char *name, std::uint8_t sort_mode) {
     sort_vindex_ex(static_cast<std::int8_t>(sort_mode));
   }
   load_missing_groups();
-  print_load_status(operation, channel_list);
+  print_load_status(loading, channel_list);
   source.close();
   print_virtual_channel_list(VIEW_ALL);
   return channel_list.version;

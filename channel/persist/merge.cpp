@@ -19,7 +19,7 @@
 namespace channel::persist {
 namespace {
 
-constexpr char operation[] = "check_load_channel";
+constexpr char merging[] = "check_load_channel";
 constexpr std::int16_t absent = 0;
 constexpr std::int16_t present = 1;
 
@@ -55,7 +55,7 @@ bool is_listed_in_all_only(const channel_st &service) {
 const virtual_channel_st *append_service(int type, channel_st &service, std::int16_t number) {
   const view target = find_view(type);
   if (target.is_full()) {
-    LOG_ERROR_AS(operation, "view %d is full, %d entries\n", type, target.capacity);
+    LOG_ERROR_AS(merging, "view %d is full, %d entries\n", type, target.capacity);
     return nullptr;
   }
   const std::int16_t count = target.size();
@@ -77,7 +77,7 @@ const virtual_channel_st *append_service(int type, channel_st &service, std::int
 
 void append_to_all(channel_st &service, std::int16_t number) {
   if (append_service(VIEW_ALL, service, number) != nullptr) {
-    LOG_TRACE_AS(operation, 2, "add : %d, %d, %d, %lld, %d, %d, major_number %d \n", service.net_index,
+    LOG_TRACE_AS(merging, 2, "add : %d, %d, %d, %lld, %d, %d, major_number %d \n", service.net_index,
                  service.network_id, service.ts_id, static_cast<long long>(service.frequency), service.service_id,
                  service.polarisation, number);
   }
@@ -124,7 +124,7 @@ void add_service(service_index &index, const channel_st &new_service, const netw
   if (channel_st *found = file_and_find(index, *service, new_network.network_name); found != nullptr) {
     append_to_views(*found);
   } else {
-    LOG_ERROR_AS(operation, " can't find channel  \n");
+    LOG_ERROR_AS(merging, " can't find channel  \n");
   }
   service->country_id = present;
   if (is_empty(service->list)) {
@@ -151,7 +151,7 @@ int delete_absent_services(doomed_services &doomed) {
   for (const auto [network, transponder, service] : all_services_of(channel_list.network_list)) {
     if (service.country_id == absent) {
       ++delete_count;
-      LOG_TRACE_AS(operation, 2, "delete : %d, %d, %d, %lld, %d, %d, major_number %d \n", service.net_index,
+      LOG_TRACE_AS(merging, 2, "delete : %d, %d, %d, %lld, %d, %d, major_number %d \n", service.net_index,
                    service.network_id, service.ts_id, static_cast<long long>(service.frequency), service.service_id,
                    service.polarisation, number_in(service.service_id));
       doomed.add(service);
@@ -171,7 +171,7 @@ int merge_list(channel_list_st &new_list) {
   const int delete_count = delete_absent_services(doomed);
   index.forget_doomed();
   sweep_and_link_views(index);
-  LOG_TRACE_AS(operation, 2, "add_count %d , delete_count %d \n", add_count, delete_count);
+  LOG_TRACE_AS(merging, 2, "add_count %d , delete_count %d \n", add_count, delete_count);
   return add_count + delete_count;
 }
 

@@ -22,7 +22,7 @@
 namespace channel::persist {
 namespace {
 
-constexpr char operation[] = "repair_channel";
+constexpr char repairing[] = "repair_channel";
 
 // Network indexes above this one carry tagged entries.
 constexpr std::uint8_t last_untagged_net_index = 0xEF;
@@ -66,7 +66,7 @@ void convert_counts(const channel_list_st &old) {
   std::ranges::copy(old.favorite_vnumber, channel_list.favorite_vnumber);
   channel_list.user_vnumber = old.user_vnumber;
   channel_list.promo_vnumber = old.promo_vnumber;
-  bring_counts_into_arrays(operation);
+  bring_counts_into_arrays(repairing);
 }
 
 // ch_type, bouquet_id and version keep their defaults.

@@ -13,7 +13,7 @@
 namespace channel {
 namespace {
 
-constexpr char operation[] = "link_rch_info";
+constexpr char linking[] = "link_rch_info";
 
 void link_view(int type, service_index &index) {
   const view linked = fetch_view(static_cast<std::int8_t>(type));
@@ -38,9 +38,9 @@ int last_linked_view() { return VIEW_FAVOURITE + std::min<int>(favourite_table()
 // Links the views that a rule leaves.
 template <class Rule>
 int link_views_but(const Rule &is_left_out, service_index &index) {
-  LOG_TRACE_AS(operation, 2, "\n");
+  LOG_TRACE_AS(linking, 2, "\n");
   if (is_list_missing()) {
-    LOG_ERROR_AS(operation, " channel_list NULL !! ");
+    LOG_ERROR_AS(linking, " channel_list NULL !! ");
     return -1;
   }
   for (int type = VIEW_ALL; type <= last_linked_view(); ++type) {

@@ -47,7 +47,7 @@ class service_index {
     channel_st *found = id.frequency != 0 ? find(id) : find_without_frequency(identity{id});
     return list_->network_num != 0 ? found : nullptr;
   }
-  channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
+  [[gnu::always_inline]] channel_st *resolve(const virtual_channel_st &entry) { return resolve(identity_of(entry)); }
 
   using place = transponder_table::place;
 

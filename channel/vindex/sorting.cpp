@@ -13,6 +13,7 @@
 #include "channel/log.h"
 #include "channel/store/view.h"
 #include "channel/vindex/entry_sort.h"
+#include "channel/vindex/sorting.h"
 
 namespace channel {
 namespace {
@@ -79,7 +80,8 @@ constexpr std::array view_sorts = {
     view_sort{SORT_USER_TYPE, "SORT_USER_TYPE", sort_entries<compare_user_order>},
 };
 
-// 0, or -1 for a type that is unknown or not supported.
+}  // namespace
+
 int qsort_virtual_channel(std::span<virtual_channel_st> entries, int sort_type) {
   const auto *sort = std::find_if(view_sorts.begin(), view_sorts.end(),
                                   [sort_type](const view_sort &candidate) { return candidate.type == sort_type; });
@@ -96,6 +98,8 @@ int qsort_virtual_channel(std::span<virtual_channel_st> entries, int sort_type) 
   LOG_TRACE(2, "\n");
   return 0;
 }
+
+namespace {
 
 bool is_sortable(int view_type) {
   return (view_type >= VIEW_ALL && view_type <= VIEW_USER) ||

@@ -16,7 +16,8 @@ SHARED_LIBRARY = "lib/libchannel.so.1.0.0"
 # Mutants that differ at -O1 may be one program to the optimiser; those are no faults.
 CONFIGURATION = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG",
                  "-DCMAKE_C_FLAGS_RELEASE=-O1 -DNDEBUG", "-DCHANNEL_WERROR=OFF", "-DCHANNEL_BUILD_TOOLS=OFF",
-                 "-DCHANNEL_BUILD_EXAMPLES=OFF", "-DCHANNEL_BUILD_BENCH=OFF", "-DCMAKE_CXX_FLAGS=-w"]
+                 "-DCHANNEL_BUILD_EXAMPLES=OFF", "-DCHANNEL_BUILD_BENCH=OFF", "-DCHANNEL_UNITY=OFF",
+                 "-DCMAKE_CXX_FLAGS=-w"]
 # Suites that depend on what else the machine does: their failure counts when it happens twice.
 FICKLE = re.compile(r"CheckLoad|FullDisk|NoMemory|Saving")
 # Limits are seconds of the processor, so that other work on the machine kills no mutant. One that waits for ever is

@@ -17,11 +17,11 @@ channel_list_st *base_of_read(const char *path) {
 
 // A service of today as versions 8 and 7 have it.
 bytes longer_service(const bytes &service) {
-  constexpr std::size_t today_at = 286;
-  constexpr std::size_t old_at = 460;
+  constexpr std::size_t today_at = service_field::reserved_id;
+  constexpr std::size_t gap = service_tail_of_long_records - today_at;
   bytes longer = service + extra();
-  longer.replace(today_at, old_at - today_at, extra() + extra(), 0, old_at - today_at);
-  return longer.replace(old_at, tail_size, service, today_at, tail_size);
+  longer.replace(today_at, gap, extra() + extra(), 0, gap);
+  return longer.replace(service_tail_of_long_records, tail_size, service, today_at, tail_size);
 }
 
 bytes longer_record(record_kind kind, const bytes &record) {

@@ -4,11 +4,14 @@
 #include <channel/store.h>
 #include <channel/views.h>
 
+#include <fmt/format.h>
+
 #include <unordered_set>
 
 #include "channel/store/finders.h"
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
+#include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {
@@ -60,6 +63,23 @@ std::vector<group_table> groups_of(const channel_list_st &list) {
           {"countries", "country", list.country, &list.country_num, list.country_num},
           {"favourite groups", "favourite group", list.favorite_group, &list.favorite_group_num,
            channel::counted_in_low_byte(list.favorite_group_num)}};
+}
+
+std::vector<std::string> cut_counts(const channel_list_st &list) {
+  std::vector<std::string> cut;
+  for (const list_view &view : views_of(list)) {
+    if (view.count != static_cast<int>(view.size())) {
+      cut.push_back(
+          fmt::format("the {} view counts {} entries: saved as {}", label_of(view.name), view.count, view.size()));
+    }
+  }
+  for (const group_table &table : groups_of(list)) {
+    if (*table.field != static_cast<int>(table.used().size())) {
+      cut.push_back(
+          fmt::format("the table of {} counts {}: saved as {}", table.name, *table.field, table.used().size()));
+    }
+  }
+  return cut;
 }
 
 hierarchy_counts count_hierarchy(channel_list_st &list) {

@@ -13,16 +13,9 @@
 
 #include "channel/identity.h"
 #include "channel/store/view.h"
+#include "chlist/line_up/line_up.h"
 
 namespace chlist {
-
-struct view_name {
-  std::string_view kind;  // "ALL", "TV", "radio", "USER", "promotion" or "favourites"
-  int group = -1;         // of favourites: 0 to 19
-  std::string group_name = {};
-
-  [[nodiscard]] bool is_favourites() const { return group >= 0; }
-};
 
 // A count that a file or a host may have written outside its array, brought to the nearest one inside.
 constexpr std::size_t within(int count, std::size_t capacity) {
@@ -59,6 +52,9 @@ struct group_table {
 // Providers, genres, countries and favourite groups.
 std::vector<group_table> groups_of(const channel_list_st &list);
 
+// What happens to counts that lie outside their arrays when the list is saved, one text for each.
+std::vector<std::string> cut_counts(const channel_list_st &list);
+
 struct hierarchy_counts {
   std::size_t networks = 0;
   std::size_t transponders = 0;
@@ -71,11 +67,6 @@ hierarchy_counts count_hierarchy(channel_list_st &list);
 
 // In list order.
 std::vector<const channel_st *> services_of(channel_list_st &list);
-
-struct known_service {
-  std::string name;
-  channel::identity id = {};
-};
 
 known_service known_as(const channel_st &service);
 

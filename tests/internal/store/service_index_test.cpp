@@ -6,6 +6,8 @@
 
 #include <vector>
 
+#include "channel/store/hierarchy.h"
+#include "channel/store/release.h"
 #include "support/log_capture.h"
 #include "support/random_store.h"
 
@@ -103,6 +105,28 @@ TEST_F(ServiceIndex, FindsNothingWhileNoNetworkIsCounted) {
   EXPECT_EQ(index.resolve(id), nullptr);
   EXPECT_EQ(writes_at(5, [&] { return index.resolve(id); }), std::vector<std::string>{});
   list.network_num = 1;
+}
+
+// Among them services that stood in front of others of their id.
+TEST_F(ServiceIndex, GivesTheFindersAnswerAfterServicesWereDoomed) {
+  for (int round = 0; round < 1000; ++round) {
+    reset_channel_list();
+    some.build_hierarchy();
+    channel::doomed_services doomed;
+    channel::service_index index;
+    index.resolve(some.some_identity());
+    for (const auto [network, transponder, service] : channel::all_services_of(list.network_list)) {
+      if (some.pick(3) == 0) {
+        doomed.add(service);
+        channel::count_down(transponder.rch_num);
+      }
+    }
+    index.forget_doomed();
+    for (int query = 0; query < 200; ++query) {
+      const channel::identity id = some.some_identity();
+      ASSERT_EQ(index.resolve(id), walk(id)) << "round " << round << ", query " << query;
+    }
+  }
 }
 
 TEST_F(ServiceIndex, FindsEveryServiceOfTheFullList) {

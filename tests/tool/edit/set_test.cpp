@@ -66,14 +66,15 @@ TEST_F(Set, RefusesValuesOutsideTheirRange) {
     std::string field;
     std::vector<std::string> values;
     std::string range;
-  } const fields[] = {{"pmt_pid", {"8192", "-1", "", "x", "1x", "NONE"}, "0 to 8191, or none"},
+  } const fields[] = {{"pmt_pid", {"8192", "-1", "", "x", "1x", "no"}, "0 to 8191, or none"},
                       {"video_tag", {"256", "-1"}, "0 to 255, or none"},
                       {"order_key", {"-32769", "32768"}, "-32768 to 32767"},
                       {"flags", {"256"}, "0 to 255"},
-                      {"locked", {"1", "0", "-1", "true"}, "yes or no"},
-                      {"service_type", {"256", "TV"}, "0 to 255, tv or radio"},
+                      {"locked", {"2", "-1", "ye", "truee"}, "yes or no"},
+                      {"service_type", {"256", "T V"}, "0 to 255, or a name as TV, radio or HD TV"},
+                      {"type", {"256", "Television"}, "a name as TV, radio or HD TV, or 0 to 255"},
                       {"frequency", {"0", "4294967296"}, "1 to 4294967295"},
-                      {"polarisation", {"256", "h"}, "H, V or 0 to 255"},
+                      {"polarisation", {"256", "HV"}, "H, V or 0 to 255"},
                       {"net_index", {"256"}, "0 to 255"},
                       {"network_id", {"65536"}, "0 to 65535"},
                       {"genre", {""}, "a name or an id of the list's table, or none"},
@@ -88,9 +89,9 @@ TEST_F(Set, RefusesValuesOutsideTheirRange) {
 
 TEST_F(Set, RefusesFieldsAndGroupsThatAreNotThere) {
   const std::string names =
-      "provider, genre, country, service_type, source_type, locked, skipped, scrambled, data, flags, order_key, "
-      "pmt_pid, pcr_pid, video_pid, video_ecm_pid, video_tag, audio_pid, audio_tag, net_index, network_id, ts_id, "
-      "frequency, polarisation, service_id";
+      "provider, genre, country, type, net_index, network_id, ts_id, frequency, polarisation, service_id, pmt_pid, "
+      "pcr_pid, video_pid, video_tag, video_ecm_pid, audio_pid, audio_tag, locked, skipped, scrambled, data, flags, "
+      "service_type, source_type, order_key";
   expect_refused({"set", "list.dat", "News", "colour=red"}, "no field \"colour\": there are " + names);
   expect_refused({"set", "list.dat", "News", "pmt_pid"}, "\"pmt_pid\" sets no field: it takes FIELD=VALUE");
   expect_refused({"set", "list.dat", "News", "genre=Opera"},

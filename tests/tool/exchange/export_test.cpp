@@ -196,7 +196,7 @@ TEST_F(Export, CsvIsFoundByItsHeaderAndSkippedRowsAreFindings) {
   const program_result result = run({"import", "list.txt", "-o", "out.dat"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "chlist: import: list.txt:3: skipped: service_id 'x' is not a number\n");
+  EXPECT_EQ(result.err, "chlist: import: list.txt:3: skipped: service_id=\"x\": VALUE is 0 to 65535\n");
   load("out.dat");
   EXPECT_EQ(list.vnumber, 1);
 }

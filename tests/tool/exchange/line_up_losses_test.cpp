@@ -1,5 +1,5 @@
 // What is lost between a line-up and the list in memory: every loss is counted, by its kind.
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 #include <channel/channel.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 
 #include "channel/store/hierarchy.h"
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/list_line_up.h"
+#include "chlist/exchange/list_exchange.h"
 #include "tool/exchange/line_ups.h"
 
 namespace {
@@ -52,7 +52,7 @@ TEST_F(LineUp, WhatALineUpHasNoPlaceForIsCounted) {
   test_support::append_entry(VIEW_FAVOURITE, {});
   test_support::append_entry(VIEW_FAVOURITE + 1, entry);
 
-  const line_up taken = take_line_up(lost);
+  const line_up taken = take_line_up(list, lost);
 
   EXPECT_EQ(taken.services.size(), 1U);
   EXPECT_EQ(losses(lost),
@@ -107,7 +107,7 @@ TEST_F(LineUp, WhatRecordsSayBesideTheirServicesIsCounted) {
     each.change(list);
     loss_counts of_taking;
 
-    take_line_up(of_taking);
+    take_line_up(list, of_taking);
 
     EXPECT_EQ(losses(of_taking), (row_list{std::string(each.what) + ": 1"}));
   }

@@ -1,5 +1,5 @@
 // A line-up fills the list in memory, and is taken from it again.
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 #include <channel/channel.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/list_line_up.h"
+#include "chlist/exchange/list_exchange.h"
 #include "tool/exchange/line_ups.h"
 
 namespace {
@@ -45,7 +45,7 @@ TEST_F(LineUp, EverythingThatAServiceHasComesBack) {
   const filled_list filled = fill_list(given, lost);
 
   EXPECT_TRUE(filled.is_whole());
-  EXPECT_EQ(take_line_up(lost), given);
+  EXPECT_EQ(take_line_up(list, lost), given);
   EXPECT_EQ(losses(lost), row_list{});
 }
 
@@ -58,7 +58,7 @@ TEST_F(LineUp, AServiceInNoViewStaysInNone) {
 
   EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{1}));
   EXPECT_EQ(service_ids(VIEW_TV), (std::vector<int>{1}));
-  const line_up taken = take_line_up(lost);
+  const line_up taken = take_line_up(list, lost);
   ASSERT_EQ(taken.services.size(), 2U);
   EXPECT_FALSE(taken.services[1].is_listed);
   EXPECT_FALSE(taken.services[1].number);
@@ -81,7 +81,7 @@ TEST_F(LineUp, ANumberBeyondTheEntrysIsRefused) {
     line_up_service service = service_named("A", 1);
     service.number = channel_number{number, number};
     EXPECT_TRUE(fill_list(line_up_of({service}), lost).is_whole()) << number;
-    EXPECT_EQ(take_line_up(lost).services.at(0).number, (channel_number{number, number}));
+    EXPECT_EQ(take_line_up(list, lost).services.at(0).number, (channel_number{number, number}));
   }
   for (const int number : {-32769, 32768}) {
     line_up_service service = service_named("A", 1);
@@ -101,7 +101,7 @@ TEST_F(LineUp, FavouritesKeepTheirOrderAndNumbers) {
   EXPECT_EQ(service_ids(VIEW_FAVOURITE), (std::vector<int>{3, 1}));
   EXPECT_EQ(majors(VIEW_FAVOURITE), (std::vector<int>{30, 10}));
   EXPECT_EQ(list.favorite_vch[0][1].favorite_id, 1);
-  EXPECT_EQ(take_line_up(lost).favourites, given.favourites);
+  EXPECT_EQ(take_line_up(list, lost).favourites, given.favourites);
   EXPECT_EQ(losses(lost), row_list{});
 }
 
@@ -171,9 +171,9 @@ TEST_F(LineUp, GenresAndCountriesEndAtTheirTables) {
 
   EXPECT_EQ(filled.left_out, (row_list{"the list of genres is full: it holds 50, 2 more are left out",
                                        "the list of countries is full: it holds 200, 1 more are left out"}));
-  EXPECT_EQ(take_line_up(lost).services[0].genre, "Genre 0");
-  EXPECT_EQ(take_line_up(lost).services[MAX_COUNTRY - 1].country, "Country 199");
-  EXPECT_EQ(take_line_up(lost).services[MAX_COUNTRY].country, "");
+  EXPECT_EQ(take_line_up(list, lost).services[0].genre, "Genre 0");
+  EXPECT_EQ(take_line_up(list, lost).services[MAX_COUNTRY - 1].country, "Country 199");
+  EXPECT_EQ(take_line_up(list, lost).services[MAX_COUNTRY].country, "");
 }
 
 TEST_F(LineUp, SourcesAvoidIndexesThatAreGiven) {
@@ -201,7 +201,7 @@ TEST_F(LineUp, TextsInOtherTablesBecomeUtf8AndAreCounted) {
                     service.name[0].text);
   std::ranges::copy(std::string_view("\x05\xE7\x80"), service.name[1].text);
 
-  const line_up taken = take_line_up(lost);
+  const line_up taken = take_line_up(list, lost);
 
   EXPECT_EQ(taken.services.at(0).name, "Łódź");
   EXPECT_EQ(taken.services.at(0).short_name, "ç");
@@ -213,7 +213,7 @@ TEST_F(LineUp, ARandomOneComesBack) {
   for (unsigned seed = 0; seed < 50; ++seed) {
     const line_up given = tool_test::line_up_source(seed).list(40);
     ASSERT_TRUE(fill_list(given, lost).is_whole()) << seed;
-    EXPECT_EQ(take_line_up(lost), given) << seed;
+    EXPECT_EQ(take_line_up(list, lost), given) << seed;
   }
   EXPECT_EQ(losses(lost), row_list{});
 }

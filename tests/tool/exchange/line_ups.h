@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 #include "chlist/text/utf8.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
@@ -23,7 +23,8 @@ inline bool operator==(const line_up_service &a, const line_up_service &b) {
          std::memcmp(a.fields.name, b.fields.name, sizeof a.fields - offsetof(channel_st, name)) == 0;
 }
 
-inline bool operator==(const favourite_group::entry &a, const favourite_group::entry &b) {
+// As formats have them.
+inline bool operator==(const line_up_entry &a, const line_up_entry &b) {
   return a.service == b.service && a.number == b.number;
 }
 
@@ -103,6 +104,8 @@ class line_up_source {
     }
   }
 
+  std::uint16_t pid() { return static_cast<std::uint16_t>(below(4) == 0 ? 0xFFFF : below(0x2000)); }
+
   chlist::line_up_service service(int n) {
     chlist::line_up_service made;
     made.name = text();
@@ -111,12 +114,12 @@ class line_up_source {
     made.genre = below(2) == 0 ? "" : "Genre " + std::to_string(below(4));
     made.country = below(2) == 0 ? "" : "Country " + std::to_string(below(4));
     fill(made.fields.flag);
-    fill(made.fields.pmt_pid);
-    fill(made.fields.pcr_pid);
-    fill(made.fields.video_pid);
+    made.fields.pmt_pid = pid();
+    made.fields.pcr_pid = pid();
+    made.fields.video_pid = pid();
     fill(made.fields.video_tag);
-    fill(made.fields.video_ecm_pid);
-    fill(made.fields.audio_pid);
+    made.fields.video_ecm_pid = pid();
+    made.fields.audio_pid = pid();
     fill(made.fields.audio_tag);
     fill(made.fields.user_order_key);
     fill(made.fields.service_type);

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace tool_test {
 

@@ -99,12 +99,22 @@ TEST_F(List, FiltersByNameProviderOrNumber) {
 TEST_F(List, FiltersByColumn) {
   EXPECT_EQ(names({"--filter", "provider=SK"}), (texts{"Films"}));
   EXPECT_EQ(names({"--filter", "locked=yes"}), (texts{"Films"}));
-  EXPECT_EQ(names({"--filter", "locked=ye"}), (texts{}));
+  EXPECT_EQ(names({"--filter", "locked=true"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--filter", "locked="}), (texts{}));
+  EXPECT_EQ(names({"--filter", "video_pid=none"}), (texts{}));
+  EXPECT_EQ(names({"--filter", "polarisation=v"}), (texts{music_name}));
   EXPECT_EQ(names({"--filter", "ts_id=100"}), (texts{"News", "Films"}));
   EXPECT_EQ(names({"--filter", "ts_id=10"}), (texts{}));
   EXPECT_EQ(names({"--filter", "favourites=best"}), (texts{"Films"}));
   EXPECT_EQ(names({"--filter", "video_pid="}), (texts{}));
   EXPECT_EQ(names({"--filter", "genre="}), (texts{"News", "Films", music_name}));
+}
+
+TEST_F(List, RefusesAFilterThatNoServiceCanPass) {
+  expect_refused({"list", "list.dat", "--filter", "locked=ye"}, "locked=\"ye\": VALUE is yes or no");
+  expect_refused({"list", "list.dat", "--filter", "video_pid=9000"}, "video_pid=\"9000\": VALUE is 0 to 8191, or none");
+  expect_refused({"list", "list.dat", "--filter", "type=film"},
+                 "type=\"film\": VALUE is a name as TV, radio or HD TV, or 0 to 255");
 }
 
 TEST_F(List, AllFiltersMustMatch) { EXPECT_EQ(names({"--filter", "bbc", "--filter", "type=tv"}), (texts{"News"})); }

@@ -7,8 +7,8 @@
 #include <optional>
 #include <stdexcept>
 
+#include "chlist/line_up/selection.h"
 #include "chlist/report.h"
-#include "chlist/service/selection.h"
 
 namespace chlist {
 namespace {
@@ -32,12 +32,6 @@ channel_number number_from(std::string_view text) {
                     shown(text), largest_channel_number, largest_channel_number));
   }
   return {*major, *minor};
-}
-
-std::string text_of(const channel_number &number) {
-  virtual_channel_st entry = {};
-  set_number(entry, number);
-  return number_text_of(entry);
 }
 
 channel_number number_of(const virtual_channel_st &entry) { return {entry.major_ch_num, entry.minor_ch_num}; }

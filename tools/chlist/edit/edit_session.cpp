@@ -12,9 +12,10 @@
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
+#include "chlist/line_up/difference.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
-#include "chlist/see/difference.h"
 
 namespace chlist {
 namespace {
@@ -58,9 +59,9 @@ edit_result edit_in_memory(const edit_options &options, const list_edit &apply) 
   edit_result result;
   result.notes = load_faithfully(input);
   const std::string before = image_of(*get_channel_list());
-  const list_snapshot snapshot = take_snapshot();
+  const line_up list_before = line_up_in_memory();
   apply(result.notes);
-  result.changes = differences(snapshot, take_snapshot());
+  result.changes = differences(list_before, line_up_in_memory());
   result.is_changed = image_of(*get_channel_list()) != before;
   return result;
 }

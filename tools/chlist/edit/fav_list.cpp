@@ -1,8 +1,6 @@
 // The one command on favourites that changes nothing.
 #include "chlist/commands.h"
 
-#include <channel/favourites.h>
-#include <channel/views.h>
 #include <fmt/format.h>
 
 #include <filesystem>
@@ -10,14 +8,11 @@
 #include <optional>
 #include <string>
 
-#include "chlist/edit/favourite_groups.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_file.h"
-#include "chlist/files/faithful_load.h"
+#include "chlist/fields/service_fields.h"
+#include "chlist/files/file_line_up.h"
+#include "chlist/line_up/selection.h"
 #include "chlist/report.h"
-#include "chlist/service/columns.h"
-#include "chlist/service/names.h"
-#include "chlist/text/broadcast_text.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -32,24 +27,23 @@ struct fav_list_options {
   bool as_json = false;
 };
 
-json json_of_groups() {
+json json_of_groups(const line_up &list) {
   json groups = json::array();
-  for (int index = 0; index < get_fav_group_number(); ++index) {
-    const group_st &group = *get_fav_group_info(static_cast<std::int16_t>(index));
-    groups.push_back({{"group", index},
-                      {"id", group.id},
-                      {"name", name_in(group.name)},
-                      {"count", get_fav_vch_number(static_cast<std::int16_t>(index))}});
+  for (const favourite_group &group : list.favourites) {
+    if (group.is_counted) {
+      groups.push_back(
+          {{"group", groups.size()}, {"id", group.id}, {"name", group.name}, {"count", group.entries.size()}});
+    }
   }
   return groups;
 }
 
-json json_of_entries(const favourites &group) {
+json json_of_entries(const line_up &list, std::size_t group) {
   json entries = json::array();
-  for (const listed_service &row : listed_in(group.view())) {
+  for (const service_row &row : rows_of(list, static_cast<std::int8_t>(VIEW_FAVOURITE + group))) {
     json entry = json::object();
-    for (const column *each : columns_named(entry_columns)) {
-      entry[std::string(each->name)] = each->value(row);
+    for (const field *each : fields_named(entry_columns)) {
+      entry[std::string(each->name)] = each->get(row);
     }
     entries.push_back(entry);
   }
@@ -75,17 +69,16 @@ std::vector<text_table::column> group_columns() {
 
 std::vector<text_table::column> columns_of_entries() {
   std::vector<text_table::column> columns;
-  for (const column *each : columns_named(entry_columns)) {
-    columns.push_back({std::string(each->title), each->is_number});
+  for (const field *each : fields_named(entry_columns)) {
+    columns.push_back({std::string(each->title), each->is_number()});
   }
   return columns;
 }
 
 int list_favourites(const fav_list_options &options) {
-  const channel_file input(options.file);
-  input.must_be_current();
-  load_faithfully(input);
-  const json rows = options.group ? json_of_entries(shown_favourites(*options.group)) : json_of_groups();
+  const line_up list = line_up_in(channel_file(options.file));
+  const json rows =
+      options.group ? json_of_entries(list, favourite_group_named(list, *options.group)) : json_of_groups(list);
   print_report([&] {
     if (options.as_json) {
       print_json({{"file", options.file.string()}, {options.group ? "entries" : "groups", rows}});

@@ -13,11 +13,12 @@
 #include "channel/store/group_table.h"
 #include "channel/store/view.h"
 #include "chlist/exchange/list_builder.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
-#include "chlist/service/names.h"
-#include "chlist/service/selection.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/names.h"
 
 namespace chlist {
 namespace {
@@ -58,17 +59,9 @@ class kept_group_slot {
 
 }  // namespace
 
-favourites shown_favourites(std::string_view text) {
-  const auto index = static_cast<std::int16_t>(view_named("fav:" + std::string(text)) - VIEW_FAVOURITE);
-  const channel::group_table groups = channel::favourite_table();
-  if (index >= groups.size()) {
-    throw std::runtime_error(fmt::format("no favourite group {}: there are {}", shown(text), groups.size()));
-  }
-  return {index, groups.groups[index].id};
-}
-
 favourites favourites_named(std::string_view text) {
-  const favourites group = shown_favourites(text);
+  const auto index = static_cast<std::int16_t>(favourite_group_named(line_up_in_memory(), text));
+  const favourites group = {index, channel::favourite_table().groups[index].id};
   if (get_fav_index(group.id) != group.index) {
     throw std::runtime_error(
         fmt::format("favourite group {} cannot be edited: another one has its id {}", shown(text), group.id));

@@ -19,10 +19,7 @@ struct favourites {
   [[nodiscard]] std::int8_t view() const { return static_cast<std::int8_t>(VIEW_FAVOURITE + index); }
 };
 
-// By name or index, to be looked at. Throws when there is none.
-favourites shown_favourites(std::string_view text);
-
-// The same, to be edited. Throws when the group's id leads to another group, too.
+// By name or index. Throws when there is none, or when the group's id leads to another group.
 favourites favourites_named(std::string_view text);
 
 // Groups are told apart without regard to case. Throws when there is another group of that name.

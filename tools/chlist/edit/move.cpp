@@ -4,7 +4,8 @@
 #include "chlist/commands.h"
 #include "chlist/edit/edit_session.h"
 #include "chlist/edit/placement.h"
-#include "chlist/service/selection.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/selection.h"
 
 namespace chlist {
 namespace {
@@ -16,7 +17,7 @@ struct move_options : edit_options {
 };
 
 void move(const move_options &options, edit_notes &notes) {
-  const std::int8_t view = view_named(options.view);
+  const std::int8_t view = view_named(line_up_in_memory(), options.view);
   const std::vector<channel_st *> services = editable_services(options.services, notes, view);
   move_services(view, services, options.place);
 }

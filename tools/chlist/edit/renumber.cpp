@@ -11,7 +11,8 @@
 #include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/renumbering.h"
-#include "chlist/service/selection.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/selection.h"
 
 namespace chlist {
 namespace {
@@ -27,7 +28,8 @@ struct renumber_options : edit_options {
 
 std::vector<std::int8_t> named_views(const renumber_options &options) {
   std::vector<std::int8_t> views;
-  std::ranges::transform(options.views, std::back_inserter(views), view_named);
+  std::ranges::transform(options.views, std::back_inserter(views),
+                         [list = line_up_in_memory()](const std::string &name) { return view_named(list, name); });
   return views;
 }
 

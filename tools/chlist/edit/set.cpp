@@ -15,14 +15,7 @@ struct set_options : edit_options {
   std::vector<std::string> assignments;
 };
 
-void set(const set_options &options) {
-  channel_st &service = editable_service(options.service);
-  edited_service edited = {service, channel::identity_of(service)};
-  for (const std::string &assignment : options.assignments) {
-    set_field(edited, assignment);
-  }
-  change_identity(service, edited.id);
-}
+void set(const set_options &options) { set_fields(editable_service(options.service), options.assignments); }
 
 }  // namespace
 

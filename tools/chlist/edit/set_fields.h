@@ -1,25 +1,20 @@
-// The fields of a service that can be set: their names, their ranges and how each is written.
+// The fields of a service that can be set on a command line: those of the table of fields that are numbers, and its
+// groups.
 #pragma once
 
 #include <channel/records.h>
 
+#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "channel/identity.h"
 #include "chlist/command.h"
 
 namespace chlist {
 
-// A service while fields are set: what makes its identity is put together first and changed at once.
-struct edited_service {
-  channel_st &record;
-  channel::identity id;
-};
-
-// Sets one field by "FIELD=VALUE". Throws std::runtime_error that names the field, the value and the range.
-void set_field(edited_service &service, std::string_view assignment);
+// Sets fields by "FIELD=VALUE" each, the identity last. Throws std::runtime_error that names the field, the value and
+// the range.
+void set_fields(channel_st &service, std::span<const std::string> assignments);
 
 // Each field with its range, for the help.
 std::vector<term> terms_of_fields();

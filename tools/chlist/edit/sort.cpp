@@ -9,8 +9,9 @@
 #include "chlist/commands.h"
 #include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/selection.h"
 #include "chlist/see/listing.h"
-#include "chlist/service/selection.h"
 
 namespace chlist {
 namespace {
@@ -28,7 +29,7 @@ std::vector<term> sort_keys() {
 }
 
 std::int8_t sortable_view(const std::string &name) {
-  const std::int8_t view = view_named(name);
+  const std::int8_t view = view_named(line_up_in_memory(), name);
   if (view == VIEW_PROMOTION) {
     throw std::runtime_error("the promotion view cannot be sorted alone");
   }

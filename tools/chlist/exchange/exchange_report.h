@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 #include "chlist/report.h"
 
 namespace chlist {

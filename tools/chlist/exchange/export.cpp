@@ -14,11 +14,10 @@
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/formats.h"
-#include "chlist/exchange/list_line_up.h"
+#include "chlist/exchange/list_exchange.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_file.h"
-#include "chlist/files/faithful_load.h"
+#include "chlist/files/file_line_up.h"
 #include "chlist/files/text_file.h"
 #include "chlist/files/text_folder.h"
 #include "chlist/report.h"
@@ -90,10 +89,12 @@ std::string_view what_is_lost(std::string_view change) { return change.substr(0,
 
 void export_line_up(const channel_file &input, const export_options &options, export_outcome &result) {
   input.must_be_current();
-  for (const std::string &change : load_faithfully(input)) {
+  const file_records records(input.bytes());
+  must_be_whole(input, records);
+  for (const std::string &change : not_saved_again(records)) {
     result.lost.add(what_is_lost(change));
   }
-  line_up list = take_line_up(result.lost);
+  line_up list = take_line_up(records.list(), result.lost);
   for (const std::string &source : options.sources) {
     rename_source(list, source);
   }

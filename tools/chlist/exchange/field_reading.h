@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "chlist/service/pids.h"
+#include "chlist/fields/pids.h"
 
 namespace chlist {
 

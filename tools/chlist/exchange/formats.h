@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "chlist/command.h"
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/text_folder.h"
 

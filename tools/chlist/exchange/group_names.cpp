@@ -12,20 +12,20 @@
 namespace chlist {
 namespace {
 
-struct group_kind {
+struct kind_of_groups {
   std::int8_t kind;
   std::string_view one;
   std::string_view many;
   std::int16_t none;  // Ids of providers begin at 0.
 };
 
-constexpr group_kind kinds[] = {
+constexpr kind_of_groups kinds[] = {
     {GROUP_PROVIDER, "provider", "providers", -1},
     {GROUP_GENRE, "genre", "genres", 0},
     {GROUP_COUNTRY, "country", "countries", 0},
 };
 
-const group_kind &about(std::int8_t kind) { return *std::ranges::find(kinds, kind, &group_kind::kind); }
+const kind_of_groups &about(std::int8_t kind) { return *std::ranges::find(kinds, kind, &kind_of_groups::kind); }
 
 }  // namespace
 
@@ -52,7 +52,7 @@ group_st group_named(std::string_view name) {
 }
 
 std::int16_t group_names::id_of(std::string_view name, loss_counts &lost) {
-  const group_kind &kind = about(kind_);
+  const kind_of_groups &kind = about(kind_);
   lost.add(fmt::format("{} names beyond {} bytes", kind.one, longest_group_name),
            name.size() > longest_group_name ? 1 : 0);
   const std::string cut(cut_utf8(name, longest_group_name));

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

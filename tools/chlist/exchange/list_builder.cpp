@@ -164,7 +164,7 @@ void list_builder::add(const favourite_group &group) {
     return;
   }
   lost_.add("favourite groups that are joined to one of the same name", get_fav_group_number() == before ? 1 : 0);
-  for (const favourite_group::entry &entry : group.entries) {
+  for (const line_up_entry &entry : group.entries) {
     channel_st *filed = added_.at(entry.service);
     if (filed == nullptr) {
       lost_.add("favourites whose service is left out");

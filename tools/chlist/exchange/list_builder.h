@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "chlist/exchange/group_names.h"
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

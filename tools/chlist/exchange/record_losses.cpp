@@ -5,8 +5,8 @@
 #include <array>
 #include <span>
 
-#include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/service_index.h"
 #include "chlist/exchange/service_traits.h"
 #include "chlist/list_contents.h"
 #include "chlist/text/broadcast_text.h"
@@ -60,7 +60,7 @@ bool is_same_service(const virtual_channel_st &entry, const channel_st &service)
 
 class counter {
  public:
-  counter(channel_list_st &list, loss_counts &lost) : list_(list), lost_(lost) {}
+  counter(channel_list_st &list, loss_counts &lost) : list_(list), index_(list), lost_(lost) {}
 
   void count() {
     lost_.add("settings of the receiver", settings_of(list_));
@@ -72,14 +72,14 @@ class counter {
 
  private:
   void count_groups() {
-    for (const std::int8_t kind : {GROUP_PROVIDER, GROUP_GENRE, GROUP_COUNTRY}) {
-      for (const group_st &group : channel::table_of_kind(kind)) {
+    const std::vector<group_table> tables = groups_of(list_);
+    for (const group_table &table : tables) {
+      for (const group_st &group : table.used()) {
         count_group(group);
       }
     }
     std::int16_t place = 0;
-    for (const group_st &group : channel::favourite_table()) {
-      count_group(group);
+    for (const group_st &group : tables.back().used()) {
       lost_.add("ids of favourite groups", group.id != place++ ? 1 : 0);
     }
   }
@@ -88,6 +88,15 @@ class counter {
     lost_.add("reserved bytes of groups", group.reserved_0 != 0 ? 1 : 0);
     lost_.add("lengths that are not those of their texts",
               group.name_len != static_cast<int>(encoded_text(group.name).size()) ? 1 : 0);
+    count_text(group.name);
+  }
+
+  // All formats have UTF-8.
+  void count_text(std::span<const char> field) {
+    const std::string_view encoded = encoded_text(field);
+    const decoded_text made = decode_text(encoded);
+    lost_.add("character tables of names, which are written in UTF-8", made.text != encoded ? 1 : 0);
+    lost_.add("characters of names that their table does not have, or of an unknown table", made.is_whole ? 0 : 1);
   }
 
   // Entries of the ALL view and of favourites; the others have no place in a line-up at all.
@@ -111,12 +120,14 @@ class counter {
   void count_entry(const virtual_channel_st &entry, std::uint8_t key) {
     lost_.add("reserved bytes of entries", entry.reserved_7 != 0 || entry.reserved_13 != 0 ? 1 : 0);
     lost_.add("position keys of entries", entry.favorite_id != key ? 1 : 0);
+    const channel_st *service = index_.look_up(channel::identity_of(entry));
     lost_.add("identities of entries that differ from their service's",
-              entry.rch != nullptr && !is_same_service(entry, *entry.rch) ? 1 : 0);
+              service != nullptr && !is_same_service(entry, *service) ? 1 : 0);
   }
 
   void count_hierarchy() {
     for (network_ch_st &network : channel::networks_of(list_.network_list)) {
+      count_text(network.network_name);
       lost_.add("reserved bytes of networks", has_reserved(network) ? 1 : 0);
       for (tp_ch_st &transponder : channel::transponders_of(network)) {
         lost_.add("reserved bytes of transponders", has_reserved(transponder) ? 1 : 0);
@@ -134,12 +145,14 @@ class counter {
                   ? 0
                   : 1);
     for (const name_slot_st &name : service.name) {
+      count_text(name.text);
       lost_.add("reserved bytes of names", has_reserved(name) ? 1 : 0);
       lost_.add("lengths that are not those of their texts", is_of_another_length(name) ? 1 : 0);
     }
   }
 
   channel_list_st &list_;
+  channel::service_index index_;
   loss_counts &lost_;
 };
 

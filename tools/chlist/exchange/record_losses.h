@@ -4,7 +4,7 @@
 
 #include <channel/records.h>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/exchange/line_up.h"
-#include "chlist/service/pids.h"
+#include "chlist/exchange/loss_counts.h"
+#include "chlist/fields/pids.h"
 
 namespace chlist {
 

@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "chlist/exchange/list_builder.h"
-#include "chlist/service/pids.h"
+#include "chlist/fields/pids.h"
 
 namespace chlist {
 namespace {
@@ -70,7 +70,7 @@ constexpr service_trait table[] = {
      [](const line_up_service &s) { return has_host_fields(s.fields); }},
 };
 
-bool shows_own_number(const line_up &list, const favourite_group::entry &entry) {
+bool shows_own_number(const line_up &list, const line_up_entry &entry) {
   return entry.number == channel_number{} || entry.number == list.services.at(entry.service).number;
 }
 
@@ -87,9 +87,8 @@ void count_uncarried(const line_up &list, std::span<const trait> carried, loss_c
   if (is_carried(trait::favourites) && !is_carried(trait::favourite_numbers)) {
     for (const favourite_group &group : list.favourites) {
       lost.add("numbers of favourites that differ from the service's",
-               static_cast<std::size_t>(std::ranges::count_if(group.entries, [&](const favourite_group::entry &entry) {
-                 return !shows_own_number(list, entry);
-               })));
+               static_cast<std::size_t>(std::ranges::count_if(
+                   group.entries, [&](const line_up_entry &entry) { return !shows_own_number(list, entry); })));
     }
   }
 }

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

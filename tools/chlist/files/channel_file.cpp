@@ -14,8 +14,6 @@
 namespace chlist {
 namespace {
 
-constexpr int earliest_version = 7;
-
 // A folder can be a list of another format.
 std::vector<std::byte> bytes_of_list(const std::filesystem::path &path) {
   if (std::error_code error; std::filesystem::is_directory(path, error)) {
@@ -34,7 +32,7 @@ int version_in(byte_span file) {
   return version;
 }
 
-bool is_known_version(int version) { return version >= earliest_version && version <= CHANNEL_LIST_VERSION; }
+bool is_known_version(int version) { return version >= first_known_version && version <= CHANNEL_LIST_VERSION; }
 
 foreign_file::foreign_file(std::filesystem::path path, const std::string &why)
     : std::runtime_error(path.string() + ": " + why), path_(std::move(path)) {}

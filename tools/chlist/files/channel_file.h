@@ -52,6 +52,7 @@ class channel_file {
 
 // The number in front of every channel file; 0 of bytes too few for one.
 int version_in(byte_span file);
+inline constexpr int first_known_version = 7;
 bool is_known_version(int version);
 
 }  // namespace chlist

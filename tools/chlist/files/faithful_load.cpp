@@ -22,24 +22,6 @@ namespace {
 
 namespace persist = channel::persist;
 
-// Counts that are brought into their arrays.
-std::vector<std::string> cut_counts(const channel_list_st &list) {
-  std::vector<std::string> cut;
-  for (const list_view &view : views_of(list)) {
-    if (view.count != static_cast<int>(view.size())) {
-      cut.push_back(
-          fmt::format("the {} view counts {} entries: saved as {}", label_of(view.name), view.count, view.size()));
-    }
-  }
-  for (const group_table &table : groups_of(list)) {
-    if (*table.field != static_cast<int>(table.used().size())) {
-      cut.push_back(
-          fmt::format("the table of {} counts {}: saved as {}", table.name, *table.field, table.used().size()));
-    }
-  }
-  return cut;
-}
-
 class faithful_reader : public persist::silent_reader {
  public:
   void on_header(const channel_list_st &list) {

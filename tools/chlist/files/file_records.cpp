@@ -29,7 +29,18 @@ struct kept_records {
   static void release(list_head & /*network_list*/) {}
 };
 
-// Notes where records stand. One of an earlier version begins like one of today, and is kept as such.
+// A service of versions 7 and 8 begins like one of today, and has its flags at its end.
+channel_st &as_of_today(v8_channel_st &old) {
+  const auto flag = old.flag;
+  const auto reserved_id = old.reserved_id;
+  auto &service = reinterpret_cast<channel_st &>(old);
+  service.reserved_id = reserved_id;
+  service.flag = flag;
+  service.user_order_key = 0;
+  return service;
+}
+
+// Notes where records stand.
 class placing_reader {
  public:
   placing_reader(placed_records &placed, const record_sizes &sizes, const persist::byte_source &source)
@@ -46,11 +57,10 @@ class placing_reader {
         {&transponder, source_.position() - sizes_.transponder, placed_.networks.size() - 1});
     first_service_ = placed_.services.size();
   }
-  template <class Service>
-  void on_service(Service &service) {
-    placed_.services.push_back({reinterpret_cast<channel_st *>(&service), source_.position() - sizes_.service,
-                                placed_.transponders.size() - 1});
+  void on_service(channel_st &service) {
+    placed_.services.push_back({&service, source_.position() - sizes_.service, placed_.transponders.size() - 1});
   }
+  void on_service(v8_channel_st &service) { on_service(as_of_today(service)); }
   void short_network() { note_missing("network", placed_.networks.size(), counted_networks_, sizes_.network); }
   void short_transponder() {
     note_missing("transponder", placed_.transponders.size() - first_transponder_,

@@ -1,4 +1,4 @@
-// `chlist report`: loads the list, looks for what is wrong with the file, writes the page.
+// `chlist report`: reads the list, looks for what is wrong with the file, writes the page.
 #include "chlist/commands.h"
 
 #include <fmt/format.h>
@@ -12,8 +12,7 @@
 
 #include "chlist/check/findings.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_file.h"
-#include "chlist/files/faithful_load.h"
+#include "chlist/files/file_line_up.h"
 #include "chlist/files/text_file.h"
 #include "chlist/html/page.h"
 #include "chlist/html/page_data.h"
@@ -35,18 +34,12 @@ struct written_page {
   file_findings found;
 };
 
-file_findings load_and_check(const channel_file &input) {
-  input.must_be_current();
-  file_findings found = findings_in(input.bytes());
-  load_faithfully(input);
-  return found;
-}
-
 written_page write_page(const report_options &options) {
   const channel_file input(options.input);
   input.must_not_be(options.output);
-  file_findings found = load_and_check(input);
-  const std::string page = page_of(page_data(options.input.filename(), found));
+  const line_up list = line_up_in(input);
+  file_findings found = findings_in(input.bytes());
+  const std::string page = page_of(page_data(options.input.filename(), list, found));
   write_text_file(options.output, page);
   return {page.size(), std::move(found)};
 }

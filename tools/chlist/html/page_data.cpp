@@ -1,101 +1,102 @@
 // Records become arrays, whose fields page.js knows by position: a list of thousands of services stays small that way.
 #include "chlist/html/page_data.h"
 
-#include <channel/views.h>
-
-#include <algorithm>
-#include <span>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <utility>
 
-#include "channel/store/hierarchy.h"
-#include "chlist/list_contents.h"
-#include "chlist/service/names.h"
-#include "chlist/service/service_types.h"
-#include "chlist/text/broadcast_text.h"
+#include "chlist/fields/service_fields.h"
 
 namespace chlist {
 namespace {
 
 constexpr int none = -1;
 
-// A table of groups: the names, and where each id stands among them.
-class known_groups {
- public:
-  known_groups(std::span<const group_st> table, int count) {
-    const std::size_t used = std::min(table.size(), static_cast<std::size_t>(std::max(count, 0)));
-    for (const group_st &group : table.first(used)) {
-      places_.try_emplace(group.id, static_cast<int>(names_.size()));
-      names_.push_back(name_in(group.name));
-    }
+// Where each id of a table stands in it.
+std::unordered_map<int, int> places_of_ids(const line_up_groups &groups) {
+  std::unordered_map<int, int> places;
+  for (std::size_t place = 0; place < groups.groups.size(); ++place) {
+    places.try_emplace(groups.groups[place].id, static_cast<int>(place));
   }
+  return places;
+}
 
-  [[nodiscard]] int place_of(int id) const {
-    const auto found = places_.find(id);
-    return found == places_.end() ? none : found->second;
+int place_of(const std::unordered_map<int, int> &places, int id) {
+  const auto found = places.find(id);
+  return found == places.end() ? none : found->second;
+}
+
+json names_of(const line_up_groups &groups) {
+  json names = json::array();
+  for (const line_up_group &group : groups.groups) {
+    names.push_back(group.name);
   }
-  [[nodiscard]] const json &names() const { return names_; }
+  return names;
+}
 
- private:
-  json names_ = json::array();
-  std::unordered_map<int, int> places_;
-};
-
-json identity_fields(const channel::identity &id) {
+json fields_of(const channel::identity &id) {
   return json::array({id.net_index, id.network_id, id.ts_id, id.frequency, id.polarisation, id.service_id});
 }
 
-class page_records {
- public:
-  explicit page_records(channel_list_st &list)
-      : providers(list.provider, list.provider_num), genres(list.genre, list.genre_num),
-        countries(list.country, list.country_num) {
-    for (network_ch_st &network : channel::networks_of(list.network_list)) {
-      add(network);
-    }
-    for (const list_view &view : views_of(list)) {
-      add(view);
-    }
-  }
-
-  known_groups providers;
-  known_groups genres;
-  known_groups countries;
+json networks_of(const line_up &list) {
   json networks = json::array();
+  for (const line_up_network &network : list.networks) {
+    networks.push_back(json::array({network.net_index, network.network_id, network.name}));
+  }
+  return networks;
+}
+
+json transponders_of(const line_up &list) {
   json transponders = json::array();
+  for (const line_up_transponder &each : list.transponders) {
+    transponders.push_back(json::array({each.network, each.ts_id, each.frequency, each.polarisation}));
+  }
+  return transponders;
+}
+
+json services_of(const line_up &list) {
+  const auto providers = places_of_ids(list.groups_of(group_kind::provider));
+  const auto genres = places_of_ids(list.groups_of(group_kind::genre));
+  const auto countries = places_of_ids(list.groups_of(group_kind::country));
   json services = json::array();
-  json service_types = json::object();  // the names of those that occur
-  json views = json::array();
-
- private:
-  void add(network_ch_st &network) {
-    for (tp_ch_st &transponder : channel::transponders_of(network)) {
-      for (const channel_st &service : channel::services_of(transponder)) {
-        add(service);
-      }
-      transponders.push_back(
-          json::array({networks.size(), transponder.ts_id, transponder.frequency, transponder.polarisation}));
-    }
-    networks.push_back(json::array({network.net_index, network.network_id, name_in(network.network_name)}));
-  }
-
-  void add(const channel_st &service) {
-    places_[&service] = services.size();
-    service_types[std::to_string(service.service_type)] = service_type_name(service.service_type);
+  for (const line_up_service &service : list.services) {
+    const channel_st &fields = service.fields;
     services.push_back(json::array(
-        {name_in(service.name[0].text), name_in(service.name[1].text), transponders.size(),
-         identity_fields(channel::identity_of(service)), service.service_type, service.source_type, service.flag,
-         providers.place_of(service.provider_id), genres.place_of(service.genre_id),
-         countries.place_of(service.country_id), service.user_order_key,
-         json::array({service.pmt_pid, service.pcr_pid, service.video_pid, service.video_ecm_pid, service.audio_pid}),
-         json::array({service.video_tag, service.audio_tag})}));
+        {service.name, service.short_name, service.transponder, fields_of(service.id()), fields.service_type,
+         fields.source_type, fields.flag, place_of(providers, fields.provider_id), place_of(genres, fields.genre_id),
+         place_of(countries, fields.country_id), fields.user_order_key,
+         json::array({fields.pmt_pid, fields.pcr_pid, fields.video_pid, fields.video_ecm_pid, fields.audio_pid}),
+         json::array({fields.video_tag, fields.audio_tag})}));
   }
+  return services;
+}
 
-  void add(const list_view &view) {
+// Of those that occur.
+json names_of_service_types(const line_up &list) {
+  json names = json::object();
+  for (const line_up_service &service : list.services) {
+    names[std::to_string(service.fields.service_type)] = service_type_name(service.fields.service_type);
+  }
+  return names;
+}
+
+// An entry without a service tells what it looks for.
+json fields_of(const line_up_entry &entry) {
+  json fields = json::array({entry.number.major, entry.number.minor});
+  if (entry.service != nowhere) {
+    fields.push_back(entry.service);
+  } else {
+    fields.push_back(none);
+    fields.push_back(fields_of(entry.id));
+  }
+  return fields;
+}
+
+json views_in(const line_up &list) {
+  json views = json::array();
+  for (const named_view &view : views_of(list)) {
     json entries = json::array();
-    for (const virtual_channel_st &entry : view.entries()) {
+    for (const line_up_entry &entry : view.entries) {
       entries.push_back(fields_of(entry));
     }
     views.push_back({{"kind", view.name.kind},
@@ -103,21 +104,8 @@ class page_records {
                      {"name", view.name.group_name},
                      {"entries", std::move(entries)}});
   }
-
-  // An entry without a service tells what it looks for.
-  [[nodiscard]] json fields_of(const virtual_channel_st &entry) const {
-    json fields = json::array({entry.major_ch_num, entry.minor_ch_num});
-    if (const auto found = places_.find(entry.rch); found != places_.end()) {
-      fields.push_back(found->second);
-    } else {
-      fields.push_back(none);
-      fields.push_back(identity_fields(channel::identity_of(entry)));
-    }
-    return fields;
-  }
-
-  std::unordered_map<const channel_st *, std::size_t> places_;
-};
+  return views;
+}
 
 json json_of_finding(const finding &found) {
   return {{"severity", name_of(found.level)},
@@ -129,17 +117,16 @@ json json_of_finding(const finding &found) {
 
 }  // namespace
 
-json page_data(const std::string &file_name, const file_findings &found) {
-  page_records records(*get_channel_list());
+json page_data(const std::string &file_name, const line_up &list, const file_findings &found) {
   return {{"file", {{"name", file_name}, {"version", found.version}, {"size", found.size}}},
-          {"networks", std::move(records.networks)},
-          {"transponders", std::move(records.transponders)},
-          {"services", std::move(records.services)},
-          {"service_types", std::move(records.service_types)},
-          {"providers", records.providers.names()},
-          {"genres", records.genres.names()},
-          {"countries", records.countries.names()},
-          {"views", std::move(records.views)},
+          {"networks", networks_of(list)},
+          {"transponders", transponders_of(list)},
+          {"services", services_of(list)},
+          {"service_types", names_of_service_types(list)},
+          {"providers", names_of(list.groups_of(group_kind::provider))},
+          {"genres", names_of(list.groups_of(group_kind::genre))},
+          {"countries", names_of(list.groups_of(group_kind::country))},
+          {"views", views_in(list)},
           {"findings", array_of(found.findings, json_of_finding)}};
 }
 

@@ -1,4 +1,4 @@
-// `chlist diff`: loads one file, copies what is compared, loads the other and holds the two against each other.
+// `chlist diff`: reads two files and holds them against each other.
 #include "chlist/commands.h"
 
 #include <fmt/format.h>
@@ -7,10 +7,11 @@
 #include <memory>
 
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_file.h"
-#include "chlist/files/faithful_load.h"
+#include "chlist/files/file_line_up.h"
+#include "chlist/line_up/difference.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
-#include "chlist/see/difference.h"
+#include "chlist/report.h"
 
 namespace chlist {
 namespace {
@@ -28,11 +29,13 @@ struct comparison {
   std::vector<std::string> notes;  // what a file holds that no list has
 };
 
-list_snapshot snapshot_of(const channel_file &input, std::vector<std::string> &notes) {
-  for (const std::string &note : load_faithfully(input)) {
+line_up line_up_to_compare(const channel_file &input, std::vector<std::string> &notes) {
+  const file_records records(input.bytes());
+  must_be_whole(input, records);
+  for (const std::string &note : not_saved_again(records)) {
     notes.push_back(fmt::format("{}: {}", input.path().string(), note));
   }
-  return take_snapshot();
+  return line_up_of(records.list());
 }
 
 json json_of_diff(const diff_options &options, const comparison &found) {
@@ -58,8 +61,8 @@ int run_diff(const diff_options &options) {
   before.must_be_current();
   after.must_be_current();
   comparison found;
-  const list_snapshot was = snapshot_of(before, found.notes);
-  found.changes = differences(was, snapshot_of(after, found.notes));
+  const line_up was = line_up_to_compare(before, found.notes);
+  found.changes = differences(was, line_up_to_compare(after, found.notes));
   report(options, found);
   return found.changes.empty() ? exit_done : exit_findings;
 }

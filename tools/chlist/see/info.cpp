@@ -5,15 +5,19 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "chlist/exit_codes.h"
-#include "chlist/see/contents.h"
-#include "chlist/see/settings.h"
-#include "chlist/service/columns.h"
-#include "chlist/service/service_types.h"
+#include "chlist/fields/service_fields.h"
+#include "chlist/fields/settings.h"
+#include "chlist/files/file_line_up.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/report.h"
 #include "chlist/terminal.h"
 #include "chlist/text_table.h"
 
@@ -29,74 +33,147 @@ struct info_options {
   bool as_json = false;
 };
 
-bool is_current(const file_contents &contents) { return contents.version == CHANNEL_LIST_VERSION; }
+// What a file of any version holds, and what is counted of it.
+struct file_contents {
+  int version = 0;
+  std::size_t bytes = 0;
+  line_up list;
+  std::map<std::uint8_t, std::size_t> services_by_type;
+  std::vector<std::size_t> services_on;      // each transponder
+  std::vector<std::size_t> transponders_in;  // each network
+  std::vector<std::size_t> services_in;      // each network
 
-// Favourite groups without an entry and without a name are not told of.
-bool is_told(const file_contents::view &view) {
+  [[nodiscard]] bool is_current() const { return version == CHANNEL_LIST_VERSION; }
+};
+
+constexpr std::string_view flag_fields[] = {"locked", "skipped", "scrambled", "data"};
+
+std::size_t services_with(const line_up &list, const field &flag) {
+  return static_cast<std::size_t>(std::ranges::count_if(list.services, [&](const line_up_service &service) {
+    return flag.get({&list, &service}) == json(true);
+  }));
+}
+
+// A group table as the list has it: its names in plural and its capacity in a channel file.
+struct counted_groups {
+  std::string_view table;
+  int count = 0;
+  std::size_t capacity = 0;
+  std::vector<line_up_group> used;
+};
+
+std::vector<counted_groups> tables_of(const line_up &list) {
+  constexpr std::pair<std::string_view, std::size_t> tables[] = {
+      {"providers", MAX_PROVIDER}, {"genres", MAX_GENRE}, {"countries", MAX_COUNTRY}};
+  std::vector<counted_groups> made;
+  for (std::size_t kind = 0; kind < group_kinds; ++kind) {
+    made.push_back({tables[kind].first, list.groups[kind].count, tables[kind].second, list.groups[kind].groups});
+  }
+  counted_groups favourites = {"favourite groups", list.favourites_count, MAX_FAV, {}};
+  for (const favourite_group &group : list.favourites) {
+    if (group.is_counted) {
+      favourites.used.push_back({group.id, group.name});
+    }
+  }
+  made.push_back(std::move(favourites));
+  return made;
+}
+
+file_contents read_contents(const channel_file &input) {
+  if (!is_known_version(input.version())) {
+    input.refuse_version(fmt::format(": only {} to {} are known", first_known_version, +CHANNEL_LIST_VERSION));
+  }
+  const file_records records(input.bytes());
+  must_be_whole(input, records);
+  file_contents contents = {
+      .version = input.version(), .bytes = input.bytes().size(), .list = line_up_of(records.list())};
+  contents.services_on.resize(contents.list.transponders.size());
+  contents.transponders_in.resize(contents.list.networks.size());
+  contents.services_in.resize(contents.list.networks.size());
+  for (const line_up_transponder &transponder : contents.list.transponders) {
+    ++contents.transponders_in[transponder.network];
+  }
+  for (const line_up_service &service : contents.list.services) {
+    ++contents.services_by_type[service.fields.service_type];
+    ++contents.services_on[service.transponder];
+    ++contents.services_in[contents.list.transponders[service.transponder].network];
+  }
+  return contents;
+}
+
+// Favourite groups without an entry and without a name are left out.
+bool is_worth_a_line(const named_view &view) {
   return !view.name.is_favourites() || view.count != 0 || !view.name.group_name.empty();
 }
 
 json json_of_settings(const file_contents &contents) {
   json settings = json::object();
-  for (std::size_t i = 0; i < contents.settings.size(); ++i) {
-    settings[std::string(all_settings()[i].name)] = contents.settings[i];
+  for (const setting &each : all_settings()) {
+    settings[std::string(each.name)] = each.value(contents.list.settings);
   }
   return settings;
 }
 
-json json_of_view(const file_contents::view &view) {
+json json_of_view(const named_view &view) {
   json object = json_of(view.name);
   object["count"] = view.count;
   object["capacity"] = view.capacity;
   return object;
 }
 
-json json_of_group(const file_contents::group &group) { return {{"id", group.id}, {"name", group.name}}; }
+json json_of_group(const line_up_group &group) { return {{"id", group.id}, {"name", group.name}}; }
 
-json json_of_table(const file_contents::groups &table) {
+json json_of_table(const counted_groups &table) {
   return {{"table", table.table},
           {"count", table.count},
           {"capacity", table.capacity},
           {"groups", array_of(table.used, json_of_group)}};
 }
 
-json json_of_transponder(const file_contents::transponder &transponder) {
-  return {{"ts_id", transponder.ts_id},
-          {"frequency", transponder.frequency},
-          {"polarisation", transponder.polarisation == 0 ? "H" : "V"},
-          {"services", transponder.services}};
-}
-
-json json_of_network(const file_contents::network &network) {
+json json_of_network(const file_contents &contents, std::size_t place) {
+  json transponders = json::array();
+  for (std::size_t i = 0; i < contents.list.transponders.size(); ++i) {
+    if (const line_up_transponder &transponder = contents.list.transponders[i]; transponder.network == place) {
+      transponders.push_back({{"ts_id", transponder.ts_id},
+                              {"frequency", transponder.frequency},
+                              {"polarisation", polarisation_text(transponder.polarisation)},
+                              {"services", contents.services_on[i]}});
+    }
+  }
+  const line_up_network &network = contents.list.networks[place];
   return {{"net_index", network.net_index},
           {"network_id", network.network_id},
           {"name", network.name},
-          {"services", network.services()},
-          {"transponders", array_of(network.transponders, json_of_transponder)}};
+          {"services", contents.services_in[place]},
+          {"transponders", std::move(transponders)}};
 }
 
 json json_of_services(const file_contents &contents) {
-  json services = {{"total", contents.services()}};
+  json services = {{"total", contents.list.services.size()}};
   services["by_type"] = json::array();
   for (const auto &[type, count] : contents.services_by_type) {
     services["by_type"].push_back({{"service_type", type}, {"type", service_type_name(type)}, {"services", count}});
   }
-  for (const file_contents::flag_count &flag : contents.flags) {
-    services[std::string(flag.name)] = flag.services;
+  for (const std::string_view flag : flag_fields) {
+    services[std::string(flag)] = services_with(contents.list, field_named(flag));
   }
   return services;
 }
 
 json json_of_contents(const info_options &options, const file_contents &contents) {
+  json networks = json::array();
+  for (std::size_t place = 0; place < contents.list.networks.size(); ++place) {
+    networks.push_back(json_of_network(contents, place));
+  }
   return {{"file", options.file.string()},
           {"version", contents.version},
-          {"is_current", is_current(contents)},
+          {"is_current", contents.is_current()},
           {"bytes", contents.bytes},
           {"settings", json_of_settings(contents)},
-          {"views", array_of(contents.views, json_of_view)},
-          {"groups", array_of(contents.tables, json_of_table)},
+          {"views", array_of(views_of(contents.list), json_of_view)},
+          {"groups", array_of(tables_of(contents.list), json_of_table)},
           {"services", json_of_services(contents)},
-          {"networks", array_of(contents.networks, json_of_network)}};
+          {"networks", std::move(networks)}};
 }
 
 void print_heading(std::string_view heading) { fmt::print("{}\n", painted(heading, style::bold)); }
@@ -105,17 +182,17 @@ void print_row(std::string_view what, const std::string &value) { fmt::print("  
 
 void print_file(const info_options &options, const file_contents &contents) {
   fmt::print("{}: version {}, {}, {}\n", options.file.string(), contents.version, counted(contents.bytes, "byte"),
-             counted(contents.services(), "service"));
-  if (!is_current(contents)) {
+             counted(contents.list.services.size(), "service"));
+  if (!contents.is_current()) {
     fmt::print("An earlier version: chlist convert makes it current.\n");
   }
 }
 
 void print_settings(const file_contents &contents) {
   print_heading("Settings");
-  for (std::size_t i = 0; i < contents.settings.size(); ++i) {
-    const std::string value = text_of_value(contents.settings[i]);
-    print_row(all_settings()[i].title, value.empty() ? "-" : value);
+  for (const setting &each : all_settings()) {
+    const std::string value = text_of_value(each.value(contents.list.settings));
+    print_row(each.title, value.empty() ? "-" : value);
   }
 }
 
@@ -125,21 +202,21 @@ void print_services(const file_contents &contents) {
     print_row(service_type_name(type), std::to_string(count));
   }
   print_heading("Services by flag");
-  for (const file_contents::flag_count &flag : contents.flags) {
-    print_row(flag.name, std::to_string(flag.services));
+  for (const std::string_view flag : flag_fields) {
+    print_row(flag, std::to_string(services_with(contents.list, field_named(flag))));
   }
 }
 
 void print_views(const file_contents &contents) {
   print_heading("Views");
-  for (const file_contents::view &view : contents.views) {
-    if (is_told(view)) {
+  for (const named_view &view : views_of(contents.list)) {
+    if (is_worth_a_line(view)) {
       print_row(label_of(view.name), fmt::format("{} of {}", view.count, view.capacity));
     }
   }
 }
 
-std::string names_of(const std::vector<file_contents::group> &groups) {
+std::string names_of(const std::vector<line_up_group> &groups) {
   std::string names;
   for (std::size_t i = 0; i < std::min(groups.size(), most_names); ++i) {
     names += (i == 0 ? ": " : ", ") + harmless(groups[i].name);
@@ -149,7 +226,7 @@ std::string names_of(const std::vector<file_contents::group> &groups) {
 
 void print_groups(const file_contents &contents) {
   print_heading("Groups");
-  for (const file_contents::groups &table : contents.tables) {
+  for (const counted_groups &table : tables_of(contents.list)) {
     print_row(table.table, fmt::format("{} of {}{}", table.count, table.capacity, names_of(table.used)));
   }
 }
@@ -157,9 +234,10 @@ void print_groups(const file_contents &contents) {
 void print_networks(const file_contents &contents) {
   print_heading("Networks");
   text_table table({{"net", true}, {"network", true}, {"transponders", true}, {"services", true}, {"name", false}});
-  for (const file_contents::network &network : contents.networks) {
+  for (std::size_t place = 0; place < contents.list.networks.size(); ++place) {
+    const line_up_network &network = contents.list.networks[place];
     table.add({std::to_string(network.net_index), std::to_string(network.network_id),
-               std::to_string(network.transponders.size()), std::to_string(network.services()),
+               std::to_string(contents.transponders_in[place]), std::to_string(contents.services_in[place]),
                harmless(network.name)});
   }
   fmt::print("{}", table.text());

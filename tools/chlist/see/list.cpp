@@ -11,11 +11,12 @@
 
 #include "chlist/exchange/csv/csv.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_file.h"
-#include "chlist/files/faithful_load.h"
+#include "chlist/fields/service_fields.h"
+#include "chlist/files/file_line_up.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/selection.h"
+#include "chlist/report.h"
 #include "chlist/see/listing.h"
-#include "chlist/service/columns.h"
-#include "chlist/service/selection.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -37,23 +38,23 @@ struct list_options {
   bool as_json = false;
 };
 
-using columns_shown = std::vector<const column *>;
-using rows_shown = std::vector<listed_service>;
+using columns_shown = std::vector<const field *>;
+using rows_shown = std::vector<service_row>;
 
 columns_shown chosen_columns(const list_options &options, const rows_shown &rows) {
   if (!options.columns.empty()) {
-    return columns_named(options.columns);
+    return fields_named(options.columns);
   }
   columns_shown columns;
   if (options.format != "table") {
-    for (const column &each : all_columns()) {
+    for (const field &each : service_fields()) {
       columns.push_back(&each);
     }
     return columns;
   }
-  columns = columns_named(columns_of_tables);
-  if (std::ranges::any_of(rows, [](const listed_service &row) { return row.entry->minor_ch_num != 0; })) {
-    columns.insert(columns.begin() + 1, &column_named("minor"));
+  columns = fields_named(columns_of_tables);
+  if (std::ranges::any_of(rows, [](const service_row &row) { return row.entry->number.minor != 0; })) {
+    columns.insert(columns.begin() + 1, &field_named("minor"));
   }
   return columns;
 }
@@ -64,21 +65,21 @@ std::string cell_of(const json &value) {
   return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) ? text : harmless(text);
 }
 
-std::vector<std::string> cells_of(const listed_service &row, const columns_shown &columns) {
+std::vector<std::string> cells_of(const service_row &row, const columns_shown &columns) {
   std::vector<std::string> cells;
-  for (const column *each : columns) {
-    cells.push_back(cell_of(each->value(row)));
+  for (const field *each : columns) {
+    cells.push_back(cell_of(each->get(row)));
   }
   return cells;
 }
 
 void print_table(const list_options & /*options*/, const rows_shown &rows, const columns_shown &columns) {
   std::vector<text_table::column> titles;
-  for (const column *each : columns) {
-    titles.push_back({std::string(each->title), each->is_number});
+  for (const field *each : columns) {
+    titles.push_back({std::string(each->title), each->is_number()});
   }
   text_table table(std::move(titles));
-  for (const listed_service &row : rows) {
+  for (const service_row &row : rows) {
     table.add(cells_of(row, columns));
   }
   fmt::print("{}", table.text());
@@ -86,11 +87,11 @@ void print_table(const list_options & /*options*/, const rows_shown &rows, const
 
 void print_csv(const list_options & /*options*/, const rows_shown &rows, const columns_shown &columns) {
   std::vector<std::string> names;
-  for (const column *each : columns) {
+  for (const field *each : columns) {
     names.emplace_back(each->name);
   }
   std::string text = csv_line(names);
-  for (const listed_service &row : rows) {
+  for (const service_row &row : rows) {
     text += csv_line(cells_of(row, columns));
   }
   fmt::print("{}", text);
@@ -98,10 +99,10 @@ void print_csv(const list_options & /*options*/, const rows_shown &rows, const c
 
 void print_as_json(const list_options &options, const rows_shown &rows, const columns_shown &columns) {
   json entries = json::array();
-  for (const listed_service &row : rows) {
+  for (const service_row &row : rows) {
     json object = json::object();
-    for (const column *each : columns) {
-      object[std::string(each->name)] = each->value(row);
+    for (const field *each : columns) {
+      object[std::string(each->name)] = each->get(row);
     }
     entries.push_back(std::move(object));
   }
@@ -117,7 +118,7 @@ constexpr list_format formats[] = {{"table", print_table}, {"csv", print_csv}, {
 
 void print_columns_there_are() {
   text_table table({{"column", false}, {"what it is", false}});
-  for (const column &each : all_columns()) {
+  for (const field &each : service_fields()) {
     table.add({std::string(each.name), std::string(each.about)});
   }
   fmt::print("{}", table.text());
@@ -130,12 +131,15 @@ int list_file(const list_options &options) {
   }
   const channel_file input(options.file);
   input.must_be_current();
-  load_faithfully(input);
-  const std::int8_t view = view_named(options.view);
+  const file_records records(input.bytes());
+  must_be_whole(input, records);
+  line_up list = line_up_of(records.list());
+  const std::int8_t view = view_named(list, options.view);
   if (!options.sort.empty()) {
-    sort_view(view, options.sort);
+    sort_view(records.list(), view, options.sort);
+    list = line_up_of(records.list());
   }
-  const rows_shown rows = filtered(view, filters);
+  const rows_shown rows = filtered(list, view, filters);
   const columns_shown columns = chosen_columns(options, rows);
   print_report([&] { std::ranges::find(formats, options.format, &list_format::name)->print(options, rows, columns); });
   return exit_done;

@@ -1,24 +1,21 @@
 // `chlist show`: one service, where it hangs in the hierarchy, and every entry that shows it.
 #include "chlist/commands.h"
 
-#include <channel/views.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "channel/store/hierarchy.h"
 #include "chlist/exit_codes.h"
-#include "chlist/files/channel_file.h"
-#include "chlist/files/faithful_load.h"
-#include "chlist/service/columns.h"
-#include "chlist/service/names.h"
-#include "chlist/service/selection.h"
+#include "chlist/fields/service_fields.h"
+#include "chlist/files/file_line_up.h"
+#include "chlist/line_up/selection.h"
+#include "chlist/report.h"
 #include "chlist/terminal.h"
-#include "chlist/text/broadcast_text.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -35,133 +32,134 @@ struct show_options {
 
 struct shown_entry {
   view_name view;
-  std::size_t position = 0;
-  const virtual_channel_st *entry = nullptr;
+  service_row row;
 };
 
-std::vector<shown_entry> entries_of(const channel_st &service) {
-  std::vector<shown_entry> found;
-  for (const list_view &view : views_of(*get_channel_list())) {
-    const auto entries = view.entries();
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-      if (entries[i].rch == &service) {
-        found.push_back({view.name, i, &entries[i]});
+// A service, the records that it hangs from, whatever its own fields say, and every entry that shows it.
+struct shown_service {
+  const line_up &list;
+  std::size_t place;
+
+  [[nodiscard]] const line_up_service &service() const { return list.services[place]; }
+  [[nodiscard]] service_row row() const { return {&list, &service()}; }
+  [[nodiscard]] const line_up_transponder &transponder() const { return list.transponders[service().transponder]; }
+  [[nodiscard]] const line_up_network &network() const { return list.networks[transponder().network]; }
+  [[nodiscard]] std::size_t services_beside() const {
+    return static_cast<std::size_t>(
+        std::ranges::count(list.services, service().transponder, &line_up_service::transponder));
+  }
+  [[nodiscard]] std::size_t transponders_beside() const {
+    return static_cast<std::size_t>(
+        std::ranges::count(list.transponders, transponder().network, &line_up_transponder::network));
+  }
+  [[nodiscard]] std::vector<shown_entry> entries() const {
+    std::vector<shown_entry> found;
+    for (const named_view &view : views_of(list)) {
+      for (std::size_t i = 0; i < view.entries.size(); ++i) {
+        if (view.entries[i].service == place) {
+          found.push_back({view.name, {&list, &service(), &view.entries[i], i}});
+        }
       }
     }
+    return found;
   }
-  return found;
-}
+};
 
-// The records that a service hangs from, whatever its own fields say.
-std::pair<const network_ch_st *, const tp_ch_st *> place_of(const channel_st &service) {
-  for (const auto [network, transponder, each] : channel::all_services_of(get_channel_list()->network_list)) {
-    if (&each == &service) {
-      return {&network, &transponder};
-    }
-  }
-  return {};
-}
-
-bool is_of_entry(const column &each) {
-  static constexpr std::string_view of_entries[] = {"position", "number", "minor", "tag", "favourite_key"};
-  return std::ranges::find(of_entries, each.name) != std::end(of_entries);
-}
-
-json json_of_service(const channel_st &service) {
-  json object = {{"identity", identity_text(service)}};
-  for (const column &each : all_columns()) {
-    if (!is_of_entry(each)) {
-      object[std::string(each.name)] = each.value({nullptr, &service, 0});
+json json_of_service(const shown_service &shown) {
+  json object = {{"identity", identity_text(shown.service().id())}};
+  for (const field &each : service_fields()) {
+    if (each.owner != field_owner::entry) {
+      object[std::string(each.name)] = each.get(shown.row());
     }
   }
   return object;
 }
 
-json json_of_transponder(const tp_ch_st &transponder) {
+json json_of_transponder(const shown_service &shown) {
+  const line_up_transponder &transponder = shown.transponder();
   return {{"ts_id", transponder.ts_id},
           {"frequency", transponder.frequency},
-          {"polarisation", transponder.polarisation == 0 ? "H" : "V"},
-          {"services", transponder.rch_num}};
+          {"polarisation", polarisation_text(transponder.polarisation)},
+          {"services", shown.services_beside()}};
 }
 
-json json_of_network(const network_ch_st &network) {
+json json_of_network(const shown_service &shown) {
+  const line_up_network &network = shown.network();
   return {{"net_index", network.net_index},
           {"network_id", network.network_id},
-          {"name", name_in(network.network_name)},
-          {"transponders", network.tp_num}};
+          {"name", network.name},
+          {"transponders", shown.transponders_beside()}};
 }
 
 json json_of_entry(const shown_entry &shown) {
   json object = json_of(shown.view);
-  for (const column &each : all_columns()) {
-    if (is_of_entry(each)) {
-      object[std::string(each.name)] = each.value({shown.entry, shown.entry->rch, shown.position});
+  for (const field &each : service_fields()) {
+    if (each.owner == field_owner::entry) {
+      object[std::string(each.name)] = each.get(shown.row);
     }
   }
   return object;
 }
 
-json json_of_show(const show_options &options, const channel_st &service) {
-  const auto [network, transponder] = place_of(service);
+json json_of_show(const show_options &options, const shown_service &shown) {
   return {{"file", options.file.string()},
-          {"service", json_of_service(service)},
-          {"transponder", json_of_transponder(*transponder)},
-          {"network", json_of_network(*network)},
-          {"entries", array_of(entries_of(service), json_of_entry)}};
+          {"service", json_of_service(shown)},
+          {"transponder", json_of_transponder(shown)},
+          {"network", json_of_network(shown)},
+          {"entries", array_of(shown.entries(), json_of_entry)}};
 }
 
 void print_field(std::string_view title, const std::string &value) { fmt::print("  {:<16}{}\n", title, value); }
 
 // What is not set is not shown.
-void print_service(const channel_st &service) {
-  fmt::print("{}\n", painted(harmless(name_in(service.name[0].text)), style::bold));
-  print_field("identity", identity_text(service));
-  for (const column &each : all_columns()) {
-    const std::string value = is_of_entry(each) ? "" : text_of_value(each.value({nullptr, &service, 0}));
+void print_service(const shown_service &shown) {
+  fmt::print("{}\n", painted(harmless(shown.service().name), style::bold));
+  print_field("identity", identity_text(shown.service().id()));
+  for (const field &each : service_fields()) {
+    const std::string value = each.owner == field_owner::entry ? "" : text_of_value(each.get(shown.row()));
     if (!value.empty()) {
       print_field(each.title, harmless(value));
     }
   }
 }
 
-void print_place(const channel_st &service) {
-  const auto [network, transponder] = place_of(service);
+void print_place(const shown_service &shown) {
+  const line_up_transponder &transponder = shown.transponder();
+  const line_up_network &network = shown.network();
   fmt::print("{}\n", painted("Transponder", style::bold));
-  print_field("ts", std::to_string(transponder->ts_id));
-  print_field("frequency", fmt::format("{} {}", transponder->frequency, transponder->polarisation == 0 ? 'H' : 'V'));
-  print_field("services", std::to_string(transponder->rch_num));
+  print_field("ts", std::to_string(transponder.ts_id));
+  print_field("frequency", fmt::format("{} {}", transponder.frequency, polarisation_text(transponder.polarisation)));
+  print_field("services", std::to_string(shown.services_beside()));
   fmt::print("{}\n", painted("Network", style::bold));
-  print_field("name", harmless(name_in(network->network_name)));
-  print_field("net", std::to_string(network->net_index));
-  print_field("network", std::to_string(network->network_id));
-  print_field("transponders", std::to_string(network->tp_num));
+  print_field("name", harmless(network.name));
+  print_field("net", std::to_string(network.net_index));
+  print_field("network", std::to_string(network.network_id));
+  print_field("transponders", std::to_string(shown.transponders_beside()));
 }
 
-void print_entries(const channel_st &service) {
-  const std::vector<shown_entry> entries = entries_of(service);
+void print_entries(const shown_service &shown) {
+  const std::vector<shown_entry> entries = shown.entries();
   if (entries.empty()) {
     fmt::print("In no view.\n");
     return;
   }
   text_table table({{"view", false}, {"number", true}, {"position", true}, {"tag", true}, {"favourite key", true}});
-  for (const shown_entry &each : entries) {
-    table.add({label_of(each.view), number_text_of(*each.entry), std::to_string(each.position),
-               std::to_string(each.entry->vch_tag), std::to_string(each.entry->favorite_id)});
+  for (const auto &[view, row] : entries) {
+    table.add({label_of(view), text_of(row.entry->number), std::to_string(row.position), std::to_string(row.entry->tag),
+               std::to_string(row.entry->favourite_key)});
   }
   fmt::print("{}", table.text());
 }
 
-void print_show(const channel_st &service) {
-  print_service(service);
-  print_place(service);
-  print_entries(service);
+void print_show(const shown_service &shown) {
+  print_service(shown);
+  print_place(shown);
+  print_entries(shown);
 }
 
 int run_show(const show_options &options) {
-  const channel_file input(options.file);
-  input.must_be_current();
-  load_faithfully(input);
-  const channel_st &service = service_named(options.service, view_named(options.view));
+  const line_up list = line_up_in(channel_file(options.file));
+  const shown_service service = {list, service_named(list, options.service, view_named(list, options.view))};
   print_report([&] {
     if (options.as_json) {
       print_json(json_of_show(options, service));

@@ -9,7 +9,7 @@
 
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/list_line_up.h"
+#include "chlist/exchange/list_exchange.h"
 #include "tool/exchange/line_ups.h"
 
 namespace tool_test::csv {
@@ -29,17 +29,17 @@ class CsvLineUp : public tool_test::line_up_test {
   // The line-up through the list in memory and a file.
   line_up through_a_file(const line_up &given, const std::string &columns = "") {
     EXPECT_TRUE(fill_list(given, lost).is_whole());
-    const line_up taken = take_line_up(lost);
+    const line_up taken = take_line_up(list, lost);
     const std::string text = write_csv(taken, {.columns = columns, .url = "", .is_by_favourites = false}, lost)[0].text;
     EXPECT_TRUE(fill_list(read(text), lost).is_whole());
-    return take_line_up(lost);
+    return take_line_up(list, lost);
   }
 
   // What the chosen columns do not carry of a list.
   row_list losses_of_columns(const line_up &given, const std::string &columns) {
     chlist::loss_counts of_writing;
     fill_list(given, lost);
-    write_csv(take_line_up(lost), {.columns = columns, .url = "", .is_by_favourites = false}, of_writing);
+    write_csv(take_line_up(list, lost), {.columns = columns, .url = "", .is_by_favourites = false}, of_writing);
     return losses(of_writing);
   }
 

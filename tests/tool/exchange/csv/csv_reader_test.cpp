@@ -59,19 +59,20 @@ TEST_F(CsvLineUp, ARowThatCannotBeReadIsSkipped) {
 }
 
 TEST_F(CsvLineUp, CellsThatCannotBeReadSayWhy) {
-  EXPECT_EQ(skipped("number", "x"), "number 'x' is not a number");
-  EXPECT_EQ(skipped("number", "32768"), "number '32768' is not within 0..32767");
+  EXPECT_EQ(skipped("number", "x"), "number=\"x\": VALUE is -32768 to 32767");
+  EXPECT_EQ(skipped("number", "32768"), "number=\"32768\": VALUE is -32768 to 32767");
   EXPECT_EQ(skipped("number", "32767"), "");
   EXPECT_EQ(skipped("number", "-32768"), "");
-  EXPECT_EQ(skipped("number", "-32769"), "number '32769' is not within 0..32768");
-  EXPECT_EQ(skipped("net_index", "256"), "net_index '256' is not within 0..255");
+  EXPECT_EQ(skipped("number", "-32769"), "number=\"-32769\": VALUE is -32768 to 32767");
+  EXPECT_EQ(skipped("net_index", "256"), "net_index=\"256\": VALUE is 0 to 255");
   EXPECT_EQ(skipped("net_index", "255"), "");
-  EXPECT_EQ(skipped("video_pid", "65536"), "video_pid '65536' is not within 0..65535");
-  EXPECT_EQ(skipped("video_pid", "65535"), "");
-  EXPECT_EQ(skipped("polarisation", "X"), "polarisation 'X' is none of H, V, L and R");
-  EXPECT_EQ(skipped("polarisation", "HV"), "polarisation 'HV' is none of H, V, L and R");
-  EXPECT_EQ(skipped("locked", "maybe"), "locked 'maybe' is neither yes nor no");
-  EXPECT_EQ(skipped("type", "Televison"), "type 'Televison' is unknown");
+  EXPECT_EQ(skipped("video_pid", "8192"), "video_pid=\"8192\": VALUE is 0 to 8191, or none");
+  EXPECT_EQ(skipped("video_pid", "8191"), "");
+  EXPECT_EQ(skipped("video_pid", "none"), "");
+  EXPECT_EQ(skipped("polarisation", "X"), "polarisation=\"X\": VALUE is H, V or 0 to 255");
+  EXPECT_EQ(skipped("polarisation", "HV"), "polarisation=\"HV\": VALUE is H, V or 0 to 255");
+  EXPECT_EQ(skipped("locked", "maybe"), "locked=\"maybe\": VALUE is yes or no");
+  EXPECT_EQ(skipped("type", "Televison"), "type=\"Televison\": VALUE is a name as TV, radio or HD TV, or 0 to 255");
   EXPECT_EQ(skipped("name", std::string("a\0b", 3)), "holds a NUL byte");
 }
 

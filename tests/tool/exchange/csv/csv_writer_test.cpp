@@ -30,7 +30,7 @@ TEST_F(CsvLineUp, OnlyTheColumnsThatAreNamedAreWritten) {
   service.provider = "Meridian";
   fill_list(line_up_of({service}), lost);
 
-  const line_up taken = take_line_up(lost);
+  const line_up taken = take_line_up(list, lost);
   const std::string text =
       write_csv(taken, {.columns = "service_id,name,locked", .url = "", .is_by_favourites = false}, lost)[0].text;
 
@@ -75,8 +75,8 @@ TEST_F(CsvLineUp, EachComponentTagHasAColumnOfItsOwn) {
 }
 
 TEST_F(CsvLineUp, FrequenciesThatAnImportRefusesAreCounted) {
-  for (const auto &[frequency, count] :
-       std::vector<std::pair<std::int64_t, std::size_t>>{{-1, 1}, {0, 0}, {4'294'967'295, 0}, {4'294'967'296, 1}}) {
+  for (const auto &[frequency, count] : std::vector<std::pair<std::int64_t, std::size_t>>{
+           {-1, 1}, {0, 1}, {1, 0}, {4'294'967'295, 0}, {4'294'967'296, 1}}) {
     line_up_service service = service_named("", 1);
     service.fields.frequency = frequency;
     service.fields.net_index = 1;
@@ -85,7 +85,7 @@ TEST_F(CsvLineUp, FrequenciesThatAnImportRefusesAreCounted) {
     fill_list(line_up_of({service_named("", 1)}), lost);
     write_csv(line_up_of({service}), {}, of_writing);
 
-    const row_list expected(count, "frequencies outside 0..4294967295: 1");
+    const row_list expected(count, "frequencies outside 1..4294967295: 1");
     EXPECT_EQ(losses(of_writing), expected) << frequency;
   }
 }

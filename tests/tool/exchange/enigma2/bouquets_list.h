@@ -37,7 +37,7 @@ inline std::string order_of(const line_up &list) {
 // "Name: A1 A2"
 inline std::string favourites_of(const line_up &list, const favourite_group &group) {
   std::string text = group.name + ":";
-  for (const favourite_group::entry &entry : group.entries) {
+  for (const chlist::line_up_entry &entry : group.entries) {
     text += " " + list.services.at(entry.service).name;
   }
   return text;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/list_line_up.h"
+#include "chlist/exchange/list_exchange.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "tool/exchange/line_ups.h"
 
@@ -35,7 +35,7 @@ class VdrWriter : public tool_test::line_up_test {
     chlist::loss_counts of_reading;
     const line_up read = line_up_of(chlist::parse_vdr_channels_conf(text_of(given)), of_reading);
     EXPECT_TRUE(fill_list(read, of_reading).is_whole());
-    return take_line_up(of_reading);
+    return take_line_up(list, of_reading);
   }
 
   static line_up line_up_of(chlist::vdr_line_up parsed, chlist::loss_counts &lost) {

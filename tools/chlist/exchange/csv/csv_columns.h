@@ -1,22 +1,23 @@
-// The columns of CSV that an import takes, and what they set.
+// The columns of CSV that an import takes: fields of services, and where ALL and the favourites show them.
 #pragma once
 
 #include <span>
 #include <string_view>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/fields/service_fields.h"
 
 namespace chlist {
 
 struct csv_column {
   std::string_view name;
-  // Throws bad_line, with the name of the column in its reason, when the text cannot be read.
-  void (*set)(line_up_service &service, std::string_view text, std::string_view name);
   bool is_needed = false;
 };
 
 // In the order in which they are set.
 std::span<const csv_column> csv_columns();
+
+// Throws bad_line when the text is none of the column's values.
+void set_column(line_up_service &service, const csv_column &column, std::string_view text);
 
 inline constexpr std::string_view favourites_column = "favourites";
 

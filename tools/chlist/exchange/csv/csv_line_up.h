@@ -15,7 +15,7 @@ line_up read_csv(const std::filesystem::path &path, loss_counts &lost);
 // The same from text. Throws std::runtime_error when the header does not tell what services are known by.
 line_up line_up_of_csv(std::string_view text, loss_counts &lost);
 
-// A line for each service of the line-up, which is that of the list in memory.
+// A line for each service of the line-up.
 std::vector<made_file> write_csv(const line_up &list, const write_options &options, loss_counts &lost);
 
 bool is_like_csv(const std::filesystem::path &path, std::string_view beginning);

@@ -13,8 +13,8 @@
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/service_losses.h"
+#include "chlist/fields/pids.h"
 #include "chlist/files/input_file.h"
-#include "chlist/service/pids.h"
 
 namespace chlist {
 namespace {
@@ -113,7 +113,7 @@ class row_reader {
         throw bad_line("holds a NUL byte");
       }
       if (!cell.empty()) {
-        column->set(service, cell, column->name);
+        set_column(service, *column, cell);
         has_type = has_type || column->name == "type" || column->name == "service_type";
       } else if (column->is_needed) {
         throw bad_line(fmt::format("has no {}", column->name));

@@ -1,6 +1,4 @@
-// Values are those of the tool's columns; texts come whole from the line-up.
-#include <channel/channel.h>
-
+// Values are those of the table of fields.
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
@@ -13,21 +11,10 @@
 #include "chlist/exchange/csv/csv_columns.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/service_traits.h"
-#include "chlist/service/columns.h"
+#include "chlist/fields/pids.h"
 
 namespace chlist {
 namespace {
-
-struct text_column {
-  std::string_view name;
-  std::string line_up_service::*text;
-};
-
-constexpr text_column text_columns[] = {
-    {"name", &line_up_service::name},         {"short_name", &line_up_service::short_name},
-    {"provider", &line_up_service::provider}, {"genre", &line_up_service::genre},
-    {"country", &line_up_service::country},   {"network_name", &line_up_service::source},
-};
 
 // What carries what, for the columns that are chosen.
 struct carrying_column {
@@ -74,19 +61,19 @@ constexpr carrying_column carrying[] = {
     {favourites_column, trait::favourites},
 };
 
-using columns = std::vector<const column *>;
+using columns = std::vector<const field *>;
 
 bool is_among(const columns &written, std::string_view name) {
-  return std::ranges::find(written, name, &column::name) != written.end();
+  return std::ranges::find(written, name, &field::name) != written.end();
 }
 
 // All that an import takes, unless some are named.
 columns chosen(const std::string &names) {
   if (!names.empty()) {
-    return columns_named(names);
+    return fields_named(names);
   }
   columns all;
-  for (const column &each : all_columns()) {
+  for (const field &each : service_fields()) {
     if (std::ranges::find(csv_columns(), each.name, &csv_column::name) != csv_columns().end()) {
       all.push_back(&each);
     }
@@ -94,44 +81,32 @@ columns chosen(const std::string &names) {
   return all;
 }
 
-// The services of the list in memory in the order of the line-up.
-std::vector<listed_service> services_in_order() {
-  std::vector<listed_service> services;
-  std::unordered_set<const channel_st *> seen;
-  for (const listed_service &listed : listed_in(VIEW_ALL)) {
-    if (listed.service != nullptr && seen.insert(listed.service).second) {
-      services.push_back(listed);
-    }
-  }
-  for (const channel_st *service : services_of(*get_channel_list())) {
-    if (seen.insert(service).second) {
-      services.push_back({nullptr, service, 0});
-    }
-  }
-  return services;
-}
-
 class writer {
  public:
-  explicit writer(const line_up &list) : list_(list), groups_(list.services.size()) {
+  explicit writer(const line_up &list) : list_(list), groups_(list.services.size()), entries_(list.services.size()) {
     for (const favourite_group &group : list.favourites) {
-      for (const favourite_group::entry &entry : group.entries) {
+      for (const line_up_entry &entry : group.entries) {
         std::string &names = groups_[entry.service];
         names += (names.empty() ? "" : std::string(1, csv_group_separator)) + group.name;
       }
+    }
+    std::size_t position = 0;
+    for (const line_up_entry &entry : list.view(view_kind::all).entries) {
+      if (entry.service != nowhere && entries_[entry.service].entry == nullptr) {
+        entries_[entry.service] = {&entry, position};
+      }
+      ++position;
     }
   }
 
   std::string write(const columns &shown) {
     std::vector<std::string> cells;
-    std::ranges::transform(shown, std::back_inserter(cells),
-                           [](const column *each) { return std::string(each->name); });
+    std::ranges::transform(shown, std::back_inserter(cells), [](const field *each) { return std::string(each->name); });
     std::string text = csv_line(cells);
-    const std::vector<listed_service> services = services_in_order();
-    for (std::size_t i = 0; i < services.size(); ++i) {
+    for (std::size_t at = 0; at < list_.services.size(); ++at) {
       cells.clear();
-      for (const column *each : shown) {
-        cells.push_back(cell_of(*each, services[i], i));
+      for (const field *each : shown) {
+        cells.push_back(cell_of(*each, at));
       }
       text += csv_line(cells);
     }
@@ -139,19 +114,32 @@ class writer {
   }
 
  private:
-  [[nodiscard]] std::string cell_of(const column &shown, const listed_service &listed, std::size_t at) const {
+  struct placed {
+    const line_up_entry *entry = nullptr;
+    std::size_t position = 0;
+  };
+
+  [[nodiscard]] std::string cell_of(const field &shown, std::size_t at) const {
+    const line_up_service &service = list_.services[at];
     if (shown.name == favourites_column) {
       return groups_[at];
     }
-    if (shown.name == "number" && listed.entry == nullptr) {
-      return std::string(csv_unlisted);
+    if (shown.name == "number" || shown.name == "minor") {
+      return number_cell(service, shown.name == "minor");
     }
-    const auto *const text = std::ranges::find(text_columns, shown.name, &text_column::name);
-    return text != std::end(text_columns) ? list_.services[at].*text->text : text_of_value(shown.value(listed));
+    return text_of_value(shown.get({&list_, &service, entries_[at].entry, entries_[at].position}));
+  }
+
+  static std::string number_cell(const line_up_service &service, bool is_minor) {
+    if (!service.is_listed) {
+      return std::string(is_minor ? std::string_view() : csv_unlisted);
+    }
+    return service.number ? std::to_string(is_minor ? service.number->minor : service.number->major) : "";
   }
 
   const line_up &list_;
   std::vector<std::string> groups_;
+  std::vector<placed> entries_;  // of ALL, by service
 };
 
 // A minor number is read behind its major one only.
@@ -165,12 +153,18 @@ std::vector<trait> traits_carried(const columns &written) {
   return carried;
 }
 
+bool has_odd_pid(const channel_st &fields) {
+  const auto is_beyond = [](std::uint16_t pid) { return pid != unset_pid && pid > largest_pid; };
+  return is_beyond(fields.pmt_pid) || is_beyond(fields.pcr_pid) || is_beyond(fields.video_pid) ||
+         is_beyond(fields.video_ecm_pid) || is_beyond(fields.audio_pid);
+}
+
 void count_services(const line_up &list, loss_counts &lost) {
   constexpr std::int64_t largest_frequency = std::numeric_limits<std::uint32_t>::max();
   for (const line_up_service &service : list.services) {
     const std::int64_t frequency = service.fields.frequency;
-    lost.add("frequencies outside 0..4294967295", frequency < 0 || frequency > largest_frequency ? 1 : 0);
-    lost.add("polarisations other than 0 and 1", service.fields.polarisation > 1 ? 1 : 0);
+    lost.add("frequencies outside 1..4294967295", frequency < 1 || frequency > largest_frequency ? 1 : 0);
+    lost.add("PIDs beyond 8191, which are not read again", has_odd_pid(service.fields) ? 1 : 0);
     lost.add("network indexes of 0", service.fields.net_index == 0 ? 1 : 0);
   }
 }
@@ -184,7 +178,7 @@ void count_favourites(const line_up &list, loss_counts &lost) {
     lost.add("favourite groups without a name, or with ';' in it",
              group.name.empty() || group.name.find(csv_group_separator) != std::string::npos ? 1 : 0);
     lost.add("favourite groups in an order of their own",
-             std::ranges::is_sorted(group.entries, {}, &favourite_group::entry::service) ? 0 : 1);
+             std::ranges::is_sorted(group.entries, {}, &line_up_entry::service) ? 0 : 1);
   }
   const auto first = [](const favourite_group &group) {
     return group.entries.empty() ? std::size_t{0} : group.entries.front().service;

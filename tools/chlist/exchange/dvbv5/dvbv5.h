@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "chlist/exchange/formats.h"
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

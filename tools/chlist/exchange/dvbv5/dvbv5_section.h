@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 #include "chlist/exchange/reception.h"
 
 namespace chlist {

@@ -15,7 +15,7 @@
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/service_reference.h"
 #include "chlist/exchange/formats.h"
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

@@ -202,7 +202,7 @@ class arrangement {
     for (const bouquet &each : bouquets) {
       favourite_group group{.name = each.name, .entries = {}};
       std::ranges::transform(each.entries, std::back_inserter(group.entries), [&](const bouquet::entry &entry) {
-        return favourite_group::entry{places_[entry.service], {}};
+        return line_up_entry{places_[entry.service], {}};
       });
       made.favourites.push_back(std::move(group));
     }

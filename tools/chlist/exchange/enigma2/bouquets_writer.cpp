@@ -71,7 +71,7 @@ class writer {
     lost_.add("places of favourite groups among those of radio alone", !is_radio && has_radio_groups_ ? 1 : 0);
     has_radio_groups_ = has_radio_groups_ || is_radio;
     std::string text = fmt::format("#NAME {}\n", name);
-    for (const favourite_group::entry &entry : group.entries) {
+    for (const line_up_entry &entry : group.entries) {
       text += "#SERVICE " + line_of(entry.service);
       const bool is_own =
           entry.number == channel_number{} || entry.number == channel_number{numbers_read_[entry.service]};

@@ -146,7 +146,7 @@ std::vector<std::string> groups_of(const line_up &list, bool is_by_favourites) {
   std::ranges::transform(list.services, std::back_inserter(groups),
                          [=](const line_up_service &s) { return is_by_favourites ? "" : s.provider; });
   for (const favourite_group &group : list.favourites) {
-    for (const favourite_group::entry &entry : group.entries) {
+    for (const line_up_entry &entry : group.entries) {
       if (is_by_favourites) {
         std::string &names = groups[entry.service];
         names += (names.empty() ? "" : ";") + group.name;

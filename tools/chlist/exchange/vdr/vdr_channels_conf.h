@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 
 namespace chlist {
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "chlist/exchange/line_up.h"
+#include "chlist/exchange/loss_counts.h"
 #include "chlist/exchange/vdr/vdr_channels_conf.h"
 
 namespace chlist {

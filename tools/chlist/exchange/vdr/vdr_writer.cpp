@@ -14,7 +14,7 @@
 #include "chlist/exchange/service_traits.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
-#include "chlist/service/pids.h"
+#include "chlist/fields/pids.h"
 
 namespace chlist {
 namespace {

@@ -1,0 +1,419 @@
+// Holds two line-ups against each other, record by record.
+#include "chlist/line_up/difference.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <unordered_map>
+
+#include "chlist/fields/service_fields.h"
+#include "chlist/fields/settings.h"
+#include "chlist/line_up/moved.h"
+#include "chlist/line_up/pairing.h"
+#include "chlist/line_up/selection.h"
+#include "chlist/report.h"
+
+namespace chlist {
+namespace {
+
+void note(std::vector<field_change> &fields, std::string_view name, std::string_view title, const json &before,
+          const json &after) {
+  if (before != after) {
+    fields.push_back({name, title, std::nullopt, before, after});
+  }
+}
+
+// The fields that make a service what it is. Those of its entries and of its network are compared by themselves; the
+// number of a service type says no more than its name.
+bool is_compared(const field &each) {
+  return each.owner != field_owner::entry && each.name != "favourites" && each.name != "network_name" &&
+         each.name != "service_type";
+}
+
+// A group's name that differs while its id does not is a group that was renamed: that is told of the group.
+std::string_view id_behind(std::string_view name) {
+  constexpr std::pair<std::string_view, std::string_view> named_by_id[] = {
+      {"provider", "provider_id"}, {"genre", "genre_id"}, {"country", "country_id"}};
+  const auto *const found = std::ranges::find(named_by_id, name, [](const auto &pair) { return pair.first; });
+  return found != std::end(named_by_id) ? found->second : std::string_view{};
+}
+
+// The entries of a line-up by the services that they show, and its views by name.
+class shown_entries {
+ public:
+  explicit shown_entries(const line_up &list) : list_(list), views_(views_of(list)), entries_(list.services.size()) {
+    for (std::size_t view = 0; view < views_.size(); ++view) {
+      for (const line_up_entry &entry : views_[view].entries) {
+        if (entry.service != nowhere) {
+          entries_[entry.service].push_back({view, &entry});
+        }
+      }
+    }
+  }
+
+  [[nodiscard]] const line_up &list() const { return list_; }
+  [[nodiscard]] const std::vector<named_view> &views() const { return views_; }
+
+  // What the entries of a service show in each view: nothing, a value, or the values of several entries.
+  [[nodiscard]] std::map<std::size_t, json> values(std::size_t service, const field &which) const {
+    std::map<std::size_t, json> values;
+    for (const auto &[view, entry] : entries_[service]) {
+      json shown = which.get({&list_, &list_.services[service], entry});
+      json &value = values[view];
+      if (value.is_null()) {
+        value = std::move(shown);
+      } else {
+        value = value.is_array() ? value : json::array({value});
+        value.push_back(std::move(shown));
+      }
+    }
+    return values;
+  }
+
+ private:
+  struct place {
+    std::size_t view;
+    const line_up_entry *entry;
+  };
+
+  const line_up &list_;
+  std::vector<named_view> views_;
+  std::vector<std::vector<place>> entries_;
+};
+
+using shown_values = std::map<std::size_t, json>;
+
+json value_in(const shown_values &values, std::size_t view) {
+  const auto found = values.find(view);
+  return found != values.end() ? found->second : json();
+}
+
+// Views of both line-ups have the same names: those of the second.
+class service_comparison {
+ public:
+  service_comparison(const line_up &before, const line_up &after) : before_(before), after_(after) {}
+
+  [[nodiscard]] std::vector<field_change> added(std::size_t service) const {
+    std::vector<field_change> fields;
+    note_by_view(fields, field_named("number"), {}, after_.values(service, field_named("number")));
+    return fields;
+  }
+  [[nodiscard]] std::vector<field_change> removed(std::size_t service) const {
+    std::vector<field_change> fields;
+    note_by_view(fields, field_named("number"), before_.values(service, field_named("number")), {});
+    return fields;
+  }
+  [[nodiscard]] std::vector<field_change> changed(std::size_t was, std::size_t is) const {
+    std::vector<field_change> fields;
+    note_own(fields, was, is);
+    for (const std::string_view name : {"number", "minor", "tag", "favourite_key"}) {
+      const field &which = field_named(name);
+      note_by_view(fields, which, before_.values(was, which), after_.values(is, which));
+    }
+    return fields;
+  }
+
+ private:
+  void note_own(std::vector<field_change> &fields, std::size_t was, std::size_t is) const {
+    const service_row before = {&before_.list(), &before_.list().services[was]};
+    const service_row after = {&after_.list(), &after_.list().services[is]};
+    for (const field &each : service_fields()) {
+      const std::string_view id = id_behind(each.name);
+      if (is_compared(each) && (id.empty() || field_named(id).get(before) != field_named(id).get(after))) {
+        note(fields, each.name, each.title, each.get(before), each.get(after));
+      }
+    }
+  }
+
+  // What an entry has beside its number is told of views that have the service before and after.
+  void note_by_view(std::vector<field_change> &fields, const field &which, const shown_values &was,
+                    const shown_values &is) const {
+    const bool is_number = which.name == "number";
+    for (std::size_t view = 0; view < after_.views().size(); ++view) {
+      const json before = value_in(was, view);
+      const json after = value_in(is, view);
+      if (before != after && (is_number || !(before.is_null() || after.is_null()))) {
+        fields.push_back({which.name, which.title, after_.views()[view].name, before, after});
+      }
+    }
+  }
+
+  shown_entries before_;
+  shown_entries after_;
+};
+
+change change_of(change_kind kind, const line_up_service &service) {
+  return {kind,
+          "service",
+          fmt::format("{} ({})", shown(service.name), identity_text(service.id())),
+          json_of(known_as(service)),
+          {}};
+}
+
+std::vector<change> service_changes(const line_up &before, const line_up &after, const pairing &pairs) {
+  const service_comparison comparison(before, after);
+  std::vector<change> changes;
+  for (const std::size_t added : pairs.added) {
+    changes.push_back(change_of(change_kind::added, after.services[added]));
+    changes.back().fields = comparison.added(added);
+  }
+  for (const std::size_t removed : pairs.removed) {
+    changes.push_back(change_of(change_kind::removed, before.services[removed]));
+    changes.back().fields = comparison.removed(removed);
+  }
+  for (const auto &[was, is] : pairs.both) {
+    change found = change_of(change_kind::changed, after.services[is]);
+    found.fields = comparison.changed(was, is);
+    if (!found.fields.empty()) {
+      changes.push_back(std::move(found));
+    }
+  }
+  return changes;
+}
+
+// A record around the services, and the line-up that it is of.
+template <class Record>
+struct placed_record {
+  const line_up &list;
+  const Record &record;
+};
+
+using placed_network = placed_record<line_up_network>;
+using placed_transponder = placed_record<line_up_transponder>;
+
+// A group of one of the tables; a favourite group is known by its place: so are its entries.
+struct placed_group {
+  std::string_view table;
+  int number = 0;  // its id; of a favourite group its place
+  int id = 0;
+  std::string_view name;
+};
+
+change change_of(change_kind kind, const placed_network &network) {
+  const auto &[net_index, network_id, name] = network.record;
+  return {kind,
+          "network",
+          fmt::format("network {}:{}", net_index, network_id),
+          {{"net_index", net_index}, {"network_id", network_id}},
+          {}};
+}
+
+channel::identity identity_of(const placed_transponder &transponder) {
+  const line_up_network &network = transponder.list.networks[transponder.record.network];
+  return {network.net_index,
+          network.network_id,
+          transponder.record.ts_id,
+          transponder.record.frequency,
+          0,
+          transponder.record.polarisation};
+}
+
+change change_of(change_kind kind, const placed_transponder &transponder) {
+  json subject = json_of(known_service{"", identity_of(transponder)});
+  subject.erase("name");
+  subject.erase("service_id");
+  const std::string id = identity_text(identity_of(transponder));
+  return {kind, "transponder", "transponder " + id.substr(0, id.rfind(':')), subject, {}};
+}
+
+change change_of(change_kind kind, const placed_group &group) {
+  return {kind,
+          "group",
+          fmt::format("{} {}", group.table, group.number),
+          {{"table", group.table}, {"number", group.number}},
+          {}};
+}
+
+void note_fields(std::vector<field_change> &fields, const placed_network &before, const placed_network &after) {
+  note(fields, "name", "name", before.record.name, after.record.name);
+}
+
+void note_fields(std::vector<field_change> &fields, const placed_transponder &before, const placed_transponder &after) {
+  note(fields, "ts_id", "ts", before.record.ts_id, after.record.ts_id);
+  note(fields, "frequency", "frequency", before.record.frequency, after.record.frequency);
+}
+
+void note_fields(std::vector<field_change> &fields, const placed_group &before, const placed_group &after) {
+  note(fields, "name", "name", before.name, after.name);
+  note(fields, "id", "id", before.id, after.id);
+}
+
+json name_of(const placed_network &network) { return network.record.name; }
+json name_of(const placed_transponder & /*transponder*/) { return {}; }
+json name_of(const placed_group &group) { return group.name; }
+
+template <class Record>
+std::vector<placed_record<Record>> in_list(const line_up &list, const std::vector<Record> &records) {
+  std::vector<placed_record<Record>> made;
+  for (const Record &record : records) {
+    made.push_back({list, record});
+  }
+  return made;
+}
+
+std::vector<placed_group> groups_in(const line_up &list) {
+  constexpr std::array<std::string_view, group_kinds> tables = {"provider", "genre", "country"};
+  std::vector<placed_group> made;
+  for (std::size_t kind = 0; kind < group_kinds; ++kind) {
+    for (const line_up_group &group : list.groups[kind].groups) {
+      made.push_back({tables[kind], group.id, group.id, group.name});
+    }
+  }
+  int place = 0;
+  for (const favourite_group &group : list.favourites) {
+    if (group.is_counted) {
+      made.push_back({"favourite group", place++, group.id, group.name});
+    }
+  }
+  return made;
+}
+
+std::vector<std::pair<std::string_view, int>> keys_of(const std::vector<placed_group> &groups) {
+  std::vector<std::pair<std::string_view, int>> keys;
+  for (const placed_group &group : groups) {
+    keys.emplace_back(group.table, group.number);
+  }
+  return keys;
+}
+
+template <class Record>
+void note_records(std::vector<change> &changes, const std::vector<Record> &before, const std::vector<Record> &after,
+                  const pairing &pairs) {
+  for (const std::size_t added : pairs.added) {
+    changes.push_back(change_of(change_kind::added, after[added]));
+    note(changes.back().fields, "name", "name", nullptr, name_of(after[added]));
+  }
+  for (const std::size_t removed : pairs.removed) {
+    changes.push_back(change_of(change_kind::removed, before[removed]));
+    note(changes.back().fields, "name", "name", name_of(before[removed]), nullptr);
+  }
+  for (const auto &[was, is] : pairs.both) {
+    change found = change_of(change_kind::changed, after[is]);
+    note_fields(found.fields, before[was], after[is]);
+    if (!found.fields.empty()) {
+      changes.push_back(std::move(found));
+    }
+  }
+}
+
+// The rows of views in numbers that both line-ups share: a service has its place in the second one, and entries without
+// a service are numbered behind them, by what they show and look for.
+class shared_numbers {
+ public:
+  shared_numbers(const line_up &after, const pairing &services) : services_(after.services) {
+    for (const auto &[was, is] : services.both) {
+      place_after_[was] = is;
+    }
+  }
+
+  // Services that the second line-up lacks are left out.
+  std::vector<std::size_t> row_before(const named_view &view) {
+    std::vector<std::size_t> row;
+    for (const line_up_entry &entry : view.entries) {
+      if (entry.service == nowhere) {
+        row.push_back(number_of(unresolved_text(entry)));
+      } else if (const auto found = place_after_.find(entry.service); found != place_after_.end()) {
+        row.push_back(found->second);
+      }
+    }
+    return row;
+  }
+
+  std::vector<std::size_t> row_after(const named_view &view) {
+    std::vector<std::size_t> row;
+    for (const line_up_entry &entry : view.entries) {
+      row.push_back(entry.service != nowhere ? entry.service : number_of(unresolved_text(entry)));
+    }
+    return row;
+  }
+
+  [[nodiscard]] bool is_service(std::size_t number) const { return number < services_.size(); }
+  [[nodiscard]] const std::string &name_of(std::size_t number) const {
+    return is_service(number) ? services_[number].name : entries_[number - services_.size()];
+  }
+
+  static std::string unresolved_text(const line_up_entry &entry) {
+    return fmt::format("{} {}", text_of(entry.number), identity_text(entry.id));
+  }
+
+ private:
+  std::size_t number_of(const std::string &entry) {
+    const auto [known, is_new] = numbers_.try_emplace(entry, services_.size() + entries_.size());
+    if (is_new) {
+      entries_.push_back(entry);
+    }
+    return known->second;
+  }
+
+  const std::vector<line_up_service> &services_;
+  std::unordered_map<std::size_t, std::size_t> place_after_;
+  std::unordered_map<std::string, std::size_t> numbers_;
+  std::vector<std::string> entries_;
+};
+
+std::vector<std::string> unresolved_in(const named_view &view) {
+  std::vector<std::string> texts;
+  for (const line_up_entry &entry : view.entries) {
+    if (entry.service == nowhere) {
+      texts.push_back(shared_numbers::unresolved_text(entry));
+    }
+  }
+  return texts;
+}
+
+void note_moves(std::vector<field_change> &fields, const named_view &before, const named_view &after,
+                shared_numbers &numbers) {
+  json services = json::array();
+  json entries = json::array();
+  for (const std::size_t number : moved_between(numbers.row_before(before), numbers.row_after(after))) {
+    (numbers.is_service(number) ? services : entries).push_back(numbers.name_of(number));
+  }
+  note(fields, "moved", "moved", json::array(), services);
+  note(fields, "unresolved_moved", "moved", json::array(), entries);
+}
+
+void note_views(std::vector<change> &changes, const line_up &before, const line_up &after, const pairing &services) {
+  shared_numbers numbers(after, services);
+  const std::vector<named_view> views_before = views_of(before);
+  const std::vector<named_view> views_after = views_of(after);
+  for (std::size_t i = 0; i < std::min(views_before.size(), views_after.size()); ++i) {
+    const named_view &was = views_before[i];
+    const named_view &is = views_after[i];
+    change found = {change_kind::changed, "view", label_of(is.name) + " view", json_of(is.name), {}};
+    note(found.fields, "unresolved", "entries without a service", unresolved_in(was), unresolved_in(is));
+    note_moves(found.fields, was, is, numbers);
+    if (!found.fields.empty()) {
+      changes.push_back(std::move(found));
+    }
+  }
+}
+
+void note_settings(std::vector<change> &changes, const line_up_settings &before, const line_up_settings &after) {
+  for (const setting &each : all_settings()) {
+    change found = {change_kind::changed, "setting", std::string(each.title), {{"setting", each.name}}, {}};
+    note(found.fields, "value", "", each.value(before), each.value(after));
+    if (!found.fields.empty()) {
+      changes.push_back(std::move(found));
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<change> differences(const line_up &before, const line_up &after) {
+  const pairing services = pair_services(before, after);
+  std::vector<change> changes = service_changes(before, after, services);
+  note_records(changes, in_list(before, before.networks), in_list(after, after.networks), pair_networks(before, after));
+  note_records(changes, in_list(before, before.transponders), in_list(after, after.transponders),
+               pair_transponders(before, after));
+  note_views(changes, before, after, services);
+  const std::vector<placed_group> groups_before = groups_in(before);
+  const std::vector<placed_group> groups_after = groups_in(after);
+  note_records(changes, groups_before, groups_after, pair_keys(keys_of(groups_before), keys_of(groups_after)));
+  note_settings(changes, before.settings, after.settings);
+  return changes;
+}
+
+}  // namespace chlist

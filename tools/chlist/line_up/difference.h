@@ -1,0 +1,44 @@
+// What differs between two line-ups: services added, removed and changed, and everything around them. Two files are
+// compared, or a list before an edit and after it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "chlist/json/json.h"
+#include "chlist/line_up/line_up.h"
+
+namespace chlist {
+
+enum class change_kind { added, removed, changed };
+
+// One value that differs.
+struct field_change {
+  std::string_view name;          // in JSON: "video_pid", "number"
+  std::string_view title;         // in text: "video PID"
+  std::optional<view_name> view;  // of what an entry shows: where
+  json before;
+  json after;
+};
+
+struct change {
+  change_kind kind = change_kind::changed;
+  std::string_view what;  // "service", "transponder", "network", "view", "group" or "setting"
+  std::string name;       // in text, harmless
+  json subject;           // in JSON: an object that says which
+  std::vector<field_change> fields;
+};
+
+// Services, transponders and networks are paired as the library's finders find them in the second line-up. In list
+// order, services first.
+std::vector<change> differences(const line_up &before, const line_up &after);
+
+// {"services": {"added": [...], "removed": [...], "changed": [...]}, "others": [...]}
+json json_of_differences(const std::vector<change> &changes);
+
+// The same as text on standard output: "no differences", or what there is, line by line.
+void print_differences(const std::vector<change> &changes);
+
+}  // namespace chlist

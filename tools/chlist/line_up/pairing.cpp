@@ -1,0 +1,121 @@
+// Records are the same when they lead to the same place of the second line-up.
+#include "chlist/line_up/pairing.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <tuple>
+#include <utility>
+
+#include "channel/identity.h"
+#include "channel/store/service_index.h"
+
+namespace chlist {
+namespace {
+
+// A number for each transponder that can be told apart: that of the first in the list within the tolerance, else one
+// for the frequency alone.
+class transponder_numbers {
+ public:
+  explicit transponder_numbers(const line_up &list) {
+    for (std::size_t place = 0; place < list.transponders.size(); ++place) {
+      const line_up_transponder &transponder = list.transponders[place];
+      const line_up_network &network = list.networks[transponder.network];
+      const std::uint32_t network_key = channel::network_key(network.net_index, network.network_id);
+      frequencies_[{network_key, transponder.polarisation}].emplace(transponder.frequency, place);
+      ts_ids_.emplace(std::pair{network_key, transponder.ts_id}, place);
+    }
+  }
+
+  // The place of a transponder, or none and what is looked for.
+  using key = std::tuple<std::size_t, std::uint32_t, std::uint32_t, std::uint16_t>;
+
+  key of(const channel::identity &id) {
+    const std::uint32_t network = channel::network_key(id.net_index, id.network_id);
+    const std::size_t place =
+        id.frequency != 0 ? tuned_to(network, id.polarisation, id.frequency) : with_ts_id(network, id.ts_id);
+    return place != nowhere ? key{place, 0, 0, 0}
+                            : key{nowhere, network << 8U | id.polarisation, id.frequency, id.ts_id};
+  }
+
+ private:
+  using scope = std::pair<std::uint32_t, std::uint8_t>;
+  using query = std::pair<scope, std::uint32_t>;
+
+  // Services of one transponder stand together in most lists: what was found last is found again.
+  std::size_t tuned_to(std::uint32_t network, std::uint8_t polarisation, std::uint32_t frequency) {
+    const query asked = {{network, polarisation}, frequency};
+    if (!last_ || last_->first != asked) {
+      last_ = std::pair{asked, first_near(asked)};
+    }
+    return last_->second;
+  }
+
+  [[nodiscard]] std::size_t first_near(const query &asked) const {
+    const auto found = frequencies_.find(asked.first);
+    if (found == frequencies_.end()) {
+      return nowhere;
+    }
+    constexpr std::uint32_t reach = channel::frequency_tolerance - 1;
+    const std::uint32_t lowest = asked.second > reach ? asked.second - reach : 0;
+    std::size_t first = nowhere;
+    for (auto near = found->second.lower_bound(lowest);
+         near != found->second.end() && channel::same_frequency(near->first, asked.second); ++near) {
+      first = std::min(first, near->second);
+    }
+    return first;
+  }
+
+  [[nodiscard]] std::size_t with_ts_id(std::uint32_t network, std::uint16_t ts_id) const {
+    const auto found = ts_ids_.find({network, ts_id});
+    return found != ts_ids_.end() ? found->second : nowhere;
+  }
+
+  std::map<scope, std::multimap<std::uint32_t, std::size_t>> frequencies_;
+  std::map<std::pair<std::uint32_t, std::uint16_t>, std::size_t> ts_ids_;
+  std::optional<std::pair<query, std::size_t>> last_;
+};
+
+template <class Record, class KeyOf>
+auto keys_of(const std::vector<Record> &records, const KeyOf &key_of) {
+  std::vector<decltype(key_of(records.front()))> keys;
+  std::ranges::transform(records, std::back_inserter(keys), key_of);
+  return keys;
+}
+
+channel::identity identity_of(const line_up &list, const line_up_transponder &transponder) {
+  const line_up_network &network = list.networks[transponder.network];
+  return {network.net_index, network.network_id, transponder.ts_id, transponder.frequency, 0, transponder.polarisation};
+}
+
+}  // namespace
+
+pairing pair_services(const line_up &before, const line_up &after) {
+  transponder_numbers numbers(after);
+  const auto key_of = [&numbers](const line_up_service &service) {
+    const channel::identity id = service.id();
+    return std::pair{numbers.of(id), id.service_id};
+  };
+  return pair_keys(keys_of(before.services, key_of), keys_of(after.services, key_of));
+}
+
+pairing pair_transponders(const line_up &before, const line_up &after) {
+  transponder_numbers numbers(after);
+  const auto key_in = [&numbers](const line_up &list) {
+    return [&numbers, &list](const line_up_transponder &transponder) {
+      return numbers.of(identity_of(list, transponder));
+    };
+  };
+  return pair_keys(keys_of(before.transponders, key_in(before)), keys_of(after.transponders, key_in(after)));
+}
+
+pairing pair_networks(const line_up &before, const line_up &after) {
+  const auto key_of = [](const line_up_network &network) {
+    return channel::network_key(network.net_index, network.network_id);
+  };
+  return pair_keys(keys_of(before.networks, key_of), keys_of(after.networks, key_of));
+}
+
+}  // namespace chlist

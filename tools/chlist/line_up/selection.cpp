@@ -1,0 +1,268 @@
+// Numbers, names and identities, each looked up in a line-up.
+#include "chlist/line_up/selection.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <span>
+#include <stdexcept>
+
+#include "chlist/closest.h"
+#include "chlist/fields/service_fields.h"
+#include "chlist/report.h"
+#include "chlist/text/names.h"
+
+namespace chlist {
+namespace {
+
+constexpr std::size_t most_candidates = 20;
+
+struct number_text {
+  std::int16_t major = 0;
+  std::optional<std::int16_t> minor;
+};
+
+std::optional<std::int16_t> read_number(std::string_view digits) {
+  std::int16_t number = 0;
+  const char *end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, number);
+  const bool is_number = stop == end && error == std::errc() && number >= 0;
+  return is_number ? std::optional(number) : std::nullopt;
+}
+
+// "7" or "7-2".
+std::optional<number_text> read_channel_number(std::string_view text) {
+  const std::size_t dash = std::min(text.find('-'), text.size());
+  const std::optional<std::int16_t> major = read_number(text.substr(0, dash));
+  if (!major.has_value() || dash == text.size()) {
+    return major.has_value() ? std::optional(number_text{*major, std::nullopt}) : std::nullopt;
+  }
+  const std::optional<std::int16_t> minor = read_number(text.substr(dash + 1));
+  return minor.has_value() ? std::optional(number_text{*major, minor}) : std::nullopt;
+}
+
+template <class Rule>
+std::vector<std::size_t> services_that(const line_up &list, const Rule &is_meant) {
+  std::vector<std::size_t> services;
+  for (std::size_t place = 0; place < list.services.size(); ++place) {
+    if (is_meant(list.services[place])) {
+      services.push_back(place);
+    }
+  }
+  return services;
+}
+
+bool has_identity(const line_up_service &service, const channel::identity &wanted) {
+  const channel::identity id = service.id();
+  const bool is_on_transponder = wanted.frequency != 0 ? channel::same_frequency(id.frequency, wanted.frequency) &&
+                                                             id.polarisation == wanted.polarisation
+                                                       : id.ts_id == wanted.ts_id;
+  return id.net_index == wanted.net_index && id.network_id == wanted.network_id && id.service_id == wanted.service_id &&
+         is_on_transponder;
+}
+
+// A search by identity stops at the first.
+std::vector<std::size_t> with_identity(const line_up &list, std::string_view text) {
+  const std::optional<channel::identity> id = read_identity(text);
+  if (!id) {
+    return {};
+  }
+  std::vector<std::size_t> found =
+      services_that(list, [&id](const line_up_service &service) { return has_identity(service, *id); });
+  found.resize(std::min<std::size_t>(found.size(), 1));
+  return found;
+}
+
+// Those of the entries that a rule names, each once.
+template <class Rule>
+std::vector<std::size_t> services_shown(const line_up &list, std::int8_t view, const Rule &is_meant) {
+  std::vector<std::size_t> services;
+  for (const line_up_entry &entry : entries_of(list, view)) {
+    if (entry.service != nowhere && is_meant(entry.number) &&
+        std::ranges::find(services, entry.service) == services.end()) {
+      services.push_back(entry.service);
+    }
+  }
+  return services;
+}
+
+// A number alone means the entries without a minor one, if there are such.
+std::vector<std::size_t> with_number(const line_up &list, const number_text &wanted, std::int8_t view) {
+  const channel_number exact{wanted.major, wanted.minor.value_or(0)};
+  std::vector<std::size_t> services =
+      services_shown(list, view, [&](const channel_number &number) { return number == exact; });
+  if (services.empty() && !wanted.minor.has_value()) {
+    services = services_shown(list, view, [&](const channel_number &number) { return number.major == wanted.major; });
+  }
+  return services;
+}
+
+// The numbers under which a view has a service: "7, 7-2"; a dash when it has none.
+std::string numbers_in(const line_up &list, std::int8_t view, std::size_t service) {
+  std::string numbers;
+  for (const line_up_entry &entry : entries_of(list, view)) {
+    if (entry.service == service) {
+      numbers += fmt::format("{}{}", numbers.empty() ? "" : ", ", text_of(entry.number));
+    }
+  }
+  return numbers.empty() ? "-" : numbers;
+}
+
+std::string candidates_text(const line_up &list, const std::vector<std::size_t> &services, std::int8_t view) {
+  std::string text;
+  for (const std::size_t place : std::span(services).first(std::min(services.size(), most_candidates))) {
+    const line_up_service &service = list.services[place];
+    text += fmt::format("\n  {:>6}  {}  {}", numbers_in(list, view, place), identity_text(service.id()),
+                        shown(service.name));
+  }
+  if (services.size() > most_candidates) {
+    text += fmt::format("\n  and {} more", services.size() - most_candidates);
+  }
+  return text;
+}
+
+struct named_code {
+  std::string_view name;
+  std::int8_t view;
+  view_kind kind;
+  std::string_view about;
+};
+
+constexpr named_code codes[] = {{"all", VIEW_ALL, view_kind::all, "all services"},
+                                {"tv", VIEW_TV, view_kind::tv, "television"},
+                                {"radio", VIEW_RADIO, view_kind::radio, "radio"},
+                                {"user", VIEW_USER, view_kind::user, "the user's own list"},
+                                {"promo", VIEW_PROMOTION, view_kind::promotion, "services that are advertised"}};
+
+constexpr std::string_view favourite_prefix = "fav:";
+
+bool is_favourites(std::int8_t view) { return view >= VIEW_FAVOURITE && view <= VIEW_FAVOURITE_LAST; }
+
+// The group with a name, else the one with a number.
+std::optional<std::int8_t> favourites_named(const line_up &list, std::string_view text) {
+  const auto is_meant = [text](const favourite_group &group) {
+    return group.is_counted && !text.empty() && is_same_name(group.name, text);
+  };
+  const auto named = std::ranges::find_if(list.favourites, is_meant);
+  if (std::ranges::count_if(list.favourites, is_meant) > 1) {
+    throw std::runtime_error(fmt::format("several favourite groups are named {}: name one by its place, fav:{}",
+                                         shown(text), named - list.favourites.begin()));
+  }
+  if (named != list.favourites.end()) {
+    return static_cast<std::int8_t>(VIEW_FAVOURITE + (named - list.favourites.begin()));
+  }
+  const std::optional<std::int16_t> group = read_number(text);
+  return group.has_value() && *group < MAX_FAV ? std::optional(static_cast<std::int8_t>(VIEW_FAVOURITE + *group))
+                                               : std::nullopt;
+}
+
+std::vector<std::string> names_of_views(const line_up &list) {
+  std::vector<std::string> names;
+  for (const named_code &each : codes) {
+    names.emplace_back(each.name);
+  }
+  names.emplace_back("fav:0 to fav:19");
+  for (const favourite_group &group : list.favourites) {
+    if (!group.name.empty()) {
+      names.push_back(std::string(favourite_prefix) + group.name);
+    }
+  }
+  return names;
+}
+
+}  // namespace
+
+std::string text_of(const channel_number &number) {
+  return number.minor == 0 ? std::to_string(number.major) : fmt::format("{}-{}", number.major, number.minor);
+}
+
+std::vector<std::size_t> services_named(const line_up &list, std::string_view text, std::int8_t view) {
+  const std::optional<number_text> number = read_channel_number(text);
+  std::vector<std::size_t> services = with_identity(list, text);
+  if (services.empty() && number.has_value()) {
+    services = with_number(list, *number, view);
+  }
+  // Nothing names no service, not even one without a name.
+  if (services.empty() && !text.empty()) {
+    services = services_that(list, [text](const line_up_service &each) { return is_same_name(each.name, text); });
+  }
+  if (services.empty() && !number.has_value() && !text.empty()) {
+    services = services_that(list, [text](const line_up_service &each) { return contains_name(each.name, text); });
+  }
+  return services;
+}
+
+std::size_t service_named(const line_up &list, std::string_view text, std::int8_t view) {
+  const std::vector<std::size_t> services = services_named(list, text, view);
+  if (services.empty()) {
+    throw std::runtime_error(fmt::format("no service has the number, the name or the identity {}", shown(text)));
+  }
+  if (services.size() > 1) {
+    throw std::runtime_error(fmt::format("{} could be any of {} services:{}", shown(text), services.size(),
+                                         candidates_text(list, services, view)));
+  }
+  return services.front();
+}
+
+std::int8_t view_named(const line_up &list, std::string_view text) {
+  const auto *const named =
+      std::ranges::find_if(codes, [text](const named_code &each) { return is_same_name(each.name, text); });
+  if (named != std::end(codes)) {
+    return named->view;
+  }
+  if (text.starts_with(favourite_prefix)) {
+    if (const auto favourites = favourites_named(list, text.substr(favourite_prefix.size())); favourites.has_value()) {
+      return *favourites;
+    }
+  }
+  throw std::runtime_error(unknown_name("view", text, names_of_views(list)));
+}
+
+std::size_t favourite_group_named(const line_up &list, std::string_view text) {
+  const std::int8_t view = view_named(list, std::string(favourite_prefix) + std::string(text));
+  const auto group = static_cast<std::size_t>(view - VIEW_FAVOURITE);
+  const auto groups = std::ranges::count_if(list.favourites, &favourite_group::is_counted);
+  if (group >= static_cast<std::size_t>(groups)) {
+    throw std::runtime_error(fmt::format("no favourite group {}: there are {}", shown(text), groups));
+  }
+  return group;
+}
+
+std::vector<term> terms_of_views() {
+  std::vector<term> terms;
+  for (const named_code &each : codes) {
+    terms.push_back({std::string(each.name), std::string(each.about)});
+  }
+  terms.push_back({"fav:NAME", "a favourite group, by its name"});
+  terms.push_back({"fav:0 .. fav:19", "a favourite group, by its place"});
+  return terms;
+}
+
+std::string text_of_view(std::int8_t view) {
+  if (const auto *const named = std::ranges::find(codes, view, &named_code::view); named != std::end(codes)) {
+    return std::string(named->name);
+  }
+  return is_favourites(view) ? fmt::format("{}{}", favourite_prefix, view - VIEW_FAVOURITE)
+                             : fmt::format("view {}", view);
+}
+
+const std::vector<line_up_entry> &entries_of(const line_up &list, std::int8_t view) {
+  static const std::vector<line_up_entry> none;
+  if (const auto *const named = std::ranges::find(codes, view, &named_code::view); named != std::end(codes)) {
+    return list.view(named->kind).entries;
+  }
+  const auto group = static_cast<std::size_t>(view - VIEW_FAVOURITE);
+  return is_favourites(view) && group < list.favourites.size() ? list.favourites[group].entries : none;
+}
+
+std::vector<service_row> rows_of(const line_up &list, std::int8_t view) {
+  std::vector<service_row> rows;
+  for (const line_up_entry &entry : entries_of(list, view)) {
+    const line_up_service *service = entry.service != nowhere ? &list.services[entry.service] : nullptr;
+    rows.push_back({&list, service, &entry, rows.size()});
+  }
+  return rows;
+}
+
+}  // namespace chlist
