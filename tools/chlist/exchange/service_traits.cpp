@@ -70,11 +70,65 @@ constexpr service_trait table[] = {
      [](const line_up_service &s) { return has_host_fields(s.fields); }},
 };
 
+struct carrying_field {
+  std::string_view name;
+  trait which;
+};
+
+constexpr carrying_field carrying[] = {
+    {"network_id", trait::network_id},
+    {"ts_id", trait::transport_id},
+    {"frequency", trait::frequency},
+    {"service_id", trait::service_id},
+    {"number", trait::place_outside_views},
+    {"number", trait::number},
+    {"minor", trait::minor_number},
+    {"name", trait::name},
+    {"short_name", trait::short_name},
+    {"provider", trait::provider},
+    {"genre", trait::genre},
+    {"country", trait::country},
+    {"network_name", trait::source},
+    {"locked", trait::lock},
+    {"skipped", trait::skip},
+    {"scrambled", trait::scrambling},
+    {"data", trait::data_mark},
+    {"flags", trait::lock},
+    {"flags", trait::skip},
+    {"flags", trait::scrambling},
+    {"flags", trait::data_mark},
+    {"flags", trait::other_flags},
+    {"type", trait::service_type},
+    {"service_type", trait::service_type},
+    {"source_type", trait::source_type},
+    {"polarisation", trait::polarisation},
+    {"video_pid", trait::video_pid},
+    {"audio_pid", trait::audio_pid},
+    {"pcr_pid", trait::pcr_pid},
+    {"pmt_pid", trait::pmt_pid},
+    {"video_ecm_pid", trait::ecm_pid},
+    {"video_tag", trait::video_tag},
+    {"audio_tag", trait::audio_tag},
+    {"order_key", trait::order_key},
+    {"net_index", trait::net_index},
+    {"favourites", trait::favourites},
+};
+
 bool shows_own_number(const line_up &list, const line_up_entry &entry) {
   return entry.number == channel_number{} || entry.number == list.services.at(entry.service).number;
 }
 
 }  // namespace
+
+std::vector<trait> traits_of(const field &which) {
+  std::vector<trait> traits;
+  for (const carrying_field &each : carrying) {
+    if (each.name == which.name) {
+      traits.push_back(each.which);
+    }
+  }
+  return traits;
+}
 
 void count_uncarried(const line_up &list, std::span<const trait> carried, loss_counts &lost) {
   const auto is_carried = [&](trait which) { return std::ranges::find(carried, which) != carried.end(); };

@@ -6,8 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "chlist/exchange/loss_counts.h"
+#include "chlist/fields/service_fields.h"
 
 namespace chlist {
 
@@ -52,6 +54,9 @@ enum class trait {
   favourites,
   favourite_numbers,
 };
+
+// What is carried where a field is written.
+std::vector<trait> traits_of(const field &which);
 
 void count_uncarried(const line_up &list, std::span<const trait> carried, loss_counts &lost);
 

@@ -79,14 +79,7 @@ std::vector<counted_groups> tables_of(const line_up &list) {
   return made;
 }
 
-file_contents read_contents(const channel_file &input) {
-  if (!is_known_version(input.version())) {
-    input.refuse_version(fmt::format(": only {} to {} are known", first_known_version, +CHANNEL_LIST_VERSION));
-  }
-  const file_records records(input.bytes());
-  must_be_whole(input, records);
-  file_contents contents = {
-      .version = input.version(), .bytes = input.bytes().size(), .list = line_up_of(records.list())};
+void count_records(file_contents &contents) {
   contents.services_on.resize(contents.list.transponders.size());
   contents.transponders_in.resize(contents.list.networks.size());
   contents.services_in.resize(contents.list.networks.size());
@@ -98,6 +91,19 @@ file_contents read_contents(const channel_file &input) {
     ++contents.services_on[service.transponder];
     ++contents.services_in[contents.list.transponders[service.transponder].network];
   }
+}
+
+file_contents read_contents(const channel_file &input) {
+  if (!is_known_version(input.version())) {
+    input.refuse_version(fmt::format(": only {} to {} are known", first_known_version, +CHANNEL_LIST_VERSION));
+  }
+  const file_records records(input.bytes());
+  must_be_whole(input, records);
+  file_contents contents;
+  contents.version = input.version();
+  contents.bytes = input.bytes().size();
+  contents.list = line_up_of(records.list());
+  count_records(contents);
   return contents;
 }
 

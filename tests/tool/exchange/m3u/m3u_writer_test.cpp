@@ -112,12 +112,27 @@ TEST_F(M3uWriter, AServiceOutsideTheAllViewIsCounted) {
 
 TEST_F(M3uWriter, ATemplateOfUnknownFieldsIsRefused) {
   const std::string fields =
-      "there are number, minor, net_index, network_id, ts_id, frequency, service_id, polarisation, name, and numbers "
-      "with :x in hexadecimal digits";
+      "there are number, minor, name, short_name, name_table, short_name_table, type, provider, genre, country, "
+      "favourites, network_name, net_index, network_id, ts_id, frequency, polarisation, service_id, pmt_pid, pcr_pid, "
+      "video_pid, video_tag, video_ecm_pid, audio_pid, audio_tag, locked, skipped, scrambled, data, flags, "
+      "service_type, "
+      "source_type, provider_id, genre_id, country_id, order_key, and numbers with :x in hexadecimal digits";
   EXPECT_EQ(refusal("http://{host}/"), "--url: no field \"host\": " + fields);
   EXPECT_EQ(refusal("{}"), "--url: no field \"\": " + fields);
   EXPECT_EQ(refusal("{name:x}"), "--url: no field \"name:x\": " + fields);
   EXPECT_EQ(refusal("a{ts_id"), "--url: \"{ts_id\" is not closed");
+}
+
+TEST_F(M3uWriter, AnAddressTakesEveryFieldOfAService) {
+  line_up_service service = service_named("A", 1);
+  service.number = chlist::channel_number{7, 2};
+  service.provider = "Sky/1";
+  service.fields.video_pid = 0x1FF;
+
+  const std::string text =
+      text_of(line_up_of({service}), "x://{number}-{minor}/{provider}/{video_pid:x}/{audio_pid}/{type}/{locked}");
+
+  EXPECT_TRUE(text.ends_with("\nx://7-2/Sky%2F1/1ff//TV/no\n")) << text;
 }
 
 TEST_F(M3uWriter, NamesCannotBreakAnEntry) {

@@ -16,51 +16,6 @@
 namespace chlist {
 namespace {
 
-// What carries what, for the columns that are chosen.
-struct carrying_column {
-  std::string_view name;
-  trait which;
-};
-
-constexpr carrying_column carrying[] = {
-    {"network_id", trait::network_id},
-    {"ts_id", trait::transport_id},
-    {"frequency", trait::frequency},
-    {"service_id", trait::service_id},
-    {"number", trait::place_outside_views},
-    {"number", trait::number},
-    {"minor", trait::minor_number},
-    {"name", trait::name},
-    {"short_name", trait::short_name},
-    {"provider", trait::provider},
-    {"genre", trait::genre},
-    {"country", trait::country},
-    {"network_name", trait::source},
-    {"locked", trait::lock},
-    {"skipped", trait::skip},
-    {"scrambled", trait::scrambling},
-    {"data", trait::data_mark},
-    {"flags", trait::lock},
-    {"flags", trait::skip},
-    {"flags", trait::scrambling},
-    {"flags", trait::data_mark},
-    {"flags", trait::other_flags},
-    {"type", trait::service_type},
-    {"service_type", trait::service_type},
-    {"source_type", trait::source_type},
-    {"polarisation", trait::polarisation},
-    {"video_pid", trait::video_pid},
-    {"audio_pid", trait::audio_pid},
-    {"pcr_pid", trait::pcr_pid},
-    {"pmt_pid", trait::pmt_pid},
-    {"video_ecm_pid", trait::ecm_pid},
-    {"video_tag", trait::video_tag},
-    {"audio_tag", trait::audio_tag},
-    {"order_key", trait::order_key},
-    {"net_index", trait::net_index},
-    {favourites_column, trait::favourites},
-};
-
 using columns = std::vector<const field *>;
 
 bool is_among(const columns &written, std::string_view name) {
@@ -145,9 +100,10 @@ class writer {
 // A minor number is read behind its major one only.
 std::vector<trait> traits_carried(const columns &written) {
   std::vector<trait> carried;
-  for (const carrying_column &each : carrying) {
-    if (is_among(written, each.name) && (each.which != trait::minor_number || is_among(written, "number"))) {
-      carried.push_back(each.which);
+  for (const field *each : written) {
+    if (each->name != "minor" || is_among(written, "number")) {
+      const std::vector<trait> traits = traits_of(*each);
+      carried.insert(carried.end(), traits.begin(), traits.end());
     }
   }
   return carried;

@@ -16,38 +16,6 @@
 namespace chlist {
 namespace {
 
-using number_of = std::int64_t (*)(const line_up_service &service);
-
-struct url_number {
-  std::string_view name;
-  trait which;
-  number_of value;
-};
-
-constexpr url_number url_numbers[] = {
-    {"number", trait::number,
-     [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).major}; }},
-    {"minor", trait::minor_number,
-     [](const line_up_service &s) { return std::int64_t{s.number.value_or(channel_number{}).minor}; }},
-    {"net_index", trait::net_index, [](const line_up_service &s) { return std::int64_t{s.fields.net_index}; }},
-    {"network_id", trait::network_id, [](const line_up_service &s) { return std::int64_t{s.fields.network_id}; }},
-    {"ts_id", trait::transport_id, [](const line_up_service &s) { return std::int64_t{s.fields.ts_id}; }},
-    {"frequency", trait::frequency, [](const line_up_service &s) { return s.fields.frequency; }},
-    {"service_id", trait::service_id, [](const line_up_service &s) { return std::int64_t{s.fields.service_id}; }},
-};
-
-struct url_text {
-  std::string_view name;
-  trait which;
-  std::string (*value)(const line_up_service &service);
-};
-
-constexpr url_text url_texts[] = {
-    {"polarisation", trait::polarisation,
-     [](const line_up_service &s) { return std::string(s.fields.polarisation != 0 ? "V" : "H"); }},
-    {"name", trait::name, [](const line_up_service &s) { return s.name; }},
-};
-
 std::string percent_encoded(std::string_view text) {
   constexpr std::string_view kept = "-._~";
   std::string encoded;
@@ -63,35 +31,33 @@ std::string percent_encoded(std::string_view text) {
 // Text, and what follows it.
 struct url_part {
   std::string text;
-  const url_number *number = nullptr;
+  const field *which = nullptr;
   bool is_hexadecimal = false;
-  const url_text *named_text = nullptr;
 };
+
+// All fields but those that only an entry of a view has.
+bool is_of_service(const field &each) {
+  return each.owner != field_owner::entry || each.name == "number" || each.name == "minor";
+}
 
 std::string names_of_fields() {
   std::string names;
-  for (const url_number &each : url_numbers) {
-    names += std::string(each.name) + ", ";
-  }
-  for (const url_text &each : url_texts) {
-    names += std::string(each.name) + (&each == std::end(url_texts) - 1 ? "" : ", ");
+  for (const field &each : service_fields()) {
+    names += is_of_service(each) ? fmt::format("{}{}", names.empty() ? "" : ", ", each.name) : "";
   }
   return names;
 }
 
-url_part part_of(std::string text, std::string_view field) {
+url_part part_of(std::string text, std::string_view named) {
   constexpr std::string_view hexadecimal = ":x";
   url_part part;
   part.text = std::move(text);
-  part.is_hexadecimal = field.ends_with(hexadecimal);
-  const std::string_view name = field.substr(0, field.size() - (part.is_hexadecimal ? hexadecimal.size() : 0));
-  const auto *const number = std::ranges::find(url_numbers, name, &url_number::name);
-  const auto *const named_text = std::ranges::find(url_texts, name, &url_text::name);
-  part.number = number != std::end(url_numbers) ? number : nullptr;
-  part.named_text = named_text != std::end(url_texts) && !part.is_hexadecimal ? named_text : nullptr;
-  if (part.number == nullptr && part.named_text == nullptr) {
+  part.is_hexadecimal = named.ends_with(hexadecimal);
+  part.which = find_field(named.substr(0, named.size() - (part.is_hexadecimal ? hexadecimal.size() : 0)));
+  const bool is_known = part.which != nullptr && is_of_service(*part.which);
+  if (!is_known || (part.is_hexadecimal && !part.which->is_number())) {
     throw std::runtime_error(fmt::format("--url: no field {}: there are {}, and numbers with :x in hexadecimal digits",
-                                         shown(field), names_of_fields()));
+                                         shown(named), names_of_fields()));
   }
   return part;
 }
@@ -114,14 +80,23 @@ std::vector<url_part> parts_of(std::string_view text) {
   }
 }
 
-std::string url_of(const line_up_service &service, const std::vector<url_part> &parts) {
+json value_of(const line_up &list, const line_up_service &service, const field &which) {
+  const channel_number number = service.number.value_or(channel_number{});
+  if (which.name == "number" || which.name == "minor") {
+    return which.name == "number" ? number.major : number.minor;
+  }
+  return which.get({&list, &service});
+}
+
+std::string url_of(const line_up &list, const line_up_service &service, const std::vector<url_part> &parts) {
   std::string url;
   for (const url_part &part : parts) {
     url += part.text;
-    if (part.number != nullptr) {
-      url += fmt::format(fmt::runtime(part.is_hexadecimal ? "{:x}" : "{}"), part.number->value(service));
-    } else if (part.named_text != nullptr) {
-      url += percent_encoded(part.named_text->value(service));
+    const json value = part.which != nullptr ? value_of(list, service, *part.which) : json();
+    if (value.is_integer()) {
+      url += fmt::format(fmt::runtime(part.is_hexadecimal ? "{:x}" : "{}"), value.as_integer());
+    } else {
+      url += percent_encoded(text_of_value(value));
     }
   }
   return url;
@@ -175,10 +150,9 @@ std::vector<trait> traits_carried(const std::vector<url_part> &parts, const writ
   std::vector<trait> carried = {trait::number, trait::minor_number, trait::name,
                                 options.is_by_favourites ? trait::favourites : trait::provider};
   for (const url_part &part : parts) {
-    if (part.number != nullptr) {
-      carried.push_back(part.number->which);
-    } else if (part.named_text != nullptr) {
-      carried.push_back(part.named_text->which);
+    if (part.which != nullptr) {
+      const std::vector<trait> traits = traits_of(*part.which);
+      carried.insert(carried.end(), traits.begin(), traits.end());
     }
   }
   return carried;
@@ -192,7 +166,7 @@ std::vector<made_file> write_m3u(const line_up &list, const write_options &optio
   const std::vector<std::string> groups = groups_of(list, options.is_by_favourites);
   std::string text = "#EXTM3U\n";
   for (std::size_t at = 0; at < list.services.size(); ++at) {
-    text += entry_of(list.services[at], groups[at], lost) + url_of(list.services[at], parts) + '\n';
+    text += entry_of(list.services[at], groups[at], lost) + url_of(list, list.services[at], parts) + '\n';
   }
   return {{"", text}};
 }
