@@ -11,11 +11,16 @@ program_result chlist_test::run(std::vector<std::string> arguments, const std::v
   return run_program(arguments, dir.path());
 }
 
+std::string chlist_test::message(const std::vector<std::string> &arguments, const std::string &text) {
+  const bool is_of_two_words = arguments.front() == "fav";
+  return "chlist: " + arguments[0] + (is_of_two_words ? ' ' + arguments[1] : "") + ": " + text + '\n';
+}
+
 void chlist_test::expect_refused(const std::vector<std::string> &arguments, const std::string &error) const {
   const std::vector<std::string> before = files();
   const program_result result = run(arguments);
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: " + error + "\n");
+  EXPECT_EQ(result.err, message(arguments, error));
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(files(), before);
 }

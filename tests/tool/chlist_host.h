@@ -39,6 +39,9 @@ class chlist_test : public test_support::file_test {
   // chlist with these arguments, and more behind them.
   program_result run(std::vector<std::string> arguments, const std::vector<std::string> &more = {}) const;
 
+  // A message on standard error, of the command that these arguments name.
+  static std::string message(const std::vector<std::string> &arguments, const std::string &text);
+
   // One message and nothing else: no output, no file that comes or goes.
   void expect_refused(const std::vector<std::string> &arguments, const std::string &error) const;
 

@@ -1,7 +1,7 @@
 // The commands of the tool. Each is made where its work is done; one table has them in the order of the help.
 #pragma once
 
-#include "chlist/command_line.h"
+#include "chlist/command.h"
 
 namespace chlist {
 
@@ -35,5 +35,7 @@ command remove_command();
 command move_command();
 command sort_command();
 command set_command();
+// To learn of it.
+command help_command();
 
 }  // namespace chlist

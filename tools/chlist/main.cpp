@@ -3,14 +3,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <exception>
-#include <filesystem>
-#include <string>
 
+#include "chlist/command_line.h"
 #include "chlist/commands.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/descriptor.h"
+#include "chlist/messages.h"
 
 namespace {
 
@@ -36,20 +35,13 @@ int run(int argc, char **argv) {
   return chlist::run_command_line(chlist::whole_program(log_level), argc, argv);
 }
 
-// Standard error that cannot be written, too, leaves the exit code.
-int complain(const std::string &what) {
-  static_cast<void>(std::fputs(("chlist: " + what + '\n').c_str(), stderr));
-  return chlist::exit_failed;
-}
-
 }  // namespace
 
 int main(int argc, char **argv) {
   try {
     return run(argc, argv);
-  } catch (const std::filesystem::filesystem_error &error) {
-    return complain(error.path1().string() + ": " + error.code().message());
   } catch (const std::exception &error) {
-    return complain(error.what());
+    chlist::print_message(error.what());
+    return chlist::exit_failed;
   }
 }

@@ -5,16 +5,16 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
-#include <system_error>
 
-#include "chlist/files/descriptor.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
 
 constexpr const char *standard_output = "standard output";
+constexpr int schema = 1;
 
 std::string text_of(const channel::identity &id) {
   return fmt::format("net {}, network {}, ts {}, {} {}, service {}", id.net_index, id.network_id, id.ts_id,
@@ -112,16 +112,20 @@ json json_of_views() {
   return views;
 }
 
-void print_json(const json &report) { fmt::print("{}\n", report.dump(2)); }
+void print_json(const json &report) {
+  json document = {{"schema", schema}};
+  document.put(report);
+  fmt::print("{}\n", document.dump(2));
+}
 
 void print_report(const std::function<void()> &print) {
   try {
     print();
   } catch (const std::system_error &error) {
-    throw std::system_error(error.code(), standard_output);
+    throw report_lost(error.code(), standard_output);
   }
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    fail(standard_output);
+    throw report_lost(errno, std::generic_category(), standard_output);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "chlist/json/json.h"
@@ -48,9 +49,15 @@ json array_of(const std::vector<Record> &records, json (*json_of_one)(const Reco
   return array;
 }
 
+// Every document of the tool: "schema" comes first, the number of the form that documents have.
 void print_json(const json &report);
 
-// Prints a report on standard output, and throws when something of it did not come through.
+// What was printed did not come through; nothing more is to be printed.
+struct report_lost : std::system_error {
+  using std::system_error::system_error;
+};
+
+// Prints a report on standard output, and throws report_lost when something of it did not come through.
 void print_report(const std::function<void()> &print);
 
 }  // namespace chlist

@@ -2,9 +2,13 @@
 #include "chlist/terminal.h"
 
 #include <fmt/format.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 namespace chlist {
@@ -12,6 +16,21 @@ namespace {
 
 constexpr std::chrono::seconds silence{1};
 constexpr std::chrono::milliseconds interval{200};
+
+constexpr std::size_t usual_columns = 80;
+constexpr std::size_t least_columns = 40;
+constexpr std::size_t most_columns_of_prose = 100;
+
+// 0 when the terminal does not say.
+std::size_t columns_of_terminal() {
+  const char *told = std::getenv("COLUMNS");
+  std::size_t columns = 0;
+  if (told != nullptr && std::from_chars(told, told + std::strlen(told), columns).ec == std::errc()) {
+    return columns;
+  }
+  winsize size = {};
+  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
 
 bool takes_colours(std::FILE *stream) {
   const char *refused = std::getenv("NO_COLOR");
@@ -37,6 +56,11 @@ constexpr int code_of(style look) {
 }
 
 }  // namespace
+
+std::size_t width_of_prose() {
+  const std::size_t columns = ::isatty(STDOUT_FILENO) == 1 ? columns_of_terminal() : 0;
+  return columns == 0 ? usual_columns : std::clamp(columns, least_columns, most_columns_of_prose);
+}
 
 std::string painted(std::string_view text, style look, std::FILE *stream) {
   return takes_colours(stream) ? fmt::format("\033[{}m{}\033[0m", code_of(look), text) : std::string(text);

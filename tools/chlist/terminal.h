@@ -1,4 +1,4 @@
-// What a terminal gets and a file does not: colours, and how far a long command has come.
+// What a terminal gets and a file does not: lines that fit it, colours, and how far a long command has come.
 #pragma once
 
 #include <chrono>
@@ -8,6 +8,9 @@
 #include <string_view>
 
 namespace chlist {
+
+// The width for texts that are read line after line: of the terminal that standard output is, in bounds.
+std::size_t width_of_prose();
 
 enum class style { bold, dim, red, yellow, green };
 

@@ -5,7 +5,6 @@
 #include <fstream>
 
 #include "chlist/commands.h"
-#include "chlist/pages/command_help.h"
 #include "chlist/pages/completion.h"
 #include "chlist/pages/manual_page.h"
 
@@ -21,17 +20,12 @@ void write(const fs::path &path, const std::string &text) {
   file.close();
 }
 
-void write_pages(const fs::path &folder, const chlist::command_help &command) {
-  write(folder / (command.page_name() + ".1"), chlist::manual_page(command, CHANNEL_VERSION));
-  for (const chlist::command_help &each : command.commands) {
-    write_pages(folder, each);
-  }
-}
-
 void write_all(const fs::path &folder) {
   int log_level = 0;
-  const chlist::command_help program = chlist::help_of(chlist::whole_program(log_level));
-  write_pages(folder / "man1", program);
+  const chlist::command program = chlist::whole_program(log_level);
+  for (const chlist::called_command &each : chlist::every_command(program)) {
+    write(folder / "man1" / (chlist::page_name(each.line) + ".1"), chlist::manual_page(each, CHANNEL_VERSION));
+  }
   write(folder / "bash" / program.name, chlist::bash_completion(program));
   write(folder / "zsh" / ('_' + program.name), chlist::zsh_completion(program));
 }

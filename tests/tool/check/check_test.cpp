@@ -82,7 +82,7 @@ TEST_F(CheckTool, OfEachKindTenAreShownUnlessAllAreAskedFor) {
 
   const std::string some = check(file.data).out;
   EXPECT_EQ(shown(some), 10U);
-  EXPECT_TRUE(tool_test::has_line(some, "        ...  2 more: unresolved-entry"));
+  EXPECT_TRUE(tool_test::has_line(some, "        ...  and 2 more: unresolved-entry (--all)"));
   EXPECT_EQ(shown(check(file.data, {"--all"}).out), 12U);
 }
 
@@ -95,7 +95,8 @@ TEST_F(CheckTool, JsonHasEveryFinding) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(json::parse(result.out),
-            (json{{"file", path()},
+            (json{{"schema", 1},
+                  {"file", path()},
                   {"size", end + 2},
                   {"version", 10},
                   {"networks", 1},
@@ -138,11 +139,11 @@ TEST_F(CheckTool, ATerminalGetsColours) {
 TEST_F(CheckTool, WhatIsNoFileCannotBeChecked) {
   const program_result missing = run({"check", path("none")});
   EXPECT_EQ(missing.exit_code, 2);
-  EXPECT_EQ(missing.err, "chlist: " + path("none") + ": No such file or directory\n");
+  EXPECT_EQ(missing.err, "chlist: check: " + path("none") + ": No such file or directory\n");
 
   const program_result folder = run({"check", dir.path()});
   EXPECT_EQ(folder.exit_code, 2);
-  EXPECT_EQ(folder.err, "chlist: " + dir.path() + ": not a regular file\n");
+  EXPECT_EQ(folder.err, "chlist: check: " + dir.path() + ": not a regular file\n");
 
   EXPECT_EQ(run({"check"}).exit_code, 2);
 }

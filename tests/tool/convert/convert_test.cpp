@@ -57,7 +57,7 @@ TEST_F(Convert, NamesAreHarmlessOnATerminalAndInJson) {
   channel_file file = plain_list();
   file.service({.service_id = 2, .name = "A\x1B[2J\xC2\x9B\x7F\xC3\xA9\""});
 
-  EXPECT_EQ(convert(9, file).err, "old.dat: dropped, occurs twice: \"A [2J\xC3\xA9\\\"\" "
+  EXPECT_EQ(convert(9, file).err, "chlist: convert: old.dat: dropped, occurs twice: \"A [2J\xC3\xA9\\\"\" "
                                   "(net 1, network 1, ts 100, 11000000 H, service 2)\n");
   EXPECT_EQ(converted_json(9, file)["findings"]["duplicate_services"][0]["name"], "A [2J\xC3\xA9\"");
 }
@@ -117,7 +117,7 @@ TEST_F(Convert, AFailedWriteLeavesTheOldOutputAndNoOther) {
       {"/bin/sh", "-c", "trap '' XFSZ; ulimit -f 100; exec " CHLIST_PROGRAM " convert old.dat new.dat"}, dir.path());
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: new.dat: the channel file could not be written\n");
+  EXPECT_EQ(result.err, "chlist: convert: new.dat: the channel file could not be written\n");
   EXPECT_EQ(read_file(path("new.dat")), "before");
   EXPECT_EQ(files(), (std::vector<std::string>{"new.dat", "old.dat"}));
 }
@@ -169,7 +169,7 @@ TEST_F(Convert, AReportThatCannotBeWrittenIsAFailure) {
         {"/bin/sh", "-c", "exec " CHLIST_PROGRAM " convert old.dat new.dat" + more + " >/dev/full"}, dir.path());
 
     EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: standard output: No space left on device\n");
+    EXPECT_EQ(result.err, "chlist: convert: standard output: No space left on device\n");
   }
   EXPECT_EQ(load_named("new.dat"), CHANNEL_LIST_VERSION);
 }

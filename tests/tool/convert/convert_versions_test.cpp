@@ -72,7 +72,8 @@ TEST_P(ConvertVersion, RefusesAFileThatIsOneByteShort) {
   fs::resize_file(path("old.dat"), fs::file_size(path("old.dat")) - 1);
 
   expect_refused({"convert", "old.dat", "new.dat"},
-                 "old.dat: ends too early for a channel file of version " + std::to_string(GetParam()));
+                 "old.dat: ends too early for a channel file of version " +
+                     std::to_string(GetParam()));
 }
 
 TEST_P(ConvertVersion, DropsAndNamesAServiceThatOccursTwice) {
@@ -82,7 +83,9 @@ TEST_P(ConvertVersion, DropsAndNamesAServiceThatOccursTwice) {
   const program_result result = convert(GetParam(), file);
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "old.dat: dropped, occurs twice: \"Copy\" (net 1, network 1, ts 100, 11000000 H, service 2)\n");
+  EXPECT_EQ(
+      result.err,
+      "chlist: convert: old.dat: dropped, occurs twice: \"Copy\" (net 1, network 1, ts 100, 11000000 H, service 2)\n");
   EXPECT_TRUE(has_line(result.out, "  duplicate services                                   1")) << result.out;
   ASSERT_EQ(load_named("new.dat"), CHANNEL_LIST_VERSION);
   EXPECT_STREQ(list.vch[1].rch->name[0].text, "Music");
@@ -95,7 +98,7 @@ TEST_P(ConvertVersion, KeepsAndNamesAnEntryThatResolvesToNothing) {
   const program_result result = convert(GetParam(), file);
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "old.dat: resolves to no service: the USER view, position 0: number 77 "
+  EXPECT_EQ(result.err, "chlist: convert: old.dat: resolves to no service: the USER view, position 0: number 77 "
                         "(net 1, network 1, ts 100, 12000000 V, service 9)\n");
   ASSERT_EQ(load_named("new.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(majors(VIEW_USER), (std::vector<int>{77}));
@@ -109,8 +112,8 @@ TEST_P(ConvertVersion, CountsOutsideTheirArraysAreFindings) {
   const program_result result = convert(GetParam(), file);
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "old.dat: TV: counts -1, taken as 0\n"
-                        "old.dat: genres: counts 51, taken as 50\n");
+  EXPECT_EQ(result.err, "chlist: convert: old.dat: TV: counts -1, taken as 0\n"
+                        "chlist: convert: old.dat: genres: counts 51, taken as 50\n");
 }
 
 TEST_P(ConvertVersion, EmptyNetworksAndTranspondersAreNotCarried) {

@@ -16,7 +16,7 @@ TEST_F(EditRefusals, ServicesThatAreNotThereOrCouldBeSeveral) {
   expect_refused({"lock", "list.dat", "Opera"}, "no service has the number, the name or the identity \"Opera\"");
   const auto ambiguous = run({"lock", "list.dat", "s"});
   EXPECT_EQ(ambiguous.exit_code, 2);
-  EXPECT_TRUE(ambiguous.err.starts_with("chlist: \"s\" could be any of 4 services:\n")) << ambiguous.err;
+  EXPECT_TRUE(ambiguous.err.starts_with("chlist: lock: \"s\" could be any of 4 services:\n")) << ambiguous.err;
   expect_bytes(before.data);
 }
 
@@ -106,7 +106,7 @@ TEST_F(EditRefusals, AListWithoutServices) {
 
   expect_refused({"lock", "list.dat", "1"}, "no service has the number, the name or the identity \"1\"");
   EXPECT_EQ(run({"sort", "list.dat", "--by", "name"}).out, "list.dat: nothing to change\n");
-  EXPECT_EQ(run({"fav", "list", "list.dat", "--json"}).out, "[]\n");
+  EXPECT_EQ(json::parse(run({"fav", "list", "list.dat", "--json"}).out)["groups"], json::array());
 }
 
 TEST_F(EditRefusals, FilesOfOtherVersions) {
@@ -116,7 +116,7 @@ TEST_F(EditRefusals, FilesOfOtherVersions) {
     const auto result = run({"lock", "old.dat", "News"});
 
     EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: old.dat: is of version " + std::to_string(version) +
+    EXPECT_EQ(result.err, "chlist: lock: old.dat: is of version " + std::to_string(version) +
                               ", not 10: `chlist convert` makes one of it\n");
   }
 }

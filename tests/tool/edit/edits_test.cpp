@@ -45,9 +45,10 @@ TEST_F(Edits, NamesFillTheirFieldAndAreCutInFrontOfACharacter) {
     const auto result = run({"rename", "list.dat", "Films", name.given});
 
     EXPECT_EQ(result.exit_code, is_cut ? 1 : 0);
-    EXPECT_EQ(result.err, is_cut ? "list.dat: the name is cut to " + std::to_string(name.stored.size()) + " of its " +
-                                       std::to_string(name.given.size()) + " bytes\n"
-                                 : "");
+    EXPECT_EQ(result.err, is_cut
+                              ? "chlist: rename: list.dat: the name is cut to " + std::to_string(name.stored.size()) +
+                                    " of its " + std::to_string(name.given.size()) + " bytes\n"
+                              : "");
     bytes expected = before.data;
     set_name(expected, service_at(before, 1) + service_field::name, name.stored);
     expect_bytes(expected);
@@ -83,7 +84,7 @@ TEST_F(Edits, AServiceThatIsNamedTwiceIsTakenOnce) {
   const auto result = run({"remove", "list.dat", "News", "1"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.dat: \"News\" is named twice: taken once\n");
+  EXPECT_EQ(result.err, "chlist: remove: list.dat: \"News\" is named twice: taken once\n");
 }
 
 TEST_F(Edits, RemoveAServiceWithItsEntriesAndNothingElse) {
@@ -247,9 +248,9 @@ TEST_F(Edits, WhatCannotBeSavedAgainIsTold) {
   const auto result = run({"lock", "list.dat", "News"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.dat: the promotion view counts 11 entries: saved as 10\n"
-                        "list.dat: the table of genres counts 51: saved as 50\n"
-                        "list.dat: 4 bytes behind the last record: not saved\n");
+  EXPECT_EQ(result.err, "chlist: lock: list.dat: the promotion view counts 11 entries: saved as 10\n"
+                        "chlist: lock: list.dat: the table of genres counts 51: saved as 50\n"
+                        "chlist: lock: list.dat: 4 bytes behind the last record: not saved\n");
   put(damaged, view_place(VIEW_PROMOTION).count, 2, 10);
   put(damaged, test_support::group_place(GROUP_GENRE).count, 2, 50);
   put(damaged, service_at(before, 0) + service_field::flag, 1, 2);

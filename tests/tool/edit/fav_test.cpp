@@ -50,7 +50,7 @@ TEST_F(Favourites, OneThatIsThereStaysWithANote) {
   const auto result = run({"fav", "add", "list.dat", "0", "Films"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.dat: \"Films\" is in the favourites 0 \"Best\" view already\n");
+  EXPECT_EQ(result.err, "chlist: fav add: list.dat: \"Films\" is in the favourites 0 \"Best\" view already\n");
   expect_bytes(before.data);
 }
 
@@ -134,9 +134,9 @@ TEST_F(Favourites, NamesOfGroupsAreCutInFrontOfACharacter) {
     const auto result = run({"fav", "rename", "list.dat", "Kids", given});
 
     EXPECT_EQ(result.exit_code, given == stored ? 0 : 1);
-    EXPECT_EQ(result.err, given == stored
-                              ? ""
-                              : "list.dat: the name is cut to " + std::to_string(stored.size()) + " of its 96 bytes\n");
+    EXPECT_EQ(result.err, given == stored ? ""
+                                          : "chlist: fav rename: list.dat: the name is cut to " +
+                                                std::to_string(stored.size()) + " of its 96 bytes\n");
     bytes expected = before.data;
     expected.replace(group_at(1) + group_field::name, 96, stored + bytes(96 - stored.size(), '\0'));
     put(expected, group_at(1) + group_field::name_len, 2, stored.size());
@@ -180,10 +180,10 @@ TEST_F(Favourites, AreListed) {
   EXPECT_EQ(run({"fav", "list", "list.dat"}).out, "group  id  name  entries\n"
                                                   "    0   0  Best        3\n"
                                                   "    1   1  Kids        1\n");
-  EXPECT_EQ(chlist::json::parse(run({"fav", "list", "list.dat", "--json"}).out),
-            chlist::json::parse(R"([{"group": 0, "id": 0, "name": "Best", "entries": 3},
-                                      {"group": 1, "id": 1, "name": "Kids", "entries": 1}])"));
-  EXPECT_EQ(chlist::json::parse(run({"fav", "list", "list.dat", "Kids", "--json"}).out),
+  EXPECT_EQ(json::parse(run({"fav", "list", "list.dat", "--json"}).out)["groups"],
+            chlist::json::parse(R"([{"group": 0, "id": 0, "name": "Best", "count": 3},
+                                      {"group": 1, "id": 1, "name": "Kids", "count": 1}])"));
+  EXPECT_EQ(json::parse(run({"fav", "list", "list.dat", "Kids", "--json"}).out)["entries"],
             chlist::json::parse(R"([{"position": 0, "number": 9, "minor": 0, "name": "Sport", "net_index": 1,
                                        "network_id": 1, "ts_id": 200, "frequency": 12000000, "polarisation": "V",
                                        "service_id": 3}])"));
@@ -197,8 +197,8 @@ TEST_F(Favourites, AreListedWithoutTheSelectorsOfTheirNames) {
   write_file(path(), before.data);
 
   expect_refused({"fav", "new", "list.dat", "docs"}, "there is a favourite group \"Docs\" already");
-  EXPECT_EQ(chlist::json::parse(run({"fav", "list", "list.dat", "--json"}).out)[2],
-            chlist::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "entries": 0})"));
+  EXPECT_EQ(json::parse(run({"fav", "list", "list.dat", "--json"}).out)["groups"][2],
+            chlist::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "count": 0})"));
 }
 
 TEST_F(Favourites, OfOneIdAreListedButNotEdited) {

@@ -113,10 +113,9 @@ TEST_F(Renumber, TellsOfNumbersThatOccurTwiceByFollowing) {
   const auto result = run({"renumber", "list.dat", "--from", "20"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(
-      result.err,
-      "list.dat: numbers that now occur more than once in the USER view, where entries have numbers of their own: "
-      "1\n");
+  EXPECT_EQ(result.err, "chlist: renumber: list.dat: numbers that now occur more than once in the USER view, where "
+                        "entries have numbers of their own: "
+                        "1\n");
 }
 
 TEST_F(Renumber, NumbersOneViewAnew) {

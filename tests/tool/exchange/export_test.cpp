@@ -61,7 +61,7 @@ TEST_F(Export, AFolderIsReadBackButNotInto) {
     const program_result result = run({"import", input, "-o", "box/userbouquet.all_channels.tv"});
 
     EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: box/userbouquet.all_channels.tv: is a part of the input\n");
+    EXPECT_EQ(result.err, "chlist: import: box/userbouquet.all_channels.tv: is a part of the input\n");
   }
   EXPECT_EQ(read("box/lamedb"), lamedb);
   EXPECT_EQ(run({"import", "box", "-o", "back.dat"}).exit_code, 0);
@@ -82,7 +82,7 @@ TEST_F(Export, AFolderThatHoldsSomethingIsRefused) {
   const program_result result = exported("box", {"--to", "lamedb4"});
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: " + dir.path() +
+  EXPECT_EQ(result.err, "chlist: export: " + dir.path() +
                             "box: the folder is not empty, and what is in it would be taken for a part of the list\n");
   EXPECT_EQ(read("box/blacklist"), "1");
   EXPECT_FALSE(std::filesystem::exists(dir.path() + "box/lamedb"));
@@ -96,7 +96,7 @@ TEST_F(Export, AFileIsNoFolder) {
   const program_result refused = exported("box.dat.copy", {"--to", "lamedb4"});
 
   EXPECT_EQ(refused.exit_code, 2);
-  EXPECT_EQ(refused.err, "chlist: " + dir.path() + "box.dat.copy: not a folder\n");
+  EXPECT_EQ(refused.err, "chlist: export: " + dir.path() + "box.dat.copy: not a folder\n");
 }
 
 // A receiver forgets it whenever it loads a list.
@@ -148,24 +148,27 @@ TEST_F(Export, SourcesMayBeNamed) {
 }
 
 TEST_F(Export, BadOptionsAreRefused) {
-  EXPECT_EQ(exported("box.conf", {"--source", "Net"}).err, "--source: \"Net\" is not NETWORK=SOURCE\n"
-                                                           "Run with --help for more information.\n");
+  EXPECT_EQ(exported("box.conf", {"--source", "Net"}).err,
+            "chlist: export: --source: \"Net\" is not NETWORK=SOURCE: see `chlist help export`\n");
   EXPECT_EQ(exported("box.conf", {"--source", "Net=S1"}).exit_code, 2);
-  EXPECT_EQ(exported("box.conf", {"--source", "M=S1E"}).err, "--source: no network is named \"M\"\n"
-                                                             "Run with --help for more information.\n");
+  EXPECT_EQ(exported("box.conf", {"--source", "M=S1E"}).err,
+            "chlist: export: --source: no network is named \"M\": see `chlist help export`\n");
   EXPECT_EQ(exported("box.csv", {"--columns", "nome"}).exit_code, 2);
-  EXPECT_EQ(exported("box.m3u", {"--url", "{"}).err, "chlist: --url: \"{\" is not closed\n");
+  EXPECT_EQ(exported("box.m3u", {"--url", "{"}).err, "chlist: export: --url: \"{\" is not closed\n");
   EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat"}));
 }
 
 TEST_F(Export, UnknownFormatsAreRefused) {
-  EXPECT_TRUE(exported("box.xyz").err.starts_with("chlist: box.xyz: its name tells no format; --to names it: json"));
-  EXPECT_TRUE(exported("box.xyz", {"--to", "xyz"}).err.starts_with("chlist: 'xyz' is no format that can be written"));
-  EXPECT_TRUE(run({"import", "box.dat", "-o", "out.dat"})
-                  .err.starts_with("chlist: box.dat: is of no known format; --from names it: json"));
+  EXPECT_TRUE(
+      exported("box.xyz").err.starts_with("chlist: export: box.xyz: its name tells no format; --to names it: json"));
+  EXPECT_TRUE(exported("box.xyz", {"--to", "xyz"})
+                  .err.starts_with("chlist: export: no format to write \"xyz\": there are json"));
+  write_file(dir.path() + "box.txt", "nothing known");
+  EXPECT_TRUE(run({"import", "box.txt", "-o", "out.dat"})
+                  .err.starts_with("chlist: import: box.txt: is of no known format; --from names it: json"));
   EXPECT_TRUE(run({"import", "box.dat", "-o", "out.dat", "--from", "m3u"})
-                  .err.starts_with("chlist: 'm3u' is no format that can be read; there are json"));
-  EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat"}));
+                  .err.starts_with("chlist: import: no format to read \"m3u\": there are json"));
+  EXPECT_TRUE(files() == (std::vector<std::string>{"box.dat", "box.txt"}));
 }
 
 TEST_F(Export, JsonComesBackByteForByte) {
@@ -184,7 +187,7 @@ TEST_F(Export, JsonThatIsWrongIsToldWithItsFile) {
   const program_result result = run({"import", "bad.json", "-o", "out.dat"});
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: bad.json: $: is no object with \"format\": \"channel file\"\n");
+  EXPECT_EQ(result.err, "chlist: import: bad.json: $: is no object with \"format\": \"channel file\"\n");
 }
 
 TEST_F(Export, CsvIsFoundByItsHeaderAndSkippedRowsAreFindings) {
@@ -193,7 +196,7 @@ TEST_F(Export, CsvIsFoundByItsHeaderAndSkippedRowsAreFindings) {
   const program_result result = run({"import", "list.txt", "-o", "out.dat"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.txt:3: skipped: service_id=\"x\": VALUE is 0 to 65535\n");
+  EXPECT_EQ(result.err, "chlist: import: list.txt:3: skipped: service_id=\"x\": VALUE is 0 to 65535\n");
   load("out.dat");
   EXPECT_EQ(list.vnumber, 1);
 }
@@ -214,9 +217,10 @@ TEST_F(Export, ReportsAreJsonToo) {
 }
 
 TEST_F(Export, TheInputIsNotOverwrittenAndOtherFilesAreRefused) {
-  EXPECT_EQ(exported("./box.dat", {"--to", "csv"}).err, "chlist: ./box.dat: is the input itself\n");
+  EXPECT_EQ(exported("./box.dat", {"--to", "csv"}).err, "chlist: export: ./box.dat: is the input itself\n");
   write_file(dir.path() + "short.dat", "x");
-  EXPECT_EQ(run({"export", "short.dat", "-o", "out.csv"}).err, "chlist: short.dat: too short for a channel file\n");
+  EXPECT_EQ(run({"export", "short.dat", "-o", "out.csv"}).err,
+            "chlist: export: short.dat: too short for a channel file\n");
   EXPECT_EQ(run({"export", "missing.dat", "-o", "out.csv"}).exit_code, 2);
 }
 

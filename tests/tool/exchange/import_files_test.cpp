@@ -83,8 +83,8 @@ TEST_F(ImportFiles, WithoutAServiceNothingIsWritten) {
   const program_result result = import("broken\n");
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "channels.conf:1: skipped: has 1 field instead of 13\n"
-                        "chlist: channels.conf: no service to import\n");
+  EXPECT_EQ(result.err, "chlist: import: channels.conf:1: skipped: has 1 field instead of 13\n"
+                        "chlist: import: channels.conf: no service to import\n");
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(read_file(dir.path() + "list.dat"), "old");
 }
@@ -101,22 +101,22 @@ TEST_F(ImportFiles, AFailedWriteLeavesTheOldOutputAndNoOther) {
   const program_result result = run_program({"/bin/sh", "-c", limited}, dir.path());
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: list.dat: the channel file could not be written\n");
+  EXPECT_EQ(result.err, "chlist: import: list.dat: the channel file could not be written\n");
   EXPECT_EQ(read_file(dir.path() + "list.dat"), "old");
   EXPECT_EQ(files(), (std::vector<std::string>{"list.dat"}));
 }
 
 TEST_F(ImportFiles, InputThatCannotBeReadIsRefused) {
-  EXPECT_EQ(run({"import", "missing.conf", "-o", "list.dat"}).err, "chlist: missing.conf: cannot be read\n");
+  EXPECT_EQ(run({"import", "missing.conf", "-o", "list.dat"}).err, "chlist: import: missing.conf: cannot be read\n");
   EXPECT_EQ(run({"import", "missing.conf", "-o", "list.dat"}).exit_code, 2);
-  EXPECT_EQ(run({"import", "/tmp", "-o", "list.dat"}).err, "chlist: /tmp: cannot be read\n");
+  EXPECT_EQ(run({"import", "/tmp", "-o", "list.dat"}).err, "chlist: import: /tmp: cannot be read\n");
   EXPECT_TRUE(files().empty());
 }
 
 TEST_F(ImportFiles, OutputThatCannotBeWrittenIsRefused) {
   EXPECT_EQ(run({"import", sample, "-o", "missing/list.dat"}).exit_code, 2);
   EXPECT_EQ(run({"import", sample, "-o", dir.path()}).exit_code, 2);
-  EXPECT_EQ(run({"import", sample, "-o", "/dev/null"}).err, "chlist: /dev/null: not a regular file\n");
+  EXPECT_EQ(run({"import", sample, "-o", "/dev/null"}).err, "chlist: import: /dev/null: not a regular file\n");
   EXPECT_TRUE(files().empty());
 }
 
@@ -126,7 +126,7 @@ TEST_F(ImportFiles, TheInputIsNotOverwritten) {
   const program_result result = import(text, "./channels.conf");
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: ./channels.conf: is the input itself\n");
+  EXPECT_EQ(result.err, "chlist: import: ./channels.conf: is the input itself\n");
   EXPECT_EQ(read_file(dir.path() + "channels.conf"), text);
 }
 

@@ -73,23 +73,22 @@ TEST_F(Import, TheSummarySaysWhatIsNotCarried) {
                                                                  .radio_id = "3"}
                                                         .text());
 
-  EXPECT_EQ(result.out,
-            "list.dat: 1 service (1 TV, 0 radio, 0 other) of 1 provider on 1 transponder of 1 source, 0 lines skipped\n"
-            "Not carried by the channel file:\n"
-            "  further audio PIDs                    1\n"
-            "  Dolby PIDs                            1\n"
-            "  teletext PIDs                         1\n"
-            "  CA ids (but marked as scrambled)      1\n"
-            "  RIDs                                  1\n"
-            "  group names                           1\n");
+  EXPECT_EQ(result.out, "list.dat: 1 service (1 TV, 0 radio, 0 other) of 1 provider on 1 transponder "
+                        "of 1 source, 0 lines skipped\n"
+                        "Not carried by the channel file:\n"
+                        "  further audio PIDs                    1\n"
+                        "  Dolby PIDs                            1\n"
+                        "  teletext PIDs                         1\n"
+                        "  CA ids (but marked as scrambled)      1\n"
+                        "  RIDs                                  1\n"
+                        "  group names                           1\n");
 }
 
 TEST_F(Import, AListThatIsCarriedWholeHasAShortSummary) {
   const program_result result = import(service_line{.parameters = "H", .symbol_rate = "0"}.text());
 
-  EXPECT_EQ(
-      result.out,
-      "list.dat: 1 service (1 TV, 0 radio, 0 other) of 0 providers on 1 transponder of 1 source, 0 lines skipped\n");
+  EXPECT_EQ(result.out, "list.dat: 1 service (1 TV, 0 radio, 0 other) of 0 providers on 1 transponder "
+                        "of 1 source, 0 lines skipped\n");
 }
 
 TEST_F(Import, TheSampleServicesHaveTheirProviders) {
@@ -114,7 +113,8 @@ TEST_F(Import, ProvidersThatDoNotFitAreAFinding) {
   const program_result result = import(text);
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "channels.conf: the list of providers is full: it holds 500, 1 more are left out\n");
+  EXPECT_EQ(result.err,
+            "chlist: import: channels.conf: the list of providers is full: it holds 500, 1 more are left out\n");
   EXPECT_NE(result.out.find(" of 500 providers on "), std::string::npos) << result.out;
   load();
   EXPECT_EQ(list.vnumber, MAX_PROVIDER + 1);
@@ -135,14 +135,32 @@ TEST_F(Import, SkippedLinesAreReportedInOrderAndTheRestIsImported) {
              service_line{.service_id = "x"}.text() + service_line{.service_id = "2"}.text());
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "channels.conf:2: skipped: is the same service as line 1\n"
-                        "channels.conf:3: skipped: has 1 field instead of 13\n"
-                        "channels.conf:4: skipped: SID 'x' is not a number\n");
+  EXPECT_EQ(result.err, "chlist: import: channels.conf:2: skipped: is the same service as line 1\n"
+                        "chlist: import: channels.conf:3: skipped: has 1 field instead of 13\n"
+                        "chlist: import: channels.conf:4: skipped: SID 'x' is not a number\n");
   EXPECT_NE(result.out.find("2 services (2 TV, 0 radio, 0 other)"), std::string::npos) << result.out;
   EXPECT_NE(result.out.find("3 lines skipped"), std::string::npos) << result.out;
   load();
   EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{1, 2}));
   EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{1, 2}));
+}
+
+TEST_F(Import, OfLinesThatAreSkippedForOneReasonTenAreToldUnlessAllAreAskedFor) {
+  std::string text = service_line{.service_id = "1"}.text() + "broken\n";
+  for (int n = 0; n < 12; ++n) {
+    text += service_line{.service_id = "x" + std::to_string(n)}.text();
+  }
+  write_file(path("channels.conf"), text);
+
+  const program_result some = run({"import", "channels.conf", "-o", "list.dat"});
+  const program_result all = run({"import", "channels.conf", "-o", "list.dat", "--all"});
+
+  EXPECT_EQ(lines_of(some.err).size(), 12U) << some.err;
+  EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:2: skipped: has 1 field instead of 13")) << some.err;
+  EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:12: skipped: SID 'x9' is not a number")) << some.err;
+  EXPECT_EQ(lines_of(some.err).back(), "chlist: import: channels.conf: and 2 more: SID '' is not a number (--all)");
+  EXPECT_EQ(lines_of(all.err).size(), 13U) << all.err;
+  EXPECT_EQ(lines_of(all.err).back(), "chlist: import: channels.conf:14: skipped: SID 'x11' is not a number");
 }
 
 TEST_F(Import, AViewThatIsTooSmallIsAFinding) {
@@ -154,15 +172,14 @@ TEST_F(Import, AViewThatIsTooSmallIsAFinding) {
   const program_result result = import(text);
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err,
-            "channels.conf: the radio view is full: it holds 1000, 1 more services are in the ALL view only\n");
+  EXPECT_EQ(result.err, "chlist: import: channels.conf: the radio view is full: it holds 1000, 1 more services are in "
+                        "the ALL view only\n");
   load();
   EXPECT_EQ(list.vnumber, MAX_RADIO_CHANNEL + 1);
   EXPECT_EQ(list.radio_vnumber, MAX_RADIO_CHANNEL);
 }
 
 TEST_F(Import, BadUsageIsRefused) {
-  EXPECT_EQ(run_program({CHLIST_PROGRAM}).exit_code, 2);
   EXPECT_EQ(run_program({CHLIST_PROGRAM, "unknown"}).exit_code, 2);
   EXPECT_EQ(run({"import"}).exit_code, 2);
   EXPECT_EQ(run({"import", sample}).exit_code, 2);

@@ -46,7 +46,7 @@ TEST_P(ChlistFullDisk, KeepsTheEarlierOutputUntilTheNewOneFits) {
     const program_result result = run_onto_disk();
 
     EXPECT_EQ(result.exit_code, 2) << blocks;
-    EXPECT_EQ(result.err, "chlist: " + output() + ": the channel file could not be written\n");
+    EXPECT_EQ(result.err, message(GetParam().arguments, output() + ": the channel file could not be written"));
     EXPECT_EQ(result.out, "");
     EXPECT_TRUE(tool_test::files_in(disk.path()) == earlier);
     EXPECT_TRUE(folder() == before);

@@ -98,7 +98,7 @@ TEST_F(ChlistReport, OfAnyLengthThatCannotBeWrittenIsAFailure) {
     const program_result result = run_program({"/bin/sh", "-c", line}, dir.path());
 
     EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: standard output: No space left on device\n");
+    EXPECT_EQ(result.err, "chlist: merge: standard output: No space left on device\n");
   }
 }
 

@@ -109,7 +109,8 @@ TEST_F(Report, SumsUpAsJson) {
   const program_result result = report(small_list().data, {"--json"});
 
   EXPECT_EQ(result.exit_code, 0);
-  EXPECT_EQ(json::parse(result.out), (json{{"list", "list.dat"},
+  EXPECT_EQ(json::parse(result.out), (json{{"schema", 1},
+                                           {"list", "list.dat"},
                                            {"output", "page.html"},
                                            {"size", page().size()},
                                            {"services", 2},

@@ -19,7 +19,7 @@ TEST_F(MergeTool, WhatCannotBeSavedAgainIsTold) {
   const program_result result = merge();
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.dat: 4 bytes behind the last record: not saved\n");
+  EXPECT_EQ(result.err, "chlist: merge: list.dat: 4 bytes behind the last record: not saved\n");
   EXPECT_EQ(merged_json()["findings"]["lost"], json::array({"4 bytes behind the last record: not saved"}));
 }
 
@@ -39,8 +39,8 @@ TEST_F(MergeTool, AServiceThatOccursTwiceInTheNewListIsTakenOnce) {
   const program_result result = merge();
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err,
-            "scan.dat: taken once, occurs twice: \"Copy\" (net 1, network 1, ts 100, 11000000 H, service 5)\n");
+  EXPECT_EQ(result.err, "chlist: merge: scan.dat: taken once, occurs twice: \"Copy\" (net 1, network 1, ts 100, "
+                        "11000000 H, service 5)\n");
   EXPECT_TRUE(has_line(result.out, "out.dat: 1 service added, 0 deleted, 2 kept")) << result.out;
   EXPECT_EQ(merged_json()["findings"]["duplicate_services"][0]["name"], "Copy");
 }
@@ -65,8 +65,9 @@ TEST_F(MergeTool, AnEntryThatResolvedToNothingIsDroppedAndNamed) {
   const program_result result = merge();
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "list.dat: dropped, resolves to no service: the USER view, position 0: number 77 "
-                        "(net 1, network 1, ts 100, 11000000 H, service 9)\n");
+  EXPECT_EQ(result.err,
+            "chlist: merge: list.dat: dropped, resolves to no service: the USER view, position 0: number 77 "
+            "(net 1, network 1, ts 100, 11000000 H, service 9)\n");
   ASSERT_EQ(load_named("out.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(list.user_vnumber, 0);
 }
@@ -101,7 +102,8 @@ TEST_F(MergeTool, AServiceWithoutAnEntryInAFullViewIsAFinding) {
   const program_result result = merge();
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "scan.dat: the radio view is full: it holds 1000, 1 service added without an entry there\n");
+  EXPECT_EQ(result.err,
+            "chlist: merge: scan.dat: the radio view is full: it holds 1000, 1 service added without an entry there\n");
   EXPECT_TRUE(has_line(result.out, "    1       1   100   11000000   H    3000    2  ALL 3000: \"More\""))
       << result.out;
   EXPECT_EQ(merged_json()["findings"]["full_views"],

@@ -91,7 +91,7 @@ TEST_F(MergeTool, AFailedWriteLeavesTheListAndNoOtherFile) {
       dir.path());
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: list.dat: the channel file could not be written\n");
+  EXPECT_EQ(result.err, "chlist: merge: list.dat: the channel file could not be written\n");
   EXPECT_EQ(read_file(path("list.dat")), own_list().data);
   EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "scan.dat"}));
 }
@@ -101,7 +101,7 @@ TEST_F(MergeTool, AReportThatCannotBeWrittenIsAFailure) {
       {"/bin/sh", "-c", "exec " CHLIST_PROGRAM " merge list.dat scan.dat --dry-run >/dev/full"}, dir.path());
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: standard output: No space left on device\n");
+  EXPECT_EQ(result.err, "chlist: merge: standard output: No space left on device\n");
 }
 
 TEST_F(MergeTool, BadUsageIsRefused) {
@@ -116,7 +116,7 @@ TEST_F(MergeTool, WithoutOutputOnlyADryRunIsPossible) {
   const program_result result = run({"merge", "list.dat", "scan.dat"});
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(lines_of(result.err).front(), "--output (or --dry-run) is required");
+  EXPECT_EQ(result.err, "chlist: merge: --output (or --dry-run) is required: see `chlist help merge`\n");
 }
 
 }  // namespace

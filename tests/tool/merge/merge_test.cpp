@@ -42,7 +42,7 @@ TEST_F(MergeTool, TheJsonReportSaysTheSame) {
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(json::parse(result.out), json::parse(R"({
-      "list": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
+      "schema": 1, "list": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
       "added": [{"name": "Music", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
                  "polarisation": "H", "service_id": 5, "service_type": 2,
                  "entries": [{"view": "ALL", "number": 5}, {"view": "radio", "number": 5}]}],

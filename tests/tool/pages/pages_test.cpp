@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "chlist/commands.h"
-#include "chlist/pages/command_help.h"
 #include "chlist/pages/completion.h"
 #include "chlist/pages/manual_page.h"
 #include "support/temp_dir.h"
@@ -13,28 +12,36 @@
 
 namespace {
 
-using chlist::command_help;
-using chlist::option_help;
+using chlist::called_command;
+using chlist::command;
 using tool_test::program_result;
 using tool_test::run_program;
 
-command_help program_with_commands() {
-  command_help program = {.name = "tool", .summary = "Works on lists."};
-  command_help copy = {.name = "tool copy", .summary = "Copy a list"};
-  copy.arguments = {{.names = {"FROM"}, .about = "what to read", .is_required = true},
-                    {.names = {"TO"}, .about = "what to write", .is_repeatable = true}};
-  copy.options = {
-      {.names = {"-o", "--order"}, .value = "ORDER", .choices = {"name", "number"}, .about = "it's the order"},
-      {.names = {"--dry-run"}, .about = "write [nothing]: none"},
-      {.names = {"-x", "--except"}, .value = "NAME", .about = "not this one", .is_repeatable = true},
-      {.names = {"--tag"}, .value = "TAG", .about = "with a tag", .is_repeatable = true},
-      {.names = {"-q", "--queue"}, .value = "QUEUE", .about = "where to", .is_required = true}};
-  copy.sections = chlist::sections_of(".first line\n\nExit codes:\n  0  done\n\nExamples:\n  tool copy 'a b' c\\d\n");
-  command_help all = {.name = "tool copy all", .summary = "Copy everything"};
-  program.options = {{.names = {"--help"}, .about = "this text"}};
-  program.commands = {copy};
-  program.commands[0].commands = {all};
-  return program;
+bool a_flag;
+std::string a_text;
+std::vector<std::string> texts;
+
+command program_with_commands() {
+  command copy = {
+      .name = "copy",
+      .summary = "Copy a list",
+      .details = {".first line"},
+      .exit_codes = {{"0", "done"}},
+      .examples = {"tool copy 'a b' c\\d"},
+      .options =
+          {{.names = "FROM", .target = &a_text, .about = "what to read", .is_required = true},
+           {.names = "TO", .target = &texts, .about = "what to write"},
+           {.names = "-o,--order",
+            .target = &a_text,
+            .about = "it's the order",
+            .value = "ORDER",
+            .choices = {"name", "number"}},
+           {.names = "--dry-run", .target = &a_flag, .about = "write [nothing]: none"},
+           {.names = "-x,--except", .target = &texts, .about = "not this one", .value = "NAME"},
+           {.names = "--tag", .target = &texts, .about = "with a tag", .value = "TAG"},
+           {.names = "-q,--queue", .target = &a_text, .about = "where to", .value = "QUEUE", .is_required = true}},
+      .commands = {{.name = "all", .summary = "Copy everything"}}};
+  return {.name = "tool", .summary = "Works on lists", .commands = {copy}};
 }
 
 class Pages : public testing::Test {
@@ -69,16 +76,17 @@ TEST_F(Pages, ManualPageIsCleanRoffInTheOrderOfManualPages) {
   if (!has("groff")) {
     GTEST_SKIP() << "groff is not installed";
   }
-  const std::string page = written("page.1", chlist::manual_page(program_with_commands().commands[0], "1.2.3"));
+  const command copy = program_with_commands().commands[0];
+  const std::string page = written("page.1", chlist::manual_page({"tool copy", &copy}, "1.2.3"));
 
   const program_result result = run_program({"/bin/sh", "-c", "groff -man -ww -Tascii -P-cbou " + page});
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(result.err, "");
   std::size_t at = 0;
-  for (const char *text : {"NAME", "tool-copy - Copy a list", "SYNOPSIS", "tool copy [options] -q QUEUE FROM [TO]...",
+  for (const char *text : {"NAME", "tool-copy - Copy a list", "SYNOPSIS", "tool copy [options] FROM [TO]... -q QUEUE",
                            "DESCRIPTION", ".first line", "COMMANDS", "tool-copy-all(1)", "OPTIONS", "-o, --order ORDER",
-                           "it's the order; one of name, number", "--dry-run", "EXIT STATUS", "done", "EXAMPLES",
+                           "it's the order: name, number", "--dry-run", "EXIT STATUS", "done", "EXAMPLES",
                            "tool copy 'a b' c\\d", "SEE ALSO", "tool(1)", "channel 1.2.3"}) {
     at = result.out.find(text, at);
     ASSERT_NE(at, std::string::npos) << text << "\n" << result.out;
@@ -126,41 +134,31 @@ TEST_F(Pages, ZshOffersAgainWhatMayBeGivenAgain) {
   EXPECT_NE(text.find("'*--tag[with a tag]:TAG:_files'"), std::string::npos) << text;
 }
 
-// The help of every command and of those below it.
-std::vector<command_help> all_commands() {
-  int log_level = 0;
-  std::vector<command_help> all = {chlist::help_of(chlist::whole_program(log_level))};
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    const std::vector<command_help> below = all[i].commands;
-    all.insert(all.end(), below.begin(), below.end());
-  }
-  return all;
-}
-
 TEST_F(Pages, OfEveryCommandOfTheToolAreCleanAndComplete) {
   if (!has("groff")) {
     GTEST_SKIP() << "groff is not installed";
   }
-  const std::vector<command_help> commands = all_commands();
-  EXPECT_EQ(commands.size(), 30U);
-  for (const command_help &command : commands) {
-    const std::string page = written("page.1", chlist::manual_page(command, "1.2.3"));
+  int log_level = 0;
+  const command program = chlist::whole_program(log_level);
+  const std::vector<called_command> commands = chlist::every_command(program);
+  EXPECT_EQ(commands.size(), 31U);
+  for (const called_command &called : commands) {
+    const std::string page = written("page.1", chlist::manual_page(called, "1.2.3"));
 
     const program_result result = run_program({"/bin/sh", "-c", "groff -man -ww -Tascii -P-cbou " + page});
 
-    SCOPED_TRACE(command.name);
+    SCOPED_TRACE(called.line);
     EXPECT_EQ(result.exit_code, 0);
     EXPECT_EQ(result.err, "");
-    for (const char *section : {"SYNOPSIS", "OPTIONS", "EXIT STATUS", "EXAMPLES"}) {
-      const bool is_group = !command.commands.empty() && command.name != "chlist";
-      EXPECT_TRUE(is_group || result.out.find(section) != std::string::npos) << section;
+    for (const char *section : {"SYNOPSIS", "DESCRIPTION", "OPTIONS", "EXIT STATUS", "EXAMPLES"}) {
+      EXPECT_NE(result.out.find(section), std::string::npos) << section;
     }
   }
 }
 
 TEST_F(Pages, OfTheToolAreTakenByBothShells) {
   int log_level = 0;
-  const command_help program = chlist::help_of(chlist::whole_program(log_level));
+  const command program = chlist::whole_program(log_level);
   const std::string bash = written("bash", chlist::bash_completion(program));
   const std::string zsh = written("_chlist", chlist::zsh_completion(program));
 

@@ -209,7 +209,7 @@ TEST_F(SalvageTool, AFileWithoutServicesIsRefusedAndTheOutputStays) {
 
   EXPECT_EQ(result.exit_code, 2);
   EXPECT_EQ(result.out, "");
-  EXPECT_EQ(result.err, "chlist: " + path("damaged.dat") +
+  EXPECT_EQ(result.err, "chlist: salvage: " + path("damaged.dat") +
                             ": nothing of a channel list is left in it: there is nothing to recover\n");
   EXPECT_EQ(read_file(path("out.dat")), "as it was");
 }
@@ -223,7 +223,7 @@ TEST_F(SalvageTool, TheOutputIsNotTheInput) {
     const program_result result = run({"salvage", path("damaged.dat"), "-o", output});
 
     EXPECT_EQ(result.exit_code, 2);
-    EXPECT_EQ(result.err, "chlist: " + output + ": is the input itself\n");
+    EXPECT_EQ(result.err, "chlist: salvage: " + output + ": is the input itself\n");
   }
   EXPECT_EQ(run({"salvage", path("damaged.dat")}).exit_code, 2);
 }
@@ -232,7 +232,7 @@ TEST_F(SalvageTool, WhatIsNoFileIsRefused) {
   const program_result result = run({"salvage", path("none"), "-o", path("out.dat")});
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: " + path("none") + ": No such file or directory\n");
+  EXPECT_EQ(result.err, "chlist: salvage: " + path("none") + ": No such file or directory\n");
   EXPECT_FALSE(fs::exists(path("out.dat")));
 }
 

@@ -20,11 +20,13 @@ class Diff : public see_host {
 TEST_F(Diff, EqualFilesHaveNone) {
   EXPECT_EQ(diff(sample_list(), 0), "no differences\n");
   EXPECT_EQ(json_diff(sample_list(), 0),
-            (json{{"before", "list.dat"},
+            (json{{"schema", 1},
+                  {"before", "list.dat"},
                   {"after", "new.dat"},
                   {"equal", true},
                   {"services", {{"added", json::array()}, {"removed", json::array()}, {"changed", json::array()}}},
-                  {"others", json::array()}}));
+                  {"others", json::array()},
+                  {"notes", json::array()}}));
 }
 
 TEST_F(Diff, TellsServicesAddedAndRemovedWithTheirNumbers) {

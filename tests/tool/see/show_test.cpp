@@ -104,7 +104,7 @@ TEST_F(Show, WhatIsNotOneServiceIsRefused) {
                                             "      12  1:1:100:11000000H:2  \"Films\"\n"
                                             "      13  1:1:101:11727480V:5  \"Music, \\\"live\\\"\"");
   expect_refused({"show", "list.dat", "s", "--view", "none"},
-                 "no view \"none\": there are all, tv, radio, user, promo, fav:0 to fav:19, \"fav:Best\"");
+                 "no view \"none\": there are all, tv, radio, user, promo, fav:0 to fav:19, fav:Best");
 }
 
 TEST_F(Show, RefusesBadFiles) { expect_bad_files_refused("show", {"News"}); }

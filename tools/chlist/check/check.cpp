@@ -4,12 +4,14 @@
 #include <fmt/format.h>
 
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <string>
 
 #include "chlist/check/findings.h"
+#include "chlist/exchange/formats.h"
 #include "chlist/exit_codes.h"
+#include "chlist/files/channel_file.h"
+#include "chlist/first_of_a_kind.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
 
@@ -17,26 +19,6 @@ namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char *check_summary = "Say what is wrong with a channel file, and what a receiver does with it";
-
-constexpr const char *check_details =
-    "Damaged files are looked at as far as their counts lead, also those that a receiver refuses. Each finding has "
-    "its\n"
-    "place in the file and its consequence:\n"
-    "  error    the load fails, or something is lost on the receiver\n"
-    "  warning  something is not reached, or not shown as it was meant\n"
-    "  note     unusual; a receiver works with it\n"
-    "Of each kind the first ten are shown; --all and --json show every one. FILE is only read.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  nothing was found; notes do not count\n"
-    "  1  errors or warnings\n"
-    "  2  FILE cannot be read or is no regular file; or the report could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist check channels.dat\n"
-    "  chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'";
 
 struct check_options {
   fs::path file;
@@ -70,13 +52,9 @@ constexpr style style_of(severity level) {
   return styles[static_cast<std::size_t>(level)];
 }
 
-constexpr std::size_t shown_of_a_kind = 10;
-
-using kinds = std::map<std::string_view, std::size_t>;
-
 // A consequence stands once below all that have it in a row.
 void print_findings(const file_findings &result, severity level, bool shows_all) {
-  kinds printed;
+  first_of_a_kind printed(shows_all);
   const std::string *consequence = nullptr;
   const auto end_row = [&consequence] {
     if (consequence != nullptr) {
@@ -84,7 +62,7 @@ void print_findings(const file_findings &result, severity level, bool shows_all)
     }
   };
   for (const finding &found : result.findings) {
-    if (found.level != level || (!shows_all && ++printed[found.kind] > shown_of_a_kind)) {
+    if (found.level != level || !printed.takes(std::string(found.kind))) {
       continue;
     }
     if (consequence != nullptr && *consequence != found.consequence) {
@@ -94,10 +72,8 @@ void print_findings(const file_findings &result, severity level, bool shows_all)
     fmt::print("  {:>9}  {}\n", found.offset, found.what);
   }
   end_row();
-  for (const auto &[kind, count] : printed) {
-    if (count > shown_of_a_kind) {
-      fmt::print("  {:>9}  {} more: {}\n", "...", count - shown_of_a_kind, kind);
-    }
+  for (const auto &[kind, count] : printed.left_out()) {
+    fmt::print("  {:>9}  and {} more: {} (--all)\n", "...", count, kind);
   }
 }
 
@@ -118,6 +94,9 @@ void print_report_of(const check_options &options, const file_findings &result) 
 
 int run_check(const check_options &options) {
   const file_findings result = findings_in(bytes_of_file(options.file));
+  if (!is_known_version(result.version)) {
+    must_be_no_other_list(options.file);
+  }
   print_report([&] {
     if (options.as_json) {
       print_json(json_of_findings(options, result));
@@ -133,8 +112,19 @@ int run_check(const check_options &options) {
 command check_command() {
   auto options = std::make_shared<check_options>();
   return {.name = "check",
-          .summary = check_summary,
-          .details = check_details,
+          .summary = "Say what is wrong with a channel file, and what a receiver does with it",
+          .details = {"Damaged files are looked at as far as their counts lead, also those that a receiver refuses. "
+                      "Each finding has its place in the file and its consequence.",
+                      "Of each kind the first ten are shown; --all and --json show every one. FILE is only read."},
+          .sections = {{"Severities",
+                        {{"error", "the load fails, or something is lost on the receiver"},
+                         {"warning", "something is not reached, or not shown as it was meant"},
+                         {"note", "unusual; a receiver works with it"}}}},
+          .exit_codes = {{"0", "nothing was found; notes do not count"},
+                         {"1", "errors or warnings"},
+                         {"2", "FILE cannot be read or is no regular file; or the report could not be written"}},
+          .examples = {"chlist check channels.dat",
+                       "chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'"},
           .options =
               {{.names = "FILE", .target = &options->file, .about = "the channel file to look at", .is_required = true},
                {.names = "--all",

@@ -131,7 +131,7 @@ conversion convert_to_memory(const channel_file &input) {
     case 7:
       return convert<version_8_format>(input);
     default:
-      input.refuse(fmt::format("is of version {}: only 7, 8 and 9 can be converted", input.version()));
+      input.refuse_version(": only 7, 8 and 9 can be converted");
   }
 }
 

@@ -12,6 +12,7 @@
 #include "chlist/convert/conversion_report.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/list_contents.h"
+#include "chlist/messages.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
 
@@ -19,23 +20,6 @@ namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char *convert_summary = "Make a channel file of version 10 from one of version 7, 8 or 9";
-
-constexpr const char *convert_details =
-    "The version is read from the file. The library converts the settings, groups, views and services field by field;\n"
-    "what version 10 has no place for is counted under 'Not carried'. OLD is only read. NEW is replaced as a whole or\n"
-    "not at all, and cannot be OLD itself.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  converted\n"
-    "  1  converted, with findings: services that occur twice were dropped, entries resolve to no service (they are\n"
-    "     kept), or a view or group table counted more than it holds\n"
-    "  2  nothing was written: bad usage, an input that cannot be read, is short or is of another version, an output\n"
-    "     that cannot be written; or only the report could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist convert backup/old.dat channels.dat";
 
 json json_of_groups() {
   json groups = json::object();
@@ -62,13 +46,13 @@ json json_of_result(const new_list_options &options, const conversion &result) {
 void report_findings(const new_list_options &options, const conversion &result) {
   const std::string input = options.input.string();
   for (const known_service &service : result.duplicates) {
-    fmt::print(stderr, "{}: {}\n", input, text_of_duplicate(service));
+    print_message(fmt::format("{}: {}", input, text_of_duplicate(service)));
   }
   for (const placed_entry &entry : result.unresolved) {
-    fmt::print(stderr, "{}: resolves to no service: {}\n", input, describe(entry));
+    print_message(fmt::format("{}: resolves to no service: {}", input, describe(entry)));
   }
   for (const cut_array &cut : result.cut) {
-    fmt::print(stderr, "{}: {}\n", input, text_of_cut(cut));
+    print_message(fmt::format("{}: {}", input, text_of_cut(cut)));
   }
 }
 
@@ -101,14 +85,23 @@ constexpr new_list_road<conversion> road = {convert, json_of_result, print_resul
 
 command convert_command() {
   auto options = std::make_shared<new_list_options>();
-  return {.name = "convert",
-          .summary = convert_summary,
-          .details = convert_details,
-          .options =
-              {{.names = "OLD", .target = &options->input, .about = "the channel file to read", .is_required = true},
-               {.names = "NEW", .target = &options->output, .about = "the channel file to write", .is_required = true},
-               {.names = "--json", .target = &options->as_json, .about = "report as JSON, findings included"}},
-          .run = [options] { return make_new_list(*options, road); }};
+  return {
+      .name = "convert",
+      .summary = "Make a channel file of version 10 from one of version 7, 8 or 9",
+      .details = {"The version is read from the file. The library converts the settings, groups, views and services "
+                  "field by field; what version 10 has no place for is counted under 'Not carried'. OLD is only read. "
+                  "NEW is replaced as a whole or not at all, and cannot be OLD itself."},
+      .exit_codes = {{"0", "converted"},
+                     {"1", "converted, with findings: services that occur twice were dropped, entries resolve to no "
+                           "service (they are kept), or a view or group table counted more than it holds"},
+                     {"2", "nothing was written: bad usage, an input that cannot be read, is short or is of another "
+                           "version, an output that cannot be written; or only the report could not be written"}},
+      .examples = {"chlist convert backup/old.dat channels.dat"},
+      .options =
+          {{.names = "OLD", .target = &options->input, .about = "the channel file to read", .is_required = true},
+           {.names = "NEW", .target = &options->output, .about = "the channel file to write", .is_required = true},
+           {.names = "--json", .target = &options->as_json, .about = "report as JSON, findings included"}},
+      .run = [options] { return make_new_list(*options, road); }};
 }
 
 }  // namespace chlist

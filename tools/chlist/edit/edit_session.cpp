@@ -14,6 +14,7 @@
 #include "chlist/files/replacement.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -21,30 +22,29 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *common_details =
-    "FILE is of version 10; `chlist convert` makes one of an earlier version. It is replaced as a whole or not at "
-    "all,\n"
-    "and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. A "
-    "symbolic\n"
-    "link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but what is "
-    "asked\n"
-    "for and what is said to follow; --dry-run and the report show all of it.\n"
-    "\n"
-    "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity\n"
-    "(\"1:2:3:11727480H:5\"). What could be several services is refused.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  done (or, with --dry-run, could be), or there is nothing to change\n"
-    "  1  the same, with notes (in JSON, or on standard error): something was done in part or otherwise than asked "
-    "for, or FILE "
-    "holds\n"
-    "     what cannot be saved again\n"
-    "  2  nothing was written: bad usage, a service or group that is not there or could be several, a value out of "
-    "its\n"
-    "     range, a full list, an input that cannot be read, an output that cannot be written; or only the report "
-    "could\n"
-    "     not be written\n"
-    "\n";
+// Behind an edit's own.
+std::vector<std::string> with_common_details(std::vector<std::string> details) {
+  details.insert(
+      details.end(),
+      {"FILE is of version 10; `chlist convert` makes one of an earlier version. It is replaced as a whole or not at "
+       "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. A "
+       "symbolic link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but "
+       "what is asked for and what is said to follow; --dry-run and the report show all of it.",
+       "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity "
+       "(\"1:2:3:11727480H:5\"). What could be several services is refused."});
+  return details;
+}
+
+std::vector<term> exit_codes_of_edits() {
+  return {{"0", "done (or, with --dry-run, could be), or there is nothing to change"},
+          {"1",
+           "the same, with notes (in JSON, or on standard error): something was done in part or otherwise than asked "
+           "for, or FILE holds what cannot be saved again"},
+          {"2",
+           "nothing was written: bad usage, a service or group that is not there or could be several, a value out of "
+           "its range, a full list, an input that cannot be read, an output that cannot be written; or only the report "
+           "could not be written"}};
+}
 
 struct edit_result {
   edit_notes notes;
@@ -95,7 +95,7 @@ void report(const edit_options &options, const edit_result &result) {
     return;
   }
   for (const std::string &note : result.notes) {
-    fmt::print(stderr, "{}: {}\n", options.file.string(), note);
+    print_message(fmt::format("{}: {}", options.file.string(), note));
   }
   print_report([&] { print_result(options, result); });
 }
@@ -118,7 +118,10 @@ command edit_command(const edit_row &row, edit_options &options) {
               {.names = "--json", .target = &options.as_json, .about = "report as JSON, notes included"}});
   return {.name = row.name,
           .summary = row.summary,
-          .details = fmt::format("{}\n{}Examples:\n{}", row.details, common_details, row.examples),
+          .details = with_common_details(row.details),
+          .sections = row.sections,
+          .exit_codes = exit_codes_of_edits(),
+          .examples = row.examples,
           .options = all};
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/command_line.h"
+#include "chlist/command.h"
 
 namespace chlist {
 
@@ -29,10 +29,11 @@ using list_edit = std::function<void(edit_notes &notes)>;
 
 // What an edit has of its own.
 struct edit_row {
-  const char *name;
-  const char *summary;
-  std::string details;
-  const char *examples;
+  std::string name;
+  std::string summary;
+  std::vector<std::string> details;
+  std::vector<term_section> sections = {};
+  std::vector<std::string> examples;
   std::vector<option> options;
 };
 

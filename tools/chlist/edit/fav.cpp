@@ -26,11 +26,11 @@ struct fav_options : edit_options {
 struct fav_edit {
   const char *name;
   const char *about;
-  bool has_group;
-  bool has_name;
-  enum { none, some, any } services;
+  bool has_group = false;
+  bool has_name = false;
+  enum { none, some, any } services = none;
   const char *details;
-  const char *examples;
+  std::vector<std::string> examples;
   void (*apply)(const fav_options &options, edit_notes &notes);
 };
 
@@ -125,37 +125,58 @@ void move_in_group(const fav_options &options, edit_notes &notes) {
   current.follow();
 }
 
-constexpr fav_edit fav_edits[] = {
-    {"new", "Add a favourite group", false, true, fav_edit::none,
-     "The group is empty and comes behind the others: at most 20, each with a name of its own of at most 95 bytes.\n",
-     "  chlist fav new channels.dat Films", new_group},
-    {"add", "Add services to a favourite group", true, false, fav_edit::some,
-     "Services come to the end of the group, at most 40 in all, with the numbers that they have in ALL. One that is "
-     "in\n"
-     "the group already stays where it is, with a note.\n",
-     "  chlist fav add channels.dat Films 7 \"Film Club\"", add_services},
-    {"remove", "Remove services from a favourite group", true, false, fav_edit::some,
-     "The services stay in the list. The numbers and position keys of the others stay as they are, unless "
-     "--close-gaps\n"
-     "lowers each that is greater than the removed one's by one. Numbers on the command line are those of the group.\n",
-     "  chlist fav remove channels.dat Films 7\n"
-     "  chlist fav remove channels.dat Films 7 --close-gaps",
-     remove_services},
-    {"move", "Move services in a favourite group, or the group", true, false, fav_edit::any,
-     "Numbers and position keys stay with the entries. Without a SERVICE the group itself moves --to a position among\n"
-     "the groups, 0 to 19; a receiver whose current view is a group goes on showing the same one.\n",
-     "  chlist fav move channels.dat Films 7 12 --to 0\n"
-     "  chlist fav move channels.dat Films --to 0",
-     move_in_group},
-    {"rename", "Give a favourite group another name", true, true, fav_edit::none,
-     "A name has at most 95 bytes and belongs to one group, whatever its case.\n",
-     "  chlist fav rename channels.dat Films Movies", rename_group},
-    {"delete", "Delete a favourite group", true, false, fav_edit::none,
-     "Its services stay in the list. The groups behind it move up by one; a receiver whose current view is a group "
-     "goes\n"
-     "on showing the same one, or ALL when it is this one.\n",
-     "  chlist fav delete channels.dat Films", delete_group},
-};
+const std::vector<fav_edit> &fav_edits() {
+  static const std::vector<fav_edit> edits = {
+      {.name = "new",
+       .about = "Add a favourite group",
+       .has_name = true,
+       .details = "The group is empty and comes behind the others: at most 20, each with a name of its own of at most "
+                  "95 bytes.",
+       .examples = {"chlist fav new channels.dat Films"},
+       .apply = new_group},
+      {.name = "add",
+       .about = "Add services to a favourite group",
+       .has_group = true,
+       .services = fav_edit::some,
+       .details = "Services come to the end of the group, at most 40 in all, with the numbers that they have in ALL. "
+                  "One that is in the group already stays where it is, with a note.",
+       .examples = {"chlist fav add channels.dat Films 7 \"Film Club\""},
+       .apply = add_services},
+      {.name = "remove",
+       .about = "Remove services from a favourite group",
+       .has_group = true,
+       .services = fav_edit::some,
+       .details = "The services stay in the list. The numbers and position keys of the others stay as they are, unless "
+                  "--close-gaps lowers each that is greater than the removed one's by one. Numbers on the command line "
+                  "are those of the group.",
+       .examples = {"chlist fav remove channels.dat Films 7", "chlist fav remove channels.dat Films 7 --close-gaps"},
+       .apply = remove_services},
+      {.name = "move",
+       .about = "Move services in a favourite group, or the group",
+       .has_group = true,
+       .services = fav_edit::any,
+       .details =
+           "Numbers and position keys stay with the entries. Without a SERVICE the group itself moves --to a position "
+           "among the groups, 0 to 19; a receiver whose current view is a group goes on showing the same one.",
+       .examples = {"chlist fav move channels.dat Films 7 12 --to 0", "chlist fav move channels.dat Films --to 0"},
+       .apply = move_in_group},
+      {.name = "rename",
+       .about = "Give a favourite group another name",
+       .has_group = true,
+       .has_name = true,
+       .details = "A name has at most 95 bytes and belongs to one group, whatever its case.",
+       .examples = {"chlist fav rename channels.dat Films Movies"},
+       .apply = rename_group},
+      {.name = "delete",
+       .about = "Delete a favourite group",
+       .has_group = true,
+       .details = "Its services stay in the list. The groups behind it move up by one; a receiver whose current view "
+                  "is a group goes on showing the same one, or ALL when it is this one.",
+       .examples = {"chlist fav delete channels.dat Films"},
+       .apply = delete_group},
+  };
+  return edits;
+}
 
 std::vector<option> options_of(const fav_edit &which, fav_options &options) {
   std::vector<option> own;
@@ -186,7 +207,7 @@ command command_for(const fav_edit &which) {
   auto options = std::make_shared<fav_options>();
   command edit = edit_command({.name = which.name,
                                .summary = which.about,
-                               .details = which.details,
+                               .details = {which.details},
                                .examples = which.examples,
                                .options = options_of(which, *options)},
                               *options);
@@ -197,24 +218,20 @@ command command_for(const fav_edit &which) {
   return edit;
 }
 
-constexpr const char *fav_details =
-    "A list has up to 20 favourite groups of up to 40 services each. Each command has a help of its own.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  done, or there is nothing to change\n"
-    "  1  done, with notes on standard error\n"
-    "  2  nothing was written, or only the report could not be\n"
-    "\n"
-    "Examples:\n"
-    "  chlist fav new channels.dat Films\n"
-    "  chlist fav add channels.dat Films 12 \"News HD\"\n"
-    "  chlist fav list channels.dat";
-
 }  // namespace
 
 command fav_command() {
-  command fav = {.name = "fav", .summary = "Show and edit favourite groups", .details = fav_details};
-  for (const fav_edit &each : fav_edits) {
+  command fav = {
+      .name = "fav",
+      .summary = "Show and edit favourite groups",
+      .details =
+          {"A list has up to 20 favourite groups of up to 40 services each. Each command has a help of its own."},
+      .exit_codes = {{"0", "done, or there is nothing to change"},
+                     {"1", "done, with notes on standard error"},
+                     {"2", "nothing was written, or only the report could not be"}},
+      .examples = {"chlist fav new channels.dat Films", "chlist fav add channels.dat Films 12 \"News HD\"",
+                   "chlist fav list channels.dat"}};
+  for (const fav_edit &each : fav_edits()) {
     fav.commands.push_back(command_for(each));
   }
   fav.commands.push_back(fav_list_command());

@@ -18,18 +18,6 @@
 namespace chlist {
 namespace {
 
-constexpr const char *fav_list_details =
-    "Without GROUP, the groups with their positions, ids, names and numbers of entries; with GROUP, its entries.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  listed\n"
-    "  2  bad usage, a group that is not there, an input that cannot be read or is of another version than 10; or the\n"
-    "     list could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist fav list channels.dat\n"
-    "  chlist fav list channels.dat Films --json";
-
 constexpr std::string_view entry_columns =
     "position,number,minor,name,net_index,network_id,ts_id,frequency,polarisation,service_id";
 
@@ -44,7 +32,7 @@ json json_of_groups(const line_up &list) {
   for (const favourite_group &group : list.favourites) {
     if (group.is_counted) {
       groups.push_back(
-          {{"group", groups.size()}, {"id", group.id}, {"name", group.name}, {"entries", group.entries.size()}});
+          {{"group", groups.size()}, {"id", group.id}, {"name", group.name}, {"count", group.entries.size()}});
     }
   }
   return groups;
@@ -93,7 +81,7 @@ int list_favourites(const fav_list_options &options) {
       options.group ? json_of_entries(list, favourite_group_named(list, *options.group)) : json_of_groups(list);
   print_report([&] {
     if (options.as_json) {
-      print_json(rows);
+      print_json({{"file", options.file.string()}, {options.group ? "entries" : "groups", rows}});
     } else {
       fmt::print("{}", table_of(rows, options.group ? columns_of_entries() : group_columns()));
     }
@@ -107,7 +95,12 @@ command fav_list_command() {
   auto options = std::make_shared<fav_list_options>();
   return {.name = "list",
           .summary = "Show favourite groups",
-          .details = fav_list_details,
+          .details = {"Without GROUP, the groups with their positions, ids, names and numbers of entries; with GROUP, "
+                      "its entries."},
+          .exit_codes = {{"0", "listed"},
+                         {"2", "bad usage, a group that is not there, an input that cannot be read or is of another "
+                               "version than 10; or the list could not be written"}},
+          .examples = {"chlist fav list channels.dat", "chlist fav list channels.dat Films --json"},
           .options = {{.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true},
                       {.names = "GROUP",
                        .target = &options->group,

@@ -15,21 +15,17 @@ struct flag_command {
   const char *about;
   std::uint8_t bits;
   bool sets;  // without --off
-  const char *examples;
+  const char *example;
 };
 
-constexpr const char *flag_details = "The flag belongs to the service: it shows in all views.\n";
-
 constexpr flag_command locking = {"lock", "Lock services: a receiver asks for its code", CHANNEL_FLAG_LOCKED, true,
-                                  "  chlist lock channels.dat 7 \"Late Films\"\n"
-                                  "  chlist lock channels.dat 7 --off"};
+                                  "chlist lock channels.dat 7 \"Late Films\""};
 constexpr flag_command unlocking = {"unlock", "Take the lock off services", CHANNEL_FLAG_LOCKED, false,
-                                    "  chlist unlock channels.dat 7 --dry-run"};
+                                    "chlist unlock channels.dat 7 --dry-run"};
 constexpr flag_command skipping = {"skip", "Pass over services when zapping", CHANNEL_FLAG_SKIP, true,
-                                   "  chlist skip channels.dat 7 \"Shopping\"\n"
-                                   "  chlist skip channels.dat 7 --off"};
+                                   "chlist skip channels.dat 7 \"Shopping\""};
 constexpr flag_command unskipping = {"unskip", "Stop at services again when zapping", CHANNEL_FLAG_SKIP, false,
-                                     "  chlist unskip channels.dat 7 --dry-run"};
+                                     "chlist unskip channels.dat 7 --dry-run"};
 
 struct flag_options : edit_options {
   std::vector<std::string> services;
@@ -50,11 +46,12 @@ command command_for(const flag_command &which) {
   command edit = edit_command(
       {.name = which.name,
        .summary = which.about,
-       .details = flag_details,
-       .examples = which.examples,
+       .details = {"The flag belongs to the service: it shows in all views."},
+       .examples = {which.example},
        .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true}}},
       *options);
   if (which.sets) {
+    edit.examples.push_back(std::string("chlist ") + which.name + " channels.dat 7 --off");
     edit.options.insert(edit.options.begin() + 2,
                         {.names = "--off", .target = &options->is_off, .about = "take the flag away instead"});
   }

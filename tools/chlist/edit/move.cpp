@@ -10,14 +10,6 @@
 namespace chlist {
 namespace {
 
-constexpr const char *move_details =
-    "The services stand one after another at their new place, in the order in which they are given. They keep their\n"
-    "numbers (`chlist renumber` changes those), and the other views keep their order: entries move in one view alone.\n"
-    "Numbers on the command line are those of the view. `chlist fav move` moves in a favourite group, and groups.\n";
-
-constexpr const char *move_examples = "  chlist move channels.dat 12 14 --before 3\n"
-                                      "  chlist move channels.dat News --to 0 --view tv";
-
 struct move_options : edit_options {
   std::vector<std::string> services;
   std::string view = "all";
@@ -37,8 +29,11 @@ command move_command() {
   command edit = edit_command(
       {.name = "move",
        .summary = "Move services to another place in a view",
-       .details = move_details,
-       .examples = move_examples,
+       .details = {"The services stand one after another at their new place, in the order in which they are given. "
+                   "They keep their numbers (`chlist renumber` changes those), and the other views keep their order: "
+                   "entries move in one view alone. Numbers on the command line are those of the view. `chlist fav "
+                   "move` moves in a favourite group, and groups."},
+       .examples = {"chlist move channels.dat 12 14 --before 3", "chlist move channels.dat News --to 0 --view tv"},
        .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true},
                    {.names = "--view",
                     .target = &options->view,

@@ -101,7 +101,6 @@ bool move_entry(std::int8_t view, int destination, int source) {
 option_group placement_options(placement &place) {
   return {
       .name = "place",
-      .about = "where to; one of these",
       .options = {
           {.names = "--before", .target = &place.before, .about = "in front of this service", .value = "SERVICE"},
           {.names = "--after", .target = &place.after, .about = "behind this service", .value = "SERVICE"},

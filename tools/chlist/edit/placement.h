@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/command_line.h"
+#include "chlist/command.h"
 #include "chlist/edit/edited_services.h"
 
 namespace chlist {

@@ -10,13 +10,6 @@
 namespace chlist {
 namespace {
 
-constexpr const char *remove_details =
-    "A service goes with its entries in all views and favourite groups. The numbers of the others stay as they are;\n"
-    "its network, its transponder and its provider stay as well, even when they have no service left.\n";
-
-constexpr const char *remove_examples = "  chlist remove channels.dat \"Shopping 24\" 7-2\n"
-                                        "  chlist remove channels.dat 1:2:3:11727480H:5 -o smaller.dat";
-
 struct remove_options : edit_options {
   std::vector<std::string> services;
 };
@@ -45,8 +38,11 @@ command remove_command() {
   command edit = edit_command(
       {.name = "remove",
        .summary = "Remove services from the list",
-       .details = remove_details,
-       .examples = remove_examples,
+       .details =
+           {"A service goes with its entries in all views and favourite groups. The numbers of the others stay as they "
+            "are; its network, its transponder and its provider stay as well, even when they have no service left."},
+       .examples = {"chlist remove channels.dat \"Shopping 24\" 7-2",
+                    "chlist remove channels.dat 1:2:3:11727480H:5 -o smaller.dat"},
        .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true}}},
       *options);
   edit.run = [options] {

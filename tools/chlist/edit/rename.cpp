@@ -13,14 +13,6 @@
 namespace chlist {
 namespace {
 
-constexpr const char *rename_details =
-    "The name is replaced; one that is longer than the 96 bytes that a list holds is cut "
-    "in front of a character, with\n"
-    "a note. All views show the service's one name, so nothing else follows.\n";
-
-constexpr const char *rename_examples = "  chlist rename channels.dat 7 \"News HD\"\n"
-                                        "  chlist rename channels.dat \"News HD\" News --short --dry-run";
-
 struct rename_options : edit_options {
   std::string service;
   std::string name;
@@ -52,8 +44,10 @@ command rename_command() {
   command edit = edit_command(
       {.name = "rename",
        .summary = "Give a service another name",
-       .details = rename_details,
-       .examples = rename_examples,
+       .details = {"The name is replaced; one that is longer than the 96 bytes that a list holds is cut in front of a "
+                   "character, with a note. All views show the service's one name, so nothing else follows."},
+       .examples = {"chlist rename channels.dat 7 \"News HD\"",
+                    "chlist rename channels.dat \"News HD\" News --short --dry-run"},
        .options = {{.names = "SERVICE", .target = &options->service, .about = "the service", .is_required = true},
                    {.names = "NAME", .target = &options->name, .about = "its new name", .is_required = true},
                    {.names = "--short",

@@ -17,26 +17,6 @@
 namespace chlist {
 namespace {
 
-constexpr const char *renumber_details =
-    "Every view and favourite group keeps numbers of its own. With --view only those of the views named change; "
-    "without\n"
-    "it the service's number in ALL changes, and with it, in every other view and favourite group, each entry of the\n"
-    "service that shows the same number. Entries of the service with another number stay.\n"
-    "\n"
-    "When another entry of a view has the number already, nothing is done, unless that entry gets the service's "
-    "former\n"
-    "number (--swap), or moves to the next number, and so on up to the first number that is free (--shift; minor "
-    "numbers\n"
-    "move when NUMBER has one).\n"
-    "\n"
-    "--from numbers a view anew in its order, N, N+1 and so on, without minor numbers: the views named, or ALL, whose "
-    "new\n"
-    "numbers the other views follow in the same way.\n";
-
-constexpr const char *renumber_examples = "  chlist renumber channels.dat \"News HD\" 1 --swap\n"
-                                          "  chlist renumber channels.dat 12 5-1 --shift --view tv\n"
-                                          "  chlist renumber channels.dat --from 1";
-
 struct renumber_options : edit_options {
   std::optional<std::string> service;
   std::optional<std::string> number;
@@ -112,8 +92,17 @@ command renumber_command() {
   command edit = edit_command(
       {.name = "renumber",
        .summary = "Give a service, or a whole view, other numbers",
-       .details = renumber_details,
-       .examples = renumber_examples,
+       .details = {"Every view and favourite group keeps numbers of its own. With --view only those of the views named "
+                   "change; without it the service's number in ALL changes, and with it, in every other view and "
+                   "favourite group, each entry of the service that shows the same number. Entries of the service with "
+                   "another number stay.",
+                   "When another entry of a view has the number already, nothing is done, unless that entry gets the "
+                   "service's former number (--swap), or moves to the next number, and so on up to the first number "
+                   "that is free (--shift; minor numbers move when NUMBER has one).",
+                   "--from numbers a view anew in its order, N, N+1 and so on, without minor numbers: the views named, "
+                   "or ALL, whose new numbers the other views follow in the same way."},
+       .examples = {"chlist renumber channels.dat \"News HD\" 1 --swap",
+                    "chlist renumber channels.dat 12 5-1 --shift --view tv", "chlist renumber channels.dat --from 1"},
        .options = {{.names = "SERVICE", .target = &options->service, .about = "the service"},
                    {.names = "NUMBER", .target = &options->number, .about = "its number, 1 to 32767, or NUMBER-MINOR"},
                    {.names = "--from",

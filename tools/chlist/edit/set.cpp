@@ -1,6 +1,4 @@
 // `chlist set`: fields of a service.
-#include <fmt/format.h>
-
 #include <memory>
 
 #include "chlist/commands.h"
@@ -11,21 +9,6 @@
 
 namespace chlist {
 namespace {
-
-constexpr const char *set_details =
-    "Fields and their values:\n"
-    "{}"
-    "\n"
-    "The last six make the identity. A service whose identity changes is filed under the network and transponder that\n"
-    "it then belongs to, which are made when they are not there, and its entries in all views and favourite groups\n"
-    "follow; those that it leaves stay, even without services. A transponder is the same when its polarisation is and\n"
-    "its frequency differs by less than 2500. Views do not follow the service type. A receiver sets the country of "
-    "every\n"
-    "service to 0 when it loads the file.\n";
-
-constexpr const char *set_examples =
-    "  chlist set channels.dat \"News HD\" provider=\"Sky North\" video_pid=512 audio_pid=none\n"
-    "  chlist set channels.dat 7 frequency=11954000 polarisation=V --dry-run";
 
 struct set_options : edit_options {
   std::string service;
@@ -41,8 +24,15 @@ command set_command() {
   command edit = edit_command(
       {.name = "set",
        .summary = "Set fields of a service",
-       .details = fmt::format(fmt::runtime(set_details), fields_help()),
-       .examples = set_examples,
+       .details =
+           {"The last six fields make the identity. A service whose identity changes is filed under the network and "
+            "transponder that it then belongs to, which are made when they are not there, and its entries in all views "
+            "and favourite groups follow; those that it leaves stay, even without services. A transponder is the same "
+            "when its polarisation is and its frequency differs by less than 2500. Views do not follow the service "
+            "type. A receiver sets the country of every service to 0 when it loads the file."},
+       .sections = {{"Fields and their values", terms_of_fields()}},
+       .examples = {"chlist set channels.dat \"News HD\" provider=\"Sky North\" video_pid=512 audio_pid=none",
+                    "chlist set channels.dat 7 frequency=11954000 polarisation=V --dry-run"},
        .options =
            {{.names = "SERVICE", .target = &options->service, .about = "the service", .is_required = true},
             {.names = "FIELD=VALUE", .target = &options->assignments, .about = "the fields", .is_required = true}}},

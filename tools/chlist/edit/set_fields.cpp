@@ -15,6 +15,7 @@
 
 #include "channel/identity.h"
 #include "channel/store/group_table.h"
+#include "chlist/closest.h"
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/service_fields.h"
@@ -114,19 +115,6 @@ void set_group(channel_st &service, const group_field &which, std::string_view v
 
 bool is_settable(const field &each) { return each.set_number != nullptr; }
 
-[[noreturn]] void refuse_assignment(std::string_view assignment) {
-  std::string names;
-  for (const group_field &each : group_fields) {
-    names += std::string(each.name) + ", ";
-  }
-  for (const field &each : service_fields()) {
-    names += is_settable(each) ? std::string(each.name) + ", " : "";
-  }
-  names.resize(names.size() - 2);
-  throw std::runtime_error(
-      fmt::format("{} sets no field: it takes FIELD=VALUE with one of {}", shown(assignment), names));
-}
-
 // What makes the identity is put together first and changed at once.
 class edited_service {
  public:
@@ -138,8 +126,11 @@ class edited_service {
     const field *which = find_field(name);
     const auto *const group = std::ranges::find(group_fields, name, &group_field::name);
     const bool is_a_group = group != std::end(group_fields);
-    if (equals == std::string_view::npos || (!is_a_group && (which == nullptr || !is_settable(*which)))) {
-      refuse_assignment(assignment);
+    if (equals == std::string_view::npos) {
+      throw std::runtime_error(fmt::format("{} sets no field: it takes FIELD=VALUE", shown(assignment)));
+    }
+    if (!is_a_group && (which == nullptr || !is_settable(*which))) {
+      throw std::runtime_error(unknown_name("field", name, words_of(terms_of_fields())));
     }
     const std::string_view value = assignment.substr(equals + 1);
     if (is_a_group) {
@@ -186,15 +177,17 @@ void set_fields(channel_st &service, std::span<const std::string> assignments) {
   edited.apply();
 }
 
-std::string fields_help() {
-  std::string lines;
+std::vector<term> terms_of_fields() {
+  std::vector<term> terms;
   for (const group_field &each : group_fields) {
-    lines += fmt::format("  {:<14} {}\n", each.name, each.range);
+    terms.push_back({std::string(each.name), std::string(each.range)});
   }
   for (const field &each : service_fields()) {
-    lines += is_settable(each) ? fmt::format("  {:<14} {}\n", each.name, each.values.text) : "";
+    if (is_settable(each)) {
+      terms.push_back({std::string(each.name), std::string(each.values.text)});
+    }
   }
-  return lines;
+  return terms;
 }
 
 }  // namespace chlist

@@ -6,6 +6,9 @@
 
 #include <span>
 #include <string>
+#include <vector>
+
+#include "chlist/command.h"
 
 namespace chlist {
 
@@ -13,7 +16,7 @@ namespace chlist {
 // the range.
 void set_fields(channel_st &service, std::span<const std::string> assignments);
 
-// One line for each field with its range, for the help.
-std::string fields_help();
+// Each field with its range, for the help.
+std::vector<term> terms_of_fields();
 
 }  // namespace chlist

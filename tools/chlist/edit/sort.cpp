@@ -11,45 +11,21 @@
 #include "chlist/edit/edited_services.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/see/listing.h"
 
 namespace chlist {
 namespace {
-
-constexpr const char *sort_details =
-    "Entries move as a whole, so services keep their numbers: a receiver shows the new order in its lists. Without\n"
-    "--view the ALL, TV, radio, USER and promotion views are sorted and the favourite groups stay as they are. The\n"
-    "promotion view cannot be sorted alone.\n"
-    "\n"
-    "Keys:\n"
-    "  number       the channel number, then the minor one\n"
-    "  name         the name, without regard to case\n"
-    "  transponder  the frequency, then the service id\n"
-    "  service_id   the service id\n"
-    "  order_key    the key of the user's own order (`chlist set FILE SERVICE order_key=N`)\n";
-
-constexpr const char *sort_examples = "  chlist sort channels.dat --by name\n"
-                                      "  chlist sort channels.dat --by number --view tv --view fav:Films";
-
-struct sort_key {
-  const char *name;
-  std::int8_t type;
-};
-
-constexpr sort_key sort_keys[] = {{"number", SORT_NUMBER},
-                                  {"name", SORT_CH_NAME},
-                                  {"transponder", SORT_TRANSPONDER},
-                                  {"service_id", SORT_SERVICE_ID},
-                                  {"order_key", SORT_USER_TYPE}};
 
 struct sort_options : edit_options {
   std::string key;
   std::vector<std::string> views;
 };
 
-std::vector<std::string> key_names() {
-  std::vector<std::string> names;
-  std::ranges::transform(sort_keys, std::back_inserter(names), &sort_key::name);
-  return names;
+// A favourite key is the order that a group has.
+std::vector<term> sort_keys() {
+  std::vector<term> keys = terms_of_sorts();
+  std::erase_if(keys, [](const term &key) { return key.word == "favourite_key"; });
+  return keys;
 }
 
 std::int8_t sortable_view(const std::string &name) {
@@ -61,7 +37,7 @@ std::int8_t sortable_view(const std::string &name) {
 }
 
 void sort(const sort_options &options) {
-  const std::int8_t how = std::ranges::find(sort_keys, options.key, &sort_key::name)->type;
+  const std::int8_t how = std::ranges::find(all_sorts(), options.key, &view_sort::name)->type;
   if (options.views.empty()) {
     sort_vindex_ex(how);
   }
@@ -74,20 +50,24 @@ void sort(const sort_options &options) {
 
 command sort_command() {
   auto options = std::make_shared<sort_options>();
-  command edit =
-      edit_command({.name = "sort",
-                    .summary = "Sort views",
-                    .details = sort_details,
-                    .examples = sort_examples,
-                    .options = {{.names = "--by",
-                                 .target = &options->key,
-                                 .about = "what to sort by",
-                                 .is_required = true,
-                                 .choices = key_names()},
-                                {.names = "--view",
-                                 .target = &options->views,
-                                 .about = "the view: all, tv, radio, user or fav:GROUP; may be given again"}}},
-                   *options);
+  command edit = edit_command(
+      {.name = "sort",
+       .summary = "Sort views",
+       .details = {"Entries move as a whole, so services keep their numbers: a receiver shows the new order in its "
+                   "lists. Without --view the ALL, TV, radio, USER and promotion views are sorted and the favourite "
+                   "groups stay as they are. The promotion view cannot be sorted alone."},
+       .sections = {{"Keys", sort_keys()}},
+       .examples = {"chlist sort channels.dat --by name",
+                    "chlist sort channels.dat --by number --view tv --view fav:Films"},
+       .options = {{.names = "--by",
+                    .target = &options->key,
+                    .about = "what to sort by",
+                    .is_required = true,
+                    .choices = words_of(sort_keys())},
+                   {.names = "--view",
+                    .target = &options->views,
+                    .about = "the view: all, tv, radio, user or fav:GROUP; may be given again"}}},
+      *options);
   edit.run = [options] { return run_edit(*options, [&](edit_notes & /*notes*/) { sort(*options); }); };
   return edit;
 }

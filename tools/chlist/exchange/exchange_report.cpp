@@ -5,7 +5,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 #include <vector>
+
+#include "chlist/first_of_a_kind.h"
+#include "chlist/messages.h"
 
 namespace chlist {
 namespace {
@@ -25,18 +29,43 @@ json json_of_rows(const std::vector<loss_counts::row> &rows) {
   return array;
 }
 
+// A reason without what differs from line to line: "has N fields instead of N", "SID '' is not a number".
+std::string kind_of(std::string_view reason) {
+  std::string kind;
+  char quote = 0;
+  for (const char c : reason) {
+    const bool is_digit = c >= '0' && c <= '9';
+    const bool ends_quotation = quote != 0 && c == quote;
+    if (quote == 0 || ends_quotation) {
+      if (!is_digit || !kind.ends_with('N')) {
+        kind += is_digit ? 'N' : c;
+      }
+    }
+    if (c == '\'' || c == '"') {
+      quote = ends_quotation ? '\0' : quote != 0 ? quote : c;
+    }
+  }
+  return kind;
+}
+
 }  // namespace
 
-void report_skipped(const std::filesystem::path &input, const std::vector<skipped_line> &skipped) {
+void report_skipped(const std::filesystem::path &input, const std::vector<skipped_line> &skipped, bool shows_all) {
+  first_of_a_kind shown(shows_all);
   for (const skipped_line &each : skipped) {
-    const std::string line = each.line != 0 ? fmt::format(":{}", each.line) : "";
-    fmt::print(stderr, "{}{}: skipped: {}\n", input.string(), line, each.reason);
+    if (shown.takes(kind_of(each.reason))) {
+      const std::string line = each.line != 0 ? fmt::format(":{}", each.line) : "";
+      print_message(fmt::format("{}{}: skipped: {}", input.string(), line, each.reason));
+    }
+  }
+  for (const auto &[kind, count] : shown.left_out()) {
+    print_message(fmt::format("{}: and {} more: {} (--all)", input.string(), count, kind));
   }
 }
 
 void report_left_out(const std::filesystem::path &input, const loss_counts &lost) {
   for (const loss_counts::row &row : rows_of(lost, true)) {
-    fmt::print(stderr, "{}: left out: {}: {}\n", input.string(), row.what, row.count);
+    print_message(fmt::format("{}: left out: {}: {}", input.string(), row.what, row.count));
   }
 }
 

@@ -10,8 +10,8 @@
 
 namespace chlist {
 
-// On standard error, a line for each.
-void report_skipped(const std::filesystem::path &input, const std::vector<skipped_line> &skipped);
+// On standard error, a line for each; of those that are skipped for one reason the first ten, or all.
+void report_skipped(const std::filesystem::path &input, const std::vector<skipped_line> &skipped, bool shows_all);
 void report_left_out(const std::filesystem::path &input, const loss_counts &lost);
 
 // On standard output: what has no place on the other side, one line for each kind, below a title.

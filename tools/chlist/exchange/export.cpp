@@ -27,28 +27,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *export_summary = "Make a list of another format from a channel file";
-
-constexpr const char *export_details =
-    "\n"
-    "The format is told by the name of OUT; --to decides against that. Services come in the order of the ALL view,\n"
-    "those that it does not show behind it. What the list says and the format has no place for is counted. OUT is\n"
-    "replaced as a whole or not at all; a folder must be new or empty. JSON carries every byte: importing it gives "
-    "the\n"
-    "same file again.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  everything was exported that the format has a place for\n"
-    "  1  exported, but services or other things were left out\n"
-    "  2  nothing was written: bad usage, unreadable input, or an output that cannot be written; or only the report\n"
-    "     could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist export all_channel.dat -o services.csv --columns number,name,provider\n"
-    "  chlist export all_channel.dat -o channels.conf --source 'Meridian 1=S13.5E'\n"
-    "  chlist export all_channel.dat -o tv.m3u --url 'http://box:8001/{network_id}:{ts_id}:{service_id}'\n"
-    "  chlist export all_channel.dat -o all_channel.json";
-
 struct export_options {
   fs::path input;
   fs::path output;
@@ -177,8 +155,20 @@ command export_command() {
   auto options = std::make_shared<export_options>();
   return {
       .name = "export",
-      .summary = export_summary,
-      .details = "Formats:\n" + formats_to_write() + export_details,
+      .summary = "Make a list of another format from a channel file",
+      .details = {"The format is told by the name of OUT; --to decides against that. Services come in the order of the "
+                  "ALL view, those that it does not show behind it. What the list says and the format has no place for "
+                  "is counted. OUT is replaced as a whole or not at all; a folder must be new or empty. JSON carries "
+                  "every byte: importing it gives the same file again."},
+      .sections = {{"Formats", formats_to_write()}},
+      .exit_codes = {{"0", "everything was exported that the format has a place for"},
+                     {"1", "exported, but services or other things were left out"},
+                     {"2", "nothing was written: bad usage, unreadable input, or an output that cannot be written; or "
+                           "only the report could not be written"}},
+      .examples = {"chlist export all_channel.dat -o services.csv --columns number,name,provider",
+                   "chlist export all_channel.dat -o channels.conf --source 'Meridian 1=S13.5E'",
+                   "chlist export all_channel.dat -o tv.m3u --url 'http://box:8001/{network_id}:{ts_id}:{service_id}'",
+                   "chlist export all_channel.dat -o all_channel.json"},
       .options =
           {{.names = "FILE", .target = &options->input, .about = "the channel file to read", .is_required = true},
            {.names = "-o,--output",
@@ -197,7 +187,7 @@ command export_command() {
             .value = "NAMES"},
            {.names = "--url",
             .target = &options->writing.url,
-            .about = "M3U: the address of a service, where {network_id}, {ts_id:x}, {service_id}, {number} and others\n"
+            .about = "M3U: the address of a service, where {network_id}, {ts_id:x}, {service_id}, {number} and others "
                      "stand for its fields, with :x in hexadecimal digits",
             .value = "URL"},
            {.names = "--favourites",

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "chlist/closest.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/enigma2/lamedb.h"
@@ -13,6 +14,7 @@
 #include "chlist/exchange/m3u/m3u_writer.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "chlist/exchange/vdr/vdr_writer.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/input_file.h"
 
 namespace chlist {
@@ -66,33 +68,39 @@ using choice = bool (*)(const format &each);
 bool can_read(const format &each) { return each.can_read(); }
 bool can_write(const format &each) { return each.can_write(); }
 
-std::string names(choice is_able) {
-  std::string text;
+std::vector<term> terms_of(choice is_able) {
+  std::vector<term> terms;
   for (const format &each : formats) {
     if (is_able(each)) {
-      text += (text.empty() ? "" : ", ") + std::string(each.name);
+      terms.push_back({std::string(each.name), std::string(each.about)});
     }
   }
-  return text;
+  return terms;
 }
 
-std::string help(choice is_able) {
-  std::string text;
-  for (const format &each : formats) {
-    if (is_able(each)) {
-      text += fmt::format("  {:<10}{}\n", each.name, each.about);
-    }
-  }
-  return text;
-}
+std::string names(choice is_able) { return fmt::format("{}", fmt::join(words_of(terms_of(is_able)), ", ")); }
 
 const format &named(std::string_view name, choice is_able, std::string_view what_for) {
   const format *const found = std::ranges::find(formats, name, &format::name);
   if (found == std::end(formats) || !is_able(*found)) {
-    throw std::runtime_error(
-        fmt::format("'{}' is no format that can be {}; there are {}", name, what_for, names(is_able)));
+    throw std::runtime_error(unknown_name(fmt::format("format to {}", what_for), name, words_of(terms_of(is_able))));
   }
   return *found;
+}
+
+// By what it begins with, and its name. Of a folder, the file that stands for it may be named as well.
+const format *format_like(const fs::path &input, choice is_able) {
+  const bool is_folder = fs::is_directory(input);
+  const std::string beginning = is_folder ? "" : read_beginning(input, enough_to_tell);
+  const auto *const found = std::ranges::find_if(formats, [&](const format &each) {
+    return is_able(each) && (each.is_folder || !is_folder) && each.is_like(input, beginning);
+  });
+  return found != std::end(formats) ? found : nullptr;
+}
+
+bool is_channel_file(const fs::path &input) {
+  const std::string beginning = read_beginning(input, enough_to_tell);
+  return is_known_version(version_in(std::as_bytes(std::span(beginning))));
 }
 
 }  // namespace
@@ -103,22 +111,35 @@ const format &format_to_read(std::string_view name, const fs::path &input) {
   if (!name.empty()) {
     return named(name, can_read, "read");
   }
-  const bool is_folder = fs::is_directory(input);
-  const std::string beginning = is_folder ? "" : read_beginning(input, enough_to_tell);
-  for (const format &each : formats) {
-    // Of a folder, the file that stands for it may be named as well.
-    if (each.can_read() && (each.is_folder || !is_folder) && each.is_like(input, beginning)) {
-      return each;
-    }
+  const format *like = format_like(input, can_read);
+  if (like == nullptr && fs::is_directory(input)) {
+    throw std::runtime_error(input.string() + ": cannot be read");
   }
+  if (like == nullptr && is_channel_file(input)) {
+    throw std::runtime_error(input.string() + ": is a channel file already; `chlist export` makes other lists of it");
+  }
+  if (like == nullptr) {
+    throw std::runtime_error(
+        fmt::format("{}: is of no known format; --from names it: {}", input.string(), names(can_read)));
+  }
+  return *like;
+}
+
+void must_be_no_other_list(const fs::path &input) {
+  const format *like = format_like(input, [](const format & /*each*/) { return true; });
+  if (like == nullptr) {
+    return;
+  }
+  const std::string next = can_read(*like) ? fmt::format("`chlist import {} -o {}` makes one of it", input.string(),
+                                                         fs::path(input).replace_extension(".dat").string())
+                                           : "there is nothing that makes one of it";
   throw std::runtime_error(
-      is_folder ? input.string() + ": cannot be read"
-                : fmt::format("{}: is of no known format; --from names it: {}", input.string(), names(can_read)));
+      fmt::format("{}: is no channel file but {} ({}): {}", input.string(), like->name, like->about, next));
 }
 
 const format &format_to_write(std::string_view name, const fs::path &output) {
   if (!name.empty()) {
-    return named(name, can_write, "written");
+    return named(name, can_write, "write");
   }
   for (const format &each : formats) {
     if (each.can_write() && each.is_like != nullptr && each.is_like(output, "")) {
@@ -129,7 +150,7 @@ const format &format_to_write(std::string_view name, const fs::path &output) {
       fmt::format("{}: its name tells no format; --to names it: {}", output.string(), names(can_write)));
 }
 
-std::string formats_to_read() { return help(can_read); }
-std::string formats_to_write() { return help(can_write); }
+std::vector<term> formats_to_read() { return terms_of(can_read); }
+std::vector<term> formats_to_write() { return terms_of(can_write); }
 
 }  // namespace chlist

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/command.h"
 #include "chlist/exchange/loss_counts.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/text_folder.h"
@@ -55,8 +56,11 @@ std::span<const format> all_formats();
 const format &format_to_read(std::string_view name, const std::filesystem::path &input);
 const format &format_to_write(std::string_view name, const std::filesystem::path &output);
 
-// For the help: a line for each format that can be read, or written.
-std::string formats_to_read();
-std::string formats_to_write();
+// Throws when a file or folder is like one of these: what it is, and how a channel file is made of it.
+void must_be_no_other_list(const std::filesystem::path &input);
+
+// For the help: the formats that can be read, or written.
+std::vector<term> formats_to_read();
+std::vector<term> formats_to_write();
 
 }  // namespace chlist

@@ -17,6 +17,7 @@
 #include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/text_file.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -24,33 +25,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *import_summary = "Make a channel file from a list of another format";
-
-constexpr const char *import_details =
-    "\n"
-    "The format is told by the contents and the name of INPUT; --from decides against that.\n"
-    "Every source gets a network index of its own, in order of appearance from 1, unless INPUT says one. Frequencies\n"
-    "are stored in kHz. Names of providers, genres and countries become groups, and favourites favourite groups.\n"
-    "Services with video go to the TV view, those with only audio to the radio view, all of them to the ALL view.\n"
-    "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it. Lines that cannot be\n"
-    "read and services that occur twice are reported, skipped, and take no number. What INPUT says and a channel file\n"
-    "has no place for is counted. OUTPUT is replaced as a whole or not at all.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  everything was imported\n"
-    "  1  imported, but lines were skipped, or the list had no room for something\n"
-    "  2  nothing was written: bad usage, unreadable input, no service in it, or an output that cannot be written;\n"
-    "     or only the report could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist import channels.conf -o all_channel.dat\n"
-    "  chlist import services.csv -o all_channel.dat\n"
-    "  chlist import --from vdr sat.txt -o all_channel.dat --json";
-
 struct import_options {
   fs::path input;
   fs::path output;
   std::string from;
+  bool shows_all = false;
   bool as_json = false;
 };
 
@@ -102,10 +81,10 @@ void report_findings(const import_options &options, const import_outcome &result
   if (options.as_json) {
     return;
   }
-  report_skipped(options.input, result.filled.skipped);
+  report_skipped(options.input, result.filled.skipped, options.shows_all);
   report_left_out(options.input, result.lost);
   for (const std::string &text : result.filled.left_out) {
-    fmt::print(stderr, "{}: {}\n", options.input.string(), text);
+    print_message(fmt::format("{}: {}", options.input.string(), text));
   }
 }
 
@@ -173,21 +152,39 @@ int run_import(const import_options &options) {
 
 command import_command() {
   auto options = std::make_shared<import_options>();
-  return {.name = "import",
-          .summary = import_summary,
-          .details = "Formats:\n" + formats_to_read() + import_details,
-          .options = {{.names = "INPUT",
-                       .target = &options->input,
-                       .about = "the file to read, or the folder of formats that have several files",
-                       .is_required = true},
-                      {.names = "-o,--output",
-                       .target = &options->output,
-                       .about = "the channel file to write",
-                       .value = "OUTPUT",
-                       .is_required = true},
-                      {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
-                      {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
-          .run = [options] { return run_import(*options); }};
+  return {
+      .name = "import",
+      .summary = "Make a channel file from a list of another format",
+      .details =
+          {"The format is told by the contents and the name of INPUT; --from decides against that. Every source gets a "
+           "network index of its own, in order of appearance from 1, unless INPUT says one. Frequencies are stored in "
+           "kHz. Names of providers, genres and countries become groups, and favourites favourite groups. Services "
+           "with video go to the TV view, those with only audio to the radio view, all of them to the ALL view. "
+           "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it. Lines that "
+           "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
+           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all."},
+      .sections = {{"Formats", formats_to_read()}},
+      .exit_codes = {{"0", "everything was imported"},
+                     {"1", "imported, but lines were skipped, or the list had no room for something"},
+                     {"2", "nothing was written: bad usage, unreadable input, no service in it, or an output that "
+                           "cannot be written; or only the report could not be written"}},
+      .examples = {"chlist import channels.conf -o all_channel.dat", "chlist import services.csv -o all_channel.dat",
+                   "chlist import --from vdr sat.txt -o all_channel.dat --json"},
+      .options = {{.names = "INPUT",
+                   .target = &options->input,
+                   .about = "the file to read, or the folder of formats that have several files",
+                   .is_required = true},
+                  {.names = "-o,--output",
+                   .target = &options->output,
+                   .about = "the channel file to write",
+                   .value = "OUTPUT",
+                   .is_required = true},
+                  {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
+                  {.names = "--all",
+                   .target = &options->shows_all,
+                   .about = "tell every line that is skipped, not only the first ten of each kind"},
+                  {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
+      .run = [options] { return run_import(*options); }};
 }
 
 }  // namespace chlist

@@ -8,6 +8,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "chlist/closest.h"
 #include "chlist/fields/pids.h"
 #include "chlist/report.h"
 
@@ -216,12 +217,12 @@ constexpr field table[] = {
      of_entry<&line_up_entry::favourite_key>},
 };
 
-std::string names_of_fields() {
-  std::vector<std::string_view> names;
+std::vector<std::string> names_of_fields() {
+  std::vector<std::string> names;
   for (const field &each : table) {
-    names.push_back(each.name);
+    names.emplace_back(each.name);
   }
-  return fmt::format("{}", fmt::join(names, ", "));
+  return names;
 }
 
 }  // namespace
@@ -237,7 +238,7 @@ const field &field_named(std::string_view name) {
   if (const field *found = find_field(name)) {
     return *found;
   }
-  throw std::runtime_error(fmt::format("no column {}: there are {}", shown(name), names_of_fields()));
+  throw std::runtime_error(unknown_name("column", name, names_of_fields()));
 }
 
 std::vector<const field *> fields_named(std::string_view names) {

@@ -6,12 +6,23 @@
 
 #include <cstdint>
 #include <cstring>
-#include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "chlist/files/distinct_files.h"
 
 namespace chlist {
+namespace {
+
+// A folder can be a list of another format.
+std::vector<std::byte> bytes_of_list(const std::filesystem::path &path) {
+  if (std::error_code error; std::filesystem::is_directory(path, error)) {
+    throw foreign_file(path, "not a regular file");
+  }
+  return bytes_of_file(path);
+}
+
+}  // namespace
 
 int version_in(byte_span file) {
   std::int16_t version = 0;
@@ -21,12 +32,17 @@ int version_in(byte_span file) {
   return version;
 }
 
-channel_file::channel_file(const std::filesystem::path &path) : channel_file(path, bytes_of_file(path)) {}
+bool is_known_version(int version) { return version >= first_known_version && version <= CHANNEL_LIST_VERSION; }
+
+foreign_file::foreign_file(std::filesystem::path path, const std::string &why)
+    : std::runtime_error(path.string() + ": " + why), path_(std::move(path)) {}
+
+channel_file::channel_file(const std::filesystem::path &path) : channel_file(path, bytes_of_list(path)) {}
 
 channel_file::channel_file(std::filesystem::path path, std::vector<std::byte> bytes)
     : path_(std::move(path)), bytes_(std::move(bytes)), version_(version_in(bytes_)) {
   if (bytes_.size() < sizeof(std::int16_t)) {
-    refuse("too short for a channel file");
+    throw foreign_file(path_, "too short for a channel file");
   }
 }
 
@@ -36,13 +52,20 @@ void channel_file::refuse_as_short() const {
   refuse(fmt::format("ends too early for a channel file of version {}", version_));
 }
 
+void channel_file::refuse_version(const std::string &why) const {
+  const std::string what = fmt::format("is of version {}{}", version_, why);
+  if (!is_known_version(version_)) {
+    throw foreign_file(path_, what);
+  }
+  refuse(what);
+}
+
 void channel_file::must_be_current() const {
   if (version_ == CHANNEL_LIST_VERSION) {
     return;
   }
-  const bool is_convertible = version_ >= 7 && version_ < CHANNEL_LIST_VERSION;
-  refuse(fmt::format("is of version {}, not {}{}", version_, +CHANNEL_LIST_VERSION,
-                     is_convertible ? ": `chlist convert` makes one of it" : ""));
+  refuse_version(fmt::format(", not {}{}", +CHANNEL_LIST_VERSION,
+                             is_known_version(version_) ? ": `chlist convert` makes one of it" : ""));
 }
 
 void channel_file::must_not_be(const std::filesystem::path &target) const { must_differ(path_, target); }

@@ -3,12 +3,23 @@
 #pragma once
 
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "chlist/files/file_bytes.h"
 
 namespace chlist {
+
+// A file that is no channel file of any version: a list of another format, perhaps.
+class foreign_file : public std::runtime_error {
+ public:
+  foreign_file(std::filesystem::path path, const std::string &why);
+  [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
 
 class channel_file {
  public:
@@ -24,6 +35,8 @@ class channel_file {
   // Throws an error that begins with the file's path.
   [[noreturn]] void refuse(const std::string &why) const;
   [[noreturn]] void refuse_as_short() const;
+  // Its version, and what is said of it: ": only 7, 8 and 9 can be converted".
+  [[noreturn]] void refuse_version(const std::string &why) const;
 
   // Refuses a file of another version than the current one.
   void must_be_current() const;
@@ -39,5 +52,7 @@ class channel_file {
 
 // The number in front of every channel file; 0 of bytes too few for one.
 int version_in(byte_span file);
+inline constexpr int first_known_version = 7;
+bool is_known_version(int version);
 
 }  // namespace chlist

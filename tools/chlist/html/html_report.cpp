@@ -23,23 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *report_summary = "Write a channel file as a page for the browser";
-
-constexpr const char *report_details =
-    "The page shows every view as a table with search, sorting and filters, a plan of the transponders, the totals,\n"
-    "and what is wrong with the list. It is one file that loads nothing from anywhere: it can be sent, kept, and\n"
-    "opened without a network. FILE is of version 10 and is only read. PAGE is replaced as a whole or not at all.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  the page was written\n"
-    "  1  the same, and the page tells of errors or warnings in the list\n"
-    "  2  nothing was written: bad usage, an input that cannot be read, is short or is of another version, an output\n"
-    "     that cannot be written; or only the summary could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist report channels.dat -o report.html\n"
-    "  chlist report channels.dat -o report.html --json";
-
 struct report_options {
   fs::path input;
   fs::path output;
@@ -88,18 +71,27 @@ int run_report(const report_options &options) {
 
 command report_command() {
   auto options = std::make_shared<report_options>();
-  return {.name = "report",
-          .summary = report_summary,
-          .details = report_details,
-          .options =
-              {{.names = "FILE", .target = &options->input, .about = "the channel file to show", .is_required = true},
-               {.names = "-o,--output",
-                .target = &options->output,
-                .about = "the page to write",
-                .value = "PAGE",
-                .is_required = true},
-               {.names = "--json", .target = &options->as_json, .about = "sum up as JSON"}},
-          .run = [options] { return run_report(*options); }};
+  return {
+      .name = "report",
+      .summary = "Write a channel file as a page for the browser",
+      .details = {"The page shows every view as a table with search, sorting and filters, a plan of the transponders, "
+                  "the totals, and what is wrong with the list. It is one file that loads nothing from anywhere: it "
+                  "can be sent, kept, and opened without a network. FILE is of version 10 and is only read. PAGE is "
+                  "replaced as a whole or not at all."},
+      .exit_codes = {{"0", "the page was written"},
+                     {"1", "the same, and the page tells of errors or warnings in the list"},
+                     {"2", "nothing was written: bad usage, an input that cannot be read, is short or is of another "
+                           "version, an output that cannot be written; or only the summary could not be written"}},
+      .examples = {"chlist report channels.dat -o report.html", "chlist report channels.dat -o report.html --json"},
+      .options =
+          {{.names = "FILE", .target = &options->input, .about = "the channel file to show", .is_required = true},
+           {.names = "-o,--output",
+            .target = &options->output,
+            .about = "the page to write",
+            .value = "PAGE",
+            .is_required = true},
+           {.names = "--json", .target = &options->as_json, .about = "sum up as JSON"}},
+      .run = [options] { return run_report(*options); }};
 }
 
 }  // namespace chlist

@@ -8,6 +8,7 @@
 #include <span>
 #include <stdexcept>
 
+#include "chlist/closest.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/report.h"
 #include "chlist/text/names.h"
@@ -125,13 +126,14 @@ struct named_code {
   std::string_view name;
   std::int8_t view;
   view_kind kind;
+  std::string_view about;
 };
 
-constexpr named_code codes[] = {{"all", VIEW_ALL, view_kind::all},
-                                {"tv", VIEW_TV, view_kind::tv},
-                                {"radio", VIEW_RADIO, view_kind::radio},
-                                {"user", VIEW_USER, view_kind::user},
-                                {"promo", VIEW_PROMOTION, view_kind::promotion}};
+constexpr named_code codes[] = {{"all", VIEW_ALL, view_kind::all, "all services"},
+                                {"tv", VIEW_TV, view_kind::tv, "television"},
+                                {"radio", VIEW_RADIO, view_kind::radio, "radio"},
+                                {"user", VIEW_USER, view_kind::user, "the user's own list"},
+                                {"promo", VIEW_PROMOTION, view_kind::promotion, "services that are advertised"}};
 
 constexpr std::string_view favourite_prefix = "fav:";
 
@@ -155,14 +157,16 @@ std::optional<std::int8_t> favourites_named(const line_up &list, std::string_vie
                                                : std::nullopt;
 }
 
-std::string names_of_views(const line_up &list) {
-  std::string names;
+std::vector<std::string> names_of_views(const line_up &list) {
+  std::vector<std::string> names;
   for (const named_code &each : codes) {
-    names += std::string(each.name) + ", ";
+    names.emplace_back(each.name);
   }
-  names += "fav:0 to fav:19";
+  names.emplace_back("fav:0 to fav:19");
   for (const favourite_group &group : list.favourites) {
-    names += group.name.empty() ? "" : ", " + shown(std::string(favourite_prefix) + group.name);
+    if (!group.name.empty()) {
+      names.push_back(std::string(favourite_prefix) + group.name);
+    }
   }
   return names;
 }
@@ -212,7 +216,7 @@ std::int8_t view_named(const line_up &list, std::string_view text) {
       return *favourites;
     }
   }
-  throw std::runtime_error(fmt::format("no view {}: there are {}", shown(text), names_of_views(list)));
+  throw std::runtime_error(unknown_name("view", text, names_of_views(list)));
 }
 
 std::size_t favourite_group_named(const line_up &list, std::string_view text) {
@@ -223,6 +227,16 @@ std::size_t favourite_group_named(const line_up &list, std::string_view text) {
     throw std::runtime_error(fmt::format("no favourite group {}: there are {}", shown(text), groups));
   }
   return group;
+}
+
+std::vector<term> terms_of_views() {
+  std::vector<term> terms;
+  for (const named_code &each : codes) {
+    terms.push_back({std::string(each.name), std::string(each.about)});
+  }
+  terms.push_back({"fav:NAME", "a favourite group, by its name"});
+  terms.push_back({"fav:0 .. fav:19", "a favourite group, by its place"});
+  return terms;
 }
 
 std::string text_of_view(std::int8_t view) {

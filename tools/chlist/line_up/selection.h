@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "channel/identity.h"
+#include "chlist/command.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/line_up/line_up.h"
 
@@ -30,6 +31,9 @@ std::int8_t view_named(const line_up &list, std::string_view text);
 
 // The place of a favourite group that there is, by its name or its place. Throws when there is none.
 std::size_t favourite_group_named(const line_up &list, std::string_view text);
+
+// What view_named() takes, for the help.
+std::vector<term> terms_of_views();
 
 // "all", "fav:3": as view_named() reads it; "view 77" of a code that no view has.
 std::string text_of_view(std::int8_t view);

@@ -12,32 +12,13 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/merge/merge_outcome.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char *merge_summary = "Merge a new channel list into a channel file";
-
-constexpr const char *merge_details =
-    "Services that LIST does not hold are added and numbered at the end of the views; services that SCAN lacks are\n"
-    "deleted with all their entries, favourites included; services in both stay as LIST has them, and so do its\n"
-    "settings. Both files are of version 10 and are only read. OUT is replaced as a whole or not at all; it may be\n"
-    "LIST, but not SCAN.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  merged (or, with --dry-run, could be)\n"
-    "  1  the same, with findings: entries of LIST that resolve to no service were dropped, services that occur twice\n"
-    "     in SCAN were taken once, added services have no entry in a view because it is full, or LIST holds what\n"
-    "     cannot be saved again\n"
-    "  2  nothing was written: bad usage, an input that cannot be read, is short or is of another version, an output\n"
-    "     that cannot be written; or only the report could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist merge channels.dat scan.dat --dry-run\n"
-    "  chlist merge channels.dat scan.dat -o channels.dat";
 
 struct merge_options {
   fs::path list;
@@ -83,17 +64,18 @@ json json_of_outcome(const merge_options &options, const merge_outcome &outcome)
 
 void report_findings(const merge_options &options, const merge_outcome &outcome) {
   for (const std::string &lost : outcome.lost) {
-    fmt::print(stderr, "{}: {}\n", options.list.string(), lost);
+    print_message(fmt::format("{}: {}", options.list.string(), lost));
   }
   for (const placed_entry &entry : outcome.dropped) {
-    fmt::print(stderr, "{}: dropped, resolves to no service: {}\n", options.list.string(), describe(entry));
+    print_message(fmt::format("{}: dropped, resolves to no service: {}", options.list.string(), describe(entry)));
   }
   for (const known_service &service : outcome.duplicates) {
-    fmt::print(stderr, "{}: taken once, occurs twice: {}\n", options.scan.string(), describe(service));
+    print_message(fmt::format("{}: taken once, occurs twice: {}", options.scan.string(), describe(service)));
   }
   for (const full_view &full : outcome.full) {
-    fmt::print(stderr, "{}: the {} view is full: it holds {}, {} added without an entry there\n", options.scan.string(),
-               label_of(full.view), full.capacity, counted(full.left_out, "service"));
+    print_message(fmt::format("{}: the {} view is full: it holds {}, {} added without an entry there",
+                              options.scan.string(), label_of(full.view), full.capacity,
+                              counted(full.left_out, "service")));
   }
 }
 
@@ -169,8 +151,19 @@ command merge_command() {
   auto options = std::make_shared<merge_options>();
   return {
       .name = "merge",
-      .summary = merge_summary,
-      .details = merge_details,
+      .summary = "Merge a new channel list into a channel file",
+      .details = {"Services that LIST does not hold are added and numbered at the end of the views; services that SCAN "
+                  "lacks are deleted with all their entries, favourites included; services in both stay as LIST has "
+                  "them, and so do its settings. Both files are of version 10 and are only read. OUT is replaced as a "
+                  "whole or not at all; it may be LIST, but not SCAN."},
+      .exit_codes = {{"0", "merged (or, with --dry-run, could be)"},
+                     {"1", "the same, with findings: entries of LIST that resolve to no service were dropped, services "
+                           "that occur twice in SCAN were taken once, added services have no entry in a view because "
+                           "it is full, or LIST holds what cannot be saved again"},
+                     {"2", "nothing was written: bad usage, an input that cannot be read, is short or is of another "
+                           "version, an output that cannot be written; or only the report could not be written"}},
+      .examples = {"chlist merge channels.dat scan.dat --dry-run",
+                   "chlist merge channels.dat scan.dat -o channels.dat"},
       .options =
           {{.names = "LIST", .target = &options->list, .about = "the channel file to start from", .is_required = true},
            {.names = "SCAN", .target = &options->scan, .about = "the new channel list", .is_required = true},

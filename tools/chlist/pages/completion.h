@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "chlist/pages/command_help.h"
+#include "chlist/command.h"
 
 namespace chlist {
 
-std::string bash_completion(const command_help &program);
-std::string zsh_completion(const command_help &program);
+std::string bash_completion(const command &program);
+std::string zsh_completion(const command &program);
 
 }  // namespace chlist

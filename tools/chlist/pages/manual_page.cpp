@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <cctype>
-#include <span>
 #include <string_view>
+#include <utility>
 
 namespace chlist {
 namespace {
@@ -32,110 +32,104 @@ std::string upper(std::string text) {
   return text;
 }
 
-// By the custom of manual pages.
-std::string heading_of(const std::string &title) {
-  if (title.empty()) {
-    return "DESCRIPTION";
-  }
-  return title == "Exit codes" ? "EXIT STATUS" : upper(title);
+std::string section(const std::string &title, const std::string &text) {
+  return text.empty() ? "" : fmt::format(".SH {}\n{}", escaped(upper(title)), text);
 }
 
-std::string text_of(const help_block &block) {
-  switch (block.what) {
-    case help_block::kind::paragraph:
-      return fmt::format(".PP\n{}\n", escaped(block.text));
-    case help_block::kind::term:
-      return fmt::format(".TP\n.B {}\n{}\n", escaped(block.term), escaped(block.text));
-    case help_block::kind::literal:
-      return fmt::format(".PP\n.RS 4\n.nf\n{}\n.fi\n.RE\n", escaped(block.text));
-  }
-  return "";
-}
-
-std::string text_of(const help_section &section) {
-  std::string text = fmt::format(".SH {}\n", escaped(heading_of(section.title)));
-  for (const help_block &block : section.blocks) {
-    text += text_of(block);
+std::string text_of(const std::vector<term> &terms) {
+  std::string text;
+  for (const term &each : terms) {
+    text += fmt::format(".TP\n.B {}\n{}\n", escaped(each.word), escaped(each.meaning));
   }
   return text;
 }
 
-std::string text_of(const option_help &option) {
+std::string text_of(const std::vector<std::string> &paragraphs) {
+  std::string text;
+  for (const std::string &each : paragraphs) {
+    text += fmt::format(".PP\n{}\n", escaped(each));
+  }
+  return text;
+}
+
+std::string text_of(const option &shown) {
   std::string tag;
-  for (const std::string &name : option.names) {
+  for (const std::string &name : shown.each_name()) {
     tag += fmt::format("{}\\fB{}\\fR", tag.empty() ? "" : ", ", escaped(name));
   }
-  if (!option.value.empty() && option.names.front() != option.value && option.names.front().starts_with('-')) {
-    tag += fmt::format(" \\fI{}\\fR", escaped(option.value));
+  if (!shown.is_flag() && !shown.is_argument()) {
+    tag += fmt::format(" \\fI{}\\fR", escaped(shown.value_name()));
   }
-  std::string choices;
-  for (const std::string &choice : option.choices) {
-    choices += fmt::format("{}{}", choices.empty() ? "; one of " : ", ", choice);
-  }
-  return fmt::format(".TP\n{}\n{}\n", tag, escaped(option.about + choices));
+  return fmt::format(".TP\n{}\n{}\n", tag, escaped(shown.explanation()));
 }
 
-std::string synopsis_of(const command_help &command) {
-  std::string text = fmt::format(".SH SYNOPSIS\n.B {}\n[\\fIoptions\\fR]", escaped(command.name));
-  for (const option_help &option : command.options) {
-    if (option.is_required) {
-      text += fmt::format(" \\fB{}\\fR \\fI{}\\fR", escaped(option.names.front()), escaped(option.value));
+// Names of what is typed as it stands are bold, those of what it stands for slanted.
+std::string synopsis_of(const called_command &called) {
+  std::string text = fmt::format(".SH SYNOPSIS\n.B {}\n[\\fIoptions\\fR]", escaped(called.line));
+  for (const option &each : called.row->all_options()) {
+    const std::string value = fmt::format("\\fI{}\\fR", escaped(each.value_name()));
+    if (each.is_argument()) {
+      text += ' ' + (each.is_required ? value : '[' + value + ']') + (each.takes_several() ? "..." : "");
+    } else if (each.is_required) {
+      text += fmt::format(" \\fB{}\\fR {}", escaped(each.each_name().front()), value);
     }
   }
-  for (const option_help &argument : command.arguments) {
-    const std::string name = fmt::format("\\fI{}\\fR", escaped(argument.names.front()));
-    text += ' ' + (argument.is_required ? name : '[' + name + ']') + (argument.is_repeatable ? "..." : "");
-  }
-  return text + (command.commands.empty() ? "\n" : " \\fIcommand\\fR ...\n");
+  return text + (called.row->commands.empty() ? "\n" : " \\fIcommand\\fR ...\n");
 }
 
-std::string commands_of(const command_help &command) {
-  if (command.commands.empty()) {
-    return "";
-  }
-  std::string text = ".SH COMMANDS\n";
-  for (const command_help &each : command.commands) {
-    text += fmt::format(".TP\n\\fB{}\\fR(1)\n{}\n", escaped(each.page_name()), escaped(each.summary));
+std::string commands_below(const called_command &called) {
+  std::string text;
+  std::string topic;
+  for (const command &each : called.row->commands) {
+    if (each.topic != std::exchange(topic, each.topic)) {
+      text += fmt::format(".SS {}\n", escaped(each.topic));
+    }
+    text += fmt::format(".TP\n\\fB{}\\fR(1)\n{}\n", escaped(page_name(called.line + ' ' + each.name)),
+                        escaped(each.summary));
   }
   return text;
 }
 
-std::string options_of(const command_help &command) {
-  std::string text = ".SH OPTIONS\n";
-  for (const auto *list : {&command.arguments, &command.options}) {
-    for (const option_help &option : *list) {
-      text += text_of(option);
-    }
+// Arguments come first.
+std::string options_of(const command &row) {
+  std::string arguments;
+  std::string options;
+  for (const option &each : row.all_options()) {
+    (each.is_argument() ? arguments : options) += text_of(each);
   }
-  return text;
+  return arguments + options;
 }
 
-std::string see_also(const command_help &command) {
-  const std::size_t last = command.name.rfind(' ');
-  if (last == std::string::npos) {
-    return "";
-  }
-  std::string parent = command.name.substr(0, last);
-  std::ranges::replace(parent, ' ', '-');
-  return fmt::format(".SH SEE ALSO\n.BR {} (1)\n", escaped(parent));
+std::string examples_of(const command &row) {
+  return row.examples.empty() ? ""
+                              : fmt::format(".PP\n.RS 4\n.nf\n{}\n.fi\n.RE\n",
+                                            escaped(fmt::format("{}", fmt::join(row.examples, "\n"))));
+}
+
+std::string see_also(const std::string &line) {
+  const std::size_t last = line.rfind(' ');
+  return last == std::string::npos ? "" : fmt::format(".BR {} (1)\n", escaped(page_name(line.substr(0, last))));
 }
 
 }  // namespace
 
-std::string manual_page(const command_help &command, const std::string &version) {
-  const bool is_described = !command.sections.empty() && command.sections.front().title.empty();
-  std::string page =
-      fmt::format(".TH {} 1 \"\" \"channel {}\" \"Channel lists\"\n.SH NAME\n{} \\- {}\n",
-                  escaped(upper(command.page_name())), version, escaped(command.page_name()), escaped(command.summary));
-  page += synopsis_of(command);
-  if (is_described) {
-    page += text_of(command.sections.front());
+std::string page_name(std::string line) {
+  std::ranges::replace(line, ' ', '-');
+  return line;
+}
+
+std::string manual_page(const called_command &called, const std::string &version) {
+  const command &row = *called.row;
+  const std::string name = page_name(called.line);
+  std::string page = fmt::format(".TH {} 1 \"\" \"channel {}\" \"Channel lists\"\n", escaped(upper(name)), version);
+  page += section("Name", fmt::format("{} \\- {}\n", escaped(name), escaped(row.summary)));
+  page += synopsis_of(called) + section("Description", text_of(row.details));
+  page += section("Commands", commands_below(called)) + section("Options", options_of(row));
+  for (const term_section &each : row.sections) {
+    page += section(each.title, text_of(each.terms));
   }
-  page += commands_of(command) + options_of(command);
-  for (const help_section &section : std::span(command.sections).subspan(is_described ? 1 : 0)) {
-    page += text_of(section);
-  }
-  return page + see_also(command);
+  return page + section("Exit status", text_of(row.exit_codes)) + section("Examples", examples_of(row)) +
+         section("See also", see_also(called.line));
 }
 
 }  // namespace chlist

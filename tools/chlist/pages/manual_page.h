@@ -3,11 +3,14 @@
 
 #include <string>
 
-#include "chlist/pages/command_help.h"
+#include "chlist/command.h"
 
 namespace chlist {
 
+// "chlist-fav-new", the name of the page of "chlist fav new".
+std::string page_name(std::string line);
+
 // The page of a command; those of its subcommands are pages of their own, which it names.
-std::string manual_page(const command_help &command, const std::string &version);
+std::string manual_page(const called_command &called, const std::string &version);
 
 }  // namespace chlist

@@ -215,8 +215,6 @@ std::size_t end_of_list(std::size_t end, std::size_t end_of_right, const std::ve
 
 }  // namespace
 
-bool is_known_version(int version) { return version >= 7 && version <= CHANNEL_LIST_VERSION; }
-
 list_image repair_list_image(byte_span file, const record_sizes &sizes, const std::vector<record_run> &runs,
                              const witnesses &services) {
   const shifted_list list(file, sizes.list, services, runs);

@@ -28,8 +28,6 @@ struct record_run {
   std::size_t network = 0;  // where the first network stands, or would stand above it
 };
 
-bool is_known_version(int version);
-
 // services: those that were found. runs: by ascending place; the list ends in front of the one that makes most of it
 // right.
 list_image repair_list_image(byte_span file, const record_sizes &sizes, const std::vector<record_run> &runs,

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "chlist/convert/conversion_report.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
 #include "chlist/salvage/salvaging.h"
@@ -21,28 +22,6 @@ namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char *salvage_summary = "Rebuild a channel list from a damaged file";
-
-constexpr const char *salvage_details =
-    "For files that end early, have bytes inserted or cut out, or stretches that were wiped or overwritten.\n"
-    "Services are found wherever they stand: each repeats what its transponder, its neighbours and the entries of\n"
-    "the views say. Views keep the numbers and favourites of all services that came back; entries of services\n"
-    "that did not are dropped. Where the ALL view is cut, services get their numbers from other views, or new\n"
-    "ones. Of a file that ends before the first service, groups and entries are kept. Counts are made right.\n"
-    "Transponders and networks whose own records are lost are made anew from their services. A damaged file of\n"
-    "version 7, 8 or 9 is converted as `chlist convert` does. OUT is of version 10, and is replaced as a whole or\n"
-    "not at all; it cannot be DAMAGED itself.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  everything that DAMAGED held came back\n"
-    "  1  something is lost, or in doubt; the report says what\n"
-    "  2  nothing was written: bad usage, DAMAGED cannot be read or holds nothing of a list, OUT cannot be written;\n"
-    "     or only the report could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist check channels.dat\n"
-    "  chlist salvage channels.dat -o rescued.dat && chlist check rescued.dat";
 
 json json_of_service(const placed_service &service) {
   json object = {{"offset", service.offset}};
@@ -253,7 +232,7 @@ salvage_outcome salvage(const fs::path &damaged) {
   try {
     return salvage_to_memory(bytes, [&](std::size_t done, std::size_t total) { searched.reached(done, total); });
   } catch (const std::runtime_error &error) {
-    throw std::runtime_error(damaged.string() + ": " + error.what());
+    throw foreign_file(damaged, error.what());
   }
 }
 
@@ -264,8 +243,22 @@ constexpr new_list_road<salvage_outcome> road = {salvage, json_of_outcome, print
 command salvage_command() {
   auto options = std::make_shared<new_list_options>();
   return {.name = "salvage",
-          .summary = salvage_summary,
-          .details = salvage_details,
+          .summary = "Rebuild a channel list from a damaged file",
+          .details =
+              {"For files that end early, have bytes inserted or cut out, or stretches that were wiped or overwritten. "
+               "Services are found wherever they stand: each repeats what its transponder, its neighbours and the "
+               "entries of the views say. Views keep the numbers and favourites of all services that came back; "
+               "entries of services that did not are dropped. Where the ALL view is cut, services get their numbers "
+               "from other views, or new ones. Of a file that ends before the first service, groups and entries are "
+               "kept. Counts are made right. Transponders and networks whose own records are lost are made anew from "
+               "their services. A damaged file of version 7, 8 or 9 is converted as `chlist convert` does. OUT is of "
+               "version 10, and is replaced as a whole or not at all; it cannot be DAMAGED itself."},
+          .exit_codes = {{"0", "everything that DAMAGED held came back"},
+                         {"1", "something is lost, or in doubt; the report says what"},
+                         {"2", "nothing was written: bad usage, DAMAGED cannot be read or holds nothing of a list, OUT "
+                               "cannot be written; or only the report could not be written"}},
+          .examples = {"chlist check channels.dat",
+                       "chlist salvage channels.dat -o rescued.dat && chlist check rescued.dat"},
           .options = {{.names = "DAMAGED",
                        .target = &options->input,
                        .about = "the channel file to read",

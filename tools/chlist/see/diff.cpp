@@ -10,6 +10,7 @@
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -17,43 +18,41 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *diff_summary = "Show what differs between two channel files";
-
-constexpr const char *diff_details =
-    "Services are paired by their identity as the receiver does it: a frequency that differs by less than 2500 is the\n"
-    "same. Of a service every column is compared (chlist list --columns help), its number in every view and favourite\n"
-    "group included; then the order of the views, networks, transponders, group tables and settings. Reserved bytes\n"
-    "are not compared. Both files are of version 10 and are only read.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  the same\n"
-    "  1  there are differences\n"
-    "  2  bad usage, a file that cannot be read, is short or is of another version; or the report could not be "
-    "written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist diff yesterday.dat channels.dat\n"
-    "  chlist diff --json yesterday.dat channels.dat | jq '.services.added[].name'";
-
 struct diff_options {
   fs::path before;
   fs::path after;
   bool as_json = false;
 };
 
-line_up line_up_to_compare(const channel_file &input) {
+struct comparison {
+  std::vector<change> changes;
+  std::vector<std::string> notes;  // what a file holds that no list has
+};
+
+line_up line_up_to_compare(const channel_file &input, std::vector<std::string> &notes) {
   const file_records records(input.bytes());
   must_be_whole(input, records);
   for (const std::string &note : not_saved_again(records)) {
-    fmt::print(stderr, "{}: {}\n", input.path().string(), note);
+    notes.push_back(fmt::format("{}: {}", input.path().string(), note));
   }
   return line_up_of(records.list());
 }
 
-json json_of_diff(const diff_options &options, const std::vector<change> &changes) {
-  json report = {{"before", options.before.string()}, {"after", options.after.string()}, {"equal", changes.empty()}};
-  report.put(json_of_differences(changes));
+json json_of_diff(const diff_options &options, const comparison &found) {
+  json report = {
+      {"before", options.before.string()}, {"after", options.after.string()}, {"equal", found.changes.empty()}};
+  report.put(json_of_differences(found.changes));
+  report["notes"] = found.notes;
   return report;
+}
+
+void report(const diff_options &options, const comparison &found) {
+  if (options.as_json) {
+    print_report([&] { print_json(json_of_diff(options, found)); });
+    return;
+  }
+  std::ranges::for_each(found.notes, print_message);
+  print_report([&] { print_differences(found.changes); });
 }
 
 int run_diff(const diff_options &options) {
@@ -61,16 +60,11 @@ int run_diff(const diff_options &options) {
   const channel_file after(options.after);
   before.must_be_current();
   after.must_be_current();
-  const line_up was = line_up_to_compare(before);
-  const std::vector<change> changes = differences(was, line_up_to_compare(after));
-  print_report([&] {
-    if (options.as_json) {
-      print_json(json_of_diff(options, changes));
-    } else {
-      print_differences(changes);
-    }
-  });
-  return changes.empty() ? exit_done : exit_findings;
+  comparison found;
+  const line_up was = line_up_to_compare(before, found.notes);
+  found.changes = differences(was, line_up_to_compare(after, found.notes));
+  report(options, found);
+  return found.changes.empty() ? exit_done : exit_findings;
 }
 
 }  // namespace
@@ -78,8 +72,18 @@ int run_diff(const diff_options &options) {
 command diff_command() {
   auto options = std::make_shared<diff_options>();
   return {.name = "diff",
-          .summary = diff_summary,
-          .details = diff_details,
+          .summary = "Show what differs between two channel files",
+          .details =
+              {"Services are paired by their identity as the receiver does it: a frequency that differs by less than "
+               "2500 is the same. Of a service every column is compared (chlist list --columns help), its number in "
+               "every view and favourite group included; then the order of the views, networks, transponders, group "
+               "tables and settings. Reserved bytes are not compared. Both files are of version 10 and are only read."},
+          .exit_codes = {{"0", "the same"},
+                         {"1", "there are differences"},
+                         {"2", "bad usage, a file that cannot be read, is short or is of another version; or the "
+                               "report could not be written"}},
+          .examples = {"chlist diff yesterday.dat channels.dat",
+                       "chlist diff --json yesterday.dat channels.dat | jq '.services.added[].name'"},
           .options = {{.names = "BEFORE",
                        .target = &options->before,
                        .about = "the channel file to start from",

@@ -26,25 +26,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *info_summary = "Show what a channel file holds";
-
-constexpr const char *info_details =
-    "Version and size, settings, views and groups with their counts and limits, services by type and by flag, "
-    "networks\n"
-    "with their transponders and services. Files of versions 7 to 9 are read, too; chlist convert makes them current.\n"
-    "With --json every group and every transponder is named. FILE is only read.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  shown\n"
-    "  2  bad usage, a file that cannot be read, is short or is of an unknown version; or the report could not be\n"
-    "     written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist info channels.dat\n"
-    "  chlist info --json channels.dat | jq .services.total";
-
 constexpr std::size_t most_names = 8;
-constexpr int first_known_version = 7;
 
 struct info_options {
   fs::path file;
@@ -112,9 +94,8 @@ void count_records(file_contents &contents) {
 }
 
 file_contents read_contents(const channel_file &input) {
-  if (input.version() < first_known_version || input.version() > CHANNEL_LIST_VERSION) {
-    input.refuse(fmt::format("is of version {}: only {} to {} are known", input.version(), first_known_version,
-                             +CHANNEL_LIST_VERSION));
+  if (!is_known_version(input.version())) {
+    input.refuse_version(fmt::format(": only {} to {} are known", first_known_version, +CHANNEL_LIST_VERSION));
   }
   const file_records records(input.bytes());
   must_be_whole(input, records);
@@ -293,15 +274,23 @@ int run_info(const info_options &options) {
 
 command info_command() {
   auto options = std::make_shared<info_options>();
-  return {.name = "info",
-          .summary = info_summary,
-          .details = info_details,
-          .options = {{.names = "FILE",
-                       .target = &options->file,
-                       .about = "the channel file, of version 7 to 10",
-                       .is_required = true},
-                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
-          .run = [options] { return run_info(*options); }};
+  return {
+      .name = "info",
+      .summary = "Show what a channel file holds",
+      .details =
+          {"Version and size, settings, views and groups with their counts and limits, services by type and by flag, "
+           "networks with their transponders and services. Files of versions 7 to 9 are read, too; chlist convert "
+           "makes them current. With --json every group and every transponder is named. FILE is only read."},
+      .exit_codes = {{"0", "shown"},
+                     {"2", "bad usage, a file that cannot be read, is short or is of an unknown version; or the report "
+                           "could not be written"}},
+      .examples = {"chlist info channels.dat", "chlist info --json channels.dat | jq .services.total"},
+      .options = {{.names = "FILE",
+                   .target = &options->file,
+                   .about = "the channel file, of version 7 to 10",
+                   .is_required = true},
+                  {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+      .run = [options] { return run_info(*options); }};
 }
 
 }  // namespace chlist

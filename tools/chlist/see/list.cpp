@@ -24,33 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *list_summary = "List the services of a channel file";
-
-constexpr const char *list_details =
-    "FILE is of version 10 and is only read. Sorting is the receiver's own; numbers stay with their services. A "
-    "filter\n"
-    "is COLUMN=TEXT (the text is part of the column's; numbers, yes and no are compared as a whole), or a text that "
-    "is\n"
-    "part of the name or of the provider, or is the number; case does not count. Of several filters all must match.\n"
-    "CSV (RFC 4180) and JSON have all columns unless --columns says otherwise. An entry that resolves to no service\n"
-    "has its identity only.\n"
-    "\n"
-    "Views:   all, tv, radio, user, promo, fav:NAME, fav:0 to fav:19\n"
-    "Sorts:   number, name, transponder, service_id, favourite_key, order_key\n"
-    "Columns: chlist list --columns help\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  listed\n"
-    "  2  bad usage, or no such view, column or sort; a file that cannot be read, is short or is of another version; "
-    "or\n"
-    "     the list could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist list channels.dat\n"
-    "  chlist list channels.dat --view tv --sort name --filter 'provider=sky'\n"
-    "  chlist list channels.dat --view fav:Films --columns number,name,video_pid\n"
-    "  chlist list channels.dat --filter locked=yes --format csv > locked.csv";
-
 constexpr std::string_view columns_of_tables =
     "number,name,type,provider,frequency,polarisation,ts_id,service_id,scrambled,locked,skipped";
 constexpr std::string_view help = "help";
@@ -188,31 +161,45 @@ int run_list(list_options options) {
 
 command list_command() {
   auto options = std::make_shared<list_options>();
-  return {.name = "list",
-          .summary = list_summary,
-          .details = list_details,
-          .options =
-              {{.names = "FILE", .target = &options->file, .about = "the channel file"},
-               {.names = "--view", .target = &options->view, .about = "the view to list (all)", .value = "VIEW"},
-               {.names = "--sort",
-                .target = &options->sort,
-                .about = "sort the view, positions included; else it stays in the file's order",
-                .value = "SORT"},
-               {.names = "--filter", .target = &options->filters, .about = "list only what matches", .value = "TEXT"},
-               {.names = "--columns",
-                .target = &options->columns,
-                .about = "the columns, with commas between; 'help' names them",
-                .value = "A,B,C"},
-               {.names = "--format",
-                .target = &options->format,
-                .about = "table, csv or json (table)",
-                .value = "FORMAT",
-                .choices = {"table", "csv", "json"}},
-               {.names = "--json",
-                .target = &options->as_json,
-                .about = "the same as --format json",
-                .excluded = {"--format"}}},
-          .run = [options] { return run_list(*options); }};
+  return {
+      .name = "list",
+      .summary = "List the services of a channel file",
+      .details =
+          {"FILE is of version 10 and is only read. Sorting is the receiver's own; numbers stay with their services.",
+           "A filter is COLUMN=TEXT (the text is part of the column's; numbers, yes and no are compared as a whole), "
+           "or a text that is part of the name or of the provider, or is the number; case does not count. Of several "
+           "filters all must match.",
+           "`chlist list --columns help` says what each column is. CSV (RFC 4180) and JSON have all columns unless "
+           "--columns says otherwise. An entry that resolves to no service has its identity only."},
+      .sections = {{"Views", terms_of_views()}, {"Sorts", terms_of_sorts()}},
+      .exit_codes = {{"0", "listed"},
+                     {"2", "bad usage, or no such view, column or sort; a file that cannot be read, is short or is of "
+                           "another version; or the list could not be written"}},
+      .examples = {"chlist list channels.dat", "chlist list channels.dat --view tv --sort name --filter 'provider=sky'",
+                   "chlist list channels.dat --view fav:Films --columns number,name,video_pid",
+                   "chlist list channels.dat --filter locked=yes --format csv > locked.csv"},
+      .options =
+          {{.names = "FILE", .target = &options->file, .about = "the channel file"},
+           {.names = "--view", .target = &options->view, .about = "the view to list (all)", .value = "VIEW"},
+           {.names = "--sort",
+            .target = &options->sort,
+            .about = "sort the view, positions included; else it stays in the file's order",
+            .value = "SORT"},
+           {.names = "--filter", .target = &options->filters, .about = "list only what matches", .value = "TEXT"},
+           {.names = "--columns",
+            .target = &options->columns,
+            .about = "the columns, with commas between; 'help' names them",
+            .value = "A,B,C"},
+           {.names = "--format",
+            .target = &options->format,
+            .about = "how to print it (table)",
+            .value = "FORMAT",
+            .choices = {"table", "csv", "json"}},
+           {.names = "--json",
+            .target = &options->as_json,
+            .about = "the same as --format json",
+            .excluded = {"--format"}}},
+      .run = [options] { return run_list(*options); }};
 }
 
 }  // namespace chlist

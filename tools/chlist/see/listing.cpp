@@ -13,6 +13,7 @@
 
 #include "channel/store/service_index.h"
 #include "channel/vindex/sorting.h"
+#include "chlist/closest.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
@@ -21,17 +22,13 @@
 namespace chlist {
 namespace {
 
-struct named_sort {
-  std::string_view name;
-  std::int8_t type;
-};
-
-constexpr named_sort sorts[] = {{"number", SORT_NUMBER},
-                                {"name", SORT_CH_NAME},
-                                {"transponder", SORT_TRANSPONDER},
-                                {"service_id", SORT_SERVICE_ID},
-                                {"favourite_key", SORT_FAV_DEFAULT},
-                                {"order_key", SORT_USER_TYPE}};
+constexpr view_sort sorts[] = {
+    {"number", SORT_NUMBER, "the channel number, then the minor one"},
+    {"name", SORT_CH_NAME, "the name, without regard to case"},
+    {"transponder", SORT_TRANSPONDER, "the frequency, then the service id"},
+    {"service_id", SORT_SERVICE_ID, "the service id"},
+    {"favourite_key", SORT_FAV_DEFAULT, "the position key of the entry"},
+    {"order_key", SORT_USER_TYPE, "the key of the user's own order (`chlist set FILE SERVICE order_key=N`)"}};
 
 constexpr std::array<std::string_view, 2> searched_fields = {"name", "provider"};
 
@@ -84,18 +81,20 @@ bool row_filter::takes(const service_row &row) const {
          });
 }
 
-std::string names_of_sorts() {
-  std::vector<std::string_view> names;
-  for (const named_sort &each : sorts) {
-    names.push_back(each.name);
+std::span<const view_sort> all_sorts() { return sorts; }
+
+std::vector<term> terms_of_sorts() {
+  std::vector<term> terms;
+  for (const view_sort &each : sorts) {
+    terms.push_back({std::string(each.name), std::string(each.about)});
   }
-  return fmt::format("{}", fmt::join(names, ", "));
+  return terms;
 }
 
 void sort_view(channel_list_st &list, std::int8_t view, std::string_view sort) {
-  const auto *const found = std::ranges::find(sorts, sort, &named_sort::name);
+  const auto *const found = std::ranges::find(sorts, sort, &view_sort::name);
   if (found == std::end(sorts)) {
-    throw std::runtime_error(fmt::format("no sort {}: there are {}", shown(sort), names_of_sorts()));
+    throw std::runtime_error(unknown_name("sort", sort, words_of(terms_of_sorts())));
   }
   channel::service_index index(list);
   const std::vector<list_view> views = views_of(std::as_const(list));

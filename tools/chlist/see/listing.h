@@ -5,10 +5,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "chlist/command.h"
 #include "chlist/fields/service_fields.h"
 
 namespace chlist {
@@ -29,8 +31,15 @@ class row_filter {
   std::optional<json> value_;  // that the field must have, where it is no text
 };
 
-// "number, name, ...": what sort_entries() takes.
-std::string names_of_sorts();
+// How a view can be sorted.
+struct view_sort {
+  std::string_view name;
+  std::int8_t type;  // the library's
+  std::string_view about;
+};
+
+std::span<const view_sort> all_sorts();
+std::vector<term> terms_of_sorts();
 
 // Sorts a view of a list as the library does. Throws when there is no sort of that name.
 void sort_view(channel_list_st &list, std::int8_t view, std::string_view sort);

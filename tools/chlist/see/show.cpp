@@ -23,25 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *show_summary = "Show everything of one service";
-
-constexpr const char *show_details =
-    "SERVICE is a number (7, or 7-2 with a minor number) in the view, a name or a part of it, or an identity: network\n"
-    "index, network id, transport stream id, frequency and polarisation, service id, as 1:2:3:11727480H:5. A text "
-    "that\n"
-    "could be several services lists them. FILE is of version 10 and is only read.\n"
-    "\n"
-    "Exit codes:\n"
-    "  0  shown\n"
-    "  2  bad usage, no such service or several, no such view; a file that cannot be read, is short or is of another\n"
-    "     version; or the report could not be written\n"
-    "\n"
-    "Examples:\n"
-    "  chlist show channels.dat 7\n"
-    "  chlist show channels.dat 3 --view fav:Films\n"
-    "  chlist show channels.dat 'News' --json\n"
-    "  chlist show channels.dat 1:2:3:11727480H:5";
-
 struct show_options {
   fs::path file;
   std::string service;
@@ -194,8 +175,16 @@ int run_show(const show_options &options) {
 command show_command() {
   auto options = std::make_shared<show_options>();
   return {.name = "show",
-          .summary = show_summary,
-          .details = show_details,
+          .summary = "Show everything of one service",
+          .details = {"SERVICE is a number (7, or 7-2 with a minor number) in the view, a name or a part of it, or an "
+                      "identity: network index, network id, transport stream id, frequency and polarisation, service "
+                      "id, as 1:2:3:11727480H:5. A text that could be several services lists them. FILE is of version "
+                      "10 and is only read."},
+          .exit_codes = {{"0", "shown"},
+                         {"2", "bad usage, no such service or several, no such view; a file that cannot be read, is "
+                               "short or is of another version; or the report could not be written"}},
+          .examples = {"chlist show channels.dat 7", "chlist show channels.dat 3 --view fav:Films",
+                       "chlist show channels.dat 'News' --json", "chlist show channels.dat 1:2:3:11727480H:5"},
           .options = {{.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true},
                       {.names = "SERVICE",
                        .target = &options->service,

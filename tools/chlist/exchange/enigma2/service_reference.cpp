@@ -21,9 +21,9 @@ bouquet_reference read_bouquet_reference(std::string_view text) {
     if (!rest) {
       throw bad_line("reference " + quoted(text) + " has fewer than 10 fields");
     }
-    const auto [head, tail] = split_at_first(*rest, ':');
-    field = head;
-    rest = tail;
+    const auto [first, others] = split_at_first(*rest, ':');
+    field = first;
+    rest = others;
   }
   bouquet_reference made;
   made.kind = read_number<unsigned>(fields[0], "kind");

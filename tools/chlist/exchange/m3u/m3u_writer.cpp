@@ -11,6 +11,7 @@
 
 #include "chlist/exchange/service_traits.h"
 #include "chlist/report.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
@@ -170,8 +171,9 @@ std::vector<made_file> write_m3u(const line_up &list, const write_options &optio
   return {{"", text}};
 }
 
-bool is_like_m3u(const std::filesystem::path &path, std::string_view /*beginning*/) {
-  return path.extension() == ".m3u" || path.extension() == ".m3u8";
+bool is_like_m3u(const std::filesystem::path &path, std::string_view beginning) {
+  return without_byte_order_mark(beginning).starts_with("#EXTM3U") || path.extension() == ".m3u" ||
+         path.extension() == ".m3u8";
 }
 
 }  // namespace chlist

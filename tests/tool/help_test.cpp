@@ -1,0 +1,182 @@
+// The help of commands, as text and as it is asked for.
+#include "chlist/help.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "chlist/commands.h"
+#include "chlist/text/utf8.h"
+#include "tool/chlist_host.h"
+
+namespace {
+
+using chlist::called_command;
+using chlist::command;
+using chlist::help_text;
+using chlist::option;
+using tool_test::program_result;
+
+class HelpText : public testing::Test {
+ protected:
+  std::string text;
+  std::vector<std::string> many;
+  bool flag = false;
+  command copy = {
+      .name = "copy",
+      .summary = "Copy a list",
+      .details = {"One paragraph that is longer than a line has room for.", "Another."},
+      .sections = {{"Orders", {{"name", "by the name, which is what most people look for"}, {"number", "by number"}}}},
+      .exit_codes = {{"0", "copied"}},
+      .examples = {"tool copy a b"},
+      .options = {{.names = "FROM", .target = &text, .about = "what to read", .is_required = true},
+                  {.names = "TO", .target = &many, .about = "what to write"},
+                  {.names = "-o,--order",
+                   .target = &text,
+                   .about = "the order",
+                   .value = "ORDER",
+                   .is_required = true,
+                   .choices = {"name", "number"}},
+                  {.names = "--an-option-with-a-long-name", .target = &flag, .about = "on its own line"}}};
+};
+
+TEST_F(HelpText, HasEverythingOfTheRowWithinTheWidth) {
+  EXPECT_EQ(help_text({"tool copy", &copy}, 40), "Usage: tool copy [OPTIONS] FROM\n"
+                                                 "  [TO]... -o ORDER\n"
+                                                 "\n"
+                                                 "Copy a list.\n"
+                                                 "\n"
+                                                 "One paragraph that is longer than a line\n"
+                                                 "has room for.\n"
+                                                 "\n"
+                                                 "Another.\n"
+                                                 "\n"
+                                                 "Arguments:\n"
+                                                 "  FROM  what to read\n"
+                                                 "  TO    what to write\n"
+                                                 "\n"
+                                                 "Options:\n"
+                                                 "  -h, --help         show this help\n"
+                                                 "  -o, --order ORDER  the order: name,\n"
+                                                 "                     number\n"
+                                                 "  --an-option-with-a-long-name\n"
+                                                 "                     on its own line\n"
+                                                 "\n"
+                                                 "Orders:\n"
+                                                 "  name    by the name, which is what\n"
+                                                 "          most people look for\n"
+                                                 "  number  by number\n"
+                                                 "\n"
+                                                 "Exit codes:\n"
+                                                 "  0  copied\n"
+                                                 "\n"
+                                                 "Examples:\n"
+                                                 "  tool copy a b\n");
+}
+
+TEST_F(HelpText, ListsTheCommandsBelowUnderTheirTopics) {
+  command program = {.name = "tool", .summary = "Works on lists", .commands = {copy, copy, copy}};
+  program.commands[0].topic = program.commands[1].topic = "To begin with";
+  program.commands[1].name = "move";
+  program.commands[2] = {.name = "end", .summary = "End it", .topic = "To end"};
+
+  EXPECT_EQ(help_text({"tool", &program}, 80),
+            "Usage: tool [OPTIONS] COMMAND ...\n\nWorks on lists.\n\n"
+            "To begin with:\n  copy  Copy a list\n  move  Copy a list\n\nTo end:\n  end  End it\n\n"
+            "Options:\n  -h, --help  show this help\n");
+}
+
+TEST_F(HelpText, TakesTheOptionsOfGroupsForTheCommand) {
+  copy.groups = {{.name = "place", .options = {{.names = "--here", .target = &flag, .about = "in this place"}}}};
+
+  EXPECT_NE(help_text({"tool copy", &copy}, 80).find("  --here             in this place\n"), std::string::npos)
+      << help_text({"tool copy", &copy}, 80);
+}
+
+// Readers expect each of these.
+TEST(CommandRows, AreComplete) {
+  int log_level = 0;
+  const command program = chlist::whole_program(log_level);
+  for (const called_command &called : chlist::every_command(program)) {
+    SCOPED_TRACE(called.line);
+    EXPECT_FALSE(called.row->summary.empty());
+    EXPECT_FALSE(called.row->details.empty());
+    EXPECT_GE(called.row->exit_codes.size(), 2U);
+    EXPECT_FALSE(called.row->examples.empty());
+    for (const option &each : called.row->all_options()) {
+      EXPECT_FALSE(each.about.empty()) << each.names;
+    }
+  }
+}
+
+// Where lines break is for whoever shows the texts.
+TEST(CommandRows, HaveTextsWithoutLineBreaks) {
+  int log_level = 0;
+  const command program = chlist::whole_program(log_level);
+  const auto expect_in_one_line = [](const std::string &text) {
+    EXPECT_EQ(text.find_first_of("\n\t"), std::string::npos) << text;
+    EXPECT_EQ(text.find("  "), std::string::npos) << text;
+  };
+  for (const called_command &called : chlist::every_command(program)) {
+    std::ranges::for_each(called.row->details, expect_in_one_line);
+    for (const chlist::term &each : called.row->exit_codes) {
+      expect_in_one_line(each.meaning);
+    }
+    for (const option &each : called.row->all_options()) {
+      expect_in_one_line(each.about);
+    }
+  }
+}
+
+class Help : public tool_test::chlist_test {
+ protected:
+  std::string shown(const std::vector<std::string> &arguments) const {
+    const program_result result = run(arguments);
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.err, "");
+    return result.out;
+  }
+};
+
+TEST_F(Help, OfTheProgramIsTheSameHoweverItIsAskedFor) {
+  const std::string help = shown({});
+
+  EXPECT_TRUE(help.starts_with("Usage: chlist [OPTIONS] COMMAND ...\n")) << help;
+  EXPECT_NE(help.find("\n  list    List the services of a channel file\n"), std::string::npos) << help;
+  EXPECT_EQ(shown({"help"}), help);
+  EXPECT_EQ(shown({"--help"}), help);
+  EXPECT_EQ(shown({"-h"}), help);
+}
+
+TEST_F(Help, OfACommandIsTheSameHoweverItIsAskedFor) {
+  const std::string help = shown({"list", "--help"});
+
+  EXPECT_TRUE(help.starts_with("Usage: chlist list [OPTIONS] [FILE]\n")) << help;
+  EXPECT_EQ(shown({"help", "list"}), help);
+  EXPECT_EQ(shown({"list", "-h"}), help);
+  EXPECT_EQ(shown({"--help", "list"}), help);
+}
+
+TEST_F(Help, OfCommandsOfTwoWordsIsTheSameHoweverItIsAskedFor) {
+  EXPECT_EQ(shown({"help", "fav", "new"}), shown({"fav", "new", "--help"}));
+  EXPECT_EQ(shown({"fav"}), shown({"help", "fav"}));
+}
+
+TEST_F(Help, OfEveryCommandFitsEightyColumns) {
+  int log_level = 0;
+  const command program = chlist::whole_program(log_level);
+  for (const called_command &called : chlist::every_command(program)) {
+    for (const std::string &line : tool_test::lines_of(help_text(called, 80))) {
+      const bool is_example = line.starts_with("  chlist ");
+      EXPECT_TRUE(is_example || chlist::width_of(line) <= 80) << line;
+    }
+  }
+}
+
+TEST_F(Help, OfNoCommandIsRefused) { expect_refused({"help", "lits"}, "no command \"lits\": did you mean \"list\"?"); }
+
+TEST_F(Help, TellsTheVersion) { EXPECT_EQ(shown({"--version"}), "chlist " CHANNEL_VERSION "\n"); }
+
+}  // namespace

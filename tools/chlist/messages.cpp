@@ -1,0 +1,30 @@
+// One line of a message is one write, so that lines of two programs do not mix.
+#include "chlist/messages.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace chlist {
+namespace {
+
+std::string &beginning() {
+  static std::string text = "chlist: ";
+  return text;
+}
+
+}  // namespace
+
+void speak_as(std::string line) {
+  if (const std::size_t blank = line.find(' '); blank != std::string::npos) {
+    line.insert(blank, 1, ':');
+  }
+  beginning() = std::move(line) + ": ";
+}
+
+void print_message(std::string_view text) {
+  std::string line = beginning();
+  line.append(text).append(1, '\n');
+  static_cast<void>(std::fputs(line.c_str(), stderr));
+}
+
+}  // namespace chlist
