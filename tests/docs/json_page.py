@@ -151,7 +151,8 @@ def main():
     faults = [f"{page.name} does not name `{key}`, which chlist prints" for key in sorted(commands.keys - named)]
     faults += [f"{page.name} names `{key}`, which no command prints" for key in sorted(named - commands.keys)]
     faults += [f"chlist {name} --json is not run" for name in sorted(commands_of(options.program) - commands.commands)]
-    sys.exit("\n".join(faults))
+    if faults:
+        sys.exit("\n".join(faults))
 
 
 if __name__ == "__main__":
