@@ -1,5 +1,7 @@
 #include "resource_limits.h"
 
+#include "rounds.h"
+
 #include <csignal>
 #include <cstdlib>
 #include <new>
@@ -57,13 +59,9 @@ no_memory_of::~no_memory_of() {
 void no_memory_of::end() { limit_memory(largest_memory()); }
 
 bool no_memory_of::is_possible() {
-#if defined(__SANITIZE_ADDRESS__)
-  return false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-  return false;
-#endif
-#endif
+  if (is_sanitized) {
+    return false;
+  }
   const bool is_kept = limit_memory(nothing);
   end();
   return is_kept;

@@ -19,12 +19,12 @@ namespace {
 
 template <class Record>
 std::size_t length(const channel::records<Record> &range) {
-  std::size_t counted = 0;
+  std::size_t records = 0;
   for (const Record &record : range) {
     static_cast<void>(record);
-    ++counted;
+    ++records;
   }
-  return counted;
+  return records;
 }
 
 void count_transponder(hierarchy_counts &counts, tp_ch_st &transponder) {

@@ -13,6 +13,7 @@
 #include "channel/store/links.h"
 #include "merge_test.h"
 #include "support/random_store.h"
+#include "support/rounds.h"
 
 namespace {
 
@@ -223,7 +224,7 @@ class PlainWalksMerge : public merge_test {
 };
 
 TEST_F(PlainWalksMerge, TheSweepIsOneLookupAfterAnother) {
-  for (unsigned seed = 0; seed < 140; ++seed) {
+  for (unsigned seed = 0; seed < unsigned{test_support::rounds(140)}; ++seed) {
     const outcome walked = outcome_of(seed, [] { return sweep_by_walks(), 0; });
 
     expect_same(outcome_of(seed, remove_invalid_virtual_channel), walked, seed);
@@ -231,7 +232,7 @@ TEST_F(PlainWalksMerge, TheSweepIsOneLookupAfterAnother) {
 }
 
 TEST_F(PlainWalksMerge, LinkingIsOneLookupAfterAnother) {
-  for (unsigned seed = 0; seed < 140; ++seed) {
+  for (unsigned seed = 0; seed < unsigned{test_support::rounds(140)}; ++seed) {
     const outcome walked = outcome_of(seed, [] { return link_by_walks(), 0; });
 
     expect_same(outcome_of(seed, channel::link_rch_info), walked, seed);
@@ -240,7 +241,7 @@ TEST_F(PlainWalksMerge, LinkingIsOneLookupAfterAnother) {
 
 TEST_F(PlainWalksMerge, AMergeIsOneLookupAfterAnother) {
   int changed = 0;
-  for (unsigned seed = 0; seed < 280; ++seed) {
+  for (unsigned seed = 0; seed < unsigned{test_support::rounds(280)}; ++seed) {
     const scanned_list scan = write_scan(seed, CHANNEL_LIST_VERSION);
     const outcome walked = outcome_of(seed, [&scan] { return merge_by_walks(scan); });
 
@@ -250,11 +251,11 @@ TEST_F(PlainWalksMerge, AMergeIsOneLookupAfterAnother) {
     expect_same(merged, walked, seed);
     changed += walked.result;
   }
-  EXPECT_GT(changed, 1'000);
+  EXPECT_GT(changed, test_support::rounds(1'000));
 }
 
 TEST_F(PlainWalksMerge, ARepairFilesOneServiceAfterAnother) {
-  for (unsigned seed = 0; seed < 280; ++seed) {
+  for (unsigned seed = 0; seed < unsigned{test_support::rounds(280)}; ++seed) {
     const scanned_list scan = write_scan(seed, 9);
     empty_the_store();
     const outcome walked = outcome_of_pass(seed, [&scan] { return repair_by_walks(scan); });

@@ -45,13 +45,13 @@ TEST_F(ReadingBytes, TakesWholeRecordsOnly) {
 
 TEST_F(ReadingBytes, GivesTheRecordsOfTheFileInItsOrder) {
   const bytes file = three_networks().data;
-  const auto list = read_detached<current_format>(bytes_of(file));
-  ASSERT_NE(list, nullptr);
-  const channel::record_counts counts = channel::count_records(list->network_list);
+  const auto read = read_detached<current_format>(bytes_of(file));
+  ASSERT_NE(read, nullptr);
+  const channel::record_counts counts = channel::count_records(read->network_list);
   EXPECT_EQ(counts.networks, 3U);
-  EXPECT_EQ(counts.networks, list->network_num);
+  EXPECT_EQ(counts.networks, read->network_num);
   std::size_t services = 0;
-  for (const channel::filed_service &filed : channel::all_services_of(list->network_list)) {
+  for (const channel::filed_service &filed : channel::all_services_of(read->network_list)) {
     EXPECT_EQ(filed.service.network_id, filed.network.network_id);
     ++services;
   }

@@ -7,16 +7,9 @@
 #include <cstdint>
 
 #include "channel/store/memory.h"
+#include "support/rounds.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-#define WITH_ADDRESS_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define WITH_ADDRESS_SANITIZER
-#endif
-#endif
-
-#ifdef WITH_ADDRESS_SANITIZER
+#ifdef CHANNEL_TESTS_SANITIZED
 // The sanitizer's allocator ends the process by itself unless it is told to fail as the system's does.
 extern "C" __attribute__((visibility("default"))) const char *__asan_default_options();
 extern "C" const char *__asan_default_options() { return "allocator_may_return_null=1"; }

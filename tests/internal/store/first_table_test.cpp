@@ -1,6 +1,7 @@
 // A table from keys to pointers against a map: the first pointer of each key, while keys come and go and the table
 // grows, wherever its multipliers send the keys.
 #include "channel/store/first_table.h"
+#include "support/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -20,8 +21,8 @@ void expect_the_maps_answers(const spread &where, std::size_t expected_keys, std
   first_table<int> table(expected_keys, where);
   std::map<std::uint64_t, int *> map;
   std::mt19937_64 random(16);
-  for (int step = 0; step < 20'000; ++step) {
-    int *value = &values.at(random() % values.size());
+  for (int step = 0; step < test_support::rounds(20'000); ++step) {
+    int *value = &values.at(static_cast<std::size_t>(random() % values.size()));
     if (random() % 500 == 0) {
       table.remove_if([value](const int &kept) { return &kept == value; });
       std::erase_if(map, [value](const auto &entry) { return entry.second == value; });

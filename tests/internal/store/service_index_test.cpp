@@ -10,6 +10,7 @@
 #include "channel/store/release.h"
 #include "support/log_capture.h"
 #include "support/random_store.h"
+#include "support/rounds.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ class ServiceIndex : public store_test {
 
 TEST_F(ServiceIndex, GivesTheFindersAnswerInRandomHierarchies) {
   int hits = 0;
-  for (int round = 0; round < 4000; ++round) {
+  for (int round = 0; round < rounds(4000); ++round) {
     reset_channel_list();
     some.build_hierarchy();
     channel::service_index index;
@@ -37,7 +38,7 @@ TEST_F(ServiceIndex, GivesTheFindersAnswerInRandomHierarchies) {
       ASSERT_EQ(index.resolve(id), expected) << "round " << round << ", query " << query;
     }
   }
-  EXPECT_GT(hits, 10'000);
+  EXPECT_GT(hits, rounds(10'000));
 }
 
 TEST_F(ServiceIndex, LooksUpWithoutAWord) {
@@ -50,7 +51,7 @@ TEST_F(ServiceIndex, LooksUpWithoutAWord) {
     return 0;
   });
   EXPECT_EQ(answers, std::vector<std::string>{});
-  const channel::identity missing{.net_index = 99, .frequency = 1};
+  const channel::identity missing{99, 0, 0, 1, 0, 0};
   EXPECT_EQ(index.look_up(missing), nullptr);
 }
 
@@ -109,7 +110,7 @@ TEST_F(ServiceIndex, FindsNothingWhileNoNetworkIsCounted) {
 
 // Among them services that stood in front of others of their id.
 TEST_F(ServiceIndex, GivesTheFindersAnswerAfterServicesWereDoomed) {
-  for (int round = 0; round < 1000; ++round) {
+  for (int round = 0; round < rounds(1000); ++round) {
     reset_channel_list();
     some.build_hierarchy();
     channel::doomed_services doomed;

@@ -12,6 +12,7 @@
 #include "channel/store/service_index.h"
 #include "support/hierarchy_walk.h"
 #include "support/random_store.h"
+#include "support/rounds.h"
 
 namespace {
 
@@ -47,7 +48,7 @@ class TransponderMatches : public store_test {
 
 TEST_F(TransponderMatches, AreThoseOfAWalk) {
   std::size_t matched = 0;
-  for (int round = 0; round < 2'000; ++round) {
+  for (int round = 0; round < test_support::rounds(2'000); ++round) {
     reset_channel_list();
     some.build_hierarchy();
     const channel::transponder_matches matches;
@@ -63,7 +64,7 @@ TEST_F(TransponderMatches, AreThoseOfAWalk) {
       matched += found.size();
     }
   }
-  EXPECT_GT(matched, 3'000U);
+  EXPECT_GT(matched, unsigned{test_support::rounds(3'000)});
 }
 
 // Shows every third service of a random hierarchy in the ALL view, some of them twice.
@@ -93,7 +94,7 @@ std::vector<std::string> left_after(unsigned seed, const Removal &remove) {
 }
 
 TEST_F(TransponderMatches, LeaveWhatReleasesOneByOneLeave) {
-  for (unsigned seed = 0; seed < 500; ++seed) {
+  for (unsigned seed = 0; seed < unsigned{test_support::rounds(500)}; ++seed) {
     const auto removed = left_after(seed, [] { remove_service_by_group_list_id(GROUP_FTACAS, 0, VIEW_ALL); });
 
     const auto released = left_after(seed, [this] {

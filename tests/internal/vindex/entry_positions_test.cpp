@@ -11,6 +11,7 @@
 
 #include "channel/identity.h"
 #include "channel/store/view.h"
+#include "support/rounds.h"
 
 namespace {
 
@@ -61,7 +62,7 @@ int walk(const entry_list &searched, const tagged_identity &id) {
 }
 
 TEST_F(EntryPositions, AreThoseOfAWalkWhileEntriesAreCleared) {
-  for (int round = 0; round < 400; ++round) {
+  for (int round = 0; round < test_support::rounds(400); ++round) {
     entry_list searched = some_entries(pick(70));
     auto count = static_cast<std::int16_t>(searched.size());
     entry_positions positions({searched.data(), &count, count});

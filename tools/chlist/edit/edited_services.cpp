@@ -28,7 +28,7 @@ class named_records {
     }
   }
 
-  [[nodiscard]] channel_st &of(std::string_view text) const { return *records_[service_named(list_, text, view_)]; }
+  [[nodiscard]] channel_st *of(std::string_view text) const { return records_[service_named(list_, text, view_)]; }
 
  private:
   std::int8_t view_;
@@ -36,30 +36,30 @@ class named_records {
   std::vector<channel_st *> records_;
 };
 
-channel_st &editable(const named_records &records, std::string_view text) {
-  channel_st &service = records.of(text);
-  const channel::identity id = channel::identity_of(service);
-  if (get_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation) != &service) {
+channel_st *editable(const named_records &records, std::string_view text) {
+  channel_st *service = records.of(text);
+  const channel::identity id = channel::identity_of(*service);
+  if (get_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation) != service) {
     throw std::runtime_error(fmt::format("{} cannot be edited: its identity leads to another service or to none",
-                                         describe(known_as(service))));
+                                         describe(known_as(*service))));
   }
   return service;
 }
 
 }  // namespace
 
-channel_st &editable_service(std::string_view text, std::int8_t view) { return editable(named_records(view), text); }
+channel_st &editable_service(std::string_view text, std::int8_t view) { return *editable(named_records(view), text); }
 
 std::vector<channel_st *> editable_services(const std::vector<std::string> &texts, edit_notes &notes,
                                             std::int8_t view) {
   const named_records records(view);
   std::vector<channel_st *> services;
   for (const std::string &text : texts) {
-    channel_st &service = editable(records, text);
-    if (std::ranges::find(services, &service) == services.end()) {
-      services.push_back(&service);
+    channel_st *service = editable(records, text);
+    if (std::ranges::find(services, service) == services.end()) {
+      services.push_back(service);
     } else {
-      notes.push_back(fmt::format("{} is named twice: taken once", name_for_message(service)));
+      notes.push_back(fmt::format("{} is named twice: taken once", name_for_message(*service)));
     }
   }
   return services;

@@ -1,5 +1,5 @@
-// The formats that channel lists are exchanged in. One table: a new format is a row and a file with its reader and
-// writer.
+// The formats that channel lists are exchanged in. One table: a new format is a row, and a folder with its reader and
+// its writer, which know nothing of the table.
 #pragma once
 
 #include <filesystem>
@@ -10,20 +10,10 @@
 
 #include "chlist/command.h"
 #include "chlist/exchange/loss_counts.h"
+#include "chlist/exchange/made_files.h"
 #include "chlist/files/channel_file.h"
-#include "chlist/files/text_folder.h"
 
 namespace chlist {
-
-// A file that a writer makes, by its name within the output folder; a format of one file leaves the name empty.
-using made_file = named_text;
-
-// What the command line says of how a file is made.
-struct write_options {
-  std::string columns;  // of CSV: columns by name, all of them when empty
-  std::string url;      // of M3U: the address of a service, with fields in braces; the format's own when empty
-  bool is_by_favourites = false;  // of M3U: groups are the favourite groups, not the providers
-};
 
 struct format {
   std::string_view name;   // of --from and --to: "vdr", "dvbv5", "lamedb4", "m3u", "csv"

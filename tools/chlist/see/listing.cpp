@@ -71,8 +71,8 @@ bool row_filter::takes(const service_row &row) const {
     return field_->get(row) == *value_;
   }
   if (field_ != nullptr) {
-    const std::string shown = text_of_value(field_->get(row));
-    return is_text(*field_) ? contains_name(shown, text_) : shown.empty();
+    const std::string cell = text_of_value(field_->get(row));
+    return is_text(*field_) ? contains_name(cell, text_) : cell.empty();
   }
   return is_same_name(text_of_value(field_named("number").get(row)), text_) ||
          std::ranges::any_of(searched_fields, [&](std::string_view name) {

@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/exchange/formats.h"
+#include "chlist/exchange/loss_counts.h"
+#include "chlist/exchange/made_files.h"
 
 namespace chlist {
 

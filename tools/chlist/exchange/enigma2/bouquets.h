@@ -14,8 +14,8 @@
 
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/service_reference.h"
-#include "chlist/exchange/formats.h"
 #include "chlist/exchange/loss_counts.h"
+#include "chlist/exchange/made_files.h"
 
 namespace chlist {
 

@@ -17,8 +17,8 @@
 #include <vector>
 
 #include "chlist/exchange/enigma2/service_reference.h"
-#include "chlist/exchange/formats.h"
 #include "chlist/exchange/loss_counts.h"
+#include "chlist/exchange/made_files.h"
 
 namespace chlist {
 

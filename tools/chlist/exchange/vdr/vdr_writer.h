@@ -3,7 +3,8 @@
 
 #include <vector>
 
-#include "chlist/exchange/formats.h"
+#include "chlist/exchange/loss_counts.h"
+#include "chlist/exchange/made_files.h"
 
 namespace chlist {
 
