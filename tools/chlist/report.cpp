@@ -106,7 +106,7 @@ json json_of_views() {
   json views = json::array();
   for (const list_view &view : views_of(*get_channel_list())) {
     json object = json_of(view.name);
-    object["entries"] = view.size();
+    object["count"] = view.size();
     views.push_back(object);
   }
   return views;

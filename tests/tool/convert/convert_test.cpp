@@ -32,23 +32,21 @@ TEST_F(Convert, TheJsonReportHasEveryCountAndFinding) {
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "");
   const json report = json::parse(result.out);
-  EXPECT_EQ(report["input"], "old.dat");
+  EXPECT_EQ(report["file"], "old.dat");
   EXPECT_EQ(report["output"], "new.dat");
-  EXPECT_EQ(report["carried"]["networks"], 1);
-  EXPECT_EQ(report["carried"]["transponders"], 1);
-  EXPECT_EQ(report["carried"]["views"].size(), 25U);
-  EXPECT_EQ(report["carried"]["views"][0], json::parse(R"({"view": "ALL", "entries": 2})"));
-  EXPECT_EQ(report["carried"]["views"][5],
-            json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "entries": 2})"));
-  EXPECT_EQ(report["carried"]["groups"],
-            json::parse(R"({"providers": 0, "genres": 0, "countries": 0, "favourite groups": 1})"));
-  const json &findings = report["findings"];
-  EXPECT_EQ(findings["duplicate_services"], json::parse(R"([{"name": "Copy", "net_index": 1, "network_id": 1,
+  EXPECT_EQ(report["networks"], 1);
+  EXPECT_EQ(report["transponders"], 1);
+  EXPECT_EQ(report["views"].size(), 25U);
+  EXPECT_EQ(report["views"][0], json::parse(R"({"view": "ALL", "count": 2})"));
+  EXPECT_EQ(report["views"][5],
+            json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "count": 2})"));
+  EXPECT_EQ(report["group_tables"], json::parse(R"([{"table": "providers", "count": 0}, {"table": "genres", "count": 0},
+                           {"table": "countries", "count": 0}, {"table": "favourite groups", "count": 1}])"));
+  EXPECT_EQ(report["duplicate_services"], json::parse(R"([{"name": "Copy", "net_index": 1, "network_id": 1,
       "ts_id": 100, "frequency": 11000000, "polarisation": "H", "service_id": 2}])"));
-  EXPECT_EQ(findings["counts_outside_arrays"],
-            json::parse(R"([{"array": "radio", "counted": 1001, "carried": 1000}])"));
-  EXPECT_EQ(findings["unresolved_entries"][0]["view"], "radio");
-  EXPECT_EQ(findings["unresolved_entries"].elements().back(),
+  EXPECT_EQ(report["counts_outside_arrays"], json::parse(R"([{"what": "radio", "counted": 1001, "present": 1000}])"));
+  EXPECT_EQ(report["unresolved_entries"][0]["view"], "radio");
+  EXPECT_EQ(report["unresolved_entries"].elements().back(),
             json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "position": 1, "number": 6,
       "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000, "polarisation": "H", "service_id": 8})"));
 }
@@ -59,7 +57,7 @@ TEST_F(Convert, NamesAreHarmlessOnATerminalAndInJson) {
 
   EXPECT_EQ(convert(9, file).err, "chlist: convert: old.dat: dropped, occurs twice: \"A [2J\xC3\xA9\\\"\" "
                                   "(net 1, network 1, ts 100, 11000000 H, service 2)\n");
-  EXPECT_EQ(converted_json(9, file)["findings"]["duplicate_services"][0]["name"], "A [2J\xC3\xA9\"");
+  EXPECT_EQ(converted_json(9, file)["duplicate_services"][0]["name"], "A [2J\xC3\xA9\"");
 }
 
 TEST_F(Convert, AFileOfTodayNeedsNoConversion) {

@@ -225,9 +225,9 @@ TEST_F(Edits, TheJsonReportSaysTheSame) {
   EXPECT_EQ(report["file"], "list.dat");
   EXPECT_EQ(report["output"], "list.dat");
   EXPECT_EQ(report["dry_run"], false);
-  EXPECT_EQ(report["changed"], true);
+  EXPECT_EQ(report["is_changed"], true);
   EXPECT_EQ(report["notes"], chlist::json::array({"the name is cut to 96 of its 97 bytes"}));
-  EXPECT_EQ(report["differences"]["services"]["changed"].size(), 1U);
+  EXPECT_EQ(report["differences"]["changed"].size(), 1U);
 }
 
 TEST_F(Edits, AnotherOutputLeavesTheFile) {

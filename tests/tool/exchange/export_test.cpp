@@ -213,7 +213,7 @@ TEST_F(Export, ReportsAreJsonToo) {
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(of_import["format"], "vdr");
   EXPECT_EQ(of_import["services"], 2);
-  EXPECT_EQ(of_import["skipped"], json::array());
+  EXPECT_EQ(of_import["skipped_lines"], json::array());
 }
 
 TEST_F(Export, TheInputIsNotOverwrittenAndOtherFilesAreRefused) {

@@ -110,13 +110,13 @@ TEST_F(Report, SumsUpAsJson) {
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(json::parse(result.out), (json{{"schema", 1},
-                                           {"list", "list.dat"},
+                                           {"file", "list.dat"},
                                            {"output", "page.html"},
-                                           {"size", page().size()},
+                                           {"bytes", page().size()},
                                            {"services", 2},
-                                           {"errors", 0},
-                                           {"warnings", 0},
-                                           {"notes", 0}}));
+                                           {"error_count", 0},
+                                           {"warning_count", 0},
+                                           {"note_count", 0}}));
 }
 
 TEST_F(Report, KeepsHostileTextsWithinTheData) {

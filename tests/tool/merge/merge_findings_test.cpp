@@ -20,7 +20,7 @@ TEST_F(MergeTool, WhatCannotBeSavedAgainIsTold) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "chlist: merge: list.dat: 4 bytes behind the last record: not saved\n");
-  EXPECT_EQ(merged_json()["findings"]["lost"], json::array({"4 bytes behind the last record: not saved"}));
+  EXPECT_EQ(merged_json()["notes"], json::array({"4 bytes behind the last record: not saved"}));
 }
 
 TEST_F(MergeTool, AServiceListedInNoViewIsNoFinding) {
@@ -42,7 +42,7 @@ TEST_F(MergeTool, AServiceThatOccursTwiceInTheNewListIsTakenOnce) {
   EXPECT_EQ(result.err, "chlist: merge: scan.dat: taken once, occurs twice: \"Copy\" (net 1, network 1, ts 100, "
                         "11000000 H, service 5)\n");
   EXPECT_TRUE(has_line(result.out, "out.dat: 1 service added, 0 deleted, 2 kept")) << result.out;
-  EXPECT_EQ(merged_json()["findings"]["duplicate_services"][0]["name"], "Copy");
+  EXPECT_EQ(merged_json()["duplicate_services"][0]["name"], "Copy");
 }
 
 TEST_F(MergeTool, AServiceThatOccursTwiceInTheListIsDeletedOnce) {
@@ -53,8 +53,8 @@ TEST_F(MergeTool, AServiceThatOccursTwiceInTheListIsDeletedOnce) {
   const json report = merged_json();
 
   EXPECT_EQ(report["kept"], 1);
-  ASSERT_EQ(report["deleted"].size(), 2U);
-  EXPECT_EQ(report["deleted"][1]["name"], "Copy");
+  ASSERT_EQ(report["removed"].size(), 2U);
+  EXPECT_EQ(report["removed"][1]["name"], "Copy");
 }
 
 TEST_F(MergeTool, AnEntryThatResolvedToNothingIsDroppedAndNamed) {
@@ -106,7 +106,7 @@ TEST_F(MergeTool, AServiceWithoutAnEntryInAFullViewIsAFinding) {
             "chlist: merge: scan.dat: the radio view is full: it holds 1000, 1 service added without an entry there\n");
   EXPECT_TRUE(has_line(result.out, "    1       1   100   11000000   H    3000    2  ALL 3000: \"More\""))
       << result.out;
-  EXPECT_EQ(merged_json()["findings"]["full_views"],
+  EXPECT_EQ(merged_json()["full_views"],
             json::parse(R"([{"view": "radio", "capacity": 1000, "services_left_out": 1}])"));
 }
 
@@ -140,7 +140,7 @@ TEST_F(MergeTool, AFullPromotionViewIsAFinding) {
   }
   write_scan(scan_of(promoted));
 
-  EXPECT_EQ(merged_json()["findings"]["full_views"],
+  EXPECT_EQ(merged_json()["full_views"],
             json::parse(R"([{"view": "promotion", "capacity": 10, "services_left_out": 1}])"));
 }
 

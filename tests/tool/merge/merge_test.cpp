@@ -42,15 +42,15 @@ TEST_F(MergeTool, TheJsonReportSaysTheSame) {
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(json::parse(result.out), json::parse(R"({
-      "schema": 1, "list": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
+      "schema": 1, "file": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
       "added": [{"name": "Music", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
                  "polarisation": "H", "service_id": 5, "service_type": 2,
                  "entries": [{"view": "ALL", "number": 5}, {"view": "radio", "number": 5}]}],
-      "deleted": [{"name": "Films", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
+      "removed": [{"name": "Films", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
                    "polarisation": "H", "service_id": 2, "service_type": 1,
                    "entries": [{"view": "ALL", "number": 102}, {"view": "TV", "number": 102},
                                {"view": "favourites", "group": 0, "group_name": "Best", "number": 102}]}],
-      "findings": {"dropped_entries": [], "duplicate_services": [], "full_views": [], "lost": []}})"));
+      "dropped_entries": [], "duplicate_services": [], "full_views": [], "notes": []})"));
 }
 
 TEST_F(MergeTool, ADryRunShowsTheSameAndWritesNothing) {
@@ -64,7 +64,7 @@ TEST_F(MergeTool, ADryRunShowsTheSameAndWritesNothing) {
   EXPECT_EQ(report["dry_run"], true);
   EXPECT_EQ(report["output"], nullptr);
   EXPECT_EQ(report["added"], merged["added"]);
-  EXPECT_EQ(report["deleted"], merged["deleted"]);
+  EXPECT_EQ(report["removed"], merged["removed"]);
   EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "scan.dat"}));
 }
 
@@ -137,7 +137,7 @@ TEST_F(MergeTool, ANewListWithoutServicesDeletesAll) {
   const json report = merged_json();
 
   EXPECT_EQ(report["kept"], 0);
-  EXPECT_EQ(report["deleted"].size(), 2U);
+  EXPECT_EQ(report["removed"].size(), 2U);
   ASSERT_EQ(load_named("out.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(list.vnumber, 0);
 }
@@ -149,7 +149,7 @@ TEST_F(MergeTool, AListWithoutServicesTakesAll) {
 
   EXPECT_EQ(report["kept"], 0);
   EXPECT_EQ(report["added"].size(), 2U);
-  EXPECT_EQ(report["deleted"].size(), 0U);
+  EXPECT_EQ(report["removed"].size(), 0U);
 }
 
 TEST_F(MergeTool, PathsMayBeLong) {

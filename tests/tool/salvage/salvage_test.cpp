@@ -105,16 +105,16 @@ TEST_F(SalvageTool, JsonTellsTheSame) {
 
   const json report = json::parse(result.out);
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(report["size"], third_service + 100);
+  EXPECT_EQ(report["bytes"], third_service + 100);
   EXPECT_EQ(report["version"], 10);
   EXPECT_EQ(report["recovered"]["services"], 2);
-  EXPECT_EQ(report["recovered"]["views"][0], (json{{"view", "ALL"}, {"entries", 2}}));
+  EXPECT_EQ(report["recovered"]["views"][0], (json{{"view", "ALL"}, {"count", 2}}));
   EXPECT_EQ(report["lost"]["counted_but_missing"], (json{{"networks", 0}, {"transponders", 0}, {"services", 1}}));
   EXPECT_EQ(report["conversion"], json());
-  EXPECT_EQ(report["lost"]["bytes_of_no_record"], json::array({json{{"offset", third_service}, {"size", 100}}}));
-  ASSERT_EQ(report["lost"]["entries"].size(), 2U);
-  EXPECT_EQ(report["lost"]["entries"][0]["service_id"], 5);
-  EXPECT_EQ(report["lost"]["entries"][0]["number"], 103);
+  EXPECT_EQ(report["lost"]["bytes_of_no_record"], json::array({json{{"offset", third_service}, {"bytes", 100}}}));
+  ASSERT_EQ(report["lost"]["lost_entries"].size(), 2U);
+  EXPECT_EQ(report["lost"]["lost_entries"][0]["service_id"], 5);
+  EXPECT_EQ(report["lost"]["lost_entries"][0]["number"], 103);
 }
 
 TEST_F(SalvageTool, WhatAConversionFoundIsShown) {
@@ -129,7 +129,7 @@ TEST_F(SalvageTool, WhatAConversionFoundIsShown) {
       has_line(result.out, "  dropped, occurs twice: \"News\" (net 1, network 1, ts 100, 11000000 H, service 1)"));
   EXPECT_TRUE(has_line(result.out, "Not carried:"));
   EXPECT_TRUE(has_line(result.out, "  duplicate services                                   1"));
-  EXPECT_EQ(json::parse(salvage(file.data, {"--json"}).out)["conversion"]["findings"]["duplicate_services"].size(), 1U);
+  EXPECT_EQ(json::parse(salvage(file.data, {"--json"}).out)["conversion"]["duplicate_services"].size(), 1U);
 }
 
 TEST_F(SalvageTool, WhatTheListsRecordLostIsShown) {

@@ -19,14 +19,16 @@ class Diff : public see_host {
 
 TEST_F(Diff, EqualFilesHaveNone) {
   EXPECT_EQ(diff(sample_list(), 0), "no differences\n");
-  EXPECT_EQ(json_diff(sample_list(), 0),
-            (json{{"schema", 1},
-                  {"before", "list.dat"},
-                  {"after", "new.dat"},
-                  {"equal", true},
-                  {"services", {{"added", json::array()}, {"removed", json::array()}, {"changed", json::array()}}},
-                  {"others", json::array()},
-                  {"notes", json::array()}}));
+  EXPECT_EQ(json_diff(sample_list(), 0), (json{{"schema", 1},
+                                               {"before_file", "list.dat"},
+                                               {"after_file", "new.dat"},
+                                               {"is_changed", false},
+                                               {"differences",
+                                                {{"added", json::array()},
+                                                 {"removed", json::array()},
+                                                 {"changed", json::array()},
+                                                 {"others", json::array()}}},
+                                               {"notes", json::array()}}));
 }
 
 TEST_F(Diff, TellsServicesAddedAndRemovedWithTheirNumbers) {
@@ -84,8 +86,8 @@ TEST_F(Diff, TheJsonReportNamesFieldsAndViews) {
   channel_file file = sample_list();
   const json report = json_diff(file.set(list_field::vch + entry_field::major_ch_num, 2, 102));
 
-  EXPECT_EQ(report["equal"], false);
-  const json &changed = report["services"]["changed"];
+  EXPECT_EQ(report["is_changed"], true);
+  const json &changed = report["differences"]["changed"];
   ASSERT_EQ(changed.size(), 1U);
   EXPECT_EQ(changed[0]["name"], "News");
   EXPECT_EQ(changed[0]["service_id"], 1);
@@ -129,7 +131,7 @@ TEST_F(Diff, OfManyServicesThatMovedFiveAreNamed) {
                        "  ALL view: 5 services moved: \"S16\", \"S17\", \"S18\", \"S19\", \"S20\""));
   EXPECT_TRUE(has_line(diff(with_last_in_front(6)),
                        "  ALL view: 6 services moved: \"S15\", \"S16\", \"S17\", \"S18\", \"S19\" and 1 more"));
-  EXPECT_EQ(json_diff(with_last_in_front(1))["others"][0]["fields"],
+  EXPECT_EQ(json_diff(with_last_in_front(1))["differences"]["others"][0]["fields"],
             json::array({json{{"field", "moved"}, {"before", json::array()}, {"after", json::array({"S20"})}}}));
 }
 
@@ -153,7 +155,7 @@ TEST_F(Diff, AnEntryWithoutAServiceMovesToo) {
   EXPECT_EQ(diff(with_missing_at(0, 1), 0), "no differences\n");
   EXPECT_TRUE(has_line(diff(with_missing_at(3, 1)),
                        "  ALL view: an entry without a service moved: \"4 1:1:100:11000000H:98\""));
-  EXPECT_EQ(json_diff(with_missing_at(3, 1))["others"][0]["fields"],
+  EXPECT_EQ(json_diff(with_missing_at(3, 1))["differences"]["others"][0]["fields"],
             json::array({json{{"field", "unresolved_moved"},
                               {"before", json::array()},
                               {"after", json::array({"4 1:1:100:11000000H:98"})}}}));

@@ -63,13 +63,13 @@ TEST_F(Info, TheJsonReportNamesEverything) {
                                       {"service_type", 1}}));
   EXPECT_EQ(report["views"].size(), 25U);
   EXPECT_EQ(report["views"][1], (json{{"view", "TV"}, {"count", 2}, {"capacity", 4000}}));
-  EXPECT_EQ(report["groups"][0]["groups"],
+  EXPECT_EQ(report["group_tables"][0]["groups"],
             json::array({json{{"id", 0}, {"name", "BBC"}}, json{{"id", 3}, {"name", "Sky"}}}));
-  EXPECT_EQ(report["services"]["total"], 3);
-  EXPECT_EQ(report["services"]["by_type"][1], (json{{"service_type", 2}, {"type", "radio"}, {"services", 1}}));
-  EXPECT_EQ(report["services"]["locked"], 1);
-  EXPECT_EQ(report["networks"][0]["services"], 3);
-  EXPECT_EQ(report["networks"][0]["transponders"][1],
+  EXPECT_EQ(report["services"], 3);
+  EXPECT_EQ(report["services_by_type"][1], (json{{"service_type", 2}, {"type", "radio"}, {"services", 1}}));
+  EXPECT_EQ(report["services_by_flag"][0], (json{{"flag", "locked"}, {"services", 1}}));
+  EXPECT_EQ(report["network_list"][0]["services"], 3);
+  EXPECT_EQ(report["network_list"][0]["transponder_list"][1],
             (json{{"ts_id", 101}, {"frequency", 11'727'480}, {"polarisation", "V"}, {"services", 1}}));
 }
 
@@ -103,7 +103,7 @@ TEST_P(InfoOfEarlierVersions, SaysTheSameAndHowToConvert) {
   EXPECT_TRUE(has_line(text, "An earlier version: chlist convert makes it current.")) << text;
   EXPECT_EQ(report["version"], GetParam().number);
   EXPECT_EQ(report["is_current"], false);
-  for (const char *part : {"settings", "views", "groups", "services", "networks"}) {
+  for (const char *part : {"settings", "views", "group_tables", "services", "services_by_type", "network_list"}) {
     EXPECT_EQ(report[part], current[part]) << part;
   }
 }

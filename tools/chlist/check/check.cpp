@@ -30,20 +30,20 @@ json json_of_finding(const finding &found) {
   return {{"offset", found.offset},
           {"severity", name_of(found.level)},
           {"kind", found.kind},
-          {"what", found.what},
+          {"message", found.what},
           {"consequence", found.consequence}};
 }
 
 json json_of_findings(const check_options &options, const file_findings &result) {
   return {{"file", options.file.string()},
-          {"size", result.size},
+          {"bytes", result.size},
           {"version", result.version},
           {"networks", result.networks},
           {"transponders", result.transponders},
           {"services", result.services},
-          {"errors", result.count(severity::error)},
-          {"warnings", result.count(severity::warning)},
-          {"notes", result.count(severity::note)},
+          {"error_count", result.count(severity::error)},
+          {"warning_count", result.count(severity::warning)},
+          {"note_count", result.count(severity::note)},
           {"findings", array_of(result.findings, json_of_finding)}};
 }
 

@@ -13,15 +13,17 @@ std::string name_of(const cut_array &cut) {
 }
 
 json json_of_cut(const cut_array &cut) {
-  return {{"array", name_of(cut)}, {"counted", cut.counted}, {"carried", cut.carried}};
+  return {{"what", name_of(cut)}, {"counted", cut.counted}, {"present", cut.carried}};
 }
 
 }  // namespace
 
 json json_of_losses(const conversion &result) {
-  json not_carried = json::object();
+  json not_carried = json::array();
   for (const loss &lost : result.losses) {
-    not_carried[std::string(lost.key)] = lost.count;
+    if (lost.count > 0) {
+      not_carried.push_back({{"what", lost.key}, {"count", lost.count}});
+    }
   }
   return not_carried;
 }

@@ -22,25 +22,25 @@ namespace {
 namespace fs = std::filesystem;
 
 json json_of_groups() {
-  json groups = json::object();
+  json tables = json::array();
   for (const group_table &table : groups_of(*get_channel_list())) {
-    groups[std::string(table.name)] = table.count;
+    tables.push_back({{"table", table.name}, {"count", table.count}});
   }
-  return groups;
+  return tables;
 }
 
 json json_of_result(const new_list_options &options, const conversion &result) {
-  return {{"input", options.input.string()},
-          {"output", options.output.string()},
-          {"version", result.version},
-          {"carried",
-           {{"networks", result.carried.networks},
-            {"transponders", result.carried.transponders},
-            {"services", result.carried.services},
-            {"views", json_of_views()},
-            {"groups", json_of_groups()}}},
-          {"not_carried", json_of_losses(result)},
-          {"findings", json_of_findings(result)}};
+  json report = {{"file", options.input.string()},
+                 {"output", options.output.string()},
+                 {"version", result.version},
+                 {"networks", result.carried.networks},
+                 {"transponders", result.carried.transponders},
+                 {"services", result.carried.services},
+                 {"views", json_of_views()},
+                 {"group_tables", json_of_groups()},
+                 {"not_carried", json_of_losses(result)}};
+  report.put(json_of_findings(result));
+  return report;
 }
 
 void report_findings(const new_list_options &options, const conversion &result) {

@@ -75,7 +75,7 @@ json json_of_result(const edit_options &options, const edit_result &result) {
   return {{"file", options.file.string()},
           {"output", result.is_saved ? json(options.target().string()) : json()},
           {"dry_run", options.is_dry_run},
-          {"changed", result.is_changed},
+          {"is_changed", result.is_changed},
           {"differences", json_of_differences(result.changes)},
           {"notes", result.notes}};
 }

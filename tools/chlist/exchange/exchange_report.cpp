@@ -87,7 +87,7 @@ void print_losses(const loss_counts &lost, std::string_view title) {
 json json_of_skipped(const std::vector<skipped_line> &skipped) {
   json array = json::array();
   for (const skipped_line &each : skipped) {
-    array.push_back({{"line", each.line}, {"reason", each.reason}});
+    array.push_back({{"line", each.line}, {"message", each.reason}});
   }
   return array;
 }

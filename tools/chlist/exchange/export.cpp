@@ -118,7 +118,7 @@ void print_summary(const export_options &options, const export_outcome &result) 
 }
 
 json json_of_outcome(const export_options &options, const export_outcome &result) {
-  return {{"input", options.input.string()},
+  return {{"file", options.input.string()},
           {"output", options.output.string()},
           {"format", result.to.name},
           {"services", result.services},

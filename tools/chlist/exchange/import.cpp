@@ -61,7 +61,7 @@ void print_summary(const import_options &options, const import_outcome &result) 
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
-  return {{"input", options.input.string()},
+  return {{"file", options.input.string()},
           {"format", result.format_name},
           {"output", options.output.string()},
           {"services", counts.services},
@@ -71,8 +71,8 @@ json json_of_outcome(const import_options &options, const import_outcome &result
           {"transponders", counts.transponders},
           {"sources", counts.sources},
           {"favourite_groups", counts.favourite_groups},
-          {"skipped", json_of_skipped(result.filled.skipped)},
-          {"no_room", result.filled.left_out},
+          {"skipped_lines", json_of_skipped(result.filled.skipped)},
+          {"notes", result.filled.left_out},
           {"left_out", json_of_left_out(result.lost)},
           {"not_carried", json_of_losses(result.lost)}};
 }
@@ -112,7 +112,7 @@ int import_whole_file(const import_options &options, const format &from) {
   write_text_file(options.output, whole_file(options, from));
   print_report([&] {
     if (options.as_json) {
-      print_json({{"input", options.input.string()}, {"format", from.name}, {"output", options.output.string()}});
+      print_json({{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}});
     } else {
       fmt::print("{}: the whole channel file from {}\n", options.output.string(), from.name);
     }

@@ -48,13 +48,13 @@ void print_summary(const report_options &options, const written_page &page) {
   const std::size_t errors = page.found.count(severity::error);
   const std::size_t warnings = page.found.count(severity::warning);
   if (options.as_json) {
-    print_json({{"list", options.input.string()},
+    print_json({{"file", options.input.string()},
                 {"output", options.output.string()},
-                {"size", page.size},
+                {"bytes", page.size},
                 {"services", page.found.services},
-                {"errors", errors},
-                {"warnings", warnings},
-                {"notes", page.found.count(severity::note)}});
+                {"error_count", errors},
+                {"warning_count", warnings},
+                {"note_count", page.found.count(severity::note)}});
     return;
   }
   fmt::print("{}: {}, {}, {}\n", options.output.string(), counted(page.found.services, "service"),

@@ -151,15 +151,15 @@ void print_others(const std::vector<change> &changes) {
 }  // namespace
 
 json json_of_differences(const std::vector<change> &changes) {
-  json services = json::object();
+  json differences = json::object();
   for (const kind_text &kind : kinds) {
-    services[std::string(kind.word)] = json::array();
+    differences[std::string(kind.word)] = json::array();
   }
-  json others = json::array();
+  differences["others"] = json::array();
   for (const change &each : changes) {
-    (is_service(each) ? services[std::string(words_of(each.kind).word)] : others).push_back(json_of(each));
+    differences[is_service(each) ? words_of(each.kind).word : "others"].push_back(json_of(each));
   }
-  return {{"services", services}, {"others", others}};
+  return differences;
 }
 
 void print_differences(const std::vector<change> &changes) {

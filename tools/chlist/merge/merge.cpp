@@ -48,18 +48,17 @@ json json_of_full(const full_view &full) {
 }
 
 json json_of_outcome(const merge_options &options, const merge_outcome &outcome) {
-  return {{"list", options.list.string()},
+  return {{"file", options.list.string()},
           {"scan", options.scan.string()},
           {"output", options.is_dry_run ? json() : json(options.output.string())},
           {"dry_run", options.is_dry_run},
           {"kept", outcome.kept},
           {"added", array_of(outcome.added, json_of_change)},
-          {"deleted", array_of(outcome.deleted, json_of_change)},
-          {"findings",
-           {{"dropped_entries", array_of(outcome.dropped, json_of)},
-            {"duplicate_services", array_of(outcome.duplicates, json_of)},
-            {"full_views", array_of(outcome.full, json_of_full)},
-            {"lost", outcome.lost}}}};
+          {"removed", array_of(outcome.deleted, json_of_change)},
+          {"dropped_entries", array_of(outcome.dropped, json_of)},
+          {"duplicate_services", array_of(outcome.duplicates, json_of)},
+          {"full_views", array_of(outcome.full, json_of_full)},
+          {"notes", outcome.lost}};
 }
 
 void report_findings(const merge_options &options, const merge_outcome &outcome) {

@@ -29,14 +29,14 @@ json json_of_service(const placed_service &service) {
   return object;
 }
 
-json json_of_range(const byte_range &range) { return {{"offset", range.offset}, {"size", range.size}}; }
+json json_of_range(const byte_range &range) { return {{"offset", range.offset}, {"bytes", range.size}}; }
 
 json json_of_count(const corrected_count &count) {
   return {{"what", count.what}, {"counted", count.counted}, {"present", count.present}};
 }
 
 json json_of_made(const made_record &record) {
-  json object = {{"kind", record.kind}, {"net_index", record.id.net_index}, {"network_id", record.id.network_id}};
+  json object = {{"what", record.kind}, {"net_index", record.id.net_index}, {"network_id", record.id.network_id}};
   if (record.kind == "transponder") {
     object["ts_id"] = record.id.ts_id;
     object["frequency"] = record.id.frequency;
@@ -45,15 +45,19 @@ json json_of_made(const made_record &record) {
   return object;
 }
 
-json json_of_forsaken(const forsaken_record &record) { return {{"kind", record.kind}, {"offset", record.offset}}; }
+json json_of_forsaken(const forsaken_record &record) { return {{"what", record.kind}, {"offset", record.offset}}; }
 
 json json_of_missing(const missing_records &missing) {
   return {{"networks", missing.networks}, {"transponders", missing.transponders}, {"services", missing.services}};
 }
 
 json json_of_conversion(const std::optional<conversion> &converted) {
-  return converted ? json{{"not_carried", json_of_losses(*converted)}, {"findings", json_of_findings(*converted)}}
-                   : json();
+  if (!converted) {
+    return {};
+  }
+  json object = {{"not_carried", json_of_losses(*converted)}};
+  object.put(json_of_findings(*converted));
+  return object;
 }
 
 constexpr std::string_view name_of(all_view all) {
@@ -62,8 +66,8 @@ constexpr std::string_view name_of(all_view all) {
 }
 
 json json_of_outcome(const new_list_options &options, const salvage_outcome &outcome) {
-  return {{"damaged", options.input.string()},
-          {"size", outcome.size},
+  return {{"file", options.input.string()},
+          {"bytes", outcome.size},
           {"version", outcome.version},
           {"output", options.output.string()},
           {"recovered",
@@ -79,8 +83,8 @@ json json_of_outcome(const new_list_options &options, const salvage_outcome &out
           {"favourite_groups_named_anew", outcome.list.named_groups},
           {"conversion", json_of_conversion(outcome.converted)},
           {"lost",
-           {{"settings", outcome.has_lost_settings},
-            {"entries", array_of(outcome.list.lost_entries, json_of)},
+           {{"has_lost_settings", outcome.has_lost_settings},
+            {"lost_entries", array_of(outcome.list.lost_entries, json_of)},
             {"blank_entries", outcome.list.blank_entries},
             {"counted_but_missing", json_of_missing(outcome.missing)},
             {"records_without_services", array_of(outcome.forsaken, json_of_forsaken)},

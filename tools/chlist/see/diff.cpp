@@ -39,9 +39,10 @@ line_up line_up_to_compare(const channel_file &input, std::vector<std::string> &
 }
 
 json json_of_diff(const diff_options &options, const comparison &found) {
-  json report = {
-      {"before", options.before.string()}, {"after", options.after.string()}, {"equal", found.changes.empty()}};
-  report.put(json_of_differences(found.changes));
+  json report = {{"before_file", options.before.string()},
+                 {"after_file", options.after.string()},
+                 {"is_changed", !found.changes.empty()}};
+  report["differences"] = json_of_differences(found.changes);
   report["notes"] = found.notes;
   return report;
 }
@@ -83,7 +84,7 @@ command diff_command() {
                          {"2", "bad usage, a file that cannot be read, is short or is of another version; or the "
                                "report could not be written"}},
           .examples = {"chlist diff yesterday.dat channels.dat",
-                       "chlist diff --json yesterday.dat channels.dat | jq '.services.added[].name'"},
+                       "chlist diff --json yesterday.dat channels.dat | jq '.differences.added[].name'"},
           .options = {{.names = "BEFORE",
                        .target = &options->before,
                        .about = "the channel file to start from",

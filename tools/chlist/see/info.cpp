@@ -151,19 +151,23 @@ json json_of_network(const file_contents &contents, std::size_t place) {
           {"network_id", network.network_id},
           {"name", network.name},
           {"services", contents.services_in[place]},
-          {"transponders", std::move(transponders)}};
+          {"transponder_list", std::move(transponders)}};
 }
 
-json json_of_services(const file_contents &contents) {
-  json services = {{"total", contents.list.services.size()}};
-  services["by_type"] = json::array();
+json json_of_types(const file_contents &contents) {
+  json types = json::array();
   for (const auto &[type, count] : contents.services_by_type) {
-    services["by_type"].push_back({{"service_type", type}, {"type", service_type_name(type)}, {"services", count}});
+    types.push_back({{"service_type", type}, {"type", service_type_name(type)}, {"services", count}});
   }
+  return types;
+}
+
+json json_of_flags(const file_contents &contents) {
+  json flags = json::array();
   for (const std::string_view flag : flag_fields) {
-    services[std::string(flag)] = services_with(contents.list, field_named(flag));
+    flags.push_back({{"flag", flag}, {"services", services_with(contents.list, field_named(flag))}});
   }
-  return services;
+  return flags;
 }
 
 json json_of_contents(const info_options &options, const file_contents &contents) {
@@ -177,9 +181,13 @@ json json_of_contents(const info_options &options, const file_contents &contents
           {"bytes", contents.bytes},
           {"settings", json_of_settings(contents)},
           {"views", array_of(views_of(contents.list), json_of_view)},
-          {"groups", array_of(tables_of(contents.list), json_of_table)},
-          {"services", json_of_services(contents)},
-          {"networks", std::move(networks)}};
+          {"group_tables", array_of(tables_of(contents.list), json_of_table)},
+          {"networks", contents.list.networks.size()},
+          {"transponders", contents.list.transponders.size()},
+          {"services", contents.list.services.size()},
+          {"services_by_type", json_of_types(contents)},
+          {"services_by_flag", json_of_flags(contents)},
+          {"network_list", std::move(networks)}};
 }
 
 void print_heading(std::string_view heading) { fmt::print("{}\n", painted(heading, style::bold)); }
@@ -284,7 +292,7 @@ command info_command() {
       .exit_codes = {{"0", "shown"},
                      {"2", "bad usage, a file that cannot be read, is short or is of an unknown version; or the report "
                            "could not be written"}},
-      .examples = {"chlist info channels.dat", "chlist info --json channels.dat | jq .services.total"},
+      .examples = {"chlist info channels.dat", "chlist info --json channels.dat | jq .services"},
       .options = {{.names = "FILE",
                    .target = &options->file,
                    .about = "the channel file, of version 7 to 10",
