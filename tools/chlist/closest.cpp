@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t characters_of_a_mistake = 4;
 
 // Rows of the table of distances: how far each beginning of b is from the first characters of a.
-using row = std::vector<std::size_t>;
+using distances = std::vector<std::size_t>;
 
 std::size_t tolerance(std::string_view word) {
   return std::max<std::size_t>(1, (characters_of(word).size() + 1) / characters_of_a_mistake);
@@ -25,9 +25,9 @@ std::size_t tolerance(std::string_view word) {
 std::size_t edit_distance(std::string_view a_text, std::string_view b_text) {
   const std::u32string a = characters_of(a_text);
   const std::u32string b = characters_of(b_text);
-  row two_before(b.size() + 1);
-  row before(b.size() + 1);
-  row now(b.size() + 1);
+  distances two_before(b.size() + 1);
+  distances before(b.size() + 1);
+  distances now(b.size() + 1);
   for (std::size_t j = 0; j <= b.size(); ++j) {
     now[j] = j;
   }

@@ -155,12 +155,14 @@ TEST_F(Import, OfLinesThatAreSkippedForOneReasonTenAreToldUnlessAllAreAskedFor) 
   const program_result some = run({"import", "channels.conf", "-o", "list.dat"});
   const program_result all = run({"import", "channels.conf", "-o", "list.dat", "--all"});
 
-  EXPECT_EQ(lines_of(some.err).size(), 12U) << some.err;
+  EXPECT_EQ(tool_test::lines_of(some.err).size(), 12U) << some.err;
   EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:2: skipped: has 1 field instead of 13")) << some.err;
   EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:12: skipped: SID 'x9' is not a number")) << some.err;
-  EXPECT_EQ(lines_of(some.err).back(), "chlist: import: channels.conf: and 2 more: SID '' is not a number (--all)");
-  EXPECT_EQ(lines_of(all.err).size(), 13U) << all.err;
-  EXPECT_EQ(lines_of(all.err).back(), "chlist: import: channels.conf:14: skipped: SID 'x11' is not a number");
+  EXPECT_EQ(tool_test::lines_of(some.err).back(),
+            "chlist: import: channels.conf: and 2 more: SID '' is not a number (--all)");
+  EXPECT_EQ(tool_test::lines_of(all.err).size(), 13U) << all.err;
+  EXPECT_EQ(tool_test::lines_of(all.err).back(),
+            "chlist: import: channels.conf:14: skipped: SID 'x11' is not a number");
 }
 
 TEST_F(Import, AViewThatIsTooSmallIsAFinding) {

@@ -48,8 +48,8 @@ class ServiceFields : public test_support::store_test {
 
   // Of the one service, and of its first entry in the radio view.
   [[nodiscard]] static json value(std::string_view name) {
-    const line_up list = line_up_in_memory();
-    return field_named(name).get(rows_of(list, VIEW_RADIO).at(0));
+    const line_up taken = line_up_in_memory();
+    return field_named(name).get(rows_of(taken, VIEW_RADIO).at(0));
   }
 
   channel_st *service = nullptr;
@@ -133,8 +133,8 @@ TEST_F(ServiceFields, FavouritesAreTheGroupsThatHoldTheService) {
 }
 
 TEST_F(ServiceFields, AnEntryWithoutAServiceHasItsIdentityOnly) {
-  const line_up list = line_up_in_memory();
-  service_row row = rows_of(list, VIEW_RADIO).at(0);
+  const line_up taken = line_up_in_memory();
+  service_row row = rows_of(taken, VIEW_RADIO).at(0);
   row.service = nullptr;
   std::set<std::string_view> told;
   for (const field &each : service_fields()) {
@@ -175,13 +175,13 @@ TEST_F(ServiceFields, AnUnknownNameIsRefusedWithThoseThatThereAre) {
 
 TEST_F(ServiceFields, AViewIsListedInItsOrder) {
   append_entry(VIEW_RADIO, {});
-  const line_up list = line_up_in_memory();
-  const auto rows = rows_of(list, VIEW_RADIO);
+  const line_up taken = line_up_in_memory();
+  const auto rows = rows_of(taken, VIEW_RADIO);
   ASSERT_EQ(rows.size(), 2U);
-  EXPECT_EQ(rows[0].service, &list.services[0]);
+  EXPECT_EQ(rows[0].service, &taken.services[0]);
   EXPECT_EQ(rows[1].service, nullptr);
   EXPECT_EQ(rows[1].position, 1U);
-  EXPECT_TRUE(rows_of(list, VIEW_TV).empty());
+  EXPECT_TRUE(rows_of(taken, VIEW_TV).empty());
 }
 
 // What a field is set to comes back by the same spelling.
