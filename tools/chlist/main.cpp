@@ -4,9 +4,13 @@
 #include <unistd.h>
 
 #include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "chlist/command_line.h"
 #include "chlist/commands.h"
+#include "chlist/complete.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/descriptor.h"
 #include "chlist/messages.h"
@@ -32,7 +36,12 @@ int run(int argc, char **argv) {
   occupy_closed_streams();
   int &log_level = verbosity_map[channel_list_module];
   log_level = -1;
-  return chlist::run_command_line(chlist::whole_program(log_level), argc, argv);
+  const chlist::command program = chlist::whole_program(log_level);
+  // Not a row of the table: shells call it, not people.
+  if (argc > 1 && std::string_view(argv[1]) == "complete") {
+    return chlist::print_completions(program, std::vector<std::string>(argv + 2, argv + argc));
+  }
+  return chlist::run_command_line(program, argc, argv);
 }
 
 }  // namespace

@@ -26,8 +26,9 @@ void write_all(const fs::path &folder) {
   for (const chlist::called_command &each : chlist::every_command(program)) {
     write(folder / "man1" / (chlist::page_name(each.line) + ".1"), chlist::manual_page(each, CHANNEL_VERSION));
   }
-  write(folder / "bash" / program.name, chlist::bash_completion(program));
-  write(folder / "zsh" / ('_' + program.name), chlist::zsh_completion(program));
+  write(folder / "bash" / program.name, chlist::bash_completion(program.name));
+  write(folder / "zsh" / ('_' + program.name), chlist::zsh_completion(program.name));
+  write(folder / "fish" / (program.name + ".fish"), chlist::fish_completion(program.name));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // Manual pages as man shows them, and completions as the shells run them.
+#include <channel/channel.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -7,6 +8,7 @@
 #include "chlist/commands.h"
 #include "chlist/pages/completion.h"
 #include "chlist/pages/manual_page.h"
+#include "support/channel_file.h"
 #include "support/temp_dir.h"
 #include "tool/program.h"
 
@@ -55,16 +57,12 @@ class Pages : public testing::Test {
     return run_program({"/bin/sh", "-c", "command -v " + program}).exit_code == 0;
   }
 
-  // What bash offers for the last of the words.
-  std::string offered(const std::vector<std::string> &words) const {
-    std::string line;
-    for (const std::string &word : words) {
-      line += " '" + word + "'";
-    }
-    const std::string script = "source " + written("completion", chlist::bash_completion(program_with_commands())) +
-                               "\nCOMP_WORDS=(" + line + ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_tool\n" +
-                               "echo \"${COMPREPLY[*]}\"";
-    const program_result result = run_program({"/bin/bash", "-c", script});
+  // What bash offers at the end of a line that begins with the program.
+  std::string offered(const std::string &line) const {
+    const std::string script = "source " + written("completion", chlist::bash_completion("chlist")) + "\nCOMP_LINE='" +
+                               line + "'\nCOMP_POINT=${#COMP_LINE}\n_chlist " CHLIST_PROGRAM "\n" +
+                               "printf '%s\\n' \"${COMPREPLY[@]}\"";
+    const program_result result = run_program({"/bin/bash", "-c", script}, dir.path());
     EXPECT_EQ(result.err, "");
     return result.out;
   }
@@ -93,45 +91,47 @@ TEST_F(Pages, ManualPageIsCleanRoffInTheOrderOfManualPages) {
   }
 }
 
-TEST_F(Pages, BashOffersCommandsOptionsAndValues) {
-  EXPECT_EQ(offered({"tool", ""}), "copy\n");
-  EXPECT_EQ(offered({"tool", "--"}), "--help\n");
-  EXPECT_EQ(offered({"tool", "copy", ""}), "all\n");
-  EXPECT_EQ(offered({"tool", "copy", "--d"}), "--dry-run\n");
-  EXPECT_EQ(offered({"tool", "copy", "--order", ""}), "name number\n");
-  EXPECT_EQ(offered({"tool", "copy", "x", "-o", "nu"}), "number\n");
+TEST_F(Pages, BashOffersWhatTheProgramKnows) {
+  EXPECT_EQ(offered("chlist in"), "info\n");
+  EXPECT_EQ(offered("chlist list --fo"), "--format\n");
+  EXPECT_EQ(offered("chlist list --sort n"), "number\nname\n");
 }
 
-TEST_F(Pages, BashLeavesFilesToItself) {
-  EXPECT_EQ(offered({"tool", "copy", "file"}), "\n");
-  EXPECT_EQ(offered({"tool", "copy", "all", ""}), "\n");
+// It puts them behind the ':' or '=' at which it ends words.
+TEST_F(Pages, BashGetsTheRestOfAWordBehindItsColon) {
+  test_support::channel_file file;
+  test_support::write_file(dir.path() + "list.dat", file.group(GROUP_FAV, 0, "Late Films").data);
+
+  EXPECT_EQ(offered("chlist list list.dat --view fav:L"), "Late\\ Films\n");
+  EXPECT_EQ(offered("chlist fav list list.dat L"), "Late\\ Films\n");
+  EXPECT_EQ(offered("chlist fav list list.dat \"L"), "Late Films\n");
 }
 
-TEST_F(Pages, ZshTakesItsCompletion) {
+TEST_F(Pages, BashLeavesFilesToItself) { EXPECT_EQ(offered("chlist list fi"), "\n"); }
+
+TEST_F(Pages, ZshOffersWhatTheProgramKnows) {
   if (!has("zsh")) {
     GTEST_SKIP() << "zsh is not installed";
   }
-  const std::string file = written("_tool", chlist::zsh_completion(program_with_commands()));
+  const std::string file = written("_chlist", chlist::zsh_completion("chlist"));
+  const std::string script = "_describe() { print -l -- \"${(@P)4}\" }; _files() { print files }\n"
+                             "words=(" CHLIST_PROGRAM " list --sort n); CURRENT=4; source " +
+                             file + "\n" + "words=(" CHLIST_PROGRAM " list x); CURRENT=3; _chlist";
 
-  const program_result result = run_program({"/bin/sh", "-c", "zsh -n " + file});
+  const program_result result = run_program({"/bin/sh", "-c", "zsh -f -c '" + script + "'"});
 
-  EXPECT_EQ(result.exit_code, 0);
+  EXPECT_EQ(result.out,
+            "number:the channel number, then the minor one\nname:the name, without regard to case\nfiles\n");
   EXPECT_EQ(result.err, "");
 }
 
-TEST_F(Pages, ZshQuotesWhatEndsAPart) {
-  const std::string text = chlist::zsh_completion(program_with_commands());
+TEST_F(Pages, FishAsksTheProgram) {
+  const std::string text = chlist::fish_completion("chlist");
 
-  EXPECT_NE(text.find("'--dry-run[write \\[nothing\\]\\: none]'"), std::string::npos) << text;
-  EXPECT_NE(text.find("'(-o --order)'{-o,--order}'[it'\\''s the order]:ORDER:(name number)'"), std::string::npos)
-      << text;
-}
-
-TEST_F(Pages, ZshOffersAgainWhatMayBeGivenAgain) {
-  const std::string text = chlist::zsh_completion(program_with_commands());
-
-  EXPECT_NE(text.find("'*'{-x,--except}'[not this one]:NAME:_files'"), std::string::npos) << text;
-  EXPECT_NE(text.find("'*--tag[with a tag]:TAG:_files'"), std::string::npos) << text;
+  EXPECT_NE(text.find("command $words[1] complete $words[2..-1] 2>/dev/null"), std::string::npos) << text;
+  if (has("fish")) {
+    EXPECT_EQ(run_program({"/bin/sh", "-c", "fish --no-execute " + written("chlist.fish", text)}).err, "");
+  }
 }
 
 TEST_F(Pages, OfEveryCommandOfTheToolAreCleanAndComplete) {
@@ -156,11 +156,9 @@ TEST_F(Pages, OfEveryCommandOfTheToolAreCleanAndComplete) {
   }
 }
 
-TEST_F(Pages, OfTheToolAreTakenByBothShells) {
-  int log_level = 0;
-  const command program = chlist::whole_program(log_level);
-  const std::string bash = written("bash", chlist::bash_completion(program));
-  const std::string zsh = written("_chlist", chlist::zsh_completion(program));
+TEST_F(Pages, CompletionsAreTakenByBothShells) {
+  const std::string bash = written("bash", chlist::bash_completion("chlist"));
+  const std::string zsh = written("_chlist", chlist::zsh_completion("chlist"));
 
   EXPECT_EQ(run_program({"/bin/bash", "-n", bash}).err, "");
   EXPECT_EQ(run_program({"/bin/bash", "-n", bash}).exit_code, 0);

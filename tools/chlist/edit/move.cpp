@@ -33,11 +33,10 @@ command move_command() {
                    "They keep their numbers (`chlist renumber` changes those), and the other views keep their order: "
                    "entries move in one view alone. Numbers on the command line are those of the view. `chlist fav "
                    "move` moves in a favourite group, and groups."},
+       .sections = {{"Views", terms_of_views()}},
        .examples = {"chlist move channels.dat 12 14 --before 3", "chlist move channels.dat News --to 0 --view tv"},
        .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true},
-                   {.names = "--view",
-                    .target = &options->view,
-                    .about = "the view: all, tv, radio, user, promo or fav:GROUP (default all)"}}},
+                   {.names = "--view", .target = &options->view, .about = "the view (all)", .value = "VIEW"}}},
       *options);
   edit.groups = {placement_options(options->place)};
   edit.run = [options] { return run_edit(*options, [&](edit_notes &notes) { move(*options, notes); }); };

@@ -56,17 +56,19 @@ command sort_command() {
        .details = {"Entries move as a whole, so services keep their numbers: a receiver shows the new order in its "
                    "lists. Without --view the ALL, TV, radio, USER and promotion views are sorted and the favourite "
                    "groups stay as they are. The promotion view cannot be sorted alone."},
-       .sections = {{"Keys", sort_keys()}},
+       .sections = {{"Sorts", sort_keys()}, {"Views", terms_of_views()}},
        .examples = {"chlist sort channels.dat --by name",
                     "chlist sort channels.dat --by number --view tv --view fav:Films"},
        .options = {{.names = "--by",
                     .target = &options->key,
                     .about = "what to sort by",
+                    .value = "SORT",
                     .is_required = true,
                     .choices = words_of(sort_keys())},
                    {.names = "--view",
                     .target = &options->views,
-                    .about = "the view: all, tv, radio, user or fav:GROUP; may be given again"}}},
+                    .about = "the view, but not promo; may be given again",
+                    .value = "VIEW"}}},
       *options);
   edit.run = [options] { return run_edit(*options, [&](edit_notes & /*notes*/) { sort(*options); }); };
   return edit;

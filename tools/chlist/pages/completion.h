@@ -1,13 +1,13 @@
-// Completions for shells: the commands, their options, the values of an option when they are few, and else files.
+// Completions for shells. Each asks the program what may follow (`PROGRAM complete`), and offers files where it knows
+// nothing.
 #pragma once
 
 #include <string>
 
-#include "chlist/command.h"
-
 namespace chlist {
 
-std::string bash_completion(const command &program);
-std::string zsh_completion(const command &program);
+std::string bash_completion(const std::string &program);
+std::string zsh_completion(const std::string &program);
+std::string fish_completion(const std::string &program);
 
 }  // namespace chlist

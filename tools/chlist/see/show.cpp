@@ -180,6 +180,7 @@ command show_command() {
                       "identity: network index, network id, transport stream id, frequency and polarisation, service "
                       "id, as 1:2:3:11727480H:5. A text that could be several services lists them. FILE is of version "
                       "10 and is only read."},
+          .sections = {{"Views", terms_of_views()}},
           .exit_codes = {{"0", "shown"},
                          {"2", "bad usage, no such service or several, no such view; a file that cannot be read, is "
                                "short or is of another version; or the report could not be written"}},
