@@ -74,8 +74,11 @@ program_result run_program(const std::vector<std::string> &command, const std::s
   return {exit_code, out.text(), err.text()};
 }
 
-terminal::terminal(const std::vector<std::string> &command) {
-  pid_ = ::forkpty(&fd_, nullptr, nullptr, nullptr);
+terminal::terminal(const std::vector<std::string> &command) : terminal(command, 0, 0) {}
+
+terminal::terminal(const std::vector<std::string> &command, std::uint16_t rows, std::uint16_t columns) {
+  const winsize size = {rows, columns, 0, 0};
+  pid_ = ::forkpty(&fd_, nullptr, nullptr, &size);
   if (pid_ == 0) {
     execute(command);
   }

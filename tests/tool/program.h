@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ program_result run_program(const std::vector<std::string> &command, const std::s
 class terminal {
  public:
   explicit terminal(const std::vector<std::string> &command);
+  // With so many rows and columns.
+  terminal(const std::vector<std::string> &command, std::uint16_t rows, std::uint16_t columns);
   ~terminal();
   terminal(const terminal &) = delete;
   terminal &operator=(const terminal &) = delete;
@@ -32,6 +35,8 @@ class terminal {
   std::string answer(const std::string &line);
   // Waits for the program's end.
   int exit_code();
+  // What came that nobody waited for.
+  [[nodiscard]] const std::string &unread() const { return unread_; }
 
  private:
   bool read_more();

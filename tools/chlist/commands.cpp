@@ -8,6 +8,7 @@
 #include "chlist/command_line.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/files/channel_file.h"
+#include "chlist/pager.h"
 
 namespace chlist {
 namespace {
@@ -77,7 +78,10 @@ command whole_program(int &log_level) {
       .options = {{.names = "--log-level",
                    .target = &log_level,
                    .about = "print the library's log lines up to this level (0 errors .. 5), default none",
-                   .least_and_most = std::pair(-1, 5)}},
+                   .least_and_most = std::pair(-1, 5)},
+                  {.names = "--no-pager",
+                   .target = &is_without_pager(),
+                   .about = "print on a terminal without $PAGER, however long it gets"}},
       .version = CHANNEL_VERSION};
   for (const topic &each : topics()) {
     for (const make_command make : each.commands) {

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "chlist/pager.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -120,7 +121,9 @@ void print_json(const json &report) {
 
 void print_report(const std::function<void()> &print) {
   try {
+    paged_output output;
     print();
+    output.show();
   } catch (const std::system_error &error) {
     throw report_lost(error.code(), standard_output);
   }

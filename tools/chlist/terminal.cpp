@@ -21,21 +21,43 @@ constexpr std::size_t usual_columns = 80;
 constexpr std::size_t least_columns = 40;
 constexpr std::size_t most_columns_of_prose = 100;
 
-// 0 when the terminal does not say.
-std::size_t columns_of_terminal() {
-  const char *told = std::getenv("COLUMNS");
-  std::size_t columns = 0;
-  if (told != nullptr && std::from_chars(told, told + std::strlen(told), columns).ec == std::errc()) {
-    return columns;
+struct screen {
+  bool is_terminal = false;
+  std::size_t columns = 0;  // 0: it does not say
+  std::size_t rows = 0;
+};
+
+// What the user says of the terminal counts more than what it says itself.
+std::size_t told_size(const char *variable, std::size_t own) {
+  const char *told = std::getenv(variable);
+  std::size_t size = 0;
+  return told != nullptr && std::from_chars(told, told + std::strlen(told), size).ec == std::errc() ? size : own;
+}
+
+screen screen_at_first() {
+  if (::isatty(STDOUT_FILENO) != 1) {
+    return {};
   }
   winsize size = {};
-  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+  static_cast<void>(::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size));
+  return {true, told_size("COLUMNS", size.ws_col), told_size("LINES", size.ws_row)};
+}
+
+const screen &first_screen() {
+  static const screen found = screen_at_first();
+  return found;
+}
+
+std::optional<std::size_t> unless_zero(std::size_t size) { return size != 0 ? std::optional(size) : std::nullopt; }
+
+bool is_terminal(std::FILE *stream) {
+  return stream == stdout ? first_screen().is_terminal : ::isatty(::fileno(stream)) == 1;
 }
 
 bool takes_colours(std::FILE *stream) {
   const char *refused = std::getenv("NO_COLOR");
   const char *terminal = std::getenv("TERM");
-  return ::isatty(::fileno(stream)) == 1 && (refused == nullptr || *refused == '\0') &&
+  return is_terminal(stream) && (refused == nullptr || *refused == '\0') &&
          (terminal == nullptr || std::string_view(terminal) != "dumb");
 }
 
@@ -57,9 +79,11 @@ constexpr int code_of(style look) {
 
 }  // namespace
 
+std::optional<std::size_t> columns_of_screen() { return unless_zero(first_screen().columns); }
+std::optional<std::size_t> rows_of_screen() { return unless_zero(first_screen().rows); }
+
 std::size_t width_of_prose() {
-  const std::size_t columns = ::isatty(STDOUT_FILENO) == 1 ? columns_of_terminal() : 0;
-  return columns == 0 ? usual_columns : std::clamp(columns, least_columns, most_columns_of_prose);
+  return std::clamp(columns_of_screen().value_or(usual_columns), least_columns, most_columns_of_prose);
 }
 
 std::string painted(std::string_view text, style look, std::FILE *stream) {

@@ -4,10 +4,16 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace chlist {
+
+// Of standard output as the program began, whatever it is put through afterwards: none when it is no terminal, or when
+// that does not say how large it is.
+std::optional<std::size_t> columns_of_screen();
+std::optional<std::size_t> rows_of_screen();
 
 // The width for texts that are read line after line: of the terminal that standard output is, in bounds.
 std::size_t width_of_prose();

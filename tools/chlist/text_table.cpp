@@ -2,6 +2,7 @@
 #include "chlist/text_table.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "chlist/terminal.h"
 #include "chlist/text/utf8.h"
@@ -11,9 +12,18 @@ namespace {
 
 constexpr std::string_view gap = "  ";
 
+// What a text gives way to, one after the other: others than names become short, then names, then all of them shorter.
+struct least_widths {
+  std::size_t of_names;
+  std::size_t of_others;
+};
+
+constexpr std::size_t no_less = static_cast<std::size_t>(-1);
+constexpr least_widths steps[] = {{no_less, 8}, {16, 8}, {8, 4}};
+
 }  // namespace
 
-std::string text_table::text() const {
+std::vector<std::size_t> text_table::widths() const {
   std::vector<std::size_t> widths;
   for (std::size_t c = 0; c < columns_.size(); ++c) {
     std::size_t width = width_of(columns_[c].title);
@@ -22,11 +32,40 @@ std::string text_table::text() const {
     }
     widths.push_back(width);
   }
+  return widths;
+}
+
+// The widest gives way first.
+void text_table::fit(std::vector<std::size_t> &widths, std::size_t most_columns) const {
+  const std::size_t gaps = gap.size() * (widths.size() - std::min<std::size_t>(widths.size(), 1));
+  for (const least_widths &least : steps) {
+    while (std::accumulate(widths.begin(), widths.end(), gaps) > most_columns) {
+      std::size_t *widest = nullptr;
+      for (std::size_t c = 0; c < widths.size(); ++c) {
+        const bool gives =
+            !columns_[c].is_number && widths[c] > (columns_[c].is_name ? least.of_names : least.of_others);
+        widest = gives && (widest == nullptr || widths[c] > *widest) ? &widths[c] : widest;
+      }
+      if (widest == nullptr) {
+        break;
+      }
+      --*widest;
+    }
+  }
+}
+
+std::string text_table::text() const { return text(columns_of_screen()); }
+
+std::string text_table::text(std::optional<std::size_t> most_columns) const {
+  std::vector<std::size_t> places = widths();
+  if (most_columns) {
+    fit(places, *most_columns);
+  }
   const auto line_of = [&](const auto &cell_at) {
     std::string line;
     for (std::size_t c = 0; c < columns_.size(); ++c) {
-      const std::string &cell = cell_at(c);
-      const std::string padding(widths[c] - width_of(cell), ' ');
+      const std::string cell = shortened(cell_at(c), places[c]);
+      const std::string padding(places[c] - std::min(width_of(cell), places[c]), ' ');
       line += (c == 0 ? "" : std::string(gap)) + (columns_[c].is_number ? padding + cell : cell + padding);
     }
     return line.erase(line.find_last_not_of(' ') + 1);

@@ -1,8 +1,9 @@
 // A table for people: columns as wide as their widest cell, numbers to the right. Characters of East Asian scripts take
-// two places.
+// two places. On a terminal that is too narrow texts are shortened, numbers never.
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,6 +16,7 @@ class text_table {
   struct column {
     std::string title;
     bool is_number = false;
+    bool is_name = false;  // keeps most of its width when others give theirs away
   };
 
   explicit text_table(std::vector<column> columns) : columns_(std::move(columns)) {}
@@ -24,8 +26,13 @@ class text_table {
 
   // Each row is a line; the titles, painted on a terminal, are the first. No line ends in blanks.
   [[nodiscard]] std::string text() const;
+  // As wide as it has to be, or, as far as that can be done by shortening texts, not wider than this.
+  [[nodiscard]] std::string text(std::optional<std::size_t> most_columns) const;
 
  private:
+  [[nodiscard]] std::vector<std::size_t> widths() const;
+  void fit(std::vector<std::size_t> &widths, std::size_t most_columns) const;
+
   std::vector<column> columns_;
   std::vector<std::vector<std::string>> rows_;
 };

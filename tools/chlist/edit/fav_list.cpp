@@ -64,13 +64,13 @@ std::string table_of(const json &rows, std::vector<text_table::column> columns) 
 }
 
 std::vector<text_table::column> group_columns() {
-  return {{"group", true}, {"id", true}, {"name", false}, {"entries", true}};
+  return {{"group", true}, {"id", true}, {"name", false, true}, {"entries", true}};
 }
 
 std::vector<text_table::column> columns_of_entries() {
   std::vector<text_table::column> columns;
   for (const field *each : fields_named(entry_columns)) {
-    columns.push_back({std::string(each->title), each->is_number()});
+    columns.push_back({std::string(each->title), each->is_number(), each->name == "name"});
   }
   return columns;
 }

@@ -247,7 +247,8 @@ void print_groups(const file_contents &contents) {
 
 void print_networks(const file_contents &contents) {
   print_heading("Networks");
-  text_table table({{"net", true}, {"network", true}, {"transponders", true}, {"services", true}, {"name", false}});
+  text_table table(
+      {{"net", true}, {"network", true}, {"transponders", true}, {"services", true}, {"name", false, true}});
   for (std::size_t place = 0; place < contents.list.networks.size(); ++place) {
     const line_up_network &network = contents.list.networks[place];
     table.add({std::to_string(network.net_index), std::to_string(network.network_id),

@@ -76,7 +76,7 @@ std::vector<std::string> cells_of(const service_row &row, const columns_shown &c
 void print_table(const list_options & /*options*/, const rows_shown &rows, const columns_shown &columns) {
   std::vector<text_table::column> titles;
   for (const field *each : columns) {
-    titles.push_back({std::string(each->title), each->is_number()});
+    titles.push_back({std::string(each->title), each->is_number(), each->name == "name"});
   }
   text_table table(std::move(titles));
   for (const service_row &row : rows) {
@@ -117,7 +117,7 @@ struct list_format {
 constexpr list_format formats[] = {{"table", print_table}, {"csv", print_csv}, {"json", print_as_json}};
 
 void print_columns_there_are() {
-  text_table table({{"column", false}, {"what it is", false}});
+  text_table table({{"column", false, true}, {"what it is", false}});
   for (const field &each : service_fields()) {
     table.add({std::string(each.name), std::string(each.about)});
   }

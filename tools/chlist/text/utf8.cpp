@@ -115,6 +115,22 @@ std::size_t width_of(std::string_view utf8) {
   return is_ascii(utf8) ? utf8.size() : unicode().columns(characters_of(utf8));
 }
 
+std::string shortened(std::string_view utf8, std::size_t columns) {
+  if (width_of(utf8) <= columns) {
+    return std::string(utf8);
+  }
+  std::string text;
+  std::string longer;
+  for (const char32_t character : characters_of(utf8)) {
+    append_utf8(longer, character);
+    if (width_of(longer) >= columns) {
+      break;
+    }
+    text = longer;
+  }
+  return columns == 0 ? "" : text + "\u2026";
+}
+
 std::string folded(std::string_view utf8) {
   std::string text;
   text.reserve(utf8.size());

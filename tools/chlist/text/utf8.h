@@ -26,6 +26,9 @@ std::u32string characters_of(std::string_view utf8);
 // Columns on a terminal: two for the wide characters of East Asia and for emoji, none for marks.
 std::size_t width_of(std::string_view utf8);
 
+// A text of at most so many columns: one that is wider ends in "…".
+std::string shortened(std::string_view utf8, std::size_t columns);
+
 // In small letters and without accents, which nobody types who looks for a name: "Comédia" is "comedia".
 std::string folded(std::string_view utf8);
 
