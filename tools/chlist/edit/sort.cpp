@@ -11,7 +11,7 @@
 #include "chlist/edit/edited_services.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/see/listing.h"
+#include "chlist/listing/view_rows.h"
 
 namespace chlist {
 namespace {

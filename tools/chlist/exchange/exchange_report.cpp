@@ -51,14 +51,14 @@ std::string kind_of(std::string_view reason) {
 }  // namespace
 
 void report_skipped(const std::filesystem::path &input, const std::vector<skipped_line> &skipped, bool shows_all) {
-  first_of_a_kind shown(shows_all);
+  first_of_a_kind printed(shows_all);
   for (const skipped_line &each : skipped) {
-    if (shown.takes(kind_of(each.reason))) {
+    if (printed.takes(kind_of(each.reason))) {
       const std::string line = each.line != 0 ? fmt::format(":{}", each.line) : "";
       print_message(fmt::format("{}{}: skipped: {}", input.string(), line, each.reason));
     }
   }
-  for (const auto &[kind, count] : shown.left_out()) {
+  for (const auto &[kind, count] : printed.left_out()) {
     print_message(fmt::format("{}: and {} more: {} (--all)", input.string(), count, kind));
   }
 }

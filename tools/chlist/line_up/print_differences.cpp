@@ -151,15 +151,15 @@ void print_others(const std::vector<change> &changes) {
 }  // namespace
 
 json json_of_differences(const std::vector<change> &changes) {
-  json differences = json::object();
+  json grouped = json::object();
   for (const kind_text &kind : kinds) {
-    differences[std::string(kind.word)] = json::array();
+    grouped[std::string(kind.word)] = json::array();
   }
-  differences["others"] = json::array();
+  grouped["others"] = json::array();
   for (const change &each : changes) {
-    differences[is_service(each) ? words_of(each.kind).word : "others"].push_back(json_of(each));
+    grouped[is_service(each) ? words_of(each.kind).word : "others"].push_back(json_of(each));
   }
-  return differences;
+  return grouped;
 }
 
 void print_differences(const std::vector<change> &changes) {

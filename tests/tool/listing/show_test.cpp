@@ -1,11 +1,11 @@
 // `chlist show`: everything of one service.
-#include "see_host.h"
+#include "listing_host.h"
 
 namespace {
 
-using namespace see_test;
+using namespace listing_test;
 
-class Show : public see_host {};
+class Show : public listing_host {};
 
 TEST_F(Show, TellsFieldsPlaceAndEntries) {
   EXPECT_EQ(output_of({"show", "list.dat", "Films"}), "Films\n"

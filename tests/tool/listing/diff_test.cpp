@@ -1,11 +1,11 @@
 // `chlist diff`: what it says of two files.
-#include "see_host.h"
+#include "listing_host.h"
 
 namespace {
 
-using namespace see_test;
+using namespace listing_test;
 
-class Diff : public see_host {
+class Diff : public listing_host {
  protected:
   [[nodiscard]] std::string diff(const channel_file &after, int exit_code = 1) const {
     write("new.dat", after);

@@ -6,7 +6,7 @@
 
 #include "tool/chlist_host.h"
 
-namespace see_test {
+namespace listing_test {
 
 using namespace tool_test;
 
@@ -31,7 +31,7 @@ inline channel_file sample_list() {
   return file;
 }
 
-class see_host : public chlist_test {
+class listing_host : public chlist_test {
  protected:
   void SetUp() override {
     file_test::SetUp();
@@ -73,4 +73,4 @@ class see_host : public chlist_test {
   }
 };
 
-}  // namespace see_test
+}  // namespace listing_test

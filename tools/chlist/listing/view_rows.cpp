@@ -1,5 +1,5 @@
 // Which services are listed, and in what order.
-#include "chlist/see/listing.h"
+#include "chlist/listing/view_rows.h"
 
 #include <channel/sorting.h>
 #include <fmt/format.h>

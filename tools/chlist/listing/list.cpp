@@ -15,8 +15,8 @@
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/listing/view_rows.h"
 #include "chlist/report.h"
-#include "chlist/see/listing.h"
 #include "chlist/text_table.h"
 
 namespace chlist {

@@ -3,14 +3,14 @@
 
 #include <algorithm>
 
-#include "chlist/see/listing.h"
-#include "see_host.h"
+#include "chlist/listing/view_rows.h"
+#include "listing_host.h"
 
 namespace {
 
-using namespace see_test;
+using namespace listing_test;
 
-class List : public see_host {
+class List : public listing_host {
  protected:
   [[nodiscard]] std::string list(std::vector<std::string> more) const {
     more.insert(more.begin(), {"list", "list.dat"});

@@ -1,12 +1,12 @@
 // `chlist info`: what files of every version hold, counted.
-#include "see_host.h"
+#include "listing_host.h"
 #include "support/old_channel_file.h"
 
 namespace {
 
-using namespace see_test;
+using namespace listing_test;
 
-class Info : public see_host {};
+class Info : public listing_host {};
 
 TEST_F(Info, CountsWhatTheFileHolds) {
   channel_file file = sample_list();
@@ -91,7 +91,7 @@ TEST_F(Info, AnEmptyListIsShown) {
   EXPECT_TRUE(output_of({"info", "list.dat"}).starts_with("list.dat: version 10, 460032 bytes, 0 services\n"));
 }
 
-class InfoOfEarlierVersions : public see_host, public testing::WithParamInterface<test_support::old_version> {};
+class InfoOfEarlierVersions : public listing_host, public testing::WithParamInterface<test_support::old_version> {};
 
 TEST_P(InfoOfEarlierVersions, SaysTheSameAndHowToConvert) {
   const json current = json_of({"info", "list.dat", "--json"});

@@ -39,12 +39,12 @@ line_up line_up_to_compare(const channel_file &input, std::vector<std::string> &
 }
 
 json json_of_diff(const diff_options &options, const comparison &found) {
-  json report = {{"before_file", options.before.string()},
-                 {"after_file", options.after.string()},
-                 {"is_changed", !found.changes.empty()}};
-  report["differences"] = json_of_differences(found.changes);
-  report["notes"] = found.notes;
-  return report;
+  json document = {{"before_file", options.before.string()},
+                   {"after_file", options.after.string()},
+                   {"is_changed", !found.changes.empty()}};
+  document["differences"] = json_of_differences(found.changes);
+  document["notes"] = found.notes;
+  return document;
 }
 
 void report(const diff_options &options, const comparison &found) {
