@@ -71,7 +71,7 @@ constexpr bool is_transponder(const tp_ch_st &transponder, std::uint16_t ts_id, 
   return is_tuned_to(transponder, frequency, polarisation);
 }
 
-// Kept: a released channel's transponder is the only one that is matched by transport stream id and frequency.
+// Compatibility: a released channel's transponder is the only one that is matched by transport stream id and frequency.
 constexpr bool is_transponder_of(const tp_ch_st &transponder, const channel_st &service) {
   return transponder.ts_id == service.ts_id &&
          same_frequency(static_cast<std::int64_t>(transponder.frequency), service.frequency) &&
@@ -102,7 +102,8 @@ constexpr bool same_service(const channel_st &a, const channel_st &b) {
 // Source and service type read together, as diagnostics print them.
 constexpr int type_of(const channel_st &service) { return service.source_type << 8 | service.service_type; }
 
-// The three searches of views by transport identity differ in what frequency 0 means. Kept: hosts rely on each.
+// The three searches of views by transport identity differ in what frequency 0 means. Compatibility: hosts rely on
+// each.
 
 // In the current view frequency 0 matches any frequency; everything else is compared.
 constexpr bool same_entry_any_frequency(const virtual_channel_st &entry, const tagged_identity &id) {

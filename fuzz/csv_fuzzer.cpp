@@ -32,7 +32,7 @@ exported through_a_list(std::string_view text) {
   exported made;
   made.is_whole = chlist::fill_list(chlist::line_up_of_csv(text, lost), lost).is_whole();
   fuzz::require_invariants({}, "after the import");
-  const chlist::line_up list = chlist::take_line_up(list, lost);
+  const chlist::line_up list = chlist::take_line_up(*get_channel_list(), lost);
   made.is_plain = is_plain(list, lost);
   made.text = chlist::write_csv(list, {}, lost).at(0).text;
   return made;

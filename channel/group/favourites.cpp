@@ -143,7 +143,7 @@ int add_fav_group_info(group_st group) {
   return group.id;
 }
 
-// Kept: a length below 1 blanks the name of every group with the id and fails.
+// Compatibility: a length below 1 blanks the name of every group with the id and fails.
 int rename_favorite_group(int16_t id, const char *name, int16_t length) {
   constexpr std::size_t cleared = 96;
   if (name == nullptr && length > 0) {
@@ -192,7 +192,7 @@ int move_fav_ch_group(int16_t dest, int16_t src) {
     channel::write_slot(index, channel::read_slot(index + step));
   }
   channel::write_slot(dest, moved);
-  // Kept: the slot behind the last group is written as the groups shift.
+  // Compatibility: the slot behind the last group is written as the groups shift.
   if (count < MAX_FAV) {
     channel::write_slot(count, last);
   }
@@ -227,7 +227,7 @@ int add_fav_virtual_channel(int16_t id, const virtual_channel_st *vch) {
   return 0;
 }
 
-// Kept: numbers and positions of the others stay as they are; only a removal by identity closes the gap.
+// Compatibility: numbers and positions of the others stay as they are; only a removal by identity closes the gap.
 int remove_fav_virtual_channel(int16_t id, int16_t index) {
   const int group_index = channel::find_index(id);
   if (group_index < 0) {

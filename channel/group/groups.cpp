@@ -29,7 +29,7 @@ std::int16_t *group_id_field(channel_st &service, int kind) {
 
 bool has_service(const virtual_channel_st *entry) { return entry != nullptr && entry->rch != nullptr; }
 
-// Kept: the answer is 0 for every view; hosts still ask, and an unknown view is warned of.
+// Compatibility: the answer is 0 for every view; hosts still ask, and an unknown view is warned of.
 int no_group_of(std::int8_t view_type) {
   static_cast<void>(fetch_view(view_type));
   return 0;

@@ -131,7 +131,7 @@ group_st *find_provider_info(const char *name, int8_t length) {
 
 group_st *find_provider_id(int16_t id) { return provider_table().find(id); }
 
-// Kept: the place behind the last provider is answered as well; hosts find an empty record there.
+// Compatibility: the place behind the last provider is answered as well; hosts find an empty record there.
 group_st *get_provider_info_by_index(int16_t index) {
   const group_table providers = provider_table();
   if (index > providers.size()) {
@@ -159,8 +159,8 @@ int remove_provider_index(int32_t index) {
   return 0;
 }
 
-// Kept: marks are kept by place and do not move with the records, so that everything behind the first unused provider
-// goes with it; hosts register the providers of a scan anew.
+// Compatibility: marks are kept by place and do not move with the records, so that everything behind the first unused
+// provider goes with it; hosts register the providers of a scan anew.
 int remove_invalid_provider_info(void) {
   LOG_TRACE(2, "\n");
   if (channel::channel_list.network_num == 0) {

@@ -93,7 +93,7 @@ void record_selection(int kind, std::int16_t id, std::int8_t source_type) {
 }
 
 // Copies the groups of a kind that occur in a view, each once, and returns their number. A group is the first record
-// with its id, so that equal records are those of one id. Kept: id 0 is never listed.
+// with its id, so that equal records are those of one id. Compatibility: id 0 is never listed.
 int copy_groups(std::int8_t kind, const view &listed, group_st *out, const char *operation) {
   id_set seen;
   seen.add(0);
@@ -181,7 +181,7 @@ int get_group_id_by_service_type(int8_t kind, int8_t view_type, group_st *out) {
   return count;
 }
 
-// Kept: when the source cannot be listed, what an earlier call left in the work view is added.
+// Compatibility: when the source cannot be listed, what an earlier call left in the work view is added.
 int add_fav_ch_group(int16_t fav_id, int8_t source_type, int8_t kind, int16_t kind_id) {
   const bool built = create_service_by_group_list_id(kind, kind_id, source_type, 0) != -1;
   const view work = channel::find_view(VIEW_WORK);

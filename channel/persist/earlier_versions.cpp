@@ -8,7 +8,7 @@
 namespace channel::persist {
 namespace {
 
-// Kept: the list in memory is linked again after an earlier one was read; hosts see its errors there.
+// Compatibility: the list in memory is linked again after an earlier one was read; hosts see its errors there.
 template <class Format>
 typename Format::list *load_earlier(const char *path, const char *operation) {
   if (path == nullptr) {

@@ -23,8 +23,8 @@ struct group_file {
   const char *table_name;
 };
 
-// Kept: the genre table is saved under a name that ends in a newline character, and so is never read back; receivers in
-// the field have that file, and an edited genre table lasts until the next start.
+// Compatibility: the genre table is saved under a name that ends in a newline character, and so is never read back;
+// receivers in the field have that file, and an edited genre table lasts until the next start.
 constexpr group_file genre_file = {GROUP_GENRE, "genre.dat", "genre.dat\n", "genre"};
 constexpr group_file country_file = {GROUP_COUNTRY, "country.dat", "country.dat", "country"};
 
@@ -65,7 +65,7 @@ bool read_part(file &source, void *data, std::size_t size, const group_file &fil
   return false;
 }
 
-// Kept: the country table's failure names the genre list as well.
+// Compatibility: the country table's failure names the genre list as well.
 bool written(bool went_out, const data_path &path) {
   if (!went_out) {
     LOG_ERROR_AS("save_group_list", "Fail to write the genre list to '%s'\n", path.c_str());

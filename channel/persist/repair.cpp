@@ -113,7 +113,7 @@ void convert_service(channel_st &service, const OldService &old) {
   std::ranges::copy(old.reserved_208, service.reserved_208);
   service.country_id = old.country_id;
   service.genre_id = old.genre_id;
-  // Kept: the provider comes from the genre, where receivers of the time filed it.
+  // Compatibility: the provider comes from the genre, where receivers of the time filed it.
   service.provider_id = old.genre_id;
   service.net_index = old.net_index;
   service.frequency = old.frequency;
@@ -208,7 +208,7 @@ void convert_list(detached_list<version_8_format> old, int version) {
 
 extern "C" {
 
-// Kept: the list is emptied before anything is tested, and the current version is refused like an unknown one.
+// Compatibility: the list is emptied before anything is tested, and the current version is refused like an unknown one.
 int repair_channel(int version, const char *path) {
   LOG_TRACE(2, "(%s)\n", path != nullptr ? path : "(null)");
   init_channel_list();

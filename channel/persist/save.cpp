@@ -66,7 +66,8 @@ bool write_transponders(file &target, const data_path &path, network_ch_st &netw
   return true;
 }
 
-// Kept: a network that cannot be written is reported in the transponder's words, which tools in the field match.
+// Compatibility: a network that cannot be written is reported in the transponder's words, which tools in the field
+// match.
 bool write_networks(file &target, const data_path &path) {
   for (network_ch_st &network : networks_of(channel_list.network_list)) {
     if (!write_record(target, network)) {

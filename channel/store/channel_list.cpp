@@ -51,7 +51,7 @@ int init_channel_list(void) {
   return change_vindex_type(VIEW_ALL);
 }
 
-// Kept: a list that counts no network is not walked, so that records a host unhooked by hand are not freed.
+// Compatibility: a list that counts no network is not walked, so that records a host unhooked by hand are not freed.
 int reset_channel_list(void) {
   LOG_TRACE(5, "reset channel\n");
   if (channel_list.network_num != 0) {

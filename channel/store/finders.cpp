@@ -14,7 +14,7 @@ void resolving::no_network(const identity &id) {
                id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);
 }
 
-// Kept: a missing transponder is reported at level 5 and again at level 2; receivers' logs are read at either.
+// Compatibility: a missing transponder is reported at level 5 and again at level 2; receivers' logs are read at either.
 void resolving::no_transponder(const identity &id) {
   LOG_TRACE_AS(operation, 5, "Fail to find tp_ch ni=0x%x,on_id=0x%x,ts_id=0x%x,freq=%ld,sid=0x%x polar=%d\n",
                id.net_index, id.network_id, id.ts_id, as_long(id.frequency), id.service_id, id.polarisation);

@@ -72,7 +72,7 @@ struct resolving {
 // What the operations that flag and remove a channel say of what is missing.
 struct misses_of {
   const char *operation;
-  // Kept: only the removal names the polarisation, and of a transponder alone.
+  // Compatibility: only the removal names the polarisation, and of a transponder alone.
   bool names_polarisation = false;
 
   void no_network(const identity &id) const { tell("network_ch", id); }

@@ -11,7 +11,8 @@
 
 namespace channel {
 
-// Kept: the favourite groups are counted in the low byte of their field, signed, whatever the other byte holds.
+// Compatibility: the favourite groups are counted in the low byte of their field, signed, whatever the other byte
+// holds.
 constexpr std::int16_t counted_in_low_byte(std::int16_t field) { return static_cast<std::int8_t>(field); }
 
 struct group_table {

@@ -32,7 +32,7 @@ void link_view(int type, service_index &index) {
 
 bool is_list_missing() { return channel_list.cur_vch == nullptr || channel_list.cur_vnumber == nullptr; }
 
-// Kept: the walk visits one view past the last favourite group; it is empty or, behind a full table, unknown.
+// Compatibility: the walk visits one view past the last favourite group; it is empty or, behind a full table, unknown.
 int last_linked_view() { return VIEW_FAVOURITE + std::min<int>(favourite_table().counted(), MAX_FAV); }
 
 // Links the views that a rule leaves.

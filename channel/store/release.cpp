@@ -205,7 +205,7 @@ struct walked_matches {
   }
 };
 
-// Kept: every match is counted down, also those in networks of the same identity that a merge has doubled.
+// Compatibility: every match is counted down, also those in networks of the same identity that a merge has doubled.
 template <class Matches>
 void release(channel_st &service, const Matches &matches, doomed_services &doomed) {
   if (is_doomed(service)) {

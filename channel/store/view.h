@@ -78,7 +78,7 @@ view find_view_as(const char *operation, std::int8_t type);
 // The same for an operation that asks for the array and for the count: each of the two warns.
 view fetch_view(std::int8_t type);
 
-// The views that removals clean. Kept: the work view is never swept; hosts compare it with what is left.
+// The views that removals clean. Compatibility: the work view is never swept; hosts compare it with what is left.
 inline bool is_swept_view(int type) { return type != VIEW_WORK && find_view(type); }
 
 // The view that is current, or none when its array or its count is missing.

@@ -22,7 +22,7 @@ constexpr bool is_in(unsigned set, unsigned source_type) {
 
 extern "C" {
 
-// Kept: these lines are gated by the entry of the module that brings the sources, not by this library's own.
+// Compatibility: these lines are gated by the entry of the module that brings the sources, not by this library's own.
 int is_ip_channel(const channel_st *rch) {
   if (rch == nullptr) {
     CHANNEL_LOG_ENTRY(channel::log_module_source, 2, "ChannelAPI %s:%d Can't find channel\n", __func__, __LINE__);

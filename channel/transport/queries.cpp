@@ -132,7 +132,7 @@ uint32_t get_polarisation_by_ts_id(uint8_t net_index, uint16_t network_id, uint1
   return transponder != nullptr ? transponder->polarisation : 0;
 }
 
-// Kept: the frequency is the channel's own, the polarisation its transponder's.
+// Compatibility: the frequency is the channel's own, the polarisation its transponder's.
 uint32_t get_frequency_by_service_id(uint8_t net_index, uint16_t service_id) {
   tp_ch_st *transponder = channel::find_by_service_id(net_index, service_id);
   const channel_st *service = get_rch_ch_info_by_tp_ch(transponder, service_id);

@@ -35,7 +35,7 @@ int apply_if_found(channel_st *service, std::uint8_t bits, bool set) {
   return 0;
 }
 
-// Kept: the ALL view's count bounds the walk over the current view, whichever that is.
+// Compatibility: the ALL view's count bounds the walk over the current view, whichever that is.
 int apply_to_current_view(std::uint8_t bits, bool set) {
   const std::int16_t positions = find_view(VIEW_ALL).size();
   if (positions == 0) {
@@ -149,7 +149,7 @@ int rename_channel_info(uint8_t net_index, uint16_t network_id, uint16_t ts_id, 
   return 0;
 }
 
-// Kept: a rename by position changes the text alone; hosts read the length that the channel came with.
+// Compatibility: a rename by position changes the text alone; hosts read the length that the channel came with.
 int vtype_rename_channel_info(int16_t vindex, uint8_t slot, const char *name, int16_t length, int8_t type) {
   channel_st *service = vtype_get_channel_by_vindex(vindex, type);
   return channel::rename(service, slot, {name, length}, __func__) != nullptr ? 0 : -1;

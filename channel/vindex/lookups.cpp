@@ -125,7 +125,7 @@ int16_t get_channel_list_number(void) {
   return current ? current.size() : int16_t{0};
 }
 
-// Kept: the number of entries, not the largest number; hosts use it as the length of the view.
+// Compatibility: the number of entries, not the largest number; hosts use it as the length of the view.
 uint16_t find_max_channel_number(void) {
   const view current = channel::require_current_view(__func__);
   return static_cast<uint16_t>(current ? current.size() : 0);
@@ -219,7 +219,7 @@ channel_st *vtype_get_channel_by_vindex(int16_t vindex, int8_t type) {
   if (entry == nullptr) {
     return nullptr;
   }
-  // Kept: "%2x" where the lines of the current view print "%02x"; tools in the field match either.
+  // Compatibility: "%2x" where the lines of the current view print "%02x"; tools in the field match either.
   LOG_TRACE(5, "vch %d net %d on_id 0x%2x tid 0x%02x freq %ld sid 0x%02x\n", vindex, entry->net_index,
             entry->network_id, entry->ts_id, channel::as_long(entry->frequency), entry->service_id);
   return channel::resolve(*entry);

@@ -23,7 +23,7 @@ void move_entry(const view &moved, int destination, int source) {
   } else {
     std::rotate(to, from, from + 1);
   }
-  // Kept: the slot behind the count is written as the gap opens; it is not counted.
+  // Compatibility: the slot behind the count is written as the gap opens; it is not counted.
   if (!moved.is_full()) {
     *moved.end() = last;
   }
@@ -61,8 +61,8 @@ struct mirror {
   }
 };
 
-// Kept: the gap opens at the current view's destination, is as long as the tail behind the service-type view's own, and
-// the entry goes to that one. Receivers show the order that this gives.
+// Compatibility: the gap opens at the current view's destination, is as long as the tail behind the service-type view's
+// own, and the entry goes to that one. Receivers show the order that this gives.
 void mirror_single(const mirror &mirrored, const virtual_channel_st &entry, int source, int destination) {
   const view &services = mirrored.services;
   std::move(services.begin() + source + 1, services.end(), services.begin() + source);
@@ -105,7 +105,7 @@ struct moved_blocks {
 // Takes the moved entries out of both views, leaving empty slots.
 void lift_entries(const view &current, const mirror &mirrored, int destination, std::span<const std::int16_t> sources,
                   moved_blocks &blocks, const char *operation) {
-  // Kept: without a group list in use the slots are cleared all the same, and stay empty.
+  // Compatibility: without a group list in use the slots are cleared all the same, and stay empty.
   const bool clears = channel_list.use_group_list == GROUP_ALL || mirrored.is_current || mirrored.is_rearranged();
   entry_positions positions(mirrored.services);
   for (std::size_t i = 0; i < sources.size(); ++i) {

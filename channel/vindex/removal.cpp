@@ -81,7 +81,7 @@ void show_tv_or_radio(const char *operation) {
   } else if (channel_list.radio_vnumber >= 1) {
     change_vindex_type(VIEW_RADIO);
   } else {
-    // Kept: the scan's level gates this line, since it follows from what a scan found.
+    // Compatibility: the scan's level gates this line, since it follows from what a scan found.
     CHANNEL_LOG_ENTRY(log_module_scan, 0, "ERROR: %s:%d \n", operation, __LINE__);
   }
 }
@@ -155,8 +155,8 @@ int remove_invalid_virtual_channel(void) {
   return 0;
 }
 
-// Kept: only a removal by transport stream id alone is followed by the sweep; hosts that know the frequency sweep
-// once, after many removals.
+// Compatibility: only a removal by transport stream id alone is followed by the sweep; hosts that know the frequency
+// sweep once, after many removals.
 int remove_channel_st(uint8_t net_index, uint16_t network_id, uint16_t ts_id, uint32_t frequency, uint16_t service_id,
                       uint8_t polarisation) {
   if (channel::channel_list.network_num == 0) {

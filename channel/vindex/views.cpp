@@ -190,7 +190,7 @@ extern "C" {
 int change_vindex_type(int8_t type) {
   const channel::view chosen = channel::find_view(type);
   if (!chosen || type == VIEW_WORK) {
-    // Kept: the code is stored although the ALL view is used; hosts rely on reading their code back.
+    // Compatibility: the code is stored although the ALL view is used; hosts rely on reading their code back.
     channel::make_current(channel::find_view(VIEW_ALL), type);
     channel_list.use_group_list = GROUP_ALL;
     LOG_ERROR("Unknown vch_type=%d", type);
@@ -220,7 +220,7 @@ int insert_vch_vindex_type(uint32_t w0, uint32_t w1, uint32_t w2, uint32_t w3, u
     LOG_ERROR("vindex is small than zero\n");
     return -1;
   }
-  // Kept: appending is refused as well; hosts append to a view by writing its array.
+  // Compatibility: appending is refused as well; hosts append to a view by writing its array.
   if (vindex >= target.size()) {
     LOG_ERROR("vindex is so big %d total %d\n", vindex, *target.count);
     return -1;

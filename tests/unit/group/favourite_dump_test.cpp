@@ -65,7 +65,7 @@ TEST_F(FavouriteDump, IsPrintedAtLevelTwoAndNotBelow) {
   EXPECT_EQ(dump(1, 1), lines{});
 }
 
-// Kept: the length says whether a group is printed, not the name.
+// Compatibility: the length says whether a group is printed, not the name.
 TEST_F(FavouriteDump, GroupsWithoutALengthAreSkippedWithTheirEntries) {
   create("News");
   create("Sport");

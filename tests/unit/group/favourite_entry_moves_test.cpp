@@ -61,7 +61,7 @@ TEST_F(FavouriteEntryMoves, OneEntryEndsAtTheDestination) {
   EXPECT_EQ(moved(), (std::vector<int>{1, 4, 2, 3}));
 }
 
-// Kept: several entries follow the one that ends at the destination, an offset by one against a single move.
+// Compatibility: several entries follow the one that ends at the destination, an offset by one against a single move.
 TEST_F(FavouriteEntryMoves, SeveralEntriesFollowTheDestination) {
   fill(0, 4);
   EXPECT_EQ(move(3, {0, 1}), 0);
@@ -142,7 +142,7 @@ TEST_F(FavouriteEntryMoves, ADestinationThatMovesItselfLosesNothing) {
   EXPECT_EQ(moved(), (std::vector<int>{4, 2, 1, 3}));
 }
 
-// Kept: the slot behind a group that is not full receives a copy of the former last entry; it is not counted.
+// Compatibility: the slot behind a group that is not full receives a copy of the former last entry; it is not counted.
 TEST_F(FavouriteEntryMoves, ASingleMoveLeavesACopyBehindTheLastEntry) {
   fill(0, 39);
   EXPECT_EQ(move(38, {0}), 0);
@@ -181,7 +181,7 @@ TEST_F(FavouriteEntryMoves, RenumberNothing) {
   EXPECT_EQ(favourite_ids(10), (std::vector<int>{2, 3, 0, 1}));
 }
 
-// Kept: the group is a slot of the table, whether a group is there or not.
+// Compatibility: the group is a slot of the table, whether a group is there or not.
 TEST_F(FavouriteEntryMoves, WorkOnEverySlotOfTheTable) {
   ASSERT_EQ(list.favorite_group_num, 0);
   for (int group = 0; group < MAX_FAV; ++group) {
@@ -217,7 +217,7 @@ TEST_F(FavouriteEntryMoves, OfNothingCompactAllTheSame) {
   }
 }
 
-// Kept: a move of several entries takes those without a real channel away, and the count stays.
+// Compatibility: a move of several entries takes those without a real channel away, and the count stays.
 TEST_F(FavouriteEntryMoves, OfSeveralEntriesDropThoseWithoutARealChannel) {
   fill(0, 5, 0b00100);
 

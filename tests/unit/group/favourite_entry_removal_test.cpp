@@ -11,7 +11,7 @@ int remove_at(int id, int index) {
   return remove_fav_virtual_channel(static_cast<std::int16_t>(id), static_cast<std::int16_t>(index));
 }
 
-// Kept: numbers and favourite ids of the others stay, unlike after a removal by identity.
+// Compatibility: numbers and favourite ids of the others stay, unlike after a removal by identity.
 TEST_F(FavouriteRemovalByIndex, LeavesNumbersAndFavouriteIds) {
   give_numbers({10, 20, 30});
 

@@ -128,7 +128,7 @@ TEST_F(FavouriteGroupMoves, FollowEachOther) {
   }
 }
 
-// Kept: the slot behind the last group receives a copy of the group that was last.
+// Compatibility: the slot behind the last group receives a copy of the group that was last.
 TEST_F(FavouriteGroupMoves, LeaveACopyOfTheLastGroupBehindIt) {
   fill_table(3);
 

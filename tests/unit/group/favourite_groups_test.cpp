@@ -201,7 +201,7 @@ TEST_F(FavouriteGroups, TheLastFreeIdIsGiven) {
   EXPECT_EQ(list.favorite_group_num, 20);
 }
 
-// Kept: the count is a signed byte, whatever the other byte of its field holds.
+// Compatibility: the count is a signed byte, whatever the other byte of its field holds.
 TEST_F(FavouriteGroups, AreCountedInASignedByte) {
   create_groups(3);
   list.favorite_group_num = 0x0102;

@@ -32,7 +32,7 @@ std::string visited(int id, int wanted) {
          std::to_string(wanted) + " \n";
 }
 
-// Kept: numbers and favourite ids close their gap, unlike after a removal by index.
+// Compatibility: numbers and favourite ids close their gap, unlike after a removal by index.
 TEST_F(FavouriteRemovalByIdentity, ClosesTheGapInNumbersAndFavouriteIds) {
   give_numbers({10, 20, 30});
 

@@ -47,8 +47,8 @@ TEST_F(FavouriteRenaming, LeavesTheOtherGroups) {
   EXPECT_TRUE(same_bytes(list.favorite_group[2], third));
 }
 
-// Kept: 96 of the 98 bytes are cleared; what the old name had behind them stays. The name is cut to 97 bytes, so that
-// the record behind is never written.
+// Compatibility: 96 of the 98 bytes are cleared; what the old name had behind them stays. The name is cut to 97 bytes,
+// so that the record behind is never written.
 TEST_F(FavouriteRenaming, CopiesAsManyBytesAsAskedUpTo97) {
   const std::string name(32767, 'n');
   const struct {
@@ -86,7 +86,7 @@ TEST_F(FavouriteRenaming, CopiesBytesNotText) {
   EXPECT_EQ(list.favorite_group[1].name_len, 3);
 }
 
-// Kept: a length below 1 blanks the name and fails, and the old length stays.
+// Compatibility: a length below 1 blanks the name and fails, and the old length stays.
 TEST_F(FavouriteRenaming, WithALengthBelowOneBlanksTheNameAndFails) {
   for (const int length : {0, -1, -32768}) {
     restore();
@@ -98,7 +98,7 @@ TEST_F(FavouriteRenaming, WithALengthBelowOneBlanksTheNameAndFails) {
   }
 }
 
-// Kept: after a blanked name the walk goes on.
+// Compatibility: after a blanked name the walk goes on.
 TEST_F(FavouriteRenaming, WithALengthBelowOneBlanksEveryGroupWithTheId) {
   list.favorite_group[2].id = 1;
 

@@ -46,8 +46,8 @@ TEST_F(InvalidProviders, ProvidersThatServicesCarryStay) {
   EXPECT_EQ(provider_table_image(), before);
 }
 
-// Kept: the marks stand by place and do not move with the records, so that what moves into the place of a removed
-// provider is removed as well.
+// Compatibility: the marks stand by place and do not move with the records, so that what moves into the place of a
+// removed provider is removed as well.
 TEST_F(InvalidProviders, EverythingBehindTheFirstUnusedProviderGoesUsedOrNot) {
   add_providers({"Ant", "Bee", "Cat"});
   carry_all({0, 2});

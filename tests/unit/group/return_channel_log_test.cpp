@@ -62,8 +62,8 @@ TEST_F(ReturnChannelLog, TheChannelAtTheTopIsLoggedAtLevel2) {
   EXPECT_EQ(writes_of_watching(1, first_but_1), lines{});
 }
 
-// Kept: the current view is searched with any frequency, the history compares it, and so the channel is not found
-// there.
+// Compatibility: the current view is searched with any frequency, the history compares it, and so the channel is not
+// found there.
 TEST_F(ReturnChannelLog, AChannelThatIsWatchedTwiceWithoutAFrequencyIsListedTwice) {
   view_of(1);
   const channel_key without_frequency = {.frequency = 0};

@@ -98,7 +98,8 @@ TEST_F(ListsAsFavourites, AnEmptySourceAndAnEmptyWorkViewGiveNothing) {
   EXPECT_EQ(list.favorite_vnumber[0], 0);
 }
 
-// Kept: a list that cannot be built leaves the work view as it was, and that is added; hosts add the list they show.
+// Compatibility: a list that cannot be built leaves the work view as it was, and that is added; hosts add the list they
+// show.
 TEST_F(ListsAsFavourites, AnEmptySourceAddsWhatAnEarlierCallLeftInTheWorkView) {
   show_services(5, 6);
   create_service_by_group_list_id(GROUP_PROVIDER, 7, VIEW_TV, 0);

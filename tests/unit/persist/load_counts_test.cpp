@@ -86,7 +86,8 @@ TEST_F(CountOutsideItsArray, IsBroughtIntoEveryGroupTable) {
   expect_bounds(test_support::group_place(GROUP_COUNTRY), "group list 4", list.country_num);
 }
 
-// Kept: favourite groups are counted in the low byte of their field, signed; what else stands in it goes with the load.
+// Compatibility: favourite groups are counted in the low byte of their field, signed; what else stands in it goes with
+// the load.
 TEST_F(CountOutsideItsArray, OfFavouriteGroupsIsTheLowByteOfItsField) {
   const array_place &table = test_support::group_place(GROUP_FAV);
   const struct {

@@ -26,7 +26,7 @@ class LoadedLinks : public file_test {
                                              .polarisation = 2};
 };
 
-// Kept: the link looks one view further than the last favourite group, behind a full table at an unknown code.
+// Compatibility: the link looks one view further than the last favourite group, behind a full table at an unknown code.
 TEST_F(LoadedLinks, WarnOfTheCodeBehindTwentyFavouriteGroups) {
   const auto load_full_table = [this] { return load(file_with_groups().set(80'098, 2, 20).data); };
 

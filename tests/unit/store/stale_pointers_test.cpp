@@ -154,7 +154,8 @@ class ReleasedInAView : public store_test {
   }
 };
 
-// Kept: a block move drops entries without a real channel, and the count stays; the last entry fills the view up.
+// Compatibility: a block move drops entries without a real channel, and the count stays; the last entry fills the view
+// up.
 TEST_F(ReleasedInAView, ABlockMoveDropsTheEntryAndRepeatsTheLast) {
   show_without(5, 2);
   const std::int16_t sources[] = {0, 2};
@@ -164,7 +165,7 @@ TEST_F(ReleasedInAView, ABlockMoveDropsTheEntryAndRepeatsTheLast) {
   EXPECT_EQ(service_ids(VIEW_TV), (std::vector<int>{4, 5, 1, 3, 5}));
 }
 
-// Kept: the slots that no entry with a real channel fills hold what a plain copy of the view puts there.
+// Compatibility: the slots that no entry with a real channel fills hold what a plain copy of the view puts there.
 TEST_F(ReleasedInAView, ASortByFlagDropsTheEntryAndRepeatsTheLast) {
   show_without(4, 2);
   list.tv_vch[0].rch->flag = CHANNEL_FLAG_LOCKED;

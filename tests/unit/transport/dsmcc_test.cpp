@@ -62,7 +62,7 @@ TEST_F(DataServiceChannel, IsSearchedInTheCurrentView) {
   EXPECT_EQ(get_dsmcc_channel(), -1);
 }
 
-// Kept: the channel is found again from the entry's identity; the entry's own pointer is not used.
+// Compatibility: the channel is found again from the entry's identity; the entry's own pointer is not used.
 TEST_F(DataServiceChannel, IsResolvedFromTheEntrysIdentity) {
   const auto services = fill_view(VIEW_ALL, 2);
   services[0]->flag = CHANNEL_FLAG_DSMCC;

@@ -46,7 +46,7 @@ TEST_F(NetworkKeys, TheFirstTransponderOfATransportStreamAnswers) {
   EXPECT_EQ(get_polarisation_by_ts_id(1, 1, 100), 1U);
 }
 
-// Kept: the transponder answers by its own fields, not by those of its channels.
+// Compatibility: the transponder answers by its own fields, not by those of its channels.
 TEST_F(NetworkKeys, ATransportStreamIsAskedAtItsTransponder) {
   channel_st *service = file_service({.frequency = 12'000'000, .polarisation = 1});
   service->frequency = 5;
@@ -104,7 +104,7 @@ TEST_F(NetworkKeys, AServiceThatIsNotThereIsNothing) {
   EXPECT_EQ(get_polarisation_by_service_id(1, 6), 0U);
 }
 
-// Kept: the frequency is the channel's own, the polarisation its transponder's.
+// Compatibility: the frequency is the channel's own, the polarisation its transponder's.
 TEST_F(NetworkKeys, AServiceHasItsOwnFrequencyAndItsTranspondersPolarisation) {
   channel_st *service = file_service({.frequency = 12'000'000, .service_id = 5, .polarisation = 1});
   service->frequency = 12'345'678;
@@ -148,7 +148,7 @@ TEST_F(NetworkKeys, AnIpChannelIsFoundOnAnyTransponderWithItsStream) {
   EXPECT_EQ(get_ipchannel(1, 100, 6), last);
 }
 
-// Kept: the source type is not looked at.
+// Compatibility: the source type is not looked at.
 TEST_F(NetworkKeys, AnIpChannelMayBeABroadcastOne) {
   channel_st *service = file_service({.source_type = 1});
 

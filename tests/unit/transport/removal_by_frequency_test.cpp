@@ -168,7 +168,7 @@ TEST_F(RemovalByFrequency, EntriesOfChannelsThatAreGoneAreSwept) {
   EXPECT_EQ(get_virtual_channel_st(VIEW_WORK)[0].rch, nullptr);
 }
 
-// Kept: the counts are looked at before the sweep.
+// Compatibility: the counts are looked at before the sweep.
 TEST_F(RemovalByFrequency, TheTvViewBecomesCurrentEvenIfTheSweepEmptiesIt) {
   listed({.ts_id = 100, .frequency = 11'000'000}, VIEW_TV);
   listed({.ts_id = 101, .frequency = 12'000'000, .service_type = SERVICE_TYPE_RADIO}, VIEW_RADIO);
@@ -201,7 +201,7 @@ TEST_F(RemovalByFrequency, TheViewIsChosenWhetherOrNotAnythingMatched) {
   EXPECT_EQ(list.tv_vnumber, 1);
 }
 
-// Kept: this line is gated by entry 1 of the level table, not by the library's own.
+// Compatibility: this line is gated by entry 1 of the level table, not by the library's own.
 TEST_F(RemovalByFrequency, WithoutTvAndRadioTheViewStaysAndTheSweepIsMade) {
   listed({}, VIEW_USER);
   change_vindex_type(VIEW_USER);

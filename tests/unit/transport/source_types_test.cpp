@@ -79,7 +79,7 @@ TEST_F(SourceTypes, AnUnknownTypeIsWordedSo) {
   EXPECT_EQ(classify(&service, -1, 0), lines{"ERROR: is_ip_channel:# unknown source type=255 ch type=0xff01\n"});
 }
 
-// Kept: the library's own level neither shows nor hides these lines.
+// Compatibility: the library's own level neither shows nor hides these lines.
 TEST_F(SourceTypes, NoChannelIsLoggedAtLevelTwoOfTheSourceEntry) {
   EXPECT_EQ(is_ip_channel(nullptr), 0);
 

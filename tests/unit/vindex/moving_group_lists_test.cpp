@@ -81,8 +81,8 @@ TEST_F(MovingGroupLists, ABlockOfAListOfFavouritesOverTheUserViewIsMovedOnce) {
   EXPECT_EQ(service_ids(10), (std::vector<int>{1, 2, 3}));
 }
 
-// Kept: the service-type view is cleared where it holds the channel first. When it is the current view and lists the
-// channel twice, the first of the twins goes with the block, and an empty slot is left at the end.
+// Compatibility: the service-type view is cleared where it holds the channel first. When it is the current view and
+// lists the channel twice, the first of the twins goes with the block, and an empty slot is left at the end.
 TEST_F(MovingGroupLists, ABlockWithTheSecondOfTwinsLosesTheFirstWhenTheServiceTypeViewIsCurrent) {
   for (const int kind : {GROUP_ALL, GROUP_GENRE}) {
     fill(VIEW_TV, {1, 2, 2, 3});

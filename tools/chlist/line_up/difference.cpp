@@ -60,13 +60,13 @@ class shown_entries {
   [[nodiscard]] std::map<std::size_t, json> values(std::size_t service, const field &which) const {
     std::map<std::size_t, json> values;
     for (const auto &[view, entry] : entries_[service]) {
-      json told = which.get({&list_, &list_.services[service], entry});
+      json cell = which.get({&list_, &list_.services[service], entry});
       json &value = values[view];
       if (value.is_null()) {
-        value = std::move(told);
+        value = std::move(cell);
       } else {
         value = value.is_array() ? value : json::array({value});
-        value.push_back(std::move(told));
+        value.push_back(std::move(cell));
       }
     }
     return values;

@@ -1,4 +1,4 @@
-// The longest rising sequence stays where it is; the others moved.
+// A longest increasing subsequence, found by patience sorting, stays where it is; the others moved.
 #include "chlist/line_up/moved.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace chlist {
 namespace {
 
 struct placed {
-  std::size_t thing = 0;
+  std::size_t element = 0;
   std::size_t before = 0;  // its place in the first row
 };
 
@@ -19,9 +19,9 @@ std::vector<placed> common_to(const std::vector<std::size_t> &before, const std:
     places[before[i - 1]].push_back(i - 1);
   }
   std::vector<placed> common;
-  for (const std::size_t thing : after) {
-    if (const auto found = places.find(thing); found != places.end() && !found->second.empty()) {
-      common.push_back({thing, found->second.back()});
+  for (const std::size_t element : after) {
+    if (const auto found = places.find(element); found != places.end() && !found->second.empty()) {
+      common.push_back({element, found->second.back()});
       found->second.pop_back();
     }
   }
@@ -58,7 +58,7 @@ std::vector<std::size_t> moved_between(const std::vector<std::size_t> &before, c
   std::vector<std::size_t> moved;
   for (std::size_t i = 0; i < row.size(); ++i) {
     if (!stays[i]) {
-      moved.push_back(row[i].thing);
+      moved.push_back(row[i].element);
     }
   }
   return moved;

@@ -31,9 +31,9 @@ bool has_name_of_its_own(byte_span file, std::size_t network) {
   return length > up_to_count || (length >= up_to_polarisation && is_zero_behind);
 }
 
-class arrangement {
+class hierarchy_builder {
  public:
-  arrangement(byte_span file, const record_sizes &sizes, const witnesses &known)
+  hierarchy_builder(byte_span file, const record_sizes &sizes, const witnesses &known)
       : file_(file), sizes_(sizes), known_(known) {}
 
   salvaged_records arrange(std::size_t begin, const std::vector<found_service> &services) {
@@ -57,8 +57,9 @@ class arrangement {
   };
 
   [[nodiscard]] bool is_known_transponder(std::size_t at, std::size_t end, const found_service *next) const {
-    constexpr std::size_t told = image_place<tp_ch_st>(offsetof(tp_ch_st, rch_num)) + sizeof(tp_ch_st::rch_num);
-    if (!fits(file_, at, sizes_.transponder) || at + told > end) {
+    constexpr std::size_t counted_up_to =
+        image_place<tp_ch_st>(offsetof(tp_ch_st, rch_num)) + sizeof(tp_ch_st::rch_num);
+    if (!fits(file_, at, sizes_.transponder) || at + counted_up_to > end) {
       return false;
     }
     const identity id = transponder_at(file_, at);
@@ -292,7 +293,7 @@ class arrangement {
 
 salvaged_records arrange(byte_span file, const record_sizes &sizes, std::size_t begin, const witnesses &known,
                          const std::vector<found_service> &services) {
-  return arrangement(file, sizes, known).arrange(begin, services);
+  return hierarchy_builder(file, sizes, known).arrange(begin, services);
 }
 
 }  // namespace chlist

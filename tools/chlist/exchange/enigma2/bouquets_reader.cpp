@@ -170,9 +170,9 @@ class reader {
 };
 
 // Puts the services of a line-up into an order, and its favourites with them.
-class arrangement {
+class ordered_list {
  public:
-  explicit arrangement(line_up list) : list_(std::move(list)), places_(list_.services.size(), nowhere) {}
+  explicit ordered_list(line_up list) : list_(std::move(list)), places_(list_.services.size(), nowhere) {}
 
   // A service that is there already stays where it is.
   void append(std::size_t service, std::optional<channel_number> number) {
@@ -221,7 +221,7 @@ std::optional<channel_number> valid_number(int number) {
   return number <= largest_channel_number ? std::optional(channel_number{number}) : std::nullopt;
 }
 
-void append_numbered(arrangement &made, const bouquet &from, int numbered_before) {
+void append_numbered(ordered_list &made, const bouquet &from, int numbered_before) {
   for (const bouquet::entry &entry : from.entries) {
     made.append(entry.service, valid_number(numbered_before + entry.number));
   }
@@ -241,7 +241,7 @@ line_up with_bouquets(const folder_files &files, lamedb_services services, loss_
   reader read(files, services, lost);
   std::vector<bouquet> television = read.read_bouquets("bouquets.tv");
   std::vector<bouquet> radio = read.read_bouquets("bouquets.radio");
-  arrangement made(std::move(services.list));
+  ordered_list made(std::move(services.list));
   if (const auto all = std::ranges::find(television, file_of_all, &bouquet::file); all != television.end()) {
     append_numbered(made, *all, 0);
     made.append_others(false);
