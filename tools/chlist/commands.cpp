@@ -53,16 +53,18 @@ void tell_formats(command &row) {
 
 command help_command() {
   auto words = std::make_shared<std::vector<std::string>>();
-  return {.name = "help",
-          .summary = "Show the help of a command",
-          .details = {"The same as COMMAND --help; without COMMAND, the commands that there are."},
-          .exit_codes = {{"0", "shown"}, {"2", "there is no such command, or its help could not be written"}},
-          .examples = {"chlist help", "chlist help list", "chlist help fav new"},
-          .options = {{.names = "COMMAND", .target = words.get(), .about = "the command, of two words below fav"}},
-          .run = [words] {
-            int log_level = 0;
-            return show_help(whole_program(log_level), *words);
-          }};
+  return {
+      .name = "help",
+      .summary = "Show the help of a command",
+      .details =
+          {"The same as COMMAND --help; without COMMAND, the commands that there are, as `chlist` alone shows them."},
+      .exit_codes = {{"0", "shown"}, {"2", "there is no such command, or its help could not be written"}},
+      .examples = {"chlist help", "chlist help list", "chlist help fav new"},
+      .options = {{.names = "COMMAND", .target = words.get(), .about = "the command, of two words below fav"}},
+      .run = [words] {
+        int log_level = 0;
+        return show_help(whole_program(log_level), *words);
+      }};
 }
 
 command whole_program(int &log_level) {
