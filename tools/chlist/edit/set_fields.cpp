@@ -27,6 +27,9 @@ namespace chlist {
 namespace {
 
 void apply_flags(const channel_st &service, std::uint8_t bits, bool set) {
+  if (bits == 0) {
+    return;
+  }
   const channel::identity found = channel::identity_of(service);
   set_channel_flag(found.net_index, found.network_id, found.ts_id, found.frequency, found.service_id,
                    found.polarisation, bits, set ? 1 : 0);
@@ -142,8 +145,8 @@ class edited_service {
 
   void apply() {
     const channel::identity wanted = edited_.id();
-    apply_flags(record_, edited_.fields.flag, true);
-    apply_flags(record_, static_cast<std::uint8_t>(~edited_.fields.flag), false);
+    apply_flags(record_, static_cast<std::uint8_t>(edited_.fields.flag & ~record_.flag), true);
+    apply_flags(record_, static_cast<std::uint8_t>(record_.flag & ~edited_.fields.flag), false);
     apply_values();
     change_identity(record_, wanted);
   }

@@ -43,7 +43,6 @@ struct field {
   std::string line_up_service::*text = nullptr;                                // of a text that can be set
 
   [[nodiscard]] bool is_number() const { return values.kind == value_kind::number; }
-  [[nodiscard]] bool is_settable() const { return set_number != nullptr || text != nullptr; }
 };
 
 // In the order of listings.

@@ -2,7 +2,8 @@
 // what was read when the file is short.
 #include "chlist/files/file_records.h"
 
-#include <algorithm>
+#include <cstring>
+#include <new>
 
 #include "channel/persist/byte_source.h"
 #include "channel/persist/record_reader.h"
@@ -31,13 +32,13 @@ struct kept_records {
 
 // A service of versions 7 and 8 begins like one of today, and has its flags at its end.
 channel_st &as_of_today(v8_channel_st &old) {
-  const auto flag = old.flag;
-  const auto reserved_id = old.reserved_id;
-  auto &service = reinterpret_cast<channel_st &>(old);
-  service.reserved_id = reserved_id;
-  service.flag = flag;
+  static_assert(sizeof(v8_channel_st) >= sizeof(channel_st) && alignof(v8_channel_st) >= alignof(channel_st));
+  channel_st service = {};
+  std::memcpy(static_cast<void *>(&service), &old, sizeof service);
+  service.reserved_id = old.reserved_id;
+  service.flag = old.flag;
   service.user_order_key = 0;
-  return service;
+  return *new (&old) channel_st(service);
 }
 
 // Notes where records stand.

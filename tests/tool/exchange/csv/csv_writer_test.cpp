@@ -74,9 +74,9 @@ TEST_F(CsvLineUp, EachComponentTagHasAColumnOfItsOwn) {
             (row_list{"component tags of video: 1"}));
 }
 
-TEST_F(CsvLineUp, FrequenciesThatAnImportRefusesAreCounted) {
-  for (const auto &[frequency, count] : std::vector<std::pair<std::int64_t, std::size_t>>{
-           {-1, 1}, {0, 1}, {1, 0}, {4'294'967'295, 0}, {4'294'967'296, 1}}) {
+TEST_F(CsvLineUp, FrequenciesBeyondTheColumnAreCounted) {
+  for (const auto &[frequency, count] :
+       std::vector<std::pair<std::int64_t, std::size_t>>{{-1, 1}, {1, 0}, {4'294'967'295, 0}, {4'294'967'297, 1}}) {
     line_up_service service = service_named("", 1);
     service.fields.frequency = frequency;
     service.fields.net_index = 1;
@@ -85,8 +85,34 @@ TEST_F(CsvLineUp, FrequenciesThatAnImportRefusesAreCounted) {
     fill_list(line_up_of({service_named("", 1)}), lost);
     write_csv(line_up_of({service}), {}, of_writing);
 
-    const row_list expected(count, "frequencies outside 1..4294967295: 1");
+    const row_list expected(count, "frequencies outside 0..4294967295: 1");
     EXPECT_EQ(losses(of_writing), expected) << frequency;
+  }
+}
+
+// Whatever an import refuses in a column that is written leaves its service out.
+TEST_F(CsvLineUp, ServicesThatAnImportRefusesAreLeftOut) {
+  const struct {
+    void (*change)(line_up_service &service);
+    bool is_refused;
+  } cases[] = {
+      {[](line_up_service &s) { s.fields.frequency = 0; }, true},
+      {[](line_up_service &s) { s.fields.frequency = 1; }, false},
+      {[](line_up_service &s) { s.fields.video_pid = 8191; }, false},
+      {[](line_up_service &s) { s.fields.video_pid = 8192; }, true},
+      {[](line_up_service &s) { s.fields.pmt_pid = 0xFFFE; }, true},
+      {[](line_up_service &s) { s.fields.audio_pid = 0xFFFF; }, false},
+  };
+  for (const auto &each : cases) {
+    line_up_service service = service_named("A", 1);
+    service.fields.net_index = 1;
+    each.change(service);
+    chlist::loss_counts of_writing;
+
+    const std::string text = write_csv(line_up_of({service}), {}, of_writing).at(0).text;
+
+    EXPECT_EQ(of_writing.has_left_out(), each.is_refused);
+    EXPECT_EQ(read(text).services.empty(), each.is_refused);
   }
 }
 

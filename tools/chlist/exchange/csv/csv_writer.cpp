@@ -11,7 +11,6 @@
 #include "chlist/exchange/csv/csv_columns.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/service_traits.h"
-#include "chlist/fields/pids.h"
 
 namespace chlist {
 namespace {
@@ -109,18 +108,21 @@ std::vector<trait> traits_carried(const columns &written) {
   return carried;
 }
 
-bool has_odd_pid(const channel_st &fields) {
-  const auto is_beyond = [](std::uint16_t pid) { return pid != unset_pid && pid > largest_pid; };
-  return is_beyond(fields.pmt_pid) || is_beyond(fields.pcr_pid) || is_beyond(fields.video_pid) ||
-         is_beyond(fields.video_ecm_pid) || is_beyond(fields.audio_pid);
+// A list may hold values that no field takes: a PID of 9000, a frequency of 0.
+bool has_refused_value(const service_row &row, const columns &written) {
+  return std::ranges::any_of(written, [&row](const field *each) {
+    const json value = each->set_number != nullptr ? each->get(row) : json();
+    return value.is_integer() && !number_from(each->values, text_of_value(value));
+  });
 }
 
-void count_services(const line_up &list, loss_counts &lost) {
+void count_services(const line_up &list, const columns &written, loss_counts &lost) {
   constexpr std::int64_t largest_frequency = std::numeric_limits<std::uint32_t>::max();
   for (const line_up_service &service : list.services) {
     const std::int64_t frequency = service.fields.frequency;
-    lost.add("frequencies outside 1..4294967295", frequency < 1 || frequency > largest_frequency ? 1 : 0);
-    lost.add("PIDs beyond 8191, which are not read again", has_odd_pid(service.fields) ? 1 : 0);
+    lost.leave_out("services that an import refuses for a value outside its range",
+                   has_refused_value({&list, &service}, written) ? 1 : 0);
+    lost.add("frequencies outside 0..4294967295", frequency < 0 || frequency > largest_frequency ? 1 : 0);
     lost.add("network indexes of 0", service.fields.net_index == 0 ? 1 : 0);
   }
 }
@@ -148,7 +150,7 @@ void count_favourites(const line_up &list, loss_counts &lost) {
 std::vector<made_file> write_csv(const line_up &list, const write_options &options, loss_counts &lost) {
   const columns written = chosen(options.columns);
   count_uncarried(list, traits_carried(written), lost);
-  count_services(list, lost);
+  count_services(list, written, lost);
   if (is_among(written, favourites_column)) {
     count_favourites(list, lost);
   }
