@@ -8,7 +8,8 @@
 
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/list_exchange.h"
+#include "chlist/exchange/order_of_all.h"
+#include "chlist/line_up/list_line_up.h"
 #include "harness.h"
 
 namespace {
@@ -20,11 +21,12 @@ struct exported {
 };
 
 // A service at another frequency than its transponder, or in no view, may come to stand elsewhere.
-bool is_plain(const chlist::line_up &list, const chlist::loss_counts &lost) {
-  return std::ranges::all_of(list.services, &chlist::line_up_service::is_listed) &&
-         std::ranges::none_of(lost.rows(), [](const chlist::loss_counts::row &row) {
-           return row.what.starts_with("identities of transponders");
-         });
+bool is_plain(const chlist::line_up &list) {
+  return std::ranges::all_of(list.services, [&](const chlist::line_up_service &service) {
+    const chlist::line_up_transponder &transponder = list.transponders[service.transponder];
+    return service.is_listed && transponder.frequency == service.fields.frequency &&
+           transponder.ts_id == service.fields.ts_id && transponder.polarisation == service.fields.polarisation;
+  });
 }
 
 exported through_a_list(std::string_view text) {
@@ -32,9 +34,9 @@ exported through_a_list(std::string_view text) {
   exported made;
   made.is_whole = chlist::fill_list(chlist::line_up_of_csv(text, lost), lost).is_whole();
   fuzz::require_invariants({}, "after the import");
-  const chlist::line_up list = chlist::take_line_up(*get_channel_list(), lost);
-  made.is_plain = is_plain(list, lost);
-  made.text = chlist::write_csv(list, {}, lost).at(0).text;
+  const chlist::line_up list = chlist::in_order_of_all(chlist::line_up_of(*get_channel_list())).list;
+  made.is_plain = is_plain(list);
+  made.text = chlist::write_csv(list, {}).files.at(0).text;
   return made;
 }
 

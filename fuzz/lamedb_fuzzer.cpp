@@ -28,9 +28,8 @@ folder folder_of(std::string_view input) {
 }
 
 folder written(const chlist::line_up &list) {
-  chlist::loss_counts lost;
   folder files;
-  for (const chlist::made_file &file : chlist::write_lamedb(list, 4, lost)) {
+  for (const chlist::made_file &file : chlist::write_lamedb(list, 4).files) {
     files[file.name] = file.text;
   }
   return files;

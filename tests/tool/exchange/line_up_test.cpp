@@ -9,8 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/list_exchange.h"
 #include "tool/exchange/line_ups.h"
 
 namespace {
@@ -45,7 +43,7 @@ TEST_F(LineUp, EverythingThatAServiceHasComesBack) {
   const filled_list filled = fill_list(given, lost);
 
   EXPECT_TRUE(filled.is_whole());
-  EXPECT_EQ(take_line_up(list, lost), given);
+  EXPECT_EQ(tool_test::taken(list), given);
   EXPECT_EQ(losses(lost), row_list{});
 }
 
@@ -58,7 +56,7 @@ TEST_F(LineUp, AServiceInNoViewStaysInNone) {
 
   EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{1}));
   EXPECT_EQ(service_ids(VIEW_TV), (std::vector<int>{1}));
-  const line_up taken = take_line_up(list, lost);
+  const line_up taken = tool_test::taken(list);
   ASSERT_EQ(taken.services.size(), 2U);
   EXPECT_FALSE(taken.services[1].is_listed);
   EXPECT_FALSE(taken.services[1].number);
@@ -81,7 +79,7 @@ TEST_F(LineUp, ANumberBeyondTheEntrysIsRefused) {
     line_up_service service = service_named("A", 1);
     service.number = channel_number{number, number};
     EXPECT_TRUE(fill_list(line_up_of({service}), lost).is_whole()) << number;
-    EXPECT_EQ(take_line_up(list, lost).services.at(0).number, (channel_number{number, number}));
+    EXPECT_EQ(tool_test::taken(list).services.at(0).number, (channel_number{number, number}));
   }
   for (const int number : {-32769, 32768}) {
     line_up_service service = service_named("A", 1);
@@ -101,7 +99,7 @@ TEST_F(LineUp, FavouritesKeepTheirOrderAndNumbers) {
   EXPECT_EQ(service_ids(VIEW_FAVOURITE), (std::vector<int>{3, 1}));
   EXPECT_EQ(majors(VIEW_FAVOURITE), (std::vector<int>{30, 10}));
   EXPECT_EQ(list.favorite_vch[0][1].favorite_id, 1);
-  EXPECT_EQ(take_line_up(list, lost).favourites, given.favourites);
+  EXPECT_EQ(tool_test::taken(list).favourites, given.favourites);
   EXPECT_EQ(losses(lost), row_list{});
 }
 
@@ -171,9 +169,9 @@ TEST_F(LineUp, GenresAndCountriesEndAtTheirTables) {
 
   EXPECT_EQ(filled.left_out, (row_list{"the list of genres is full: it holds 50, 2 more are left out",
                                        "the list of countries is full: it holds 200, 1 more are left out"}));
-  EXPECT_EQ(take_line_up(list, lost).services[0].genre, "Genre 0");
-  EXPECT_EQ(take_line_up(list, lost).services[MAX_COUNTRY - 1].country, "Country 199");
-  EXPECT_EQ(take_line_up(list, lost).services[MAX_COUNTRY].country, "");
+  EXPECT_EQ(tool_test::taken(list).services[0].genre, "Genre 0");
+  EXPECT_EQ(tool_test::taken(list).services[MAX_COUNTRY - 1].country, "Country 199");
+  EXPECT_EQ(tool_test::taken(list).services[MAX_COUNTRY].country, "");
 }
 
 TEST_F(LineUp, SourcesAvoidIndexesThatAreGiven) {
@@ -192,28 +190,11 @@ TEST_F(LineUp, SourcesAvoidIndexesThatAreGiven) {
   EXPECT_EQ(list.vch[2].net_index, 1);
 }
 
-TEST_F(LineUp, TextsInOtherTablesBecomeUtf8AndAreCounted) {
-  fill_list(line_up_of({service_named("News", 1)}), lost);
-  channel_st &service = *list.vch[0].rch;
-  std::ranges::copy(std::string_view("\x10\0\x02\xA3\xF3"
-                                     "d\xBC",
-                                     7),
-                    service.name[0].text);
-  std::ranges::copy(std::string_view("\x05\xE7\x80"), service.name[1].text);
-
-  const line_up taken = take_line_up(list, lost);
-
-  EXPECT_EQ(taken.services.at(0).name, "Łódź");
-  EXPECT_EQ(taken.services.at(0).short_name, "ç");
-  EXPECT_EQ(losses(lost), (row_list{"character tables of names, which are written in UTF-8: 2",
-                                    "lengths that are not those of their texts: 2"}));
-}
-
 TEST_F(LineUp, ARandomOneComesBack) {
   for (unsigned seed = 0; seed < 50; ++seed) {
     const line_up given = tool_test::line_up_source(seed).list(40);
     ASSERT_TRUE(fill_list(given, lost).is_whole()) << seed;
-    EXPECT_EQ(take_line_up(list, lost), given) << seed;
+    EXPECT_EQ(tool_test::taken(list), given) << seed;
   }
   EXPECT_EQ(losses(lost), row_list{});
 }

@@ -6,10 +6,17 @@
 
 #include <cstring>
 #include <random>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "chlist/exchange/loss_counts.h"
+#include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/order_of_all.h"
+#include "chlist/exchange/round_trip.h"
+#include "chlist/files/faithful_load.h"
+#include "chlist/files/file_records.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/text/utf8.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
@@ -67,6 +74,36 @@ inline row_list losses(const chlist::loss_counts &lost) {
     rows.push_back(row.what + ": " + std::to_string(row.count));
   }
   return rows;
+}
+
+inline row_list left_out(const chlist::loss_counts &lost) {
+  row_list rows;
+  for (const auto &row : lost.rows()) {
+    if (row.is_left_out) {
+      rows.push_back(row.what + ": " + std::to_string(row.count));
+    }
+  }
+  return rows;
+}
+
+// A list as writers of formats are given it.
+inline chlist::line_up taken(channel_list_st &list) { return chlist::in_order_of_all(chlist::line_up_of(list)).list; }
+
+// An export of the list in memory, which is another one then.
+inline chlist::exported_list export_of(channel_list_st &list, std::string_view format,
+                                       const chlist::write_options &options = {}) {
+  const std::string image = chlist::image_of(list);
+  const chlist::file_records records(std::as_bytes(std::span(image)));
+  return chlist::export_list({records.list(), chlist::line_up_of(records.list())}, chlist::format_to_write(format, ""),
+                             options);
+}
+
+// Of the list that an import of a line-up makes.
+inline chlist::exported_list export_of(const chlist::line_up &given, std::string_view format,
+                                       const chlist::write_options &options = {}) {
+  chlist::loss_counts of_filling;
+  fill_list(given, of_filling);
+  return export_of(*get_channel_list(), format, options);
 }
 
 // Values of everything that services and favourites can have, within what a list holds.

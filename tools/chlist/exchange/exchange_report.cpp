@@ -24,7 +24,11 @@ std::vector<loss_counts::row> rows_of(const loss_counts &lost, bool is_left_out)
 json json_of_rows(const std::vector<loss_counts::row> &rows) {
   json array = json::array();
   for (const loss_counts::row &row : rows) {
-    array.push_back({{"what", row.what}, {"count", row.count}});
+    json object = {{"what", row.what}, {"count", row.count}};
+    if (!row.note.empty()) {
+      object["note"] = row.note;
+    }
+    array.push_back(std::move(object));
   }
   return array;
 }
@@ -65,7 +69,8 @@ void report_skipped(const std::filesystem::path &input, const std::vector<skippe
 
 void report_left_out(const std::filesystem::path &input, const loss_counts &lost) {
   for (const loss_counts::row &row : rows_of(lost, true)) {
-    print_message(fmt::format("{}: left out: {}: {}", input.string(), row.what, row.count));
+    const std::string note = row.note.empty() ? "" : fmt::format(" ({})", row.note);
+    print_message(fmt::format("{}: left out: {}: {}{}", input.string(), row.what, row.count, note));
   }
 }
 
@@ -80,7 +85,7 @@ void print_losses(const loss_counts &lost, std::string_view title) {
     width = std::max(width, row.what.size());
   }
   for (const loss_counts::row &row : rows) {
-    fmt::print("  {:<{}}{:>5}\n", row.what, width, row.count);
+    fmt::print("  {:<{}}{:>5}{}{}\n", row.what, width, row.count, row.note.empty() ? "" : "  ", row.note);
   }
 }
 

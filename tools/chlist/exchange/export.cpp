@@ -14,12 +14,13 @@
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/formats.h"
-#include "chlist/exchange/list_exchange.h"
+#include "chlist/exchange/round_trip.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/text_file.h"
 #include "chlist/files/text_folder.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -67,6 +68,9 @@ void rename_source(line_up &list, const std::string &option) {
   if (renamed == 0) {
     throw usage_error("--source: no network is named " + shown(network));
   }
+  for (line_up_network &each : list.networks) {
+    each.name = each.name == network ? source : each.name;
+  }
 }
 
 void write_files(const fs::path &output, const format &to, const std::vector<made_file> &files) {
@@ -75,13 +79,6 @@ void write_files(const fs::path &output, const format &to, const std::vector<mad
   } else {
     write_text_file(output, files.front().text);
   }
-}
-
-std::vector<made_file> written(const line_up &list, const export_options &options, export_outcome &result) {
-  if (result.to.write_with != nullptr) {
-    return result.to.write_with(list, options.writing, result.lost);
-  }
-  return result.to.write(list, result.lost);
 }
 
 // "12 bytes behind the last record: not saved": what follows is said to whoever saves the list.
@@ -94,13 +91,15 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   for (const std::string &change : not_saved_again(records)) {
     result.lost.add(what_is_lost(change));
   }
-  line_up list = take_line_up(records.list(), result.lost);
+  line_up list = line_up_of(records.list());
   for (const std::string &source : options.sources) {
     rename_source(list, source);
   }
-  result.services = list.services.size();
-  result.favourite_groups = list.favourites.size();
-  write_files(options.output, result.to, written(list, options, result));
+  const exported_list made = export_list({records.list(), list}, result.to, options.writing);
+  write_files(options.output, result.to, made.files);
+  result.services = made.services;
+  result.favourite_groups = made.favourite_groups;
+  result.lost.add(made.lost);
 }
 
 void export_whole_file(const channel_file &input, const export_options &options, const format &to) {
@@ -156,10 +155,12 @@ command export_command() {
   return {
       .name = "export",
       .summary = "Make a list of another format from a channel file",
-      .details = {"The format is told by the name of OUT; --to decides against that. Services come in the order of the "
-                  "ALL view, those that it does not show behind it. What the list says and the format has no place for "
-                  "is counted. OUT is replaced as a whole or not at all; a folder must be new or empty. JSON carries "
-                  "every byte: importing it gives the same file again."},
+      .details =
+          {"The format is told by the name of OUT; --to decides against that. Services come in the order of the "
+           "ALL view, those that it does not show behind it. What is written is read again, and whatever does not "
+           "come back as it was is counted. OUT is replaced as a whole or not at all; a folder must be new or empty. "
+           "JSON carries "
+           "every byte: importing it gives the same file again."},
       .sections = {{"Formats", formats_to_write()}},
       .exit_codes = {{"0", "everything was exported that the format has a place for"},
                      {"1", "exported, but services or other things were left out"},

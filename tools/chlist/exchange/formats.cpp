@@ -24,6 +24,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t enough_to_tell = 4096;
 
+constexpr std::string_view tuning = "symbol rate and modulation";
+constexpr std::string_view usual_tuning = "the usual ones are assumed: transponders with others are not received";
+
 // Those that the contents decide stand before those that go by the name.
 constexpr format formats[] = {
     {.name = "json",
@@ -36,31 +39,45 @@ constexpr format formats[] = {
      .is_folder = true,
      .read = read_lamedb,
      .write = write_lamedb<4>,
-     .is_like = is_like_lamedb4},
+     .is_like = is_like_lamedb4,
+     .lacks = tuning,
+     .without_it = usual_tuning},
     {.name = "lamedb5",
      .about = "the same with lamedb5 (version 5)",
      .is_folder = true,
      .read = read_lamedb5,
      .write = write_lamedb<5>,
-     .is_like = is_like_lamedb5},
+     .is_like = is_like_lamedb5,
+     .lacks = tuning,
+     .without_it = usual_tuning},
     {.name = "lamedb3",
      .about = "the same with lamedb (version 3)",
      .is_folder = true,
      .read = read_lamedb,
      .write = write_lamedb<3>,
-     .is_like = is_like_lamedb3},
+     .is_like = is_like_lamedb3,
+     .lacks = tuning,
+     .without_it = usual_tuning},
     {.name = "dvbv5",
      .about = "sections of libdvbv5 and its tools",
      .read = read_dvbv5,
      .write = write_dvbv5,
-     .is_like = is_like_dvbv5},
+     .is_like = is_like_dvbv5,
+     .lacks = tuning,
+     .without_it = usual_tuning},
     {.name = "csv",
      .about = "comma-separated values with a header line that names the columns",
      .read = read_csv,
-     .is_like = is_like_csv,
-     .write_with = write_csv},
-    {.name = "m3u", .about = "extended M3U playlist", .is_like = is_like_m3u, .write_with = write_m3u},
-    {.name = "vdr", .about = "channels.conf of VDR", .read = read_vdr, .write = write_vdr, .is_like = is_like_vdr},
+     .write = write_csv,
+     .is_like = is_like_csv},
+    {.name = "m3u", .about = "extended M3U playlist", .write = write_m3u, .is_like = is_like_m3u},
+    {.name = "vdr",
+     .about = "channels.conf of VDR",
+     .read = read_vdr,
+     .write = write_vdr,
+     .is_like = is_like_vdr,
+     .lacks = tuning,
+     .without_it = "VDR cannot tune without them, until a scan or somebody fills them in"},
 };
 
 using choice = bool (*)(const format &each);
@@ -89,17 +106,14 @@ const format &named(std::string_view name, choice is_able, std::string_view what
 }
 
 // By what it begins with, and its name. Of a folder, the file that stands for it may be named as well.
-const format *format_like(const fs::path &input, choice is_able) {
-  const bool is_folder = fs::is_directory(input);
-  const std::string beginning = is_folder ? "" : read_beginning(input, enough_to_tell);
+const format *format_like(const fs::path &input, bool is_folder, std::string_view beginning, choice is_able) {
   const auto *const found = std::ranges::find_if(formats, [&](const format &each) {
     return is_able(each) && (each.is_folder || !is_folder) && each.is_like(input, beginning);
   });
   return found != std::end(formats) ? found : nullptr;
 }
 
-bool is_channel_file(const fs::path &input) {
-  const std::string beginning = read_beginning(input, enough_to_tell);
+bool is_channel_file(std::string_view beginning) {
   return is_known_version(version_in(std::as_bytes(std::span(beginning))));
 }
 
@@ -107,26 +121,29 @@ bool is_channel_file(const fs::path &input) {
 
 std::span<const format> all_formats() { return formats; }
 
-const format &format_to_read(std::string_view name, const fs::path &input) {
+const format &format_to_read(std::string_view name, const list_source &input) {
   if (!name.empty()) {
     return named(name, can_read, "read");
   }
-  const format *like = format_like(input, can_read);
-  if (like == nullptr && fs::is_directory(input)) {
-    throw std::runtime_error(input.string() + ": cannot be read");
+  const std::string path = input.path.string();
+  const std::string_view beginning = std::string_view(input.text).substr(0, enough_to_tell);
+  const format *like = format_like(input.path, input.is_folder, beginning, can_read);
+  if (like == nullptr && input.is_folder) {
+    throw std::runtime_error(path + ": cannot be read");
   }
-  if (like == nullptr && is_channel_file(input)) {
-    throw std::runtime_error(input.string() + ": is a channel file already; `chlist export` makes other lists of it");
+  if (like == nullptr && is_channel_file(beginning)) {
+    throw std::runtime_error(path + ": is a channel file already; `chlist export` makes other lists of it");
   }
   if (like == nullptr) {
-    throw std::runtime_error(
-        fmt::format("{}: is of no known format; --from names it: {}", input.string(), names(can_read)));
+    throw std::runtime_error(fmt::format("{}: is of no known format; --from names it: {}", path, names(can_read)));
   }
   return *like;
 }
 
 void must_be_no_other_list(const fs::path &input) {
-  const format *like = format_like(input, [](const format & /*each*/) { return true; });
+  const bool is_folder = fs::is_directory(input);
+  const std::string beginning = is_folder ? "" : read_beginning(input, enough_to_tell);
+  const format *like = format_like(input, is_folder, beginning, [](const format & /*each*/) { return true; });
   if (like == nullptr) {
     return;
   }

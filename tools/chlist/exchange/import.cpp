@@ -14,7 +14,6 @@
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/distinct_files.h"
-#include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/text_file.h"
 #include "chlist/messages.h"
@@ -40,10 +39,20 @@ struct import_outcome {
   loss_counts lost;
 };
 
-import_outcome read_into_list(const import_options &options, const format &from) {
+// Readers know nothing of paths.
+template <class Read>
+auto reading(const list_source &source, const Read &read) {
+  try {
+    return read();
+  } catch (const std::runtime_error &error) {
+    throw std::runtime_error(source.path.string() + ": " + error.what());
+  }
+}
+
+import_outcome read_into_list(const list_source &source, const format &from) {
   import_outcome result;
   result.format_name = from.name;
-  result.filled = fill_list(from.read(options.input, result.lost), result.lost);
+  result.filled = fill_list(reading(source, [&] { return from.read(source, result.lost); }), result.lost);
   return result;
 }
 
@@ -98,18 +107,9 @@ void report(const import_options &options, const import_outcome &result) {
   });
 }
 
-std::string whole_file(const import_options &options, const format &from) {
-  const std::string text = read_input_file(options.input);
-  try {
-    return from.to_channel_file(text);
-  } catch (const std::runtime_error &error) {
-    throw std::runtime_error(options.input.string() + ": " + error.what());
-  }
-}
-
 // Formats of the whole file make one, whose bytes nobody touches.
-int import_whole_file(const import_options &options, const format &from) {
-  write_text_file(options.output, whole_file(options, from));
+int import_whole_file(const import_options &options, const list_source &source, const format &from) {
+  write_text_file(options.output, reading(source, [&] { return from.to_channel_file(source.text); }));
   print_report([&] {
     if (options.as_json) {
       print_json({{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}});
@@ -130,15 +130,16 @@ void must_not_be_within(const import_options &options) {
 }
 
 int run_import(const import_options &options) {
-  const format &from = format_to_read(options.from, options.input);
+  const list_source source = source_at(options.input);
+  const format &from = format_to_read(options.from, source);
   must_differ(options.input, options.output);
   if (from.is_folder) {
     must_not_be_within(options);
   }
   if (from.to_channel_file != nullptr) {
-    return import_whole_file(options, from);
+    return import_whole_file(options, source, from);
   }
-  const import_outcome result = read_into_list(options, from);
+  const import_outcome result = read_into_list(source, from);
   report_findings(options, result);
   if (result.filled.counts.services == 0) {
     throw std::runtime_error(options.input.string() + ": no service to import");

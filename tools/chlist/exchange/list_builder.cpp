@@ -8,9 +8,11 @@
 #include <cstdlib>
 #include <limits>
 #include <memory>
+#include <unordered_set>
 #include <utility>
 
 #include "channel/store/memory.h"
+#include "chlist/exchange/broadcast_service.h"
 #include "chlist/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 
@@ -218,6 +220,15 @@ std::vector<std::string> list_builder::groups_left_out() const {
   return texts;
 }
 
+std::vector<const channel_st *> list_builder::filed_services() const {
+  std::unordered_set<const channel_st *> taken;
+  std::vector<const channel_st *> records;
+  for (const channel_st *record : added_) {
+    records.push_back(record != nullptr && taken.insert(record).second ? record : nullptr);
+  }
+  return records;
+}
+
 list_counts list_builder::counts() const {
   const hierarchy_counts filed = count_hierarchy(list_);
   list_counts counts;
@@ -246,9 +257,8 @@ filled_list fill_list(const line_up &from, loss_counts &lost) {
     builder.add(group);
   }
   std::ranges::move(builder.groups_left_out(), std::back_inserter(result.left_out));
-  for (const loss_counts::row &row : builder.lost().rows()) {
-    lost.add(row.what, row.count);
-  }
+  lost.add(builder.lost());
+  result.filed = builder.filed_services();
   result.counts = builder.counts();
   return result;
 }

@@ -28,9 +28,6 @@ struct list_counts {
   std::size_t favourite_groups = 0;
 };
 
-// The source type of services whose format tells none.
-inline constexpr std::uint8_t broadcast_source = 1;
-
 class list_builder {
  public:
   // Empties the channel list.
@@ -51,6 +48,9 @@ class list_builder {
   // What the records of the list have no place for.
   [[nodiscard]] const loss_counts &lost() const { return lost_; }
 
+  // The records of the services that have been added, in the order of adding; null: left out, or filed before.
+  [[nodiscard]] std::vector<const channel_st *> filed_services() const;
+
   [[nodiscard]] list_counts counts() const;
 
  private:
@@ -64,7 +64,7 @@ class list_builder {
   int next_number_ = 1;
   std::unordered_map<std::string, std::uint8_t> net_indexes_;
   std::set<std::uint8_t> used_net_indexes_;
-  std::vector<channel_st *> added_;                            // by position; null: left out
+  std::vector<channel_st *> added_;  // by position; of a service that was there already the first, null: left out
   std::unordered_map<const channel_st *, std::size_t> lines_;  // where each filed channel comes from
   std::unordered_map<const channel_st *, channel_number> numbers_;
   group_names providers_{GROUP_PROVIDER};
@@ -77,8 +77,9 @@ class list_builder {
 
 // What filling the list with a whole line-up came to.
 struct filled_list {
-  std::vector<skipped_line> skipped;  // the line-up's own among them, by line
-  std::vector<std::string> left_out;  // what the list had no room for
+  std::vector<skipped_line> skipped;      // the line-up's own among them, by line
+  std::vector<std::string> left_out;      // what the list had no room for
+  std::vector<const channel_st *> filed;  // the records of the services; null: left out
   list_counts counts;
 
   [[nodiscard]] bool is_whole() const { return skipped.empty() && left_out.empty(); }

@@ -5,15 +5,20 @@
 
 namespace chlist {
 
-void loss_counts::add(std::string_view what, std::size_t count, bool is_left_out) {
-  if (count == 0) {
+void loss_counts::add(row more) {
+  if (more.count == 0) {
     return;
   }
-  const auto [place, is_new] = places_[is_left_out ? 1 : 0].try_emplace(std::string(what), rows_.size());
+  const auto [place, is_new] = places_[more.is_left_out ? 1 : 0].try_emplace(more.what, rows_.size());
   if (is_new) {
-    rows_.push_back({place->first, 0, is_left_out});
+    rows_.push_back(std::move(more));
+  } else {
+    rows_[place->second].count += more.count;
   }
-  rows_[place->second].count += count;
+}
+
+void loss_counts::add(const loss_counts &others) {
+  std::ranges::for_each(others.rows_, [this](const row &each) { add(each); });
 }
 
 bool loss_counts::has_left_out() const { return std::ranges::any_of(rows_, &row::is_left_out); }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "chlist/line_up/line_up.h"
@@ -19,15 +20,22 @@ class loss_counts {
     std::string what;  // "locks", "PCR PIDs"
     std::size_t count = 0;
     bool is_left_out = false;  // not a matter of the format: this once there was no room, or no way to say it
+    std::string note;          // what it means, or the first of them; may be empty
   };
 
-  void add(std::string_view what, std::size_t count = 1) { add(what, count, false); }
-  void leave_out(std::string_view what, std::size_t count = 1) { add(what, count, true); }
+  // The first note of a kind stays.
+  void add(std::string_view what, std::size_t count = 1, std::string note = {}) {
+    add({std::string(what), count, false, std::move(note)});
+  }
+  void leave_out(std::string_view what, std::size_t count = 1, std::string note = {}) {
+    add({std::string(what), count, true, std::move(note)});
+  }
+  void add(const loss_counts &others);
   [[nodiscard]] const std::vector<row> &rows() const { return rows_; }
   [[nodiscard]] bool has_left_out() const;
 
  private:
-  void add(std::string_view what, std::size_t count, bool is_left_out);
+  void add(row more);
 
   std::vector<row> rows_;
   std::unordered_map<std::string, std::size_t> places_[2];  // in the rows; of those that are left out apart

@@ -1,163 +1,186 @@
-// Everything is compared with what an import makes: zeros, and the values of a new list.
+// Records are held against each other by the tables of their fields.
 #include "chlist/exchange/record_losses.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
+#include <string_view>
+#include <vector>
 
 #include "channel/store/hierarchy.h"
-#include "channel/store/service_index.h"
-#include "chlist/exchange/service_traits.h"
+#include "chlist/exchange/json/list_json_fields.h"
 #include "chlist/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
 
-std::size_t settings_of(const channel_list_st &list) {
-  constexpr std::int8_t none = -1;
-  const std::array are_set = {list.use_tuner != none,
-                              list.bouquet_id != 0xFFFF,
-                              list.ch_type != 0,
-                              list.use_group_list != GROUP_ALL,
-                              list.service_type != SERVICE_TYPE_TV,
-                              list.net_index != none,
-                              list.sub_group_id != none,
-                              list.vch_type != VIEW_ALL};
-  return static_cast<std::size_t>(std::ranges::count(are_set, true));
+// Fields that this library does not interpret are called so.
+bool is_reserved(const json_field &field) { return field.name.starts_with("reserved_"); }
+
+template <class Record>
+bool has_same_reserved(const Record &was, const Record &is, std::span<const json_field> fields) {
+  const auto before = std::as_bytes(std::span(&was, 1));
+  const auto after = std::as_bytes(std::span(&is, 1));
+  return std::ranges::all_of(fields, [&](const json_field &field) {
+    return !is_reserved(field) ||
+           std::ranges::equal(before.subspan(field.offset, field.size), after.subspan(field.offset, field.size));
+  });
 }
 
-bool has_reserved(const channel_list_st &list) {
-  return list.reserved_9 != 0 || is_used(list.reserved_80102) || is_used(list.reserved_200114) ||
-         is_used(list.reserved_296118) || is_used(list.reserved_320122) || is_used(list.reserved_459366) ||
-         is_used(list.reserved_459612) || is_used(list.reserved_459624) || is_used(list.reserved_459704) ||
-         is_used(list.reserved_459728);
+bool is_whole(std::span<const char> text) { return decode_text(encoded_text(text)).is_whole; }
+
+template <class Record>
+bool has_own_length(const Record &record, std::span<const char> text) {
+  return record.name_len == static_cast<int>(encoded_text(text).size());
 }
 
-bool has_reserved(const network_ch_st &network) {
-  return network.reserved_9 != 0 || is_used(network.reserved_78) || is_used(network.reserved_88);
-}
+// The records of a list in its order, each with the one that it hangs from.
+struct placed_records_of {
+  explicit placed_records_of(channel_list_st &list) {
+    for (network_ch_st &network : channel::networks_of(list.network_list)) {
+      for (tp_ch_st &transponder : channel::transponders_of(network)) {
+        for (const channel_st &service : channel::services_of(transponder)) {
+          services.push_back(&service);
+        }
+        transponders.push_back(&transponder);
+      }
+      networks.push_back(&network);
+    }
+    for (const group_table &table : groups_of(list)) {
+      for (const group_st &group : table.used()) {
+        groups.push_back(&group);
+      }
+    }
+  }
 
-bool has_reserved(const tp_ch_st &transponder) {
-  return is_used(transponder.reserved_10) || transponder.reserved_17 != 0 || is_used(transponder.reserved_20) ||
-         is_used(transponder.reserved_32);
-}
+  std::vector<const network_ch_st *> networks;
+  std::vector<const tp_ch_st *> transponders;
+  std::vector<const channel_st *> services;
+  std::vector<const group_st *> groups;
+};
 
-bool has_reserved(const name_slot_st &name) { return name.reserved_0 != 0 || name.reserved_97 != 0; }
-
-bool is_of_another_length(const name_slot_st &name) { return name.name_len != encoded_text(name.text).size(); }
-
-bool is_same_transponder(const tp_ch_st &transponder, const channel_st &service) {
-  return transponder.ts_id == service.ts_id && transponder.frequency == service.frequency &&
-         transponder.polarisation == service.polarisation;
-}
-
-bool is_same_service(const virtual_channel_st &entry, const channel_st &service) {
-  return entry.net_index == service.net_index && entry.network_id == service.network_id &&
-         entry.ts_id == service.ts_id && entry.frequency == service.frequency &&
-         entry.polarisation == service.polarisation && entry.service_id == service.service_id;
-}
-
-class counter {
+class comparison {
  public:
-  counter(channel_list_st &list, loss_counts &lost) : list_(list), index_(list), lost_(lost) {}
+  comparison(const records_of_list &before, const records_of_list &after, const paired_records &pairs,
+             loss_counts &lost)
+      : before_(before), after_(after), pairs_(pairs), lost_(lost), was_(before.records), is_(after.records) {}
 
   void count() {
-    lost_.add("settings of the receiver", settings_of(list_));
-    lost_.add("reserved bytes of the list", has_reserved(list_) ? 1 : 0);
-    count_groups();
+    count_reserved(before_.records, after_.records, fields_of_list());
+    compare(pairs_.networks, was_.networks, is_.networks, [&](const network_ch_st &was, const network_ch_st &is) {
+      count_reserved(was, is, fields_of_network());
+      count_text(was.network_name, is.network_name);
+    });
+    compare(pairs_.transponders, was_.transponders, is_.transponders,
+            [&](const tp_ch_st &was, const tp_ch_st &is) { count_reserved(was, is, fields_of_transponder()); });
+    compare(pairs_.groups, was_.groups, is_.groups, [&](const group_st &was, const group_st &is) {
+      count_reserved(was, is, fields_of_group());
+      count_name(was, is, was.name, is.name);
+    });
+    compare(pairs_.services, was_.services, is_.services, [&](const channel_st &was, const channel_st &is) {
+      count_reserved(was, is, fields_of_service());
+      for (std::size_t slot = 0; slot < std::size(was.name); ++slot) {
+        count_name(was.name[slot], is.name[slot], was.name[slot].text, is.name[slot].text);
+      }
+    });
+    count_parents();
     count_entries();
-    count_hierarchy();
   }
 
  private:
-  void count_groups() {
-    const std::vector<group_table> tables = groups_of(list_);
-    for (const group_table &table : tables) {
-      for (const group_st &group : table.used()) {
-        count_group(group);
-      }
-    }
-    std::int16_t place = 0;
-    for (const group_st &group : tables.back().used()) {
-      lost_.add("ids of favourite groups", group.id != place++ ? 1 : 0);
+  template <class Record, class Function>
+  static void compare(const pairing &pairs, const std::vector<const Record *> &before,
+                      const std::vector<const Record *> &after, const Function &function) {
+    for (const auto &[was, is] : pairs.both) {
+      function(*before[was], *after[is]);
     }
   }
 
-  void count_group(const group_st &group) {
-    lost_.add("reserved bytes of groups", group.reserved_0 != 0 ? 1 : 0);
+  template <class Record>
+  void count_reserved(const Record &was, const Record &is, std::span<const json_field> fields) {
+    lost_.add("records with values that only the receiver knows", has_same_reserved(was, is, fields) ? 0 : 1);
+  }
+
+  template <class Record>
+  void count_name(const Record &was, const Record &is, std::span<const char> text, std::span<const char> text_after) {
     lost_.add("lengths that are not those of their texts",
-              group.name_len != static_cast<int>(encoded_text(group.name).size()) ? 1 : 0);
-    count_text(group.name);
+              has_own_length(was, text) == has_own_length(is, text_after) ? 0 : 1);
+    count_text(text, text_after);
   }
 
-  // All formats have UTF-8.
-  void count_text(std::span<const char> field) {
-    const std::string_view encoded = encoded_text(field);
-    const decoded_text made = decode_text(encoded);
-    lost_.add("character tables of names, which are written in UTF-8", made.text != encoded ? 1 : 0);
-    lost_.add("characters of names that their table does not have, or of an unknown table", made.is_whole ? 0 : 1);
+  void count_text(std::span<const char> was, std::span<const char> is) {
+    lost_.add("texts with characters that their table does not have", is_whole(was) == is_whole(is) ? 0 : 1);
   }
 
-  // Entries of the ALL view and of favourites; the others have no place in a line-up at all.
+  // A service may hang from a transponder of which it says something else.
+  void count_parents() {
+    for (const auto &[was, is] : pairs_.services.both) {
+      count_identity(is_as_parents(before_.list, was), is_as_parents(after_.list, is));
+    }
+  }
+
+  static bool is_as_parents(const line_up &list, std::size_t place) {
+    const line_up_service &service = list.services[place];
+    const line_up_transponder &transponder = list.transponders[service.transponder];
+    const line_up_network &network = list.networks[transponder.network];
+    const channel::identity id = service.id();
+    return id == channel::identity{network.net_index,     network.network_id, transponder.ts_id,
+                                   transponder.frequency, id.service_id,      transponder.polarisation};
+  }
+
+  void count_identity(bool was_same, bool is_same) {
+    lost_.add("entries, transponders and networks that name a service otherwise than it does",
+              was_same == is_same ? 0 : 1);
+  }
+
+  // The first entry of a service stands for it in its view.
   void count_entries() {
-    for (const virtual_channel_st &entry : used(list_.vch, list_.vnumber)) {
-      count_entry(entry, 0);
+    const std::vector<list_view> views_before = chlist::views_of(std::as_const(before_.records));
+    const std::vector<list_view> views_after = chlist::views_of(std::as_const(after_.records));
+    std::vector<std::size_t> partners(before_.list.services.size(), nowhere);
+    for (const auto &[was, is] : pairs_.services.both) {
+      partners[was] = is;
     }
-    for (std::size_t group = 0; group < MAX_FAV; ++group) {
-      std::uint8_t place = 0;
-      for (const virtual_channel_st &entry : used(list_.favorite_vch[group], list_.favorite_vnumber[group])) {
-        count_entry(entry, place++);
-      }
-    }
-  }
-
-  template <std::size_t Capacity>
-  static std::span<const virtual_channel_st> used(const virtual_channel_st (&entries)[Capacity], std::int16_t count) {
-    return std::span(entries).first(count < 0 ? 0 : std::min(static_cast<std::size_t>(count), Capacity));
-  }
-
-  void count_entry(const virtual_channel_st &entry, std::uint8_t key) {
-    lost_.add("reserved bytes of entries", entry.reserved_7 != 0 || entry.reserved_13 != 0 ? 1 : 0);
-    lost_.add("position keys of entries", entry.favorite_id != key ? 1 : 0);
-    const channel_st *service = index_.look_up(channel::identity_of(entry));
-    lost_.add("identities of entries that differ from their service's",
-              service != nullptr && !is_same_service(entry, *service) ? 1 : 0);
-  }
-
-  void count_hierarchy() {
-    for (network_ch_st &network : channel::networks_of(list_.network_list)) {
-      count_text(network.network_name);
-      lost_.add("reserved bytes of networks", has_reserved(network) ? 1 : 0);
-      for (tp_ch_st &transponder : channel::transponders_of(network)) {
-        lost_.add("reserved bytes of transponders", has_reserved(transponder) ? 1 : 0);
-        for (const channel_st &service : channel::services_of(transponder)) {
-          count_service(network, transponder, service);
+    const std::vector<named_view> entries_before = chlist::views_of(before_.list);
+    const std::vector<named_view> entries_after = chlist::views_of(after_.list);
+    for (const auto &[was, is] : pairs_.views.both) {
+      const std::vector<std::size_t> first = first_entries(entries_after[is], after_.list.services.size());
+      for (std::size_t at = 0; at < entries_before[was].entries.size(); ++at) {
+        const std::size_t service = entries_before[was].entries[at].service;
+        const std::size_t partner = service != nowhere ? partners[service] : nowhere;
+        if (partner != nowhere && first[partner] != nowhere) {
+          count_reserved(views_before[was].slots[at], views_after[is].slots[first[partner]], fields_of_entry());
+          count_identity(entries_before[was].entries[at].id == before_.list.services[service].id(),
+                         entries_after[is].entries[first[partner]].id == after_.list.services[partner].id());
         }
       }
     }
   }
 
-  void count_service(const network_ch_st &network, const tp_ch_st &transponder, const channel_st &service) {
-    lost_.add("identities of transponders and networks that differ from their service's",
-              is_same_transponder(transponder, service) && network.net_index == service.net_index &&
-                      network.network_id == service.network_id
-                  ? 0
-                  : 1);
-    for (const name_slot_st &name : service.name) {
-      count_text(name.text);
-      lost_.add("reserved bytes of names", has_reserved(name) ? 1 : 0);
-      lost_.add("lengths that are not those of their texts", is_of_another_length(name) ? 1 : 0);
+  static std::vector<std::size_t> first_entries(const named_view &view, std::size_t services) {
+    std::vector<std::size_t> first(services, nowhere);
+    for (std::size_t at = view.entries.size(); at-- > 0;) {
+      if (view.entries[at].service != nowhere) {
+        first[view.entries[at].service] = at;
+      }
     }
+    return first;
   }
 
-  channel_list_st &list_;
-  channel::service_index index_;
+  const records_of_list &before_;
+  const records_of_list &after_;
+  const paired_records &pairs_;
   loss_counts &lost_;
+  placed_records_of was_;
+  placed_records_of is_;
 };
 
 }  // namespace
 
-void count_record_losses(channel_list_st &list, loss_counts &lost) { counter(list, lost).count(); }
+void count_record_losses(const records_of_list &before, const records_of_list &after, const paired_records &pairs,
+                         loss_counts &lost) {
+  comparison(before, after, pairs, lost).count();
+}
 
 }  // namespace chlist

@@ -6,12 +6,13 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <set>
+#include <tuple>
 #include <unordered_map>
 
 #include "chlist/fields/service_fields.h"
 #include "chlist/fields/settings.h"
 #include "chlist/line_up/moved.h"
-#include "chlist/line_up/pairing.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/report.h"
 
@@ -32,20 +33,46 @@ bool is_compared(const field &each) {
          each.name != "service_type";
 }
 
-// A group's name that differs while its id does not is a group that was renamed: that is told of the group.
-std::string_view id_behind(std::string_view name) {
-  constexpr std::pair<std::string_view, std::string_view> named_by_id[] = {
-      {"provider", "provider_id"}, {"genre", "genre_id"}, {"country", "country_id"}};
-  const auto *const found = std::ranges::find(named_by_id, name, [](const auto &pair) { return pair.first; });
-  return found != std::end(named_by_id) ? found->second : std::string_view{};
-}
+// A group of a service: its fields, and where the record has the group's id.
+struct group_of_service {
+  std::string_view table;
+  std::string_view id_field;
+  std::int16_t channel_st::*id;
+};
+
+constexpr group_of_service groups_of_services[] = {{"provider", "provider_id", &channel_st::provider_id},
+                                                   {"genre", "genre_id", &channel_st::genre_id},
+                                                   {"country", "country_id", &channel_st::country_id}};
+
+// The groups that stand for each other. What became of their names and ids is told of the groups, not of each service.
+class kept_groups {
+ public:
+  kept_groups(const line_up &before, const line_up &after, const pairing &pairs) {
+    const std::vector<placed_group> groups_before = groups_in(before);
+    const std::vector<placed_group> groups_after = groups_in(after);
+    for (const auto &[was, is] : pairs.both) {
+      ids_.emplace(groups_before[was].table, groups_before[was].id, groups_after[is].id);
+    }
+  }
+
+  [[nodiscard]] bool tell(const field &which, const line_up_service &was, const line_up_service &is) const {
+    return std::ranges::any_of(groups_of_services, [&](const group_of_service &each) {
+      return (which.name == each.table || which.name == each.id_field) &&
+             ids_.contains({each.table, was.fields.*each.id, is.fields.*each.id});
+    });
+  }
+
+ private:
+  std::set<std::tuple<std::string_view, int, int>> ids_;
+};
 
 // The entries of a line-up by the services that they show, and its views by name.
 class shown_entries {
  public:
-  explicit shown_entries(const line_up &list) : list_(list), views_(views_of(list)), entries_(list.services.size()) {
-    for (std::size_t view = 0; view < views_.size(); ++view) {
-      for (const line_up_entry &entry : views_[view].entries) {
+  explicit shown_entries(const line_up &list) : list_(list), entries_(list.services.size()) {
+    const std::vector<named_view> views = views_of(list);
+    for (std::size_t view = 0; view < views.size(); ++view) {
+      for (const line_up_entry &entry : views[view].entries) {
         if (entry.service != nowhere) {
           entries_[entry.service].push_back({view, &entry});
         }
@@ -54,7 +81,6 @@ class shown_entries {
   }
 
   [[nodiscard]] const line_up &list() const { return list_; }
-  [[nodiscard]] const std::vector<named_view> &views() const { return views_; }
 
   // What the entries of a service show in each view: nothing, a value, or the values of several entries.
   [[nodiscard]] std::map<std::size_t, json> values(std::size_t service, const field &which) const {
@@ -79,7 +105,6 @@ class shown_entries {
   };
 
   const line_up &list_;
-  std::vector<named_view> views_;
   std::vector<std::vector<place>> entries_;
 };
 
@@ -90,10 +115,34 @@ json value_in(const shown_values &values, std::size_t view) {
   return found != values.end() ? found->second : json();
 }
 
-// Views of both line-ups have the same names: those of the second.
+// A view in both line-ups, or in one: then its place in the other is nowhere.
+struct compared_view {
+  std::size_t before = nowhere;
+  std::size_t after = nowhere;
+  view_name name;
+};
+
+// In the order of the second line-up, those that it lacks behind them.
+std::vector<compared_view> views_to_compare(const line_up &before, const line_up &after, const pairing &pairs) {
+  std::vector<compared_view> made;
+  for (const named_view &view : views_of(after)) {
+    made.push_back({nowhere, made.size(), view.name});
+  }
+  for (const auto &[was, is] : pairs.both) {
+    made[is].before = was;
+  }
+  const std::vector<named_view> views_before = views_of(before);
+  for (const std::size_t removed : pairs.removed) {
+    made.push_back({removed, nowhere, views_before[removed].name});
+  }
+  return made;
+}
+
 class service_comparison {
  public:
-  service_comparison(const line_up &before, const line_up &after) : before_(before), after_(after) {}
+  service_comparison(const line_up &before, const line_up &after, const paired_records &pairs,
+                     const std::vector<compared_view> &views)
+      : before_(before), after_(after), groups_(before, after, pairs.groups), views_(views) {}
 
   [[nodiscard]] std::vector<field_change> added(std::size_t service) const {
     std::vector<field_change> fields;
@@ -120,8 +169,7 @@ class service_comparison {
     const service_row before = {&before_.list(), &before_.list().services[was]};
     const service_row after = {&after_.list(), &after_.list().services[is]};
     for (const field &each : service_fields()) {
-      const std::string_view id = id_behind(each.name);
-      if (is_compared(each) && (id.empty() || field_named(id).get(before) != field_named(id).get(after))) {
+      if (is_compared(each) && !groups_.tell(each, *before.service, *after.service)) {
         note(fields, each.name, each.title, each.get(before), each.get(after));
       }
     }
@@ -131,17 +179,19 @@ class service_comparison {
   void note_by_view(std::vector<field_change> &fields, const field &which, const shown_values &was,
                     const shown_values &is) const {
     const bool is_number = which.name == "number";
-    for (std::size_t view = 0; view < after_.views().size(); ++view) {
-      const json before = value_in(was, view);
-      const json after = value_in(is, view);
+    for (const compared_view &view : views_) {
+      const json before = value_in(was, view.before);
+      const json after = value_in(is, view.after);
       if (before != after && (is_number || !(before.is_null() || after.is_null()))) {
-        fields.push_back({which.name, which.title, after_.views()[view].name, before, after});
+        fields.push_back({which.name, which.title, view.name, before, after});
       }
     }
   }
 
   shown_entries before_;
   shown_entries after_;
+  kept_groups groups_;
+  const std::vector<compared_view> &views_;
 };
 
 change change_of(change_kind kind, const line_up_service &service) {
@@ -152,8 +202,10 @@ change change_of(change_kind kind, const line_up_service &service) {
           {}};
 }
 
-std::vector<change> service_changes(const line_up &before, const line_up &after, const pairing &pairs) {
-  const service_comparison comparison(before, after);
+std::vector<change> service_changes(const line_up &before, const line_up &after, const paired_records &paired,
+                                    const std::vector<compared_view> &views) {
+  const service_comparison comparison(before, after, paired, views);
+  const pairing &pairs = paired.services;
   std::vector<change> changes;
   for (const std::size_t added : pairs.added) {
     changes.push_back(change_of(change_kind::added, after.services[added]));
@@ -182,14 +234,6 @@ struct placed_record {
 
 using placed_network = placed_record<line_up_network>;
 using placed_transponder = placed_record<line_up_transponder>;
-
-// A group of one of the tables; a favourite group is known by its place: so are its entries.
-struct placed_group {
-  std::string_view table;
-  int number = 0;  // its id; of a favourite group its place
-  int id = 0;
-  std::string_view name;
-};
 
 change change_of(change_kind kind, const placed_network &network) {
   const auto &[net_index, network_id, name] = network.record;
@@ -221,8 +265,8 @@ change change_of(change_kind kind, const placed_transponder &transponder) {
 change change_of(change_kind kind, const placed_group &group) {
   return {kind,
           "group",
-          fmt::format("{} {}", group.table, group.number),
-          {{"table", group.table}, {"number", group.number}},
+          fmt::format("{} {}", group.table, group.number()),
+          {{"table", group.table}, {"number", group.number()}},
           {}};
 }
 
@@ -238,6 +282,7 @@ void note_fields(std::vector<field_change> &fields, const placed_transponder &be
 void note_fields(std::vector<field_change> &fields, const placed_group &before, const placed_group &after) {
   note(fields, "name", "name", before.name, after.name);
   note(fields, "id", "id", before.id, after.id);
+  note(fields, "place", "place", before.place, after.place);
 }
 
 json name_of(const placed_network &network) { return network.record.name; }
@@ -251,31 +296,6 @@ std::vector<placed_record<Record>> in_list(const line_up &list, const std::vecto
     made.push_back({list, record});
   }
   return made;
-}
-
-std::vector<placed_group> groups_in(const line_up &list) {
-  constexpr std::array<std::string_view, group_kinds> tables = {"provider", "genre", "country"};
-  std::vector<placed_group> made;
-  for (std::size_t kind = 0; kind < group_kinds; ++kind) {
-    for (const line_up_group &group : list.groups[kind].groups) {
-      made.push_back({tables[kind], group.id, group.id, group.name});
-    }
-  }
-  int place = 0;
-  for (const favourite_group &group : list.favourites) {
-    if (group.is_counted) {
-      made.push_back({"favourite group", place++, group.id, group.name});
-    }
-  }
-  return made;
-}
-
-std::vector<std::pair<std::string_view, int>> keys_of(const std::vector<placed_group> &groups) {
-  std::vector<std::pair<std::string_view, int>> keys;
-  for (const placed_group &group : groups) {
-    keys.emplace_back(group.table, group.number);
-  }
-  return keys;
 }
 
 template <class Record>
@@ -309,9 +329,9 @@ class shared_numbers {
   }
 
   // Services that the second line-up lacks are left out.
-  std::vector<std::size_t> row_before(const named_view &view) {
+  std::vector<std::size_t> row_before(const std::vector<line_up_entry> &entries) {
     std::vector<std::size_t> row;
-    for (const line_up_entry &entry : view.entries) {
+    for (const line_up_entry &entry : entries) {
       if (entry.service == nowhere) {
         row.push_back(number_of(unresolved_text(entry)));
       } else if (const auto found = place_after_.find(entry.service); found != place_after_.end()) {
@@ -321,9 +341,9 @@ class shared_numbers {
     return row;
   }
 
-  std::vector<std::size_t> row_after(const named_view &view) {
+  std::vector<std::size_t> row_after(const std::vector<line_up_entry> &entries) {
     std::vector<std::size_t> row;
-    for (const line_up_entry &entry : view.entries) {
+    for (const line_up_entry &entry : entries) {
       row.push_back(entry.service != nowhere ? entry.service : number_of(unresolved_text(entry)));
     }
     return row;
@@ -353,9 +373,9 @@ class shared_numbers {
   std::vector<std::string> entries_;
 };
 
-std::vector<std::string> unresolved_in(const named_view &view) {
+std::vector<std::string> unresolved_in(const std::vector<line_up_entry> &entries) {
   std::vector<std::string> texts;
-  for (const line_up_entry &entry : view.entries) {
+  for (const line_up_entry &entry : entries) {
     if (entry.service == nowhere) {
       texts.push_back(shared_numbers::unresolved_text(entry));
     }
@@ -363,8 +383,8 @@ std::vector<std::string> unresolved_in(const named_view &view) {
   return texts;
 }
 
-void note_moves(std::vector<field_change> &fields, const named_view &before, const named_view &after,
-                shared_numbers &numbers) {
+void note_moves(std::vector<field_change> &fields, const std::vector<line_up_entry> &before,
+                const std::vector<line_up_entry> &after, shared_numbers &numbers) {
   json services = json::array();
   json entries = json::array();
   for (const std::size_t number : moved_between(numbers.row_before(before), numbers.row_after(after))) {
@@ -374,14 +394,16 @@ void note_moves(std::vector<field_change> &fields, const named_view &before, con
   note(fields, "unresolved_moved", "moved", json::array(), entries);
 }
 
-void note_views(std::vector<change> &changes, const line_up &before, const line_up &after, const pairing &services) {
+void note_views(std::vector<change> &changes, const line_up &before, const line_up &after, const pairing &services,
+                const std::vector<compared_view> &views) {
+  static const std::vector<line_up_entry> none;
   shared_numbers numbers(after, services);
   const std::vector<named_view> views_before = views_of(before);
   const std::vector<named_view> views_after = views_of(after);
-  for (std::size_t i = 0; i < std::min(views_before.size(), views_after.size()); ++i) {
-    const named_view &was = views_before[i];
-    const named_view &is = views_after[i];
-    change found = {change_kind::changed, "view", label_of(is.name) + " view", json_of(is.name), {}};
+  for (const compared_view &view : views) {
+    const auto &was = view.before != nowhere ? views_before[view.before].entries : none;
+    const auto &is = view.after != nowhere ? views_after[view.after].entries : none;
+    change found = {change_kind::changed, "view", label_of(view.name) + " view", json_of(view.name), {}};
     note(found.fields, "unresolved", "entries without a service", unresolved_in(was), unresolved_in(is));
     note_moves(found.fields, was, is, numbers);
     if (!found.fields.empty()) {
@@ -402,18 +424,19 @@ void note_settings(std::vector<change> &changes, const line_up_settings &before,
 
 }  // namespace
 
-std::vector<change> differences(const line_up &before, const line_up &after) {
-  const pairing services = pair_services(before, after);
-  std::vector<change> changes = service_changes(before, after, services);
-  note_records(changes, in_list(before, before.networks), in_list(after, after.networks), pair_networks(before, after));
-  note_records(changes, in_list(before, before.transponders), in_list(after, after.transponders),
-               pair_transponders(before, after));
-  note_views(changes, before, after, services);
-  const std::vector<placed_group> groups_before = groups_in(before);
-  const std::vector<placed_group> groups_after = groups_in(after);
-  note_records(changes, groups_before, groups_after, pair_keys(keys_of(groups_before), keys_of(groups_after)));
+std::vector<change> differences(const line_up &before, const line_up &after, const paired_records &pairs) {
+  const std::vector<compared_view> views = views_to_compare(before, after, pairs.views);
+  std::vector<change> changes = service_changes(before, after, pairs, views);
+  note_records(changes, in_list(before, before.networks), in_list(after, after.networks), pairs.networks);
+  note_records(changes, in_list(before, before.transponders), in_list(after, after.transponders), pairs.transponders);
+  note_views(changes, before, after, pairs.services, views);
+  note_records(changes, groups_in(before), groups_in(after), pairs.groups);
   note_settings(changes, before.settings, after.settings);
   return changes;
+}
+
+std::vector<change> differences(const line_up &before, const line_up &after) {
+  return differences(before, after, pair_by_identity(before, after));
 }
 
 }  // namespace chlist

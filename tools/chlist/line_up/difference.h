@@ -9,6 +9,7 @@
 
 #include "chlist/json/json.h"
 #include "chlist/line_up/line_up.h"
+#include "chlist/line_up/pairing.h"
 
 namespace chlist {
 
@@ -31,8 +32,10 @@ struct change {
   std::vector<field_change> fields;
 };
 
-// Services, transponders and networks are paired as the library's finders find them in the second line-up. In list
-// order, services first.
+// Of records that stand for each other. In list order, services first.
+std::vector<change> differences(const line_up &before, const line_up &after, const paired_records &pairs);
+
+// Records stand for each other when the library's finders find them in the second line-up.
 std::vector<change> differences(const line_up &before, const line_up &after);
 
 // {"services": {"added": [...], "removed": [...], "changed": [...]}, "others": [...]}

@@ -2,9 +2,11 @@
 #include "chlist/line_up/pairing.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 #include <map>
+#include <numeric>
 #include <optional>
 #include <tuple>
 #include <utility>
@@ -90,8 +92,6 @@ channel::identity identity_of(const line_up &list, const line_up_transponder &tr
   return {network.net_index, network.network_id, transponder.ts_id, transponder.frequency, 0, transponder.polarisation};
 }
 
-}  // namespace
-
 pairing pair_services(const line_up &before, const line_up &after) {
   transponder_numbers numbers(after);
   const auto key_of = [&numbers](const line_up_service &service) {
@@ -116,6 +116,111 @@ pairing pair_networks(const line_up &before, const line_up &after) {
     return channel::network_key(network.net_index, network.network_id);
   };
   return pair_keys(keys_of(before.networks, key_of), keys_of(after.networks, key_of));
+}
+
+template <class KeyOf>
+pairing pair_groups(const line_up &before, const line_up &after, const KeyOf &key_of) {
+  return pair_keys(keys_of(groups_in(before), key_of), keys_of(groups_in(after), key_of));
+}
+
+// Two arrays place by place.
+pairing pair_places(std::size_t before, std::size_t after) {
+  const auto places = [](std::size_t count) {
+    std::vector<std::size_t> made(count);
+    std::iota(made.begin(), made.end(), std::size_t{0});
+    return made;
+  };
+  return pair_keys(places(before), places(after));
+}
+
+// What services stand below is paired with what the first of them stands below; of several with one, the first is.
+template <class ParentsOf>
+pairing pair_parents(const pairing &children, std::size_t before, std::size_t after, const ParentsOf &parents_of) {
+  std::vector<std::size_t> partners(after, nowhere);
+  std::vector<bool> is_paired(before, false);
+  for (const auto &[was, is] : children.both) {
+    const auto [parent_before, parent_after] = parents_of(was, is);
+    if (partners[parent_after] == nowhere && !is_paired[parent_before]) {
+      partners[parent_after] = parent_before;
+      is_paired[parent_before] = true;
+    }
+  }
+  pairing result;
+  for (std::size_t place = 0; place < after; ++place) {
+    if (partners[place] != nowhere) {
+      result.both.push_back({partners[place], place});
+    } else {
+      result.added.push_back(place);
+    }
+  }
+  for (std::size_t place = 0; place < before; ++place) {
+    if (!is_paired[place]) {
+      result.removed.push_back(place);
+    }
+  }
+  return result;
+}
+
+// The views of favourite groups as their groups; those behind the groups that there are, which a damaged list may have,
+// by their places.
+pairing pair_views(const line_up &before, const line_up &after) {
+  const auto keys = [](const line_up &list) {
+    std::vector<std::pair<std::size_t, std::string_view>> made(view_kinds);
+    for (std::size_t kind = 0; kind < view_kinds; ++kind) {
+      made[kind].first = kind;
+    }
+    for (const favourite_group &group : list.favourites) {
+      made.emplace_back(group.is_counted ? nowhere : made.size(), group.is_counted ? std::string_view(group.name) : "");
+    }
+    return made;
+  };
+  return pair_keys(keys(before), keys(after));
+}
+
+}  // namespace
+
+std::vector<placed_group> groups_in(const line_up &list) {
+  constexpr std::array<std::string_view, group_kinds> tables = {"provider", "genre", "country"};
+  std::vector<placed_group> made;
+  for (std::size_t kind = 0; kind < group_kinds; ++kind) {
+    for (const line_up_group &group : list.groups[kind].groups) {
+      made.push_back({tables[kind], group.id, group.name});
+    }
+  }
+  int place = 0;
+  for (const favourite_group &group : list.favourites) {
+    if (group.is_counted) {
+      made.push_back({"favourite group", group.id, group.name, place++});
+    }
+  }
+  return made;
+}
+
+paired_records pair_by_identity(const line_up &before, const line_up &after) {
+  const auto key_of = [](const placed_group &group) { return std::pair{group.table, group.number()}; };
+  return {.services = pair_services(before, after),
+          .transponders = pair_transponders(before, after),
+          .networks = pair_networks(before, after),
+          .groups = pair_groups(before, after, key_of),
+          .views = pair_places(views_of(before).size(), views_of(after).size())};
+}
+
+paired_records pair_around(pairing services, const line_up &before, const line_up &after) {
+  const auto key_of = [](const placed_group &group) { return std::pair{group.table, group.name}; };
+  paired_records made = {.services = std::move(services),
+                         .transponders = {},
+                         .networks = {},
+                         .groups = pair_groups(before, after, key_of),
+                         .views = pair_views(before, after)};
+  made.transponders = pair_parents(made.services, before.transponders.size(), after.transponders.size(),
+                                   [&](std::size_t was, std::size_t is) {
+                                     return std::pair{before.services[was].transponder, after.services[is].transponder};
+                                   });
+  made.networks = pair_parents(made.transponders, before.networks.size(), after.networks.size(),
+                               [&](std::size_t was, std::size_t is) {
+                                 return std::pair{before.transponders[was].network, after.transponders[is].network};
+                               });
+  return made;
 }
 
 }  // namespace chlist

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <string_view>
 #include <vector>
 
 #include "chlist/line_up/line_up.h"
@@ -45,10 +46,34 @@ pairing pair_keys(const std::vector<Key> &before, const std::vector<Key> &after)
   return result;
 }
 
-// As the library's finder finds them in the second line-up, its tolerance of frequencies included.
-pairing pair_services(const line_up &before, const line_up &after);
-pairing pair_transponders(const line_up &before, const line_up &after);
-// By network index and original network id.
-pairing pair_networks(const line_up &before, const line_up &after);
+// A group of one of the tables. A favourite group that a channel file has no group for is none.
+struct placed_group {
+  std::string_view table;  // "provider", "genre", "country" or "favourite group"
+  int id = 0;
+  std::string_view name;
+  int place = -1;  // of a favourite group, which is known by it; others are known by their ids
+
+  [[nodiscard]] int number() const { return place >= 0 ? place : id; }
+};
+
+std::vector<placed_group> groups_in(const line_up &list);
+
+// The records of two line-ups that stand for each other, places in their arrays; groups are those of groups_in(), views
+// those of views_of().
+struct paired_records {
+  pairing services;
+  pairing transponders;
+  pairing networks;
+  pairing groups;
+  pairing views;
+};
+
+// Services and transponders as the library's finder finds them in the second line-up, its tolerance of frequencies
+// included; networks by index and original network id, groups by id, favourite groups by place.
+paired_records pair_by_identity(const line_up &before, const line_up &after);
+
+// Of services that are paired already, whatever became of their identities: the transponders and networks that they
+// stand below. Groups go by their names, and the views of favourite groups with them.
+paired_records pair_around(pairing services, const line_up &before, const line_up &after);
 
 }  // namespace chlist

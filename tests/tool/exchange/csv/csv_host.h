@@ -8,8 +8,6 @@
 #include <vector>
 
 #include "chlist/exchange/csv/csv_line_up.h"
-#include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/list_exchange.h"
 #include "tool/exchange/line_ups.h"
 
 namespace tool_test::csv {
@@ -29,18 +27,18 @@ class CsvLineUp : public tool_test::line_up_test {
   // The line-up through the list in memory and a file.
   line_up through_a_file(const line_up &given, const std::string &columns = "") {
     EXPECT_TRUE(fill_list(given, lost).is_whole());
-    const line_up taken = take_line_up(list, lost);
-    const std::string text = write_csv(taken, {.columns = columns, .url = "", .is_by_favourites = false}, lost)[0].text;
+    const std::string text = text_of(tool_test::taken(list), columns);
     EXPECT_TRUE(fill_list(read(text), lost).is_whole());
-    return take_line_up(list, lost);
+    return tool_test::taken(list);
+  }
+
+  static std::string text_of(const line_up &given, const std::string &columns = "") {
+    return write_csv(given, {.columns = columns, .url = "", .is_by_favourites = false}).files.at(0).text;
   }
 
   // What the chosen columns do not carry of a list.
-  row_list losses_of_columns(const line_up &given, const std::string &columns) {
-    chlist::loss_counts of_writing;
-    fill_list(given, lost);
-    write_csv(take_line_up(list, lost), {.columns = columns, .url = "", .is_by_favourites = false}, of_writing);
-    return losses(of_writing);
+  static row_list losses_of_columns(const line_up &given, const std::string &columns) {
+    return losses(tool_test::export_of(given, "csv", {.columns = columns, .url = "", .is_by_favourites = false}).lost);
   }
 
   std::string refusal(const std::string &text) {

@@ -25,8 +25,7 @@ using library_list = std::unique_ptr<dvb_file, free_file>;
 class Dvbv5Library : public testing::Test {
  protected:
   library_list read_by_library(const line_up &list) const {
-    loss_counts lost;
-    test_support::write_file(path, chlist::write_dvbv5(list, lost).at(0).text);
+    test_support::write_file(path, chlist::write_dvbv5(list, {}).files.at(0).text);
     return library_list(dvb_read_file_format(path.c_str(), SYS_DVBS, FILE_DVBV5));
   }
 
@@ -111,7 +110,7 @@ TEST_F(Dvbv5Library, WhatItWritesIsRead) {
   ASSERT_EQ(dvb_write_file(path.c_str(), read_by_library(list).get()), 0);
 
   loss_counts lost;
-  const line_up read = chlist::read_dvbv5(path, lost);
+  const line_up read = chlist::read_dvbv5(chlist::source_at(path), lost);
 
   ASSERT_TRUE(read.skipped.empty()) << read.skipped.front().line << ": " << read.skipped.front().reason;
   ASSERT_EQ(read.services.size(), list.services.size());

@@ -22,9 +22,6 @@ inline line_up parse(std::string_view text) {
   return chlist::parse_dvbv5(text, lost);
 }
 
-inline std::string written(const line_up &list) {
-  loss_counts lost;
-  return chlist::write_dvbv5(list, lost).at(0).text;
-}
+inline std::string written(const line_up &list) { return chlist::write_dvbv5(list, {}).files.at(0).text; }
 
 }  // namespace tool_test::dvbv5

@@ -20,9 +20,10 @@ TEST(LamedbFile, AFolderOrTheFileInItIsRead) {
   }
   loss_counts lost;
 
-  EXPECT_EQ(chlist::read_lamedb(dir.path(), lost).services.at(0).number, chlist::channel_number{1});
-  EXPECT_EQ(chlist::read_lamedb(dir.path() + "lamedb", lost).services.at(0).number, chlist::channel_number{1});
-  EXPECT_EQ(chlist::read_lamedb5(dir.path(), lost).services.size(), 1U);
+  EXPECT_EQ(chlist::read_lamedb(chlist::source_at(dir.path()), lost).services.at(0).number, chlist::channel_number{1});
+  EXPECT_EQ(chlist::read_lamedb(chlist::source_at(dir.path() + "lamedb"), lost).services.at(0).number,
+            chlist::channel_number{1});
+  EXPECT_EQ(chlist::read_lamedb5(chlist::source_at(dir.path()), lost).services.size(), 1U);
   EXPECT_TRUE(chlist::is_like_lamedb4(dir.path(), ""));
   EXPECT_FALSE(chlist::is_like_lamedb5(dir.path(), ""));
   EXPECT_FALSE(chlist::is_like_lamedb3(dir.path(), ""));
@@ -37,8 +38,8 @@ TEST(LamedbFile, TheVersionDecidesWhichFileOfAFolderIsRead) {
   test_support::write_file(dir.path() + "lamedb5", written_folder(list_of({plain_service(5)}), 5)["lamedb5"]);
   loss_counts lost;
 
-  EXPECT_EQ(chlist::read_lamedb(dir.path(), lost).services.at(0).name, "A4");
-  EXPECT_EQ(chlist::read_lamedb5(dir.path(), lost).services.at(0).name, "A5");
+  EXPECT_EQ(chlist::read_lamedb(chlist::source_at(dir.path()), lost).services.at(0).name, "A4");
+  EXPECT_EQ(chlist::read_lamedb5(chlist::source_at(dir.path()), lost).services.at(0).name, "A5");
 }
 
 TEST(LamedbFile, ErrorsNameTheFile) {
@@ -46,17 +47,17 @@ TEST(LamedbFile, ErrorsNameTheFile) {
   loss_counts lost;
   const auto error_of_path = [&](const std::string &path) {
     try {
-      chlist::read_lamedb(path, lost);
+      chlist::read_lamedb(chlist::source_at(path), lost);
     } catch (const std::runtime_error &error) {
       return std::string(error.what());
     }
     return std::string();
   };
 
-  EXPECT_EQ(error_of_path(dir.path()), dir.path() + ": neither lamedb nor lamedb5 is in it");
+  EXPECT_EQ(error_of_path(dir.path()), "neither lamedb nor lamedb5 is in it");
   EXPECT_EQ(error_of_path(dir.path() + "lamedb"), dir.path() + "lamedb: cannot be read");
   test_support::write_file(dir.path() + "lamedb", "eDVB services /9/\n");
-  EXPECT_EQ(error_of_path(dir.path()), dir.path() + "lamedb: lamedb of version '9': only 3, 4 and 5 are known");
+  EXPECT_EQ(error_of_path(dir.path()), "lamedb: lamedb of version '9': only 3, 4 and 5 are known");
 }
 
 }  // namespace

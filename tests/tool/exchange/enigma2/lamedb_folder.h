@@ -22,8 +22,7 @@ inline folder folder_of(const std::vector<chlist::made_file> &files) {
 }
 
 inline folder written_folder(const chlist::line_up &list, int version = 4) {
-  chlist::loss_counts lost;
-  return folder_of(chlist::write_lamedb(list, version, lost));
+  return folder_of(chlist::write_lamedb(list, version).files);
 }
 
 inline chlist::line_up read_folder(const folder &files, chlist::loss_counts &lost) {

@@ -10,10 +10,12 @@
 #include <string>
 
 #include "tool/exchange/enigma2/lamedb_folder.h"
+#include "tool/exchange/line_ups.h"
 
 namespace {
 
 using namespace tool_test::enigma2;
+using tool_test::row_list;
 
 TEST(LamedbWriter, Version4IsThreeLinesForAService) {
   line_up_service service = plain_service(0xBB9);
@@ -81,15 +83,11 @@ TEST(LamedbWriter, SourcesWithoutAPositionGetFreeOnes) {
   list.services[3].source = "Network";
   list.services[4].source = "Other";
   list.services[4].fields.net_index = 7;
-  loss_counts lost;
-
-  chlist::write_lamedb(list, 4, lost);
 
   const line_up read = read_folder(written_folder(list));
   texts sources;
   std::ranges::transform(read.services, std::back_inserter(sources), &line_up_service::source);
   EXPECT_EQ(sources, (texts{"S0.2E", "S0.1E", "S0.3E", "S0.2E", "S0.4E"}));
-  EXPECT_EQ(count_of(lost, "network names and positions"), 4U);
 }
 
 TEST(LamedbWriter, TranspondersOfTheSameIdsAreToldApartByTheirNamespace) {
@@ -105,42 +103,42 @@ TEST(LamedbWriter, TranspondersOfTheSameIdsAreToldApartByTheirNamespace) {
   EXPECT_NE(written_folder(list)["lamedb"].find("00c02c51:07da:009e\n"), std::string::npos);
 }
 
-TEST(LamedbWriter, ThereIsNothingToLoseOfAPlainServiceButWhatIsAssumed) {
-  loss_counts lost;
-
-  chlist::write_lamedb(list_of({plain_service(1)}), 5, lost);
-
-  ASSERT_EQ(lost.rows().size(), 1U);
-  EXPECT_EQ(lost.rows()[0].what, "symbol rates and the like (assumed: the list has none)");
+// What an export of one service loses beside its tuning.
+row_list losses_of(const line_up_service &service) {
+  row_list rows = tool_test::losses(tool_test::export_of(list_of({service}), "lamedb5").lost);
+  EXPECT_EQ(rows.at(0), "symbol rate and modulation: 1");
+  rows.erase(rows.begin());
+  return rows;
 }
 
-TEST(LamedbWriter, EveryLossIsCounted) {
+using LamedbLosses = tool_test::line_up_test;
+
+TEST_F(LamedbLosses, ThereIsNothingToLoseOfAPlainServiceButWhatIsAssumed) {
+  EXPECT_EQ(losses_of(plain_service(1)), row_list{});
+}
+
+TEST_F(LamedbLosses, EveryLossIsCounted) {
   const struct {
-    const char *what;
+    row_list losses;
     void (*change)(line_up_service &service);
   } cases[] = {
-      {"second names", [](line_up_service &s) { s.short_name = "s"; }},
-      {"skip marks", [](line_up_service &s) { s.fields.flag = CHANNEL_FLAG_SKIP; }},
-      {"names with line ends", [](line_up_service &s) { s.name = "a\nb"; }},
-      {"names with quotation marks", [](line_up_service &s) { s.name = "\"a\""; }},
-      {"providers with commas or line ends", [](line_up_service &s) { s.provider = "a,b"; }},
-      {"service types that are read as television or radio", [](line_up_service &s) { s.fields.service_type = 25; }},
-      {"PIDs outside 1..8191", [](line_up_service &s) { s.fields.pcr_pid = 0; }},
-      {"frequencies outside the format's range", [](line_up_service &s) { s.fields.frequency = -1; }},
-      {"polarisations", [](line_up_service &s) { s.fields.polarisation = 2; }},
-      {"network names and positions", [](line_up_service &s) { s.source = "S19E2"; }},
-      {"network indexes", [](line_up_service &s) { s.fields.net_index = 2; }},
+      {{"short_name: 1"}, [](line_up_service &s) { s.short_name = "s"; }},
+      {{"skipped: 1"}, [](line_up_service &s) { s.fields.flag = CHANNEL_FLAG_SKIP; }},
+      {{"name: 1"}, [](line_up_service &s) { s.name = "\"a\""; }},
+      {{"provider: 1", "provider group: 1"}, [](line_up_service &s) { s.provider = "a,b"; }},
+      {{"type: 1", "entries that come up in the TV view: 1"}, [](line_up_service &s) { s.fields.service_type = 25; }},
+      {{"pcr_pid: 1"}, [](line_up_service &s) { s.fields.pcr_pid = 0; }},
+      {{"frequency: 1", "frequency of a transponder: 1"}, [](line_up_service &s) { s.fields.frequency = -1; }},
+      {{"polarisation: 1"}, [](line_up_service &s) { s.fields.polarisation = 2; }},
+      {{"name of a network: 1"}, [](line_up_service &s) { s.source = "S19E2"; }},
+      {{"net_index: 1"}, [](line_up_service &s) { s.fields.net_index = 2; }},
   };
 
   for (const auto &each : cases) {
     line_up_service service = plain_service(1);
     each.change(service);
-    loss_counts lost;
 
-    chlist::write_lamedb(list_of({service}), 5, lost);
-
-    EXPECT_EQ(count_of(lost, each.what), 1U) << each.what;
-    EXPECT_EQ(lost.rows().size(), 2U) << each.what;
+    EXPECT_EQ(losses_of(service), each.losses);
   }
 }
 

@@ -22,11 +22,16 @@ using tool_test::service_named;
 
 class M3uWriter : public tool_test::line_up_test {
  protected:
-  std::string text_of(const line_up &made, const std::string &url = "", bool is_by_favourites = false) {
-    return write_m3u(made, {.columns = "", .url = url, .is_by_favourites = is_by_favourites}, lost).at(0).text;
+  static std::string text_of(const line_up &made, const std::string &url = "", bool is_by_favourites = false) {
+    return write_m3u(made, {.columns = "", .url = url, .is_by_favourites = is_by_favourites}).files.at(0).text;
   }
 
-  std::string refusal(const std::string &url) {
+  static row_list losses_of(const line_up &made, const std::string &url = "", bool is_by_favourites = false) {
+    return losses(
+        tool_test::export_of(made, "m3u", {.columns = "", .url = url, .is_by_favourites = is_by_favourites}).lost);
+  }
+
+  static std::string refusal(const std::string &url) {
     try {
       text_of({}, url);
     } catch (const std::runtime_error &error) {
@@ -68,8 +73,8 @@ TEST_F(M3uWriter, GroupsMayBeTheFavourites) {
   EXPECT_EQ(text_of(made, "x", true), "#EXTM3U\n"
                                       "#EXTINF:-1 tvg-name=\"News\" group-title=\"Mine;Yours\",News\nx\n"
                                       "#EXTINF:-1 tvg-name=\"Films\",Films\nx\n");
-  EXPECT_EQ(losses(lost), (row_list{"network ids: 2", "transport stream ids: 2", "frequencies: 2", "service ids: 2",
-                                    "providers: 1", "network names: 2", "service types: 2"}));
+  EXPECT_EQ(losses_of(made, "x", true), (row_list{"type: 2", "provider: 1", "network_name: 2", "net_index: 2",
+                                                  "network_id: 2", "ts_id: 2", "frequency: 2", "service_id: 2"}));
 }
 
 TEST_F(M3uWriter, TheAddressFollowsItsTemplate) {
@@ -91,23 +96,21 @@ TEST_F(M3uWriter, WhatTheAddressSaysIsNoLoss) {
   service.fields.net_index = 3;
   const line_up given = line_up_of({service});
 
-  text_of(given, "{network_id}{ts_id:x}{frequency}{service_id}{polarisation}{net_index}");
-  EXPECT_EQ(losses(lost), (row_list{"network names: 1", "service types: 1"}));
-
-  lost = {};
-  text_of(given);
-  EXPECT_EQ(losses(lost), (row_list{"frequencies: 1", "network names: 1", "service types: 1", "polarisations: 1",
-                                    "network indexes: 1"}));
+  EXPECT_EQ(losses_of(given, "{network_id}{ts_id:x}{frequency}{service_id}{polarisation}{net_index}"),
+            (row_list{"type: 1", "network_name: 1"}));
+  EXPECT_EQ(losses_of(given),
+            (row_list{"type: 1", "network_name: 1", "net_index: 1", "frequency: 1", "polarisation: 1"}));
 }
 
-TEST_F(M3uWriter, AServiceOutsideTheAllViewIsCounted) {
-  line_up_service hidden = service_named("News", 1);
-  hidden.is_listed = false;
+TEST_F(M3uWriter, WhatIsInNoEntryIsCounted) {
+  fill_list(line_up_of({service_named("News", 1)}), lost);
+  test_support::append_entry(VIEW_USER, list.vch[0]);
+  test_support::append_entry(VIEW_PROMOTION, list.vch[0]);
+  list.use_tuner = 2;
 
-  text_of(line_up_of({hidden}));
-
-  EXPECT_EQ(losses(lost),
-            (row_list{"frequencies: 1", "services outside the ALL view: 1", "network names: 1", "service types: 1"}));
+  EXPECT_EQ(losses(tool_test::export_of(list, "m3u").lost),
+            (row_list{"type: 1", "network_name: 1", "net_index: 1", "frequency: 1", "entries of the USER view: 1",
+                      "entries of the promotion view: 1", "setting: tuner: 1"}));
 }
 
 TEST_F(M3uWriter, ATemplateOfUnknownFieldsIsRefused) {

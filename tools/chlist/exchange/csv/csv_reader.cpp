@@ -8,13 +8,12 @@
 #include <unordered_set>
 #include <utility>
 
+#include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/csv/csv.h"
 #include "chlist/exchange/csv/csv_columns.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/field_reading.h"
-#include "chlist/exchange/service_losses.h"
 #include "chlist/fields/pids.h"
-#include "chlist/files/input_file.h"
 
 namespace chlist {
 namespace {
@@ -168,15 +167,7 @@ line_up line_up_of_csv(std::string_view text, loss_counts &lost) {
   return row_reader(rows, lost).read();
 }
 
-line_up read_csv(const std::filesystem::path &path, loss_counts &lost) {
-  try {
-    return line_up_of_csv(read_input_file(path), lost);
-  } catch (const std::runtime_error &error) {
-    const std::string_view why = error.what();
-    throw std::runtime_error(why.starts_with(path.string()) ? std::string(why)
-                                                            : fmt::format("{}: {}", path.string(), why));
-  }
-}
+line_up read_csv(const list_source &from, loss_counts &lost) { return line_up_of_csv(from.text, lost); }
 
 // A header that names what services are known by, or a name that says so.
 bool is_like_csv(const std::filesystem::path &path, std::string_view beginning) {

@@ -1,16 +1,13 @@
 // Values are those of the table of fields.
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
-#include <limits>
+#include <numeric>
 #include <string>
-#include <unordered_set>
 #include <utility>
 
 #include "chlist/exchange/csv/csv.h"
 #include "chlist/exchange/csv/csv_columns.h"
 #include "chlist/exchange/csv/csv_line_up.h"
-#include "chlist/exchange/service_traits.h"
 
 namespace chlist {
 namespace {
@@ -96,65 +93,24 @@ class writer {
   std::vector<placed> entries_;  // of ALL, by service
 };
 
-// A minor number is read behind its major one only.
-std::vector<trait> traits_carried(const columns &written) {
-  std::vector<trait> carried;
-  for (const field *each : written) {
-    if (each->name != "minor" || is_among(written, "number")) {
-      const std::vector<trait> traits = traits_of(*each);
-      carried.insert(carried.end(), traits.begin(), traits.end());
-    }
-  }
-  return carried;
-}
-
-// A list may hold values that no field takes: a PID of 9000, a frequency of 0.
-bool has_refused_value(const service_row &row, const columns &written) {
-  return std::ranges::any_of(written, [&row](const field *each) {
-    const json value = each->set_number != nullptr ? each->get(row) : json();
-    return value.is_integer() && !number_from(each->values, text_of_value(value));
-  });
-}
-
-void count_services(const line_up &list, const columns &written, loss_counts &lost) {
-  constexpr std::int64_t largest_frequency = std::numeric_limits<std::uint32_t>::max();
-  for (const line_up_service &service : list.services) {
-    const std::int64_t frequency = service.fields.frequency;
-    lost.leave_out("services that an import refuses for a value outside its range",
-                   has_refused_value({&list, &service}, written) ? 1 : 0);
-    lost.add("frequencies outside 0..4294967295", frequency < 0 || frequency > largest_frequency ? 1 : 0);
-    lost.add("network indexes of 0", service.fields.net_index == 0 ? 1 : 0);
-  }
-}
-
-// Groups come up, and their entries follow each other, in the order of the services.
-void count_favourites(const line_up &list, loss_counts &lost) {
-  std::unordered_set<std::string_view> names;
-  for (const favourite_group &group : list.favourites) {
-    lost.add("favourite groups of one name, which become one", names.insert(group.name).second ? 0 : 1);
-    lost.add("favourite groups without services", group.entries.empty() ? 1 : 0);
-    lost.add("favourite groups without a name, or with ';' in it",
-             group.name.empty() || group.name.find(csv_group_separator) != std::string::npos ? 1 : 0);
-    lost.add("favourite groups in an order of their own",
-             std::ranges::is_sorted(group.entries, {}, &line_up_entry::service) ? 0 : 1);
-  }
-  const auto first = [](const favourite_group &group) {
-    return group.entries.empty() ? std::size_t{0} : group.entries.front().service;
-  };
-  lost.add("places of favourite groups among each other",
-           std::ranges::is_sorted(list.favourites, {}, first) ? 0 : list.favourites.size());
+// Whether the columns tell what services are known by, so that an import takes them.
+bool can_be_read(const columns &written) {
+  return std::ranges::all_of(csv_columns(),
+                             [&](const csv_column &each) { return !each.is_needed || is_among(written, each.name); });
 }
 
 }  // namespace
 
-std::vector<made_file> write_csv(const line_up &list, const write_options &options, loss_counts &lost) {
-  const columns written = chosen(options.columns);
-  count_uncarried(list, traits_carried(written), lost);
-  count_services(list, written, lost);
-  if (is_among(written, favourites_column)) {
-    count_favourites(list, lost);
+written_list write_csv(const line_up &list, const write_options &options) {
+  const columns shown = chosen(options.columns);
+  written_list result;
+  result.files = {{"", writer(list).write(shown)}};
+  result.services.resize(list.services.size());
+  std::iota(result.services.begin(), result.services.end(), std::size_t{0});
+  if (!can_be_read(shown)) {
+    result.carried = shown;
   }
-  return {{"", writer(list).write(written)}};
+  return result;
 }
 
 }  // namespace chlist

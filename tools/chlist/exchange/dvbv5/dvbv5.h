@@ -8,17 +8,16 @@
 
 #include <filesystem>
 #include <string_view>
-#include <vector>
 
+#include "chlist/exchange/list_source.h"
 #include "chlist/exchange/loss_counts.h"
-#include "chlist/exchange/made_files.h"
 
 namespace chlist {
 
 line_up parse_dvbv5(std::string_view text, loss_counts &lost);
 
-line_up read_dvbv5(const std::filesystem::path &path, loss_counts &lost);
-std::vector<made_file> write_dvbv5(const line_up &list, loss_counts &lost);
+line_up read_dvbv5(const list_source &from, loss_counts &lost);
+written_list write_dvbv5(const line_up &list, const write_options &options);
 
 // The first line that is neither blank nor a comment begins a section.
 bool is_like_dvbv5(const std::filesystem::path &path, std::string_view beginning);

@@ -7,7 +7,6 @@
 #include "chlist/exchange/dvbv5/dvbv5_section.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/files/input_file.h"
 
 namespace chlist {
 namespace {
@@ -107,9 +106,7 @@ line_up parse_dvbv5(std::string_view text, loss_counts &lost) {
   return made.take();
 }
 
-line_up read_dvbv5(const std::filesystem::path &path, loss_counts &lost) {
-  return parse_dvbv5(read_input_file(path), lost);
-}
+line_up read_dvbv5(const list_source &from, loss_counts &lost) { return parse_dvbv5(from.text, lost); }
 
 bool is_like_dvbv5(const std::filesystem::path & /*path*/, std::string_view beginning) {
   text_lines lines(beginning);

@@ -5,8 +5,8 @@
 #include <iterator>
 #include <limits>
 
+#include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/field_reading.h"
-#include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {

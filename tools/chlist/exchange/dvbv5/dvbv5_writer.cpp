@@ -8,10 +8,9 @@
 #include <string>
 #include <unordered_map>
 
+#include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/reception.h"
-#include "chlist/exchange/service_losses.h"
-#include "chlist/exchange/service_traits.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {
@@ -45,26 +44,6 @@ bool is_number(const channel_number &number) {
 
 bool has_number(const line_up_service &service) { return service.number && service.is_listed; }
 
-// Of some of these a section says less than the list; that is the table's.
-constexpr trait carried[] = {trait::network_id,   trait::transport_id, trait::frequency, trait::service_id,
-                             trait::number,       trait::minor_number, trait::name,      trait::source,
-                             trait::service_type, trait::polarisation, trait::video_pid, trait::audio_pid,
-                             trait::net_index};
-
-constexpr service_loss losses[] = {
-    {"names with brackets, line ends or blanks in front, or \"CHANNEL\"",
-     [](const line_up_service &s) {
-       return !s.name.empty() && (section_name(s.name) != s.name || s.name == "CHANNEL");
-     }},
-    {"numbers below 0", [](const line_up_service &s) { return has_number(s) && !is_number(*s.number); }},
-    {"service types other than the streams tell",
-     [](const line_up_service &s) { return s.fields.service_type != service_type_by_streams(s.fields); }},
-    {"PIDs outside 1..8191",
-     [](const line_up_service &s) { return is_odd_pid(s.fields.video_pid) || is_odd_pid(s.fields.audio_pid); }},
-    {"frequencies outside the format's range", [](const line_up_service &s) { return !is_frequency(s); }},
-    {"polarisations", [](const line_up_service &s) { return s.fields.polarisation > (is_satellite(s) ? 1 : 0); }},
-};
-
 // Satellites that no number tells apart get the smallest that is free, when there are several.
 class satellite_numbers {
  public:
@@ -77,10 +56,8 @@ class satellite_numbers {
     number_the_others();
   }
 
+  // None of the only one, and of those for which none is left.
   [[nodiscard]] std::optional<int> of(const std::string &source) const { return numbers_.at(source); }
-
-  // Whether there are others, and no number was left.
-  [[nodiscard]] bool lacks_number(const std::string &source) const { return numbers_.size() > 1 && !of(source); }
 
  private:
   void add(const std::string &source, std::optional<int> number) {
@@ -130,7 +107,7 @@ std::string_view assumed_settings(delivery by) {
 
 class writer {
  public:
-  writer(const line_up &list, loss_counts &lost) : satellites_(list), lost_(lost) {}
+  explicit writer(const line_up &list) : satellites_(list) {}
 
   void write(const line_up_service &service) {
     const channel_st &fields = service.fields;
@@ -145,7 +122,6 @@ class writer {
     write_tuning(service);
   }
 
-  std::vector<std::string> take_sources() { return std::move(sources_); }
   std::string take_text() { return std::move(text_); }
 
  private:
@@ -170,33 +146,28 @@ class writer {
     if (from.by == delivery::satellite) {
       line("\tPOLARIZATION = {}\n", service.fields.polarisation == 0 ? "HORIZONTAL" : "VERTICAL");
       from.satellite_number = satellites_.of(service.source);
-      lost_.add("satellites beyond 256, which no number tells apart", satellites_.lacks_number(service.source) ? 1 : 0);
     }
     if (from.satellite_number) {
       line("\tSAT_NUMBER = {}\n", *from.satellite_number);
     }
     line("{}\n", assumed_settings(from.by));
-    sources_.push_back(source_of(from));
   }
 
   satellite_numbers satellites_;
-  loss_counts &lost_;
-  std::vector<std::string> sources_;  // as reading gives them
   std::string text_;
 };
 
 }  // namespace
 
-std::vector<made_file> write_dvbv5(const line_up &list, loss_counts &lost) {
-  count_uncarried(list, carried, lost);
-  count_losses(list, losses, lost);
-  lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
-  writer made(list, lost);
+written_list write_dvbv5(const line_up &list, const write_options & /*options*/) {
+  writer made(list);
+  written_list result;
   for (const line_up_service &service : list.services) {
+    result.services.push_back(result.services.size());
     made.write(service);
   }
-  count_source_losses(list, made.take_sources(), lost);
-  return {{"", made.take_text()}};
+  result.files = {{"", made.take_text()}};
+  return result;
 }
 
 }  // namespace chlist

@@ -14,8 +14,8 @@
 
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/service_reference.h"
+#include "chlist/exchange/list_source.h"
 #include "chlist/exchange/loss_counts.h"
-#include "chlist/exchange/made_files.h"
 
 namespace chlist {
 
@@ -25,7 +25,6 @@ line_up with_bouquets(const folder_files &files, lamedb_services services, loss_
 void read_blacklist(const folder_files &files, lamedb_services &services, loss_counts &lost);
 
 // references: what each service is called.
-std::vector<made_file> write_bouquets(const line_up &list, std::span<const service_reference> references,
-                                      loss_counts &lost);
+std::vector<made_file> write_bouquets(const line_up &list, std::span<const service_reference> references);
 
 }  // namespace chlist

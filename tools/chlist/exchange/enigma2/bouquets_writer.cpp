@@ -15,8 +15,7 @@ constexpr std::string_view hidden_numbered_marker = "#SERVICE 1:832:D:0:0:0:0:0:
 
 class writer {
  public:
-  writer(const line_up &list, std::span<const service_reference> references, loss_counts &lost)
-      : list_(list), references_(references), lost_(lost), numbers_read_(list.services.size(), 0) {}
+  writer(const line_up &list, std::span<const service_reference> references) : list_(list), references_(references) {}
 
   std::vector<made_file> write() {
     write_all();
@@ -40,9 +39,6 @@ class writer {
     for (std::size_t i = 0; i < list_.services.size(); ++i) {
       if (list_.services[i].is_listed) {
         text += gap_before(list_.services[i]) + "#SERVICE " + line_of(i);
-        numbers_read_[i] = last_number_;
-      } else {
-        lost_.add("numbers of services outside the ALL view", list_.services[i].number ? 1 : 0);
       }
     }
     add_bouquet(television_, 1, std::string(file_of_all), std::move(text));
@@ -58,7 +54,6 @@ class writer {
       }
     }
     ++last_number_;
-    lost_.add("numbers that do not rise, or have a minor part", wanted != channel_number{last_number_} ? 1 : 0);
     return text;
   }
 
@@ -66,16 +61,9 @@ class writer {
     const bool is_radio = !group.entries.empty() && std::ranges::all_of(group.entries, [&](const auto &entry) {
       return list_.services[entry.service].fields.service_type == SERVICE_TYPE_RADIO;
     });
-    const std::string name = in_one_line(group.name);
-    lost_.add("favourite group names with line ends", name != group.name ? 1 : 0);
-    lost_.add("places of favourite groups among those of radio alone", !is_radio && has_radio_groups_ ? 1 : 0);
-    has_radio_groups_ = has_radio_groups_ || is_radio;
-    std::string text = fmt::format("#NAME {}\n", name);
+    std::string text = fmt::format("#NAME {}\n", in_one_line(group.name));
     for (const line_up_entry &entry : group.entries) {
       text += "#SERVICE " + line_of(entry.service);
-      const bool is_own =
-          entry.number == channel_number{} || entry.number == channel_number{numbers_read_[entry.service]};
-      lost_.add("numbers of favourites", is_own ? 0 : 1);
     }
     add_bouquet(is_radio ? radio_ : television_, is_radio ? 2 : 1,
                 fmt::format("userbouquet.favourites_{:02}.{}", ++groups_, is_radio ? "radio" : "tv"), std::move(text));
@@ -99,11 +87,8 @@ class writer {
 
   const line_up &list_;
   std::span<const service_reference> references_;
-  loss_counts &lost_;
-  std::vector<int> numbers_read_;  // that reading gives each service, 0 for none
   int last_number_ = 0;
   int groups_ = 0;
-  bool has_radio_groups_ = false;
   std::string television_;
   std::string radio_;
   std::vector<made_file> made_;
@@ -111,9 +96,8 @@ class writer {
 
 }  // namespace
 
-std::vector<made_file> write_bouquets(const line_up &list, std::span<const service_reference> references,
-                                      loss_counts &lost) {
-  return writer(list, references, lost).write();
+std::vector<made_file> write_bouquets(const line_up &list, std::span<const service_reference> references) {
+  return writer(list, references).write();
 }
 
 }  // namespace chlist

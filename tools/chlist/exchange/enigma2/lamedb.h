@@ -9,21 +9,14 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "chlist/exchange/enigma2/service_reference.h"
+#include "chlist/exchange/list_source.h"
 #include "chlist/exchange/loss_counts.h"
-#include "chlist/exchange/made_files.h"
 
 namespace chlist {
-
-// A file of a folder by its name; nothing when it is not there.
-using folder_files = std::function<std::optional<std::string>(const std::string &name)>;
 
 // The services of a lamedb, and where each stands by what bouquets call it.
 struct lamedb_services {
@@ -37,16 +30,16 @@ lamedb_services parse_lamedb(std::string_view text, loss_counts &lost);
 // A lamedb with what the other files of its folder say.
 line_up parse_lamedb_folder(std::string_view text, const folder_files &files, loss_counts &lost);
 
-std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost);
+written_list write_lamedb(const line_up &list, int version);
 
 // The rows of the table of formats. What is read is the folder or the file in it, of any version: the rows differ in
 // the file that they prefer in a folder.
-line_up read_lamedb(const std::filesystem::path &path, loss_counts &lost);
-line_up read_lamedb5(const std::filesystem::path &path, loss_counts &lost);
+line_up read_lamedb(const list_source &from, loss_counts &lost);
+line_up read_lamedb5(const list_source &from, loss_counts &lost);
 
 template <int Version>
-std::vector<made_file> write_lamedb(const line_up &list, loss_counts &lost) {
-  return write_lamedb(list, Version, lost);
+written_list write_lamedb(const line_up &list, const write_options & /*options*/) {
+  return write_lamedb(list, Version);
 }
 
 // A folder is of version 4 when there is a lamedb in it, whatever the version that this names.

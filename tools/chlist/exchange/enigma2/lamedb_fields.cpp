@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/field_reading.h"
-#include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {

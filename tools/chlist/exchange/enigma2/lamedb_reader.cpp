@@ -6,13 +6,12 @@
 #include <stdexcept>
 #include <utility>
 
+#include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/enigma2/bouquets.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/lamedb_fields.h"
 #include "chlist/exchange/field_reading.h"
-#include "chlist/exchange/service_losses.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/files/input_file.h"
 
 namespace chlist {
 namespace {
@@ -231,37 +230,28 @@ class lamedb_reader {
   std::unordered_map<transponder_reference, transponder_of_line, transponder_reference::hash> transponders_;
 };
 
-std::optional<std::string> file_in(const fs::path &folder, const std::string &name) {
-  const fs::path path = folder / name;
-  return fs::is_regular_file(path) ? std::optional(read_input_file(path)) : std::nullopt;
-}
-
 constexpr std::array<const char *, 2> names_of_version_4 = {"lamedb", "lamedb5"};
 constexpr std::array<const char *, 2> names_of_version_5 = {"lamedb5", "lamedb"};
 
-// Of a folder, the first of the two files that is there.
-fs::path file_to_read(const fs::path &path, const std::array<const char *, 2> &names) {
-  if (!fs::is_directory(path)) {
-    return path;
+line_up parse_file(const std::string &name, std::string_view text, const folder_files &files, loss_counts &lost) {
+  try {
+    return parse_lamedb_folder(text, files, lost);
+  } catch (const std::runtime_error &error) {
+    throw std::runtime_error(name + ": " + error.what());
   }
-  for (const char *name : names) {
-    if (fs::is_regular_file(path / name)) {
-      return path / name;
-    }
-  }
-  throw std::runtime_error(path.string() + ": neither lamedb nor lamedb5 is in it");
 }
 
-line_up read_preferred(const fs::path &path, const std::array<const char *, 2> &names, loss_counts &lost) {
-  const fs::path file = file_to_read(path, names);
-  const std::string text = read_input_file(file);
-  const fs::path folder = file.parent_path();
-  try {
-    return parse_lamedb_folder(
-        text, [&](const std::string &name) { return file_in(folder, name); }, lost);
-  } catch (const std::runtime_error &error) {
-    throw std::runtime_error(file.string() + ": " + error.what());
+// Of a folder, the first of the two files that is there.
+line_up read_preferred(const list_source &from, const std::array<const char *, 2> &names, loss_counts &lost) {
+  if (!from.is_folder) {
+    return parse_lamedb_folder(from.text, from.files, lost);
   }
+  for (const char *name : names) {
+    if (const auto text = from.files(name)) {
+      return parse_file(name, *text, from.files, lost);
+    }
+  }
+  throw std::runtime_error("neither lamedb nor lamedb5 is in it");
 }
 
 bool is_like_version(const fs::path &path, std::string_view beginning, std::string_view version, const char *name) {
@@ -281,8 +271,12 @@ line_up parse_lamedb_folder(std::string_view text, const folder_files &files, lo
   return with_bouquets(files, std::move(services), lost);
 }
 
-line_up read_lamedb(const fs::path &path, loss_counts &lost) { return read_preferred(path, names_of_version_4, lost); }
-line_up read_lamedb5(const fs::path &path, loss_counts &lost) { return read_preferred(path, names_of_version_5, lost); }
+line_up read_lamedb(const list_source &from, loss_counts &lost) {
+  return read_preferred(from, names_of_version_4, lost);
+}
+line_up read_lamedb5(const list_source &from, loss_counts &lost) {
+  return read_preferred(from, names_of_version_5, lost);
+}
 
 bool is_like_lamedb3(const fs::path &path, std::string_view beginning) {
   return !fs::is_directory(path) && is_like_version(path, beginning, "3", "");

@@ -12,12 +12,11 @@
 #include <unordered_set>
 #include <utility>
 
+#include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/enigma2/bouquets.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/lamedb_fields.h"
 #include "chlist/exchange/reception.h"
-#include "chlist/exchange/service_losses.h"
-#include "chlist/exchange/service_traits.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {
@@ -46,34 +45,6 @@ std::string quoted_name(std::string_view name) {
   std::ranges::replace(made, '"', '\'');
   return made;
 }
-
-// Of some of these a lamedb and its bouquets say less than the list; that is counted apart.
-constexpr trait carried[] = {
-    trait::network_id, trait::transport_id, trait::frequency,    trait::service_id,   trait::place_outside_views,
-    trait::number,     trait::minor_number, trait::name,         trait::provider,     trait::source,
-    trait::lock,       trait::scrambling,   trait::service_type, trait::polarisation, trait::video_pid,
-    trait::audio_pid,  trait::pcr_pid,      trait::net_index,    trait::favourites,   trait::favourite_numbers};
-
-constexpr service_loss losses[] = {
-    {"names with line ends", [](const line_up_service &s) { return in_one_line(s.name) != s.name; }},
-    {"providers with commas or line ends",
-     [](const line_up_service &s) { return provider_text(s.provider) != s.provider; }},
-    {"service types that are read as television or radio",
-     [](const line_up_service &s) { return basic_service_type(s.fields.service_type) != s.fields.service_type; }},
-    {"PIDs outside 1..8191",
-     [](const line_up_service &s) {
-       return is_odd_pid(s.fields.video_pid) || is_odd_pid(s.fields.audio_pid) || is_odd_pid(s.fields.pcr_pid);
-     }},
-    {"frequencies outside the format's range", [](const line_up_service &s) { return !is_frequency(s); }},
-    {"polarisations",
-     [](const line_up_service &s) {
-       return s.fields.polarisation > (reception_of(s).by == delivery::satellite ? 1 : 0);
-     }},
-};
-
-constexpr service_loss losses_in_quotation_marks[] = {
-    {"names with quotation marks", [](const line_up_service &s) { return s.name.find('"') != std::string::npos; }},
-};
 
 // Positions of the sources: those that have none get the lowest that are free.
 class positions {
@@ -116,11 +87,8 @@ class lamedb_writer {
   lamedb_writer(const line_up &list, int version) : version_(version), positions_(list) {}
 
   void write(const line_up_service &service) {
-    reception from{reception_of(service).by};
-    if (from.by == delivery::satellite) {
-      from.position = positions_.of(service);
-    }
-    sources_.push_back(source_of(from));
+    const delivery by = reception_of(service).by;
+    const place from = {by, by == delivery::satellite ? positions_.of(service) : 0};
     references_.push_back({transponder_of(service, from), service.fields.service_id});
     write_service(service, references_.back());
   }
@@ -133,14 +101,19 @@ class lamedb_writer {
                        services_);
   }
 
-  [[nodiscard]] const std::vector<std::string> &sources() const { return sources_; }
   [[nodiscard]] const std::vector<service_reference> &references() const { return references_; }
 
  private:
+  // Where a service is received from; the position of a satellite alone.
+  struct place {
+    delivery by;
+    int position;
+  };
+
   // All that tells transponders apart: to a lamedb, the references alone do.
   using identity = std::tuple<std::string, std::uint8_t, std::uint16_t, std::uint16_t, std::int64_t, bool>;
 
-  transponder_reference transponder_of(const line_up_service &service, const reception &from) {
+  transponder_reference transponder_of(const line_up_service &service, const place &from) {
     const channel_st &fields = service.fields;
     const auto [known, is_new] = known_.try_emplace({service.source, fields.net_index, fields.ts_id, fields.network_id,
                                                      fields.frequency, fields.polarisation != 0});
@@ -151,9 +124,9 @@ class lamedb_writer {
     return known->second;
   }
 
-  static std::uint32_t namespace_of(const reception &from) {
+  static std::uint32_t namespace_of(const place &from) {
     if (from.by == delivery::satellite) {
-      return static_cast<std::uint32_t>(*from.position) << 16U;
+      return static_cast<std::uint32_t>(from.position) << 16U;
     }
     return from.by == delivery::cable ? cable_namespace : terrestrial_namespace;
   }
@@ -169,8 +142,7 @@ class lamedb_writer {
     return wanted;
   }
 
-  void write_transponder(const transponder_reference &reference, const line_up_service &service,
-                         const reception &from) {
+  void write_transponder(const transponder_reference &reference, const line_up_service &service, const place &from) {
     const std::string parameters = parameters_of(service, from);
     const char letter = from.by == delivery::satellite ? 's' : from.by == delivery::cable ? 'c' : 't';
     const char *form = version_ == 5 ? "t:{:08x}:{:04x}:{:04x},{}:{}\n" : "{:08x}:{:04x}:{:04x}\n\t{} {}\n/\n";
@@ -179,13 +151,13 @@ class lamedb_writer {
   }
 
   // Version 3 has no flags, which end the parameters of the others.
-  [[nodiscard]] std::string parameters_of(const line_up_service &service, const reception &from) const {
+  [[nodiscard]] std::string parameters_of(const line_up_service &service, const place &from) const {
     const char *flags = version_ == 3 ? "" : ":0";
     const std::int64_t frequency = is_frequency(service) ? service.fields.frequency * unit_per_khz(from.by) : 0;
     switch (from.by) {
       case delivery::satellite:
         return fmt::format("{}:27500000:{}:0:{}:2{}", frequency, service.fields.polarisation != 0 ? 1 : 0,
-                           signed_position(*from.position), flags);
+                           signed_position(from.position), flags);
       case delivery::cable:
         return fmt::format("{}:6900000:2:0:0{}", frequency, flags);
       case delivery::terrestrial:
@@ -225,7 +197,6 @@ class lamedb_writer {
   positions positions_;
   std::map<identity, transponder_reference> known_;
   std::set<transponder_reference> used_;
-  std::vector<std::string> sources_;  // as reading gives them
   std::vector<service_reference> references_;
   std::string transponders_;
   std::string services_;
@@ -233,21 +204,16 @@ class lamedb_writer {
 
 }  // namespace
 
-std::vector<made_file> write_lamedb(const line_up &list, int version, loss_counts &lost) {
-  count_uncarried(list, carried, lost);
-  count_losses(list, losses, lost);
-  if (version == 5) {
-    count_losses(list, losses_in_quotation_marks, lost);
-  }
-  lost.add("symbol rates and the like (assumed: the list has none)", list.services.size());
+written_list write_lamedb(const line_up &list, int version) {
   lamedb_writer made(list, version);
+  written_list result;
   for (const line_up_service &service : list.services) {
+    result.services.push_back(result.services.size());
     made.write(service);
   }
-  count_source_losses(list, made.sources(), lost);
-  std::vector<made_file> files = write_bouquets(list, made.references(), lost);
-  files.insert(files.begin(), {version == 5 ? "lamedb5" : "lamedb", made.text()});
-  return files;
+  result.files = write_bouquets(list, made.references());
+  result.files.insert(result.files.begin(), {version == 5 ? "lamedb5" : "lamedb", made.text()});
+  return result;
 }
 
 }  // namespace chlist

@@ -9,7 +9,6 @@
 #include <string>
 #include <utility>
 
-#include "chlist/exchange/service_traits.h"
 #include "chlist/report.h"
 #include "chlist/text/utf8.h"
 
@@ -103,16 +102,10 @@ std::string url_of(const line_up &list, const line_up_service &service, const st
 }
 
 // Quotes end a value and lines end an entry; there are no escapes.
-std::string harmless_value(std::string_view text, loss_counts &lost) {
-  std::string value(text);
-  bool is_changed = false;
+std::string harmless_value(std::string value) {
   for (char &c : value) {
-    if (c == '"' || static_cast<unsigned char>(c) < ' ') {
-      c = c == '"' ? '\'' : ' ';
-      is_changed = true;
-    }
+    c = c == '"' ? '\'' : static_cast<unsigned char>(c) < ' ' ? ' ' : c;
   }
-  lost.add("quotes and controls in names", is_changed ? 1 : 0);
   return value;
 }
 
@@ -135,24 +128,23 @@ std::string number_text(channel_number number) {
   return fmt::format(" tvg-chno=\"{}{}\"", number.major, number.minor != 0 ? fmt::format(".{}", number.minor) : "");
 }
 
-std::string entry_of(const line_up_service &service, std::string_view group, loss_counts &lost) {
-  const std::string name = harmless_value(service.name, lost);
+std::string entry_of(const line_up_service &service, const std::string &group) {
+  const std::string name = harmless_value(service.name);
   std::string text = "#EXTINF:-1";
   text += service.number ? number_text(*service.number) : "";
   text += fmt::format(" tvg-name=\"{}\"", name);
-  text += group.empty() ? "" : fmt::format(" group-title=\"{}\"", harmless_value(group, lost));
+  text += group.empty() ? "" : fmt::format(" group-title=\"{}\"", harmless_value(group));
   text += service.fields.service_type == SERVICE_TYPE_RADIO ? " radio=\"true\"" : "";
   return text + ',' + name + '\n';
 }
 
 // The entry's own, and the address's.
-std::vector<trait> traits_carried(const std::vector<url_part> &parts, const write_options &options) {
-  std::vector<trait> carried = {trait::number, trait::minor_number, trait::name,
-                                options.is_by_favourites ? trait::favourites : trait::provider};
+std::vector<const field *> fields_carried(const std::vector<url_part> &parts, const write_options &options) {
+  std::vector<const field *> carried = fields_named("number,minor,name");
+  carried.push_back(&field_named(options.is_by_favourites ? "favourites" : "provider"));
   for (const url_part &part : parts) {
     if (part.which != nullptr) {
-      const std::vector<trait> traits = traits_of(*part.which);
-      carried.insert(carried.end(), traits.begin(), traits.end());
+      carried.push_back(part.which);
     }
   }
   return carried;
@@ -160,15 +152,18 @@ std::vector<trait> traits_carried(const std::vector<url_part> &parts, const writ
 
 }  // namespace
 
-std::vector<made_file> write_m3u(const line_up &list, const write_options &options, loss_counts &lost) {
+written_list write_m3u(const line_up &list, const write_options &options) {
   const std::vector<url_part> parts = parts_of(options.url.empty() ? default_m3u_url : std::string_view(options.url));
-  count_uncarried(list, traits_carried(parts, options), lost);
   const std::vector<std::string> groups = groups_of(list, options.is_by_favourites);
+  written_list result;
+  result.carried = fields_carried(parts, options);
   std::string text = "#EXTM3U\n";
   for (std::size_t at = 0; at < list.services.size(); ++at) {
-    text += entry_of(list.services[at], groups[at], lost) + url_of(list, list.services[at], parts) + '\n';
+    result.services.push_back(at);
+    text += entry_of(list.services[at], groups[at]) + url_of(list, list.services[at], parts) + '\n';
   }
-  return {{"", text}};
+  result.files = {{"", std::move(text)}};
+  return result;
 }
 
 bool is_like_m3u(const std::filesystem::path &path, std::string_view beginning) {

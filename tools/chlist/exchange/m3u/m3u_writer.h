@@ -3,10 +3,8 @@
 
 #include <filesystem>
 #include <string_view>
-#include <vector>
 
-#include "chlist/exchange/loss_counts.h"
-#include "chlist/exchange/made_files.h"
+#include "chlist/exchange/written_list.h"
 
 namespace chlist {
 
@@ -14,7 +12,7 @@ namespace chlist {
 inline constexpr std::string_view default_m3u_url = "dvb://{network_id:x}.{ts_id:x}.{service_id:x}";
 
 // Throws std::runtime_error when the template of the address names something that there is not.
-std::vector<made_file> write_m3u(const line_up &list, const write_options &options, loss_counts &lost);
+written_list write_m3u(const line_up &list, const write_options &options);
 
 bool is_like_m3u(const std::filesystem::path &path, std::string_view beginning);
 

@@ -5,8 +5,7 @@
 #include <iterator>
 #include <utility>
 
-#include "chlist/exchange/service_losses.h"
-#include "chlist/files/input_file.h"
+#include "chlist/exchange/broadcast_service.h"
 
 namespace chlist {
 namespace {
@@ -86,8 +85,8 @@ line_up line_up_of(vdr_line_up parsed, loss_counts &lost) {
   return made;
 }
 
-line_up read_vdr(const std::filesystem::path &path, loss_counts &lost) {
-  return line_up_of(parse_vdr_channels_conf(read_input_file(path)), lost);
+line_up read_vdr(const list_source &from, loss_counts &lost) {
+  return line_up_of(parse_vdr_channels_conf(from.text), lost);
 }
 
 // Something that is a service line, or a name that says so.

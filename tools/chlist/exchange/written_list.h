@@ -1,8 +1,12 @@
-// What writers of formats make, and what they are told.
+// What writers of formats are told, and what they make.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
+#include "chlist/exchange/loss_counts.h"
+#include "chlist/fields/service_fields.h"
 #include "chlist/files/text_folder.h"
 
 namespace chlist {
@@ -15,6 +19,13 @@ struct write_options {
   std::string columns;  // of CSV: columns by name, all of them when empty
   std::string url;      // of M3U: the address of a service, with fields in braces; the format's own when empty
   bool is_by_favourites = false;  // of M3U: groups are the favourite groups, not the providers
+};
+
+struct written_list {
+  std::vector<made_file> files;
+  std::vector<std::size_t> services;   // the places of those that were written, in the order of their lines
+  loss_counts left_out;                // the others, by reason
+  std::vector<const field *> carried;  // of what nobody reads again: the fields that are in it
 };
 
 }  // namespace chlist

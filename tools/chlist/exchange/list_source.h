@@ -1,0 +1,31 @@
+// Where a list of another format is read from: a file or a folder of files, on disk or just made. A file is read once,
+// so that it may be a pipe.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "chlist/exchange/written_list.h"
+
+namespace chlist {
+
+// A file of a folder by its name; nothing when it is not there.
+using folder_files = std::function<std::optional<std::string>(const std::string &name)>;
+
+struct list_source {
+  std::filesystem::path path;  // as messages name it
+  bool is_folder = false;
+  std::string text;    // of a file
+  folder_files files;  // of the folder, or of the one that the file stands in
+};
+
+// Throws std::runtime_error when the path cannot be read.
+list_source source_at(const std::filesystem::path &path);
+
+// What a writer made, of a folder its files.
+list_source source_of(const std::vector<made_file> &files, bool is_folder);
+
+}  // namespace chlist

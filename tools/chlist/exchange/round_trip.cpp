@@ -1,0 +1,301 @@
+// Pairs the services of both lists by the order in which they were written, and counts differences by their kind.
+#include "chlist/exchange/round_trip.h"
+
+#include <channel/store.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <utility>
+
+#include "chlist/exchange/broadcast_service.h"
+#include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/order_of_all.h"
+#include "chlist/fields/settings.h"
+#include "chlist/line_up/difference.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/list_contents.h"
+#include "chlist/report.h"
+
+namespace chlist {
+namespace {
+
+// What it means to a viewer that a field is not what it was; of others the first value tells enough.
+struct meaning {
+  std::string_view field;
+  std::string_view text;
+};
+
+constexpr meaning meanings[] = {
+    {"locked", "no code is asked for any more"},
+    {"skipped", "zapping stops at them again"},
+    {"scrambled", "they pass for free to air"},
+    {"pmt_pid", "found anew when the service is tuned"},
+    {"pcr_pid", "found anew when the service is tuned"},
+    {"video_pid", "found anew when the service is tuned"},
+    {"audio_pid", "found anew when the service is tuned"},
+    {"video_ecm_pid", "found anew when the service is tuned"},
+    {"net_index", "networks are numbered as they come up"},
+    {"name_table", "written in UTF-8"},
+    {"short_name_table", "written in UTF-8"},
+    {"provider_id", "groups are numbered as they come up"},
+    {"genre_id", "groups are numbered as they come up"},
+    {"country_id", "groups are numbered as they come up"},
+};
+
+std::string value_text(const json &value) {
+  if (value.is_null()) {
+    return "none";
+  }
+  return value.is_string() ? shown(value.as_string()) : text_of_value(value);
+}
+
+std::string note_of(const field_change &changed) {
+  const auto *const found = std::ranges::find(meanings, changed.name, &meaning::field);
+  return found != std::end(meanings)
+             ? std::string(found->text)
+             : fmt::format("{} becomes {}", value_text(changed.before), value_text(changed.after));
+}
+
+std::string name_of_view(const field_change &changed) {
+  return changed.view->is_favourites() ? std::string("favourite groups")
+                                       : fmt::format("the {} view", changed.view->kind);
+}
+
+// Counts the differences of two lists, each once for a service however many views show it.
+class difference_counter {
+ public:
+  explicit difference_counter(loss_counts &lost) : lost_(lost) {}
+
+  void count(const change &found) {
+    if (found.kind == change_kind::added) {
+      return;
+    }
+    if (found.what == "service") {
+      count_service(found);
+    } else if (found.what == "view") {
+      count_view(found);
+    } else if (found.what == "setting") {
+      lost_.add(fmt::format("setting: {}", found.name), 1, note_of(found.fields.front()));
+    } else {
+      count_record(found);
+    }
+  }
+
+ private:
+  // Those that are gone are counted by their reasons.
+  void count_service(const change &found) {
+    if (found.kind == change_kind::removed) {
+      return;
+    }
+    std::set<std::string> met;
+    for (const field_change &changed : found.fields) {
+      std::string what = kind_of(changed);
+      if (!is_told_by_another(changed, found.fields) && met.insert(what).second) {
+        lost_.add(what, 1, is_entry(changed) ? std::string() : note_of(changed));
+      }
+    }
+  }
+
+  // Whoever hears of a name needs not hear of its id or its table, and of the byte of flags only when it is others than
+  // the known ones.
+  static bool is_told_by_another(const field_change &changed, const std::vector<field_change> &fields) {
+    const auto is_about = [&](const field_change &other) {
+      return changed.name.starts_with(other.name) &&
+             (changed.name.substr(other.name.size()) == "_id" || changed.name.substr(other.name.size()) == "_table");
+    };
+    return is_told_by_flags(changed) || std::ranges::any_of(fields, is_about);
+  }
+
+  // An entry that is gone, or that was not there.
+  static bool is_entry(const field_change &changed) {
+    return changed.view && (changed.before.is_null() || changed.after.is_null());
+  }
+
+  static bool is_told_by_flags(const field_change &changed) {
+    constexpr int known = CHANNEL_FLAG_LOCKED | CHANNEL_FLAG_FTA | CHANNEL_FLAG_SKIP | CHANNEL_FLAG_DSMCC;
+    return changed.name == "flags" && ((changed.before.as_integer() ^ changed.after.as_integer()) & ~known) == 0;
+  }
+
+  static std::string kind_of(const field_change &changed) {
+    if (!is_entry(changed)) {
+      return std::string(changed.name);
+    }
+    return fmt::format("{} {}", changed.before.is_null() ? "entries that come up in" : "entries of",
+                       name_of_view(changed));
+  }
+
+  void count_view(const change &found) {
+    const std::string name = found.subject["view"].as_string();
+    for (const field_change &changed : found.fields) {
+      if (changed.name == "unresolved") {
+        lost_.add("entries without a service",
+                  changed.before.size() - std::min(changed.before.size(), changed.after.size()));
+      } else if (changed.name == "moved") {
+        lost_.add(fmt::format("places in the {} view", name), changed.after.size());
+      }
+    }
+  }
+
+  void count_record(const change &found) {
+    const std::string name = found.what == "group" ? group_of(found) : std::string(found.what);
+    if (found.kind == change_kind::removed) {
+      const bool is_named = !found.fields.empty();
+      lost_.add(name, 1, fmt::format("such as {}", is_named ? value_text(found.fields.front().before) : found.name));
+      return;
+    }
+    for (const field_change &changed : found.fields) {
+      lost_.add(fmt::format("{} of a {}", changed.name, name), 1, note_of(changed));
+    }
+  }
+
+  static std::string group_of(const change &found) {
+    const std::string &table = found.subject["table"].as_string();
+    return table == "favourite group" ? table : table + " group";
+  }
+
+  loss_counts &lost_;
+};
+
+// Where each service that was read stands among those that were written: lines come in that order, and those that
+// became no service were skipped.
+std::vector<std::size_t> places_among_written(const line_up &read, std::size_t written) {
+  std::set<std::size_t> lines;
+  for (const line_up_service &service : read.services) {
+    lines.insert(service.line);
+  }
+  if (lines.size() < written) {
+    std::ranges::transform(read.skipped, std::inserter(lines, lines.end()), &skipped_line::line);
+  }
+  std::unordered_map<std::size_t, std::size_t> places;
+  for (const std::size_t line : lines) {
+    places.emplace(line, places.size());
+  }
+  std::vector<std::size_t> made;
+  std::ranges::transform(read.services, std::back_inserter(made),
+                         [&](const line_up_service &service) { return places.at(service.line); });
+  return made;
+}
+
+// written: the places of the services in the list before, in the order of writing.
+pairing pair_written(const std::vector<std::size_t> &written, std::size_t before, const line_up &read,
+                     const filled_list &filled, channel_list_st &list) {
+  const std::vector<std::size_t> places = places_among_written(read, written.size());
+  std::unordered_map<const channel_st *, std::size_t> came_from;
+  for (std::size_t at = 0; at < places.size(); ++at) {
+    if (filled.filed[at] != nullptr && places[at] < written.size()) {
+      came_from.emplace(filled.filed[at], written[places[at]]);
+    }
+  }
+  pairing pairs;
+  std::vector<bool> is_there(before, false);
+  const std::vector<const channel_st *> services = services_of(list);
+  for (std::size_t place = 0; place < services.size(); ++place) {
+    if (const auto found = came_from.find(services[place]); found != came_from.end()) {
+      pairs.both.push_back({found->second, place});
+      is_there[found->second] = true;
+    }
+  }
+  for (std::size_t place = 0; place < before; ++place) {
+    if (!is_there[place]) {
+      pairs.removed.push_back(place);
+    }
+  }
+  return pairs;
+}
+
+std::vector<std::size_t> places_of(const written_list &written, const std::vector<std::size_t> &places) {
+  std::vector<std::size_t> made;
+  std::ranges::transform(written.services, std::back_inserter(made), [&](std::size_t at) { return places[at]; });
+  return made;
+}
+
+// Two fields may tell the same.
+bool is_told_by(const field &which, const field &carried) {
+  const auto is_either = [&](std::string_view name) { return which.name == name || carried.name == name; };
+  const bool is_flag = which.values.kind == value_kind::yes_or_no;
+  return which.name == carried.name || (is_either("type") && is_either("service_type")) ||
+         (is_flag && carried.name == "flags");
+}
+
+bool says_something(const line_up &list, const line_up_service &service, const field &which) {
+  static const line_up_service unknown = broadcast_service(0);
+  if (which.name == "number") {
+    return service.number.has_value();
+  }
+  if (which.name == "minor") {
+    return service.number && service.number->minor != 0;
+  }
+  const json value = which.get({&list, &service});
+  return which.owner == field_owner::derived ? !value.empty() : value != which.get({nullptr, &unknown});
+}
+
+// The number of a type says no more than its name, and the byte of flags no more than they do.
+bool is_counted(const field &which) {
+  const bool is_number = which.name == "number" || which.name == "minor";
+  return (which.owner != field_owner::entry || is_number) && which.name != "service_type" && which.name != "flags" &&
+         !which.name.ends_with("_table");
+}
+
+void count_round_trip(const records_of_list &before, const std::vector<std::size_t> &places,
+                      const written_list &written, const format &to, loss_counts &lost) {
+  loss_counts of_reading;
+  const line_up read = to.read(source_of(written.files, to.is_folder), of_reading);
+  const filled_list filled = fill_list(read, of_reading);
+  channel_list_st &records = *get_channel_list();
+  const line_up after = line_up_of(records);
+  const paired_records pairs = pair_around(
+      pair_written(places_of(written, places), before.list.services.size(), read, filled, records), before.list, after);
+  lost.leave_out("services that an import refuses", written.services.size() - pairs.services.both.size(),
+                 filled.skipped.empty() ? std::string() : filled.skipped.front().reason);
+  difference_counter counter(lost);
+  for (const change &found : differences(before.list, after, pairs)) {
+    counter.count(found);
+  }
+  count_record_losses(before, {records, after}, pairs, lost);
+}
+
+void count_uncarried(const line_up &list, const written_list &written, loss_counts &lost) {
+  for (const field &each : service_fields()) {
+    const bool is_carried =
+        std::ranges::any_of(written.carried, [&](const field *carried) { return is_told_by(each, *carried); });
+    if (is_counted(each) && !is_carried) {
+      lost.add(each.name, static_cast<std::size_t>(std::ranges::count_if(list.services, [&](const auto &service) {
+                 return says_something(list, service, each);
+               })));
+    }
+  }
+  for (const view_kind kind : {view_kind::user, view_kind::promotion}) {
+    const named_view view = views_of(list)[static_cast<std::size_t>(kind)];
+    lost.add(fmt::format("entries of the {} view", view.name.kind), view.entries.size());
+  }
+  for (const setting &each : all_settings()) {
+    lost.add(fmt::format("setting: {}", each.title), each.value(list.settings) != each.value({}) ? 1 : 0);
+  }
+}
+
+}  // namespace
+
+exported_list export_list(const records_of_list &list, const format &to, const write_options &options) {
+  const list_for_formats given = in_order_of_all(list.list);
+  written_list written = to.write(given.list, options);
+  exported_list made;
+  made.lost = std::move(written.left_out);
+  if (!to.lacks.empty()) {
+    made.lost.add(to.lacks, written.services.size(), std::string(to.without_it));
+  }
+  if (written.carried.empty()) {
+    count_round_trip(list, given.places, written, to, made.lost);
+  } else {
+    count_uncarried(given.list, written, made.lost);
+  }
+  made.services = written.services.size();
+  made.favourite_groups = given.list.favourites.size();
+  made.files = std::move(written.files);
+  return made;
+}
+
+}  // namespace chlist
