@@ -94,6 +94,7 @@ def run_all(commands):
     run("fav", "delete", "list.dat", "Films")
     run("report", "list.dat", "-o", "page.html")
     run("export", "list.dat", "-o", "list.csv", "--columns", "number,name")
+    run("export", "list.dat", "-o", "list.conf")
     run("convert", "channel_v8.dat", "new.dat")
     run("merge", "channel_v10.dat", "scan_hostile.dat", "--dry-run")
     run("merge", "full.dat", "fuller.dat", "--dry-run")
