@@ -39,7 +39,7 @@ TEST_F(Convert, TheJsonReportHasEveryCountAndFinding) {
   EXPECT_EQ(report["views"].size(), 25U);
   EXPECT_EQ(report["views"][0], json::parse(R"({"view": "ALL", "count": 2})"));
   EXPECT_EQ(report["views"][5],
-            json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "count": 2})"));
+            json::parse(R"({"view": "favourites", "group": 1, "group_name": "Films", "count": 2})"));
   EXPECT_EQ(report["group_tables"], json::parse(R"([{"table": "providers", "count": 0}, {"table": "genres", "count": 0},
                            {"table": "countries", "count": 0}, {"table": "favourite groups", "count": 1}])"));
   EXPECT_EQ(report["duplicate_services"], json::parse(R"([{"name": "Copy", "net_index": 1, "network_id": 1,
@@ -47,7 +47,7 @@ TEST_F(Convert, TheJsonReportHasEveryCountAndFinding) {
   EXPECT_EQ(report["counts_outside_arrays"], json::parse(R"([{"what": "radio", "counted": 1001, "present": 1000}])"));
   EXPECT_EQ(report["unresolved_entries"][0]["view"], "radio");
   EXPECT_EQ(report["unresolved_entries"].elements().back(),
-            json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "position": 1, "number": 6,
+            json::parse(R"({"view": "favourites", "group": 1, "group_name": "Films", "position": 2, "number": 6,
       "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000, "polarisation": "H", "service_id": 8})"));
 }
 

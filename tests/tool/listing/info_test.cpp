@@ -35,7 +35,7 @@ TEST_F(Info, CountsWhatTheFileHolds) {
                                              "  radio                   1 of 1000\n"
                                              "  promotion               0 of 10\n"
                                              "  USER                    0 of 5000\n"
-                                             "  favourites 0 \"Best\"     1 of 40\n"
+                                             "  favourites 1 \"Best\"     1 of 40\n"
                                              "Groups\n"
                                              "  providers               2 of 500: BBC, Sky\n"
                                              "  genres                  0 of 50\n"

@@ -53,7 +53,7 @@ TEST_F(List, ListsEachView) {
   EXPECT_EQ(names({"--view", "user"}), (texts{}));
   EXPECT_EQ(names({"--view", "promo"}), (texts{}));
   EXPECT_EQ(names({"--view", "fav:best"}), (texts{"Films"}));
-  EXPECT_EQ(names({"--view", "fav:0"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--view", "fav:1"}), (texts{"Films"}));
 }
 
 TEST_F(List, SortsAsTheReceiverDoes) {
@@ -69,7 +69,7 @@ TEST_F(List, SortsEachViewAndThePromotionView) {
   file.entry(VIEW_PROMOTION, news, 9).entry(VIEW_PROMOTION, films, 3).entry(VIEW_FAVOURITE, news, 2, 0);
   write("list.dat", file);
   EXPECT_EQ(names({"--view", "promo", "--sort", "number"}), (texts{"Films", "News"}));
-  EXPECT_EQ(names({"--view", "fav:0", "--sort", "favourite_key"}), (texts{"News", "Films"}));
+  EXPECT_EQ(names({"--view", "fav:1", "--sort", "favourite_key"}), (texts{"News", "Films"}));
   EXPECT_EQ(names({"--view", "tv", "--sort", "name"}), (texts{"Films", "News"}));
 }
 
@@ -138,6 +138,7 @@ TEST_F(List, CsvAndJsonHaveAllColumns) {
   EXPECT_EQ(report["file"], "list.dat");
   EXPECT_EQ(report["view"], "all");
   const json &entry = report["entries"][2];
+  EXPECT_EQ(entry["position"], 3);
   EXPECT_EQ(entry["name"], music_name);
   EXPECT_EQ(entry["frequency"], 11'727'480);
   EXPECT_EQ(entry["locked"], false);
@@ -179,7 +180,7 @@ TEST_F(List, TheHelpNamesAllSorts) {
 
 TEST_F(List, RefusesWhatThereIsNot) {
   expect_refused({"list", "list.dat", "--view", "fav:Worst"},
-                 "no view \"fav:Worst\": there are all, tv, radio, user, promo, fav:0 to fav:19, fav:Best");
+                 "no view \"fav:Worst\": there are all, tv, radio, user, promo, fav:1 to fav:20, fav:Best");
   expect_refused({"list", "list.dat", "--sort", "colour"},
                  "no sort \"colour\": there are number, name, transponder, service_id, favourite_key, order_key");
   for (const char *option : {"--columns", "--filter"}) {

@@ -66,7 +66,7 @@ TEST_F(MergeTool, AnEntryThatResolvedToNothingIsDroppedAndNamed) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err,
-            "chlist: merge: list.dat: dropped, resolves to no service: the USER view, position 0: number 77 "
+            "chlist: merge: list.dat: dropped, resolves to no service: the USER view, position 1: number 77 "
             "(net 1, network 1, ts 100, 11000000 H, service 9)\n");
   ASSERT_EQ(load_named("out.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(list.user_vnumber, 0);

@@ -91,11 +91,11 @@ void follow(std::int8_t code, const std::map<shown_number, int> &renumbered, edi
 
 channel_number first_number_in(std::int8_t view, const channel_st &service) {
   const channel::view searched = channel::find_view(view);
-  const int position = position_of(searched, service);
-  if (position < 0) {
+  const int index = index_of(searched, service);
+  if (index < 0) {
     throw std::runtime_error(fmt::format("{} has no entry in {}", name_for_message(service), title_of(view)));
   }
-  return number_of(searched.entries[position]);
+  return number_of(searched.entries[index]);
 }
 
 void renumber_entries(std::int8_t view, const channel_st &service, const channel_number &former,

@@ -183,10 +183,10 @@ struct placed_record {
 using placed_network = placed_record<line_up_network>;
 using placed_transponder = placed_record<line_up_transponder>;
 
-// A group of one of the tables; a favourite group is known by its place: so are its entries.
+// A group of one of the tables; a favourite group is known by its position: so are its entries.
 struct placed_group {
   std::string_view table;
-  int number = 0;  // its id; of a favourite group its place
+  int number = 0;  // its id; of a favourite group its position
   int id = 0;
   std::string_view name;
 };
@@ -261,10 +261,10 @@ std::vector<placed_group> groups_in(const line_up &list) {
       made.push_back({tables[kind], group.id, group.id, group.name});
     }
   }
-  int place = 0;
+  int index = 0;
   for (const favourite_group &group : list.favourites) {
     if (group.is_counted) {
-      made.push_back({"favourite group", place++, group.id, group.name});
+      made.push_back({"favourite group", position_of(index++), group.id, group.name});
     }
   }
   return made;

@@ -153,7 +153,7 @@ inline known_service known_as(const line_up_service &service) { return {service.
 
 struct view_name {
   std::string_view kind;  // "ALL", "TV", "radio", "promotion", "USER" or "favourites"
-  int group = -1;         // of favourites: its place among the groups
+  int group = -1;         // of favourites: its index among the groups
   std::string group_name = {};
 
   [[nodiscard]] bool is_favourites() const { return group >= 0; }

@@ -25,11 +25,11 @@ std::vector<std::size_t> services_named(const line_up &list, std::string_view te
 // The one service that a text names. Throws std::runtime_error that says that there is none, or lists what it could be.
 std::size_t service_named(const line_up &list, std::string_view text, std::int8_t view = VIEW_ALL);
 
-// The code of a view by its name: "all", "tv", "radio", "user", "promo", "fav:NAME" or "fav:GROUP" (0..19). Throws when
-// there is none, and names those that there are.
+// The code of a view by its name: "all", "tv", "radio", "user", "promo", "fav:NAME" or "fav:GROUP" (1 to 20). Throws
+// when there is none, and names those that there are.
 std::int8_t view_named(const line_up &list, std::string_view text);
 
-// The place of a favourite group that there is, by its name or its place. Throws when there is none.
+// The index of a favourite group that there is, by its name or its position. Throws when there is none.
 std::size_t favourite_group_named(const line_up &list, std::string_view text);
 
 // What view_named() takes, for the help.
