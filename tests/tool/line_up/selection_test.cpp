@@ -12,11 +12,13 @@
 
 #include "channel/store/hierarchy.h"
 #include "chlist/line_up/list_line_up.h"
+#include "chlist/report.h"
 #include "support/providers.h"
 #include "support/store_builder.h"
 
 namespace {
 
+using chlist::label_of;
 using chlist::line_up_in_memory;
 using test_support::append_entry;
 using test_support::entry_of;
@@ -197,10 +199,17 @@ TEST_F(ViewNames, AnUnknownOneIsRefusedWithThoseThatThereAre) {
   EXPECT_EQ(error_of([] { view_named("fav:Film"); }), "no view \"fav:Film\": did you mean \"fav:Films\"? T" + known);
 }
 
-TEST_F(ViewNames, AreWrittenAsTheyAreRead) {
-  for (const int view : {+VIEW_ALL, +VIEW_TV, +VIEW_RADIO, +VIEW_USER, +VIEW_PROMOTION, +VIEW_FAVOURITE, 29}) {
-    EXPECT_EQ(view_named(chlist::text_of_view(static_cast<std::int8_t>(view))), view);
+TEST_F(ViewNames, AreReadAsTheyAreWritten) {
+  for (const int view : {+VIEW_ALL, +VIEW_TV, +VIEW_RADIO, +VIEW_USER, +VIEW_PROMOTION}) {
+    EXPECT_EQ(view_named(label_of(*chlist::name_of_view(static_cast<std::int8_t>(view)))), view);
   }
+}
+
+TEST_F(ViewNames, AreThoseOfTheCodesThatViewsHave) {
+  EXPECT_EQ(label_of(chlist::name_of_view(VIEW_FAVOURITE).value()), "favourites 1");
+  EXPECT_EQ(label_of(chlist::name_of_view(VIEW_FAVOURITE_LAST).value()), "favourites 20");
+  EXPECT_FALSE(chlist::name_of_view(VIEW_FAVOURITE_LAST + 1).has_value());
+  EXPECT_FALSE(chlist::name_of_view(-1).has_value());
 }
 
 TEST_F(ViewNames, OfFavouriteGroupsOnlyThoseThatThereAreAreNamedAsGroups) {

@@ -16,7 +16,7 @@ TEST_F(Info, CountsWhatTheFileHolds) {
                                              "  tuner                   -\n"
                                              "  channel type            0\n"
                                              "  bouquet id              7\n"
-                                             "  current view            all\n"
+                                             "  current view            ALL\n"
                                              "  group kind in use       all\n"
                                              "  group id in use         -\n"
                                              "  network index in use    -\n"
@@ -56,7 +56,7 @@ TEST_F(Info, TheJsonReportNamesEverything) {
   EXPECT_EQ(report["settings"], (json{{"use_tuner", nullptr},
                                       {"ch_type", 0},
                                       {"bouquet_id", nullptr},
-                                      {"current_view", "all"},
+                                      {"current_view", "ALL"},
                                       {"group_kind", "all"},
                                       {"group_id", nullptr},
                                       {"net_index", nullptr},

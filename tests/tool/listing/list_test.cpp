@@ -131,12 +131,39 @@ TEST_F(List, WritesCsvWithAHeaderLine) {
             "number,name,favourites\r\n101,News,\r\n12,Films,Best\r\n13,\"Music, \"\"live\"\"\",\r\n");
 }
 
+// What the CSV says is what a list that is made of it says. Names are one line of plain text in every listing.
+TEST_F(List, CsvComesBackFromAnImportAsItWas) {
+  const std::vector<std::string> service_names = {"\"Quoted\" 'name'",
+                                                  "One, two; three",
+                                                  "A\tB\nC\rD\x1B[31mE",
+                                                  "\x15"
+                                                  "Caf\xC3\xA9 \xEF\xBF\xBD",
+                                                  "=1+1",
+                                                  " ",
+                                                  ""};
+  channel_file file;
+  file.group(GROUP_FAV, 0, "Best").group(GROUP_FAV, 1, "News, Sport").group(GROUP_PROVIDER, 0, "Sky, \"UK\"");
+  for (std::uint16_t i = 0; i < service_names.size(); ++i) {
+    const service_data service = {.service_id = i, .name = service_names[i]};
+    file.service(service).entry(VIEW_ALL, service, 10 + i).entry(VIEW_TV, service, 10 + i);
+    file.entry(VIEW_FAVOURITE, service, 10 + i).entry(VIEW_FAVOURITE + 1, service, 10 + i);
+  }
+  write("list.dat", file);
+  const std::string columns = "position,number,minor,name,short_name,type,provider,favourites,net_index,network_id,"
+                              "ts_id,frequency,polarisation,service_id,pmt_pid,video_pid,flags,locked,order_key";
+  const std::string csv = list({"--columns", columns, "--format", "csv"});
+  write_file(path("list.csv"), csv);
+
+  EXPECT_TRUE(has_line(output_of({"import", "list.csv", "-o", "list.dat"}), "list.dat: 2 favourite groups"));
+  EXPECT_EQ(list({"--columns", columns, "--format", "csv"}), csv);
+}
+
 TEST_F(List, CsvAndJsonHaveAllColumns) {
   const std::string csv = list({"--format", "csv"});
   EXPECT_TRUE(csv.starts_with("position,number,minor,name,short_name,")) << csv;
   const json report = json::parse(list({"--format", "json"}));
   EXPECT_EQ(report["file"], "list.dat");
-  EXPECT_EQ(report["view"], "all");
+  EXPECT_EQ(report["view"], "ALL");
   const json &entry = report["entries"][2];
   EXPECT_EQ(entry["position"], 3);
   EXPECT_EQ(entry["name"], music_name);
@@ -145,6 +172,18 @@ TEST_F(List, CsvAndJsonHaveAllColumns) {
   EXPECT_EQ(entry["genre"], nullptr);
   EXPECT_EQ(entry.size(), static_cast<std::size_t>(std::ranges::count(csv.substr(0, csv.find('\r')), ',')) + 1);
   EXPECT_EQ(list({"--json"}), list({"--format", "json"}));
+}
+
+TEST_F(List, JsonNamesTheViewAsOtherDocumentsDo) {
+  const json promotion = json::parse(list({"--view", "promotion", "--columns", "name", "--json"}));
+  EXPECT_EQ(promotion, (json{{"schema", 2}, {"file", "list.dat"}, {"view", "promotion"}, {"entries", json::array()}}));
+  const json favourites = json::parse(list({"--view", "fav:1", "--columns", "name", "--json"}));
+  EXPECT_EQ(favourites, (json{{"schema", 2},
+                              {"file", "list.dat"},
+                              {"view", "favourites"},
+                              {"group", 1},
+                              {"group_name", "Best"},
+                              {"entries", json::array({json{{"name", "Films"}}})}}));
 }
 
 TEST_F(List, AnEntryWithoutAServiceHasItsIdentity) {

@@ -55,7 +55,7 @@ json shown_value(const value_range &values, std::int64_t number);
 std::optional<std::int64_t> number_from(const value_range &values, std::string_view text);
 
 // A value as a table or CSV shows it: nothing for null, the text itself, true as "yes" and false as "no", the elements
-// of an array with commas between them.
-std::string text_of_value(const json &value);
+// of an array with a separator between them.
+std::string text_of_value(const json &value, std::string_view separator = ", ");
 
 }  // namespace chlist

@@ -205,8 +205,9 @@ std::size_t service_named(const line_up &list, std::string_view text, std::int8_
 }
 
 std::int8_t view_named(const line_up &list, std::string_view text) {
-  const auto *const named =
-      std::ranges::find_if(codes, [text](const named_code &each) { return is_same_name(each.name, text); });
+  const auto *const named = std::ranges::find_if(codes, [text](const named_code &each) {
+    return is_same_name(each.name, text) || is_same_name(name_of(each.kind), text);
+  });
   if (named != std::end(codes)) {
     return named->view;
   }
@@ -238,12 +239,11 @@ std::vector<term> terms_of_views() {
   return terms;
 }
 
-std::string text_of_view(std::int8_t view) {
+std::optional<view_name> name_of_view(std::int8_t view) {
   if (const auto *const named = std::ranges::find(codes, view, &named_code::view); named != std::end(codes)) {
-    return std::string(named->name);
+    return view_name{name_of(named->kind)};
   }
-  return is_favourites(view) ? fmt::format("{}{}", favourite_prefix, position_of(view - VIEW_FAVOURITE))
-                             : fmt::format("view {}", view);
+  return is_favourites(view) ? std::optional(view_name{favourites_view, view - VIEW_FAVOURITE}) : std::nullopt;
 }
 
 const std::vector<line_up_entry> &entries_of(const line_up &list, std::int8_t view) {
