@@ -51,6 +51,25 @@ TEST_F(Convert, TheJsonReportHasEveryCountAndFinding) {
       "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000, "polarisation": "H", "service_id": 8})"));
 }
 
+TEST_F(Convert, OfManyFindingsOfAKindTheFirstTenAreTold) {
+  channel_file file = plain_list();
+  for (int i = 0; i < 11; ++i) {
+    file.service({.service_id = 2, .name = "Copy"}).entry(VIEW_USER, {.service_id = 9}, 77 + i);
+  }
+
+  const std::vector<std::string> first = lines_of(convert(8, file).err);
+  ASSERT_EQ(first.size(), 22U);
+  EXPECT_TRUE(first[9].starts_with("chlist: convert: old.dat: dropped, occurs twice: \"Copy\" (")) << first[9];
+  EXPECT_EQ(first[10], "chlist: convert: old.dat: and 1 more: dropped, occurs twice (--all)");
+  EXPECT_TRUE(first[20].starts_with("chlist: convert: old.dat: resolves to no service: the USER view, position 10:"));
+  EXPECT_EQ(first[21], "chlist: convert: old.dat: and 1 more: resolves to no service (--all)");
+
+  const std::vector<std::string> all = lines_of(convert(8, file, {"--all"}).err);
+  ASSERT_EQ(all.size(), 22U);
+  EXPECT_TRUE(all[21].starts_with("chlist: convert: old.dat: resolves to no service: the USER view, position 11:"));
+  EXPECT_EQ(converted_json(8, file)["unresolved_entries"].size(), 11U);
+}
+
 TEST_F(Convert, NamesAreHarmlessOnATerminalAndInJson) {
   channel_file file = plain_list();
   file.service({.service_id = 2, .name = "A\x1B[2J\xC2\x9B\x7F\xC3\xA9\""});
