@@ -1,5 +1,5 @@
-// Records become arrays, whose fields page.js knows by position: a list of thousands of services stays small that way.
-#include "chlist/html/page_data.h"
+// Records become arrays, whose fields model.js knows by position: a list of thousands of services stays small that way.
+#include "chlist/page/page.h"
 
 #include <string>
 #include <unordered_map>
