@@ -19,7 +19,7 @@
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
-#include "chlist/text/names.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {

@@ -11,7 +11,7 @@
 #include "chlist/closest.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/report.h"
-#include "chlist/text/names.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
