@@ -77,7 +77,7 @@ def run_all(commands):
     run("fav", "add", "list.dat", "Family", "1", "2")
     run("fav", "list", "list.dat")
     run("fav", "list", "list.dat", "Family")
-    run("fav", "move", "list.dat", "Family", "1", "--to", "1")
+    run("fav", "move", "list.dat", "Family", "1", "--to", "2")
     run("fav", "remove", "list.dat", "Family", "1")
     run("fav", "rename", "list.dat", "Family", "Films")
     run("rename", "list.dat", "1", "News")

@@ -46,7 +46,7 @@ std::vector<list_view> views_of(const channel_list_st &list) {
   for (int group = 0; group < MAX_FAV; ++group) {
     const std::string name =
         group < channel::counted_in_low_byte(list.favorite_group_num) ? name_in(list.favorite_group[group].name) : "";
-    views.push_back({{"favourites", group, name},
+    views.push_back({{favourites_view, group, name},
                      static_cast<std::int8_t>(VIEW_FAVOURITE + group),
                      list.favorite_vch[group],
                      &list.favorite_vnumber[group],

@@ -76,7 +76,7 @@ virtual_channel_st entry_of(channel_st &service, int major, int minor = 0);
 // An entry and where it stands.
 struct placed_entry {
   view_name view;
-  std::size_t position = 0;
+  std::size_t index = 0;  // in the view
   int number = 0;
   channel::identity id = {};
 };

@@ -2,8 +2,13 @@
 // them it is known which one speaks.
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "chlist/first_of_a_kind.h"
 
 namespace chlist {
 
@@ -12,5 +17,24 @@ void speak_as(std::string line);
 
 // "chlist: list: channels.dat: No such file or directory". Standard error that cannot be written changes nothing.
 void print_message(std::string_view text);
+
+// What there is to say of a file again and again: a message for each record, the first ten of them unless all are asked
+// for, and how many more there are.
+//   "chlist: merge: list.dat: dropped, resolves to no service: the USER view, position 1: ..."
+//   "chlist: merge: list.dat: and 2 more: dropped, resolves to no service (--all)"
+template <class Record>
+void print_messages(const std::filesystem::path &file, std::string_view kind, const std::vector<Record> &records,
+                    bool shows_all, const std::function<std::string(const Record &)> &text_of) {
+  first_of_a_kind shown(shows_all);
+  const std::string beginning = file.string() + ": ";
+  for (const Record &record : records) {
+    if (shown.takes(std::string(kind))) {
+      print_message(beginning + text_of(record));
+    }
+  }
+  for (const auto &[of_kind, count] : shown.left_out()) {
+    print_message(beginning + "and " + std::to_string(count) + " more: " + of_kind + " (--all)");
+  }
+}
 
 }  // namespace chlist

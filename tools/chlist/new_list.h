@@ -14,6 +14,7 @@ namespace chlist {
 struct new_list_options {
   std::filesystem::path input;
   std::filesystem::path output;
+  bool shows_all = false;  // every finding, not only the first ten of each kind
   bool as_json = false;
 };
 

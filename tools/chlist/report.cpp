@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "chlist/fields/values.h"
 #include "chlist/pager.h"
 #include "chlist/text/utf8.h"
 
@@ -15,7 +16,7 @@ namespace chlist {
 namespace {
 
 constexpr const char *standard_output = "standard output";
-constexpr int schema = 1;
+constexpr int schema = 2;
 
 std::string text_of(const channel::identity &id) {
   return fmt::format("net {}, network {}, ts {}, {} {}, service {}", id.net_index, id.network_id, id.ts_id,
@@ -68,7 +69,8 @@ std::string label_of(const view_name &view) {
   if (!view.is_favourites()) {
     return std::string(view.kind);
   }
-  return fmt::format("{} {}{}", view.kind, view.group, view.group_name.empty() ? "" : ' ' + shown(view.group_name));
+  return fmt::format("{} {}{}", view.kind, position_of(view.group),
+                     view.group_name.empty() ? "" : ' ' + shown(view.group_name));
 }
 
 std::string describe(const known_service &service) {
@@ -76,14 +78,14 @@ std::string describe(const known_service &service) {
 }
 
 std::string describe(const placed_entry &entry) {
-  return fmt::format("the {} view, position {}: number {} ({})", label_of(entry.view), entry.position, entry.number,
-                     text_of(entry.id));
+  return fmt::format("the {} view, position {}: number {} ({})", label_of(entry.view), position_of(entry.index),
+                     entry.number, text_of(entry.id));
 }
 
 json json_of(const view_name &view) {
   json object = {{"view", view.kind}};
   if (view.is_favourites()) {
-    object["group"] = view.group;
+    object["group"] = position_of(view.group);
     object["group_name"] = view.group_name;
   }
   return object;
@@ -97,7 +99,7 @@ json json_of(const known_service &service) {
 
 json json_of(const placed_entry &entry) {
   json object = json_of(entry.view);
-  object["position"] = entry.position;
+  object["position"] = position_of(entry.index);
   object["number"] = entry.number;
   append(object, entry.id);
   return object;

@@ -22,13 +22,13 @@ std::string harmless(std::string_view text);
 // "1 service", "2 services".
 std::string counted(std::size_t count, std::string_view what);
 
-// "TV", "favourites 0 \"Films\"".
+// "TV", "favourites 1 \"Films\"".
 std::string label_of(const view_name &view);
 
 // "\"News\" (net 1, network 2, ts 3, 11000000 H, service 5)".
 std::string describe(const known_service &service);
 
-// "the TV view, position 0: number 5 (net 1, network 2, ts 3, 11000000 H, service 5)".
+// "the TV view, position 1: number 5 (net 1, network 2, ts 3, 11000000 H, service 5)".
 std::string describe(const placed_entry &entry);
 
 char polarisation_letter(const channel::identity &id);

@@ -28,10 +28,10 @@ struct screen {
 };
 
 // What the user says of the terminal counts more than what it says itself.
-std::size_t told_size(const char *variable, std::size_t own) {
-  const char *told = std::getenv(variable);
+std::size_t size_from(const char *variable, std::size_t own) {
+  const char *text = std::getenv(variable);
   std::size_t size = 0;
-  return told != nullptr && std::from_chars(told, told + std::strlen(told), size).ec == std::errc() ? size : own;
+  return text != nullptr && std::from_chars(text, text + std::strlen(text), size).ec == std::errc() ? size : own;
 }
 
 screen screen_at_first() {
@@ -40,7 +40,7 @@ screen screen_at_first() {
   }
   winsize size = {};
   static_cast<void>(::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size));
-  return {true, told_size("COLUMNS", size.ws_col), told_size("LINES", size.ws_row)};
+  return {true, size_from("COLUMNS", size.ws_col), size_from("LINES", size.ws_row)};
 }
 
 const screen &first_screen() {

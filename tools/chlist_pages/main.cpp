@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "chlist/commands.h"
-#include "chlist/pages/completion.h"
-#include "chlist/pages/manual_page.h"
+#include "chlist/manual/completion.h"
+#include "chlist/manual/manual_page.h"
 
 namespace {
 

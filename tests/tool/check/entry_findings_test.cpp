@@ -21,7 +21,7 @@ TEST_F(CheckEntries, AnEntryWithoutServiceIsAnError) {
 
   EXPECT_EQ(found_in(file),
             (findings{{entry_at(VIEW_ALL, 2), severity::error, "unresolved-entry",
-                       "the ALL view, position 2: number 3 (net 1, network 1, ts 100, 11000000 H, service 9) resolves "
+                       "the ALL view, position 3: number 3 (net 1, network 1, ts 100, 11000000 H, service 9) resolves "
                        "to no service",
                        "a load keeps it without a service, with an ERROR line: it shows up without a name and cannot "
                        "be tuned to"}}));
@@ -40,8 +40,8 @@ TEST_F(CheckEntries, TheSameEntryTwiceInAViewIsFound) {
   const findings found = found_in(sound_file().entry(VIEW_TV, news, 3));
 
   EXPECT_EQ(found, (findings{{entry_at(VIEW_TV, 2), severity::warning, "duplicate-entry",
-                              "the TV view, position 2: number 3 (net 1, network 1, ts 100, 11000000 H, service 1) is "
-                              "the same as position 0",
+                              "the TV view, position 3: number 3 (net 1, network 1, ts 100, 11000000 H, service 1) is "
+                              "the same as position 1",
                               "searches by identity stop at the first one; the service is listed twice"}}));
 }
 
@@ -57,8 +57,8 @@ TEST_F(CheckEntries, ANumberTwiceInAViewIsFound) {
   file.set(entry_at(VIEW_ALL, 1) + entry_field::major_ch_num, 2, 1);
 
   EXPECT_EQ(found_in(file), (findings{{entry_at(VIEW_ALL, 1), severity::warning, "duplicate-number",
-                                       "the ALL view, position 1: number 1 (net 1, network 1, ts 100, 11000000 H, "
-                                       "service 2) has the number of position 0",
+                                       "the ALL view, position 2: number 1 (net 1, network 1, ts 100, 11000000 H, "
+                                       "service 2) has the number of position 1",
                                        "a number that is keyed in leads to the first one; this one is reached by "
                                        "zapping only"}}));
 
@@ -72,7 +72,7 @@ TEST_F(CheckEntries, APositionKeyTwiceIsANoteOnce) {
 
   EXPECT_EQ(found_in(file),
             (findings{{entry_at(10, 1), severity::note, "duplicate-position-key",
-                       "the favourites 0 \"Best\" view, position 1: favourite id 4 occurs before",
+                       "the favourites 1 \"Best\" view, position 2: favourite id 4 occurs before",
                        "when the group is selected its entries get the ids 0, 1, 2, ... in their present order"}}));
 }
 

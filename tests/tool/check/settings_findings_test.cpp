@@ -42,7 +42,7 @@ TEST_F(CheckSettings, TheTextOfACountNamesTheArray) {
   const findings table = found_of_kind(sound_file().set(group_place(GROUP_GENRE).count, 2, 51), "count-outside-array");
 
   ASSERT_EQ(view.size(), 1U);
-  EXPECT_EQ(view[0].what, "the favourites 0 \"Best\" view counts 41, its array holds 40");
+  EXPECT_EQ(view[0].what, "the favourites 1 \"Best\" view counts 41, its array holds 40");
   ASSERT_EQ(table.size(), 1U);
   EXPECT_EQ(table[0].what, "the table of genre records counts 51, its array holds 50");
 }
@@ -75,7 +75,7 @@ TEST_F(CheckSettings, EntriesOfUncountedGroupsAreFound) {
   file.set(group_place(GROUP_FAV).count, 2, 0);
 
   EXPECT_EQ(found_in(file), (findings{{view_place(10).count, severity::warning, "entries-without-group",
-                                       "favourites 0 counts 2 in use, the table of groups only 0",
+                                       "favourites 1 counts 2 in use, the table of groups only 0",
                                        "no menu shows these entries; they go when a group is created in their "
                                        "place"}}));
 }

@@ -39,7 +39,7 @@ TEST_F(Convert, TheJsonReportHasEveryCountAndFinding) {
   EXPECT_EQ(report["views"].size(), 25U);
   EXPECT_EQ(report["views"][0], json::parse(R"({"view": "ALL", "count": 2})"));
   EXPECT_EQ(report["views"][5],
-            json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "count": 2})"));
+            json::parse(R"({"view": "favourites", "group": 1, "group_name": "Films", "count": 2})"));
   EXPECT_EQ(report["group_tables"], json::parse(R"([{"table": "providers", "count": 0}, {"table": "genres", "count": 0},
                            {"table": "countries", "count": 0}, {"table": "favourite groups", "count": 1}])"));
   EXPECT_EQ(report["duplicate_services"], json::parse(R"([{"name": "Copy", "net_index": 1, "network_id": 1,
@@ -47,8 +47,27 @@ TEST_F(Convert, TheJsonReportHasEveryCountAndFinding) {
   EXPECT_EQ(report["counts_outside_arrays"], json::parse(R"([{"what": "radio", "counted": 1001, "present": 1000}])"));
   EXPECT_EQ(report["unresolved_entries"][0]["view"], "radio");
   EXPECT_EQ(report["unresolved_entries"].elements().back(),
-            json::parse(R"({"view": "favourites", "group": 0, "group_name": "Films", "position": 1, "number": 6,
+            json::parse(R"({"view": "favourites", "group": 1, "group_name": "Films", "position": 2, "number": 6,
       "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000, "polarisation": "H", "service_id": 8})"));
+}
+
+TEST_F(Convert, OfManyFindingsOfAKindTheFirstTenAreTold) {
+  channel_file file = plain_list();
+  for (int i = 0; i < 11; ++i) {
+    file.service({.service_id = 2, .name = "Copy"}).entry(VIEW_USER, {.service_id = 9}, 77 + i);
+  }
+
+  const std::vector<std::string> first = lines_of(convert(8, file).err);
+  ASSERT_EQ(first.size(), 22U);
+  EXPECT_TRUE(first[9].starts_with("chlist: convert: old.dat: dropped, occurs twice: \"Copy\" (")) << first[9];
+  EXPECT_EQ(first[10], "chlist: convert: old.dat: and 1 more: dropped, occurs twice (--all)");
+  EXPECT_TRUE(first[20].starts_with("chlist: convert: old.dat: resolves to no service: the USER view, position 10:"));
+  EXPECT_EQ(first[21], "chlist: convert: old.dat: and 1 more: resolves to no service (--all)");
+
+  const std::vector<std::string> all = lines_of(convert(8, file, {"--all"}).err);
+  ASSERT_EQ(all.size(), 22U);
+  EXPECT_TRUE(all[21].starts_with("chlist: convert: old.dat: resolves to no service: the USER view, position 11:"));
+  EXPECT_EQ(converted_json(8, file)["unresolved_entries"].size(), 11U);
 }
 
 TEST_F(Convert, NamesAreHarmlessOnATerminalAndInJson) {

@@ -46,7 +46,7 @@ TEST_P(ConvertVersion, SaysWhatWasCarried) {
                             "  entries: ALL                                         2\n"
                             "  entries: TV                                          1\n"
                             "  entries: radio                                       1\n"
-                            "  entries: favourites 0 \"Films\"                        1\n"
+                            "  entries: favourites 1 \"Films\"                        1\n"
                             "  favourite groups                                     1\n");
 }
 
@@ -97,7 +97,7 @@ TEST_P(ConvertVersion, KeepsAndNamesAnEntryThatResolvesToNothing) {
   const program_result result = convert(GetParam(), file);
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "chlist: convert: old.dat: resolves to no service: the USER view, position 0: number 77 "
+  EXPECT_EQ(result.err, "chlist: convert: old.dat: resolves to no service: the USER view, position 1: number 77 "
                         "(net 1, network 1, ts 100, 12000000 V, service 9)\n");
   ASSERT_EQ(load_named("new.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(majors(VIEW_USER), (std::vector<int>{77}));
@@ -106,12 +106,15 @@ TEST_P(ConvertVersion, KeepsAndNamesAnEntryThatResolvesToNothing) {
 TEST_P(ConvertVersion, CountsOutsideTheirArraysAreFindings) {
   channel_file file = plain_list();
   constexpr std::uint16_t minus_one = 0xFFFF;
-  file.set(list_field::tv_vnumber, 2, minus_one).set(test_support::group_place(GROUP_GENRE).count, 2, MAX_GENRE + 1);
+  file.set(list_field::tv_vnumber, 2, minus_one)
+      .set(test_support::view_place(VIEW_FAVOURITE + 1).count, 2, minus_one)
+      .set(test_support::group_place(GROUP_GENRE).count, 2, MAX_GENRE + 1);
 
   const program_result result = convert(GetParam(), file);
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "chlist: convert: old.dat: TV: counts -1, taken as 0\n"
+                        "chlist: convert: old.dat: favourites 2: counts -1, taken as 0\n"
                         "chlist: convert: old.dat: genres: counts 51, taken as 50\n");
 }
 

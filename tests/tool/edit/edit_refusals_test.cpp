@@ -56,8 +56,8 @@ TEST_F(EditRefusals, ServicesWithoutAFrequencyAreNeitherRemovedNorFiledAnew) {
 }
 
 TEST_F(EditRefusals, GroupsBeyondTheirTable) {
-  expect_refused({"fav", "move", "list.dat", "Best", "--to", "65536"},
-                 "position 65536 is not there: it can be 0 to 1 among the favourite groups");
+  expect_refused({"fav", "move", "list.dat", "Best", "--to", "65537"},
+                 "position 65537 is not there: it can be 1 to 2 among the favourite groups");
 }
 
 TEST_F(EditRefusals, NamesWithoutAByte) {
@@ -65,13 +65,15 @@ TEST_F(EditRefusals, NamesWithoutAByte) {
 }
 
 TEST_F(EditRefusals, PlacesThatAreNotThere) {
-  expect_refused({"move", "list.dat", "News", "--to", "5"},
-                 "position 5 is not there: it can be 0 to 4 in the ALL view");
-  expect_refused({"move", "list.dat", "News", "--to=-1"}, "position -1 is not there: it can be 0 to 4 in the ALL view");
-  expect_refused({"move", "list.dat", "News", "Films", "--to", "4"},
-                 "position 4 is not there: it can be 0 to 3 in the ALL view");
+  expect_refused({"move", "list.dat", "News", "--to", "6"},
+                 "position 6 is not there: it can be 1 to 5 in the ALL view");
+  expect_refused({"move", "list.dat", "News", "--to", "0"},
+                 "position 0 is not there: it can be 1 to 5 in the ALL view");
+  expect_refused({"move", "list.dat", "News", "--to=-1"}, "position -1 is not there: it can be 1 to 5 in the ALL view");
+  expect_refused({"move", "list.dat", "News", "Films", "--to", "5"},
+                 "position 5 is not there: it can be 1 to 4 in the ALL view");
   expect_refused({"move", "list.dat", "News", "--before", "News"}, "\"News\" is itself to be moved");
-  expect_refused({"move", "list.dat", "Music", "--to", "0", "--view", "tv"}, "\"Music\" has no entry in the TV view");
+  expect_refused({"move", "list.dat", "Music", "--to", "1", "--view", "tv"}, "\"Music\" has no entry in the TV view");
   expect_refused({"move", "list.dat", "News", "--after", "Music", "--view", "tv"},
                  "\"Music\" has no entry in the TV view");
   expect_refused({"sort", "list.dat", "--by", "name", "--view", "promo"}, "the promotion view cannot be sorted alone");
@@ -81,7 +83,7 @@ TEST_F(EditRefusals, UsageThatSaysTooLittleOrTooMuch) {
   for (const std::vector<std::string> &arguments :
        std::vector<std::vector<std::string>>{{"rename", "list.dat", "News"},
                                              {"move", "list.dat", "News"},
-                                             {"move", "list.dat", "News", "--to", "0", "--before", "Films"},
+                                             {"move", "list.dat", "News", "--to", "1", "--before", "Films"},
                                              {"renumber", "list.dat", "News"},
                                              {"renumber", "list.dat"},
                                              {"renumber", "list.dat", "News", "7", "--from", "1"},

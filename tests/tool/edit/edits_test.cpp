@@ -112,15 +112,15 @@ TEST_F(Edits, MoveServicesInOneView) {
   struct {
     std::vector<std::string> arguments;
     std::vector<std::size_t> order;
-  } const moves[] = {{{"News", "--to", "4"}, {1, 2, 3, 4, 0}},
-                     {{"Sport", "--to", "0"}, {3, 0, 1, 2, 4}},
+  } const moves[] = {{{"News", "--to", "5"}, {1, 2, 3, 4, 0}},
+                     {{"Sport", "--to", "1"}, {3, 0, 1, 2, 4}},
                      {{"Sport", "--before", "Films"}, {0, 3, 1, 2, 4}},
                      {{"News", "--after", "Films"}, {1, 0, 2, 3, 4}},
                      {{"Music", "News", "--after", "Sport"}, {1, 3, 2, 0, 4}},
-                     {{"News", "Films", "--to", "3"}, {2, 3, 4, 0, 1}},
-                     {{"Sport", "News", "--to", "1"}, {1, 3, 0, 2, 4}},
+                     {{"News", "Films", "--to", "4"}, {2, 3, 4, 0, 1}},
+                     {{"Sport", "News", "--to", "2"}, {1, 3, 0, 2, 4}},
                      {{"Sport", "News", "--before", "Films"}, {3, 0, 1, 2, 4}},
-                     {{"News", "--to", "0"}, {0, 1, 2, 3, 4}}};
+                     {{"News", "--to", "1"}, {0, 1, 2, 3, 4}}};
   for (const auto &move : moves) {
     SCOPED_TRACE(move.arguments[0] + move.arguments[1] + move.arguments[2]);
     write_file(path(), before.data);
@@ -149,7 +149,7 @@ TEST_F(Edits, MoveInEveryKindOfView) {
     bytes expected = before.data;
     reorder(expected, move.code, move.order);
 
-    expect_edit({"move", "list.dat", move.service, "--to", "0", "--view", move.view}, expected);
+    expect_edit({"move", "list.dat", move.service, "--to", "1", "--view", move.view}, expected);
   }
 }
 
@@ -162,7 +162,7 @@ TEST_F(Edits, SortViews) {
   expected = before.data;
   reorder(expected, best, {1, 0, 2});
   reorder(expected, VIEW_USER, {1, 0});
-  expect_edit({"sort", "list.dat", "--by", "number", "--view", "fav:0", "--view", "user"}, expected);
+  expect_edit({"sort", "list.dat", "--by", "number", "--view", "fav:1", "--view", "user"}, expected);
 
   write_file(path(), before.data);
   expected = before.data;
@@ -186,11 +186,11 @@ TEST_F(Edits, AnEditThatChangesNothingLeavesTheFile) {
            {"rename", "list.dat", "News", "News"},
            {"renumber", "list.dat", "News", "1"},
            {"unlock", "list.dat", "News"},
-           {"move", "list.dat", "News", "--to", "0"},
+           {"move", "list.dat", "News", "--to", "1"},
            {"sort", "list.dat", "--by", "number", "--view", "all"},
            {"set", "list.dat", "News", "frequency=11000000", "country=77", "pmt_pid=0"},
            {"fav", "rename", "list.dat", "Best", "Best"},
-           {"fav", "move", "list.dat", "Best", "--to", "0"}}) {
+           {"fav", "move", "list.dat", "Best", "--to", "1"}}) {
     const auto written = std::filesystem::last_write_time(path());
 
     const auto result = run(arguments);

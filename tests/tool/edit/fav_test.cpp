@@ -47,10 +47,10 @@ TEST_F(Favourites, AreAddedAtTheEndWithTheirNumbersInAll) {
 }
 
 TEST_F(Favourites, OneThatIsThereStaysWithANote) {
-  const auto result = run({"fav", "add", "list.dat", "0", "Films"});
+  const auto result = run({"fav", "add", "list.dat", "1", "Films"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "chlist: fav add: list.dat: \"Films\" is in the favourites 0 \"Best\" view already\n");
+  EXPECT_EQ(result.err, "chlist: fav add: list.dat: \"Films\" is in the favourites 1 \"Best\" view already\n");
   expect_bytes(before.data);
 }
 
@@ -78,7 +78,7 @@ TEST_F(Favourites, MoveInTheirGroup) {
 
   expected = read_file(path());
   reorder(expected, best, {1, 2, 0});
-  expect_edit({"fav", "move", "list.dat", "Best", "Sport", "--to", "2"}, expected);
+  expect_edit({"fav", "move", "list.dat", "Best", "Sport", "--to", "3"}, expected);
 }
 
 TEST_F(Favourites, AGroupMovesAndStaysTheCurrentOne) {
@@ -88,7 +88,7 @@ TEST_F(Favourites, AGroupMovesAndStaysTheCurrentOne) {
   put(expected, list_field::ch_type, 1, kids);
   put(expected, list_field::vch_type, 2, kids);
 
-  expect_edit({"fav", "move", "list.dat", "Kids", "--to", "0"}, expected);
+  expect_edit({"fav", "move", "list.dat", "Kids", "--to", "1"}, expected);
 }
 
 TEST_F(Favourites, AGroupGetsAnotherName) {
@@ -98,7 +98,7 @@ TEST_F(Favourites, AGroupGetsAnotherName) {
 
   put(expected, group_at(1) + group_field::name_len, 2, 4);
   expected.replace(group_at(1) + group_field::name, 4, "BOYS");
-  expect_edit({"fav", "rename", "list.dat", "1", "BOYS"}, expected);
+  expect_edit({"fav", "rename", "list.dat", "2", "BOYS"}, expected);
 }
 
 TEST_F(Favourites, AGroupThatIsDeletedGoesWhole) {
@@ -152,7 +152,7 @@ TEST_F(Favourites, ATableOfGroupsThatIsFullTakesNoMore) {
 
   expect_refused({"fav", "new", "list.dat", "One more"},
                  "no favourite group can be added: there are 20, the most that a list holds");
-  EXPECT_EQ(run({"fav", "move", "list.dat", "Best", "--to", "19"}).exit_code, 0);
+  EXPECT_EQ(run({"fav", "move", "list.dat", "Best", "--to", "20"}).exit_code, 0);
   EXPECT_EQ(run({"fav", "delete", "list.dat", "Group 19"}).exit_code, 0);
   EXPECT_EQ(run({"fav", "new", "list.dat", "One more"}).exit_code, 0);
 }
@@ -169,22 +169,22 @@ TEST_F(Favourites, AGroupThatIsFullTakesNoMore) {
   write_file(path(), before.data);
 
   expect_refused({"fav", "add", "list.dat", "Kids", "S48", "S49"},
-                 "\"S49\" cannot be added: the favourites 1 \"Kids\" view is full, it holds 40");
+                 "\"S49\" cannot be added: the favourites 2 \"Kids\" view is full, it holds 40");
   EXPECT_EQ(run({"fav", "add", "list.dat", "Kids", "S48"}).exit_code, 0);
   EXPECT_EQ(get(read_file(path()), view_place(kids).count, 2), 40U);
-  EXPECT_EQ(run({"fav", "move", "list.dat", "Kids", "S48", "--to", "0"}).exit_code, 0);
+  EXPECT_EQ(run({"fav", "move", "list.dat", "Kids", "S48", "--to", "1"}).exit_code, 0);
   EXPECT_EQ(get(read_file(path()), number_at(kids, 0), 2), 148U);
 }
 
 TEST_F(Favourites, AreListed) {
   EXPECT_EQ(run({"fav", "list", "list.dat"}).out, "group  id  name  entries\n"
-                                                  "    0   0  Best        3\n"
-                                                  "    1   1  Kids        1\n");
+                                                  "    1   0  Best        3\n"
+                                                  "    2   1  Kids        1\n");
   EXPECT_EQ(json::parse(run({"fav", "list", "list.dat", "--json"}).out)["groups"],
-            chlist::json::parse(R"([{"group": 0, "id": 0, "name": "Best", "count": 3},
-                                      {"group": 1, "id": 1, "name": "Kids", "count": 1}])"));
+            chlist::json::parse(R"([{"group": 1, "id": 0, "name": "Best", "count": 3},
+                                      {"group": 2, "id": 1, "name": "Kids", "count": 1}])"));
   EXPECT_EQ(json::parse(run({"fav", "list", "list.dat", "Kids", "--json"}).out)["entries"],
-            chlist::json::parse(R"([{"position": 0, "number": 9, "minor": 0, "name": "Sport", "net_index": 1,
+            chlist::json::parse(R"([{"position": 1, "number": 9, "minor": 0, "name": "Sport", "net_index": 1,
                                        "network_id": 1, "ts_id": 200, "frequency": 12000000, "polarisation": "V",
                                        "service_id": 3}])"));
   expect_bytes(before.data);
@@ -198,7 +198,7 @@ TEST_F(Favourites, AreListedWithoutTheSelectorsOfTheirNames) {
 
   expect_refused({"fav", "new", "list.dat", "docs"}, "there is a favourite group \"Docs\" already");
   EXPECT_EQ(json::parse(run({"fav", "list", "list.dat", "--json"}).out)["groups"][2],
-            chlist::json::parse(R"({"group": 2, "id": 2, "name": "Docs", "count": 0})"));
+            chlist::json::parse(R"({"group": 3, "id": 2, "name": "Docs", "count": 0})"));
 }
 
 TEST_F(Favourites, OfOneIdAreListedButNotEdited) {
@@ -211,15 +211,17 @@ TEST_F(Favourites, OfOneIdAreListedButNotEdited) {
 }
 
 TEST_F(Favourites, RefuseWhatIsNotThere) {
-  expect_refused({"fav", "add", "list.dat", "2", "News"}, "no favourite group \"2\": there are 2");
+  expect_refused({"fav", "add", "list.dat", "3", "News"}, "no favourite group \"3\": there are 2");
   expect_refused({"fav", "remove", "list.dat", "Kids", "News"},
-                 "\"News\" has no entry in the favourites 1 \"Kids\" view");
+                 "\"News\" has no entry in the favourites 2 \"Kids\" view");
   expect_refused({"fav", "new", "list.dat", "BEST"}, "there is a favourite group \"Best\" already");
   expect_refused({"fav", "rename", "list.dat", "Kids", "best"}, "there is a favourite group \"Best\" already");
   expect_refused({"fav", "new", "list.dat", ""}, "a name has one byte at least");
   expect_refused({"fav", "rename", "list.dat", "Kids", ""}, "a name has one byte at least");
-  expect_refused({"fav", "move", "list.dat", "Kids", "--to", "2"},
-                 "position 2 is not there: it can be 0 to 1 among the favourite groups");
+  expect_refused({"fav", "move", "list.dat", "Kids", "--to", "3"},
+                 "position 3 is not there: it can be 1 to 2 among the favourite groups");
+  expect_refused({"fav", "move", "list.dat", "Kids", "--to", "0"},
+                 "position 0 is not there: it can be 1 to 2 among the favourite groups");
   expect_refused({"fav", "move", "list.dat", "Kids", "--before", "News"},
                  "a group moves --to a position among the groups");
   put(before.data, group_at(1) + group_field::id, 2, 0);

@@ -142,7 +142,7 @@ TEST_F(Renumber, AServiceInNoViewHasNoNumber) {
   expect_refused({"renumber", "list.dat", "Hidden", "7"}, "\"Hidden\" has no entry in any view");
   expect_refused({"renumber", "list.dat", "Hidden", "7", "--view", "tv"}, "\"Hidden\" has no entry in the TV view");
   expect_refused({"fav", "add", "list.dat", "Kids", "Hidden"}, "\"Hidden\" has no entry in any view");
-  expect_refused({"move", "list.dat", "Hidden", "--to", "0"}, "\"Hidden\" has no entry in the ALL view");
+  expect_refused({"move", "list.dat", "Hidden", "--to", "1"}, "\"Hidden\" has no entry in the ALL view");
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ TEST_F(ServiceFields, TellTheFieldsOfServiceAndEntry) {
   service->user_order_key = -3;
   service->video_pid = 0;
   service->video_tag = 0;
-  EXPECT_EQ(value("position"), 0);
+  EXPECT_EQ(value("position"), 1);
   EXPECT_EQ(value("number"), 7);
   EXPECT_EQ(value("minor"), 2);
   EXPECT_EQ(value("tag"), 1);
@@ -129,7 +129,7 @@ TEST_F(ServiceFields, FavouritesAreTheGroupsThatHoldTheService) {
   list.favorite_group_num = 1;
   append_entry(VIEW_FAVOURITE, entry_of(*service, 1));
   append_entry(VIEW_FAVOURITE_LAST, entry_of(*service, 1));
-  EXPECT_EQ(value("favourites"), json::array({"Films", "19"}));
+  EXPECT_EQ(value("favourites"), json::array({"Films", "20"}));
 }
 
 TEST_F(ServiceFields, AnEntryWithoutAServiceHasItsIdentityOnly) {
@@ -180,7 +180,7 @@ TEST_F(ServiceFields, AViewIsListedInItsOrder) {
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_EQ(rows[0].service, &taken.services[0]);
   EXPECT_EQ(rows[1].service, nullptr);
-  EXPECT_EQ(rows[1].position, 1U);
+  EXPECT_EQ(rows[1].index, 1U);
   EXPECT_TRUE(rows_of(taken, VIEW_TV).empty());
 }
 

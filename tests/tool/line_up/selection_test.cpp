@@ -12,11 +12,13 @@
 
 #include "channel/store/hierarchy.h"
 #include "chlist/line_up/list_line_up.h"
+#include "chlist/report.h"
 #include "support/providers.h"
 #include "support/store_builder.h"
 
 namespace {
 
+using chlist::label_of;
 using chlist::line_up_in_memory;
 using test_support::append_entry;
 using test_support::entry_of;
@@ -172,11 +174,11 @@ TEST_F(ViewNames, EveryViewHasOne) {
   EXPECT_EQ(view_named("promo"), VIEW_PROMOTION);
 }
 
-TEST_F(ViewNames, FavouriteGroupsGoByNameThenByPlace) {
+TEST_F(ViewNames, FavouriteGroupsGoByNameThenByPosition) {
   EXPECT_EQ(view_named("fav:films"), VIEW_FAVOURITE);
   EXPECT_EQ(view_named("fav:7"), VIEW_FAVOURITE + 1);
-  EXPECT_EQ(view_named("fav:0"), VIEW_FAVOURITE);
-  EXPECT_EQ(view_named("fav:19"), VIEW_FAVOURITE_LAST);
+  EXPECT_EQ(view_named("fav:1"), VIEW_FAVOURITE);
+  EXPECT_EQ(view_named("fav:20"), VIEW_FAVOURITE_LAST);
 }
 
 TEST_F(ViewNames, AGroupWhoseNameAnotherHasIsRefused) {
@@ -185,29 +187,36 @@ TEST_F(ViewNames, AGroupWhoseNameAnotherHasIsRefused) {
   list.favorite_group_num = 2;
 
   EXPECT_EQ(error_of([] { static_cast<void>(view_named("fav:Twin")); }),
-            "several favourite groups are named \"Twin\": name one by its place, fav:0");
-  EXPECT_EQ(view_named("fav:1"), VIEW_FAVOURITE + 1);
+            "several favourite groups are named \"Twin\": name one by its position, fav:1");
+  EXPECT_EQ(view_named("fav:2"), VIEW_FAVOURITE + 1);
 }
 
 TEST_F(ViewNames, AnUnknownOneIsRefusedWithThoseThatThereAre) {
-  const std::string known = "here are all, tv, radio, user, promo, fav:0 to fav:19, fav:Films, fav:7";
-  for (const char *name : {"", "work", "fav:20", "fav:-1", "fav"}) {
+  const std::string known = "here are all, tv, radio, user, promo, fav:1 to fav:20, fav:Films, fav:7";
+  for (const char *name : {"", "work", "fav:00", "fav:21", "fav:-1", "fav"}) {
     EXPECT_EQ(error_of([name] { view_named(name); }), "no view \"" + std::string(name) + "\": t" + known);
   }
   EXPECT_EQ(error_of([] { view_named("fav:Film"); }), "no view \"fav:Film\": did you mean \"fav:Films\"? T" + known);
 }
 
-TEST_F(ViewNames, AreWrittenAsTheyAreRead) {
-  for (const int view : {+VIEW_ALL, +VIEW_TV, +VIEW_RADIO, +VIEW_USER, +VIEW_PROMOTION, +VIEW_FAVOURITE, 29}) {
-    EXPECT_EQ(view_named(chlist::text_of_view(static_cast<std::int8_t>(view))), view);
+TEST_F(ViewNames, AreReadAsTheyAreWritten) {
+  for (const int view : {+VIEW_ALL, +VIEW_TV, +VIEW_RADIO, +VIEW_USER, +VIEW_PROMOTION}) {
+    EXPECT_EQ(view_named(label_of(*chlist::name_of_view(static_cast<std::int8_t>(view)))), view);
   }
+}
+
+TEST_F(ViewNames, AreThoseOfTheCodesThatViewsHave) {
+  EXPECT_EQ(label_of(chlist::name_of_view(VIEW_FAVOURITE).value()), "favourites 1");
+  EXPECT_EQ(label_of(chlist::name_of_view(VIEW_FAVOURITE_LAST).value()), "favourites 20");
+  EXPECT_FALSE(chlist::name_of_view(VIEW_FAVOURITE_LAST + 1).has_value());
+  EXPECT_FALSE(chlist::name_of_view(-1).has_value());
 }
 
 TEST_F(ViewNames, OfFavouriteGroupsOnlyThoseThatThereAreAreNamedAsGroups) {
   EXPECT_EQ(chlist::favourite_group_named(line_up_in_memory(), "films"), 0U);
-  EXPECT_EQ(chlist::favourite_group_named(line_up_in_memory(), "1"), 1U);
-  EXPECT_EQ(error_of([] { chlist::favourite_group_named(line_up_in_memory(), "2"); }),
-            "no favourite group \"2\": there are 2");
+  EXPECT_EQ(chlist::favourite_group_named(line_up_in_memory(), "2"), 1U);
+  EXPECT_EQ(error_of([] { chlist::favourite_group_named(line_up_in_memory(), "3"); }),
+            "no favourite group \"3\": there are 2");
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class Diff : public listing_host {
 
 TEST_F(Diff, EqualFilesHaveNone) {
   EXPECT_EQ(diff(sample_list(), 0), "no differences\n");
-  EXPECT_EQ(json_diff(sample_list(), 0), (json{{"schema", 1},
+  EXPECT_EQ(json_diff(sample_list(), 0), (json{{"schema", 2},
                                                {"before_file", "list.dat"},
                                                {"after_file", "new.dat"},
                                                {"is_changed", false},
@@ -71,7 +71,7 @@ TEST_F(Diff, TellsFieldsAndNumbersThatChanged) {
                         "Changed:\n"
                         "  \"News 24\" (1:1:100:11000000H:1)\n"
                         "    name: \"News\" -> \"News 24\"\n"
-                        "    number in favourites 0 \"Best\": - -> 101\n"
+                        "    number in favourites 1 \"Best\": - -> 101\n"
                         "  \"Films\" (1:1:100:11000000H:2)\n"
                         "    provider: \"Sky\" -> \"BBC\"\n"
                         "    locked: yes -> no\n"
@@ -79,7 +79,7 @@ TEST_F(Diff, TellsFieldsAndNumbersThatChanged) {
                         "    flags: 6 -> 0\n"
                         "    provider id: 3 -> 0\n"
                         "    number in ALL: 12 -> 14\n"
-                        "    number in favourites 0 \"Best\": 12 -> -\n");
+                        "    number in favourites 1 \"Best\": 12 -> -\n");
 }
 
 TEST_F(Diff, TheJsonReportNamesFieldsAndViews) {
@@ -110,7 +110,7 @@ TEST_F(Diff, TellsSettingsGroupsNetworksAndTheOrderOfViews) {
                         "  ALL view: 1 service moved: \"Films\"\n"
                         "  USER view: entries without a service: - -> 4 1:1:100:11000000H:99\n"
                         "  genre 1 added: \"Sport\"\n"
-                        "  favourite group 0 removed: \"Best\"\n"
+                        "  favourite group 1 removed: \"Best\"\n"
                         "  provider 3: name: \"Sky\" -> \"Viva\"\n"
                         "  bouquet id: - -> 5\n");
 }

@@ -16,7 +16,7 @@ TEST_F(Info, CountsWhatTheFileHolds) {
                                              "  tuner                   -\n"
                                              "  channel type            0\n"
                                              "  bouquet id              7\n"
-                                             "  current view            all\n"
+                                             "  current view            ALL\n"
                                              "  group kind in use       all\n"
                                              "  group id in use         -\n"
                                              "  network index in use    -\n"
@@ -35,7 +35,7 @@ TEST_F(Info, CountsWhatTheFileHolds) {
                                              "  radio                   1 of 1000\n"
                                              "  promotion               0 of 10\n"
                                              "  USER                    0 of 5000\n"
-                                             "  favourites 0 \"Best\"     1 of 40\n"
+                                             "  favourites 1 \"Best\"     1 of 40\n"
                                              "Groups\n"
                                              "  providers               2 of 500: BBC, Sky\n"
                                              "  genres                  0 of 50\n"
@@ -56,7 +56,7 @@ TEST_F(Info, TheJsonReportNamesEverything) {
   EXPECT_EQ(report["settings"], (json{{"use_tuner", nullptr},
                                       {"ch_type", 0},
                                       {"bouquet_id", nullptr},
-                                      {"current_view", "all"},
+                                      {"current_view", "ALL"},
                                       {"group_kind", "all"},
                                       {"group_id", nullptr},
                                       {"net_index", nullptr},

@@ -53,7 +53,7 @@ TEST_F(List, ListsEachView) {
   EXPECT_EQ(names({"--view", "user"}), (texts{}));
   EXPECT_EQ(names({"--view", "promo"}), (texts{}));
   EXPECT_EQ(names({"--view", "fav:best"}), (texts{"Films"}));
-  EXPECT_EQ(names({"--view", "fav:0"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--view", "fav:1"}), (texts{"Films"}));
 }
 
 TEST_F(List, SortsAsTheReceiverDoes) {
@@ -69,7 +69,7 @@ TEST_F(List, SortsEachViewAndThePromotionView) {
   file.entry(VIEW_PROMOTION, news, 9).entry(VIEW_PROMOTION, films, 3).entry(VIEW_FAVOURITE, news, 2, 0);
   write("list.dat", file);
   EXPECT_EQ(names({"--view", "promo", "--sort", "number"}), (texts{"Films", "News"}));
-  EXPECT_EQ(names({"--view", "fav:0", "--sort", "favourite_key"}), (texts{"News", "Films"}));
+  EXPECT_EQ(names({"--view", "fav:1", "--sort", "favourite_key"}), (texts{"News", "Films"}));
   EXPECT_EQ(names({"--view", "tv", "--sort", "name"}), (texts{"Films", "News"}));
 }
 
@@ -131,19 +131,59 @@ TEST_F(List, WritesCsvWithAHeaderLine) {
             "number,name,favourites\r\n101,News,\r\n12,Films,Best\r\n13,\"Music, \"\"live\"\"\",\r\n");
 }
 
+// What the CSV says is what a list that is made of it says. Names are one line of plain text in every listing.
+TEST_F(List, CsvComesBackFromAnImportAsItWas) {
+  const std::vector<std::string> service_names = {"\"Quoted\" 'name'",
+                                                  "One, two; three",
+                                                  "A\tB\nC\rD\x1B[31mE",
+                                                  "\x15"
+                                                  "Caf\xC3\xA9 \xEF\xBF\xBD",
+                                                  "=1+1",
+                                                  " ",
+                                                  ""};
+  channel_file file;
+  file.group(GROUP_FAV, 0, "Best").group(GROUP_FAV, 1, "News, Sport").group(GROUP_PROVIDER, 0, "Sky, \"UK\"");
+  for (std::uint16_t i = 0; i < service_names.size(); ++i) {
+    const service_data service = {.service_id = i, .name = service_names[i]};
+    file.service(service).entry(VIEW_ALL, service, 10 + i).entry(VIEW_TV, service, 10 + i);
+    file.entry(VIEW_FAVOURITE, service, 10 + i).entry(VIEW_FAVOURITE + 1, service, 10 + i);
+  }
+  write("list.dat", file);
+  const std::string columns = "position,number,minor,name,short_name,type,provider,favourites,net_index,network_id,"
+                              "ts_id,frequency,polarisation,service_id,pmt_pid,video_pid,flags,locked,order_key";
+  const std::string csv = list({"--columns", columns, "--format", "csv"});
+  write_file(path("list.csv"), csv);
+
+  EXPECT_TRUE(has_line(output_of({"import", "list.csv", "-o", "list.dat"}), "list.dat: 2 favourite groups"));
+  EXPECT_EQ(list({"--columns", columns, "--format", "csv"}), csv);
+}
+
 TEST_F(List, CsvAndJsonHaveAllColumns) {
   const std::string csv = list({"--format", "csv"});
   EXPECT_TRUE(csv.starts_with("position,number,minor,name,short_name,")) << csv;
   const json report = json::parse(list({"--format", "json"}));
   EXPECT_EQ(report["file"], "list.dat");
-  EXPECT_EQ(report["view"], "all");
+  EXPECT_EQ(report["view"], "ALL");
   const json &entry = report["entries"][2];
+  EXPECT_EQ(entry["position"], 3);
   EXPECT_EQ(entry["name"], music_name);
   EXPECT_EQ(entry["frequency"], 11'727'480);
   EXPECT_EQ(entry["locked"], false);
   EXPECT_EQ(entry["genre"], nullptr);
   EXPECT_EQ(entry.size(), static_cast<std::size_t>(std::ranges::count(csv.substr(0, csv.find('\r')), ',')) + 1);
   EXPECT_EQ(list({"--json"}), list({"--format", "json"}));
+}
+
+TEST_F(List, JsonNamesTheViewAsOtherDocumentsDo) {
+  const json promotion = json::parse(list({"--view", "promotion", "--columns", "name", "--json"}));
+  EXPECT_EQ(promotion, (json{{"schema", 2}, {"file", "list.dat"}, {"view", "promotion"}, {"entries", json::array()}}));
+  const json favourites = json::parse(list({"--view", "fav:1", "--columns", "name", "--json"}));
+  EXPECT_EQ(favourites, (json{{"schema", 2},
+                              {"file", "list.dat"},
+                              {"view", "favourites"},
+                              {"group", 1},
+                              {"group_name", "Best"},
+                              {"entries", json::array({json{{"name", "Films"}}})}}));
 }
 
 TEST_F(List, AnEntryWithoutAServiceHasItsIdentity) {
@@ -179,7 +219,7 @@ TEST_F(List, TheHelpNamesAllSorts) {
 
 TEST_F(List, RefusesWhatThereIsNot) {
   expect_refused({"list", "list.dat", "--view", "fav:Worst"},
-                 "no view \"fav:Worst\": there are all, tv, radio, user, promo, fav:0 to fav:19, fav:Best");
+                 "no view \"fav:Worst\": there are all, tv, radio, user, promo, fav:1 to fav:20, fav:Best");
   expect_refused({"list", "list.dat", "--sort", "colour"},
                  "no sort \"colour\": there are number, name, transponder, service_id, favourite_key, order_key");
   for (const char *option : {"--columns", "--filter"}) {

@@ -49,9 +49,9 @@ TEST_F(Show, TellsFieldsPlaceAndEntries) {
                                                       "  network         1\n"
                                                       "  transponders    2\n"
                                                       "view                 number  position  tag  favourite key\n"
-                                                      "ALL                      12         1    0              0\n"
-                                                      "TV                       12         1    0              0\n"
-                                                      "favourites 0 \"Best\"      12         0    0              1\n");
+                                                      "ALL                      12         2    0              0\n"
+                                                      "TV                       12         2    0              0\n"
+                                                      "favourites 1 \"Best\"      12         1    0              1\n");
 }
 
 TEST_F(Show, TheJsonReportSaysTheSame) {
@@ -67,9 +67,9 @@ TEST_F(Show, TheJsonReportSaysTheSame) {
   EXPECT_EQ(report["network"], (json{{"net_index", 1}, {"network_id", 1}, {"name", "Astra"}, {"transponders", 2}}));
   ASSERT_EQ(report["entries"].size(), 3U);
   EXPECT_EQ(report["entries"][2], (json{{"view", "favourites"},
-                                        {"group", 0},
+                                        {"group", 1},
                                         {"group_name", "Best"},
-                                        {"position", 0},
+                                        {"position", 1},
                                         {"number", 12},
                                         {"minor", 0},
                                         {"tag", 0},
@@ -104,7 +104,7 @@ TEST_F(Show, WhatIsNotOneServiceIsRefused) {
                                             "      12  1:1:100:11000000H:2  \"Films\"\n"
                                             "      13  1:1:101:11727480V:5  \"Music, \\\"live\\\"\"");
   expect_refused({"show", "list.dat", "s", "--view", "none"},
-                 "no view \"none\": there are all, tv, radio, user, promo, fav:0 to fav:19, fav:Best");
+                 "no view \"none\": there are all, tv, radio, user, promo, fav:1 to fav:20, fav:Best");
 }
 
 TEST_F(Show, RefusesBadFiles) { expect_bad_files_refused("show", {"News"}); }

@@ -66,10 +66,30 @@ TEST_F(MergeTool, AnEntryThatResolvedToNothingIsDroppedAndNamed) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err,
-            "chlist: merge: list.dat: dropped, resolves to no service: the USER view, position 0: number 77 "
+            "chlist: merge: list.dat: dropped, resolves to no service: the USER view, position 1: number 77 "
             "(net 1, network 1, ts 100, 11000000 H, service 9)\n");
   ASSERT_EQ(load_named("out.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(list.user_vnumber, 0);
+}
+
+TEST_F(MergeTool, OfManyFindingsOfAKindTheFirstTenAreTold) {
+  channel_file file = own_list();
+  std::vector<service_data> scanned = {news, films, music};
+  for (int i = 0; i < 12; ++i) {
+    file.entry(VIEW_USER, {.service_id = 9}, 77 + i);
+    scanned.push_back({.service_id = 5, .name = "Copy"});
+  }
+  write_list(file);
+  write_scan(scan_of(scanned));
+
+  const std::vector<std::string> first = lines_of(merge().err);
+  ASSERT_EQ(first.size(), 22U);
+  EXPECT_TRUE(first[9].starts_with("chlist: merge: list.dat: dropped, resolves to no service: the USER view,"));
+  EXPECT_EQ(first[10], "chlist: merge: list.dat: and 2 more: dropped, resolves to no service (--all)");
+  EXPECT_EQ(first[21], "chlist: merge: scan.dat: and 2 more: taken once, occurs twice (--all)");
+
+  EXPECT_EQ(lines_of(merge({"--all"}).err).size(), 24U);
+  EXPECT_EQ(merged_json()["dropped_entries"].size(), 12U);
 }
 
 // A list with a number of radio services, and the same services in a new list.

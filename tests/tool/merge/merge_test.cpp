@@ -33,7 +33,7 @@ TEST_F(MergeTool, ShowsWhatIsAddedAndDeletedWithNumbersAndFavourites) {
                          "    1       1   100   11000000   H       5    2  ALL 5, radio 5: \"Music\"\n"
                          "Deleted, and with them 1 favourite:\n"
                          "  net network    ts  frequency pol service type  entries: name\n"
-                         "    1       1   100   11000000   H       2    1  ALL 102, TV 102, favourites 0 \"Best\" 102: "
+                         "    1       1   100   11000000   H       2    1  ALL 102, TV 102, favourites 1 \"Best\" 102: "
                          "\"Films\"\n");
 }
 
@@ -42,14 +42,14 @@ TEST_F(MergeTool, TheJsonReportSaysTheSame) {
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(json::parse(result.out), json::parse(R"({
-      "schema": 1, "file": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
+      "schema": 2, "file": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
       "added": [{"name": "Music", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
                  "polarisation": "H", "service_id": 5, "service_type": 2,
                  "entries": [{"view": "ALL", "number": 5}, {"view": "radio", "number": 5}]}],
       "removed": [{"name": "Films", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
                    "polarisation": "H", "service_id": 2, "service_type": 1,
                    "entries": [{"view": "ALL", "number": 102}, {"view": "TV", "number": 102},
-                               {"view": "favourites", "group": 0, "group_name": "Best", "number": 102}]}],
+                               {"view": "favourites", "group": 1, "group_name": "Best", "number": 102}]}],
       "dropped_entries": [], "duplicate_services": [], "full_views": [], "notes": []})"));
 }
 

@@ -118,7 +118,7 @@ TEST_F(Salvaging, FavouritesWhoseGroupsAreCutOutGetAName) {
 
   EXPECT_EQ(outcome.list.named_groups, 2U);
   EXPECT_EQ(get_channel_list()->favorite_group_num, 2);
-  EXPECT_STREQ(get_channel_list()->favorite_group[1].name, "Favourites 1");
+  EXPECT_STREQ(get_channel_list()->favorite_group[1].name, "Favourites 2");
   EXPECT_EQ(get_channel_list()->favorite_vnumber[1], 6);
 }
 

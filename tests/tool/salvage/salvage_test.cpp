@@ -57,7 +57,7 @@ TEST_F(SalvageTool, AWholeFileIsWrittenAsItIs) {
             (std::vector<std::string>{path("out.dat") +
                                           ": 3 services on 1 transponder in 1 network, from 461720 bytes of version 10",
                                       "  entries: ALL                                 3",
-                                      "  entries: favourites 0 \"Best\"                 2", "Everything came back."}));
+                                      "  entries: favourites 1 \"Best\"                 2", "Everything came back."}));
   EXPECT_EQ(result.err, "");
 }
 
@@ -92,10 +92,10 @@ TEST_F(SalvageTool, WhatIsLostIsShownWithItsPlaces) {
       lines_of(result.out),
       (std::vector<std::string>{
           path("out.dat") + ": 2 services on 1 transponder in 1 network, from 461508 bytes of version 10",
-          "  entries: ALL                                 2", "  entries: favourites 0 \"Best\"                 1",
+          "  entries: ALL                                 2", "  entries: favourites 1 \"Best\"                 1",
           "Counts claim 1 service more than came back", "Lost entries, their services did not come back:",
-          "  the ALL view, position 2: number 103 (net 1, network 1, ts 100, 11000000 H, service 5)",
-          "  the favourites 0 \"Best\" view, position 0: number 103 (net 1, network 1, ts 100, 11000000 H, service "
+          "  the ALL view, position 3: number 103 (net 1, network 1, ts 100, 11000000 H, service 5)",
+          "  the favourites 1 \"Best\" view, position 1: number 103 (net 1, network 1, ts 100, 11000000 H, service "
           "5)",
           "Lost bytes, which belong to no record:", "     461408  100 bytes"}));
 }
@@ -155,7 +155,7 @@ TEST_F(SalvageTool, WithoutServicesItIsToldThatEntriesAloneAreLeft) {
       lines_of(result.out),
       (std::vector<std::string>{
           path("out.dat") + ": 0 services on 0 transponders in 0 networks, from 339364 bytes of version 10",
-          "  entries: ALL                                 3", "  entries: favourites 0 \"Best\"                 2",
+          "  entries: ALL                                 3", "  entries: favourites 1 \"Best\"                 2",
           "The list's own record lacks its last 120668 bytes",
           "No service is left: 5 entries are kept, without anything to tune to"}));
   EXPECT_EQ(load_named("out.dat"), 10);

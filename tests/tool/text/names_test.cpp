@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/text/names.h"
+#include "chlist/text/utf8.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "chlist/check/rules.h"
+#include "chlist/fields/values.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 
@@ -21,13 +22,12 @@ struct checked_view {
   const list_view &view;
   finding_list &findings;
 
-  [[nodiscard]] std::string describe_entry(std::size_t position) const {
-    const virtual_channel_st &entry = view.slots[position];
-    return describe(placed_entry{view.name, position, entry.major_ch_num, channel::identity_of(entry)});
+  [[nodiscard]] std::string describe_entry(std::size_t index) const {
+    const virtual_channel_st &entry = view.slots[index];
+    return describe(placed_entry{view.name, index, entry.major_ch_num, channel::identity_of(entry)});
   }
-  void add(std::size_t position, severity level, std::string_view kind, std::string what,
-           std::string consequence) const {
-    findings.push_back({framed.offset_of(&view.slots[position]), level, kind, std::move(what), std::move(consequence)});
+  void add(std::size_t index, severity level, std::string_view kind, std::string what, std::string consequence) const {
+    findings.push_back({framed.offset_of(&view.slots[index]), level, kind, std::move(what), std::move(consequence)});
   }
 };
 
@@ -45,7 +45,7 @@ void check_identities(const checked_view &checked) {
     for (const std::size_t earlier : alike) {
       if (channel::same_entry(entries[earlier], channel::tagged_identity_of(entries[i]))) {
         checked.add(i, severity::warning, "duplicate-entry",
-                    fmt::format("{} is the same as position {}", checked.describe_entry(i), earlier),
+                    fmt::format("{} is the same as position {}", checked.describe_entry(i), position_of(earlier)),
                     "searches by identity stop at the first one; the service is listed twice");
         break;
       }
@@ -65,9 +65,10 @@ void check_numbers(const checked_view &checked) {
     const auto minor = static_cast<std::uint16_t>(entries[i].minor_ch_num);
     const auto [found, is_new] = first.emplace(std::uint32_t{major} << 16U | minor, i);
     if (!is_new) {
-      checked.add(i, severity::warning, "duplicate-number",
-                  fmt::format("{} has the number of position {}", checked.describe_entry(i), found->second),
-                  "a number that is keyed in leads to the first one; this one is reached by zapping only");
+      checked.add(
+          i, severity::warning, "duplicate-number",
+          fmt::format("{} has the number of position {}", checked.describe_entry(i), position_of(found->second)),
+          "a number that is keyed in leads to the first one; this one is reached by zapping only");
     }
   }
 }
@@ -81,8 +82,8 @@ void check_position_keys(const checked_view &checked) {
   for (std::size_t i = 0; i < entries.size(); ++i) {
     if (!seen.insert(entries[i].favorite_id).second) {
       checked.add(i, severity::note, "duplicate-position-key",
-                  fmt::format("the {} view, position {}: favourite id {} occurs before", label_of(checked.view.name), i,
-                              entries[i].favorite_id),
+                  fmt::format("the {} view, position {}: favourite id {} occurs before", label_of(checked.view.name),
+                              position_of(i), entries[i].favorite_id),
                   "when the group is selected its entries get the ids 0, 1, 2, ... in their present order");
       return;
     }

@@ -11,6 +11,7 @@
 
 #include "channel/store/group_table.h"
 #include "chlist/check/rules.h"
+#include "chlist/fields/values.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
@@ -69,10 +70,10 @@ void check_uncounted_groups(const file_records &framed, finding_list &findings) 
   const int groups = std::max<int>(channel::counted_in_low_byte(list.favorite_group_num), 0);
   for (int group = groups; group < MAX_FAV; ++group) {
     if (const std::int16_t &entries = list.favorite_vnumber[group]; entries > 0) {
-      findings.push_back(
-          {framed.offset_of(&entries), severity::warning, "entries-without-group",
-           fmt::format("favourites {} counts {} in use, the table of groups only {}", group, entries, groups),
-           "no menu shows these entries; they go when a group is created in their place"});
+      findings.push_back({framed.offset_of(&entries), severity::warning, "entries-without-group",
+                          fmt::format("favourites {} counts {} in use, the table of groups only {}", position_of(group),
+                                      entries, groups),
+                          "no menu shows these entries; they go when a group is created in their place"});
     }
   }
 }

@@ -21,7 +21,7 @@ struct loss {
 // A view or a group table whose count lies outside its array.
 struct cut_array {
   std::string_view array;
-  int group = -1;  // of favourites
+  int group = -1;  // of favourites: its index
   int counted = 0;
   std::size_t carried = 0;
 };

@@ -5,11 +5,13 @@
 
 #include <algorithm>
 
+#include "chlist/fields/values.h"
+
 namespace chlist {
 namespace {
 
 std::string name_of(const cut_array &cut) {
-  return cut.group < 0 ? std::string(cut.array) : fmt::format("{} {}", cut.array, cut.group);
+  return cut.group < 0 ? std::string(cut.array) : fmt::format("{} {}", cut.array, position_of(cut.group));
 }
 
 json json_of_cut(const cut_array &cut) {

@@ -44,16 +44,12 @@ json json_of_result(const new_list_options &options, const conversion &result) {
 }
 
 void report_findings(const new_list_options &options, const conversion &result) {
-  const std::string input = options.input.string();
-  for (const known_service &service : result.duplicates) {
-    print_message(fmt::format("{}: {}", input, text_of_duplicate(service)));
-  }
-  for (const placed_entry &entry : result.unresolved) {
-    print_message(fmt::format("{}: resolves to no service: {}", input, describe(entry)));
-  }
-  for (const cut_array &cut : result.cut) {
-    print_message(fmt::format("{}: {}", input, text_of_cut(cut)));
-  }
+  const fs::path &input = options.input;
+  const bool shows_all = options.shows_all;
+  print_messages<known_service>(input, "dropped, occurs twice", result.duplicates, shows_all, text_of_duplicate);
+  print_messages<placed_entry>(input, "resolves to no service", result.unresolved, shows_all,
+                               [](const auto &entry) { return "resolves to no service: " + describe(entry); });
+  print_messages<cut_array>(input, "counts outside its array", result.cut, shows_all, text_of_cut);
 }
 
 void print_carried(const conversion &result) {
@@ -100,7 +96,10 @@ command convert_command() {
       .options =
           {{.names = "OLD", .target = &options->input, .about = "the channel file to read", .is_required = true},
            {.names = "NEW", .target = &options->output, .about = "the channel file to write", .is_required = true},
-           {.names = "--json", .target = &options->as_json, .about = "report as JSON, findings included"}},
+           {.names = "--all",
+            .target = &options->shows_all,
+            .about = "tell every finding, not only the first ten of each kind"},
+           {.names = "--json", .target = &options->as_json, .about = "report as JSON, every finding included"}},
       .run = [options] { return make_new_list(*options, road); }};
 }
 

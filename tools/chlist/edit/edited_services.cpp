@@ -96,7 +96,7 @@ std::string title_of(std::int8_t view) {
   return fmt::format("view {}", view);
 }
 
-int position_of(const channel::view &view, const channel_st &service) {
+int index_of(const channel::view &view, const channel_st &service) {
   const auto entries = view.used();
   const auto found = std::ranges::find(entries, &service, &virtual_channel_st::rch);
   return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());

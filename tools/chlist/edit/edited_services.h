@@ -32,8 +32,8 @@ std::vector<std::int8_t> saved_views();
 // "the TV view", "the favourites 0 \"Films\" view".
 std::string title_of(std::int8_t view);
 
-// The position of a service's first entry in a view, or -1.
-int position_of(const channel::view &view, const channel_st &service);
+// Where the first entry of a service stands in a view, from 0, or -1.
+int index_of(const channel::view &view, const channel_st &service);
 
 // "News", quoted, for messages.
 std::string name_for_message(const channel_st &service);

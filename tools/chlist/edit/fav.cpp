@@ -64,8 +64,8 @@ void delete_group(const fav_options &options, edit_notes & /*notes*/) {
 const virtual_channel_st &entry_for(const channel_st &service) {
   for (const std::int8_t code : views_in_use()) {
     const channel::view view = channel::find_view(code);
-    if (const int position = position_of(view, service); position >= 0) {
-      return view.entries[position];
+    if (const int index = index_of(view, service); index >= 0) {
+      return view.entries[index];
     }
   }
   throw std::runtime_error(fmt::format("{} has no entry in any view", name_for_message(service)));
@@ -86,12 +86,12 @@ void add_services(const fav_options &options, edit_notes &notes) {
   }
 }
 
-void remove_entry(const favourites &group, int position, bool closes_gap) {
+void remove_entry(const favourites &group, int index, bool closes_gap) {
   if (!closes_gap) {
-    remove_fav_virtual_channel(group.id, static_cast<std::int16_t>(position));
+    remove_fav_virtual_channel(group.id, static_cast<std::int16_t>(index));
     return;
   }
-  const virtual_channel_st entry = *get_fav_vch(group.index, static_cast<std::int16_t>(position));
+  const virtual_channel_st entry = *get_fav_vch(group.index, static_cast<std::int16_t>(index));
   remove_fav_virtual_channel_by_ts_info(entry.vch_tag, group.id, entry.net_index, entry.frequency, entry.polarisation,
                                         entry.network_id, entry.ts_id, entry.service_id);
 }
@@ -100,13 +100,13 @@ void remove_services(const fav_options &options, edit_notes &notes) {
   const favourites group = favourites_named(options.group);
   const channel::view view = channel::find_view(group.view());
   for (const channel_st *service : editable_services(options.services, notes, group.view())) {
-    int position = position_of(view, *service);
-    if (position < 0) {
+    int index = index_of(view, *service);
+    if (index < 0) {
       throw std::runtime_error(
           fmt::format("{} has no entry in {}", name_for_message(*service), title_of(group.view())));
     }
-    for (; position >= 0; position = position_of(view, *service)) {
-      remove_entry(group, position, options.closes_gaps);
+    for (; index >= 0; index = index_of(view, *service)) {
+      remove_entry(group, index, options.closes_gaps);
     }
   }
 }
@@ -157,8 +157,8 @@ const std::vector<fav_edit> &fav_edits() {
        .services = fav_edit::any,
        .details =
            "Numbers and position keys stay with the entries. Without a SERVICE the group itself moves --to a position "
-           "among the groups, 0 to 19; a receiver whose current view is a group goes on showing the same one.",
-       .examples = {"chlist fav move channels.dat Films 7 12 --to 0", "chlist fav move channels.dat Films --to 0"},
+           "among the groups, 1 to 20; a receiver whose current view is a group goes on showing the same one.",
+       .examples = {"chlist fav move channels.dat Films 7 12 --to 1", "chlist fav move channels.dat Films --to 1"},
        .apply = move_in_group},
       {.name = "rename",
        .about = "Give a favourite group another name",
@@ -183,7 +183,7 @@ std::vector<option> options_of(const fav_edit &which, fav_options &options) {
   if (which.has_group) {
     own.push_back({.names = "GROUP",
                    .target = &options.group,
-                   .about = "the group: its name, or its position, 0 to 19",
+                   .about = "the group: its name, or its position, 1 to 20",
                    .is_required = true});
   }
   if (which.has_name) {

@@ -31,8 +31,10 @@ json json_of_groups(const line_up &list) {
   json groups = json::array();
   for (const favourite_group &group : list.favourites) {
     if (group.is_counted) {
-      groups.push_back(
-          {{"group", groups.size()}, {"id", group.id}, {"name", group.name}, {"count", group.entries.size()}});
+      groups.push_back({{"group", position_of(groups.size())},
+                        {"id", group.id},
+                        {"name", group.name},
+                        {"count", group.entries.size()}});
     }
   }
   return groups;
@@ -104,7 +106,7 @@ command fav_list_command() {
           .options = {{.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true},
                       {.names = "GROUP",
                        .target = &options->group,
-                       .about = "the group: its name, or its position, 0 to 19"},
+                       .about = "the group: its name, or its position, 1 to 20"},
                       {.names = "--json", .target = &options->as_json, .about = "print JSON"}},
           .run = [options] { return list_favourites(*options); }};
 }

@@ -12,13 +12,14 @@
 
 #include "channel/store/group_table.h"
 #include "channel/store/view.h"
+#include "chlist/edit/placement.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
-#include "chlist/text/names.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
@@ -114,13 +115,12 @@ void current_group::follow() const {
   list.vch_type = static_cast<std::int16_t>(view);
 }
 
-void move_group(const favourites &group, int destination) {
+void move_group(const favourites &group, int position) {
   const kept_group_slot behind;
-  const int groups = channel::favourite_table().size();
-  const bool is_there = destination >= 0 && destination < groups;
-  if (!is_there || move_fav_ch_group(static_cast<std::int16_t>(destination), group.index) != 0) {
-    throw std::runtime_error(
-        fmt::format("position {} is not there: it can be 0 to {} among the favourite groups", destination, groups - 1));
+  const auto groups = static_cast<std::size_t>(channel::favourite_table().size());
+  const std::size_t destination = index_of_position(position, groups, "among the favourite groups");
+  if (move_fav_ch_group(static_cast<std::int16_t>(destination), group.index) != 0) {
+    throw std::runtime_error(fmt::format("the favourite group cannot be moved to position {}", position));
   }
 }
 

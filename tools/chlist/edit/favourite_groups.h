@@ -19,7 +19,7 @@ struct favourites {
   [[nodiscard]] std::int8_t view() const { return static_cast<std::int8_t>(VIEW_FAVOURITE + index); }
 };
 
-// By name or index. Throws when there is none, or when the group's id leads to another group.
+// By name or position. Throws when there is none, or when the group's id leads to another group.
 favourites favourites_named(std::string_view text);
 
 // Groups are told apart without regard to case. Throws when there is another group of that name.
@@ -41,7 +41,7 @@ class current_group {
   bool is_current_;
 };
 
-// Moves a whole group among the groups.
-void move_group(const favourites &group, int destination);
+// Moves a whole group to a position among the groups.
+void move_group(const favourites &group, int position);
 
 }  // namespace chlist

@@ -34,7 +34,7 @@ command move_command() {
                    "entries move in one view alone. Numbers on the command line are those of the view. `chlist fav "
                    "move` moves in a favourite group, and groups."},
        .sections = {{"Views", terms_of_views()}},
-       .examples = {"chlist move channels.dat 12 14 --before 3", "chlist move channels.dat News --to 0 --view tv"},
+       .examples = {"chlist move channels.dat 12 14 --before 3", "chlist move channels.dat News --to 1 --view tv"},
        .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true},
                    {.names = "--view", .target = &options->view, .about = "the view (all)", .value = "VIEW"}}},
       *options);

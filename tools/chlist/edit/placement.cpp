@@ -10,30 +10,31 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "chlist/fields/values.h"
 #include "chlist/files/faithful_load.h"
 
 namespace chlist {
 namespace {
 
-int required_position(std::int8_t code, const channel_st &service) {
-  const int position = position_of(channel::find_view(code), service);
-  if (position < 0) {
+int index_in(std::int8_t code, const channel_st &service) {
+  const int index = index_of(channel::find_view(code), service);
+  if (index < 0) {
     throw std::runtime_error(fmt::format("{} has no entry in {}", name_for_message(service), title_of(code)));
   }
-  return position;
+  return index;
 }
 
-// The positions of the entries that stay, in their order.
+// The indexes of the entries that stay, in their order.
 std::vector<int> staying(std::int8_t code, const std::vector<channel_st *> &services) {
   std::vector<int> moved;
   moved.reserve(services.size());
   for (const channel_st *service : services) {
-    moved.push_back(required_position(code, *service));
+    moved.push_back(index_in(code, *service));
   }
   std::vector<int> rest;
-  for (int position = 0; position < channel::find_view(code).size(); ++position) {
-    if (std::ranges::find(moved, position) == moved.end()) {
-      rest.push_back(position);
+  for (int index = 0; index < channel::find_view(code).size(); ++index) {
+    if (std::ranges::find(moved, index) == moved.end()) {
+      rest.push_back(index);
     }
   }
   return rest;
@@ -42,14 +43,10 @@ std::vector<int> staying(std::int8_t code, const std::vector<channel_st *> &serv
 // How many of the entries that stay come in front of the place.
 std::size_t count_in_front(std::int8_t code, const std::vector<int> &rest, const placement &place) {
   if (place.to) {
-    if (*place.to < 0 || static_cast<std::size_t>(*place.to) > rest.size()) {
-      throw std::runtime_error(
-          fmt::format("position {} is not there: it can be 0 to {} in {}", *place.to, rest.size(), title_of(code)));
-    }
-    return static_cast<std::size_t>(*place.to);
+    return index_of_position(*place.to, rest.size() + 1, "in " + title_of(code));
   }
   const channel_st &other = editable_service(place.before ? *place.before : *place.after, code);
-  const auto found = std::ranges::find(rest, required_position(code, other));
+  const auto found = std::ranges::find(rest, index_in(code, other));
   if (found == rest.end()) {
     throw std::runtime_error(fmt::format("{} is itself to be moved", name_for_message(other)));
   }
@@ -98,13 +95,21 @@ bool move_entry(std::int8_t view, int destination, int source) {
 
 }  // namespace
 
+std::size_t index_of_position(int position, std::size_t count, std::string_view where) {
+  const std::optional<std::size_t> index = index_at(position, count);
+  if (!index) {
+    throw std::runtime_error(fmt::format("position {} is not there: it can be 1 to {} {}", position, count, where));
+  }
+  return *index;
+}
+
 option_group placement_options(placement &place) {
   return {
       .name = "place",
       .options = {
           {.names = "--before", .target = &place.before, .about = "in front of this service", .value = "SERVICE"},
           {.names = "--after", .target = &place.after, .about = "behind this service", .value = "SERVICE"},
-          {.names = "--to", .target = &place.to, .about = "to this position, counted from 0", .value = "POSITION"}}};
+          {.names = "--to", .target = &place.to, .about = "to this position, counted from 1", .value = "POSITION"}}};
 }
 
 void move_services(std::int8_t view, const std::vector<channel_st *> &services, const placement &place) {
@@ -115,7 +120,7 @@ void move_services(std::int8_t view, const std::vector<channel_st *> &services, 
   // Every service goes behind the one before; the first goes behind the last that stays in front.
   int previous = in_front == 0 ? -1 : rest[in_front - 1];
   for (const channel_st *service : services) {
-    const int source = required_position(view, *service);
+    const int source = index_in(view, *service);
     const int destination = source < previous ? previous : previous + 1;
     if (source != destination && !move_entry(view, destination, source)) {
       throw std::runtime_error(fmt::format("{} cannot be moved in {}", name_for_message(*service), title_of(view)));

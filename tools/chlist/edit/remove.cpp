@@ -16,12 +16,12 @@ struct remove_options : edit_options {
 
 void remove_entries(std::int8_t code, const channel_st &service) {
   const channel::view view = channel::find_view(code);
-  for (int position = position_of(view, service); position >= 0; position = position_of(view, service)) {
-    vtype_remove_by_vindex(static_cast<std::int16_t>(position), code);
+  for (int index = index_of(view, service); index >= 0; index = index_of(view, service)) {
+    vtype_remove_by_vindex(static_cast<std::int16_t>(index), code);
   }
 }
 
-// Position by position: a sweep would take entries along that have resolved to nothing all the time.
+// Entry by entry: a sweep would take entries along that have resolved to nothing all the time.
 void remove_service(const channel_st &service) {
   must_have_frequency(service);
   for (const std::int8_t code : saved_views()) {

@@ -36,8 +36,8 @@ std::vector<std::int8_t> named_views(const renumber_options &options) {
 // Where the service has an entry first: in ALL, as a rule.
 std::int8_t first_view_of(const channel_st &service) {
   const std::vector<std::int8_t> views = views_in_use();
-  const auto found = std::ranges::find_if(
-      views, [&](std::int8_t view) { return position_of(channel::find_view(view), service) >= 0; });
+  const auto found =
+      std::ranges::find_if(views, [&](std::int8_t view) { return index_of(channel::find_view(view), service) >= 0; });
   if (found == views.end()) {
     throw std::runtime_error(fmt::format("{} has no entry in any view", name_for_message(service)));
   }

@@ -1,16 +1,28 @@
-// Hosts write numbers into the entries themselves: the library has no call for it.
+// Hosts write numbers into the entries themselves: the library has no call for it. Records hold signed 16-bit values,
+// so that numbers on command lines are checked here.
 #include "chlist/edit/renumbering.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <tuple>
 #include <utility>
 
+#include "chlist/report.h"
+
 namespace chlist {
 namespace {
+
+std::optional<int> integer_from(std::string_view text, int least) {
+  int value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool is_whole = error == std::errc() && end == text.data() + text.size();
+  return is_whole && value >= least && value <= largest_channel_number ? std::optional(value) : std::nullopt;
+}
 
 using entries_of_number = std::vector<virtual_channel_st *>;
 
@@ -89,13 +101,32 @@ void follow(std::int8_t code, const std::map<shown_number, int> &renumbered, edi
 
 }  // namespace
 
+channel_number number_from(std::string_view text) {
+  const std::size_t dash = text.find('-', 1);
+  const auto major = integer_from(text.substr(0, dash), 1);
+  const auto minor = dash == std::string_view::npos ? std::optional(0) : integer_from(text.substr(dash + 1), 0);
+  if (!major || !minor) {
+    throw std::runtime_error(
+        fmt::format("{} is no channel number: NUMBER is 1 to {}, or NUMBER-MINOR with a minor number of 0 to {}",
+                    shown(text), largest_channel_number, largest_channel_number));
+  }
+  return {*major, *minor};
+}
+
+channel_number number_of(const virtual_channel_st &entry) { return {entry.major_ch_num, entry.minor_ch_num}; }
+
+void set_number(virtual_channel_st &entry, const channel_number &number) {
+  entry.major_ch_num = static_cast<std::int16_t>(number.major);
+  entry.minor_ch_num = static_cast<std::int16_t>(number.minor);
+}
+
 channel_number first_number_in(std::int8_t view, const channel_st &service) {
   const channel::view searched = channel::find_view(view);
-  const int position = position_of(searched, service);
-  if (position < 0) {
+  const int index = index_of(searched, service);
+  if (index < 0) {
     throw std::runtime_error(fmt::format("{} has no entry in {}", name_for_message(service), title_of(view)));
   }
-  return number_of(searched.entries[position]);
+  return number_of(searched.entries[index]);
 }
 
 void renumber_entries(std::int8_t view, const channel_st &service, const channel_number &former,

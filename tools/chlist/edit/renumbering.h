@@ -1,12 +1,23 @@
-// New numbers for entries of views, and what becomes of the entries that have them already.
+// Channel numbers as they are written, new ones for entries of views, and what becomes of the entries that have them
+// already.
 #pragma once
 
-#include <cstdint>
+#include <channel/records.h>
 
-#include "chlist/edit/channel_numbers.h"
+#include <cstdint>
+#include <string_view>
+
 #include "chlist/edit/edited_services.h"
+#include "chlist/line_up/selection.h"
 
 namespace chlist {
+
+// "7" or "7-2": 1 to 32767, and 0 to 32767 for the minor number. Throws std::runtime_error that names the value and the
+// range.
+channel_number number_from(std::string_view text);
+
+channel_number number_of(const virtual_channel_st &entry);
+void set_number(virtual_channel_st &entry, const channel_number &number);
 
 enum class taken_number { is_refused, is_swapped, is_shifted };
 

@@ -1,21 +1,204 @@
-// `chlist set`: fields of a service.
-#include <memory>
+// `chlist set`: the fields of a service that can be set on a command line, those of the table of fields that are
+// numbers, and its groups, which go by the tables of the list.
+#include <channel/flags.h>
+#include <channel/groups.h>
+#include <channel/providers.h>
+#include <fmt/format.h>
 
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+
+#include "channel/identity.h"
+#include "channel/store/group_table.h"
+#include "chlist/closest.h"
 #include "chlist/commands.h"
 #include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/service_identity.h"
-#include "chlist/edit/set_fields.h"
+#include "chlist/exchange/group_names.h"
+#include "chlist/fields/service_fields.h"
+#include "chlist/report.h"
+#include "chlist/text/broadcast_text.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
+
+void apply_flags(const channel_st &service, std::uint8_t bits, bool set) {
+  if (bits == 0) {
+    return;
+  }
+  const channel::identity found = channel::identity_of(service);
+  set_channel_flag(found.net_index, found.network_id, found.ts_id, found.frequency, found.service_id,
+                   found.polarisation, bits, set ? 1 : 0);
+}
+
+// Ids of groups begin at 0.
+constexpr std::int16_t no_group = -1;
+
+std::optional<std::int16_t> group_id_from(std::string_view text) {
+  std::int16_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+// By id when the table has it, else by name.
+const group_st *find_group(std::int8_t kind, std::string_view value) {
+  if (const auto wanted = group_id_from(value)) {
+    if (const group_st *group = get_group_st_by_id(kind, *wanted)) {
+      return group;
+    }
+  }
+  std::uint16_t count = 0;
+  const group_st *groups = get_group_list(kind, &count);
+  const std::span<const group_st> table(groups, groups == nullptr ? 0 : count);
+  const auto found =
+      std::ranges::find_if(table, [&](const group_st &group) { return is_same_name(name_in(group.name), value); });
+  return found == table.end() ? nullptr : &*found;
+}
+
+// A number is an id that is not there.
+std::int16_t new_provider(std::string_view value) {
+  if (group_id_from(value)) {
+    throw std::runtime_error(fmt::format("provider={}: the list has no provider with this id", shown(value)));
+  }
+  const std::string_view name = cut_utf8(value, longest_group_name);
+  group_st added = {};
+  added.name_len = static_cast<std::int16_t>(name.size());
+  std::ranges::copy(name, added.name);
+  const int given = name.size() == value.size() ? add_provider_info(added) : -1;
+  if (given < 0) {
+    throw std::runtime_error(
+        fmt::format("provider={}: the list has no such provider, and takes none anew: a name has at most {} bytes, the "
+                    "table {} providers",
+                    shown(value), longest_group_name, +MAX_PROVIDER));
+  }
+  return static_cast<std::int16_t>(given);
+}
+
+void put_group(channel_st &service, std::int8_t kind, std::int16_t group) {
+  virtual_channel_st entry = {};
+  entry.rch = &service;
+  set_group_id(kind, &entry, group);
+}
+
+// A group that a service is in. A provider that the list does not have is made; genres and countries are the
+// receiver's.
+struct group_field {
+  std::string_view name;
+  std::int8_t kind;
+  std::string_view range;
+};
+
+constexpr std::string_view of_table = "a name or an id of the list's table, or none";
+
+constexpr group_field group_fields[] = {
+    {"provider", GROUP_PROVIDER, "a name or an id of the list's table, a new name, or none"},
+    {"genre", GROUP_GENRE, of_table},
+    {"country", GROUP_COUNTRY, of_table},
+};
+
+void set_group(channel_st &service, const group_field &which, std::string_view value) {
+  const group_st *group = find_group(which.kind, value);
+  if (value.empty()) {
+    throw std::runtime_error(fmt::format("{}={}: VALUE is {}", which.name, shown(value), which.range));
+  }
+  if (value == "none" && (group == nullptr || which.kind == GROUP_PROVIDER)) {
+    put_group(service, which.kind, no_group);
+  } else if (group == nullptr && which.kind != GROUP_PROVIDER) {
+    throw std::runtime_error(
+        fmt::format("{}={}: the list has no such {}; VALUE is a name or an id of its table, or none", which.name,
+                    shown(value), which.name));
+  } else {
+    put_group(service, which.kind, group != nullptr ? group->id : new_provider(value));
+  }
+}
+
+bool is_settable(const field &each) { return each.set_number != nullptr; }
+
+// Each field with its range, for the help.
+std::vector<term> terms_of_fields() {
+  std::vector<term> terms;
+  for (const group_field &each : group_fields) {
+    terms.push_back({std::string(each.name), std::string(each.range)});
+  }
+  for (const field &each : service_fields()) {
+    if (is_settable(each)) {
+      terms.push_back({std::string(each.name), std::string(each.values.text)});
+    }
+  }
+  return terms;
+}
+
+// What makes the identity is put together first and changed at once.
+class edited_service {
+ public:
+  explicit edited_service(channel_st &record) : record_(record) { edited_.fields = record; }
+
+  void set(std::string_view assignment) {
+    const std::size_t equals = assignment.find('=');
+    const std::string_view name = assignment.substr(0, equals);
+    const field *which = find_field(name);
+    const auto *const group = std::ranges::find(group_fields, name, &group_field::name);
+    const bool is_a_group = group != std::end(group_fields);
+    if (equals == std::string_view::npos) {
+      throw std::runtime_error(fmt::format("{} sets no field: it takes FIELD=VALUE", shown(assignment)));
+    }
+    if (!is_a_group && (which == nullptr || !is_settable(*which))) {
+      throw std::runtime_error(unknown_name("field", name, words_of(terms_of_fields())));
+    }
+    const std::string_view value = assignment.substr(equals + 1);
+    if (is_a_group) {
+      set_group(record_, *group, value);
+    } else {
+      set_field(edited_, *which, value);
+    }
+  }
+
+  void apply() {
+    const channel::identity wanted = edited_.id();
+    apply_flags(record_, static_cast<std::uint8_t>(edited_.fields.flag & ~record_.flag), true);
+    apply_flags(record_, static_cast<std::uint8_t>(record_.flag & ~edited_.fields.flag), false);
+    apply_values();
+    change_identity(record_, wanted);
+  }
+
+ private:
+  void apply_values() {
+    const channel_st &edited = edited_.fields;
+    record_.service_type = edited.service_type;
+    record_.source_type = edited.source_type;
+    record_.user_order_key = edited.user_order_key;
+    record_.pmt_pid = edited.pmt_pid;
+    record_.pcr_pid = edited.pcr_pid;
+    record_.video_pid = edited.video_pid;
+    record_.video_ecm_pid = edited.video_ecm_pid;
+    record_.video_tag = edited.video_tag;
+    record_.audio_pid = edited.audio_pid;
+    record_.audio_tag = edited.audio_tag;
+  }
+
+  channel_st &record_;
+  line_up_service edited_;
+};
 
 struct set_options : edit_options {
   std::string service;
   std::vector<std::string> assignments;
 };
 
-void set(const set_options &options) { set_fields(editable_service(options.service), options.assignments); }
+void set(const set_options &options) {
+  edited_service edited(editable_service(options.service));
+  for (const std::string &assignment : options.assignments) {
+    edited.set(assignment);
+  }
+  edited.apply();
+}
 
 }  // namespace
 

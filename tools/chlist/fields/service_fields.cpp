@@ -59,7 +59,8 @@ constexpr value_range id16 = all_of<std::uint16_t>("0 to 65535");
 constexpr value_range signed16 = all_of<std::int16_t>("-32768 to 32767");
 constexpr value_range frequency_khz = {value_kind::number, 1, std::numeric_limits<std::uint32_t>::max(),
                                        "1 to 4294967295"};
-constexpr value_range position_in_view = all_of<std::int32_t>("0 to 4999");
+constexpr value_range position_in_view = {value_kind::number, 1, MAX_CHANNEL, "1 to 5000"};
+static_assert(MAX_CHANNEL == 5000);
 constexpr value_range pid = {value_kind::number, 0, largest_pid, "0 to 8191, or none", unset_pid};
 constexpr value_range component_tag = {value_kind::number, 0, 255, "0 to 255, or none", unset_tag};
 constexpr value_range yes_or_no = {value_kind::yes_or_no, 0, 1, "yes or no", {}, no_or_yes};
@@ -120,9 +121,9 @@ json of_number(row shown) {
   return shown.entry != nullptr ? json(shown.entry->number.*Part) : json();
 }
 
-json position(row shown) { return shown.entry != nullptr ? json(shown.position) : json(); }
+json position(row shown) { return shown.entry != nullptr ? json(position_of(shown.index)) : json(); }
 
-// The names of the favourite groups that hold the service; of groups without a name their places.
+// The names of the favourite groups that hold the service; of groups without a name their positions.
 json favourites(row shown) {
   json names = json::array();
   if (shown.service == nullptr) {
@@ -132,7 +133,7 @@ json favourites(row shown) {
   for (std::size_t group = 0; group < shown.list->favourites.size(); ++group) {
     const favourite_group &each = shown.list->favourites[group];
     if (std::ranges::find(each.entries, place, &line_up_entry::service) != each.entries.end()) {
-      names.push_back(each.name.empty() ? std::to_string(group) : each.name);
+      names.push_back(each.name.empty() ? std::to_string(position_of(group)) : each.name);
     }
   }
   return names;
@@ -143,7 +144,7 @@ using service = line_up_service;
 using owner = field_owner;
 
 constexpr field table[] = {
-    {"position", "position", "place in the view, from 0", owner::entry, position_in_view, position},
+    {"position", "position", "place in the view, from 1", owner::entry, position_in_view, position},
     {"number", "number", "channel number", owner::entry, signed16, of_number<&channel_number::major>},
     {"minor", "minor", "minor channel number", owner::entry, signed16, of_number<&channel_number::minor>},
     {"name", "name", "name of the service", owner::service, free_text, of_text<&service::name>, nullptr,

@@ -19,7 +19,7 @@ struct service_row {
   const line_up *list = nullptr;
   const line_up_service *service = nullptr;
   const line_up_entry *entry = nullptr;
-  std::size_t position = 0;
+  std::size_t index = 0;  // of the entry in its view
 
   // What either has.
   [[nodiscard]] channel::identity id() const { return service != nullptr ? service->id() : entry->id; }

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "chlist/line_up/selection.h"
+#include "chlist/report.h"
 
 namespace chlist {
 namespace {
@@ -29,7 +30,8 @@ json group_kind_in_use(kept settings) {
 
 json current_view(kept settings) {
   const auto code = static_cast<std::int8_t>(settings.current_view);
-  return code == settings.current_view ? json(text_of_view(code)) : json(fmt::format("view {}", settings.current_view));
+  const auto name = code == settings.current_view ? name_of_view(code) : std::nullopt;
+  return name ? label_of(*name) : fmt::format("view {}", settings.current_view);
 }
 
 constexpr setting settings_of_lists[] = {

@@ -59,7 +59,7 @@ std::optional<std::int64_t> number_from(const value_range &values, std::string_v
   return named != values.words.end() ? std::optional(named->value) : std::nullopt;
 }
 
-std::string text_of_value(const json &value) {
+std::string text_of_value(const json &value, std::string_view separator) {
   if (value.is_null()) {
     return "";
   }
@@ -74,7 +74,7 @@ std::string text_of_value(const json &value) {
   }
   std::string text;
   for (const json &element : value.elements()) {
-    text += (text.empty() ? "" : ", ") + text_of_value(element);
+    text.append(text.empty() ? "" : separator).append(text_of_value(element));
   }
   return text;
 }

@@ -1,6 +1,8 @@
 // What a value may be, and how it is spelled: one reading of texts for the command line, for CSV and for filters.
 #pragma once
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -35,6 +37,17 @@ struct value_range {
   std::string_view prefix = {};      // in front of a number that has no name: "type "
 };
 
+// Where an element stands, in a view or among the favourite groups: people and programs count from 1, as they do with
+// channel numbers, and arrays from 0.
+template <std::integral Index>
+constexpr Index position_of(Index index) {
+  return index + 1;
+}
+constexpr std::optional<std::size_t> index_at(std::int64_t position, std::size_t count) {
+  const bool is_there = position >= 1 && static_cast<std::uint64_t>(position) <= count;
+  return is_there ? std::optional(static_cast<std::size_t>(position - 1)) : std::nullopt;
+}
+
 // Nothing for what is not set, the name of a number that has one, true or false.
 json shown_value(const value_range &values, std::int64_t number);
 
@@ -42,7 +55,7 @@ json shown_value(const value_range &values, std::int64_t number);
 std::optional<std::int64_t> number_from(const value_range &values, std::string_view text);
 
 // A value as a table or CSV shows it: nothing for null, the text itself, true as "yes" and false as "no", the elements
-// of an array with commas between them.
-std::string text_of_value(const json &value);
+// of an array with a separator between them.
+std::string text_of_value(const json &value, std::string_view separator = ", ");
 
 }  // namespace chlist

@@ -282,7 +282,7 @@ void note_fields(std::vector<field_change> &fields, const placed_transponder &be
 void note_fields(std::vector<field_change> &fields, const placed_group &before, const placed_group &after) {
   note(fields, "name", "name", before.name, after.name);
   note(fields, "id", "id", before.id, after.id);
-  note(fields, "place", "place", before.place, after.place);
+  note(fields, "position", "position", before.position, after.position);
 }
 
 json name_of(const placed_network &network) { return network.record.name; }

@@ -17,6 +17,8 @@ constexpr std::array<kind_of_view, view_kinds> kinds_of_views = {{{"ALL", MAX_CH
 
 }  // namespace
 
+std::string_view name_of(view_kind kind) { return kinds_of_views[static_cast<std::size_t>(kind)].name; }
+
 std::vector<named_view> views_of(const line_up &list) {
   std::vector<named_view> views;
   for (std::size_t kind = 0; kind < view_kinds; ++kind) {
@@ -25,7 +27,7 @@ std::vector<named_view> views_of(const line_up &list) {
   }
   int place = 0;
   for (const favourite_group &group : list.favourites) {
-    views.push_back({{"favourites", place++, group.name}, group.entries, group.count, MAX_FAV_NUM});
+    views.push_back({{favourites_view, place++, group.name}, group.entries, group.count, MAX_FAV_NUM});
   }
   return views;
 }

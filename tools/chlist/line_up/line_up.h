@@ -68,6 +68,9 @@ struct line_up_entry {
 enum class view_kind : std::uint8_t { all, tv, radio, promotion, user };
 inline constexpr std::size_t view_kinds = 5;
 
+// "ALL", "TV", "radio", "promotion" or "USER".
+std::string_view name_of(view_kind kind);
+
 struct line_up_view {
   std::vector<line_up_entry> entries;
   int count = 0;  // as a channel file has it, which may be more than it has entries, or less than none
@@ -151,9 +154,11 @@ struct known_service {
 
 inline known_service known_as(const line_up_service &service) { return {service.name, service.id()}; }
 
+inline constexpr std::string_view favourites_view = "favourites";
+
 struct view_name {
-  std::string_view kind;  // "ALL", "TV", "radio", "promotion", "USER" or "favourites"
-  int group = -1;         // of favourites: its place among the groups
+  std::string_view kind;  // what name_of() has, or favourites_view
+  int group = -1;         // of favourites: its index among the groups
   std::string group_name = {};
 
   [[nodiscard]] bool is_favourites() const { return group >= 0; }

@@ -13,6 +13,7 @@
 
 #include "channel/identity.h"
 #include "channel/store/service_index.h"
+#include "chlist/fields/values.h"
 
 namespace chlist {
 namespace {
@@ -187,10 +188,10 @@ std::vector<placed_group> groups_in(const line_up &list) {
       made.push_back({tables[kind], group.id, group.name});
     }
   }
-  int place = 0;
+  int index = 0;
   for (const favourite_group &group : list.favourites) {
     if (group.is_counted) {
-      made.push_back({"favourite group", group.id, group.name, place++});
+      made.push_back({"favourite group", group.id, group.name, position_of(index++)});
     }
   }
   return made;

@@ -51,9 +51,9 @@ struct placed_group {
   std::string_view table;  // "provider", "genre", "country" or "favourite group"
   int id = 0;
   std::string_view name;
-  int place = -1;  // of a favourite group, which is known by it; others are known by their ids
+  int position = 0;  // of a favourite group, which is known by it; others are known by their ids
 
-  [[nodiscard]] int number() const { return place >= 0 ? place : id; }
+  [[nodiscard]] int number() const { return position > 0 ? position : id; }
 };
 
 std::vector<placed_group> groups_in(const line_up &list);

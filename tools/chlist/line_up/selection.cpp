@@ -11,7 +11,7 @@
 #include "chlist/closest.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/report.h"
-#include "chlist/text/names.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
@@ -139,22 +139,21 @@ constexpr std::string_view favourite_prefix = "fav:";
 
 bool is_favourites(std::int8_t view) { return view >= VIEW_FAVOURITE && view <= VIEW_FAVOURITE_LAST; }
 
-// The group with a name, else the one with a number.
+// The group with a name, else the one at a position.
 std::optional<std::int8_t> favourites_named(const line_up &list, std::string_view text) {
   const auto is_meant = [text](const favourite_group &group) {
     return group.is_counted && !text.empty() && is_same_name(group.name, text);
   };
   const auto named = std::ranges::find_if(list.favourites, is_meant);
   if (std::ranges::count_if(list.favourites, is_meant) > 1) {
-    throw std::runtime_error(fmt::format("several favourite groups are named {}: name one by its place, fav:{}",
-                                         shown(text), named - list.favourites.begin()));
+    throw std::runtime_error(fmt::format("several favourite groups are named {}: name one by its position, fav:{}",
+                                         shown(text), position_of(named - list.favourites.begin())));
   }
   if (named != list.favourites.end()) {
     return static_cast<std::int8_t>(VIEW_FAVOURITE + (named - list.favourites.begin()));
   }
-  const std::optional<std::int16_t> group = read_number(text);
-  return group.has_value() && *group < MAX_FAV ? std::optional(static_cast<std::int8_t>(VIEW_FAVOURITE + *group))
-                                               : std::nullopt;
+  const std::optional<std::size_t> group = index_at(read_number(text).value_or(0), MAX_FAV);
+  return group ? std::optional(static_cast<std::int8_t>(VIEW_FAVOURITE + *group)) : std::nullopt;
 }
 
 std::vector<std::string> names_of_views(const line_up &list) {
@@ -162,7 +161,7 @@ std::vector<std::string> names_of_views(const line_up &list) {
   for (const named_code &each : codes) {
     names.emplace_back(each.name);
   }
-  names.emplace_back("fav:0 to fav:19");
+  names.emplace_back("fav:1 to fav:20");
   for (const favourite_group &group : list.favourites) {
     if (!group.name.empty()) {
       names.push_back(std::string(favourite_prefix) + group.name);
@@ -206,8 +205,9 @@ std::size_t service_named(const line_up &list, std::string_view text, std::int8_
 }
 
 std::int8_t view_named(const line_up &list, std::string_view text) {
-  const auto *const named =
-      std::ranges::find_if(codes, [text](const named_code &each) { return is_same_name(each.name, text); });
+  const auto *const named = std::ranges::find_if(codes, [text](const named_code &each) {
+    return is_same_name(each.name, text) || is_same_name(name_of(each.kind), text);
+  });
   if (named != std::end(codes)) {
     return named->view;
   }
@@ -235,16 +235,15 @@ std::vector<term> terms_of_views() {
     terms.push_back({std::string(each.name), std::string(each.about)});
   }
   terms.push_back({"fav:NAME", "a favourite group, by its name"});
-  terms.push_back({"fav:0 .. fav:19", "a favourite group, by its place"});
+  terms.push_back({"fav:1 .. fav:20", "a favourite group, by its position"});
   return terms;
 }
 
-std::string text_of_view(std::int8_t view) {
+std::optional<view_name> name_of_view(std::int8_t view) {
   if (const auto *const named = std::ranges::find(codes, view, &named_code::view); named != std::end(codes)) {
-    return std::string(named->name);
+    return view_name{name_of(named->kind)};
   }
-  return is_favourites(view) ? fmt::format("{}{}", favourite_prefix, view - VIEW_FAVOURITE)
-                             : fmt::format("view {}", view);
+  return is_favourites(view) ? std::optional(view_name{favourites_view, view - VIEW_FAVOURITE}) : std::nullopt;
 }
 
 const std::vector<line_up_entry> &entries_of(const line_up &list, std::int8_t view) {

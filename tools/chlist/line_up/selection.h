@@ -25,18 +25,19 @@ std::vector<std::size_t> services_named(const line_up &list, std::string_view te
 // The one service that a text names. Throws std::runtime_error that says that there is none, or lists what it could be.
 std::size_t service_named(const line_up &list, std::string_view text, std::int8_t view = VIEW_ALL);
 
-// The code of a view by its name: "all", "tv", "radio", "user", "promo", "fav:NAME" or "fav:GROUP" (0..19). Throws when
-// there is none, and names those that there are.
+// The code of a view by its name: "all", "tv", "radio", "user", "promo", "fav:NAME" or "fav:GROUP" (1 to 20);
+// and the names that documents have. Throws
+// when there is none, and names those that there are.
 std::int8_t view_named(const line_up &list, std::string_view text);
 
-// The place of a favourite group that there is, by its name or its place. Throws when there is none.
+// The index of a favourite group that there is, by its name or its position. Throws when there is none.
 std::size_t favourite_group_named(const line_up &list, std::string_view text);
 
 // What view_named() takes, for the help.
 std::vector<term> terms_of_views();
 
-// "all", "fav:3": as view_named() reads it; "view 77" of a code that no view has.
-std::string text_of_view(std::int8_t view);
+// The name of a view by its code; none of a code that no view has.
+std::optional<view_name> name_of_view(std::int8_t view);
 
 // The entries of a view by its code; none of a favourite group that the line-up does not have.
 const std::vector<line_up_entry> &entries_of(const line_up &list, std::int8_t view);

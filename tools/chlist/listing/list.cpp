@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "chlist/exchange/csv/csv.h"
+#include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exit_codes.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/files/file_line_up.h"
@@ -41,6 +42,13 @@ struct list_options {
 using columns_shown = std::vector<const field *>;
 using rows_shown = std::vector<service_row>;
 
+struct listing {
+  const fs::path &file;
+  view_name view;
+  rows_shown rows;
+  columns_shown columns;
+};
+
 columns_shown chosen_columns(const list_options &options, const rows_shown &rows) {
   if (!options.columns.empty()) {
     return fields_named(options.columns);
@@ -60,12 +68,16 @@ columns_shown chosen_columns(const list_options &options, const rows_shown &rows
 }
 
 // Most texts are plain.
-std::string cell_of(const json &value) {
+std::string cell_of_table(const json &value) {
   std::string text = text_of_value(value);
   return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) ? text : harmless(text);
 }
 
-std::vector<std::string> cells_of(const service_row &row, const columns_shown &columns) {
+// As an import reads it. Texts of a list are one line without controls already.
+std::string cell_of_csv(const json &value) { return text_of_value(value, std::string(1, csv_group_separator)); }
+
+std::vector<std::string> cells_of(const service_row &row, const columns_shown &columns,
+                                  std::string (*cell_of)(const json &value)) {
   std::vector<std::string> cells;
   for (const field *each : columns) {
     cells.push_back(cell_of(each->get(row)));
@@ -73,45 +85,56 @@ std::vector<std::string> cells_of(const service_row &row, const columns_shown &c
   return cells;
 }
 
-void print_table(const list_options & /*options*/, const rows_shown &rows, const columns_shown &columns) {
+void print_table(const listing &listed) {
   std::vector<text_table::column> titles;
-  for (const field *each : columns) {
+  for (const field *each : listed.columns) {
     titles.push_back({std::string(each->title), each->is_number(), each->name == "name"});
   }
   text_table table(std::move(titles));
-  for (const service_row &row : rows) {
-    table.add(cells_of(row, columns));
+  for (const service_row &row : listed.rows) {
+    table.add(cells_of(row, listed.columns, cell_of_table));
   }
   fmt::print("{}", table.text());
 }
 
-void print_csv(const list_options & /*options*/, const rows_shown &rows, const columns_shown &columns) {
+void print_csv(const listing &listed) {
   std::vector<std::string> names;
-  for (const field *each : columns) {
+  for (const field *each : listed.columns) {
     names.emplace_back(each->name);
   }
   std::string text = csv_line(names);
-  for (const service_row &row : rows) {
-    text += csv_line(cells_of(row, columns));
+  for (const service_row &row : listed.rows) {
+    text += csv_line(cells_of(row, listed.columns, cell_of_csv));
   }
   fmt::print("{}", text);
 }
 
-void print_as_json(const list_options &options, const rows_shown &rows, const columns_shown &columns) {
+void print_as_json(const listing &listed) {
   json entries = json::array();
-  for (const service_row &row : rows) {
+  for (const service_row &row : listed.rows) {
     json object = json::object();
-    for (const field *each : columns) {
+    for (const field *each : listed.columns) {
       object[std::string(each->name)] = each->get(row);
     }
     entries.push_back(std::move(object));
   }
-  print_json({{"file", options.file.string()}, {"view", options.view}, {"entries", entries}});
+  json document = {{"file", listed.file.string()}};
+  document.put(json_of(listed.view));
+  document["entries"] = std::move(entries);
+  print_json(document);
+}
+
+view_name name_in(const line_up &list, std::int8_t view) {
+  view_name name = name_of_view(view).value();
+  if (name.is_favourites() && static_cast<std::size_t>(name.group) < list.favourites.size()) {
+    name.group_name = list.favourites[static_cast<std::size_t>(name.group)].name;
+  }
+  return name;
 }
 
 struct list_format {
   std::string_view name;
-  void (*print)(const list_options &options, const rows_shown &rows, const columns_shown &columns);
+  void (*print)(const listing &listed);
 };
 
 constexpr list_format formats[] = {{"table", print_table}, {"csv", print_csv}, {"json", print_as_json}};
@@ -140,8 +163,8 @@ int list_file(const list_options &options) {
     list = line_up_of(records.list());
   }
   const rows_shown rows = filtered(list, view, filters);
-  const columns_shown columns = chosen_columns(options, rows);
-  print_report([&] { std::ranges::find(formats, options.format, &list_format::name)->print(options, rows, columns); });
+  const listing listed = {options.file, name_in(list, view), rows, chosen_columns(options, rows)};
+  print_report([&] { std::ranges::find(formats, options.format, &list_format::name)->print(listed); });
   return exit_done;
 }
 
@@ -170,7 +193,8 @@ command list_command() {
            "or a text that is part of the name or of the provider, or is the number; case does not count. Of several "
            "filters all must match.",
            "`chlist list --columns help` says what each column is. CSV (RFC 4180) and JSON have all columns unless "
-           "--columns says otherwise. An entry that resolves to no service has its identity only."},
+           "--columns says otherwise; between favourite groups CSV has ';'. An entry that resolves to no service has "
+           "its identity only."},
       .sections = {{"Views", terms_of_views()}, {"Sorts", terms_of_sorts()}},
       .exit_codes = {{"0", "listed"},
                      {"2", "bad usage, or no such view, column or sort; a file that cannot be read, is short or is of "

@@ -145,8 +145,8 @@ void print_entries(const shown_service &shown) {
   }
   text_table table({{"view", false}, {"number", true}, {"position", true}, {"tag", true}, {"favourite key", true}});
   for (const auto &[view, row] : entries) {
-    table.add({label_of(view), text_of(row.entry->number), std::to_string(row.position), std::to_string(row.entry->tag),
-               std::to_string(row.entry->favourite_key)});
+    table.add({label_of(view), text_of(row.entry->number), std::to_string(position_of(row.index)),
+               std::to_string(row.entry->tag), std::to_string(row.entry->favourite_key)});
   }
   fmt::print("{}", table.text());
 }

@@ -17,7 +17,7 @@
 #include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
-#include "chlist/text/names.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {

@@ -25,6 +25,7 @@ struct merge_options {
   fs::path scan;
   fs::path output;
   bool is_dry_run = false;
+  bool shows_all = false;
   bool as_json = false;
 };
 
@@ -65,12 +66,10 @@ void report_findings(const merge_options &options, const merge_outcome &outcome)
   for (const std::string &lost : outcome.lost) {
     print_message(fmt::format("{}: {}", options.list.string(), lost));
   }
-  for (const placed_entry &entry : outcome.dropped) {
-    print_message(fmt::format("{}: dropped, resolves to no service: {}", options.list.string(), describe(entry)));
-  }
-  for (const known_service &service : outcome.duplicates) {
-    print_message(fmt::format("{}: taken once, occurs twice: {}", options.scan.string(), describe(service)));
-  }
+  print_messages<placed_entry>(options.list, "dropped, resolves to no service", outcome.dropped, options.shows_all,
+                               [](const auto &entry) { return "dropped, resolves to no service: " + describe(entry); });
+  print_messages<known_service>(options.scan, "taken once, occurs twice", outcome.duplicates, options.shows_all,
+                                [](const auto &service) { return "taken once, occurs twice: " + describe(service); });
   for (const full_view &full : outcome.full) {
     print_message(fmt::format("{}: the {} view is full: it holds {}, {} added without an entry there",
                               options.scan.string(), label_of(full.view), full.capacity,
@@ -168,7 +167,10 @@ command merge_command() {
            {.names = "SCAN", .target = &options->scan, .about = "the new channel list", .is_required = true},
            {.names = "-o,--output", .target = &options->output, .about = "the channel file to write", .value = "OUT"},
            {.names = "--dry-run", .target = &options->is_dry_run, .about = "show what a merge would do; write nothing"},
-           {.names = "--json", .target = &options->as_json, .about = "report as JSON, findings included"}},
+           {.names = "--all",
+            .target = &options->shows_all,
+            .about = "tell every finding, not only the first ten of each kind"},
+           {.names = "--json", .target = &options->as_json, .about = "report as JSON, every finding included"}},
       .run = [options] { return run_merge(*options); }};
 }
 

@@ -17,6 +17,7 @@
 #include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
+#include "chlist/fields/values.h"
 #include "chlist/report.h"
 #include "chlist/salvage/list_arrays.h"
 #include "chlist/salvage/witnesses.h"
@@ -102,14 +103,14 @@ class view_repair {
     for (virtual_channel_st &entry : view_.used()) {
       entry.rch = is_unused(entry) ? nullptr : index_.resolve(entry);
     }
-    std::size_t position = 0;
+    std::size_t index = 0;
     view_.remove_if([&](const virtual_channel_st &entry) {
       if (is_unused(entry)) {
         ++repair_.blank_entries;
       } else if (entry.rch == nullptr) {
-        repair_.lost_entries.push_back({name_, position, entry.major_ch_num, channel::identity_of(entry)});
+        repair_.lost_entries.push_back({name_, index, entry.major_ch_num, channel::identity_of(entry)});
       }
-      ++position;
+      ++index;
       return entry.rch == nullptr;
     });
   }
@@ -153,7 +154,7 @@ void name_blank_favourites(list_repair &repair) {
   for (const list_view &view : views_of(channel::channel_list)) {
     if (view.name.is_favourites() && view.size() > 0 && is_blank(table.groups[view.name.group])) {
       group_st &group = table.groups[view.name.group];
-      const std::string name = fmt::format("Favourites {}", view.name.group);
+      const std::string name = fmt::format("Favourites {}", position_of(view.name.group));
       group.id = table.free_id();
       group.name_len = static_cast<std::int16_t>(name.copy(group.name, sizeof group.name));
       *table.count = std::max(*table.count, static_cast<std::int16_t>(view.name.group + 1));

@@ -32,4 +32,8 @@ std::string shortened(std::string_view utf8, std::size_t columns);
 // In small letters and without accents, which nobody types who looks for a name: "Comédia" is "comedia".
 std::string folded(std::string_view utf8);
 
+// Names as people look for them: without regard to case and accents.
+bool is_same_name(std::string_view a, std::string_view b);
+bool contains_name(std::string_view text, std::string_view part);
+
 }  // namespace chlist

@@ -105,7 +105,7 @@ TEST_F(CsvLineUp, GroupsOfOneNameBecomeOneAndThatIsCounted) {
 
   EXPECT_EQ(losses(tool_test::export_of(list, "csv").lost),
             (row_list{"entries of favourite groups: 1", "favourite group: 1", "id of a favourite group: 1",
-                      "place of a favourite group: 1"}));
+                      "position of a favourite group: 1"}));
 }
 
 // Numbers of favourites, which no column carries, are the services' own; groups come up in order.

@@ -74,7 +74,7 @@ TEST(BouquetsWriter, LossesOfFavouritesAreCounted) {
   EXPECT_EQ(favourites_of(read), (texts{"a b: A1 A2 A3", "Radio: A5"}));
   EXPECT_EQ(tool_test::losses(tool_test::export_of(list, "lamedb4").lost),
             (texts{"symbol rate and modulation: 5", "number: 2", "id of a favourite group: 2",
-                   "place of a favourite group: 2"}));
+                   "position of a favourite group: 2"}));
 }
 
 TEST(BouquetsWriter, AListWithoutEntriesOfTheAllViewComesBackSo) {

@@ -14,8 +14,7 @@
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/text_file.h"
-#include "chlist/html/page.h"
-#include "chlist/html/page_data.h"
+#include "chlist/page/page.h"
 #include "chlist/report.h"
 
 namespace chlist {

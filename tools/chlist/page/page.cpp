@@ -1,11 +1,8 @@
 // page.html with page.css, page.js and the data in their places.
-#include "chlist/html/page.h"
+#include "chlist/page/page.h"
 
 #include <stdexcept>
-#include <string_view>
 #include <utility>
-
-#include "chlist/html/page_files.h"
 
 namespace chlist {
 namespace {

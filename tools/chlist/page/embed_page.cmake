@@ -1,5 +1,5 @@
 # Writes a C++ file with the files of the page in it, as arrays of bytes: compilers limit the length of literals.
-# cmake -D OUTPUT=page_files.cpp -D FOLDER=page -P embed_page.cmake
+# cmake -D OUTPUT=page_files.cpp -D FOLDER=browser -P embed_page.cmake
 
 include("${CMAKE_CURRENT_LIST_DIR}/page_files.cmake")
 
@@ -13,7 +13,7 @@ function(bytes_of result)
   set(${result} "${bytes}" PARENT_SCOPE)
 endfunction()
 
-set(text "// Generated from the files of the page.\n#include \"chlist/html/page_files.h\"\n\nnamespace chlist {\n")
+set(text "// Generated from the files of the page.\n#include \"chlist/page/page.h\"\n\nnamespace chlist {\n")
 foreach(kind html css js)
   bytes_of(bytes ${page_${kind}_files})
   string(APPEND text "namespace {\nconstexpr char ${kind}[] = {${bytes}};\n}\n"

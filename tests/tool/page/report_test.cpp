@@ -66,7 +66,7 @@ TEST_F(Report, PutsTheListIntoThePage) {
   EXPECT_EQ(found["views"].size(), 25U);
   EXPECT_EQ(found["views"][0]["entries"], json::parse("[[1, 0, 0], [2, 0, 1]]"));
   EXPECT_EQ(found["views"][5],
-            json::parse(R"({"kind": "favourites", "group": 0, "name": "Best", "entries": [[2, 0, 1]]})"));
+            json::parse(R"({"kind": "favourites", "group": 1, "name": "Best", "entries": [[2, 0, 1]]})"));
   EXPECT_EQ(found["findings"], json::array());
 }
 
@@ -109,7 +109,7 @@ TEST_F(Report, SumsUpAsJson) {
   const program_result result = report(small_list().data, {"--json"});
 
   EXPECT_EQ(result.exit_code, 0);
-  EXPECT_EQ(json::parse(result.out), (json{{"schema", 1},
+  EXPECT_EQ(json::parse(result.out), (json{{"schema", 2},
                                            {"file", "list.dat"},
                                            {"output", "page.html"},
                                            {"bytes", page().size()},

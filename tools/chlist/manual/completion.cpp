@@ -1,5 +1,5 @@
 // The functions that the shells call when a line of the tool is to be completed.
-#include "chlist/pages/completion.h"
+#include "chlist/manual/completion.h"
 
 #include <fmt/format.h>
 

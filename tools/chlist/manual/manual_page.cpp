@@ -1,5 +1,5 @@
 // Writes roff.
-#include "chlist/pages/manual_page.h"
+#include "chlist/manual/manual_page.h"
 
 #include <fmt/format.h>
 

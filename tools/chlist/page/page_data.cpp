@@ -1,5 +1,5 @@
-// Records become arrays, whose fields page.js knows by position: a list of thousands of services stays small that way.
-#include "chlist/html/page_data.h"
+// Records become arrays, whose fields model.js knows by position: a list of thousands of services stays small that way.
+#include "chlist/page/page.h"
 
 #include <string>
 #include <unordered_map>
@@ -100,7 +100,7 @@ json views_in(const line_up &list) {
       entries.push_back(fields_of(entry));
     }
     views.push_back({{"kind", view.name.kind},
-                     {"group", view.name.group},
+                     {"group", view.name.is_favourites() ? json(position_of(view.name.group)) : json()},
                      {"name", view.name.group_name},
                      {"entries", std::move(entries)}});
   }

@@ -110,7 +110,7 @@ function service(record) {
 const services = data.services.map(service);
 
 function viewTitle(view) {
-  if (view.group >= 0) {
+  if (view.group !== null) {
     return view.name || `Favourites ${view.group}`;
   }
   return { radio: 'Radio', promotion: 'Promotion' }[view.kind] ?? view.kind;
@@ -140,13 +140,13 @@ function view(record) {
     const found = place < 0 ? null : services[place];
     if (found) {
       found.isListed = true;
-      if (record.group >= 0 && !found.favourites.includes(title)) {
+      if (record.group !== null && !found.favourites.includes(title)) {
         found.favourites.push(title);
       }
     }
     return row(position, major, minor, found, found ? found.id : identity(id));
   });
-  return { title, isFavourites: record.group >= 0, rows };
+  return { title, isFavourites: record.group !== null, rows };
 }
 
 const views = data.views.map(view).filter((each) => !each.isFavourites || each.rows.length > 0);

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "chlist/commands.h"
-#include "chlist/pages/completion.h"
-#include "chlist/pages/manual_page.h"
+#include "chlist/manual/completion.h"
+#include "chlist/manual/manual_page.h"
 #include "support/channel_file.h"
 #include "support/temp_dir.h"
 #include "tool/program.h"
