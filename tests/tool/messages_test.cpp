@@ -62,7 +62,7 @@ TEST_F(Messages, AreJsonWhenJsonIsAskedFor) {
     const program_result result = run(arguments);
     EXPECT_EQ(result.exit_code, 2);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(json::parse(result.out), (json{{"schema", 2}, {"error", error}}));
+    EXPECT_EQ(json::parse(result.out), (json{{"schema", 1}, {"error", error}}));
   };
   const json no_file = {{"command", "list"}, {"kind", "failure"}, {"message", "none.dat: No such file or directory"}};
   expect_error({"list", "none.dat", "--json"}, no_file);

@@ -16,7 +16,7 @@ namespace chlist {
 namespace {
 
 constexpr const char *standard_output = "standard output";
-constexpr int schema = 2;
+constexpr int schema = 1;
 
 std::string text_of(const channel::identity &id) {
   return fmt::format("net {}, network {}, ts {}, {} {}, service {}", id.net_index, id.network_id, id.ts_id,

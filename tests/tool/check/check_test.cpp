@@ -95,7 +95,7 @@ TEST_F(CheckTool, JsonHasEveryFinding) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(json::parse(result.out),
-            (json{{"schema", 2},
+            (json{{"schema", 1},
                   {"file", path()},
                   {"bytes", end + 2},
                   {"version", 10},

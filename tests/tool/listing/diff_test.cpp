@@ -19,7 +19,7 @@ class Diff : public listing_host {
 
 TEST_F(Diff, EqualFilesHaveNone) {
   EXPECT_EQ(diff(sample_list(), 0), "no differences\n");
-  EXPECT_EQ(json_diff(sample_list(), 0), (json{{"schema", 2},
+  EXPECT_EQ(json_diff(sample_list(), 0), (json{{"schema", 1},
                                                {"before_file", "list.dat"},
                                                {"after_file", "new.dat"},
                                                {"is_changed", false},
@@ -200,6 +200,49 @@ TEST_F(Diff, AServiceInTheWrongPlaceIsEqualToItself) {
 }
 
 TEST_F(Diff, OneFileIsTheOther) { EXPECT_EQ(output_of({"diff", "list.dat", "list.dat"}), "no differences\n"); }
+
+// Two satellites, numbered as they come up.
+channel_file of_two_sources(const std::string &first, const std::string &second, const service_data &one,
+                            const service_data &other) {
+  service_data behind = other;
+  behind.net_index = 2;
+  return channel_file().network(1, 1, first).service(one).network(2, 1, second).service(behind);
+}
+
+TEST_F(Diff, SourcesThatAreNumberedOtherwiseArePairedByTheirNames) {
+  service_data far = films;
+  far.frequency = 12'500'000;
+  write("old.dat", of_two_sources("S19.2E", "S13.0E", news, far));
+  write("new.dat", of_two_sources("S13.0E", "S19.2E", far, news));
+
+  const program_result result = run({"diff", "old.dat", "new.dat"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "chlist: diff: new.dat: paired by name: network index 1 (\"S13.0E\") is 2\n"
+                        "chlist: diff: new.dat: paired by name: network index 2 (\"S19.2E\") is 1\n");
+  EXPECT_EQ(result.out, "no differences\n");
+}
+
+TEST_F(Diff, OfScansTellsWhatBecameOfTheServices) {
+  service_data moved = films;
+  moved.service_id = 77;
+  service_data renamed = news;
+  renamed.name = "News 24";
+  write("old.dat", channel_file().service(news).service(films));
+  write("new.dat", channel_file().service(renamed).service(moved).service(music));
+
+  const json document = json_of({"diff", "--scan", "old.dat", "new.dat", "--json"}, 1);
+
+  EXPECT_EQ(document["added"].size(), 1U);
+  EXPECT_EQ(document["removed"].size(), 0U);
+  EXPECT_EQ(document["moved"][0]["found_by"], "name");
+  EXPECT_EQ(document["renamed"][0]["new_name"], "News 24");
+  EXPECT_EQ(document["doubtful"].size(), 0U);
+  const std::string text = output_of({"diff", "--scan", "old.dat", "new.dat"}, 1);
+  EXPECT_TRUE(text.starts_with("1 service added, 0 gone, 1 moved, 1 renamed, 0 in doubt\nAdded:\n  \"Music")) << text;
+  EXPECT_EQ(output_of({"diff", "--scan", "old.dat", "old.dat"}),
+            "0 services added, 0 gone, 0 moved, 0 renamed, 0 in doubt\n");
+}
 
 TEST_F(Diff, RefusesBadFiles) {
   expect_bad_files_refused("diff", {"list.dat"});

@@ -124,7 +124,7 @@ TEST_F(MergeTool, AServiceWithoutAnEntryInAFullViewIsAFinding) {
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err,
             "chlist: merge: scan.dat: the radio view is full: it holds 1000, 1 service added without an entry there\n");
-  EXPECT_TRUE(has_line(result.out, "    1       1   100   11000000   H    3000    2  ALL 3000: \"More\""))
+  EXPECT_TRUE(has_line(result.out, "    1       1   100   11000000   H    3000    2  ALL 1001: \"More\""))
       << result.out;
   EXPECT_EQ(merged_json()["full_views"],
             json::parse(R"([{"view": "radio", "capacity": 1000, "services_left_out": 1}])"));
@@ -150,7 +150,7 @@ TEST_F(MergeTool, AFullViewWhoseServicesAllGoIsAFindingStill) {
   write_list(radio_list(MAX_RADIO_CHANNEL).file);
   write_scan(scan_of({one_more_radio}));
 
-  EXPECT_EQ(merge().exit_code, 1);
+  EXPECT_EQ(merge({"--force"}).exit_code, 1);
 }
 
 TEST_F(MergeTool, AFullPromotionViewIsAFinding) {
@@ -160,7 +160,7 @@ TEST_F(MergeTool, AFullPromotionViewIsAFinding) {
   }
   write_scan(scan_of(promoted));
 
-  EXPECT_EQ(merged_json()["full_views"],
+  EXPECT_EQ(merged_json({"--force"})["full_views"],
             json::parse(R"([{"view": "promotion", "capacity": 10, "services_left_out": 1}])"));
 }
 

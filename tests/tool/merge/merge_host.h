@@ -51,7 +51,10 @@ class MergeTool : public chlist_test {
     return run({"merge", "list.dat", "scan.dat", "-o", "out.dat"}, more);
   }
 
-  json merged_json() const { return json::parse(merge({"--json"}).out); }
+  json merged_json(std::vector<std::string> more = {}) const {
+    more.emplace_back("--json");
+    return json::parse(merge(more).out);
+  }
 };
 
 }  // namespace merge_test

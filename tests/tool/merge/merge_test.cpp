@@ -20,7 +20,7 @@ TEST_F(MergeTool, AddsDeletesAndKeeps) {
   EXPECT_EQ(result.err, "");
   ASSERT_EQ(load_named("out.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{1, 5}));
-  EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 5}));
+  EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102}));
   EXPECT_EQ(service_ids(VIEW_TV), (std::vector<int>{1}));
   EXPECT_EQ(service_ids(VIEW_RADIO), (std::vector<int>{5}));
   EXPECT_EQ(service_ids(VIEW_FAVOURITE), (std::vector<int>{}));
@@ -30,7 +30,7 @@ TEST_F(MergeTool, ShowsWhatIsAddedAndDeletedWithNumbersAndFavourites) {
   EXPECT_EQ(merge().out, "out.dat: 1 service added, 1 deleted, 1 kept\n"
                          "Added:\n"
                          "  net network    ts  frequency pol service type  entries: name\n"
-                         "    1       1   100   11000000   H       5    2  ALL 5, radio 5: \"Music\"\n"
+                         "    1       1   100   11000000   H       5    2  ALL 102, radio 102: \"Music\"\n"
                          "Deleted, and with them 1 favourite:\n"
                          "  net network    ts  frequency pol service type  entries: name\n"
                          "    1       1   100   11000000   H       2    1  ALL 102, TV 102, favourites 1 \"Best\" 102: "
@@ -42,14 +42,15 @@ TEST_F(MergeTool, TheJsonReportSaysTheSame) {
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(json::parse(result.out), json::parse(R"({
-      "schema": 2, "file": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
+      "schema": 1, "file": "list.dat", "scan": "scan.dat", "output": "out.dat", "dry_run": false, "kept": 1,
       "added": [{"name": "Music", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
                  "polarisation": "H", "service_id": 5, "service_type": 2,
-                 "entries": [{"view": "ALL", "number": 5}, {"view": "radio", "number": 5}]}],
+                 "entries": [{"view": "ALL", "number": 102}, {"view": "radio", "number": 102}]}],
       "removed": [{"name": "Films", "net_index": 1, "network_id": 1, "ts_id": 100, "frequency": 11000000,
                    "polarisation": "H", "service_id": 2, "service_type": 1,
                    "entries": [{"view": "ALL", "number": 102}, {"view": "TV", "number": 102},
                                {"view": "favourites", "group": 1, "group_name": "Best", "number": 102}]}],
+      "missing": [], "moved": [], "renamed": [], "doubtful": [], "renumbered_sources": [],
       "dropped_entries": [], "duplicate_services": [], "full_views": [], "notes": []})"));
 }
 
@@ -134,7 +135,7 @@ TEST_F(MergeTool, TheOutputMayBeTheList) {
 TEST_F(MergeTool, ANewListWithoutServicesDeletesAll) {
   write_scan(scan_of({}));
 
-  const json report = merged_json();
+  const json report = merged_json({"--force"});
 
   EXPECT_EQ(report["kept"], 0);
   EXPECT_EQ(report["removed"].size(), 2U);

@@ -109,7 +109,7 @@ TEST_F(Report, SumsUpAsJson) {
   const program_result result = report(small_list().data, {"--json"});
 
   EXPECT_EQ(result.exit_code, 0);
-  EXPECT_EQ(json::parse(result.out), (json{{"schema", 2},
+  EXPECT_EQ(json::parse(result.out), (json{{"schema", 1},
                                            {"file", "list.dat"},
                                            {"output", "page.html"},
                                            {"bytes", page().size()},

@@ -5,10 +5,13 @@
 #include <channel/views.h>
 #include <fmt/format.h>
 
+#include <optional>
+
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
@@ -53,8 +56,7 @@ struct edit_result {
   bool is_saved = false;
 };
 
-edit_result edit_in_memory(const edit_options &options, const list_edit &apply) {
-  const channel_file input(options.file);
+edit_result edit_in_memory(const channel_file &input, const list_edit &apply) {
   input.must_be_current();
   edit_result result;
   result.notes = load_faithfully(input);
@@ -138,8 +140,14 @@ void save(const edit_options &options) {
 }
 
 int run_edit(const edit_options &options, const list_edit &apply) {
-  edit_result result = edit_in_memory(options, apply);
+  std::optional<edit_lock> lock;
+  if (!options.is_dry_run) {
+    lock.emplace(options.target());
+  }
+  const channel_file input(options.file);
+  edit_result result = edit_in_memory(input, apply);
   if (is_to_be_saved(options, result)) {
+    input.must_be_unchanged();
     save(options);
     result.is_saved = true;
   }

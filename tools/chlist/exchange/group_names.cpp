@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "channel/store/group_table.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -51,6 +52,12 @@ group_st group_named(std::string_view name) {
   return group;
 }
 
+group_names::group_names(std::int8_t kind) : kind_(kind) {
+  for (const group_st &group : channel::table_of_kind(kind)) {
+    ids_.try_emplace(name_in(group.name), group.id);
+  }
+}
+
 std::int16_t group_names::id_of(std::string_view name, loss_counts &lost) {
   const kind_of_groups &kind = about(kind_);
   lost.add(fmt::format("{} names beyond {} bytes", kind.one, longest_group_name),
@@ -81,6 +88,9 @@ std::int16_t group_names::add(std::string_view name) const {
   }
   // From 1 on: a service without genre or country has the id 0.
   added.id = static_cast<std::int16_t>(table.size() + 1);
+  while (table.find(added.id) != nullptr) {
+    added.id = static_cast<std::int16_t>(added.id % table.capacity + 1);
+  }
   table.groups[table.size()] = added;
   ++*table.count;
   return added.id;

@@ -26,11 +26,11 @@ group_st group_named(std::string_view name);
 
 class group_names {
  public:
-  // Of an empty table of the list in memory: GROUP_PROVIDER, GROUP_GENRE or GROUP_COUNTRY.
-  explicit group_names(std::int8_t kind) : kind_(kind) {}
+  // Of a table of the list in memory, GROUP_PROVIDER, GROUP_GENRE or GROUP_COUNTRY, with the groups that it has.
+  explicit group_names(std::int8_t kind);
 
-  // The id of the group with a name, which is added to the table when that has room. Without a name, or without room,
-  // the id that no group has.
+  // The id of the group with a name, of several the first; it is added to the table when that has room. Without a name,
+  // or without room, the id that no group has.
   std::int16_t id_of(std::string_view name, loss_counts &lost);
 
   // What to say of names that the table had no room for; nothing when it took them all.

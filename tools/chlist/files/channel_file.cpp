@@ -37,10 +37,18 @@ bool is_known_version(int version) { return version >= first_known_version && ve
 foreign_file::foreign_file(std::filesystem::path path, const std::string &why)
     : std::runtime_error(path.string() + ": " + why), path_(std::move(path)) {}
 
-channel_file::channel_file(const std::filesystem::path &path) : channel_file(path, bytes_of_list(path)) {}
+// The stamp comes first: a file that is written while it is read does not pass for unchanged.
+channel_file::channel_file(const std::filesystem::path &path)
+    : path_(path), stamp_(path), bytes_(bytes_of_list(path)), version_(version_in(bytes_)) {
+  must_have_version();
+}
 
 channel_file::channel_file(std::filesystem::path path, std::vector<std::byte> bytes)
     : path_(std::move(path)), bytes_(std::move(bytes)), version_(version_in(bytes_)) {
+  must_have_version();
+}
+
+void channel_file::must_have_version() const {
   if (bytes_.size() < sizeof(std::int16_t)) {
     throw foreign_file(path_, "too short for a channel file");
   }
@@ -66,6 +74,12 @@ void channel_file::must_be_current() const {
   }
   refuse_version(fmt::format(", not {}{}", +CHANNEL_LIST_VERSION,
                              is_known_version(version_) ? ": `chlist convert` makes one of it" : ""));
+}
+
+void channel_file::must_be_unchanged() const {
+  if (stamp_ && file_stamp(path_) != *stamp_) {
+    refuse("somebody else wrote it meanwhile: nothing was changed; try again");
+  }
 }
 
 void channel_file::must_not_be(const std::filesystem::path &target) const { must_differ(path_, target); }

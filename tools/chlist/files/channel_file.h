@@ -3,10 +3,12 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "chlist/files/edit_lock.h"
 #include "chlist/files/file_bytes.h"
 
 namespace chlist {
@@ -41,11 +43,17 @@ class channel_file {
   // Refuses a file of another version than the current one.
   void must_be_current() const;
 
+  // Throws when it is no longer the file that was read: what somebody wrote meanwhile is not overwritten.
+  void must_be_unchanged() const;
+
   // Refuses a target that is this file.
   void must_not_be(const std::filesystem::path &target) const;
 
  private:
+  void must_have_version() const;
+
   std::filesystem::path path_;
+  std::optional<file_stamp> stamp_;  // none of bytes that were made
   std::vector<std::byte> bytes_;
   int version_ = 0;
 };

@@ -93,15 +93,6 @@ channel::identity identity_of(const line_up &list, const line_up_transponder &tr
   return {network.net_index, network.network_id, transponder.ts_id, transponder.frequency, 0, transponder.polarisation};
 }
 
-pairing pair_services(const line_up &before, const line_up &after) {
-  transponder_numbers numbers(after);
-  const auto key_of = [&numbers](const line_up_service &service) {
-    const channel::identity id = service.id();
-    return std::pair{numbers.of(id), id.service_id};
-  };
-  return pair_keys(keys_of(before.services, key_of), keys_of(after.services, key_of));
-}
-
 pairing pair_transponders(const line_up &before, const line_up &after) {
   transponder_numbers numbers(after);
   const auto key_in = [&numbers](const line_up &list) {
@@ -179,6 +170,15 @@ pairing pair_views(const line_up &before, const line_up &after) {
 }
 
 }  // namespace
+
+pairing pair_services(const line_up &before, const line_up &after) {
+  transponder_numbers numbers(after);
+  const auto key_of = [&numbers](const line_up_service &service) {
+    const channel::identity id = service.id();
+    return std::pair{numbers.of(id), id.service_id};
+  };
+  return pair_keys(keys_of(before.services, key_of), keys_of(after.services, key_of));
+}
 
 std::vector<placed_group> groups_in(const line_up &list) {
   constexpr std::array<std::string_view, group_kinds> tables = {"provider", "genre", "country"};

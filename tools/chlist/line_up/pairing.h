@@ -46,6 +46,9 @@ pairing pair_keys(const std::vector<Key> &before, const std::vector<Key> &after)
   return result;
 }
 
+// As the library's finder finds them in the second line-up, its tolerance of frequencies included.
+pairing pair_services(const line_up &before, const line_up &after);
+
 // A group of one of the tables. A favourite group that a channel file has no group for is none.
 struct placed_group {
   std::string_view table;  // "provider", "genre", "country" or "favourite group"
@@ -68,8 +71,7 @@ struct paired_records {
   pairing views;
 };
 
-// Services and transponders as the library's finder finds them in the second line-up, its tolerance of frequencies
-// included; networks by index and original network id, groups by id, favourite groups by place.
+// Services and transponders as the library's finder finds them in the second line-up; networks by index and original network id, groups by id, favourite groups by place.
 paired_records pair_by_identity(const line_up &before, const line_up &after);
 
 // Of services that are paired already, whatever became of their identities: the transponders and networks that they

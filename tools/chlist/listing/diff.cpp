@@ -5,11 +5,15 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/sources.h"
+#include "chlist/listing/scan_difference.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 
@@ -21,12 +25,14 @@ namespace fs = std::filesystem;
 struct diff_options {
   fs::path before;
   fs::path after;
+  bool is_of_scans = false;
   bool as_json = false;
 };
 
 struct comparison {
   std::vector<change> changes;
-  std::vector<std::string> notes;  // what a file holds that no list has
+  bool is_renumbered = false;      // the sources, which are compared as if they were not
+  std::vector<std::string> notes;  // what a file holds that no list has, and sources that are numbered otherwise
 };
 
 line_up line_up_to_compare(const channel_file &input, std::vector<std::string> &notes) {
@@ -38,10 +44,25 @@ line_up line_up_to_compare(const channel_file &input, std::vector<std::string> &
   return line_up_of(records.list());
 }
 
+json json_of_files(const diff_options &options, bool is_changed) {
+  return {
+      {"before_file", options.before.string()}, {"after_file", options.after.string()}, {"is_changed", is_changed}};
+}
+
+line_up numbered_alike(const line_up &was, line_up is, const fs::path &path, comparison &found) {
+  const std::vector<paired_source> sources = pair_sources(was, is);
+  found.is_renumbered = is_any_renumbered(sources);
+  for (const paired_source &source : sources) {
+    if (source.is_renumbered()) {
+      found.notes.push_back(fmt::format("{}: paired by name: {}", path.string(), text_of(source)));
+    }
+  }
+  renumber_sources(is, sources);
+  return is;
+}
+
 json json_of_diff(const diff_options &options, const comparison &found) {
-  json document = {{"before_file", options.before.string()},
-                   {"after_file", options.after.string()},
-                   {"is_changed", !found.changes.empty()}};
+  json document = json_of_files(options, !found.changes.empty());
   document["differences"] = json_of_differences(found.changes);
   document["notes"] = found.notes;
   return document;
@@ -56,6 +77,21 @@ void report(const diff_options &options, const comparison &found) {
   print_report([&] { print_differences(found.changes); });
 }
 
+int compare_scans(const diff_options &options, const line_up &was, const line_up &is,
+                  const std::vector<std::string> &notes) {
+  const scan_difference found = difference_of_scans(was, is);
+  if (options.as_json) {
+    json document = json_of_files(options, !found.is_empty());
+    put_scan_difference(document, found);
+    document["notes"] = notes;
+    print_report([&] { print_json(document); });
+  } else {
+    std::ranges::for_each(notes, print_message);
+    print_report([&] { print_scan_difference(found); });
+  }
+  return found.is_empty() ? exit_done : exit_findings;
+}
+
 int run_diff(const diff_options &options) {
   const channel_file before(options.before);
   const channel_file after(options.after);
@@ -63,9 +99,13 @@ int run_diff(const diff_options &options) {
   after.must_be_current();
   comparison found;
   const line_up was = line_up_to_compare(before, found.notes);
-  found.changes = differences(was, line_up_to_compare(after, found.notes));
+  const line_up is = numbered_alike(was, line_up_to_compare(after, found.notes), options.after, found);
+  if (options.is_of_scans) {
+    return compare_scans(options, was, is, found.notes);
+  }
+  found.changes = differences(was, is);
   report(options, found);
-  return found.changes.empty() ? exit_done : exit_findings;
+  return found.changes.empty() && !found.is_renumbered ? exit_done : exit_findings;
 }
 
 }  // namespace
@@ -78,7 +118,12 @@ command diff_command() {
               {"Services are paired by their identity as the receiver does it: a frequency that differs by less than "
                "2500 is the same. Of a service every column is compared (chlist list --columns help), its number in "
                "every view and favourite group included; then the order of the views, networks, transponders, group "
-               "tables and settings. Reserved bytes are not compared. Both files are of version 10 and are only read."},
+               "tables and settings. Reserved bytes are not compared. Sources that the files number differently are "
+               "paired by their names or orbital positions, which is said. Both files are of version 10 and are only "
+               "read.",
+               "--scan tells what became of the services alone: those that are new or gone, those that moved to "
+               "another transponder or other ids and are found again by their network and service id or by their name "
+               "and type, those with another name, and those of which several could be it."},
           .exit_codes = {{"0", "the same"},
                          {"1", "there are differences"},
                          {"2", "bad usage, a file that cannot be read, is short or is of another version; or the "
@@ -93,6 +138,9 @@ command diff_command() {
                        .target = &options->after,
                        .about = "the channel file to compare with it",
                        .is_required = true},
+                      {.names = "--scan",
+                       .target = &options->is_of_scans,
+                       .about = "compare what two scans found, whatever their views and numbers"},
                       {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
           .run = [options] { return run_diff(*options); }};
 }

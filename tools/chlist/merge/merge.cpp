@@ -6,11 +6,16 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_file.h"
+#include "chlist/files/edit_lock.h"
 #include "chlist/files/list_file.h"
+#include "chlist/line_up/selection.h"
 #include "chlist/merge/merge_outcome.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
@@ -24,21 +29,59 @@ struct merge_options {
   fs::path list;
   fs::path scan;
   fs::path output;
+  std::string new_numbers = "next";
+  bool keeps_missing = false;
+  bool is_forced = false;
   bool is_dry_run = false;
   bool shows_all = false;
   bool as_json = false;
 };
 
+json json_of_numbers(const placed_entry &entry) {
+  json object = json_of(entry.view);
+  object["number"] = entry.number;
+  return object;
+}
+
 json json_of_change(const changed_service &service) {
   json object = json_of(service.known);
   object["service_type"] = service.service_type;
-  object["entries"] = json::array();
-  for (const placed_entry &entry : service.entries) {
-    json shown_entry = json_of(entry.view);
-    shown_entry["number"] = entry.number;
-    object["entries"].push_back(shown_entry);
-  }
+  object["entries"] = array_of(service.entries, json_of_numbers);
   return object;
+}
+
+json json_of_move(const moved_service &service) {
+  json object = json_of(known_service{service.before.name, service.after});
+  object["before"] = json_of(service.before);
+  object["found_by"] = text_of(service.by);
+  object["entries"] = array_of(service.entries, json_of_numbers);
+  return object;
+}
+
+json json_of_rename(const renamed_service &service) {
+  json object = json_of(service.known);
+  object["new_name"] = service.name;
+  return object;
+}
+
+json json_of_doubt(const doubtful_move &service) {
+  json object = json_of(service.before);
+  object["candidates"] = array_of(service.candidates, json_of);
+  return object;
+}
+
+json json_of_source(const paired_source &source) {
+  return {{"name", source.name}, {"before", source.net_index}, {"after", source.other}};
+}
+
+json json_of_sources(const std::vector<paired_source> &sources) {
+  json array = json::array();
+  for (const paired_source &source : sources) {
+    if (source.is_renumbered()) {
+      array.push_back(json_of_source(source));
+    }
+  }
+  return array;
 }
 
 json json_of_full(const full_view &full) {
@@ -46,6 +89,14 @@ json json_of_full(const full_view &full) {
   object["capacity"] = full.capacity;
   object["services_left_out"] = full.left_out;
   return object;
+}
+
+json json_of_notes(const merge_outcome &outcome) {
+  json notes = outcome.lost;
+  for (const std::string &note : outcome.notes) {
+    notes.push_back(note);
+  }
+  return notes;
 }
 
 json json_of_outcome(const merge_options &options, const merge_outcome &outcome) {
@@ -56,16 +107,34 @@ json json_of_outcome(const merge_options &options, const merge_outcome &outcome)
           {"kept", outcome.kept},
           {"added", array_of(outcome.added, json_of_change)},
           {"removed", array_of(outcome.deleted, json_of_change)},
+          {"missing", array_of(outcome.missing, json_of_change)},
+          {"moved", array_of(outcome.moved, json_of_move)},
+          {"renamed", array_of(outcome.renamed, json_of_rename)},
+          {"doubtful", array_of(outcome.doubtful, json_of_doubt)},
+          {"renumbered_sources", json_of_sources(outcome.sources)},
           {"dropped_entries", array_of(outcome.dropped, json_of)},
           {"duplicate_services", array_of(outcome.duplicates, json_of)},
           {"full_views", array_of(outcome.full, json_of_full)},
-          {"notes", outcome.lost}};
+          {"notes", json_of_notes(outcome)}};
+}
+
+// "\"News\" (...) may have become \"News\" (...) or another".
+std::string doubt_text(const doubtful_move &service) {
+  const std::size_t others = service.candidates.size() - 1;
+  return fmt::format("{} may have become {}{}", describe(service.before), describe(service.candidates.front()),
+                     others == 0 ? "" : fmt::format(", or one of {}", counted(others, "other")));
 }
 
 void report_findings(const merge_options &options, const merge_outcome &outcome) {
   for (const std::string &lost : outcome.lost) {
     print_message(fmt::format("{}: {}", options.list.string(), lost));
   }
+  for (const std::string &note : outcome.notes) {
+    print_message(fmt::format("{}: {}", options.scan.string(), note));
+  }
+  print_messages<doubtful_move>(
+      options.scan, "in doubt", outcome.doubtful, options.shows_all,
+      [](const auto &service) { return fmt::format("in doubt: {}", doubt_text(service)); });
   print_messages<placed_entry>(options.list, "dropped, resolves to no service", outcome.dropped, options.shows_all,
                                [](const auto &entry) { return "dropped, resolves to no service: " + describe(entry); });
   print_messages<known_service>(options.scan, "taken once, occurs twice", outcome.duplicates, options.shows_all,
@@ -78,9 +147,9 @@ void report_findings(const merge_options &options, const merge_outcome &outcome)
 }
 
 // "ALL 5, TV 5".
-std::string entries_text(const changed_service &service) {
+std::string entries_text(const std::vector<placed_entry> &entries) {
   std::string text;
-  for (const placed_entry &entry : service.entries) {
+  for (const placed_entry &entry : entries) {
     text += fmt::format("{}{} {}", text.empty() ? "" : ", ", label_of(entry.view), entry.number);
   }
   return text.empty() ? "no entry" : text;
@@ -92,7 +161,7 @@ void print_table(const std::vector<changed_service> &services) {
   for (const changed_service &service : services) {
     const channel::identity &id = service.known.id;
     fmt::print("  {:>3} {:>7} {:>5} {:>10} {:>3} {:>7} {:>4}  {}: {}\n", id.net_index, id.network_id, id.ts_id,
-               id.frequency, polarisation_letter(id), id.service_id, service.service_type, entries_text(service),
+               id.frequency, polarisation_letter(id), id.service_id, service.service_type, entries_text(service.entries),
                shown(service.known.name));
   }
 }
@@ -106,9 +175,51 @@ std::size_t favourites_of(const std::vector<changed_service> &services) {
   return favourites;
 }
 
+// "22 kept, 2 of them moved, 1 missing in the new list".
+std::string kept_text(const merge_outcome &outcome) {
+  std::string text = fmt::format("{} kept", outcome.kept);
+  if (!outcome.moved.empty()) {
+    text += fmt::format(", {} of them moved", outcome.moved.size());
+  }
+  if (!outcome.missing.empty()) {
+    text += fmt::format(", {} of them missing in the new list", outcome.missing.size());
+  }
+  return text;
+}
+
+void print_moves(const std::vector<moved_service> &moved) {
+  fmt::print("Moved, and found again by ids or name:\n");
+  for (const moved_service &service : moved) {
+    fmt::print("  {} -> {} by {}  {}: {}\n", identity_text(service.before.id), identity_text(service.after),
+               text_of(service.by), entries_text(service.entries), shown(service.before.name));
+  }
+}
+
+void print_renames(const std::vector<renamed_service> &renamed) {
+  fmt::print("Renamed in the new list, and called here as before:\n");
+  for (const renamed_service &service : renamed) {
+    fmt::print("  {}: {} there\n", describe(service.known), shown(service.name));
+  }
+}
+
+void print_sources(const std::vector<paired_source> &sources) {
+  for (const paired_source &source : sources) {
+    if (source.is_renumbered()) {
+      fmt::print("Paired by name: {}\n", text_of(source));
+    }
+  }
+}
+
 void print_changes(const merge_options &options, const merge_outcome &outcome) {
-  fmt::print("{}: {} added, {} deleted, {} kept\n", options.is_dry_run ? "dry run" : options.output.string(),
-             counted(outcome.added.size(), "service"), outcome.deleted.size(), outcome.kept);
+  fmt::print("{}: {} added, {} deleted, {}\n", options.is_dry_run ? "dry run" : options.output.string(),
+             counted(outcome.added.size(), "service"), outcome.deleted.size(), kept_text(outcome));
+  print_sources(outcome.sources);
+  if (!outcome.moved.empty()) {
+    print_moves(outcome.moved);
+  }
+  if (!outcome.renamed.empty()) {
+    print_renames(outcome.renamed);
+  }
   if (!outcome.added.empty()) {
     fmt::print("Added:\n");
     print_table(outcome.added);
@@ -116,6 +227,10 @@ void print_changes(const merge_options &options, const merge_outcome &outcome) {
   if (!outcome.deleted.empty()) {
     fmt::print("Deleted, and with them {}:\n", counted(favourites_of(outcome.deleted), "favourite"));
     print_table(outcome.deleted);
+  }
+  if (!outcome.missing.empty()) {
+    fmt::print("Missing in the new list, and kept:\n");
+    print_table(outcome.missing);
   }
 }
 
@@ -128,15 +243,30 @@ void report(const merge_options &options, const merge_outcome &outcome) {
   }
 }
 
+numbering numbers_of(const merge_options &options) {
+  try {
+    return numbering_from(options.new_numbers);
+  } catch (const std::runtime_error &error) {
+    throw usage_error(error.what());
+  }
+}
+
 int run_merge(const merge_options &options) {
   if (options.output.empty() && !options.is_dry_run) {
     throw usage_error("--output (or --dry-run) is required");
   }
+  const merge_choices choices = {
+      .keeps_missing = options.keeps_missing, .is_forced = options.is_forced, .numbers = numbers_of(options)};
+  std::optional<edit_lock> lock;
+  if (!options.is_dry_run) {
+    lock.emplace(options.output);
+  }
   const channel_file list(options.list);
   const channel_file scan(options.scan);
   scan.must_not_be(options.output);
-  const merge_outcome outcome = merge_in_memory(list, scan);
+  const merge_outcome outcome = merge_in_memory(list, scan, choices);
   if (!options.is_dry_run) {
+    list.must_be_unchanged();
     save_list_as(options.output);
   }
   report(options, outcome);
@@ -150,22 +280,37 @@ command merge_command() {
   return {
       .name = "merge",
       .summary = "Merge a new channel list into a channel file",
-      .details = {"Services that LIST does not hold are added and numbered at the end of the views; services that SCAN "
-                  "lacks are deleted with all their entries, favourites included; services in both stay as LIST has "
-                  "them, and so do its settings. Both files are of version 10 and are only read. OUT is replaced as a "
-                  "whole or not at all; it may be LIST, but not SCAN."},
+      .details = {"Services that LIST does not hold are added behind the others; services that SCAN lacks are deleted with "
+                  "all their entries, favourites included; services in both stay as LIST has them, and so do its "
+                  "settings. A service that moved, to another transponder or under other ids, is found again by its "
+                  "network and service id or by its name and type, and keeps its numbers, marks, name and favourites; "
+                  "where several could be it, that is said and it is not guessed. Sources are paired by their names or "
+                  "orbital positions when the files number them differently, and added services are in the groups that "
+                  "have the names of those in SCAN. Both files are of version 10 and are only read. OUT is replaced as "
+                  "a whole or not at all; it may be LIST, but not SCAN."},
       .exit_codes = {{"0", "merged (or, with --dry-run, could be)"},
-                     {"1", "the same, with findings: entries of LIST that resolve to no service were dropped, services "
-                           "that occur twice in SCAN were taken once, added services have no entry in a view because "
-                           "it is full, or LIST holds what cannot be saved again"},
-                     {"2", "nothing was written: bad usage, an input that cannot be read, is short or is of another "
-                           "version, an output that cannot be written; or only the report could not be written"}},
+                     {"1", "the same, with findings: services whose move is in doubt, groups, numbers or moves that do "
+                           "not fit, sources with other names, entries of LIST that resolve to no service were dropped, "
+                           "services that occur twice in SCAN were taken once, added services have no entry in a view "
+                           "because it is full, or LIST holds what cannot be saved again"},
+                     {"2", "nothing was written: bad usage, a SCAN that has no service of LIST, an input that cannot be "
+                           "read, is short or is of another version, an output that cannot be written; or only the "
+                           "report could not be written"}},
       .examples = {"chlist merge channels.dat scan.dat --dry-run",
-                   "chlist merge channels.dat scan.dat -o channels.dat"},
+                   "chlist merge channels.dat scan.dat -o channels.dat --keep-missing --new-numbers 900"},
       .options =
           {{.names = "LIST", .target = &options->list, .about = "the channel file to start from", .is_required = true},
            {.names = "SCAN", .target = &options->scan, .about = "the new channel list", .is_required = true},
            {.names = "-o,--output", .target = &options->output, .about = "the channel file to write", .value = "OUT"},
+           {.names = "--keep-missing",
+            .target = &options->keeps_missing,
+            .about = "keep services that SCAN lacks, as after a scan of one satellite"},
+           {.names = "--new-numbers",
+            .target = &options->new_numbers,
+            .about = "of added services: next (behind the largest), from N (free ones from there on), or service-id (as "
+                     "receivers number them: modulo 16384, which may give numbers twice)",
+            .value = "HOW"},
+           {.names = "--force", .target = &options->is_forced, .about = "merge a SCAN that has no service of LIST"},
            {.names = "--dry-run", .target = &options->is_dry_run, .about = "show what a merge would do; write nothing"},
            {.names = "--all",
             .target = &options->shows_all,

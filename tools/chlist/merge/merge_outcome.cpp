@@ -1,13 +1,17 @@
-// The library merges; here the lists before and after are compared. A surviving service keeps its record where it is,
-// so addresses tell what is new and what is gone.
+// The library merges; here the new list is made ready for it, and the lists before and after are compared. A surviving
+// service keeps its record where it is, so addresses tell what is new and what is gone.
 #include "chlist/merge/merge_outcome.h"
 
+#include <channel/store.h>
 #include <channel/views.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <map>
 #include <set>
+#include <stdexcept>
 #include <unordered_map>
 #include <utility>
 
@@ -17,7 +21,12 @@
 #include "channel/persist/detached_list.h"
 #include "channel/persist/merge.h"
 #include "channel/store/hierarchy.h"
+#include "chlist/edit/service_identity.h"
+#include "chlist/exchange/group_names.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/selection.h"
+#include "chlist/report.h"
 
 namespace chlist {
 namespace {
@@ -130,12 +139,14 @@ detached_list<current_format> read_scan(const channel_file &scan) {
   return read;
 }
 
-// A merge marks the services that it finds in their countries, from 0 on, and selects views.
-void merge_keeping_what_stays(channel_list_st &merged) {
+// A merge marks the services that it finds in their countries, from 0 on, and selects views; what is marked before
+// stays.
+void merge_keeping_what_stays(channel_list_st &merged, const std::set<address> &missing) {
   const kept_view_settings settings;
   std::unordered_map<address, std::int16_t> countries;
   for (const channel::filed_service &filed : services_in_memory()) {
-    countries[address_of(&filed.service)] = std::exchange(filed.service.country_id, std::int16_t{0});
+    const address where = address_of(&filed.service);
+    countries[where] = std::exchange(filed.service.country_id, static_cast<std::int16_t>(missing.contains(where)));
   }
   channel::persist::merge_list(merged);
   for (const channel::filed_service &filed : services_in_memory()) {
@@ -144,23 +155,206 @@ void merge_keeping_what_stays(channel_list_st &merged) {
   }
 }
 
+// The records of a list that was read, numbered as another one numbers its sources.
+void renumber(channel_list_st &list, const std::vector<paired_source> &sources) {
+  for (network_ch_st &network : channel::networks_of(list.network_list)) {
+    network.net_index = renumbered(network.net_index, sources);
+    for (tp_ch_st &transponder : channel::transponders_of(network)) {
+      for (channel_st &service : channel::services_of(transponder)) {
+        service.net_index = renumbered(service.net_index, sources);
+      }
+    }
+  }
+}
+
+// What a receiver tunes to and listens for goes with the service; what the user made of it stays.
+void take_streams(channel_st &service, const channel_st &scanned) {
+  service.pmt_pid = scanned.pmt_pid;
+  service.pcr_pid = scanned.pcr_pid;
+  service.video_pid = scanned.video_pid;
+  service.video_tag = scanned.video_tag;
+  service.video_ecm_pid = scanned.video_ecm_pid;
+  service.audio_pid = scanned.audio_pid;
+  service.audio_tag = scanned.audio_tag;
+}
+
+class merge {
+ public:
+  merge(channel_list_st &scan, const merge_choices &choices) : scan_(scan), choices_(choices) {}
+
+  merge_outcome made() {
+    own_ = line_up_in_memory();
+    pair_sources_of_scan();
+    again_ = find_again(own_, scanned_);
+    refuse_to_keep_nothing();
+    outcome_.dropped = unresolved_entries();
+    tell_what_became();
+    move_services();
+    merge_services();
+    return std::move(outcome_);
+  }
+
+ private:
+  void pair_sources_of_scan() {
+    scanned_ = line_up_of(scan_);
+    outcome_.sources = pair_sources(own_, scanned_);
+    if (is_any_renumbered(outcome_.sources)) {
+      renumber(scan_, outcome_.sources);
+      scanned_ = line_up_of(scan_);
+    }
+    for (const paired_source &source : outcome_.sources) {
+      if (source.is_renamed) {
+        outcome_.notes.push_back(fmt::format("network index {} has another name: {}", source.net_index,
+                                             shown(source.name)));
+      }
+    }
+  }
+
+  void refuse_to_keep_nothing() const {
+    if (again_.found.empty() && !own_.services.empty() && !choices_.is_forced && !choices_.keeps_missing) {
+      throw std::runtime_error(
+          fmt::format("the new list has none of {}: nothing would stay; --force merges it nevertheless",
+                      counted(own_.services.size(), "service")));
+    }
+  }
+
+  void tell_what_became() {
+    for (const found_service &each : again_.found) {
+      const line_up_service &was = own_.services[each.before];
+      const std::string &name = scanned_.services[each.after].name;
+      if (!name.empty() && name != was.name) {
+        outcome_.renamed.push_back({known_as(was), name});
+      }
+    }
+    for (const doubtful_service &each : again_.doubtful) {
+      doubtful_move told = {known_as(own_.services[each.before]), {}};
+      for (const std::size_t candidate : each.candidates) {
+        told.candidates.push_back(known_as(scanned_.services[candidate]));
+      }
+      outcome_.doubtful.push_back(std::move(told));
+    }
+  }
+
+  // The library keeps a service that the new list has: one that moved is brought to its new place before. Its record
+  // may be another one then, the others stay where they are.
+  void move_services() {
+    std::vector<channel_st *> own;
+    for (const channel::filed_service &filed : services_in_memory()) {
+      own.push_back(&filed.service);
+    }
+    const std::vector<const channel_st *> scanned = services_of(scan_);
+    for (const std::size_t place : again_.gone) {
+      missing_.insert(address_of(own[place]));
+    }
+    for (const found_service &each : again_.found) {
+      if (each.by != found_by::identity) {
+        move(each, *own[each.before], *scanned[each.after]);
+      }
+    }
+  }
+
+  void move(const found_service &found, channel_st &service, const channel_st &scanned) {
+    const line_up_service &was = own_.services[found.before];
+    const channel::identity wanted = channel::identity_of(scanned);
+    try {
+      change_identity(service, wanted);
+    } catch (const std::runtime_error &error) {
+      outcome_.notes.push_back(fmt::format("{} could not move: {}", describe(known_as(was)), error.what()));
+      missing_.insert(address_of(&service));
+      return;
+    }
+    take_streams(*get_channel_st(wanted.net_index, wanted.network_id, wanted.ts_id, wanted.frequency,
+                                 wanted.service_id, wanted.polarisation),
+                 scanned);
+    outcome_.moved.push_back({known_as(was), wanted, found.by, {}});
+  }
+
+  void merge_services() {
+    const snapshot before = take_snapshot();
+    merge_keeping_what_stays(scan_, choices_.keeps_missing ? missing_ : std::set<address>());
+    name_groups_of_added(before);
+    append(outcome_.notes, number_added(added_, choices_.numbers));
+    const snapshot after = take_snapshot();
+    outcome_.added = difference(after, before);
+    outcome_.deleted = difference(before, after);
+    outcome_.kept = after.order.size() - outcome_.added.size();
+    outcome_.duplicates = dropped_among(match_services(scan_));
+    outcome_.full = find_full(before, after, outcome_.added);
+    tell_entries(after);
+  }
+
+  void tell_entries(const snapshot &after) {
+    std::map<std::string, moved_service *> moved;
+    for (moved_service &each : outcome_.moved) {
+      moved.emplace(identity_text(each.after), &each);
+    }
+    for (const address where : after.order) {
+      const changed_service &service = after.services.at(where);
+      if (choices_.keeps_missing && missing_.contains(where)) {
+        outcome_.missing.push_back(service);
+      }
+      if (const auto found = moved.find(identity_text(service.known.id)); found != moved.end()) {
+        found->second->entries = service.entries;
+      }
+    }
+  }
+
+  // A new service is in the groups that have the names of those which the new list says.
+  void name_groups_of_added(const snapshot &before) {
+    std::map<std::string, const line_up_service *> scanned;
+    for (const line_up_service &service : scanned_.services) {
+      scanned.try_emplace(identity_text(service.id()), &service);
+    }
+    group_names providers(GROUP_PROVIDER);
+    group_names genres(GROUP_GENRE);
+    group_names countries(GROUP_COUNTRY);
+    loss_counts lost;
+    for (const channel::filed_service &filed : services_in_memory()) {
+      if (before.has(address_of(&filed.service))) {
+        continue;
+      }
+      added_.push_back(&filed.service);
+      if (const auto found = scanned.find(identity_text(channel::identity_of(filed.service))); found != scanned.end()) {
+        filed.service.provider_id = providers.id_of(found->second->provider, lost);
+        filed.service.genre_id = genres.id_of(found->second->genre, lost);
+        filed.service.country_id = countries.id_of(found->second->country, lost);
+      }
+    }
+    for (const group_names *names : {&providers, &genres, &countries}) {
+      if (const auto text = names->left_out()) {
+        outcome_.notes.push_back(*text);
+      }
+    }
+  }
+
+  static void append(std::vector<std::string> &notes, const std::vector<std::string> &more) {
+    notes.insert(notes.end(), more.begin(), more.end());
+  }
+
+  channel_list_st &scan_;
+  const merge_choices &choices_;
+  line_up own_;
+  line_up scanned_;
+  rescan again_;
+  std::set<address> missing_;
+  std::vector<const channel_st *> added_;
+  merge_outcome outcome_;
+};
+
 }  // namespace
 
-merge_outcome merge_in_memory(const channel_file &list, const channel_file &scan) {
+bool merge_outcome::has_findings() const {
+  return !dropped.empty() || !duplicates.empty() || !full.empty() || !lost.empty() || !notes.empty() ||
+         !doubtful.empty();
+}
+
+merge_outcome merge_in_memory(const channel_file &list, const channel_file &scan, const merge_choices &choices) {
   list.must_be_current();
   scan.must_be_current();
-  merge_outcome outcome;
-  outcome.lost = load_faithfully(list);
-  const detached_list<current_format> merged = read_scan(scan);
-  const snapshot before = take_snapshot();
-  outcome.dropped = unresolved_entries();
-  merge_keeping_what_stays(*merged);
-  const snapshot after = take_snapshot();
-  outcome.added = difference(after, before);
-  outcome.deleted = difference(before, after);
-  outcome.kept = after.order.size() - outcome.added.size();
-  outcome.duplicates = dropped_among(match_services(*merged));
-  outcome.full = find_full(before, after, outcome.added);
+  std::vector<std::string> lost = load_faithfully(list);
+  const detached_list<current_format> read = read_scan(scan);
+  merge_outcome outcome = merge(*read, choices).made();
+  outcome.lost = std::move(lost);
   return outcome;
 }
 

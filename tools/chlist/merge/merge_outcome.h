@@ -1,4 +1,6 @@
-// Merges a new channel list into the list in memory and finds out, from the list before and after, what that changed.
+// Merges a new channel list into the list in memory. The library adds, keeps and deletes; what a receiver does not do
+// is done around it: sources are paired by name, services that moved are found again and keep what the user made of
+// them, groups are those of their names, and new numbers are free ones.
 #pragma once
 
 #include <cstddef>
@@ -6,15 +8,41 @@
 #include <vector>
 
 #include "chlist/files/channel_file.h"
+#include "chlist/line_up/rescan.h"
+#include "chlist/line_up/sources.h"
 #include "chlist/list_contents.h"
+#include "chlist/merge/new_numbers.h"
 
 namespace chlist {
+
+struct merge_choices {
+  bool keeps_missing = false;  // services that the new list lacks stay
+  bool is_forced = false;      // even if nothing stays
+  numbering numbers;
+};
 
 struct changed_service {
   known_service known;
   int service_type = 0;
   int source_type = 0;
   std::vector<placed_entry> entries;  // that it got, or that it takes along
+};
+
+struct moved_service {
+  known_service before;
+  channel::identity after = {};
+  found_by by = found_by::ids;
+  std::vector<placed_entry> entries;  // that it keeps
+};
+
+struct renamed_service {
+  known_service known;  // as the list goes on calling it
+  std::string name;     // in the new one
+};
+
+struct doubtful_move {
+  known_service before;
+  std::vector<known_service> candidates;
 };
 
 struct full_view {
@@ -24,20 +52,25 @@ struct full_view {
 };
 
 struct merge_outcome {
+  std::vector<paired_source> sources;  // of the new list
   std::vector<changed_service> added;
   std::vector<changed_service> deleted;
-  std::size_t kept = 0;
-  std::vector<placed_entry> dropped;      // entries of the list that resolved to no service before
-  std::vector<known_service> duplicates;  // services of the new list that occur twice in it
+  std::vector<moved_service> moved;
+  std::vector<renamed_service> renamed;
+  std::vector<doubtful_move> doubtful;     // each of them is deleted, or missing
+  std::vector<changed_service> missing;    // that the new list lacks, and that stay
+  std::size_t kept = 0;                    // those that moved and those that are missing among them
+  std::vector<placed_entry> dropped;       // entries of the list that resolved to no service before
+  std::vector<known_service> duplicates;   // services of the new list that occur twice in it
   std::vector<full_view> full;
-  std::vector<std::string> lost;  // what of the list's file cannot be saved again
+  std::vector<std::string> lost;           // what of the list's file cannot be saved again
+  std::vector<std::string> notes;          // groups and numbers that do not fit
 
-  [[nodiscard]] bool has_findings() const {
-    return !dropped.empty() || !duplicates.empty() || !full.empty() || !lost.empty();
-  }
+  [[nodiscard]] bool has_findings() const;
 };
 
-// Refuses files of any version but the current one, and files that are short. The merged list is in memory afterwards.
-merge_outcome merge_in_memory(const channel_file &list, const channel_file &scan);
+// Refuses files of any version but the current one, files that are short, and a merge that keeps no service unless it
+// is forced. The merged list is in memory afterwards.
+merge_outcome merge_in_memory(const channel_file &list, const channel_file &scan, const merge_choices &choices);
 
 }  // namespace chlist

@@ -1,0 +1,55 @@
+// The system takes a lock back when its program ends, however it ends.
+#include "chlist/files/edit_lock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
+#include <chrono>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <tuple>
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::chrono::seconds longest_wait(30);
+constexpr std::chrono::milliseconds pause(5);
+
+// A link is followed as it is when the file is replaced.
+fs::path folder_of(const fs::path &target) { return fs::weakly_canonical(fs::absolute(target)).parent_path(); }
+
+bool is_locked_by_another() { return errno == EWOULDBLOCK || errno == EINTR; }
+
+auto key_of(const struct stat &found) {
+  return std::tuple{found.st_dev, found.st_ino, found.st_size, found.st_mtim.tv_sec, found.st_mtim.tv_nsec};
+}
+
+}  // namespace
+
+edit_lock::edit_lock(const fs::path &target)
+    : folder_(::open(folder_of(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_of(target).string()) {
+  const auto end = std::chrono::steady_clock::now() + longest_wait;
+  while (::flock(folder_.get(), LOCK_EX | LOCK_NB) != 0 && is_locked_by_another()) {
+    if (std::chrono::steady_clock::now() > end) {
+      throw std::runtime_error(target.string() + ": another edit is not done yet; try again");
+    }
+    std::this_thread::sleep_for(pause);
+  }
+}
+
+file_stamp::file_stamp(const fs::path &path) {
+  struct stat found = {};
+  if (::stat(path.c_str(), &found) == 0) {
+    found_ = found;
+  }
+}
+
+bool operator==(const file_stamp &a, const file_stamp &b) {
+  return a.found_.has_value() == b.found_.has_value() && (!a.found_ || key_of(*a.found_) == key_of(*b.found_));
+}
+
+}  // namespace chlist

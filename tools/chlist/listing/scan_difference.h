@@ -1,0 +1,25 @@
+// What became of the services of one scan in another.
+#pragma once
+
+#include "chlist/json/json.h"
+#include "chlist/line_up/rescan.h"
+
+namespace chlist {
+
+struct scan_difference {
+  const line_up &before;
+  const line_up &after;
+  rescan again;
+
+  [[nodiscard]] bool is_empty() const;
+};
+
+// Of scans that number their sources alike, and outlive it.
+scan_difference difference_of_scans(const line_up &before, const line_up &after);
+
+// Added, removed, moved, renamed and doubtful services, as a merge reports them.
+void put_scan_difference(json &document, const scan_difference &found);
+
+void print_scan_difference(const scan_difference &found);
+
+}  // namespace chlist
