@@ -69,7 +69,7 @@ struct paired_records {
 };
 
 // Services and transponders as the library's finder finds them in the second line-up, its tolerance of frequencies
-// included; networks by index and original network id, groups by id, favourite groups by place.
+// included; networks by index and original network id, groups by id, favourite groups by position.
 paired_records pair_by_identity(const line_up &before, const line_up &after);
 
 // Of services that are paired already, whatever became of their identities: the transponders and networks that they
