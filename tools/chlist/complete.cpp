@@ -79,7 +79,7 @@ std::vector<term> groups_of(const typed_line &line, std::string_view prefix = ""
 
 std::vector<term> groups_on(const typed_line &line) { return groups_of(line); }
 
-// The places of favourite groups go without saying.
+// The positions of favourite groups go without saying.
 std::vector<term> views_on(const typed_line &line) {
   std::vector<term> views = terms_of_views();
   std::erase_if(views, [](const term &each) { return each.word.starts_with("fav:"); });

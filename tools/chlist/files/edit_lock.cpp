@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <chrono>
 #include <stdexcept>
-#include <string>
 #include <thread>
 #include <tuple>
 
@@ -31,7 +30,8 @@ auto key_of(const struct stat &found) {
 }  // namespace
 
 edit_lock::edit_lock(const fs::path &target)
-    : folder_(::open(folder_of(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_of(target).string()) {
+    : folder_name_(folder_of(target)),
+      folder_(::open(folder_name_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_name_) {
   const auto end = std::chrono::steady_clock::now() + longest_wait;
   while (::flock(folder_.get(), LOCK_EX | LOCK_NB) != 0 && is_locked_by_another()) {
     if (std::chrono::steady_clock::now() > end) {
@@ -45,6 +45,8 @@ file_stamp::file_stamp(const fs::path &path) {
   struct stat found = {};
   if (::stat(path.c_str(), &found) == 0) {
     found_ = found;
+  } else if (errno != ENOENT) {
+    fail(path.string());
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "chlist/files/descriptor.h"
 
@@ -19,13 +20,14 @@ class edit_lock {
   explicit edit_lock(const std::filesystem::path &target);
 
  private:
+  std::string folder_name_;
   descriptor folder_;
 };
 
 // What tells a file from one that took its place, and from itself before somebody wrote to it.
 class file_stamp {
  public:
-  // Of nothing when there is no such file.
+  // Of nothing when there is no such file. Throws std::system_error when that cannot be found out.
   explicit file_stamp(const std::filesystem::path &path);
 
   friend bool operator==(const file_stamp &a, const file_stamp &b);

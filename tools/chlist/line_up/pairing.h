@@ -71,7 +71,8 @@ struct paired_records {
   pairing views;
 };
 
-// Services and transponders as the library's finder finds them in the second line-up; networks by index and original network id, groups by id, favourite groups by place.
+// Services and transponders as the library's finder finds them in the second line-up; networks by index and original
+// network id, groups by id, favourite groups by position.
 paired_records pair_by_identity(const line_up &before, const line_up &after);
 
 // Of services that are paired already, whatever became of their identities: the transponders and networks that they
