@@ -65,7 +65,7 @@ std::vector<term> section_of(const command &row, std::string_view title) {
   return found != row.sections.end() ? found->terms : std::vector<term>();
 }
 
-std::vector<term> groups_of(const typed_line &line, std::string_view prefix = "") {
+std::vector<term> groups_offered(const typed_line &line, std::string_view prefix = "") {
   std::vector<term> groups;
   if (const std::optional<line_up> list = list_on(line)) {
     for (const favourite_group &each : list->favourites) {
@@ -77,13 +77,13 @@ std::vector<term> groups_of(const typed_line &line, std::string_view prefix = ""
   return groups;
 }
 
-std::vector<term> groups_on(const typed_line &line) { return groups_of(line); }
+std::vector<term> groups_on(const typed_line &line) { return groups_offered(line); }
 
 // The positions of favourite groups go without saying.
 std::vector<term> views_on(const typed_line &line) {
   std::vector<term> views = terms_of_views();
   std::erase_if(views, [](const term &each) { return each.word.starts_with("fav:"); });
-  std::ranges::move(groups_of(line, "fav:"), std::back_inserter(views));
+  std::ranges::move(groups_offered(line, "fav:"), std::back_inserter(views));
   return views;
 }
 

@@ -9,7 +9,7 @@
 namespace chlist {
 namespace {
 
-constexpr char32_t none = U'\uFFFD';
+constexpr char32_t unmapped = U'\uFFFD';
 
 // 0xA0 to 0xFF, without the marks of the third row.
 constexpr std::u32string_view upper_half =
@@ -74,7 +74,7 @@ decoded_text decode_iso_6937(std::string_view encoded) {
       continue;
     }
     const char32_t letter = byte < first_of_upper_half ? byte : upper_half[byte - first_of_upper_half];
-    made.is_whole = made.is_whole && letter != none;
+    made.is_whole = made.is_whole && letter != unmapped;
     if (over != nullptr) {
       append_marked(made.text, *over, letter);
       over = nullptr;
@@ -83,7 +83,7 @@ decoded_text decode_iso_6937(std::string_view encoded) {
     }
   }
   if (over != nullptr) {
-    append_utf8(made.text, none);
+    append_utf8(made.text, unmapped);
     made.is_whole = false;
   }
   return made;

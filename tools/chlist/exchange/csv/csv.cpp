@@ -14,9 +14,9 @@ namespace {
 
 constexpr std::string_view special = ",\"\r\n";
 
-class reader {
+class csv_parser {
  public:
-  explicit reader(std::string_view text) : text_(without_byte_order_mark(text)) {}
+  explicit csv_parser(std::string_view text) : text_(without_byte_order_mark(text)) {}
 
   std::vector<csv_row> read() {
     while (at_ < text_.size()) {
@@ -94,7 +94,7 @@ std::string cell_text(std::string_view cell) {
 
 }  // namespace
 
-std::vector<csv_row> parse_csv(std::string_view text) { return reader(text).read(); }
+std::vector<csv_row> parse_csv(std::string_view text) { return csv_parser(text).read(); }
 
 // A row of one empty cell would be a blank line.
 std::string csv_line(const std::vector<std::string> &cells) {

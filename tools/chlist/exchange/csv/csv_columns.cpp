@@ -13,7 +13,7 @@ constexpr std::string_view number_column = "number";
 constexpr std::string_view minor_column = "minor";
 
 // A number comes before its minor one, the whole byte of flags before its bits.
-constexpr csv_column table[] = {
+constexpr csv_column column_table[] = {
     {number_column},
     {minor_column},
     {"name"},
@@ -68,7 +68,7 @@ void set(line_up_service &service, std::string_view column, std::string_view tex
 
 }  // namespace
 
-std::span<const csv_column> csv_columns() { return table; }
+std::span<const csv_column> csv_columns() { return column_table; }
 
 void set_column(line_up_service &service, const csv_column &column, std::string_view text) {
   try {

@@ -32,9 +32,10 @@ columns chosen(const std::string &names) {
   return all;
 }
 
-class writer {
+class row_writer {
  public:
-  explicit writer(const line_up &list) : list_(list), groups_(list.services.size()), entries_(list.services.size()) {
+  explicit row_writer(const line_up &list)
+      : list_(list), groups_(list.services.size()), entries_(list.services.size()) {
     for (const favourite_group &group : list.favourites) {
       for (const line_up_entry &entry : group.entries) {
         std::string &names = groups_[entry.service];
@@ -104,7 +105,7 @@ bool can_be_read(const columns &written) {
 written_list write_csv(const line_up &list, const write_options &options) {
   const columns shown = chosen(options.columns);
   written_list result;
-  result.files = {{"", writer(list).write(shown)}};
+  result.files = {{"", row_writer(list).write(shown)}};
   result.services.resize(list.services.size());
   std::iota(result.services.begin(), result.services.end(), std::size_t{0});
   if (!can_be_read(shown)) {

@@ -14,9 +14,9 @@ namespace {
 bool is_blank_or_comment(std::string_view line) { return line.empty() || line.front() == '#' || line.front() == ';'; }
 
 // Sections end where the next one begins, so a service is made one section late.
-class reader {
+class section_reader {
  public:
-  explicit reader(loss_counts &lost) : lost_(lost) {}
+  explicit section_reader(loss_counts &lost) : lost_(lost) {}
 
   void read_line(std::size_t number, std::string_view text) {
     const std::string_view line = without_blanks_around(text);
@@ -98,7 +98,7 @@ class reader {
 }  // namespace
 
 line_up parse_dvbv5(std::string_view text, loss_counts &lost) {
-  reader made(lost);
+  section_reader made(lost);
   text_lines lines(text);
   while (const auto line = lines.next()) {
     made.read_line(lines.number(), *line);

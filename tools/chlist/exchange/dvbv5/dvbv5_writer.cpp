@@ -19,11 +19,11 @@ namespace {
 // One less than what stands for no frequency.
 constexpr std::int64_t largest_frequency = std::numeric_limits<std::uint32_t>::max() - 1;
 
-std::int64_t unit_per_khz(delivery by) { return by == delivery::satellite ? 1 : 1000; }
+std::int64_t section_units_per_khz(delivery by) { return by == delivery::satellite ? 1 : 1000; }
 
-bool is_frequency(const line_up_service &service) {
+bool is_section_frequency(const line_up_service &service) {
   const std::int64_t khz = service.fields.frequency;
-  return khz >= 0 && khz <= largest_frequency / unit_per_khz(reception_of(service).by);
+  return khz >= 0 && khz <= largest_frequency / section_units_per_khz(reception_of(service).by);
 }
 
 bool is_satellite(const line_up_service &service) { return reception_of(service).by == delivery::satellite; }
@@ -105,9 +105,9 @@ std::string_view assumed_settings(delivery by) {
   return "\tBANDWIDTH_HZ = 8000000\n\tMODULATION = QAM/AUTO\n\tINVERSION = AUTO\n\tDELIVERY_SYSTEM = DVBT\n";
 }
 
-class writer {
+class section_writer {
  public:
-  explicit writer(const line_up &list) : satellites_(list) {}
+  explicit section_writer(const line_up &list) : satellites_(list) {}
 
   void write(const line_up_service &service) {
     const channel_st &fields = service.fields;
@@ -142,7 +142,8 @@ class writer {
 
   void write_tuning(const line_up_service &service) {
     reception from{reception_of(service).by};
-    line("\tFREQUENCY = {}\n", is_frequency(service) ? service.fields.frequency * unit_per_khz(from.by) : 0);
+    line("\tFREQUENCY = {}\n",
+         is_section_frequency(service) ? service.fields.frequency * section_units_per_khz(from.by) : 0);
     if (from.by == delivery::satellite) {
       line("\tPOLARIZATION = {}\n", service.fields.polarisation == 0 ? "HORIZONTAL" : "VERTICAL");
       from.satellite_number = satellites_.of(service.source);
@@ -160,7 +161,7 @@ class writer {
 }  // namespace
 
 written_list write_dvbv5(const line_up &list, const write_options & /*options*/) {
-  writer made(list);
+  section_writer made(list);
   written_list result;
   for (const line_up_service &service : list.services) {
     result.services.push_back(result.services.size());

@@ -50,9 +50,9 @@ std::string file_named_in(std::string_view path) {
 }
 
 // Reads the files one by one. Numbers run on until they are begun anew.
-class reader {
+class bouquets_reader {
  public:
-  reader(const folder_files &files, lamedb_services &services, loss_counts &lost)
+  bouquets_reader(const folder_files &files, lamedb_services &services, loss_counts &lost)
       : files_(files), services_(services), lost_(lost) {}
 
   // The user bouquets that a file names; none when it is not there.
@@ -238,7 +238,7 @@ int largest_number(const std::vector<bouquet> &bouquets) {
 }  // namespace
 
 line_up with_bouquets(const folder_files &files, lamedb_services services, loss_counts &lost) {
-  reader read(files, services, lost);
+  bouquets_reader read(files, services, lost);
   std::vector<bouquet> television = read.read_bouquets("bouquets.tv");
   std::vector<bouquet> radio = read.read_bouquets("bouquets.radio");
   ordered_list made(std::move(services.list));

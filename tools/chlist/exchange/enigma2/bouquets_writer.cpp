@@ -13,9 +13,10 @@ namespace {
 
 constexpr std::string_view hidden_numbered_marker = "#SERVICE 1:832:D:0:0:0:0:0:0:0:\n";
 
-class writer {
+class bouquets_writer {
  public:
-  writer(const line_up &list, std::span<const service_reference> references) : list_(list), references_(references) {}
+  bouquets_writer(const line_up &list, std::span<const service_reference> references)
+      : list_(list), references_(references) {}
 
   std::vector<made_file> write() {
     write_all();
@@ -97,7 +98,7 @@ class writer {
 }  // namespace
 
 std::vector<made_file> write_bouquets(const line_up &list, std::span<const service_reference> references) {
-  return writer(list, references).write();
+  return bouquets_writer(list, references).write();
 }
 
 }  // namespace chlist

@@ -25,12 +25,12 @@ namespace {
 constexpr std::uint32_t cable_namespace = 0xFFFF0000;
 constexpr std::uint32_t terrestrial_namespace = 0xEEEE0000;
 
-std::int64_t unit_per_khz(delivery by) { return by == delivery::terrestrial ? 1000 : 1; }
+std::int64_t lamedb_units_per_khz(delivery by) { return by == delivery::terrestrial ? 1000 : 1; }
 
-bool is_frequency(const line_up_service &service) {
+bool is_lamedb_frequency(const line_up_service &service) {
   constexpr std::int64_t largest = std::numeric_limits<std::uint32_t>::max();
   const std::int64_t khz = service.fields.frequency;
-  return khz >= 0 && khz <= largest / unit_per_khz(reception_of(service).by);
+  return khz >= 0 && khz <= largest / lamedb_units_per_khz(reception_of(service).by);
 }
 
 // A comma ends a provider's name.
@@ -153,7 +153,8 @@ class lamedb_writer {
   // Version 3 has no flags, which end the parameters of the others.
   [[nodiscard]] std::string parameters_of(const line_up_service &service, const place &from) const {
     const char *flags = version_ == 3 ? "" : ":0";
-    const std::int64_t frequency = is_frequency(service) ? service.fields.frequency * unit_per_khz(from.by) : 0;
+    const std::int64_t frequency =
+        is_lamedb_frequency(service) ? service.fields.frequency * lamedb_units_per_khz(from.by) : 0;
     switch (from.by) {
       case delivery::satellite:
         return fmt::format("{}:27500000:{}:0:{}:2{}", frequency, service.fields.polarisation != 0 ? 1 : 0,

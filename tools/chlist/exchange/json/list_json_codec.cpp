@@ -13,7 +13,7 @@
 namespace chlist {
 namespace {
 
-constexpr std::string_view digits = "0123456789abcdef";
+constexpr std::string_view hex_digits = "0123456789abcdef";
 constexpr const char *hex_key = "hex";
 constexpr std::size_t most_fields = 64;
 
@@ -103,7 +103,7 @@ void put_field(record_bytes record, const json_field &field, const json &value, 
 
 int digit_of(char c) {
   const char lower = c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c;
-  const std::size_t at = digits.find(lower);
+  const std::size_t at = hex_digits.find(lower);
   return at == std::string_view::npos ? -1 : static_cast<int>(at);
 }
 
@@ -129,8 +129,8 @@ void refuse_json(const std::string &path, const std::string &why) { throw std::r
 std::string hex_of(const_record_bytes bytes) {
   std::string text;
   for (const std::byte byte : bytes) {
-    text += digits[std::to_integer<std::size_t>(byte) >> 4U];
-    text += digits[std::to_integer<std::size_t>(byte) & 15U];
+    text += hex_digits[std::to_integer<std::size_t>(byte) >> 4U];
+    text += hex_digits[std::to_integer<std::size_t>(byte) & 15U];
   }
   return text;
 }

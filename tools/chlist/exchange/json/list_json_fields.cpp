@@ -71,7 +71,7 @@ constexpr json_field transponder_fields[] = {
     RESERVED(tp_ch_st, reserved_32),
 };
 
-constexpr json_field service_fields[] = {
+constexpr json_field keys_of_service[] = {
     TEXT(channel_st, "name", name[0].text, true),
     LENGTH(channel_st, "name_len", name[0].name_len, false),
     NAMED_RESERVED(channel_st, "reserved_8", name[0].reserved_0),
@@ -152,7 +152,7 @@ std::span<const json_field> fields_of_group() { return group_fields; }
 std::span<const json_field> fields_of_entry() { return entry_fields; }
 std::span<const json_field> fields_of_network() { return network_fields; }
 std::span<const json_field> fields_of_transponder() { return transponder_fields; }
-std::span<const json_field> fields_of_service() { return service_fields; }
+std::span<const json_field> fields_of_service() { return keys_of_service; }
 std::span<const json_array> groups_of_list() { return group_arrays; }
 std::span<const json_array> views_of_list() { return views; }
 

@@ -109,7 +109,7 @@ std::string harmless_value(std::string value) {
   return value;
 }
 
-std::vector<std::string> groups_of(const line_up &list, bool is_by_favourites) {
+std::vector<std::string> group_titles(const line_up &list, bool is_by_favourites) {
   std::vector<std::string> groups;
   std::ranges::transform(list.services, std::back_inserter(groups),
                          [=](const line_up_service &s) { return is_by_favourites ? "" : s.provider; });
@@ -154,7 +154,7 @@ std::vector<const field *> fields_carried(const std::vector<url_part> &parts, co
 
 written_list write_m3u(const line_up &list, const write_options &options) {
   const std::vector<url_part> parts = parts_of(options.url.empty() ? default_m3u_url : std::string_view(options.url));
-  const std::vector<std::string> groups = groups_of(list, options.is_by_favourites);
+  const std::vector<std::string> groups = group_titles(list, options.is_by_favourites);
   written_list result;
   result.carried = fields_carried(parts, options);
   std::string text = "#EXTM3U\n";

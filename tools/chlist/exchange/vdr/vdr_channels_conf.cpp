@@ -90,7 +90,7 @@ vdr_service read_service(std::string_view line) {
 }
 
 // Collects the lines of one file.
-class reader {
+class line_reader {
  public:
   void read_line(std::size_t number, std::string_view line) {
     if (line.empty()) {
@@ -142,7 +142,7 @@ class reader {
 }  // namespace
 
 vdr_line_up parse_vdr_channels_conf(std::string_view text) {
-  reader made;
+  line_reader made;
   text_lines lines(text);
   while (const auto line = lines.next()) {
     made.read_line(lines.number(), without_trailing_blanks(*line));

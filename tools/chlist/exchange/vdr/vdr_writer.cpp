@@ -78,9 +78,9 @@ std::string video_text(const channel_st &fields) {
   return text;
 }
 
-class writer {
+class line_writer {
  public:
-  explicit writer(const line_up &list) : list_(list) {}
+  explicit line_writer(const line_up &list) : list_(list) {}
 
   written_list write() {
     for (const std::size_t place : listed_by_number()) {
@@ -147,6 +147,6 @@ class writer {
 
 }  // namespace
 
-written_list write_vdr(const line_up &list, const write_options & /*options*/) { return writer(list).write(); }
+written_list write_vdr(const line_up &list, const write_options & /*options*/) { return line_writer(list).write(); }
 
 }  // namespace chlist
