@@ -10,15 +10,22 @@ package_lists_are_fresh=no
 # Seconds of the steps so far, a line each.
 step_seconds=()
 
-# report_step NAME START STATUS: the closing half of a step's line.
+# report_step NAME START STATUS [END]: the closing half of a step's line.
 report_step() {
-  local seconds=$((SECONDS - $2))
+  local seconds=$((${4-$SECONDS} - $2))
   step_seconds+=("$(printf '%-28s %4d s' "$1" "$seconds")")
   if [[ $3 -eq 0 ]]; then
     printf 'ok    %4d s\n' "$seconds"
   else
     printf 'FAILED %3d s\n' "$seconds"
   fi
+}
+
+# show_log NAME STATUS: what a failed step printed.
+show_log() {
+  local log=$log_dir/${1// /-}.log
+  cat "$log"
+  printf '  (exit status %d; the log is %s)\n' "$2" "${log#"$root"/}"
 }
 
 # step NAME COMMAND...: runs a command with its output in the log NAME.log (blanks become -); prints name and time.
@@ -30,10 +37,37 @@ step() {
   printf '  %-28s ' "$name"
   "$@" >"$log" 2>&1 </dev/null || status=$?
   report_step "$name" "$start" "$status"
-  if [[ $status -ne 0 ]]; then
-    cat "$log"
-    printf '  (exit status %d; the log is %s)\n' "$status" "${log#"$root"/}"
-  fi
+  [[ $status -eq 0 ]] || show_log "$name" "$status"
+  return "$status"
+}
+
+# begin_step NAME COMMAND...: a step beside those that follow. One at a time; its line comes with end_step.
+begin_step() {
+  step_beside=$1
+  local log=$log_dir/${1// /-}.log start=$SECONDS
+  shift
+  mkdir -p "$log_dir"
+  (
+    status=0
+    "$@" >"$log" 2>&1 </dev/null &
+    trap 'kill $!' TERM
+    wait $! || status=$?
+    printf '%d %d %d\n' "$status" "$start" "$SECONDS" >"$log.end"
+  ) &
+  step_beside_pid=$!
+  trap 'kill "$step_beside_pid" 2>/dev/null || true' EXIT
+}
+
+# end_step: waits for the step that begin_step began; its status is the step's.
+end_step() {
+  local status start end
+  wait "$step_beside_pid" || true
+  trap - EXIT
+  read -r status start end <"$log_dir/${step_beside// /-}.log.end"
+  rm "$log_dir/${step_beside// /-}.log.end"
+  printf '  %-28s ' "$step_beside"
+  report_step "$step_beside" "$start" "$status" "$end"
+  [[ $status -eq 0 ]] || show_log "$step_beside" "$status"
   return "$status"
 }
 
