@@ -1,6 +1,8 @@
 // What work costs, to be compared with other work of the same run: the machine's other work hardly counts.
 #pragma once
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <ctime>
 #include <limits>
@@ -11,6 +13,14 @@ inline double cpu_seconds() {
   timespec now = {};
   ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
   return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+// That of the programs that this one has started and waited for.
+inline double cpu_seconds_of_programs() {
+  rusage used = {};
+  ::getrusage(RUSAGE_CHILDREN, &used);
+  return static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
+         1e-6 * static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec);
 }
 
 // The least time that an action took, of three tries; each is prepared anew.
