@@ -35,7 +35,7 @@ constexpr delivery_system delivery_systems[] = {
     {"DAB", delivery::terrestrial},
 };
 
-constexpr std::string_view polarisations[] = {"HORIZONTAL", "VERTICAL", "LEFT", "RIGHT"};
+constexpr std::string_view polarisation_words[] = {"HORIZONTAL", "VERTICAL", "LEFT", "RIGHT"};
 
 std::pair<std::string_view, std::optional<std::string_view>> key_and_value(std::string_view line) {
   const auto [key, value] = split_at_first(line, '=');
@@ -125,9 +125,10 @@ void dvbv5_section::take_delivery_system(std::string_view value) {
 }
 
 void dvbv5_section::take_polarisation(std::string_view value) {
-  const auto *const found = std::ranges::find_if(polarisations, [&](auto name) { return is_same_word(name, value); });
+  const auto *const found =
+      std::ranges::find_if(polarisation_words, [&](auto name) { return is_same_word(name, value); });
   const bool is_off = is_same_word(value, "OFF");
-  if (found == std::end(polarisations) && !is_off) {
+  if (found == std::end(polarisation_words) && !is_off) {
     throw bad_line("POLARIZATION " + quoted(value) + " is unknown");
   }
   polarisation_ = is_off ? '\0' : found->front();

@@ -12,6 +12,7 @@
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/text_lines.h"
+#include "chlist/fields/pids.h"
 
 namespace chlist {
 namespace {

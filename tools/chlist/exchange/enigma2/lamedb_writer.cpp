@@ -18,6 +18,7 @@
 #include "chlist/exchange/enigma2/lamedb_fields.h"
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/text_lines.h"
+#include "chlist/fields/pids.h"
 
 namespace chlist {
 namespace {

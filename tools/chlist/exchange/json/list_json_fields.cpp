@@ -131,7 +131,7 @@ constexpr json_array group_arrays[] = {
     GROUPS(favorite_group, favorite_group_num),
 };
 
-constexpr json_array views[] = {
+constexpr json_array keys_of_views[] = {
     VIEW(vch, vnumber),           VIEW(tv_vch, tv_vnumber),       VIEW(radio_vch, radio_vnumber),
     VIEW(user_vch, user_vnumber), VIEW(promo_vch, promo_vnumber),
 };
@@ -154,6 +154,6 @@ std::span<const json_field> fields_of_network() { return network_fields; }
 std::span<const json_field> fields_of_transponder() { return transponder_fields; }
 std::span<const json_field> fields_of_service() { return keys_of_service; }
 std::span<const json_array> groups_of_list() { return group_arrays; }
-std::span<const json_array> views_of_list() { return views; }
+std::span<const json_array> views_of_list() { return keys_of_views; }
 
 }  // namespace chlist
