@@ -60,7 +60,7 @@ class failing_commands : public tool_test::commands_test {
 
   // With --json a failure is a document on standard output; it is looked at like the others.
   static program_result with_message(program_result result) {
-    if (result.exit_code == 2 && result.out.starts_with("{\n  \"schema\": 2,\n  \"error\"")) {
+    if (result.exit_code == 2 && result.out.starts_with("{\n  \"schema\": 1,\n  \"error\"")) {
       const json error = json::parse(result.out)["error"];
       EXPECT_EQ(result.err, "");
       result.err = "chlist: " + error["command"].as_string() + ": " + error["message"].as_string() + '\n';

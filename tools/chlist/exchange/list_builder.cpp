@@ -65,9 +65,15 @@ bool is_number(int number) {
   return number >= std::numeric_limits<std::int16_t>::min() && number <= std::numeric_limits<std::int16_t>::max();
 }
 
+channel_list_st &empty_list() {
+  reset_channel_list();
+  return *get_channel_list();
+}
+
 }  // namespace
 
-list_builder::list_builder() : list_(*get_channel_list()) { reset_channel_list(); }
+// The groups that are there are looked up in the empty list.
+list_builder::list_builder() : list_(empty_list()) {}
 
 std::optional<std::string> list_builder::add(const line_up_service &service) {
   added_.push_back(nullptr);

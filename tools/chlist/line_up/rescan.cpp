@@ -39,7 +39,7 @@ class search {
     find(found_by::name, [](const line_up_service &service) {
       return std::tuple{service.fields.net_index, service.fields.service_type, folded(service.name)};
     });
-    std::ranges::sort(made_.found, {}, &found_service::after);
+    std::ranges::sort(made_.found, {}, &kept_service::after);
     return std::move(made_);
   }
 
@@ -100,7 +100,7 @@ class search {
   void forget_found() {
     std::vector<bool> was_found(before_.services.size(), false);
     std::vector<bool> is_found(after_.services.size(), false);
-    for (const found_service &each : made_.found) {
+    for (const kept_service &each : made_.found) {
       was_found[each.before] = true;
       is_found[each.after] = true;
     }

@@ -20,7 +20,7 @@ enum class found_by : std::uint8_t {
 // "identity", "ids", "name".
 std::string_view text_of(found_by by);
 
-struct found_service {
+struct kept_service {
   std::size_t before = nowhere;
   std::size_t after = nowhere;
   found_by by = found_by::identity;
@@ -33,7 +33,7 @@ struct doubtful_service {
 };
 
 struct rescan {
-  std::vector<found_service> found;  // in the order of the newer list
+  std::vector<kept_service> found;  // in the order of the newer list
   std::vector<std::size_t> gone;     // those in doubt among them
   std::vector<std::size_t> added;    // candidates among them
   std::vector<doubtful_service> doubtful;

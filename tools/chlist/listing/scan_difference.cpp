@@ -14,12 +14,12 @@
 namespace chlist {
 namespace {
 
-bool is_renamed(const scan_difference &found, const found_service &each) {
+bool is_renamed(const scan_difference &found, const kept_service &each) {
   const std::string &is = found.after.services[each.after].name;
   return !is.empty() && is != found.before.services[each.before].name;
 }
 
-bool is_moved(const found_service &each) { return each.by != found_by::identity; }
+bool is_moved(const kept_service &each) { return each.by != found_by::identity; }
 
 json services_at(const line_up &list, const std::vector<std::size_t> &places) {
   json array = json::array();
@@ -29,14 +29,14 @@ json services_at(const line_up &list, const std::vector<std::size_t> &places) {
   return array;
 }
 
-json json_of_move(const scan_difference &found, const found_service &each) {
+json json_of_move(const scan_difference &found, const kept_service &each) {
   json object = json_of(known_as(found.after.services[each.after]));
   object["before"] = json_of(known_as(found.before.services[each.before]));
   object["found_by"] = text_of(each.by);
   return object;
 }
 
-json json_of_rename(const scan_difference &found, const found_service &each) {
+json json_of_rename(const scan_difference &found, const kept_service &each) {
   json object = json_of(known_as(found.before.services[each.before]));
   object["new_name"] = found.after.services[each.after].name;
   return object;
@@ -72,7 +72,7 @@ struct told_changes {
 
 told_changes changes_in(const scan_difference &found) {
   told_changes told;
-  for (const found_service &each : found.again.found) {
+  for (const kept_service &each : found.again.found) {
     const line_up_service &was = found.before.services[each.before];
     const line_up_service &is = found.after.services[each.after];
     if (is_moved(each)) {
@@ -96,7 +96,7 @@ told_changes changes_in(const scan_difference &found) {
 bool scan_difference::is_empty() const {
   return again.gone.empty() && again.added.empty() &&
          std::ranges::none_of(again.found,
-                              [this](const found_service &each) { return is_moved(each) || is_renamed(*this, each); });
+                              [this](const kept_service &each) { return is_moved(each) || is_renamed(*this, each); });
 }
 
 scan_difference difference_of_scans(const line_up &before, const line_up &after) {
@@ -108,7 +108,7 @@ void put_scan_difference(json &document, const scan_difference &found) {
   document["removed"] = services_at(found.before, found.again.gone);
   json moved = json::array();
   json renamed = json::array();
-  for (const found_service &each : found.again.found) {
+  for (const kept_service &each : found.again.found) {
     if (is_moved(each)) {
       moved.push_back(json_of_move(found, each));
     }

@@ -219,7 +219,7 @@ class merge {
   }
 
   void tell_what_became() {
-    for (const found_service &each : again_.found) {
+    for (const kept_service &each : again_.found) {
       const line_up_service &was = own_.services[each.before];
       const std::string &name = scanned_.services[each.after].name;
       if (!name.empty() && name != was.name) {
@@ -246,14 +246,14 @@ class merge {
     for (const std::size_t place : again_.gone) {
       missing_.insert(address_of(own[place]));
     }
-    for (const found_service &each : again_.found) {
+    for (const kept_service &each : again_.found) {
       if (each.by != found_by::identity) {
         move(each, *own[each.before], *scanned[each.after]);
       }
     }
   }
 
-  void move(const found_service &found, channel_st &service, const channel_st &scanned) {
+  void move(const kept_service &found, channel_st &service, const channel_st &scanned) {
     const line_up_service &was = own_.services[found.before];
     const channel::identity wanted = channel::identity_of(scanned);
     try {
