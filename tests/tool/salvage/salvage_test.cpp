@@ -124,12 +124,20 @@ TEST_F(SalvageTool, WhatAConversionFoundIsShown) {
   const program_result result = salvage(file.data);
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_TRUE(has_line(result.out, "The conversion dropped services:"));
-  EXPECT_TRUE(
-      has_line(result.out, "  dropped, occurs twice: \"News\" (net 1, network 1, ts 100, 11000000 H, service 1)"));
+  EXPECT_TRUE(has_line(result.out, "Dropped, being there already: 1 service"));
   EXPECT_TRUE(has_line(result.out, "Not carried:"));
-  EXPECT_TRUE(has_line(result.out, "  duplicate services                                   1"));
-  EXPECT_EQ(json::parse(salvage(file.data, {"--json"}).out)["conversion"]["duplicate_services"].size(), 1U);
+  EXPECT_EQ(json::parse(salvage(file.data, {"--json"}).out)["conversion"]["duplicate_services"].size(), 0U);
+}
+
+TEST_F(SalvageTool, AListThatIsThereTwiceIsShown) {
+  const program_result result = salvage(whole_file().data + whole_file().data);
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(read_file(path("out.dat")), whole_file().data);
+  EXPECT_TRUE(
+      has_line(result.out, "Another list begins at offset 461720: its settings, groups and views are left out"));
+  EXPECT_TRUE(has_line(result.out, "Dropped, being there already: 1 network, 1 transponder, 3 services"));
+  EXPECT_EQ(result.out.find("Counts claim"), std::string::npos);
 }
 
 TEST_F(SalvageTool, WhatTheListsRecordLostIsShown) {

@@ -17,6 +17,7 @@ struct damaged_list {
   record_sizes sizes;
   witnesses known;
   list_image list;
+  std::vector<std::size_t> other_lists;  // where more lists begin in the same file
   salvaged_records records;
 };
 

@@ -29,6 +29,8 @@ json json_of_service(const placed_service &service) {
   return object;
 }
 
+json json_of_offset(const std::size_t &offset) { return {{"offset", offset}}; }
+
 json json_of_range(const byte_range &range) { return {{"offset", range.offset}, {"bytes", range.size}}; }
 
 json json_of_count(const corrected_count &count) {
@@ -47,8 +49,8 @@ json json_of_made(const made_record &record) {
 
 json json_of_forsaken(const forsaken_record &record) { return {{"what", record.kind}, {"offset", record.offset}}; }
 
-json json_of_missing(const missing_records &missing) {
-  return {{"networks", missing.networks}, {"transponders", missing.transponders}, {"services", missing.services}};
+json json_of_counts(const record_counts &counts) {
+  return {{"networks", counts.networks}, {"transponders", counts.transponders}, {"services", counts.services}};
 }
 
 json json_of_conversion(const std::optional<conversion> &converted) {
@@ -82,15 +84,18 @@ json json_of_outcome(const new_list_options &options, const salvage_outcome &out
           {"entries_without_service", outcome.list.entries_without_service},
           {"favourite_groups_named_anew", outcome.list.named_groups},
           {"conversion", json_of_conversion(outcome.converted)},
+          {"other_lists", array_of(outcome.other_lists, json_of_offset)},
+          {"repeated", json_of_counts(outcome.repeated)},
           {"lost",
            {{"has_lost_settings", outcome.has_lost_settings},
             {"lost_entries", array_of(outcome.list.lost_entries, json_of)},
             {"blank_entries", outcome.list.blank_entries},
-            {"counted_but_missing", json_of_missing(outcome.missing)},
+            {"counted_but_missing", json_of_counts(outcome.missing)},
             {"records_without_services", array_of(outcome.forsaken, json_of_forsaken)},
             {"bytes_of_no_record", array_of(outcome.unexplained, json_of_range)}}},
           {"doubtful_services", array_of(outcome.doubtful, json_of_service)},
           {"contradicted_services", array_of(outcome.contradicted, json_of_service)},
+          {"services_of_another_list", array_of(outcome.strangers, json_of_service)},
           {"made_records", array_of(outcome.made, json_of_made)}};
 }
 
@@ -147,9 +152,9 @@ void print_list_record(const salvage_outcome &outcome) {
 }
 
 // "1 network, 2 services".
-std::string text_of_missing(const missing_records &missing) {
+std::string text_of(const record_counts &records) {
   const std::pair<std::size_t, std::string_view> kinds[] = {
-      {missing.networks, "network"}, {missing.transponders, "transponder"}, {missing.services, "service"}};
+      {records.networks, "network"}, {records.transponders, "transponder"}, {records.services, "service"}};
   std::vector<std::string> parts;
   for (const auto &[count, kind] : kinds) {
     if (count > 0) {
@@ -159,8 +164,19 @@ std::string text_of_missing(const missing_records &missing) {
   return fmt::format("{}", fmt::join(parts, ", "));
 }
 
+void print_repeated(const salvage_outcome &outcome) {
+  for (const std::size_t offset : outcome.other_lists) {
+    print_heading(fmt::format("Another list begins at offset {}: its settings, groups and views are left out", offset),
+                  style::yellow);
+  }
+  if (!outcome.repeated.is_none()) {
+    print_heading(fmt::format("Dropped, being there already: {}", text_of(outcome.repeated)), style::yellow);
+  }
+}
+
 void print_notices(const salvage_outcome &outcome) {
   print_list_record(outcome);
+  print_repeated(outcome);
   if (outcome.list.all == all_view::numbered_anew) {
     print_heading("No view had an entry left: all services are numbered anew", style::red);
   }
@@ -181,7 +197,7 @@ void print_notices(const salvage_outcome &outcome) {
                   style::red);
   }
   if (!outcome.missing.is_none()) {
-    print_heading(fmt::format("Counts claim {} more than came back", text_of_missing(outcome.missing)), style::yellow);
+    print_heading(fmt::format("Counts claim {} more than came back", text_of(outcome.missing)), style::yellow);
   }
 }
 
@@ -215,6 +231,8 @@ void print_outcome(const new_list_options &options, const salvage_outcome &outco
   print_list<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
   print_list<placed_service>(outcome.contradicted,
                              "In doubt, the views name other services in their places:", text_of_placed);
+  print_list<placed_service>(outcome.strangers,
+                             "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
   print_list<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",
                            [](const placed_entry &entry) { return describe(entry); });
   if (outcome.list.blank_entries > 0) {

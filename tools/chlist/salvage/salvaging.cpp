@@ -86,24 +86,53 @@ std::size_t claimed_networks(const damaged_list &result) {
   return is_in_place ? CHLIST_FIELD(result.list.bytes, 0, channel_list_st, network_num) : 0;
 }
 
-missing_records missing_in(const damaged_list &result) {
+record_counts missing_in(const damaged_list &result) {
   const salvaged_records &records = result.records;
-  missing_records missing;
-  std::size_t networks = records.merged_networks;
+  record_counts missing;
+  std::size_t networks = records.network_records.size();
   for (const salvaged_network &network : records.networks) {
-    networks += is_kept(records, network) ? 1 : 0;
+    networks += !network.offset && is_kept(records, network) ? 1 : 0;
     const auto transponders = static_cast<std::size_t>(std::ranges::count_if(
         network.transponders, [&](std::size_t number) { return is_kept(records.transponders[number]); }));
-    missing.transponders += lacking(network.counted, transponders);
+    missing.transponders += lacking(network.counted, transponders + network.repeated);
   }
   missing.networks = lacking(claimed_networks(result), networks);
   for (const salvaged_transponder &transponder : records.transponders) {
-    missing.services += lacking(transponder.counted, transponder.services.size());
+    missing.services += lacking(transponder.counted, transponder.services.size() + transponder.repeated);
   }
   for (const forsaken_record &record : records.forsaken) {
     missing.services += record.kind == "transponder" ? record.counted : 0;
   }
   return missing;
+}
+
+record_counts repeated_in(const salvaged_records &records) {
+  record_counts repeated = {0, 0, records.repeated.size()};
+  repeated.networks = records.network_records.size();
+  for (const salvaged_network &network : records.networks) {
+    repeated.networks -= network.offset ? 1 : 0;
+    repeated.transponders += network.repeated;
+  }
+  return repeated;
+}
+
+// Where the list ends that the file begins with: another begins there, or more networks follow than it counts.
+std::size_t end_of_first_list(byte_span file, const damaged_list &result) {
+  std::size_t end = result.other_lists.empty() ? file.size() : result.other_lists.front();
+  const std::size_t claimed = claimed_networks(result);
+  if (const auto &networks = result.records.network_records; claimed > 0 && networks.size() > claimed) {
+    end = std::min(end, networks[claimed]);
+  }
+  return end;
+}
+
+void note_strangers(byte_span file, const damaged_list &result, salvage_outcome &outcome) {
+  const std::size_t end = end_of_first_list(file, result);
+  for (const found_service &service : result.records.services) {
+    if (service.offset >= end && !result.known.list(service.id)) {
+      outcome.strangers.push_back(placed(file, service));
+    }
+  }
 }
 
 // By the library's own reader, or its conversion.
@@ -146,6 +175,9 @@ salvage_outcome outcome_of(byte_span damaged, const damaged_list &result) {
   outcome.forsaken = result.records.forsaken;
   outcome.unexplained = result.records.unexplained;
   outcome.missing = missing_in(result);
+  outcome.repeated = repeated_in(result.records);
+  outcome.other_lists = result.other_lists;
+  note_strangers(damaged, result, outcome);
   outcome.shift = result.list.shift;
   outcome.shifted_from = result.list.shifted_from;
   outcome.list_bytes_missing = result.list.missing;
@@ -158,9 +190,9 @@ salvage_outcome outcome_of(byte_span damaged, const damaged_list &result) {
 bool salvage_outcome::has_findings() const {
   const bool has_conversion_findings = converted && !converted->duplicates.empty();
   return !doubtful.empty() || !contradicted.empty() || !made.empty() || !forsaken.empty() || !unexplained.empty() ||
-         !missing.is_none() || shift != 0 || list_bytes_missing != 0 || has_lost_settings ||
-         !list.lost_entries.empty() || list.blank_entries > 0 || list.entries_without_service > 0 ||
-         list.all != all_view::kept || has_conversion_findings;
+         !missing.is_none() || !repeated.is_none() || !other_lists.empty() || !strangers.empty() || shift != 0 ||
+         list_bytes_missing != 0 || has_lost_settings || !list.lost_entries.empty() || list.blank_entries > 0 ||
+         list.entries_without_service > 0 || list.all != all_view::kept || has_conversion_findings;
 }
 
 salvage_outcome salvage_to_memory(byte_span damaged, const salvage_progress &progress) {

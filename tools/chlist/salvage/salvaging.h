@@ -26,8 +26,7 @@ struct made_record {
   channel::identity id = {};
 };
 
-// That counts claim and that did not come back. A count may be what is damaged.
-struct missing_records {
+struct record_counts {
   std::size_t networks = 0;
   std::size_t transponders = 0;
   std::size_t services = 0;
@@ -43,9 +42,12 @@ struct salvage_outcome {
   std::vector<placed_service> contradicted;  // taken, though the views name another service in its place
   std::vector<made_record> made;             // records that were lost and made anew from their services
   std::vector<forsaken_record> forsaken;
-  std::vector<byte_range> unexplained;  // bytes of no record
-  missing_records missing;
-  std::ptrdiff_t shift = 0;  // bytes inserted into the list's own record; cut out when negative
+  std::vector<byte_range> unexplained;   // bytes of no record
+  record_counts missing;                 // that counts claim and that did not come back; a count may be what is damaged
+  record_counts repeated;                // that were there already, and were dropped
+  std::vector<std::size_t> other_lists;  // where more lists begin in the file; their own records are left out
+  std::vector<placed_service> strangers;  // behind the list's end, and in none of its views
+  std::ptrdiff_t shift = 0;               // bytes inserted into the list's own record; cut out when negative
   std::size_t shifted_from = 0;
   std::size_t list_bytes_missing = 0;  // at the end of the list's own record
   bool has_lost_settings = false;      // of the list's own record nothing was right
