@@ -29,6 +29,8 @@ json json_of_service(const placed_service &service) {
   return object;
 }
 
+json json_of_torn(const torn_place &place) { return {{"offset", place.offset}, {"bytes", place.bytes}}; }
+
 json json_of_offset(const std::size_t &offset) { return {{"offset", offset}}; }
 
 json json_of_range(const byte_range &range) { return {{"offset", range.offset}, {"bytes", range.size}}; }
@@ -78,7 +80,8 @@ json json_of_outcome(const new_list_options &options, const salvage_outcome &out
             {"services", outcome.recovered.services},
             {"views", json_of_views()}}},
           {"corrected_counts", array_of(outcome.list.counts, json_of_count)},
-          {"bytes_inserted_into_list", outcome.shift},
+          {"bytes_inserted_into_list", outcome.shift()},
+          {"torn_places_of_list", array_of(outcome.torn, json_of_torn)},
           {"bytes_missing_from_list", outcome.list_bytes_missing},
           {"all_view", name_of(outcome.list.all)},
           {"entries_without_service", outcome.list.entries_without_service},
@@ -136,10 +139,10 @@ void print_recovered(const new_list_options &options, const salvage_outcome &out
 }
 
 void print_list_record(const salvage_outcome &outcome) {
-  if (outcome.shift != 0) {
+  for (const torn_place &place : outcome.torn) {
     print_heading(fmt::format("The list's own record: {} {} near offset {}",
-                              counted(static_cast<std::size_t>(std::abs(outcome.shift)), "byte"),
-                              outcome.shift > 0 ? "inserted" : "cut out", outcome.shifted_from),
+                              counted(static_cast<std::size_t>(std::abs(place.bytes)), "byte"),
+                              place.bytes > 0 ? "inserted" : "cut out", place.offset),
                   style::yellow);
   }
   if (outcome.list_bytes_missing > 0) {

@@ -178,8 +178,12 @@ salvage_outcome outcome_of(byte_span damaged, const damaged_list &result) {
   outcome.repeated = repeated_in(result.records);
   outcome.other_lists = result.other_lists;
   note_strangers(damaged, result, outcome);
-  outcome.shift = result.list.shift;
-  outcome.shifted_from = result.list.shifted_from;
+  std::ptrdiff_t before = 0;
+  for (const shift_step &step : result.list.steps) {
+    outcome.torn.push_back(
+        {static_cast<std::size_t>(static_cast<std::ptrdiff_t>(step.from) + before), step.shift - before});
+    before = step.shift;
+  }
   outcome.list_bytes_missing = result.list.missing;
   outcome.has_lost_settings = result.list.is_lost;
   return outcome;
@@ -187,10 +191,18 @@ salvage_outcome outcome_of(byte_span damaged, const damaged_list &result) {
 
 }  // namespace
 
+std::ptrdiff_t salvage_outcome::shift() const {
+  std::ptrdiff_t bytes = 0;
+  for (const torn_place &place : torn) {
+    bytes += place.bytes;
+  }
+  return bytes;
+}
+
 bool salvage_outcome::has_findings() const {
   const bool has_conversion_findings = converted && !converted->duplicates.empty();
   return !doubtful.empty() || !contradicted.empty() || !made.empty() || !forsaken.empty() || !unexplained.empty() ||
-         !missing.is_none() || !repeated.is_none() || !other_lists.empty() || !strangers.empty() || shift != 0 ||
+         !missing.is_none() || !repeated.is_none() || !other_lists.empty() || !strangers.empty() || !torn.empty() ||
          list_bytes_missing != 0 || has_lost_settings || !list.lost_entries.empty() || list.blank_entries > 0 ||
          list.entries_without_service > 0 || list.all != all_view::kept || has_conversion_findings;
 }
@@ -205,7 +217,7 @@ salvage_outcome salvage_to_memory(byte_span damaged, const salvage_progress &pro
   salvage_outcome outcome = outcome_of(damaged, result);
   load(result, damaged, outcome);
   outcome.list =
-      repair_list_in_memory({outcome.shift != 0 || outcome.list_bytes_missing != 0, result.list.is_all_view_torn});
+      repair_list_in_memory({!outcome.torn.empty() || outcome.list_bytes_missing != 0, result.list.is_all_view_torn});
   restore_current_view(result.list);
   outcome.recovered = count_hierarchy(*get_channel_list());
   must_hold_something(damaged, outcome);

@@ -26,6 +26,12 @@ struct made_record {
   channel::identity id = {};
 };
 
+// Where bytes were inserted, or cut out when less than 0.
+struct torn_place {
+  std::size_t offset = 0;
+  std::ptrdiff_t bytes = 0;
+};
+
 struct record_counts {
   std::size_t networks = 0;
   std::size_t transponders = 0;
@@ -47,13 +53,14 @@ struct salvage_outcome {
   record_counts repeated;                // that were there already, and were dropped
   std::vector<std::size_t> other_lists;  // where more lists begin in the file; their own records are left out
   std::vector<placed_service> strangers;  // behind the list's end, and in none of its views
-  std::ptrdiff_t shift = 0;               // bytes inserted into the list's own record; cut out when negative
-  std::size_t shifted_from = 0;
-  std::size_t list_bytes_missing = 0;  // at the end of the list's own record
-  bool has_lost_settings = false;      // of the list's own record nothing was right
+  std::vector<torn_place> torn;           // of the list's own record
+  std::size_t list_bytes_missing = 0;     // at the end of the list's own record
+  bool has_lost_settings = false;         // of the list's own record nothing was right
   list_repair list;
   std::optional<conversion> converted;  // when the file is of an earlier version
 
+  // Bytes that the list's own record has in all that are not its own; less than 0 when some of its own are missing.
+  [[nodiscard]] std::ptrdiff_t shift() const;
   // Something is lost, or in doubt.
   [[nodiscard]] bool has_findings() const;
 };
