@@ -149,7 +149,7 @@ TEST_F(Salvaging, TheAllViewIsBuiltAnewWithTheNumbersOfOtherViews) {
 TEST_F(Salvaging, FavouritesWhoseGroupsAreCutOutGetAName) {
   const salvage_outcome outcome = expect_salvaged(cut_out(list_field::favorite_group, test_support::group_size * 20));
 
-  EXPECT_EQ(outcome.list.named_groups, 2U);
+  EXPECT_EQ(outcome.list.groups.named_favourites, 2U);
   EXPECT_EQ(get_channel_list()->favorite_group_num, 2);
   EXPECT_STREQ(get_channel_list()->favorite_group[1].name, "Favourites 2");
   EXPECT_EQ(get_channel_list()->favorite_vnumber[1], 6);

@@ -108,7 +108,7 @@ TEST_F(Salvaging, ProgressGoesUpToItsTotal) {
   std::vector<std::size_t> steps;
   std::size_t of = 0;
 
-  chlist::salvage_to_memory(std::as_bytes(std::span(original.data)), [&](std::size_t done, std::size_t total) {
+  chlist::salvage_to_memory(std::as_bytes(std::span(original.data)), {}, [&](std::size_t done, std::size_t total) {
     steps.push_back(done);
     of = total;
   });

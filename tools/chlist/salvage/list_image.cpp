@@ -154,7 +154,8 @@ class shifted_list {
   // The record stands where the file begins, and of every array those slots are used that its count says.
   [[nodiscard]] bool is_in_place() const {
     const auto is_as_counted = [this](const array_place &array) {
-      const int count = fits(file_, array.count, sizeof(std::int16_t)) ? value_at<std::int16_t>(file_, array.count) : -1;
+      const int count =
+          fits(file_, array.count, sizeof(std::int16_t)) ? value_at<std::int16_t>(file_, array.count) : -1;
       for (std::size_t i = 0; i < array.capacity && count >= 0; ++i) {
         if (is_used(array, array.first + i * array.stride) != (i < static_cast<std::size_t>(count))) {
           return false;
@@ -321,6 +322,20 @@ std::size_t end_of_list(std::size_t end, std::size_t end_of_right, const std::ve
   return first != runs.end() ? std::min(end, first->begin) : end;
 }
 
+// In front of a provider that is right, settings that are none's and no stretch of one byte are the list's, whatever
+// has happened to its version.
+bool has_plausible_settings(byte_span file, const std::vector<shift_step> &steps, std::size_t size) {
+  constexpr std::size_t behind_version = sizeof(std::int16_t);
+  const bool is_shifted = !steps.empty() && steps.front().from <= size;
+  if (is_shifted || !fits(file, size, sizeof(group_st)) || !is_named_group(value_at<group_st>(file, size))) {
+    return false;
+  }
+  const byte_span settings = file.subspan(behind_version, size - behind_version);
+  const int group_kind = CHLIST_FIELD(file, 0, channel_list_st, use_group_list);
+  return group_kind >= GROUP_ALL && group_kind <= GROUP_FAV &&
+         std::ranges::any_of(settings, [&](std::byte byte) { return byte != settings.front(); });
+}
+
 }  // namespace
 
 list_image repair_list_image(byte_span file, const record_sizes &sizes, const std::vector<record_run> &runs,
@@ -329,20 +344,18 @@ list_image repair_list_image(byte_span file, const record_sizes &sizes, const st
   const alignment best = list.best_alignment();
   const shifted_places places(file.size(), best.steps);
   const auto end = static_cast<std::size_t>(static_cast<std::ptrdiff_t>(sizes.list) + places.last_shift());
-  const bool has_version = is_known_version(version_in(file));
   list_image image;
   image.steps = best.steps;
   image.end = end_of_list(std::min(end, file.size()), list.end_of_right(places), runs);
   image.missing = end - image.end;
   image.is_all_view_torn = is_all_view_torn(places, image.end);
-  image.is_lost = best.right == 0 && !has_version;
+  const bool has_version = is_known_version(version_in(file));
+  image.has_lost_settings = !has_version && !has_plausible_settings(file, best.steps, list.settings_size());
   image.bytes = empty_list_image(sizes.list);
-  if (!image.is_lost) {
+  if (best.right > 0 || has_version) {
     const std::vector<std::byte> bytes = list.bytes(places, image.end);
-    const bool has_settings = has_version || best.steps.empty() || best.steps.front().from > list.settings_size();
-    const std::size_t kept = has_settings ? 0 : best.steps.front().from;
-    std::copy(bytes.begin() + static_cast<std::ptrdiff_t>(kept), bytes.end(),
-              image.bytes.begin() + static_cast<std::ptrdiff_t>(kept));
+    const auto kept = static_cast<std::ptrdiff_t>(image.has_lost_settings ? list.settings_size() : 0);
+    std::copy(bytes.begin() + kept, bytes.end(), image.bytes.begin() + kept);
   }
   return image;
 }

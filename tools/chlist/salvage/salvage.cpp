@@ -12,7 +12,10 @@
 #include <vector>
 
 #include "chlist/convert/conversion_report.h"
+#include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
+#include "chlist/files/file_bytes.h"
+#include "chlist/files/file_records.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
 #include "chlist/salvage/salvaging.h"
@@ -22,6 +25,10 @@ namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
+
+struct salvage_options : new_list_options {
+  fs::path like;
+};
 
 json json_of_service(const placed_service &service) {
   json object = {{"offset", service.offset}};
@@ -37,6 +44,29 @@ json json_of_range(const byte_range &range) { return {{"offset", range.offset}, 
 
 json json_of_count(const corrected_count &count) {
   return {{"what", count.what}, {"counted", count.counted}, {"present", count.present}};
+}
+
+std::string_view name_of(group_loss loss) {
+  constexpr std::string_view names[] = {"empty", "unreadable", "repeated", "unknown"};
+  return names[static_cast<std::size_t>(loss)];
+}
+
+json json_of_group(const lost_group &group) {
+  return {{"what", group.table},
+          {"loss", name_of(group.loss)},
+          {"position", group.position < 0 ? json() : json(group.position)},
+          {"group_id", group.id},
+          {"services", group.services}};
+}
+
+json json_of_found(const found_again &found) {
+  return {{"what", found.what}, {"group_id", found.id}, {"name", found.name}, {"source", found.source}};
+}
+
+std::vector<corrected_count> corrected_counts(const salvage_outcome &outcome) {
+  std::vector<corrected_count> counts = outcome.list.counts;
+  counts.insert(counts.end(), outcome.list.groups.counts.begin(), outcome.list.groups.counts.end());
+  return counts;
 }
 
 json json_of_made(const made_record &record) {
@@ -69,7 +99,7 @@ constexpr std::string_view name_of(all_view all) {
   return names[static_cast<std::size_t>(all)];
 }
 
-json json_of_outcome(const new_list_options &options, const salvage_outcome &outcome) {
+json json_of_outcome(const salvage_options &options, const salvage_outcome &outcome) {
   return {{"file", options.input.string()},
           {"bytes", outcome.size},
           {"version", outcome.version},
@@ -79,23 +109,28 @@ json json_of_outcome(const new_list_options &options, const salvage_outcome &out
             {"transponders", outcome.recovered.transponders},
             {"services", outcome.recovered.services},
             {"views", json_of_views()}}},
-          {"corrected_counts", array_of(outcome.list.counts, json_of_count)},
+          {"corrected_counts", array_of(corrected_counts(outcome), json_of_count)},
           {"bytes_inserted_into_list", outcome.shift()},
           {"torn_places_of_list", array_of(outcome.torn, json_of_torn)},
           {"bytes_missing_from_list", outcome.list_bytes_missing},
           {"all_view", name_of(outcome.list.all)},
           {"entries_without_service", outcome.list.entries_without_service},
-          {"favourite_groups_named_anew", outcome.list.named_groups},
+          {"favourite_groups_named_anew", outcome.list.groups.named_favourites},
+          {"has_empty_favourites", outcome.list.has_empty_favourites},
+          {"found_again", array_of(outcome.list.groups.found, json_of_found)},
           {"conversion", json_of_conversion(outcome.converted)},
           {"other_lists", array_of(outcome.other_lists, json_of_offset)},
           {"repeated", json_of_counts(outcome.repeated)},
           {"lost",
-           {{"has_lost_settings", outcome.has_lost_settings},
+           {{"has_wrong_version", outcome.has_wrong_version},
+            {"has_lost_settings", outcome.has_lost_settings},
+            {"groups", array_of(outcome.list.groups.lost, json_of_group)},
             {"lost_entries", array_of(outcome.list.lost_entries, json_of)},
             {"blank_entries", outcome.list.blank_entries},
             {"counted_but_missing", json_of_counts(outcome.missing)},
             {"records_without_services", array_of(outcome.forsaken, json_of_forsaken)},
             {"bytes_of_no_record", array_of(outcome.unexplained, json_of_range)}}},
+          {"other_numbers", array_of(outcome.list.other_numbers, json_of)},
           {"doubtful_services", array_of(outcome.doubtful, json_of_service)},
           {"contradicted_services", array_of(outcome.contradicted, json_of_service)},
           {"services_of_another_list", array_of(outcome.strangers, json_of_service)},
@@ -127,7 +162,7 @@ std::string text_of_made(const made_record &record) {
                                                 record.id.frequency, polarisation_letter(record.id));
 }
 
-void print_recovered(const new_list_options &options, const salvage_outcome &outcome) {
+void print_recovered(const salvage_options &options, const salvage_outcome &outcome) {
   fmt::print("{}: {} on {} in {}, from {} of version {}\n", options.output.string(),
              counted(outcome.recovered.services, "service"), counted(outcome.recovered.transponders, "transponder"),
              counted(outcome.recovered.networks, "network"), counted(outcome.size, "byte"), outcome.version);
@@ -149,8 +184,11 @@ void print_list_record(const salvage_outcome &outcome) {
     print_heading(fmt::format("The list's own record lacks its last {}", counted(outcome.list_bytes_missing, "byte")),
                   style::yellow);
   }
+  if (outcome.has_wrong_version) {
+    print_heading(fmt::format("The version that the file names is not its own, {}", outcome.version), style::yellow);
+  }
   if (outcome.has_lost_settings) {
-    print_heading("Settings, groups and views are lost", style::red);
+    print_heading("The settings are lost", style::red);
   }
 }
 
@@ -187,10 +225,11 @@ void print_notices(const salvage_outcome &outcome) {
     print_heading("Entries of the ALL view are lost: services have the numbers of other views, or new ones",
                   style::red);
   }
-  if (outcome.list.named_groups > 0) {
-    print_heading(
-        fmt::format("Favourite groups with a new name, the old ones being lost: {}", outcome.list.named_groups),
-        style::yellow);
+  if (const std::size_t named = outcome.list.groups.named_favourites; named > 0) {
+    print_heading(fmt::format("Favourite groups with a new name, the old ones being lost: {}", named), style::yellow);
+  }
+  if (outcome.list.has_empty_favourites) {
+    print_heading("Favourite groups have no entry: whether they had some, nothing tells", style::yellow);
   }
   if (outcome.list.entries_without_service > 0) {
     print_heading(fmt::format("No service is left: {} kept, without anything to tune to",
@@ -208,6 +247,27 @@ std::string text_of_count(const corrected_count &count) {
   return fmt::format("{}: {} -> {}", count.what, count.counted, count.present);
 }
 
+std::string text_of_group(const lost_group &group) {
+  const std::string where = fmt::format("{}, position {}", group.table, group.position);
+  switch (group.loss) {
+    case group_loss::empty:
+      return where + ": nothing is left of it";
+    case group_loss::unreadable:
+      return where + ": its name is damaged";
+    case group_loss::repeated:
+      return fmt::format("{}: has the id {} of an earlier one", where, group.id);
+    default:
+      return fmt::format("{} {}: {} it, and it is not there", group.table, group.id,
+                         group.services == 1 ? "1 service has" : fmt::format("{} services have", group.services));
+  }
+}
+
+std::string text_of_found(const found_again &found) {
+  const std::string name = found.name.empty() ? "" : ' ' + shown(found.name);
+  return fmt::format("{}{}{}, in {}", found.what, found.what == "settings" ? "" : fmt::format(" {}", found.id), name,
+                     found.source);
+}
+
 std::string text_of_forsaken(const forsaken_record &record) {
   return fmt::format("{:>9}  {}", record.offset, record.kind);
 }
@@ -223,10 +283,12 @@ void print_conversion(const conversion &converted) {
   print_list<cut_array>(converted.cut, "Counts outside their arrays:", text_of_cut);
 }
 
-void print_outcome(const new_list_options &options, const salvage_outcome &outcome) {
+void print_outcome(const salvage_options &options, const salvage_outcome &outcome) {
   print_recovered(options, outcome);
   print_notices(outcome);
-  print_list<corrected_count>(outcome.list.counts, "Counts that were corrected:", text_of_count);
+  print_list<corrected_count>(corrected_counts(outcome), "Counts that were corrected:", text_of_count);
+  print_list<lost_group>(outcome.list.groups.lost, "Lost groups:", text_of_group);
+  print_list<found_again>(outcome.list.groups.found, "Found again in other copies:", text_of_found);
   if (outcome.converted) {
     print_conversion(*outcome.converted);
   }
@@ -234,6 +296,8 @@ void print_outcome(const new_list_options &options, const salvage_outcome &outco
   print_list<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
   print_list<placed_service>(outcome.contradicted,
                              "In doubt, the views name other services in their places:", text_of_placed);
+  print_list<placed_entry>(outcome.list.other_numbers, "In doubt, ALL shows them under other numbers:",
+                           [](const placed_entry &entry) { return describe(entry); });
   print_list<placed_service>(outcome.strangers,
                              "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
   print_list<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",
@@ -251,22 +315,48 @@ void print_outcome(const new_list_options &options, const salvage_outcome &outco
   }
 }
 
-salvage_outcome salvage(const fs::path &damaged) {
-  const std::vector<std::byte> bytes = bytes_of_file(damaged);
-  progress searched("Bytes searched");
-  try {
-    return salvage_to_memory(bytes, [&](std::size_t done, std::size_t total) { searched.reached(done, total); });
-  } catch (const std::runtime_error &error) {
-    throw foreign_file(damaged, error.what());
+// Whatever is left of it; nothing when it is no channel file.
+void add_copy(list_copies &copies, const fs::path &path) {
+  const std::vector<std::byte> bytes = bytes_of_file(path);
+  if (const file_records records(bytes); is_known_version(records.version()) && records.has_list()) {
+    copies.emplace_back(path.string(), records);
   }
 }
 
-constexpr new_list_road<salvage_outcome> road = {salvage, json_of_outcome, print_outcome};
+// The list that was named, and the one that an edit kept beside the damaged file.
+list_copies copies_for(const salvage_options &options) {
+  list_copies copies;
+  if (!options.like.empty()) {
+    add_copy(copies, options.like);
+    if (copies.empty()) {
+      throw foreign_file(options.like, "is no channel file: there is nothing to be found again in it");
+    }
+  }
+  std::error_code none;
+  if (const fs::path kept = backup_of(options.input); fs::is_regular_file(kept, none)) {
+    add_copy(copies, kept);
+  }
+  return copies;
+}
+
+salvage_outcome salvage(const salvage_options &options) {
+  const std::vector<std::byte> bytes = bytes_of_file(options.input);
+  list_copies copies = copies_for(options);
+  progress searched("Bytes searched");
+  try {
+    return salvage_to_memory(bytes, std::move(copies),
+                             [&](std::size_t done, std::size_t total) { searched.reached(done, total); });
+  } catch (const std::runtime_error &error) {
+    throw foreign_file(options.input, error.what());
+  }
+}
+
+constexpr new_list_road<salvage_options, salvage_outcome> road = {salvage, json_of_outcome, print_outcome};
 
 }  // namespace
 
 command salvage_command() {
-  auto options = std::make_shared<new_list_options>();
+  auto options = std::make_shared<salvage_options>();
   return {.name = "salvage",
           .summary = "Rebuild a channel list from a damaged file",
           .details =
@@ -293,6 +383,10 @@ command salvage_command() {
                        .about = "the channel file to write",
                        .value = "OUT",
                        .is_required = true},
+                      {.names = "--like",
+                       .target = &options->like,
+                       .about = "another copy of the list, or one that is like it",
+                       .value = "LIST"},
                       {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
           .run = [options] { return make_new_list(*options, road); }};
 }

@@ -4,15 +4,19 @@
 #include <channel/store.h>
 #include <channel/views.h>
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <stdexcept>
 
+#include "channel/store/hierarchy.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/salvage/damaged_list.h"
 #include "chlist/salvage/list_arrays.h"
 #include "chlist/salvage/rebuilt_file.h"
 #include "chlist/salvage/record_bytes.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -157,6 +161,40 @@ void restore_current_view(const list_image &list) {
   }
 }
 
+// A second list of the same file is a copy as good as any.
+void add_other_lists(list_copies &copies, const damaged_list &result, byte_span damaged) {
+  for (const std::size_t offset : result.other_lists) {
+    copies.emplace_back(fmt::format("the list at offset {}", offset), file_records(damaged.subspan(offset)));
+  }
+}
+
+void find_settings(salvage_outcome &outcome, const list_copies &copies) {
+  if (outcome.has_lost_settings && !copies.empty()) {
+    const channel_list_st &theirs = copies.front().list();
+    view_settings::of(theirs).restore();
+    get_channel_list()->use_tuner = theirs.use_tuner;
+    get_channel_list()->bouquet_id = theirs.bouquet_id;
+    outcome.list.groups.found.push_back({"settings", 0, "", copies.front().name()});
+  }
+}
+
+void find_network_name(network_ch_st &network, const list_copies &copies, std::vector<found_again> &found) {
+  for (const list_copy &copy : copies) {
+    const std::string name = copy.network_name(network.net_index, network.network_id);
+    if (network.network_name[0] == '\0' && !name.empty()) {
+      name.copy(network.network_name, sizeof network.network_name);
+      found.push_back({"network", network.network_id, name_in(network.network_name), copy.name()});
+    }
+  }
+}
+
+// Those of networks whose records were made anew, or have lost their names.
+void find_network_names(salvage_outcome &outcome, const list_copies &copies) {
+  for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
+    find_network_name(network, copies, outcome.list.groups.found);
+  }
+}
+
 // Without services a file has to say that it is one.
 void must_hold_something(byte_span damaged, const salvage_outcome &outcome) {
   const bool has_list = is_known_version(version_in(damaged)) && outcome.list.is_of_a_list;
@@ -185,7 +223,8 @@ salvage_outcome outcome_of(byte_span damaged, const damaged_list &result) {
     before = step.shift;
   }
   outcome.list_bytes_missing = result.list.missing;
-  outcome.has_lost_settings = result.list.is_lost;
+  outcome.has_wrong_version = version_in(damaged) != result.version;
+  outcome.has_lost_settings = result.list.has_lost_settings;
   return outcome;
 }
 
@@ -200,14 +239,26 @@ std::ptrdiff_t salvage_outcome::shift() const {
 }
 
 bool salvage_outcome::has_findings() const {
-  const bool has_conversion_findings = converted && !converted->duplicates.empty();
-  return !doubtful.empty() || !contradicted.empty() || !made.empty() || !forsaken.empty() || !unexplained.empty() ||
-         !missing.is_none() || !repeated.is_none() || !other_lists.empty() || !strangers.empty() || !torn.empty() ||
-         list_bytes_missing != 0 || has_lost_settings || !list.lost_entries.empty() || list.blank_entries > 0 ||
-         list.entries_without_service > 0 || list.all != all_view::kept || has_conversion_findings;
+  return has_lost_records() || has_lost_of_list() || has_doubts() || (converted && !converted->duplicates.empty());
 }
 
-salvage_outcome salvage_to_memory(byte_span damaged, const salvage_progress &progress) {
+bool salvage_outcome::has_lost_records() const {
+  return !made.empty() || !forsaken.empty() || !unexplained.empty() || !missing.is_none() || !repeated.is_none();
+}
+
+bool salvage_outcome::has_lost_of_list() const {
+  return !torn.empty() || list_bytes_missing != 0 || has_wrong_version || has_lost_settings ||
+         !list.lost_entries.empty() || list.blank_entries > 0 || list.entries_without_service > 0 ||
+         list.all != all_view::kept || !list.groups.lost.empty() || list.groups.named_favourites > 0;
+}
+
+bool salvage_outcome::has_doubts() const {
+  return !doubtful.empty() || !contradicted.empty() || !other_lists.empty() || !strangers.empty() ||
+         !list.counts.empty() || !list.groups.counts.empty() || !list.other_numbers.empty() ||
+         list.has_empty_favourites;
+}
+
+salvage_outcome salvage_to_memory(byte_span damaged, list_copies copies, const salvage_progress &progress) {
   const std::size_t total = searches_of(damaged) * damaged.size();
   const damaged_list result = search_file(damaged, [&](std::size_t done) {
     if (progress) {
@@ -216,8 +267,10 @@ salvage_outcome salvage_to_memory(byte_span damaged, const salvage_progress &pro
   });
   salvage_outcome outcome = outcome_of(damaged, result);
   load(result, damaged, outcome);
-  outcome.list =
-      repair_list_in_memory({!outcome.torn.empty() || outcome.list_bytes_missing != 0, result.list.is_all_view_torn});
+  add_other_lists(copies, result, damaged);
+  outcome.list = repair_list_in_memory(result.list.is_all_view_torn, copies);
+  find_settings(outcome, copies);
+  find_network_names(outcome, copies);
   restore_current_view(result.list);
   outcome.recovered = count_hierarchy(*get_channel_list());
   must_hold_something(damaged, outcome);

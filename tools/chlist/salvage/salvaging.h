@@ -55,6 +55,7 @@ struct salvage_outcome {
   std::vector<placed_service> strangers;  // behind the list's end, and in none of its views
   std::vector<torn_place> torn;           // of the list's own record
   std::size_t list_bytes_missing = 0;     // at the end of the list's own record
+  bool has_wrong_version = false;         // the file names another one than it is of
   bool has_lost_settings = false;         // of the list's own record nothing was right
   list_repair list;
   std::optional<conversion> converted;  // when the file is of an earlier version
@@ -63,12 +64,18 @@ struct salvage_outcome {
   [[nodiscard]] std::ptrdiff_t shift() const;
   // Something is lost, or in doubt.
   [[nodiscard]] bool has_findings() const;
+
+ private:
+  [[nodiscard]] bool has_lost_records() const;
+  [[nodiscard]] bool has_lost_of_list() const;
+  [[nodiscard]] bool has_doubts() const;
 };
 
 // Told now and then how many of the bytes to be looked at were.
 using salvage_progress = std::function<void(std::size_t done, std::size_t total)>;
 
-// The rebuilt list is in memory afterwards. Throws std::runtime_error when there is nothing of a list in the bytes.
-salvage_outcome salvage_to_memory(byte_span damaged, const salvage_progress &progress = {});
+// The rebuilt list is in memory afterwards. copies: where to look for what is lost of groups, networks and settings.
+// Throws std::runtime_error when there is nothing of a list in the bytes.
+salvage_outcome salvage_to_memory(byte_span damaged, list_copies copies = {}, const salvage_progress &progress = {});
 
 }  // namespace chlist

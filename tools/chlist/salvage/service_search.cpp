@@ -2,10 +2,12 @@
 #include "chlist/salvage/service_search.h"
 
 #include <algorithm>
+#include <cstring>
 #include <deque>
-#include <string_view>
+#include <span>
 
 #include "chlist/salvage/record_bytes.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -16,13 +18,13 @@ enum class name_state { broken, empty, sound };
 
 name_state name_at(byte_span file, std::size_t service, std::size_t slot) {
   const std::size_t at = service + image_place<channel_st>(offsetof(channel_st, name)) + slot * sizeof(name_slot_st);
-  const std::string_view field(reinterpret_cast<const char *>(file.data()) + at + offsetof(name_slot_st, text),
-                               sizeof(name_slot_st::text));
-  const std::size_t length = std::min(field.find('\0'), field.size());
-  if (length != value_at<std::uint16_t>(file, at + offsetof(name_slot_st, name_len))) {
+  const std::span<const char> field(reinterpret_cast<const char *>(file.data()) + at + offsetof(name_slot_st, text),
+                                    sizeof(name_slot_st::text));
+  const std::size_t says = value_at<std::uint16_t>(file, at + offsetof(name_slot_st, name_len));
+  if (says != strnlen(field.data(), field.size()) && says != encoded_text(field).size()) {
     return name_state::broken;
   }
-  return length == 0 ? name_state::empty : name_state::sound;
+  return says == 0 ? name_state::empty : name_state::sound;
 }
 
 // What most of a file is: nothing there names a service, and no table needs to be asked.
