@@ -119,6 +119,7 @@ json json_of_outcome(const salvage_options &options, const salvage_outcome &outc
           {"has_empty_favourites", outcome.list.has_empty_favourites},
           {"found_again", array_of(outcome.list.groups.found, json_of_found)},
           {"conversion", json_of_conversion(outcome.converted)},
+          {"undone_transfer", outcome.transfer.empty() ? json() : json(outcome.transfer)},
           {"other_lists", array_of(outcome.other_lists, json_of_offset)},
           {"repeated", json_of_counts(outcome.repeated)},
           {"lost",
@@ -216,6 +217,11 @@ void print_repeated(const salvage_outcome &outcome) {
 }
 
 void print_notices(const salvage_outcome &outcome) {
+  if (!outcome.transfer.empty()) {
+    print_heading(fmt::format("A transfer in text mode, {}, was undone: offsets are those of the file before it",
+                              outcome.transfer),
+                  style::yellow);
+  }
   print_list_record(outcome);
   print_repeated(outcome);
   if (outcome.list.all == all_view::numbered_anew) {

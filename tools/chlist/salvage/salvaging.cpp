@@ -16,6 +16,7 @@
 #include "chlist/salvage/list_arrays.h"
 #include "chlist/salvage/rebuilt_file.h"
 #include "chlist/salvage/record_bytes.h"
+#include "chlist/salvage/transfer_damage.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {
@@ -228,6 +229,41 @@ salvage_outcome outcome_of(byte_span damaged, const damaged_list &result) {
   return outcome;
 }
 
+// What was found in the bytes that fit better: those of the file, or those before a transfer in text mode.
+struct read_file {
+  damaged_list list;
+  byte_span bytes;
+  std::string_view transfer;
+};
+
+// Services that are there, and entries that lead to them.
+std::size_t fit_of(const damaged_list &result) {
+  const witnesses services = witnesses_of(result.records.services);
+  std::size_t fit = result.records.services.size();
+  for_each_counted_entry(result.list.bytes, [&](const virtual_channel_st &entry) {
+    fit += services.list(channel::identity_of(entry)) ? 1 : 0;
+  });
+  return fit;
+}
+
+read_file search_best(byte_span damaged, const std::optional<undone_transfer> &undone,
+                      const salvage_progress &progress) {
+  const std::size_t own = searches_of(damaged) * damaged.size();
+  const std::size_t total = own + (undone ? searches_of(undone->bytes) * undone->bytes.size() : 0);
+  const auto tell = [&](std::size_t done) {
+    if (progress) {
+      progress(done, total);
+    }
+  };
+  read_file as_it_is = {search_file(damaged, tell), damaged, ""};
+  if (!undone) {
+    return as_it_is;
+  }
+  read_file before = {search_file(undone->bytes, [&](std::size_t done) { tell(own + done); }), undone->bytes,
+                      undone->what};
+  return fit_of(before.list) > fit_of(as_it_is.list) ? std::move(before) : std::move(as_it_is);
+}
+
 }  // namespace
 
 std::ptrdiff_t salvage_outcome::shift() const {
@@ -253,27 +289,25 @@ bool salvage_outcome::has_lost_of_list() const {
 }
 
 bool salvage_outcome::has_doubts() const {
-  return !doubtful.empty() || !contradicted.empty() || !other_lists.empty() || !strangers.empty() ||
-         !list.counts.empty() || !list.groups.counts.empty() || !list.other_numbers.empty() ||
+  return !transfer.empty() || !doubtful.empty() || !contradicted.empty() || !other_lists.empty() ||
+         !strangers.empty() || !list.counts.empty() || !list.groups.counts.empty() || !list.other_numbers.empty() ||
          list.has_empty_favourites;
 }
 
 salvage_outcome salvage_to_memory(byte_span damaged, list_copies copies, const salvage_progress &progress) {
-  const std::size_t total = searches_of(damaged) * damaged.size();
-  const damaged_list result = search_file(damaged, [&](std::size_t done) {
-    if (progress) {
-      progress(done, total);
-    }
-  });
-  salvage_outcome outcome = outcome_of(damaged, result);
-  load(result, damaged, outcome);
-  add_other_lists(copies, result, damaged);
-  outcome.list = repair_list_in_memory(result.list.is_all_view_torn, copies);
+  const std::optional<undone_transfer> undone = undo_transfer(damaged);
+  const read_file read = search_best(damaged, undone, progress);
+  salvage_outcome outcome = outcome_of(read.bytes, read.list);
+  outcome.size = damaged.size();
+  outcome.transfer = read.transfer;
+  load(read.list, read.bytes, outcome);
+  add_other_lists(copies, read.list, read.bytes);
+  outcome.list = repair_list_in_memory(read.list.list.is_all_view_torn, copies);
   find_settings(outcome, copies);
   find_network_names(outcome, copies);
-  restore_current_view(result.list);
+  restore_current_view(read.list.list);
   outcome.recovered = count_hierarchy(*get_channel_list());
-  must_hold_something(damaged, outcome);
+  must_hold_something(read.bytes, outcome);
   return outcome;
 }
 

@@ -42,7 +42,8 @@ struct record_counts {
 
 struct salvage_outcome {
   std::size_t size = 0;
-  int version = 0;  // of the damaged file, or the one that it was read as
+  std::string_view transfer;  // in text mode, that was undone: offsets are those before it; empty when there was none
+  int version = 0;            // of the damaged file, or the one that it was read as
   hierarchy_counts recovered;
   std::vector<placed_service> doubtful;      // taken, with a damaged name or frequency
   std::vector<placed_service> contradicted;  // taken, though the views name another service in its place
