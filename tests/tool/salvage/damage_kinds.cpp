@@ -254,7 +254,7 @@ constexpr damage_kind kinds[] = {
      [](auto &f, auto &o) { return over(f.data, f.among_records(40), o.data.substr(o.first_record(), page)); }},
 
     {"one bit", "of the version", [](auto &f, auto &) { return flipped(f.data, 0, 1); }},
-    {"one bit", "of the current view", [](auto &f, auto &) { return flipped(f.data, list_field::vch_type, 0); }},
+    {"one bit", "of the current view", [](auto &f, auto &) { return flipped(f.data, list_field::vch_type, 0); }, true},
     {"one bit", "of a provider's id", [](auto &f, auto &) { return flipped(f.data, providers + group_field::id, 3); }},
     {"one bit", "of ALL's count", [](auto &f, auto &) { return flipped(f.data, list_field::vnumber, 2); }},
     {"one bit", "of the count of providers",
@@ -278,9 +278,9 @@ constexpr damage_kind kinds[] = {
     {"one bit", "of a name's length",
      [](auto &f, auto &) { return flipped(f.data, middle(f.services) + service_field::name_len, 1); }},
     {"one bit", "of a name's letter",
-     [](auto &f, auto &) { return flipped(f.data, middle(f.services) + service_field::name, 1); }},
+     [](auto &f, auto &) { return flipped(f.data, middle(f.services) + service_field::name, 1); }, true},
     {"one bit", "of a PID",
-     [](auto &f, auto &) { return flipped(f.data, middle(f.services) + service_field::audio_pid, 4); }},
+     [](auto &f, auto &) { return flipped(f.data, middle(f.services) + service_field::audio_pid, 4); }, true},
 };
 
 }  // namespace

@@ -34,6 +34,8 @@ struct damage_kind {
   std::string_view group;  // "cut", "shifted" and so on
   std::string_view name;
   test_support::bytes (*damaged)(const sound_file &file, const sound_file &other);
+  // Nothing in the file contradicts what is damaged: only another copy of the list tells.
+  bool leaves_a_sound_file = false;
 };
 
 std::span<const damage_kind> damage_kinds();

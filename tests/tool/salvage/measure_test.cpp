@@ -162,7 +162,8 @@ TEST_F(SalvageMeasure, TheTableOfThePageIsWhatIsMeasured) {
     table += fmt::format("| {} | {} |", kind.group, kind.name);
     for (std::size_t i = 0; i < files.size(); ++i) {
       const recovery result = recover(kind.damaged(files[i], files[(i + 1) % files.size()]), originals[i]);
-      EXPECT_TRUE(!result.says_all || result.differences == 0) << names[i] << ", " << kind.group << ", " << kind.name;
+      EXPECT_EQ(result.says_all && result.differences > 0, kind.leaves_a_sound_file)
+          << names[i] << ", " << kind.group << ", " << kind.name;
       table += cell_of(result);
     }
     table += '\n';

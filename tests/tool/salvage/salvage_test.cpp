@@ -59,11 +59,12 @@ TEST_F(SalvageTool, AWholeFileIsWrittenAsItIs) {
 
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(read_file(path("out.dat")), whole_file().data);
-  EXPECT_EQ(lines_of(result.out),
-            (std::vector<std::string>{path("out.dat") +
-                                          ": 3 services on 1 transponder in 1 network, from 461720 bytes of version 10",
-                                      "  entries: ALL                                 3",
-                                      "  entries: favourites 1 \"Best\"                 2", "Everything came back."}));
+  EXPECT_EQ(
+      lines_of(result.out),
+      (std::vector<std::string>{
+          path("out.dat") + ": 3 services on 1 transponder in 1 network, from 461720 bytes of version 10",
+          "  entries: ALL                                 3", "  entries: favourites 1 \"Best\"                 2",
+          "Nothing is missing, and nothing contradicts itself."}));
   EXPECT_EQ(result.err, "");
 }
 
@@ -193,6 +194,25 @@ TEST_F(SalvageTool, WhatAnotherCopyStillHasIsFoundThere) {
     const json found = json::parse(salvage(damaged, {"--like", path(name), "--json"}).out)["found_again"];
     EXPECT_EQ(found[0], (json{{"what", "provider"}, {"group_id", 7}, {"name", "Free"}, {"source", path(name)}}));
   }
+}
+
+// A letter, a PID, the current view: of what stands in one place only nothing of the file tells.
+TEST_F(SalvageTool, WhatStandsInOnePlaceOnlyIsComparedWithAnotherCopy) {
+  write_file(path("like.dat"), whole_file().data);
+  const std::size_t last = whole_file().records.back().offset;
+  for (const std::size_t at : {last + service_field::name, last + service_field::audio_pid, list_field::bouquet_id}) {
+    bytes damaged = whole_file().data;
+    damaged[at] = static_cast<char>(damaged[at] ^ 2);
+
+    EXPECT_EQ(salvage(damaged).exit_code, 0) << at;
+    const program_result result = salvage(damaged, {"--like", path("like.dat")});
+
+    EXPECT_EQ(result.exit_code, 1) << at;
+    EXPECT_TRUE(has_line(result.out, "From " + path("like.dat") + " to what came back:")) << at;
+  }
+  const program_result same = salvage(whole_file().data, {"--like", path("like.dat")});
+  EXPECT_EQ(same.exit_code, 0);
+  EXPECT_TRUE(has_line(same.out, "Everything came back: " + path("like.dat") + " has the same."));
 }
 
 TEST_F(SalvageTool, ACopyThatIsNoChannelFileIsRefused) {

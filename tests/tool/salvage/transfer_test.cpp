@@ -84,7 +84,7 @@ TEST_F(Transfers, AFileThatOnlyLooksLikeOneOfThemStaysAsItIs) {
     file.service(services[i]).entry(VIEW_ALL, services[i], 0x0A0D);
   }
   // But for the version, every line feed stands behind a carriage return.
-  for (std::size_t i = 0; i < 100; ++i) {
+  for (std::size_t i = 0; i < 1000; ++i) {
     file.entry(VIEW_USER, services[i % services.size()], 0x0A0D);
   }
   ASSERT_TRUE(chlist::undo_transfer(std::as_bytes(std::span(file.data))).has_value());

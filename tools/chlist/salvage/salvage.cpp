@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +17,8 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/files/file_records.h"
+#include "chlist/line_up/difference.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
 #include "chlist/salvage/salvaging.h"
@@ -135,7 +138,8 @@ json json_of_outcome(const salvage_options &options, const salvage_outcome &outc
           {"doubtful_services", array_of(outcome.doubtful, json_of_service)},
           {"contradicted_services", array_of(outcome.contradicted, json_of_service)},
           {"services_of_another_list", array_of(outcome.strangers, json_of_service)},
-          {"made_records", array_of(outcome.made, json_of_made)}};
+          {"made_records", array_of(outcome.made, json_of_made)},
+          {"differences", outcome.is_compared ? json_of_differences(outcome.differences) : json()}};
 }
 
 void print_heading(const std::string &text, style look) { fmt::print("{}\n", painted(text, look)); }
@@ -289,6 +293,23 @@ void print_conversion(const conversion &converted) {
   print_list<cut_array>(converted.cut, "Counts outside their arrays:", text_of_cut);
 }
 
+// A file has no checksum: of what stands in it once nothing tells whether it is as it was.
+std::string text_of_soundness(const salvage_options &options, const salvage_outcome &outcome) {
+  if (outcome.is_compared) {
+    return fmt::format("Everything came back: {} has the same.", options.like.string());
+  }
+  return outcome.converted && outcome.converted->has_losses()
+             ? "Nothing is missing that version 10 has a place for, and nothing contradicts itself."
+             : "Nothing is missing, and nothing contradicts itself.";
+}
+
+void print_comparison(const salvage_options &options, const salvage_outcome &outcome) {
+  if (!outcome.differences.empty()) {
+    print_heading(fmt::format("From {} to what came back:", options.like.string()), style::yellow);
+    print_differences(outcome.differences);
+  }
+}
+
 void print_outcome(const salvage_options &options, const salvage_outcome &outcome) {
   print_recovered(options, outcome);
   print_notices(outcome);
@@ -314,44 +335,61 @@ void print_outcome(const salvage_options &options, const salvage_outcome &outcom
   print_list<forsaken_record>(outcome.forsaken,
                               "Lost transponders and networks, none of their services came back:", text_of_forsaken);
   print_list<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
+  print_comparison(options, outcome);
   if (!outcome.has_findings()) {
-    const bool is_whole = !outcome.converted || !outcome.converted->has_losses();
-    print_heading(is_whole ? "Everything came back." : "Everything came back that version 10 has a place for.",
-                  style::green);
+    print_heading(text_of_soundness(options, outcome), style::green);
   }
 }
 
-// Whatever is left of it; nothing when it is no channel file.
-void add_copy(list_copies &copies, const fs::path &path) {
-  const std::vector<std::byte> bytes = bytes_of_file(path);
-  if (const file_records records(bytes); is_known_version(records.version()) && records.has_list()) {
-    copies.emplace_back(path.string(), records);
-  }
-}
+// Another channel file, whatever is left of it.
+struct other_file {
+  explicit other_file(const fs::path &path) : bytes(bytes_of_file(path)), records(bytes) {}
+
+  [[nodiscard]] bool is_list() const { return is_known_version(records.version()) && records.has_list(); }
+  [[nodiscard]] bool is_sound() const { return records.version() == CHANNEL_LIST_VERSION && records.is_whole(); }
+
+  std::vector<std::byte> bytes;
+  file_records records;
+};
 
 // The list that was named, and the one that an edit kept beside the damaged file.
-list_copies copies_for(const salvage_options &options) {
+list_copies copies_for(const salvage_options &options, const std::optional<other_file> &like) {
   list_copies copies;
-  if (!options.like.empty()) {
-    add_copy(copies, options.like);
-    if (copies.empty()) {
+  if (like) {
+    if (!like->is_list()) {
       throw foreign_file(options.like, "is no channel file: there is nothing to be found again in it");
     }
+    copies.emplace_back(options.like.string(), like->records);
   }
   std::error_code none;
   if (const fs::path kept = backup_of(options.input); fs::is_regular_file(kept, none)) {
-    add_copy(copies, kept);
+    if (const other_file backup(kept); backup.is_list()) {
+      copies.emplace_back(kept.string(), backup.records);
+    }
   }
   return copies;
 }
 
+void compare_with(const other_file &like, salvage_outcome &outcome) {
+  outcome.is_compared = true;
+  outcome.differences = differences(line_up_of(like.records.list()), line_up_in_memory());
+}
+
 salvage_outcome salvage(const salvage_options &options) {
   const std::vector<std::byte> bytes = bytes_of_file(options.input);
-  list_copies copies = copies_for(options);
+  std::optional<other_file> like;
+  if (!options.like.empty()) {
+    like.emplace(options.like);
+  }
+  list_copies copies = copies_for(options, like);
   progress searched("Bytes searched");
   try {
-    return salvage_to_memory(bytes, std::move(copies),
-                             [&](std::size_t done, std::size_t total) { searched.reached(done, total); });
+    salvage_outcome outcome = salvage_to_memory(
+        bytes, std::move(copies), [&](std::size_t done, std::size_t total) { searched.reached(done, total); });
+    if (like && like->is_sound()) {
+      compare_with(*like, outcome);
+    }
+    return outcome;
   } catch (const std::runtime_error &error) {
     throw foreign_file(options.input, error.what());
   }
@@ -363,38 +401,43 @@ constexpr new_list_road<salvage_options, salvage_outcome> road = {salvage, json_
 
 command salvage_command() {
   auto options = std::make_shared<salvage_options>();
-  return {.name = "salvage",
-          .summary = "Rebuild a channel list from a damaged file",
-          .details =
-              {"For files that end early, have bytes inserted or cut out, or stretches that were wiped or overwritten. "
-               "Services are found wherever they stand: each repeats what its transponder, its neighbours and the "
-               "entries of the views say. Views keep the numbers and favourites of all services that came back; "
-               "entries of services that did not are dropped. Where the ALL view is cut, services get their numbers "
-               "from other views, or new ones. Of a file that ends before the first service, groups and entries are "
-               "kept. Counts are made right. Transponders and networks whose own records are lost are made anew from "
-               "their services. A damaged file of version 7, 8 or 9 is converted as `chlist convert` does. OUT is of "
-               "version 10, and is replaced as a whole or not at all; it cannot be DAMAGED itself."},
-          .exit_codes = {{"0", "everything that DAMAGED held came back"},
-                         {"1", "something is lost, or in doubt; the report says what"},
-                         {"2", "nothing was written: bad usage, DAMAGED cannot be read or holds nothing of a list, OUT "
-                               "cannot be written; or only the report could not be written"}},
-          .examples = {"chlist check channels.dat",
-                       "chlist salvage channels.dat -o rescued.dat && chlist check rescued.dat"},
-          .options = {{.names = "DAMAGED",
-                       .target = &options->input,
-                       .about = "the channel file to read",
-                       .is_required = true},
-                      {.names = "-o,--output",
-                       .target = &options->output,
-                       .about = "the channel file to write",
-                       .value = "OUT",
-                       .is_required = true},
-                      {.names = "--like",
-                       .target = &options->like,
-                       .about = "another copy of the list, or one that is like it",
-                       .value = "LIST"},
-                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
-          .run = [options] { return make_new_list(*options, road); }};
+  return {
+      .name = "salvage",
+      .summary = "Rebuild a channel list from a damaged file",
+      .details =
+          {"For files that end early, have bytes inserted or cut out, or stretches that were wiped or overwritten; for "
+           "files that a transfer took for text, and such that hold a list twice. Services are found wherever they "
+           "stand: each repeats what its transponder, its neighbours and the entries of the views say. Views keep "
+           "the numbers and favourites of all services that came back; entries of services that did not are "
+           "dropped. Where the ALL view is cut, services get their numbers from other views, or new ones. Of a "
+           "file that ends before the first service, groups and entries are kept. Counts are made right. "
+           "Transponders and networks whose own records are lost are made anew from their services. A damaged "
+           "file of version 7, 8 or 9 is converted as `chlist convert` does. OUT is of version 10, and is replaced "
+           "as a whole or not at all; it cannot be DAMAGED itself.",
+           "Names of providers, genres, networks and favourite groups, and settings, are found again in other "
+           "copies of the list: in LIST, in DAMAGED.bak, where edits keep what a file was before, and in a second "
+           "list of DAMAGED itself. With LIST, what came back is compared with it: nothing else tells whether a "
+           "value that stands in one place only is as it was."},
+      .exit_codes =
+          {{"0", "nothing that DAMAGED held is missing or in doubt"},
+           {"1", "something is lost, or in doubt; the report says what"},
+           {"2", "nothing was written: bad usage, DAMAGED cannot be read or holds nothing of a list, OUT "
+                 "cannot be written; or only the report could not be written"}},
+      .examples = {"chlist check channels.dat",
+                   "chlist salvage channels.dat -o rescued.dat && chlist check rescued.dat"},
+      .options =
+          {{.names = "DAMAGED", .target = &options->input, .about = "the channel file to read", .is_required = true},
+           {.names = "-o,--output",
+            .target = &options->output,
+            .about = "the channel file to write",
+            .value = "OUT",
+            .is_required = true},
+           {.names = "--like",
+            .target = &options->like,
+            .about = "another copy of the list, or one that is like it",
+            .value = "LIST"},
+           {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+      .run = [options] { return make_new_list(*options, road); }};
 }
 
 }  // namespace chlist

@@ -289,9 +289,9 @@ bool salvage_outcome::has_lost_of_list() const {
 }
 
 bool salvage_outcome::has_doubts() const {
-  return !transfer.empty() || !doubtful.empty() || !contradicted.empty() || !other_lists.empty() ||
-         !strangers.empty() || !list.counts.empty() || !list.groups.counts.empty() || !list.other_numbers.empty() ||
-         list.has_empty_favourites;
+  return !transfer.empty() || !differences.empty() || !doubtful.empty() || !contradicted.empty() ||
+         !other_lists.empty() || !strangers.empty() || !list.counts.empty() || !list.groups.counts.empty() ||
+         !list.other_numbers.empty() || list.has_empty_favourites;
 }
 
 salvage_outcome salvage_to_memory(byte_span damaged, list_copies copies, const salvage_progress &progress) {

@@ -10,6 +10,7 @@
 
 #include "chlist/convert/conversion.h"
 #include "chlist/files/file_bytes.h"
+#include "chlist/line_up/difference.h"
 #include "chlist/list_contents.h"
 #include "chlist/salvage/list_repair.h"
 #include "chlist/salvage/salvaged_records.h"
@@ -59,6 +60,8 @@ struct salvage_outcome {
   bool has_wrong_version = false;         // the file names another one than it is of
   bool has_lost_settings = false;         // of the list's own record nothing was right
   list_repair list;
+  bool is_compared = false;             // with another copy of the list
+  std::vector<change> differences;      // from that
   std::optional<conversion> converted;  // when the file is of an earlier version
 
   // Bytes that the list's own record has in all that are not its own; less than 0 when some of its own are missing.
