@@ -4,13 +4,13 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <memory>
 #include <set>
 #include <span>
 #include <stdexcept>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "chlist/files/file_line_up.h"
@@ -65,20 +65,19 @@ struct counted_list {
     }
     for (std::size_t group = 0; group < list.favourites.size(); ++group) {
       for (const chlist::line_up_entry &entry : list.favourites[group].entries) {
-        favourites.emplace(group, key_of(entry.id));
+        favourites.emplace(key_of(entry.id), group);
       }
     }
   }
 
-  std::map<key, std::string> names;
-  std::map<key, int> numbers;
-  std::set<std::pair<std::size_t, key>> favourites;
+  std::set<std::pair<key, std::string>> names;
+  std::set<std::pair<key, int>> numbers;
+  std::set<std::pair<key, std::size_t>> favourites;
 };
 
-template <class Container>
-std::size_t common(const Container &a, const Container &b) {
-  return static_cast<std::size_t>(
-      std::ranges::count_if(a, [&](const auto &each) { return std::ranges::binary_search(b, each); }));
+template <class Set>
+std::size_t common(const Set &a, const Set &b) {
+  return static_cast<std::size_t>(std::ranges::count_if(a, [&](const auto &each) { return b.contains(each); }));
 }
 
 struct recovery {
@@ -138,7 +137,9 @@ class SalvageMeasure : public chlist_test {
 
 std::string cell_of(const recovery &result) {
   return fmt::format(" {}, {}, {}{} |", result.services, result.numbers, result.favourites,
-                     result.says_all ? " ✓" : "");
+                     !result.says_all         ? ""
+                     : result.differences > 0 ? " ="
+                                              : " ✓");
 }
 
 std::string table_in(const std::string &text) {

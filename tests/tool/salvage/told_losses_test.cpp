@@ -104,6 +104,18 @@ TEST_F(Salvaging, WhatAConversionFindsIsTold) {
   EXPECT_FALSE(salvage(channel_file(original).set(list_field::version, 2, 10).data).converted.has_value());
 }
 
+// One bit of 10 is 8.
+TEST_F(Salvaging, AVersionThatTheRecordsContradictIsNotBelieved) {
+  original.set(list_field::version, 2, 8);
+
+  const salvage_outcome outcome = salvage(original.data);
+
+  EXPECT_EQ(outcome.version, 10);
+  EXPECT_EQ(outcome.recovered.services, 12U);
+  EXPECT_TRUE(outcome.has_wrong_version);
+  EXPECT_TRUE(outcome.has_findings());
+}
+
 TEST_F(Salvaging, ProgressGoesUpToItsTotal) {
   std::vector<std::size_t> steps;
   std::size_t of = 0;

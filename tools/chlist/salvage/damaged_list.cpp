@@ -181,7 +181,11 @@ damaged_list search(byte_span file, int version, const search_progress &progress
 // names may be of another.
 bool has_doubtful_version(byte_span file) {
   const int named = version_in(file);
-  return !is_known_version(named) || (has_long_records(named) && !file_records(file).is_whole());
+  if (!has_long_records(named)) {
+    return !is_known_version(named);
+  }
+  const file_records records(file);
+  return !records.is_whole() || records.end() != file.size();
 }
 
 }  // namespace
