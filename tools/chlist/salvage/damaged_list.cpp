@@ -125,7 +125,6 @@ std::size_t first_network_of(const salvaged_records &records, std::size_t otherw
   return first;
 }
 
-// Adds the networks in front of the first service, when something is lost between them.
 void add_first_network(std::vector<record_run> &runs, byte_span file, const record_sizes &sizes, const witnesses &known,
                        const std::vector<found_service> &services) {
   if (!services.empty()) {

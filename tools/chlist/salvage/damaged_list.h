@@ -21,7 +21,6 @@ struct damaged_list {
   salvaged_records records;
 };
 
-// How many times the file is gone through.
 std::size_t searches_of(byte_span file);
 
 // Read as the version that the file names; when that is none, as the one of which more services are found.

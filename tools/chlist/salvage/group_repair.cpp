@@ -133,7 +133,6 @@ class table_repair {
     }
   }
 
-  // Into the first record that is lost, or behind the last one.
   void restore(const group_st &group, std::int16_t id, const list_copy &copy) {
     group_st *slot = std::find_if(groups_.begin(), groups_.end(), is_lost);
     if (slot == groups_.end()) {
@@ -174,7 +173,6 @@ void drop_lost_groups(const channel::group_table &table) {
   *table.count = static_cast<std::int16_t>(kept - table.begin());
 }
 
-// As far as there are entries, or groups behind them.
 void name_lost_favourites(group_repair &repair) {
   const channel::group_table table = channel::favourite_table();
   for (const list_view &view : views_of(channel::channel_list)) {

@@ -11,7 +11,6 @@
 
 namespace chlist {
 
-// A count, and what there was to count.
 struct corrected_count {
   std::string what;
   int counted = 0;

@@ -13,7 +13,6 @@ constexpr std::size_t no_piece = std::numeric_limits<std::size_t>::max();
 constexpr int unit = 4;
 constexpr int impossible = std::numeric_limits<int>::min() / 2;
 
-// Of the chains of right pieces that end with a shift, at a piece or in front of it, the best.
 struct best_chain {
   int right = impossible;
   std::size_t last = no_piece;  // the piece that it ends with

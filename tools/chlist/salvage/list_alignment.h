@@ -14,7 +14,6 @@ struct shift_step {
   std::ptrdiff_t shift = 0;
 };
 
-// A piece of the record that can be seen to be right, and how it looks where each shift would put it.
 struct aligned_piece {
   std::size_t begin = 0;
   std::size_t end = 0;

@@ -19,10 +19,8 @@ struct array_place {
   std::size_t count;
 };
 
-// In the record's order.
 std::vector<array_place> arrays_of_list();
 
-// The pointer of the entry is null.
 virtual_channel_st entry_at(byte_span bytes, std::size_t at);
 
 // A name as long as it says: up to a zero byte, or up to where a text in its table ends.
@@ -35,7 +33,6 @@ bool is_named_group(const group_st &group);
 // early.
 void for_each_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action);
 
-// The same for those that the counts of the views hold.
 void for_each_counted_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action);
 
 }  // namespace chlist

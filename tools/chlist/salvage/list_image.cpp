@@ -21,8 +21,6 @@ namespace {
 
 namespace persist = channel::persist;
 
-// A piece of the record that shows whether it is where it should be: an entry or a group, or the count of an array,
-// which ends where its entries end.
 struct piece {
   std::size_t at;
   std::size_t size;
@@ -47,7 +45,6 @@ std::vector<piece> pieces_of(const std::vector<array_place> &arrays) {
   return pieces;
 }
 
-// Which bytes of the file stand for which places of the record.
 class shifted_places {
  public:
   shifted_places(std::size_t file_size, std::vector<shift_step> steps)
@@ -71,7 +68,6 @@ class shifted_places {
 
   [[nodiscard]] std::ptrdiff_t last_shift() const { return steps_.empty() ? 0 : steps_.back().shift; }
 
-  // Whether bytes between two places were cut out.
   [[nodiscard]] bool lack_any(std::size_t begin, std::size_t end) const {
     std::ptrdiff_t shift = 0;
     for (const shift_step &step : steps_) {
@@ -117,7 +113,6 @@ class shifted_list {
                  [this](std::size_t piece, std::ptrdiff_t shift) { return weight_of(pieces_[piece], shift); });
   }
 
-  // Where the last piece ends that is right, in the file; 0 when none is.
   [[nodiscard]] std::size_t end_of_right(const shifted_places &places) const {
     std::size_t end = 0;
     for (const piece &each : pieces_) {
@@ -167,8 +162,6 @@ class shifted_list {
            std::ranges::all_of(arrays_, is_as_counted);
   }
 
-  // None; those that bring the record's end to a run of records; and those that entries speak for, wherever the record
-  // ends: bytes may be missing at several places.
   [[nodiscard]] std::vector<possible_shift> shifts() const {
     std::vector<possible_shift> shifts = {{0, cost_of_confirmed_shift}};
     for (const record_run &run : runs_) {
@@ -193,13 +186,11 @@ class shifted_list {
     }
   }
 
-  // Entries one behind the other, wherever they stand.
   struct entry_run {
     std::size_t begin;
     std::size_t count;
   };
 
-  // The longest first.
   [[nodiscard]] std::vector<entry_run> entry_runs() const {
     const std::size_t end = runs_.empty() ? std::min(size_, file_.size()) : runs_.front().begin;
     std::vector<entry_run> found;

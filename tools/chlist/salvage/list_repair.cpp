@@ -156,7 +156,6 @@ void create_if_empty(std::int8_t type) {
   }
 }
 
-// With the services that it lacks.
 void fill_all_view(channel::service_index &index, const number_table &numbers, list_repair &repair) {
   const channel::view all = channel::find_view(VIEW_ALL);
   service_set present;

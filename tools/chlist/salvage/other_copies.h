@@ -18,12 +18,10 @@
 
 namespace chlist {
 
-// The field of a service by which it belongs to a group.
 using group_field = std::int16_t channel_st::*;
 
 class list_copy {
  public:
-  // The records are not needed any more afterwards.
   list_copy(std::string name, const file_records &records);
 
   [[nodiscard]] const std::string &name() const { return name_; }
@@ -52,7 +50,6 @@ class list_copy {
 
 using list_copies = std::vector<list_copy>;
 
-// Something of the list that a copy had.
 struct found_again {
   std::string what;  // "provider", "network"
   int id = 0;        // of a group; a favourite group's place; a network's original network id

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "chlist/convert/conversion_report.h"
+#include "chlist/fields/values.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_bytes.h"
@@ -57,7 +58,7 @@ std::string_view name_of(group_loss loss) {
 json json_of_group(const lost_group &group) {
   return {{"what", group.table},
           {"loss", name_of(group.loss)},
-          {"position", group.position < 0 ? json() : json(group.position)},
+          {"position", group.position < 0 ? json() : json(position_of(group.position))},
           {"group_id", group.id},
           {"services", group.services}};
 }
@@ -258,7 +259,7 @@ std::string text_of_count(const corrected_count &count) {
 }
 
 std::string text_of_group(const lost_group &group) {
-  const std::string where = fmt::format("{}, position {}", group.table, group.position);
+  const std::string where = fmt::format("{}, position {}", group.table, position_of(group.position));
   switch (group.loss) {
     case group_loss::empty:
       return where + ": nothing is left of it";
@@ -352,7 +353,6 @@ struct other_file {
   file_records records;
 };
 
-// The list that was named, and the one that an edit kept beside the damaged file.
 list_copies copies_for(const salvage_options &options, const std::optional<other_file> &like) {
   list_copies copies;
   if (like) {
@@ -418,11 +418,10 @@ command salvage_command() {
            "copies of the list: in LIST, in DAMAGED.bak, where edits keep what a file was before, and in a second "
            "list of DAMAGED itself. With LIST, what came back is compared with it: nothing else tells whether a "
            "value that stands in one place only is as it was."},
-      .exit_codes =
-          {{"0", "nothing that DAMAGED held is missing or in doubt"},
-           {"1", "something is lost, or in doubt; the report says what"},
-           {"2", "nothing was written: bad usage, DAMAGED cannot be read or holds nothing of a list, OUT "
-                 "cannot be written; or only the report could not be written"}},
+      .exit_codes = {{"0", "nothing that DAMAGED held is missing or in doubt"},
+                     {"1", "something is lost, or in doubt; the report says what"},
+                     {"2", "nothing was written: bad usage, DAMAGED cannot be read or holds nothing of a list, OUT "
+                           "cannot be written; or only the report could not be written"}},
       .examples = {"chlist check channels.dat",
                    "chlist salvage channels.dat -o rescued.dat && chlist check rescued.dat"},
       .options =

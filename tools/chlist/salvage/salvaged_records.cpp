@@ -193,7 +193,6 @@ class hierarchy_builder {
     first = is_better ? again : first;
   }
 
-  // All of an identity but its frequency.
   static std::uint64_t service_key(const identity &id) {
     return std::uint64_t{id.net_index} << 56U | std::uint64_t{id.network_id} << 40U | std::uint64_t{id.ts_id} << 24U |
            std::uint64_t{id.service_id} << 8U | id.polarisation;

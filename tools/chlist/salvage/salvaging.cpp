@@ -140,7 +140,6 @@ void note_strangers(byte_span file, const damaged_list &result, salvage_outcome 
   }
 }
 
-// By the library's own reader, or its conversion.
 void load(const damaged_list &result, byte_span damaged, salvage_outcome &outcome) {
   const channel_file input("the rebuilt file",
                            rebuilt_bytes(damaged, result.sizes, result.version, result.list, result.records));
@@ -189,7 +188,6 @@ void find_network_name(network_ch_st &network, const list_copies &copies, std::v
   }
 }
 
-// Those of networks whose records were made anew, or have lost their names.
 void find_network_names(salvage_outcome &outcome, const list_copies &copies) {
   for (network_ch_st &network : channel::networks_of(get_channel_list()->network_list)) {
     find_network_name(network, copies, outcome.list.groups.found);
@@ -236,7 +234,6 @@ struct read_file {
   std::string_view transfer;
 };
 
-// Services that are there, and entries that lead to them.
 std::size_t fit_of(const damaged_list &result) {
   const witnesses services = witnesses_of(result.records.services);
   std::size_t fit = result.records.services.size();

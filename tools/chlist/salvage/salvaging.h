@@ -1,4 +1,5 @@
-// Rebuilds a channel list from the bytes of a damaged file, and tells what came back and what did not.
+// Rebuilds a channel list from the bytes of a damaged file, and tells what came back and what did not. How this folder
+// does it, with a drawing of a shifted record, is told in docs/damaged-files.md: how `salvage` finds its way.
 #pragma once
 
 #include <cstddef>
@@ -75,7 +76,6 @@ struct salvage_outcome {
   [[nodiscard]] bool has_doubts() const;
 };
 
-// Told now and then how many of the bytes to be looked at were.
 using salvage_progress = std::function<void(std::size_t done, std::size_t total)>;
 
 // The rebuilt list is in memory afterwards. copies: where to look for what is lost of groups, networks and settings.

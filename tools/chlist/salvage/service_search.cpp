@@ -41,7 +41,6 @@ class service_search {
   service_search(byte_span file, const record_sizes &sizes, const witnesses &known)
       : file_(file), sizes_(sizes), known_(known) {}
 
-  // The score of what stands at a place; 0 when it is no service.
   [[nodiscard]] found_service look_at(std::size_t at) const {
     found_service found = {at, service_at(file_, at), 0, false};
     const int evidence = weigh(found);
@@ -84,7 +83,6 @@ class service_search {
     return has_neighbour(found) ? neighbour_only : 0;
   }
 
-  // The first service behind a transponder's record.
   [[nodiscard]] bool stands_below_its_transponder(const found_service &found) const {
     if (found.offset < sizes_.transponder || found.id.frequency == 0) {
       return false;
@@ -122,7 +120,6 @@ class best_together {
  public:
   explicit best_together(std::size_t record_size) : size_(record_size) {}
 
-  // By ascending offset.
   void add(std::size_t offset, int score) {
     while (states_.size() > 1 && states_[1].end <= offset) {
       states_.pop_front();
