@@ -266,7 +266,7 @@ TEST_F(SalvageTool, PeriodicNoiseTakesMemoryInProportionToTheFile) {
                                              "salvage", path("damaged.dat"), "-o", path("out.dat"), "--json"});
 
   ASSERT_EQ(result.exit_code, 1) << result.err;
-  EXPECT_GT(json::parse(result.out)["recovered"]["services"].as_integer(), 30'000);
+  EXPECT_GT(json::parse(result.out)["repeated"]["services"].as_integer(), 30'000);
 }
 
 TEST_F(SalvageTool, ATerminalIsToldHowFarALongSearchHasCome) {

@@ -93,7 +93,7 @@ class shifted_places {
 constexpr int cost_of_confirmed_shift = 1;
 constexpr int cost_of_shift = 4;
 
-// Each costs a comparison with the whole record.
+// Each costs a comparison with the whole record; of more runs of entries only the longest are asked.
 constexpr std::size_t most_shifts = 40;
 
 class shifted_list {
@@ -206,6 +206,7 @@ class shifted_list {
       }
     }
     std::ranges::stable_sort(found, std::greater<>(), &entry_run::count);
+    found.resize(std::min(found.size(), most_shifts));
     return found;
   }
 

@@ -181,7 +181,7 @@ class hierarchy_builder {
       ++records_.transponders[parent].repeated;
       return;
     }
-    services_.emplace(service_key(service.id), records_.services.size());
+    services_.try_emplace(key_of(service.id), records_.services.size());
     records_.transponders[parent].services.push_back(records_.services.size());
     records_.services.push_back(service);
   }
@@ -193,17 +193,35 @@ class hierarchy_builder {
     first = is_better ? again : first;
   }
 
-  static std::uint64_t service_key(const identity &id) {
-    return std::uint64_t{id.net_index} << 56U | std::uint64_t{id.network_id} << 40U | std::uint64_t{id.ts_id} << 24U |
-           std::uint64_t{id.service_id} << 8U | id.polarisation;
+  struct service_key {
+    std::uint64_t ids;
+    std::uint32_t band;
+    bool operator==(const service_key &) const = default;
+  };
+  struct hash_of_service {
+    std::size_t operator()(const service_key &of) const {
+      return static_cast<std::size_t>((of.ids ^ std::uint64_t{of.band} << 32U) * 0x9E3779B97F4A7C15U >> 8U);
+    }
+  };
+
+  static service_key key_of(const identity &id) {
+    return {std::uint64_t{id.net_index} << 56U | std::uint64_t{id.network_id} << 40U | std::uint64_t{id.ts_id} << 24U |
+                std::uint64_t{id.service_id} << 8U | id.polarisation,
+            id.frequency / channel::frequency_tolerance};
   }
 
   [[nodiscard]] std::optional<std::size_t> find_service(const identity &id) const {
-    const auto [begin, end] = services_.equal_range(service_key(id));
-    const auto found = std::find_if(begin, end, [&](const auto &each) {
-      return channel::same_frequency(records_.services[each.second].id.frequency, id.frequency);
-    });
-    return found != end ? std::optional(found->second) : std::nullopt;
+    service_key at = key_of(id);
+    const std::uint32_t band = at.band;
+    for (const std::uint32_t nearby : {band, band + 1, band - 1}) {
+      at.band = nearby;
+      if (const auto found = services_.find(at);
+          found != services_.end() &&
+          channel::same_frequency(records_.services[found->second].id.frequency, id.frequency)) {
+        return found->second;
+      }
+    }
+    return std::nullopt;
   }
 
   static std::uint32_t network_key(const identity &id) { return std::uint32_t{id.network_id} << 8U | id.net_index; }
@@ -328,7 +346,7 @@ class hierarchy_builder {
   const record_area &area_;
   const witnesses &known_;
   salvaged_records records_;
-  std::unordered_multimap<std::uint64_t, std::size_t> services_;
+  std::unordered_map<service_key, std::size_t, hash_of_service> services_;
   std::unordered_map<std::uint32_t, std::size_t> networks_;
   std::unordered_map<place, std::size_t, hash> transponders_;
   std::optional<std::size_t> current_network_;

@@ -1,6 +1,6 @@
 #include "chlist/salvage/transfer_damage.h"
 
-#include <cstdint>
+#include <utility>
 
 namespace chlist {
 namespace {
@@ -74,19 +74,15 @@ std::vector<std::byte> in_latin1(byte_span file) {
 }  // namespace
 
 std::optional<undone_transfer> undo_transfer(byte_span file) {
-  const bool is_utf8 = is_latin1_in_utf8(file);
-  std::vector<std::byte> bytes = is_utf8 ? in_latin1(file) : std::vector<std::byte>(file.begin(), file.end());
-  const bool is_crlf = has_crlf_line_ends(bytes);
-  if (is_crlf) {
-    bytes = with_line_feeds(bytes);
+  if (!is_latin1_in_utf8(file)) {
+    return has_crlf_line_ends(file) ? std::optional(undone_transfer{"LF to CRLF", with_line_feeds(file)})
+                                    : std::nullopt;
   }
-  if (!is_utf8 && !is_crlf) {
-    return std::nullopt;
+  std::vector<std::byte> bytes = in_latin1(file);
+  if (has_crlf_line_ends(bytes)) {
+    return undone_transfer{"Latin-1 to UTF-8, and LF to CRLF", with_line_feeds(bytes)};
   }
-  return undone_transfer{!is_crlf   ? "Latin-1 to UTF-8"
-                         : !is_utf8 ? "LF to CRLF"
-                                    : "Latin-1 to UTF-8, and LF to CRLF",
-                         std::move(bytes)};
+  return undone_transfer{"Latin-1 to UTF-8", std::move(bytes)};
 }
 
 }  // namespace chlist
