@@ -302,11 +302,10 @@ std::vector<std::byte> empty_list_image(std::size_t size) {
   return bytes;
 }
 
-bool is_all_view_torn(const shifted_places &places, std::size_t end) {
-  constexpr std::size_t first = image_place<channel_list_st>(offsetof(channel_list_st, vch));
-  constexpr std::size_t behind =
-      image_place<channel_list_st>(offsetof(channel_list_st, vnumber)) + sizeof(std::int16_t);
-  return places[first] >= end || places[behind - 1] >= end || places.lack_any(first, behind);
+bool is_all_view_torn(const shifted_places &places, std::size_t list_end) {
+  constexpr std::size_t begin = image_place<channel_list_st>(offsetof(channel_list_st, vch));
+  constexpr std::size_t end = image_place<channel_list_st>(offsetof(channel_list_st, vnumber)) + sizeof(std::int16_t);
+  return places[begin] >= list_end || places[end - 1] >= list_end || places.lack_any(begin, end);
 }
 
 std::size_t end_of_list(std::size_t end, std::size_t end_of_right, const std::vector<record_run> &runs) {
@@ -323,7 +322,7 @@ bool has_plausible_settings(byte_span file, const std::vector<shift_step> &steps
     return false;
   }
   const byte_span settings = file.subspan(behind_version, size - behind_version);
-  const int group_kind = CHLIST_FIELD(file, 0, channel_list_st, use_group_list);
+  const std::int8_t group_kind = CHLIST_FIELD(file, 0, channel_list_st, use_group_list);
   return group_kind >= GROUP_ALL && group_kind <= GROUP_FAV &&
          std::ranges::any_of(settings, [&](std::byte byte) { return byte != settings.front(); });
 }
