@@ -118,6 +118,10 @@ def run_damaged(commands):
     run("salvage", "cut.dat", "-o", "rescued.dat")
     run("salvage", "count.dat", "-o", "rescued.dat")
     run("salvage", "channel_v8.dat", "-o", "rescued.dat")
+    (folder / "zeroed.dat").write_bytes(bytes(512) + whole[512:])
+    run("salvage", "zeroed.dat", "-o", "rescued.dat", "--like", "before.dat")
+    (folder / "twice.dat").write_bytes(whole + whole)
+    run("salvage", "twice.dat", "-o", "rescued.dat")
 
 
 def keys_of_page(text):

@@ -18,18 +18,18 @@ struct new_list_options {
   bool as_json = false;
 };
 
-template <class Result>
+template <class Options, class Result>
 struct new_list_road {
-  Result (*make)(const std::filesystem::path &input);
-  json (*to_json)(const new_list_options &options, const Result &result);
-  void (*print)(const new_list_options &options, const Result &result);
+  Result (*make)(const Options &options);
+  json (*to_json)(const Options &options, const Result &result);
+  void (*print)(const Options &options, const Result &result);
 };
 
 // Gives the exit code.
-template <class Result>
-int make_new_list(const new_list_options &options, const new_list_road<Result> &road) {
+template <class Options, class Result>
+int make_new_list(const Options &options, const new_list_road<Options, Result> &road) {
   must_differ(options.input, options.output);
-  const Result result = road.make(options.input);
+  const Result result = road.make(options);
   save_list_as(options.output);
   print_report([&] {
     if (options.as_json) {

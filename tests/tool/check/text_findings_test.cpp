@@ -56,6 +56,46 @@ TEST_F(CheckTexts, TextsOfNoKnownTableAreFound) {
   EXPECT_EQ(kinds_of(found_in_name("\x16K", 2)), kind_list{"unknown-character-table"});
 }
 
+TEST_F(CheckTexts, ControlCharactersInNamesAreFound) {
+  const bytes with_controls[] = {
+      "Ne\x1B[2J", "Ne\nws", "Ne\x7Fs", "Ne\xC2\x9Bs", "\x05Ne\x9Bs", bytes("\x11\0N\0\x1B", 5), "\x15N\xEE\x82\x9Bs"};
+  for (const bytes &text : with_controls) {
+    EXPECT_EQ(kinds_of(found_in_name(text, text.size())), kind_list{"control-character"}) << text;
+  }
+  EXPECT_EQ(
+      found_in_name("Ne\nws", 5),
+      (findings{{second_service + service_field::name, severity::warning, "control-character",
+                 "the name of service \"Ne ws\" (net 1, network 1, ts 100, 11000000 H, service 2) holds a control "
+                 "character",
+                 "what the receiver shows in its place is its own choice; a program that prints the name as it is "
+                 "obeys it"}}));
+}
+
+TEST_F(CheckTexts, MarksOfEmphasisAndLineBreaksAreSound) {
+  for (const bytes &text :
+       {bytes("\x05\x86Ne\x87ws"), bytes("\x05Ne\x8Aws"), bytes("\x15\xEE\x82\x86Ne\xEE\x82\x87")}) {
+    EXPECT_EQ(found_in_name(text, text.size()), findings{}) << text;
+  }
+}
+
+TEST_F(CheckTexts, OverridesOfDirectionInNamesAreFound) {
+  const bytes turned[] = {"\xE2\x80\xAEsweN", "Ne\xE2\x80\xAAws", "Ne\xE2\x81\xA6ws", "\x15Ne\xE2\x81\xA9ws",
+                          bytes("\x11\x20\x2E\0N", 5)};
+  for (const bytes &text : turned) {
+    EXPECT_EQ(kinds_of(found_in_name(text, text.size())), kind_list{"direction-override"}) << text;
+  }
+  // The marks that Arabic and Hebrew names are written with turn nothing.
+  EXPECT_EQ(found_in_name("\xD7\xA2\xE2\x80\x8F", 5), findings{});
+}
+
+TEST_F(CheckTexts, InvalidTextInGroupsAndNetworksIsFound) {
+  channel_file file = sound_file();
+  file.data[group_place(GROUP_PROVIDER).array + group_field::name + 1] = '\x1B';
+  file.data[first_network + network_field::network_name] = '\xA6';
+
+  EXPECT_EQ(kinds_of(found_in(file)), (kind_list{"control-character", "invalid-text"}));
+}
+
 TEST_F(CheckTexts, ANameThatFillsItsFieldIsANote) {
   const bytes full(96, 'x');
 

@@ -172,9 +172,8 @@ class Salvaging : public test_support::store_test {
   }
 
   static bool is_in_doubt(const salvage_outcome &outcome, int service_id) {
-    return std::ranges::any_of(outcome.contradicted, [=](const chlist::placed_service &service) {
-      return service.known.id.service_id == service_id;
-    });
+    const auto is_it = [=](const chlist::placed_service &service) { return service.known.id.service_id == service_id; };
+    return std::ranges::any_of(outcome.contradicted, is_it) || std::ranges::any_of(outcome.strangers, is_it);
   }
 
   // Every service whose bytes are whole, and none that was not there.

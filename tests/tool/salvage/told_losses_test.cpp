@@ -45,7 +45,7 @@ TEST_F(Salvaging, WhatCountsClaimBehindTheEndOfTheFileIsMissing) {
   }
   file.entry(VIEW_ALL, services[0], 1);
   const auto cut_in_front_of = [&file](std::size_t record) {
-    const chlist::missing_records missing = salvage(file.data.substr(0, file.records[record].offset)).missing;
+    const chlist::record_counts missing = salvage(file.data.substr(0, file.records[record].offset)).missing;
     return std::vector<std::size_t>{missing.networks, missing.transponders, missing.services};
   };
 
@@ -96,18 +96,31 @@ TEST_F(Salvaging, WhatAConversionFindsIsTold) {
   const salvage_outcome outcome = salvage(original.data);
 
   ASSERT_TRUE(outcome.converted.has_value());
-  ASSERT_EQ(outcome.converted->duplicates.size(), 1U);
-  EXPECT_EQ(outcome.converted->duplicates[0].id.service_id, 511);
+  EXPECT_EQ(outcome.converted->version, 9);
+  EXPECT_EQ(outcome.converted->duplicates.size(), 0U);
+  EXPECT_EQ(outcome.repeated.services, 1U);
   EXPECT_EQ(outcome.recovered.services, 12U);
   EXPECT_TRUE(outcome.has_findings());
   EXPECT_FALSE(salvage(channel_file(original).set(list_field::version, 2, 10).data).converted.has_value());
+}
+
+// One bit of 10 is 8.
+TEST_F(Salvaging, AVersionThatTheRecordsContradictIsNotBelieved) {
+  original.set(list_field::version, 2, 8);
+
+  const salvage_outcome outcome = salvage(original.data);
+
+  EXPECT_EQ(outcome.version, 10);
+  EXPECT_EQ(outcome.recovered.services, 12U);
+  EXPECT_TRUE(outcome.has_wrong_version);
+  EXPECT_TRUE(outcome.has_findings());
 }
 
 TEST_F(Salvaging, ProgressGoesUpToItsTotal) {
   std::vector<std::size_t> steps;
   std::size_t of = 0;
 
-  chlist::salvage_to_memory(std::as_bytes(std::span(original.data)), [&](std::size_t done, std::size_t total) {
+  chlist::salvage_to_memory(std::as_bytes(std::span(original.data)), {}, [&](std::size_t done, std::size_t total) {
     steps.push_back(done);
     of = total;
   });

@@ -32,6 +32,27 @@ bool is_table_byte(char byte) {
   return (byte >= 0x01 && byte <= 0x0B) || (byte >= 0x10 && byte <= 0x15) || byte == 0x1F;
 }
 
+// Whatever table it is written in. A text of an unknown one is read as another: what it holds is a guess.
+void check_characters(const name_field &name, finding_list &findings) {
+  const decoded_text decoded = decode_text(name.text());
+  if (decoded.has_controls) {
+    findings.push_back({name.offset, severity::warning, "control-character",
+                        fmt::format("{} holds a control character", name.who),
+                        "what the receiver shows in its place is its own choice; a program that prints the name as it "
+                        "is obeys it"});
+  }
+  if (decoded.turns_direction) {
+    findings.push_back({name.offset, severity::warning, "direction-override",
+                        fmt::format("{} turns the direction in which letters are written", name.who),
+                        "where the receiver or another program heeds that, the name looks like another one"});
+  }
+  if (!decoded.is_whole) {
+    findings.push_back({name.offset, severity::warning, "invalid-text",
+                        fmt::format("{} holds bytes that mean nothing in its character table", name.who),
+                        "the receiver shows others in their place, or none"});
+  }
+}
+
 void check_table(const name_field &name, finding_list &findings) {
   const std::string_view text = name.text();
   if (text.empty()) {
@@ -42,10 +63,8 @@ void check_table(const name_field &name, finding_list &findings) {
                         fmt::format("{} begins with the byte {:#04x}, which selects no character table", name.who,
                                     static_cast<unsigned>(text.front())),
                         "the receiver shows it in a table of its own choice"});
-  } else if (!decode_text(text).is_whole) {
-    findings.push_back({name.offset, severity::warning, "invalid-text",
-                        fmt::format("{} holds bytes that mean nothing in its character table", name.who),
-                        "the receiver shows others in their place, or none"});
+  } else {
+    check_characters(name, findings);
   }
 }
 

@@ -73,9 +73,9 @@ void print_result(const new_list_options &options, const conversion &result) {
   print_losses(result);
 }
 
-conversion convert(const fs::path &input) { return convert_to_memory(channel_file(input)); }
+conversion convert(const new_list_options &options) { return convert_to_memory(channel_file(options.input)); }
 
-constexpr new_list_road<conversion> road = {convert, json_of_result, print_result};
+constexpr new_list_road<new_list_options, conversion> road = {convert, json_of_result, print_result};
 
 }  // namespace
 

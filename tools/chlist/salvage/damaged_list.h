@@ -17,10 +17,10 @@ struct damaged_list {
   record_sizes sizes;
   witnesses known;
   list_image list;
+  std::vector<std::size_t> other_lists;  // where more lists begin in the same file
   salvaged_records records;
 };
 
-// How many times the file is gone through.
 std::size_t searches_of(byte_span file);
 
 // Read as the version that the file names; when that is none, as the one of which more services are found.

@@ -10,6 +10,7 @@
 #include "channel/store/group_table.h"
 #include "channel/store/view.h"
 #include "chlist/salvage/record_bytes.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -67,10 +68,14 @@ virtual_channel_st entry_at(byte_span bytes, std::size_t at) {
   return entry;
 }
 
+bool has_right_length(const group_st &group) {
+  const auto length = static_cast<std::size_t>(std::max<int>(group.name_len, 0));
+  return length == strnlen(group.name, sizeof group.name) || length == encoded_text(group.name).size();
+}
+
 bool is_named_group(const group_st &group) {
-  const std::size_t length = strnlen(group.name, sizeof group.name);
-  const bool is_text = length > 1 || static_cast<unsigned char>(group.name[0]) >= ' ';
-  return length > 0 && is_text && group.name_len == static_cast<std::int16_t>(length);
+  const bool is_text = group.name_len > 1 || static_cast<unsigned char>(group.name[0]) >= ' ';
+  return group.name_len > 0 && is_text && has_right_length(group);
 }
 
 void for_each_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action) {

@@ -19,20 +19,20 @@ struct array_place {
   std::size_t count;
 };
 
-// In the record's order.
 std::vector<array_place> arrays_of_list();
 
-// The pointer of the entry is null.
 virtual_channel_st entry_at(byte_span bytes, std::size_t at);
 
-// A name as long as it says, and more than a control.
+// A name as long as it says: up to a zero byte, or up to where a text in its table ends.
+bool has_right_length(const group_st &group);
+
+// Such a name, and more than a control.
 bool is_named_group(const group_st &group);
 
 // Every entry of every view that is in use, or looks like it: by its place, whatever the counts say. The list may end
 // early.
 void for_each_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action);
 
-// The same for those that the counts of the views hold.
 void for_each_counted_entry(byte_span list, const std::function<void(const virtual_channel_st &entry)> &action);
 
 }  // namespace chlist

@@ -7,18 +7,18 @@
 
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_records.h"
+#include "chlist/salvage/list_alignment.h"
 #include "chlist/salvage/witnesses.h"
 
 namespace chlist {
 
 struct list_image {
-  std::vector<std::byte> bytes;   // as large as the record; zero where nothing is left
-  std::ptrdiff_t shift = 0;       // how many bytes were inserted, or cut out when negative
-  std::size_t shifted_from = 0;   // from this place of the record on
-  std::size_t end = 0;            // in the file: the records begin there
-  std::size_t missing = 0;        // bytes of its end that are not there
-  bool is_all_view_torn = false;  // bytes of it are missing
-  bool is_lost = false;           // nothing of it is right: the bytes are those of an empty list
+  std::vector<std::byte> bytes;    // as large as the record; zero where nothing is left
+  std::vector<shift_step> steps;   // where bytes were inserted, or cut out
+  std::size_t end = 0;             // in the file: the records begin there
+  std::size_t missing = 0;         // bytes of its end that are not there
+  bool is_all_view_torn = false;   // bytes of it are missing
+  bool has_lost_settings = false;  // they are those of an empty list
 };
 
 // Records one behind the other, up to a gap; the first ones are those behind the list's own.

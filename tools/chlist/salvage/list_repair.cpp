@@ -17,7 +17,6 @@
 #include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
-#include "chlist/fields/values.h"
 #include "chlist/report.h"
 #include "chlist/salvage/list_arrays.h"
 #include "chlist/salvage/witnesses.h"
@@ -74,6 +73,7 @@ class view_repair {
   void cut_unused_end() {
     while (*view_.count > 0 && is_unused(*(view_.end() - 1))) {
       --*view_.count;
+      ++repair_.blank_entries;
     }
   }
 
@@ -122,47 +122,6 @@ class view_repair {
   std::int16_t counted_;
 };
 
-bool is_blank(const group_st &group) { return is_zero(&group, sizeof group); }
-
-void repair_groups(const channel::group_table &table, std::string_view name, list_repair &repair) {
-  const std::int16_t before = *table.count;
-  std::int16_t count = std::clamp<std::int16_t>(before, 0, table.capacity);
-  while (count > 0 && is_blank(table.groups[count - 1])) {
-    --count;
-  }
-  channel::id_set ids;
-  std::for_each(table.groups, table.groups + count, [&ids](const group_st &group) { ids.add(group.id); });
-  while (count < table.capacity && is_named_group(table.groups[count]) && table.groups[count].id >= 0 &&
-         ids.add(table.groups[count].id)) {
-    ++count;
-  }
-  if (count != before) {
-    *table.count = count;
-    repair.counts.push_back({fmt::format("the table of {} records", name), before, count});
-  }
-}
-
-void drop_blank_groups(const channel::group_table &table) {
-  group_st *kept = std::remove_if(table.begin(), table.end(), is_blank);
-  std::memset(static_cast<void *>(kept), 0, static_cast<std::size_t>(table.end() - kept) * sizeof *kept);
-  *table.count = static_cast<std::int16_t>(kept - table.begin());
-}
-
-// As far as there are entries.
-void name_blank_favourites(list_repair &repair) {
-  const channel::group_table table = channel::favourite_table();
-  for (const list_view &view : views_of(channel::channel_list)) {
-    if (view.name.is_favourites() && view.size() > 0 && is_blank(table.groups[view.name.group])) {
-      group_st &group = table.groups[view.name.group];
-      const std::string name = fmt::format("Favourites {}", position_of(view.name.group));
-      group.id = table.free_id();
-      group.name_len = static_cast<std::int16_t>(name.copy(group.name, sizeof group.name));
-      *table.count = std::max(*table.count, static_cast<std::int16_t>(view.name.group + 1));
-      ++repair.named_groups;
-    }
-  }
-}
-
 // The numbers under which views list services, those of ALL being lost.
 using number_table = std::unordered_map<const channel_st *, std::pair<std::int16_t, std::int16_t>>;
 
@@ -197,7 +156,6 @@ void create_if_empty(std::int8_t type) {
   }
 }
 
-// With the services that it lacks.
 void fill_all_view(channel::service_index &index, const number_table &numbers, list_repair &repair) {
   const channel::view all = channel::find_view(VIEW_ALL);
   service_set present;
@@ -214,9 +172,9 @@ void fill_all_view(channel::service_index &index, const number_table &numbers, l
 }
 
 // Without ALL a receiver shows nothing, and makes the TV and radio views of it.
-void repair_all_view(channel::service_index &index, const torn_parts &torn, list_repair &repair) {
+void repair_all_view(channel::service_index &index, bool is_torn, list_repair &repair) {
   const bool is_empty = channel::find_view(VIEW_ALL).size() == 0;
-  if (is_empty || torn.all_view) {
+  if (is_empty || is_torn) {
     fill_all_view(index, numbers_in_views(), repair);
   }
   if (is_empty) {
@@ -238,40 +196,67 @@ void keep_views(channel::service_index &index, list_repair &repair) {
   }
 }
 
-bool has_named_group(const channel::group_table &table) {
-  return std::any_of(table.begin(), table.end(), is_named_group);
+// Views show a service under one number, as a rule: where all but a few do, the few are in doubt.
+void note_other_numbers(const list_view &view, const number_table &in_all, list_repair &repair) {
+  constexpr std::size_t few = 10;
+  std::vector<placed_entry> others;
+  std::size_t same = 0;
+  for (const virtual_channel_st &entry : view.entries()) {
+    const auto found = in_all.find(entry.rch);
+    if (found == in_all.end() || found->second == std::pair(entry.major_ch_num, entry.minor_ch_num)) {
+      same += found == in_all.end() ? 0 : 1;
+      continue;
+    }
+    const auto position = static_cast<std::size_t>(&entry - view.slots.data());
+    others.push_back({view.name, position, entry.major_ch_num, channel::identity_of(entry)});
+  }
+  if (others.size() * few <= same) {
+    repair.other_numbers.insert(repair.other_numbers.end(), others.begin(), others.end());
+  }
 }
 
-void repair_all_groups(bool is_torn, list_repair &repair) {
-  const std::pair<std::string_view, channel::group_table> tables[] = {{"provider", channel::provider_table()},
-                                                                      {"genre", channel::genre_table()},
-                                                                      {"country", channel::country_table()},
-                                                                      {"favourite group", channel::favourite_table()}};
-  repair.is_of_a_list = false;
-  for (const auto &[name, table] : tables) {
-    repair_groups(table, name, repair);
-    if (is_torn && name != "favourite group") {
-      drop_blank_groups(table);
-    }
-    repair.is_of_a_list = repair.is_of_a_list || has_named_group(table);
+void note_other_numbers(list_repair &repair) {
+  number_table in_all;
+  for (const virtual_channel_st &entry : channel::find_view(VIEW_ALL)) {
+    in_all.try_emplace(entry.rch, entry.major_ch_num, entry.minor_ch_num);
   }
+  for (const list_view &view : views_of(channel::channel_list)) {
+    note_other_numbers(view, in_all, repair);
+  }
+}
+
+// Nothing tells whether a group without an entry had some, unless others around it are as they were.
+void note_empty_favourites(list_repair &repair) {
+  bool has_empty = false;
+  bool has_entries = false;
+  for (const list_view &view : views_of(channel::channel_list)) {
+    if (view.name.is_favourites() && view.name.group < channel::favourite_table().size()) {
+      has_empty = has_empty || view.size() == 0;
+      has_entries = has_entries || view.size() > 0;
+    }
+  }
+  const bool is_damaged = std::ranges::any_of(
+      repair.counts, [](const corrected_count &count) { return count.what.starts_with("the favourites"); });
+  repair.has_empty_favourites = has_empty && (!has_entries || is_damaged);
 }
 
 }  // namespace
 
-list_repair repair_list_in_memory(const torn_parts &torn) {
+list_repair repair_list_in_memory(bool is_all_view_torn, const list_copies &copies) {
   list_repair repair;
-  repair_all_groups(torn.list, repair);
   channel::service_index index;
-  if (services_of(channel::channel_list).empty()) {
-    keep_views(index, repair);
-  } else {
+  const bool has_services = !services_of(channel::channel_list).empty();
+  repair.is_of_a_list = false;
+  if (has_services) {
     repair_views(index, repair);
-    repair_all_view(index, torn, repair);
+    repair_all_view(index, is_all_view_torn, repair);
+    note_other_numbers(repair);
+  } else {
+    keep_views(index, repair);
   }
-  if (torn.list) {
-    name_blank_favourites(repair);
-  }
+  repair.groups = repair_groups_in_memory(copies);
+  repair.is_of_a_list = repair.is_of_a_list || repair.groups.has_any;
+  note_empty_favourites(repair);
   return repair;
 }
 

@@ -7,36 +7,26 @@
 #include <vector>
 
 #include "chlist/list_contents.h"
+#include "chlist/salvage/group_repair.h"
 
 namespace chlist {
-
-// A count, and what there was to count.
-struct corrected_count {
-  std::string what;
-  int counted = 0;
-  int present = 0;
-};
 
 // What became of the ALL view, without which a receiver shows nothing.
 enum class all_view { kept, filled, numbered_anew };
 
 struct list_repair {
   std::vector<placed_entry> lost_entries;
-  std::size_t blank_entries = 0;  // that were counted, and of which nothing is left
-  std::vector<corrected_count> counts;
+  std::size_t blank_entries = 0;            // that were counted, and of which nothing is left
+  std::vector<corrected_count> counts;      // of views
   std::size_t entries_without_service = 0;  // that stay
-  std::size_t named_groups = 0;             // favourite groups with a new name
-  bool is_of_a_list = true;                 // without services: entries or groups are more than chance
+  std::vector<placed_entry> other_numbers;  // that differ from those in ALL, in views that have the same ones otherwise
+  bool has_empty_favourites = false;        // in doubt: counted groups without an entry, beside others that are damaged
+  group_repair groups;
+  bool is_of_a_list = true;  // without services: entries or groups are more than chance
   all_view all = all_view::kept;
 };
 
-// Of what bytes are missing. Groups of which nothing is left go then, but for favourite groups, which get a name: their
-// entries are theirs by position. The ALL view gets the services that it lacks.
-struct torn_parts {
-  bool list = false;  // of the list's own record
-  bool all_view = false;
-};
-
-list_repair repair_list_in_memory(const torn_parts &torn);
+// is_all_view_torn: bytes of it are missing; it gets the services that it lacks.
+list_repair repair_list_in_memory(bool is_all_view_torn, const list_copies &copies);
 
 }  // namespace chlist

@@ -21,7 +21,6 @@ class writer {
     std::memcpy(bytes_.data() + at, &value, sizeof value);
   }
 
-  // From the damaged file, or of zeros.
   std::size_t append(std::optional<std::size_t> offset, std::size_t size) {
     const std::size_t at = bytes_.size();
     bytes_.resize(at + size);

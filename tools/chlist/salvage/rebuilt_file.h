@@ -13,7 +13,6 @@ namespace chlist {
 bool is_kept(const salvaged_transponder &transponder);
 bool is_kept(const salvaged_records &records, const salvaged_network &network);
 
-// Records as they stand in the damaged file, with counts that are right.
 std::vector<std::byte> rebuilt_bytes(byte_span damaged, const record_sizes &sizes, int version, const list_image &list,
                                      const salvaged_records &records);
 

@@ -41,7 +41,6 @@ inline bool has_wide_frequency(byte_span file, std::size_t at) {
   return static_cast<std::uint64_t>(CHLIST_FIELD(file, at, channel_st, frequency)) > UINT32_MAX;
 }
 
-// Of a transponder's record only what a transponder has is set.
 inline channel::identity transponder_at(byte_span file, std::size_t at) {
   channel::identity id = {};
   id.ts_id = CHLIST_FIELD(file, at, tp_ch_st, ts_id);

@@ -33,17 +33,17 @@ bool has_name_of_its_own(byte_span file, std::size_t network) {
 
 class hierarchy_builder {
  public:
-  hierarchy_builder(byte_span file, const record_sizes &sizes, const witnesses &known)
-      : file_(file), sizes_(sizes), known_(known) {}
+  hierarchy_builder(byte_span file, const record_sizes &sizes, const record_area &area, const witnesses &known)
+      : file_(file), sizes_(sizes), area_(area), known_(known) {}
 
-  salvaged_records arrange(std::size_t begin, const std::vector<found_service> &services) {
-    std::size_t at = begin;
+  salvaged_records arrange(const std::vector<found_service> &services) {
+    std::size_t at = area_.begin;
     for (const found_service &service : services) {
-      take_between(at, service.offset, &service);
+      take_up_to(at, service.offset, &service);
       take(service);
       at = service.offset + sizes_.service;
     }
-    take_between(at, file_.size(), nullptr);
+    take_up_to(at, file_.size(), nullptr);
     forsake_pending();
     forsake_networks();
     return std::move(records_);
@@ -93,6 +93,17 @@ class hierarchy_builder {
       return {record_kind::transponder, false};
     }
     return {};
+  }
+
+  // Whatever looks like a record within another list's own is none.
+  void take_up_to(std::size_t begin, std::size_t end, const found_service *next) {
+    for (const std::size_t list : area_.other_lists) {
+      if (list >= begin && list < end) {
+        take_between(begin, list, nullptr);
+        begin = std::min(list + sizes_.list, end);
+      }
+    }
+    take_between(begin, end, next);
   }
 
   using tentative = std::vector<std::pair<record_kind, std::size_t>>;
@@ -149,7 +160,7 @@ class hierarchy_builder {
   void take_network(std::size_t at) {
     forsake_pending();
     salvaged_network &network = records_.networks[network_of(network_at(file_, at))];
-    records_.merged_networks += network.offset ? 1 : 0;
+    records_.network_records.push_back(at);
     network.offset = network.offset.value_or(at);
     network.counted += CHLIST_FIELD(file_, at, network_ch_st, tp_num);
     current_network_ = &network - records_.networks.data();
@@ -165,8 +176,52 @@ class hierarchy_builder {
   void take(const found_service &service) {
     current_network_ = network_of(service.id);
     const std::size_t parent = transponder_of(service.id, *current_network_);
+    if (const auto first = find_service(service.id); first) {
+      drop_one(records_.services[*first], service);
+      ++records_.transponders[parent].repeated;
+      return;
+    }
+    services_.try_emplace(key_of(service.id), records_.services.size());
     records_.transponders[parent].services.push_back(records_.services.size());
     records_.services.push_back(service);
+  }
+
+  // The first stays, unless it is the damaged one.
+  void drop_one(found_service &first, const found_service &again) {
+    const bool is_better = first.is_doubtful && !again.is_doubtful;
+    records_.repeated.push_back(is_better ? first : again);
+    first = is_better ? again : first;
+  }
+
+  struct service_key {
+    std::uint64_t ids;
+    std::uint32_t band;
+    bool operator==(const service_key &) const = default;
+  };
+  struct hash_of_service {
+    std::size_t operator()(const service_key &of) const {
+      return static_cast<std::size_t>((of.ids ^ std::uint64_t{of.band} << 32U) * 0x9E3779B97F4A7C15U >> 8U);
+    }
+  };
+
+  static service_key key_of(const identity &id) {
+    return {std::uint64_t{id.net_index} << 56U | std::uint64_t{id.network_id} << 40U | std::uint64_t{id.ts_id} << 24U |
+                std::uint64_t{id.service_id} << 8U | id.polarisation,
+            id.frequency / channel::frequency_tolerance};
+  }
+
+  [[nodiscard]] std::optional<std::size_t> find_service(const identity &id) const {
+    service_key at = key_of(id);
+    const std::uint32_t band = at.band;
+    for (const std::uint32_t nearby : {band, band + 1, band - 1}) {
+      at.band = nearby;
+      if (const auto found = services_.find(at);
+          found != services_.end() &&
+          channel::same_frequency(records_.services[found->second].id.frequency, id.frequency)) {
+        return found->second;
+      }
+    }
+    return std::nullopt;
   }
 
   static std::uint32_t network_key(const identity &id) { return std::uint32_t{id.network_id} << 8U | id.net_index; }
@@ -174,7 +229,7 @@ class hierarchy_builder {
   std::size_t network_of(const identity &id) {
     const auto [found, is_new] = networks_.emplace(network_key(id), records_.networks.size());
     if (is_new) {
-      records_.networks.push_back({std::nullopt, id, 0, {}});
+      records_.networks.push_back({std::nullopt, id});
     }
     return found->second;
   }
@@ -196,24 +251,32 @@ class hierarchy_builder {
     if (const auto found = find_transponder(id, network); found) {
       return *found;
     }
-    return add(salvaged_transponder{std::nullopt, id, 0, network, {}});
+    return add({.offset = std::nullopt, .id = id, .network = network});
   }
 
-  // A record may come behind services of its own, which have had one made for them.
+  // A record may come behind services of its own, which have had one made for them, or come again.
   std::size_t take_record(std::size_t at, std::size_t network) {
-    const auto made = find_transponder(transponder_at(file_, at), network);
-    if (!made || records_.transponders[*made].offset) {
+    const identity id = transponder_at(file_, at);
+    const auto first = find_transponder(id, network);
+    if (!first || (records_.transponders[*first].offset && records_.transponders[*first].id.ts_id != id.ts_id)) {
       return add_transponder(at, network);
     }
-    salvaged_transponder &transponder = records_.transponders[*made];
-    transponder.offset = at;
-    transponder.id = transponder_at(file_, at);
-    transponder.counted = CHLIST_FIELD(file_, at, tp_ch_st, rch_num);
-    return *made;
+    salvaged_transponder &transponder = records_.transponders[*first];
+    transponder.counted += CHLIST_FIELD(file_, at, tp_ch_st, rch_num);
+    if (transponder.offset) {
+      ++records_.networks[network].repeated;
+    } else {
+      transponder.offset = at;
+      transponder.id = id;
+    }
+    return *first;
   }
 
   std::size_t add_transponder(std::size_t at, std::size_t network) {
-    return add({at, transponder_at(file_, at), CHLIST_FIELD(file_, at, tp_ch_st, rch_num), network, {}});
+    return add({.offset = at,
+                .id = transponder_at(file_, at),
+                .counted = CHLIST_FIELD(file_, at, tp_ch_st, rch_num),
+                .network = network});
   }
 
   struct place {
@@ -263,7 +326,7 @@ class hierarchy_builder {
     }
     const std::size_t counted = CHLIST_FIELD(file_, *pending_, tp_ch_st, rch_num);
     if (counted == 0 && current_network_) {
-      current_transponder_ = add_transponder(*pending_, *current_network_);
+      current_transponder_ = take_record(*pending_, *current_network_);
     } else {
       records_.forsaken.push_back({"transponder", *pending_, counted});
     }
@@ -280,8 +343,10 @@ class hierarchy_builder {
 
   byte_span file_;
   record_sizes sizes_;
+  const record_area &area_;
   const witnesses &known_;
   salvaged_records records_;
+  std::unordered_map<service_key, std::size_t, hash_of_service> services_;
   std::unordered_map<std::uint32_t, std::size_t> networks_;
   std::unordered_map<place, std::size_t, hash> transponders_;
   std::optional<std::size_t> current_network_;
@@ -291,9 +356,9 @@ class hierarchy_builder {
 
 }  // namespace
 
-salvaged_records arrange(byte_span file, const record_sizes &sizes, std::size_t begin, const witnesses &known,
+salvaged_records arrange(byte_span file, const record_sizes &sizes, const record_area &area, const witnesses &known,
                          const std::vector<found_service> &services) {
-  return hierarchy_builder(file, sizes, known).arrange(begin, services);
+  return hierarchy_builder(file, sizes, area, known).arrange(services);
 }
 
 }  // namespace chlist

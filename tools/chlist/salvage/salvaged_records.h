@@ -17,6 +17,7 @@ struct salvaged_transponder {
   channel::identity id = {};
   std::size_t counted = 0;  // by its record
   std::size_t network = 0;
+  std::size_t repeated = 0;  // services that came again, and were dropped
   std::vector<std::size_t> services = {};
 };
 
@@ -24,6 +25,7 @@ struct salvaged_network {
   std::optional<std::size_t> offset;
   channel::identity id = {};
   std::size_t counted = 0;
+  std::size_t repeated = 0;  // transponders whose record came again
   std::vector<std::size_t> transponders = {};
 };
 
@@ -44,12 +46,18 @@ struct salvaged_records {
   std::vector<salvaged_transponder> transponders;
   std::vector<found_service> services;
   std::vector<forsaken_record> forsaken;
-  std::vector<byte_range> unexplained;  // bytes that belong to no record
-  std::size_t merged_networks = 0;      // that were there twice
+  std::vector<byte_range> unexplained;       // bytes that belong to no record
+  std::vector<found_service> repeated;       // of an identity that was there already, dropped
+  std::vector<std::size_t> network_records;  // their offsets, in the file's order, also of networks that came again
 };
 
-// begin: where the records should begin.
-salvaged_records arrange(byte_span file, const record_sizes &sizes, std::size_t begin, const witnesses &known,
+// Where records are looked for: from a place on, and not in other lists' own records.
+struct record_area {
+  std::size_t begin = 0;
+  std::vector<std::size_t> other_lists = {};  // ascending
+};
+
+salvaged_records arrange(byte_span file, const record_sizes &sizes, const record_area &area, const witnesses &known,
                          const std::vector<found_service> &services);
 
 }  // namespace chlist

@@ -2,10 +2,12 @@
 #include "chlist/salvage/service_search.h"
 
 #include <algorithm>
+#include <cstring>
 #include <deque>
-#include <string_view>
+#include <span>
 
 #include "chlist/salvage/record_bytes.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -16,13 +18,13 @@ enum class name_state { broken, empty, sound };
 
 name_state name_at(byte_span file, std::size_t service, std::size_t slot) {
   const std::size_t at = service + image_place<channel_st>(offsetof(channel_st, name)) + slot * sizeof(name_slot_st);
-  const std::string_view field(reinterpret_cast<const char *>(file.data()) + at + offsetof(name_slot_st, text),
-                               sizeof(name_slot_st::text));
-  const std::size_t length = std::min(field.find('\0'), field.size());
-  if (length != value_at<std::uint16_t>(file, at + offsetof(name_slot_st, name_len))) {
+  const std::span<const char> field(reinterpret_cast<const char *>(file.data()) + at + offsetof(name_slot_st, text),
+                                    sizeof(name_slot_st::text));
+  const std::size_t says = value_at<std::uint16_t>(file, at + offsetof(name_slot_st, name_len));
+  if (says != strnlen(field.data(), field.size()) && says != encoded_text(field).size()) {
     return name_state::broken;
   }
-  return length == 0 ? name_state::empty : name_state::sound;
+  return says == 0 ? name_state::empty : name_state::sound;
 }
 
 // What most of a file is: nothing there names a service, and no table needs to be asked.
@@ -39,7 +41,6 @@ class service_search {
   service_search(byte_span file, const record_sizes &sizes, const witnesses &known)
       : file_(file), sizes_(sizes), known_(known) {}
 
-  // The score of what stands at a place; 0 when it is no service.
   [[nodiscard]] found_service look_at(std::size_t at) const {
     found_service found = {at, service_at(file_, at), 0, false};
     const int evidence = weigh(found);
@@ -82,7 +83,6 @@ class service_search {
     return has_neighbour(found) ? neighbour_only : 0;
   }
 
-  // The first service behind a transponder's record.
   [[nodiscard]] bool stands_below_its_transponder(const found_service &found) const {
     if (found.offset < sizes_.transponder || found.id.frequency == 0) {
       return false;
@@ -120,7 +120,6 @@ class best_together {
  public:
   explicit best_together(std::size_t record_size) : size_(record_size) {}
 
-  // By ascending offset.
   void add(std::size_t offset, int score) {
     while (states_.size() > 1 && states_[1].end <= offset) {
       states_.pop_front();

@@ -19,10 +19,8 @@ struct found_service {
   bool is_doubtful = false;  // its name is not as long as it says, or its frequency is none
 };
 
-// The services as entries of views would name them.
 witnesses witnesses_of(const std::vector<found_service> &services);
 
-// Told now and then how many bytes were looked at.
 using search_progress = std::function<void(std::size_t bytes)>;
 
 // In the file's order; no two overlap, and the sum of their scores is the largest that there is. Takes time and memory

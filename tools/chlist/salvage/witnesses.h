@@ -47,11 +47,9 @@ class witnesses {
  public:
   // An entry of a view; one without any identity says nothing.
   void add_entry(const channel::identity &id);
-  // A service that was found: its transponder and its network.
   void add_service(const channel::identity &id);
 
   [[nodiscard]] bool list(const channel::identity &id) const;
-  // The transponder with its network.
   [[nodiscard]] bool know_transponder(const channel::identity &id) const;
   // The transponder as its own record names it.
   [[nodiscard]] bool know_transponder(std::uint16_t ts_id, std::uint32_t frequency, std::uint8_t polarisation) const;

@@ -149,13 +149,31 @@ decoded_text decode_characters(std::string_view encoded) {
   return decode_of_unknown_table(characters);
 }
 
+// The standard's own controls.
+constexpr char32_t emphasis_on = 0x86;
+constexpr char32_t emphasis_off = 0x87;
+constexpr char32_t line_break = 0x8A;
+
+bool is_control(char32_t character) {
+  return character < static_cast<char32_t>(first_printable) || (character >= 0x7F && character <= 0x9F);
+}
+
+// Behind such a character letters may be shown in another order than they are written: one name looks like another.
+bool turns_direction(char32_t character) {
+  return (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
+}
+
 // Controls of the tables of one byte stand at 0x80 to 0x9F, those of two bytes at U+E080 to U+E09F.
-void append_in_one_line(std::string &text, char32_t character) {
+void append_in_one_line(decoded_text &made, char32_t character) {
   const char32_t control = character >= 0xE080 && character <= 0xE09F ? character - 0xE000 : character;
-  if (control == 0x8A || control < static_cast<char32_t>(first_printable)) {
-    text += ' ';
-  } else if (control < 0x7F || control > 0x9F) {
-    append_utf8(text, character);
+  if (!is_control(control)) {
+    append_utf8(made.text, character);
+    made.turns_direction = made.turns_direction || turns_direction(character);
+    return;
+  }
+  made.has_controls = made.has_controls || (control != emphasis_on && control != emphasis_off && control != line_break);
+  if (control == line_break || control < static_cast<char32_t>(first_printable)) {
+    made.text += ' ';
   }
 }
 
@@ -195,7 +213,7 @@ decoded_text decode_text(std::string_view encoded) {
   const decoded_text all = decode_characters(encoded);
   decoded_text made = {"", all.is_whole};
   for (const char32_t character : characters_of(all.text)) {
-    append_in_one_line(made.text, character);
+    append_in_one_line(made, character);
   }
   return made;
 }

@@ -20,8 +20,10 @@ bool names_table(std::string_view encoded);
 std::string table_name(std::string_view encoded);
 
 struct decoded_text {
-  std::string text;      // UTF-8, in one line
-  bool is_whole = true;  // no when the table is unknown, or has not what the text holds
+  std::string text;              // UTF-8, in one line
+  bool is_whole = true;          // no when the table is unknown, or has not what the text holds
+  bool has_controls = false;     // others than the standard's own, which are marks of emphasis and line breaks
+  bool turns_direction = false;  // overrides or isolates the direction of the letters that follow
 };
 
 // A text without a table's name is UTF-8, as other programs write names, or else in the standard's own table, that of
