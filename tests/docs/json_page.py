@@ -60,6 +60,11 @@ def write_inputs(folder, root):
         shutil.copy(root / "tests/golden" / name, folder)
     conf = (root / "samples/channels.conf").read_text()
     (folder / "bad.conf").write_text(conf + "broken\n")
+    # Sources in another order, a service on another transponder, one with another name, and ids with another service.
+    moved = "\n".join(reversed([line for line in conf.splitlines() if not line.startswith(":")])) + "\n"
+    moved = moved.replace("Weatherglass;Meridian:11662:H", "Weatherglass;Meridian:11700:H").replace("Delta Shop", "Shop")
+    moved = moved.replace("Harbour 7;Quayside:11345", "Haven;Quayside:11400")
+    (folder / "moved.conf").write_text(moved)
     for name, count in (("full.conf", RADIO_VIEW), ("fuller.conf", RADIO_VIEW + 1)):
         (folder / name).write_text("".join(RADIO.format(number) for number in range(1, count + 1)))
 
@@ -98,6 +103,9 @@ def run_all(commands):
     run("convert", "channel_v8.dat", "new.dat")
     run("merge", "channel_v10.dat", "scan_hostile.dat", "--dry-run")
     run("merge", "full.dat", "fuller.dat", "--dry-run")
+    run("import", "moved.conf", "-o", "moved.dat")
+    run("merge", "before.dat", "moved.dat", "--keep-missing", "--dry-run")
+    run("diff", "--scan", "before.dat", "moved.dat")
     run_damaged(commands)
     run("info", "none.dat")
 

@@ -93,7 +93,10 @@ TEST_F(Rescan, SourcesInAnotherOrderArePairedByTheirNames) {
   own.network(1, 1, "S19.2E").service(news).network(2, 1, "S13.0E").service(in_network(films, 2));
   own.entry(VIEW_ALL, news, 101).entry(VIEW_ALL, in_network(films, 2), 102);
   channel_file scan;
-  scan.network(1, 1, "Hotbird 13\u00B0E").service(films).network(2, 1, "Astra 19.2\u00B0E").service(in_network(news, 2));
+  scan.network(1, 1, "Hotbird 13\u00B0E")
+      .service(films)
+      .network(2, 1, "Astra 19.2\u00B0E")
+      .service(in_network(news, 2));
   set(own, scan);
 
   const program_result result = merge();
@@ -154,7 +157,8 @@ TEST_F(Rescan, AServiceThatMovedKeepsWhatTheUserMadeOfIt) {
   own.entry(VIEW_ALL, news, 101).entry(VIEW_ALL, mine, 102).entry(VIEW_TV, news, 101).entry(VIEW_TV, mine, 102);
   own.entry(VIEW_FAVOURITE, mine, 102);
   channel_file scan = scan_of({news});
-  scan.service(at(films, 200, other_frequency)).set_last(test_support::record_kind::service, service_field::video_pid, 2, 777);
+  scan.service(at(films, 200, other_frequency))
+      .set_last(test_support::record_kind::service, service_field::video_pid, 2, 777);
   set(own, scan);
 
   const program_result result = merge();
@@ -222,9 +226,10 @@ TEST_F(Rescan, WhatCouldBeSeveralServicesIsInDoubtAndNotGuessed) {
   const program_result result = merge();
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "chlist: merge: scan.dat: in doubt: \"Films\" (net 1, network 1, ts 100, 11000000 H, service 2) "
-                        "may have become \"Films\" (net 1, network 1, ts 100, 11000000 H, service 77), or one of 1 "
-                        "other\n");
+  EXPECT_EQ(result.err,
+            "chlist: merge: scan.dat: in doubt: \"Films\" (net 1, network 1, ts 100, 11000000 H, service 2) "
+            "may have become \"Films\" (net 1, network 1, ts 100, 11000000 H, service 77), or one of 1 "
+            "other\n");
   EXPECT_TRUE(has_line(result.out, "out.dat: 2 services added, 1 deleted, 1 kept")) << result.out;
 }
 

@@ -29,7 +29,7 @@ namespace service_field = test_support::service_field;
 namespace transponder_field = test_support::transponder_field;
 
 constexpr std::size_t sector = 512;
-constexpr std::size_t page = 4096;
+constexpr std::size_t page_size = 4096;
 
 bytes noise(std::size_t size) {
   std::mt19937 random(2);
@@ -100,14 +100,14 @@ std::pair<std::size_t, std::size_t> transponder_run(const sound_file &file, std:
   return {at, at + transponder_size + get(file.data, at + transponder_field::rch_num, 2) * service_size};
 }
 
-const std::size_t all = view_place(VIEW_ALL).array;
-const std::size_t providers = group_place(GROUP_PROVIDER).array;
+const std::size_t all_view = view_place(VIEW_ALL).array;
+const std::size_t provider_table = group_place(GROUP_PROVIDER).array;
 
 constexpr std::string_view log_text =
     "Nov 22 03:14:07 receiver kernel: ubi0 warning: ubi_io_read: error -74 while reading 4096 bytes\n";
 
 constexpr damage_kind kinds[] = {
-    {"cut", "in the provider table", [](auto &f, auto &) { return cut_at(f, providers + 20 * group_size); }},
+    {"cut", "in the provider table", [](auto &f, auto &) { return cut_at(f, provider_table + 20 * group_size); }},
     {"cut", "in the ALL view", [](auto &f, auto &) { return cut_at(f, f.middle_entry(VIEW_ALL) + 7); }},
     {"cut", "in the favourites", [](auto &f, auto &) { return cut_at(f, list_field::favorite_vch + 30); }},
     {"cut", "behind the list's own record", [](auto &f, auto &) { return cut_at(f, f.first_record()); }},
@@ -119,23 +119,23 @@ constexpr damage_kind kinds[] = {
 
     {"shifted", "1 byte more in the settings", [](auto &f, auto &) { return with(f.data, 8, bytes(1, '\0')); }},
     {"shifted", "3 bytes more in the provider table",
-     [](auto &f, auto &) { return with(f.data, providers + 2 * group_size + 5, "abc"); }},
+     [](auto &f, auto &) { return with(f.data, provider_table + 2 * group_size + 5, "abc"); }},
     {"shifted", "100 bytes more in ALL",
      [](auto &f, auto &) { return with(f.data, f.middle_entry(VIEW_ALL) + 3, noise(100)); }},
     {"shifted", "a sector more in front of the records",
      [](auto &f, auto &) { return with(f.data, f.first_record(), bytes(sector, '\0')); }},
     {"shifted", "1 byte more in a service", [](auto &f, auto &) { return with(f.data, middle(f.services) + 50, "x"); }},
     {"shifted", "a page more among the records",
-     [](auto &f, auto &) { return with(f.data, f.among_records(40), bytes(page, '\xFF')); }},
+     [](auto &f, auto &) { return with(f.data, f.among_records(40), bytes(page_size, '\xFF')); }},
     {"shifted", "1 byte less in ALL", [](auto &f, auto &) { return without(f.data, f.middle_entry(VIEW_ALL) + 9, 1); }},
     {"shifted", "an entry less in ALL", [](auto &f, auto &) { return without(f.data, f.middle_entry(VIEW_ALL), 24); }},
     {"shifted", "100 bytes less in the provider table",
-     [](auto &f, auto &) { return without(f.data, providers + 150, 100); }},
+     [](auto &f, auto &) { return without(f.data, provider_table + 150, 100); }},
     {"shifted", "a sector less among the records",
      [](auto &f, auto &) { return without(f.data, f.among_records(50), sector); }},
     {"shifted", "1 byte less at two places of ALL",
      [](auto &f, auto &) {
-       return without(without(f.data, f.middle_entry(VIEW_ALL) + entry_size * 3 + 2, 1), all + entry_size + 10, 1);
+       return without(without(f.data, f.middle_entry(VIEW_ALL) + entry_size * 3 + 2, 1), all_view + entry_size + 10, 1);
      }},
     {"shifted", "7 bytes less in ALL, 5 in the favourites",
      [](auto &f, auto &) {
@@ -144,7 +144,7 @@ constexpr damage_kind kinds[] = {
     {"shifted", "bytes less in the providers, ALL and TV",
      [](auto &f, auto &) {
        return without(without(without(f.data, f.middle_entry(VIEW_TV) + 11, 2), f.middle_entry(VIEW_ALL) + 4, 9),
-                      providers + 40, 30);
+                      provider_table + 40, 30);
      }},
     {"shifted", "10 bytes less in ALL, 10 more in TV",
      [](auto &f, auto &) {
@@ -153,11 +153,11 @@ constexpr damage_kind kinds[] = {
 
     {"zeroed", "the first sector", [](auto &f, auto &) { return zeroed(f.data, 0, sector); }},
     {"zeroed", "the second sector", [](auto &f, auto &) { return zeroed(f.data, sector, sector); }},
-    {"zeroed", "the first page", [](auto &f, auto &) { return zeroed(f.data, 0, page); }},
-    {"zeroed", "the first entry of ALL", [](auto &f, auto &) { return zeroed(f.data, all, entry_size); }},
+    {"zeroed", "the first page", [](auto &f, auto &) { return zeroed(f.data, 0, page_size); }},
+    {"zeroed", "the first entry of ALL", [](auto &f, auto &) { return zeroed(f.data, all_view, entry_size); }},
     {"zeroed", "a sector in ALL",
      [](auto &f, auto &) { return zeroed(f.data, sector_of(f.middle_entry(VIEW_ALL)), sector); }},
-    {"zeroed", "the whole ALL view", [](auto &f, auto &) { return zeroed(f.data, all, 5000 * entry_size + 2); }},
+    {"zeroed", "the whole ALL view", [](auto &f, auto &) { return zeroed(f.data, all_view, 5000 * entry_size + 2); }},
     {"zeroed", "the counts of ALL and TV",
      [](auto &f, auto &) { return zeroed(zeroed(f.data, list_field::vnumber, 2), list_field::tv_vnumber, 2); }},
     {"zeroed", "the names of the favourites",
@@ -171,7 +171,8 @@ constexpr damage_kind kinds[] = {
     {"zeroed", "a transponder's record",
      [](auto &f, auto &) { return zeroed(f.data, middle(f.transponders), transponder_size); }},
     {"zeroed", "a service", [](auto &f, auto &) { return zeroed(f.data, middle(f.services), service_size); }},
-    {"zeroed", "a page among the records", [](auto &f, auto &) { return zeroed(f.data, f.among_records(60), page); }},
+    {"zeroed", "a page among the records",
+     [](auto &f, auto &) { return zeroed(f.data, f.among_records(60), page_size); }},
     {"zeroed", "the last sector", [](auto &f, auto &) { return zeroed(f.data, f.data.size() - sector, sector); }},
 
     {"overwritten", "the first sector, by noise", [](auto &f, auto &) { return over(f.data, 0, noise(sector)); }},
@@ -181,9 +182,9 @@ constexpr damage_kind kinds[] = {
     {"overwritten", "a sector of ALL, erased",
      [](auto &f, auto &) { return erased(f.data, sector_of(f.middle_entry(VIEW_ALL)), sector); }},
     {"overwritten", "a page among the records, erased",
-     [](auto &f, auto &) { return erased(f.data, f.among_records(30), page); }},
+     [](auto &f, auto &) { return erased(f.data, f.among_records(30), page_size); }},
     {"overwritten", "a page among the records, by noise",
-     [](auto &f, auto &) { return over(f.data, f.among_records(70), noise(page)); }},
+     [](auto &f, auto &) { return over(f.data, f.among_records(70), noise(page_size)); }},
     {"overwritten", "a service's name, by a log",
      [](auto &f, auto &) { return over(f.data, middle(f.services) + service_field::name, bytes(log_text)); }},
 
@@ -211,14 +212,15 @@ constexpr damage_kind kinds[] = {
      }},
     {"swapped", "two sectors of ALL",
      [](auto &f, auto &) {
-       const std::size_t a = sector_of(all + sector);
+       const std::size_t a = sector_of(all_view + sector);
        return swapped(f.data, a, a + sector, a + sector, a + 2 * sector);
      }},
     {"swapped", "two pages among the records",
      [](auto &f, auto &) {
        const std::size_t a = f.among_records(10);
-       const std::size_t b = f.data.size() - page;
-       return a + page < b ? swapped(f.data, a, a + page, b, b + page) : swapped(f.data, a, a + sector, b, b + sector);
+       const std::size_t b = f.data.size() - page_size;
+       return a + page_size < b ? swapped(f.data, a, a + page_size, b, b + page_size)
+                                : swapped(f.data, a, a + sector, b, b + sector);
      }},
     {"swapped", "the halves of the file",
      [](auto &f, auto &) { return f.data.substr(f.data.size() / 2) + f.data.substr(0, f.data.size() / 2); }},
@@ -234,7 +236,7 @@ constexpr damage_kind kinds[] = {
     {"duplicated", "a service",
      [](auto &f, auto &) { return with(f.data, middle(f.services), f.data.substr(middle(f.services), service_size)); }},
     {"duplicated", "a page among the records",
-     [](auto &f, auto &) { return with(f.data, f.among_records(50), f.data.substr(f.among_records(50), page)); }},
+     [](auto &f, auto &) { return with(f.data, f.among_records(50), f.data.substr(f.among_records(50), page_size)); }},
 
     {"text mode", "LF to CRLF", [](auto &f, auto &) { return replaced(f.data, "\n", "\r\n"); }},
     {"text mode", "CRLF to LF", [](auto &f, auto &) { return replaced(f.data, "\r\n", "\n"); }},
@@ -251,11 +253,12 @@ constexpr damage_kind kinds[] = {
     {"two files", "the list's own record of another",
      [](auto &f, auto &o) { return o.data.substr(0, o.first_record()) + f.data.substr(f.first_record()); }},
     {"two files", "a page of another among the records",
-     [](auto &f, auto &o) { return over(f.data, f.among_records(40), o.data.substr(o.first_record(), page)); }},
+     [](auto &f, auto &o) { return over(f.data, f.among_records(40), o.data.substr(o.first_record(), page_size)); }},
 
     {"one bit", "of the version", [](auto &f, auto &) { return flipped(f.data, 0, 1); }},
     {"one bit", "of the current view", [](auto &f, auto &) { return flipped(f.data, list_field::vch_type, 0); }, true},
-    {"one bit", "of a provider's id", [](auto &f, auto &) { return flipped(f.data, providers + group_field::id, 3); }},
+    {"one bit", "of a provider's id",
+     [](auto &f, auto &) { return flipped(f.data, provider_table + group_field::id, 3); }},
     {"one bit", "of ALL's count", [](auto &f, auto &) { return flipped(f.data, list_field::vnumber, 2); }},
     {"one bit", "of the count of providers",
      [](auto &f, auto &) { return flipped(f.data, group_place(GROUP_PROVIDER).count, 0); }},

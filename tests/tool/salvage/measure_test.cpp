@@ -26,7 +26,7 @@ using namespace tool_test;
 using salvage_test::damage_kind;
 using salvage_test::sound_file;
 
-const std::string page = std::string(CHANNEL_SAMPLES_DIR) + "/../docs/damaged-files.md";
+const std::string page_of_damage = std::string(CHANNEL_SAMPLES_DIR) + "/../docs/damaged-files.md";
 constexpr const char *table_heading = "| Damage | |";
 
 // A line-up of a broadcaster's size: names with and without accents, providers, genres and favourites.
@@ -169,11 +169,11 @@ TEST_F(SalvageMeasure, TheTableOfThePageIsWhatIsMeasured) {
     }
     table += '\n';
   }
-  const std::string text = read_file(page);
+  const std::string text = read_file(page_of_damage);
   const std::string before = table_in(text);
 
   if (const char *update = std::getenv("CHANNEL_UPDATE_TABLES"); update != nullptr && before != "") {
-    write_file(page, bytes(text).replace(text.find(before), before.size(), table));
+    write_file(page_of_damage, bytes(text).replace(text.find(before), before.size(), table));
   } else {
     EXPECT_EQ(table, before) << "CHANNEL_UPDATE_TABLES=1 writes the page's table anew";
   }

@@ -109,9 +109,8 @@ class search {
     for (doubtful_service &each : made_.doubtful) {
       std::erase_if(each.candidates, [&](std::size_t place) { return is_found[place]; });
     }
-    std::erase_if(made_.doubtful, [&](const doubtful_service &each) {
-      return was_found[each.before] || each.candidates.empty();
-    });
+    std::erase_if(made_.doubtful,
+                  [&](const doubtful_service &each) { return was_found[each.before] || each.candidates.empty(); });
   }
 
   const line_up &before_;

@@ -34,8 +34,8 @@ struct doubtful_service {
 
 struct rescan {
   std::vector<kept_service> found;  // in the order of the newer list
-  std::vector<std::size_t> gone;     // those in doubt among them
-  std::vector<std::size_t> added;    // candidates among them
+  std::vector<std::size_t> gone;    // those in doubt among them
+  std::vector<std::size_t> added;   // candidates among them
   std::vector<doubtful_service> doubtful;
 };
 

@@ -90,8 +90,9 @@ std::vector<source> sources_of(const line_up &list) {
     }
   }
   std::vector<source> made;
-  std::ranges::transform(order, std::back_inserter(made),
-                         [&](std::uint8_t index) { return source{index, names.at(index)}; });
+  std::ranges::transform(order, std::back_inserter(made), [&](std::uint8_t index) {
+    return source{index, names.at(index)};
+  });
   return made;
 }
 

@@ -45,8 +45,7 @@ line_up line_up_to_compare(const channel_file &input, std::vector<std::string> &
 }
 
 json json_of_files(const diff_options &options, bool is_changed) {
-  return {
-      {"before_file", options.before.string()}, {"after_file", options.after.string()}, {"is_changed", is_changed}};
+  return {{"before_file", options.before.string()}, {"after_file", options.after.string()}, {"is_changed", is_changed}};
 }
 
 line_up numbered_alike(const line_up &was, line_up is, const fs::path &path, comparison &found) {

@@ -76,8 +76,8 @@ told_changes changes_in(const scan_difference &found) {
     const line_up_service &was = found.before.services[each.before];
     const line_up_service &is = found.after.services[each.after];
     if (is_moved(each)) {
-      told.moved.push_back(fmt::format("{} -> {}, found by {}", describe(known_as(was)), describe(known_as(is)),
-                                       text_of(each.by)));
+      told.moved.push_back(
+          fmt::format("{} -> {}, found by {}", describe(known_as(was)), describe(known_as(is)), text_of(each.by)));
     }
     if (is_renamed(found, each)) {
       told.renamed.push_back(fmt::format("{} -> {}", describe(known_as(was)), shown(is.name)));

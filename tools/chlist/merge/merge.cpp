@@ -132,9 +132,8 @@ void report_findings(const merge_options &options, const merge_outcome &outcome)
   for (const std::string &note : outcome.notes) {
     print_message(fmt::format("{}: {}", options.scan.string(), note));
   }
-  print_messages<doubtful_move>(
-      options.scan, "in doubt", outcome.doubtful, options.shows_all,
-      [](const auto &service) { return fmt::format("in doubt: {}", doubt_text(service)); });
+  print_messages<doubtful_move>(options.scan, "in doubt", outcome.doubtful, options.shows_all,
+                                [](const auto &service) { return fmt::format("in doubt: {}", doubt_text(service)); });
   print_messages<placed_entry>(options.list, "dropped, resolves to no service", outcome.dropped, options.shows_all,
                                [](const auto &entry) { return "dropped, resolves to no service: " + describe(entry); });
   print_messages<known_service>(options.scan, "taken once, occurs twice", outcome.duplicates, options.shows_all,
@@ -161,8 +160,8 @@ void print_table(const std::vector<changed_service> &services) {
   for (const changed_service &service : services) {
     const channel::identity &id = service.known.id;
     fmt::print("  {:>3} {:>7} {:>5} {:>10} {:>3} {:>7} {:>4}  {}: {}\n", id.net_index, id.network_id, id.ts_id,
-               id.frequency, polarisation_letter(id), id.service_id, service.service_type, entries_text(service.entries),
-               shown(service.known.name));
+               id.frequency, polarisation_letter(id), id.service_id, service.service_type,
+               entries_text(service.entries), shown(service.known.name));
   }
 }
 
@@ -280,22 +279,25 @@ command merge_command() {
   return {
       .name = "merge",
       .summary = "Merge a new channel list into a channel file",
-      .details = {"Services that LIST does not hold are added behind the others; services that SCAN lacks are deleted with "
-                  "all their entries, favourites included; services in both stay as LIST has them, and so do its "
-                  "settings. A service that moved, to another transponder or under other ids, is found again by its "
-                  "network and service id or by its name and type, and keeps its numbers, marks, name and favourites; "
-                  "where several could be it, that is said and it is not guessed. Sources are paired by their names or "
-                  "orbital positions when the files number them differently, and added services are in the groups that "
-                  "have the names of those in SCAN. Both files are of version 10 and are only read. OUT is replaced as "
-                  "a whole or not at all; it may be LIST, but not SCAN."},
+      .details =
+          {"Services that LIST does not hold are added behind the others; services that SCAN lacks are deleted with "
+           "all their entries, favourites included; services in both stay as LIST has them, and so do its "
+           "settings. A service that moved, to another transponder or under other ids, is found again by its "
+           "network and service id or by its name and type, and keeps its numbers, marks, name and favourites; "
+           "where several could be it, that is said and it is not guessed. Sources are paired by their names or "
+           "orbital positions when the files number them differently, and added services are in the groups that "
+           "have the names of those in SCAN. Both files are of version 10 and are only read. OUT is replaced as "
+           "a whole or not at all; it may be LIST, but not SCAN."},
       .exit_codes = {{"0", "merged (or, with --dry-run, could be)"},
-                     {"1", "the same, with findings: services whose move is in doubt, groups, numbers or moves that do "
-                           "not fit, sources with other names, entries of LIST that resolve to no service were dropped, "
-                           "services that occur twice in SCAN were taken once, added services have no entry in a view "
-                           "because it is full, or LIST holds what cannot be saved again"},
-                     {"2", "nothing was written: bad usage, a SCAN that has no service of LIST, an input that cannot be "
-                           "read, is short or is of another version, an output that cannot be written; or only the "
-                           "report could not be written"}},
+                     {"1",
+                      "the same, with findings: services whose move is in doubt, groups, numbers or moves that do "
+                      "not fit, sources with other names, entries of LIST that resolve to no service were dropped, "
+                      "services that occur twice in SCAN were taken once, added services have no entry in a view "
+                      "because it is full, or LIST holds what cannot be saved again"},
+                     {"2",
+                      "nothing was written: bad usage, a SCAN that has no service of LIST, an input that cannot be "
+                      "read, is short or is of another version, an output that cannot be written; or only the "
+                      "report could not be written"}},
       .examples = {"chlist merge channels.dat scan.dat --dry-run",
                    "chlist merge channels.dat scan.dat -o channels.dat --keep-missing --new-numbers 900"},
       .options =
@@ -307,8 +309,9 @@ command merge_command() {
             .about = "keep services that SCAN lacks, as after a scan of one satellite"},
            {.names = "--new-numbers",
             .target = &options->new_numbers,
-            .about = "of added services: next (behind the largest), from N (free ones from there on), or service-id (as "
-                     "receivers number them: modulo 16384, which may give numbers twice)",
+            .about =
+                "of added services: next (behind the largest), from N (free ones from there on), or service-id (as "
+                "receivers number them: modulo 16384, which may give numbers twice)",
             .value = "HOW"},
            {.names = "--force", .target = &options->is_forced, .about = "merge a SCAN that has no service of LIST"},
            {.names = "--dry-run", .target = &options->is_dry_run, .about = "show what a merge would do; write nothing"},

@@ -204,8 +204,8 @@ class merge {
     }
     for (const paired_source &source : outcome_.sources) {
       if (source.is_renamed) {
-        outcome_.notes.push_back(fmt::format("network index {} has another name: {}", source.net_index,
-                                             shown(source.name)));
+        outcome_.notes.push_back(
+            fmt::format("network index {} has another name: {}", source.net_index, shown(source.name)));
       }
     }
   }
@@ -263,8 +263,8 @@ class merge {
       missing_.insert(address_of(&service));
       return;
     }
-    take_streams(*get_channel_st(wanted.net_index, wanted.network_id, wanted.ts_id, wanted.frequency,
-                                 wanted.service_id, wanted.polarisation),
+    take_streams(*get_channel_st(wanted.net_index, wanted.network_id, wanted.ts_id, wanted.frequency, wanted.service_id,
+                                 wanted.polarisation),
                  scanned);
     outcome_.moved.push_back({known_as(was), wanted, found.by, {}});
   }

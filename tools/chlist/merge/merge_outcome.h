@@ -57,14 +57,14 @@ struct merge_outcome {
   std::vector<changed_service> deleted;
   std::vector<moved_service> moved;
   std::vector<renamed_service> renamed;
-  std::vector<doubtful_move> doubtful;     // each of them is deleted, or missing
-  std::vector<changed_service> missing;    // that the new list lacks, and that stay
-  std::size_t kept = 0;                    // those that moved and those that are missing among them
-  std::vector<placed_entry> dropped;       // entries of the list that resolved to no service before
-  std::vector<known_service> duplicates;   // services of the new list that occur twice in it
+  std::vector<doubtful_move> doubtful;    // each of them is deleted, or missing
+  std::vector<changed_service> missing;   // that the new list lacks, and that stay
+  std::size_t kept = 0;                   // those that moved and those that are missing among them
+  std::vector<placed_entry> dropped;      // entries of the list that resolved to no service before
+  std::vector<known_service> duplicates;  // services of the new list that occur twice in it
   std::vector<full_view> full;
-  std::vector<std::string> lost;           // what of the list's file cannot be saved again
-  std::vector<std::string> notes;          // groups and numbers that do not fit
+  std::vector<std::string> lost;   // what of the list's file cannot be saved again
+  std::vector<std::string> notes;  // groups and numbers that do not fit
 
   [[nodiscard]] bool has_findings() const;
 };
