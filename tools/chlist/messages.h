@@ -25,14 +25,14 @@ void print_message(std::string_view text);
 template <class Record>
 void print_messages(const std::filesystem::path &file, std::string_view kind, const std::vector<Record> &records,
                     bool shows_all, const std::function<std::string(const Record &)> &text_of) {
-  first_of_a_kind shown(shows_all);
+  first_of_a_kind printed(shows_all);
   const std::string beginning = file.string() + ": ";
   for (const Record &record : records) {
-    if (shown.takes(std::string(kind))) {
+    if (printed.takes(std::string(kind))) {
       print_message(beginning + text_of(record));
     }
   }
-  for (const auto &[of_kind, count] : shown.left_out()) {
+  for (const auto &[of_kind, count] : printed.left_out()) {
     print_message(beginning + "and " + std::to_string(count) + " more: " + of_kind + " (--all)");
   }
 }
