@@ -7,10 +7,7 @@
 
 namespace {
 
-std::string written(const chlist::line_up &list) {
-  chlist::loss_counts lost;
-  return chlist::write_dvbv5(list, lost).at(0).text;
-}
+std::string written(const chlist::line_up &list) { return chlist::write_dvbv5(list, {}).files.at(0).text; }
 
 chlist::line_up read(std::string_view text) {
   chlist::loss_counts lost;
