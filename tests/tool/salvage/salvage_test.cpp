@@ -107,6 +107,24 @@ TEST_F(SalvageTool, WhatIsLostIsShownWithItsPlaces) {
           "Lost bytes, which belong to no record:", "     461408  100 bytes"}));
 }
 
+TEST_F(SalvageTool, OfManyFindingsOfAKindTheFirstTenAreShownOrAll) {
+  channel_file file = whole_file();
+  for (int n = 0; n < 12; ++n) {
+    file.entry(VIEW_USER, {.service_id = static_cast<std::uint16_t>(100 + n)}, n + 1);
+  }
+  const auto lost_entries = [](const std::string &text) {
+    return std::ranges::count_if(lines_of(text),
+                                 [](const std::string &line) { return line.starts_with("  the USER"); });
+  };
+
+  const program_result first = salvage(file.data);
+
+  EXPECT_EQ(lost_entries(first.out), 10);
+  EXPECT_TRUE(has_line(first.out, "        ...  and 2 more (--all)")) << first.out;
+  EXPECT_EQ(lost_entries(salvage(file.data, {"--all"}).out), 12);
+  EXPECT_EQ(json::parse(salvage(file.data, {"--json"}).out)["lost"]["lost_entries"].size(), 12U);
+}
+
 TEST_F(SalvageTool, JsonTellsTheSame) {
   const program_result result = salvage(whole_file().data.substr(0, third_service + 100), {"--json"});
 

@@ -18,6 +18,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/files/file_records.h"
+#include "chlist/first_of_a_kind.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/new_list.h"
@@ -145,17 +146,32 @@ json json_of_outcome(const salvage_options &options, const salvage_outcome &outc
 
 void print_heading(const std::string &text, style look) { fmt::print("{}\n", painted(text, look)); }
 
-template <class Record>
-void print_list(const std::vector<Record> &records, const std::string &heading,
-                const std::function<std::string(const Record &)> &text) {
-  if (records.empty()) {
-    return;
+// Of each list the first ten lines, unless all are asked for.
+class printed_lists {
+ public:
+  explicit printed_lists(bool shows_all) : shows_all_(shows_all) {}
+
+  template <class Record>
+  void print(const std::vector<Record> &records, const std::string &heading,
+             const std::function<std::string(const Record &)> &text) const {
+    if (records.empty()) {
+      return;
+    }
+    print_heading(heading, style::yellow);
+    first_of_a_kind printed(shows_all_);
+    for (const Record &record : records) {
+      if (printed.takes(heading)) {
+        fmt::print("  {}\n", text(record));
+      }
+    }
+    for (const auto &[kind, count] : printed.left_out()) {
+      fmt::print("        ...  and {} more (--all)\n", count);
+    }
   }
-  print_heading(heading, style::yellow);
-  for (const Record &record : records) {
-    fmt::print("  {}\n", text(record));
-  }
-}
+
+ private:
+  bool shows_all_;
+};
 
 std::string text_of_placed(const placed_service &service) {
   return fmt::format("{:>9}  {}", service.offset, describe(service.known));
@@ -288,10 +304,10 @@ std::string text_of_range(const byte_range &range) {
 }
 
 // Entries that resolve to no service are among the lost ones.
-void print_conversion(const conversion &converted) {
+void print_conversion(const conversion &converted, const printed_lists &lists) {
   print_losses(converted);
-  print_list<known_service>(converted.duplicates, "The conversion dropped services:", text_of_duplicate);
-  print_list<cut_array>(converted.cut, "Counts outside their arrays:", text_of_cut);
+  lists.print<known_service>(converted.duplicates, "The conversion dropped services:", text_of_duplicate);
+  lists.print<cut_array>(converted.cut, "Counts outside their arrays:", text_of_cut);
 }
 
 // A file has no checksum: of what stands in it once nothing tells whether it is as it was.
@@ -312,30 +328,31 @@ void print_comparison(const salvage_options &options, const salvage_outcome &out
 }
 
 void print_outcome(const salvage_options &options, const salvage_outcome &outcome) {
+  const printed_lists lists(options.shows_all);
   print_recovered(options, outcome);
   print_notices(outcome);
-  print_list<corrected_count>(corrected_counts(outcome), "Counts that were corrected:", text_of_count);
-  print_list<lost_group>(outcome.list.groups.lost, "Lost groups:", text_of_group);
-  print_list<found_again>(outcome.list.groups.found, "Found again in other copies:", text_of_found);
+  lists.print<corrected_count>(corrected_counts(outcome), "Counts that were corrected:", text_of_count);
+  lists.print<lost_group>(outcome.list.groups.lost, "Lost groups:", text_of_group);
+  lists.print<found_again>(outcome.list.groups.found, "Found again in other copies:", text_of_found);
   if (outcome.converted) {
-    print_conversion(*outcome.converted);
+    print_conversion(*outcome.converted, lists);
   }
-  print_list<made_record>(outcome.made, "Records made anew from their services:", text_of_made);
-  print_list<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
-  print_list<placed_service>(outcome.contradicted,
-                             "In doubt, the views name other services in their places:", text_of_placed);
-  print_list<placed_entry>(outcome.list.other_numbers, "In doubt, ALL shows them under other numbers:",
-                           [](const placed_entry &entry) { return describe(entry); });
-  print_list<placed_service>(outcome.strangers,
-                             "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
-  print_list<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",
-                           [](const placed_entry &entry) { return describe(entry); });
+  lists.print<made_record>(outcome.made, "Records made anew from their services:", text_of_made);
+  lists.print<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
+  lists.print<placed_service>(outcome.contradicted,
+                              "In doubt, the views name other services in their places:", text_of_placed);
+  lists.print<placed_entry>(outcome.list.other_numbers, "In doubt, ALL shows them under other numbers:",
+                            [](const placed_entry &entry) { return describe(entry); });
+  lists.print<placed_service>(outcome.strangers,
+                              "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
+  lists.print<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",
+                            [](const placed_entry &entry) { return describe(entry); });
   if (outcome.list.blank_entries > 0) {
     print_heading(fmt::format("Lost entries of which nothing is left: {}", outcome.list.blank_entries), style::yellow);
   }
-  print_list<forsaken_record>(outcome.forsaken,
-                              "Lost transponders and networks, none of their services came back:", text_of_forsaken);
-  print_list<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
+  lists.print<forsaken_record>(outcome.forsaken,
+                               "Lost transponders and networks, none of their services came back:", text_of_forsaken);
+  lists.print<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
   print_comparison(options, outcome);
   if (!outcome.has_findings()) {
     print_heading(text_of_soundness(options, outcome), style::green);
@@ -435,7 +452,10 @@ command salvage_command() {
             .target = &options->like,
             .about = "another copy of the list, or one that is like it",
             .value = "LIST"},
-           {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+           {.names = "--all",
+            .target = &options->shows_all,
+            .about = "tell every finding, not only the first ten of each kind"},
+           {.names = "--json", .target = &options->as_json, .about = "report as JSON, every finding included"}},
       .run = [options] { return make_new_list(*options, road); }};
 }
 
