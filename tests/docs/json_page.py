@@ -60,10 +60,12 @@ def write_inputs(folder, root):
         shutil.copy(root / "tests/golden" / name, folder)
     conf = (root / "samples/channels.conf").read_text()
     (folder / "bad.conf").write_text(conf + "broken\n")
-    # Sources in another order, a service on another transponder, one with another name, and ids with another service.
+    # Sources in another order, a service on another transponder, one with another name, and one that two could be.
     moved = "\n".join(reversed([line for line in conf.splitlines() if not line.startswith(":")])) + "\n"
     moved = moved.replace("Weatherglass;Meridian:11662:H", "Weatherglass;Meridian:11700:H").replace("Delta Shop", "Shop")
     moved = moved.replace("Harbour 7;Quayside:11345", "Haven;Quayside:11400")
+    arena = next(line for line in moved.splitlines() if line.startswith("Arena Live"))
+    moved = moved.replace(arena, arena.replace(":3303:", ":3903:") + "\n" + arena.replace(":3303:", ":3904:"))
     (folder / "moved.conf").write_text(moved)
     for name, count in (("full.conf", RADIO_VIEW), ("fuller.conf", RADIO_VIEW + 1)):
         (folder / name).write_text("".join(RADIO.format(number) for number in range(1, count + 1)))

@@ -6,6 +6,7 @@
 
 #include "chlist/exit_codes.h"
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/edit_lock.h"
 #include "chlist/files/list_file.h"
 #include "chlist/report.h"
 
@@ -29,6 +30,7 @@ struct new_list_road {
 template <class Options, class Result>
 int make_new_list(const Options &options, const new_list_road<Options, Result> &road) {
   must_differ(options.input, options.output);
+  const edit_lock lock(options.output);
   const Result result = road.make(options);
   save_list_as(options.output);
   print_report([&] {

@@ -218,9 +218,9 @@ TEST_F(Diff, SourcesThatAreNumberedOtherwiseArePairedByTheirNames) {
   const program_result result = run({"diff", "old.dat", "new.dat"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "chlist: diff: new.dat: paired by name: network index 1 (\"S13.0E\") is 2\n"
-                        "chlist: diff: new.dat: paired by name: network index 2 (\"S19.2E\") is 1\n");
-  EXPECT_EQ(result.out, "no differences\n");
+  EXPECT_EQ(result.err, "chlist: diff: new.dat: network index 1 (\"S13.0E\") is 2 in the other list\n"
+                        "chlist: diff: new.dat: network index 2 (\"S19.2E\") is 1 in the other list\n");
+  EXPECT_EQ(result.out, "no differences but in the numbers of sources\n");
 }
 
 TEST_F(Diff, OfScansTellsWhatBecameOfTheServices) {

@@ -86,9 +86,10 @@ TEST_F(MergeTool, OutputThatCannotBeWrittenIsRefused) {
 }
 
 TEST_F(MergeTool, AFailedWriteLeavesTheListAndNoOtherFile) {
-  const program_result result = run_program(
-      {"/bin/sh", "-c", "trap '' XFSZ; ulimit -f 100; exec " CHLIST_PROGRAM " merge list.dat scan.dat -o list.dat"},
-      dir.path());
+  const program_result result = run_program({"/bin/sh", "-c",
+                                             "trap '' XFSZ; ulimit -f 100; exec " CHLIST_PROGRAM
+                                             " merge list.dat scan.dat -o list.dat --no-backup"},
+                                            dir.path());
 
   EXPECT_EQ(result.exit_code, 2);
   EXPECT_EQ(result.err, "chlist: merge: list.dat: the channel file could not be written\n");

@@ -2,7 +2,9 @@
 // names of groups, numbers.
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "chlist/json/json.h"
@@ -103,7 +105,7 @@ TEST_F(Rescan, SourcesInAnotherOrderArePairedByTheirNames) {
 
   EXPECT_EQ(result.exit_code, 0) << result.err;
   EXPECT_TRUE(has_line(result.out, "out.dat: 0 services added, 0 deleted, 2 kept")) << result.out;
-  EXPECT_TRUE(has_line(result.out, "Paired by name: network index 1 (\"Hotbird 13\u00B0E\") is 2")) << result.out;
+  EXPECT_TRUE(has_line(result.out, "Network index 1 (\"Hotbird 13\u00B0E\") is 2 in the other list")) << result.out;
   load_merged();
   EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102}));
 }
@@ -165,10 +167,13 @@ TEST_F(Rescan, AServiceThatMovedKeepsWhatTheUserMadeOfIt) {
 
   EXPECT_EQ(result.exit_code, 0) << result.err;
   EXPECT_TRUE(has_line(result.out, "out.dat: 0 services added, 0 deleted, 2 kept, 1 of them moved")) << result.out;
-  EXPECT_TRUE(has_line(result.out, "  1:1:100:11000000H:2 -> 1:1:200:12000000H:2 by ids  ALL 102, TV 102, favourites 1 "
-                                   "\"Best\" 102: \"films\""))
+  EXPECT_TRUE(has_line(result.out,
+                       "  1:1:100:11000000H:2 -> 1:1:200:12000000H:2 by name  ALL 102, TV 102, favourites 1 "
+                       "\"Best\" 102: \"films\""))
       << result.out;
-  EXPECT_TRUE(has_line(result.out, "  \"films\" (net 1, network 1, ts 100, 11000000 H, service 2): \"Films\" there"))
+  EXPECT_TRUE(has_line(result.out,
+                       "  \"films\" (net 1, network 1, ts 100, 11000000 H, service 2)  ALL 102, TV 102, favourites "
+                       "1 \"Best\" 102: \"Films\" there"))
       << result.out;
   load_merged();
   EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102}));
@@ -229,20 +234,180 @@ TEST_F(Rescan, WhatCouldBeSeveralServicesIsInDoubtAndNotGuessed) {
   EXPECT_EQ(result.err,
             "chlist: merge: scan.dat: in doubt: \"Films\" (net 1, network 1, ts 100, 11000000 H, service 2) "
             "may have become \"Films\" (net 1, network 1, ts 100, 11000000 H, service 77), or one of 1 "
-            "other\n");
-  EXPECT_TRUE(has_line(result.out, "out.dat: 2 services added, 1 deleted, 1 kept")) << result.out;
+            "other; it stays: ALL 102, TV 102, favourites 1 \"Best\" 102\n");
+  EXPECT_TRUE(has_line(result.out, "out.dat: 2 services added, 0 deleted, 2 kept, 1 of them missing in the new list"))
+      << result.out;
+  EXPECT_TRUE(has_line(merge({"--force"}).out, "out.dat: 2 services added, 1 deleted, 1 kept"));
 }
 
-TEST_F(Rescan, IdsThatWentToAnotherNameAreInDoubt) {
+TEST_F(Rescan, IdsOnAnotherTransponderAreTheServiceUnderAnotherName) {
   service_data other = at(films, 200, other_frequency);
-  other.name = "Shop";
+  other.name = "Films HD";
   write_scan(scan_of({news, other}));
 
   const json report = merged_json();
 
-  EXPECT_EQ(names_in(report["doubtful"]), names{"Films"});
-  EXPECT_EQ(names_in(report["doubtful"][0]["candidates"]), names{"Shop"});
-  EXPECT_EQ(names_in(report["removed"]), names{"Films"});
+  EXPECT_EQ(report["moved"][0]["found_by"], "ids");
+  EXPECT_EQ(report["renamed"][0]["new_name"], "Films HD");
+  EXPECT_EQ(report["renamed"][0]["entries"].size(), 3U);
+  EXPECT_EQ(report["removed"].size(), 0U);
+}
+
+// Names tell which service it is when the ids were given anew.
+TEST_F(Rescan, ServicesMayChangeTheirIds) {
+  service_data one = news;
+  service_data other = films;
+  std::swap(one.service_id, other.service_id);
+  write_scan(scan_of({one, other}));
+
+  const json report = merged_json();
+
+  EXPECT_EQ(report["moved"].size(), 2U);
+  EXPECT_EQ(report["renamed"].size(), 0U);
+  load_merged();
+  EXPECT_STREQ(list.favorite_vch[0][0].rch->name[0].text, "Films");
+  EXPECT_EQ(list.favorite_vch[0][0].rch->service_id, 1);
+  EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102}));
+}
+
+TEST_F(Rescan, AServiceMayTakeTheIdsOfOneThatGoes) {
+  service_data shifted = films;
+  shifted.service_id = news.service_id;
+  write_scan(scan_of({shifted}));
+
+  const json report = merged_json();
+
+  EXPECT_EQ(names_in(report["moved"]), names{"Films"});
+  EXPECT_EQ(names_in(report["removed"]), names{"News"});
+  load_merged();
+  EXPECT_EQ(majors(VIEW_ALL), std::vector<int>{102});
+  EXPECT_EQ(majors(VIEW_FAVOURITE), std::vector<int>{102});
+}
+
+TEST_F(Rescan, WhatGoesMakesRoomForWhatComes) {
+  channel_file own;
+  channel_file scan;
+  for (std::uint16_t id = 0; id < MAX_RADIO_CHANNEL; ++id) {
+    const service_data gone = {.service_id = static_cast<std::uint16_t>(1000 + id),
+                               .service_type = SERVICE_TYPE_RADIO,
+                               .name = "Old " + std::to_string(id)};
+    own.service(gone).entry(VIEW_ALL, gone, id + 1).entry(VIEW_RADIO, gone, id + 1);
+    scan.service({.service_id = static_cast<std::uint16_t>(3000 + id),
+                  .service_type = SERVICE_TYPE_RADIO,
+                  .name = "New " + std::to_string(id)});
+  }
+  set(own.service(news).entry(VIEW_ALL, news, 4000), scan.service(news));
+
+  EXPECT_EQ(merge().exit_code, 0);
+
+  load_merged();
+  EXPECT_EQ(list.radio_vnumber, MAX_RADIO_CHANNEL);
+  EXPECT_EQ(list.vnumber, MAX_RADIO_CHANNEL + 1);
+}
+
+TEST_F(Rescan, ASourceOfWhichTheScanHasNothingIsTold) {
+  const service_data far = in_network(films, 2, 5);
+  channel_file own;
+  own.network(1, 1, "S19.2E").service(news).network(2, 5, "S13.0E").service(far);
+  own.entry(VIEW_ALL, news, 101).entry(VIEW_ALL, far, 102);
+  channel_file scan;
+  scan.network(1, 1, "S19.2E").service(news);
+  set(own, scan);
+
+  const program_result result = merge();
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "chlist: merge: scan.dat: has no service of network index 2 of the list: 1 go; "
+                        "--keep-missing keeps them\n");
+}
+
+TEST_F(Rescan, ASourceIsKnownByTheNamesOfAllItsNetworks) {
+  channel_file own;
+  own.network(1, 1, "ASTRA").service(news).network(1, 133, "SKY").service(in_network(music, 1, 133));
+  own.network(2, 7, "HOTBIRD").service(in_network(films, 2, 7));
+  channel_file scan;
+  scan.network(1, 7, "HOTBIRD").service(in_network(films, 1, 7)).network(2, 133, "SKY");
+  scan.service(in_network(music, 2, 133)).network(2, 1, "ASTRA").service(in_network(news, 2));
+  set(own, scan);
+
+  EXPECT_EQ(merged_json()["kept"], 3);
+}
+
+TEST_F(Rescan, SourcesAtOnePositionAreToldApartByTheirNames) {
+  channel_file own;
+  own.network(1, 1, "Dish A 19.2E").service(news).network(2, 1, "Dish B 19.2E").service(in_network(films, 2));
+  channel_file scan;
+  scan.network(1, 1, "Dish B 19.2E").service(films).network(2, 1, "Dish A 19.2E").service(in_network(news, 2));
+  set(own, scan);
+
+  EXPECT_EQ(merged_json()["kept"], 2);
+}
+
+TEST_F(Rescan, NamelessSourcesArePairedByTheirNetworkIds) {
+  channel_file own;
+  own.network(1, 1, "").service(news).network(2, 5, "").service(in_network(films, 2, 5));
+  channel_file scan;
+  scan.network(1, 5, "").service(in_network(films, 1, 5)).network(2, 1, "").service(in_network(news, 2));
+  set(own, scan);
+
+  EXPECT_EQ(merged_json()["kept"], 2);
+}
+
+TEST_F(Rescan, AForeignSatelliteIsNoneOfTheLists) {
+  channel_file own;
+  own.network(1, 1, "Astra").service(news).network(2, 5, "Hotbird").service(in_network(films, 2, 5));
+  channel_file scan;
+  scan.network(1, 9, "Turksat").service(in_network(music, 1, 9)).network(2, 5, "Hotbird");
+  scan.service(in_network(films, 2, 5));
+  set(own, scan);
+
+  const json report = merged_json({"--keep-missing"});
+
+  EXPECT_EQ(report["added"][0]["net_index"], 3);
+  EXPECT_EQ(names_in(report["missing"]), names{"News"});
+}
+
+TEST_F(Rescan, PositionsAreReadInEverySpelling) {
+  for (const char *name : {"S19.2E", "Astra 19.2E", "19,2E", "19.2 East", "19.2\u00B0 e", "Astra 19.2\u00B0Ost"}) {
+    channel_file own;
+    own.network(1, 1, "S19.2E").service(news).network(2, 1, "S13.0E").service(in_network(films, 2));
+    channel_file scan;
+    scan.network(1, 1, "S13.0E").service(films).network(2, 1, name).service(in_network(news, 2));
+    set(own, scan);
+
+    EXPECT_EQ(merged_json()["kept"], 2) << name;
+  }
+}
+
+TEST_F(Rescan, WhatTheOutputWasIsKeptUnlessNothingIsWanted) {
+  const test_support::bytes own = own_list().data;
+  EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "-o", "list.dat"}).exit_code, 0);
+  EXPECT_EQ(read_file(path("list.dat.bak")), own);
+
+  fs::remove(path("list.dat.bak"));
+  write_list(own_list());
+  EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "-o", "list.dat", "--no-backup"}).exit_code, 0);
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "scan.dat"}));
+}
+
+// Many services of one name and one service id, which a scan has elsewhere.
+TEST_F(Rescan, ThousandsInDoubtTakeLittleTime) {
+  channel_file own;
+  channel_file scan;
+  for (std::uint16_t n = 0; n < 2000; ++n) {
+    const service_data regional = at({.service_id = 7, .name = "Regional"}, n, 10'700'000U + 5'000U * n);
+    own.service(regional);
+    scan.service(at(regional, static_cast<std::uint16_t>(n + 3000), 30'700'000U + 5'000U * n));
+  }
+  set(own.service(news), scan.service(news));
+  const std::clock_t begin = std::clock();
+
+  const json report = json::parse(run({"diff", "--scan", "list.dat", "scan.dat", "--json"}).out);
+
+  EXPECT_EQ(report["doubtful"].size(), 2000U);
+  EXPECT_EQ(report["doubtful"][0]["count"], 2000);
+  EXPECT_EQ(report["doubtful"][0]["candidates"].size(), 10U);
+  EXPECT_LT(std::clock() - begin, 5 * CLOCKS_PER_SEC);
 }
 
 TEST_F(Rescan, TwoServicesMayChangePlaces) {
@@ -311,7 +476,7 @@ TEST_F(Rescan, NumbersThatServiceIdsGiveTwiceAreTold) {
   const program_result result = merge({"--new-numbers", "service-id"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "chlist: merge: scan.dat: 1 number in the ALL view more than once since services were added by "
+  EXPECT_EQ(result.err, "chlist: merge: scan.dat: 1 number more than once in a view since services were added by "
                         "their ids, 101 the first of them\n");
 }
 

@@ -10,11 +10,8 @@
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
-#include "chlist/files/distinct_files.h"
 #include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
-#include "chlist/files/list_file.h"
-#include "chlist/files/replacement.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
@@ -127,18 +124,6 @@ command edit_command(const edit_row &row, edit_options &options) {
           .options = all};
 }
 
-// No backup is made of what will not be replaced. The backup replaces neither the input nor, by way of a link, the file
-// that it is made of.
-void save(const edit_options &options) {
-  must_be_replaceable(options.target());
-  if (!options.leaves_no_backup) {
-    must_differ(options.file, backup_of(options.target()));
-    must_differ(options.target(), backup_of(options.target()));
-    keep_backup(options.target());
-  }
-  save_list_as(options.target());
-}
-
 int run_edit(const edit_options &options, const list_edit &apply) {
   std::optional<edit_lock> lock;
   if (!options.is_dry_run) {
@@ -148,7 +133,7 @@ int run_edit(const edit_options &options, const list_edit &apply) {
   edit_result result = edit_in_memory(input, apply);
   if (is_to_be_saved(options, result)) {
     input.must_be_unchanged();
-    save(options);
+    save_edited_list(options.file, options.target(), options.leaves_no_backup);
     result.is_saved = true;
   }
   report(options, result);

@@ -23,6 +23,8 @@
 namespace chlist {
 namespace {
 
+constexpr std::string_view favourites_field = "favourites";
+
 // What it means to a viewer that a field is not what it was; of others the first value tells enough.
 struct meaning {
   std::string_view field;
@@ -213,6 +215,10 @@ std::vector<std::size_t> places_of(const written_list &written, const std::vecto
   return made;
 }
 
+bool carries(const written_list &written, std::string_view name) {
+  return std::ranges::find(written.carried, name, &field::name) != written.carried.end();
+}
+
 // Two fields may tell the same.
 bool is_told_by(const field &which, const field &carried) {
   const auto is_either = [&](std::string_view name) { return which.name == name || carried.name == name; };
@@ -240,8 +246,9 @@ bool is_counted(const field &which) {
          !which.name.ends_with("_table");
 }
 
-void count_round_trip(const records_of_list &before, const std::vector<std::size_t> &places,
-                      const written_list &written, const format &to, loss_counts &lost) {
+// Returns how many favourite groups come back.
+std::size_t count_round_trip(const records_of_list &before, const std::vector<std::size_t> &places,
+                             const written_list &written, const format &to, loss_counts &lost) {
   loss_counts of_reading;
   const line_up read = to.read(source_of(written.files, to.is_folder), of_reading);
   const filled_list filled = fill_list(read, of_reading);
@@ -256,6 +263,7 @@ void count_round_trip(const records_of_list &before, const std::vector<std::size
     counter.count(found);
   }
   count_record_losses(before, {records, after}, pairs, lost);
+  return static_cast<std::size_t>(std::ranges::count_if(after.favourites, &favourite_group::is_counted));
 }
 
 void count_uncarried(const line_up &list, const written_list &written, loss_counts &lost) {
@@ -288,12 +296,12 @@ exported_list export_list(const records_of_list &list, const format &to, const w
     made.lost.add(to.lacks, written.services.size(), std::string(to.without_it));
   }
   if (written.carried.empty()) {
-    count_round_trip(list, given.places, written, to, made.lost);
+    made.favourite_groups = count_round_trip(list, given.places, written, to, made.lost);
   } else {
     count_uncarried(given.list, written, made.lost);
+    made.favourite_groups = carries(written, favourites_field) ? given.list.favourites.size() : 0;
   }
   made.services = written.services.size();
-  made.favourite_groups = given.list.favourites.size();
   made.files = std::move(written.files);
   return made;
 }

@@ -7,6 +7,8 @@
 
 #include <array>
 
+#include "chlist/files/distinct_files.h"
+#include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 
 namespace chlist {
@@ -48,6 +50,16 @@ void keep_backup(const fs::path &file) {
   copy_contents(source, kept.string(), copy);
   copy.take_after(found);
   copy.take_place();
+}
+
+void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup) {
+  must_be_replaceable(target);
+  if (!leaves_no_backup) {
+    must_differ(input, backup_of(target));
+    must_differ(target, backup_of(target));
+    keep_backup(target);
+  }
+  save_list_as(target);
 }
 
 }  // namespace chlist

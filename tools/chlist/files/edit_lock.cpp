@@ -10,6 +10,8 @@
 #include <thread>
 #include <tuple>
 
+#include "chlist/files/replacement.h"
+
 namespace chlist {
 namespace {
 
@@ -17,9 +19,6 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds longest_wait(30);
 constexpr std::chrono::milliseconds pause(5);
-
-// A link is followed as it is when the file is replaced.
-fs::path folder_of(const fs::path &target) { return fs::weakly_canonical(fs::absolute(target)).parent_path(); }
 
 bool is_locked_by_another() { return errno == EWOULDBLOCK || errno == EINTR; }
 
@@ -30,7 +29,7 @@ auto key_of(const struct stat &found) {
 }  // namespace
 
 edit_lock::edit_lock(const fs::path &target)
-    : folder_name_(folder_of(target)),
+    : folder_name_(behind_links(target).parent_path()),
       folder_(::open(folder_name_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_name_) {
   const auto end = std::chrono::steady_clock::now() + longest_wait;
   while (::flock(folder_.get(), LOCK_EX | LOCK_NB) != 0 && is_locked_by_another()) {

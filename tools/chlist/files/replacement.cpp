@@ -38,7 +38,8 @@ std::optional<struct stat> look_at(const fs::path &target) {
 // As many as the system follows.
 constexpr int most_links = 40;
 
-// A link that leads nowhere yet stays one as well, and so do those behind it.
+}  // namespace
+
 fs::path behind_links(const fs::path &target) {
   fs::path place = fs::absolute(target);
   for (int links = 0; links < most_links && fs::is_symlink(place) && !fs::exists(place); ++links) {
@@ -46,8 +47,6 @@ fs::path behind_links(const fs::path &target) {
   }
   return fs::weakly_canonical(place);
 }
-
-}  // namespace
 
 mode_t mode_of_new(mode_t wanted) {
   const mode_t mask = ::umask(0);

@@ -16,6 +16,9 @@ namespace chlist {
 // What the caller's mask leaves of the mode of a new file or folder.
 mode_t mode_of_new(mode_t wanted);
 
+// The file that a link leads to, or will when it is written; a link that leads nowhere yet stays one as well.
+std::filesystem::path behind_links(const std::filesystem::path &target);
+
 // The program works in a descriptor's directory while this lives. The library composes paths of at most 63 characters,
 // so it is given names there.
 class working_directory {

@@ -14,7 +14,36 @@
 namespace chlist {
 namespace {
 
-constexpr std::array<std::string_view, 3> ways = {"identity", "ids", "name"};
+constexpr std::array<std::string_view, 3> ways = {"identity", "name", "ids"};
+constexpr std::size_t most_kept_candidates = 10;
+
+using name_key = std::tuple<std::uint8_t, std::uint8_t, std::string>;
+
+name_key name_key_of(const line_up_service &service) {
+  return {service.fields.net_index, service.fields.service_type, folded(service.name)};
+}
+
+auto ids_key_of(const line_up_service &service) {
+  return std::tuple{service.fields.net_index, service.fields.network_id, service.fields.service_id};
+}
+
+// How many services of a list have a name.
+class name_counts {
+ public:
+  explicit name_counts(const line_up &list) {
+    for (const line_up_service &service : list.services) {
+      ++counts_[name_key_of(service)];
+    }
+  }
+
+  [[nodiscard]] std::size_t of(const line_up_service &service) const {
+    const auto found = counts_.find(name_key_of(service));
+    return found != counts_.end() ? found->second : 0;
+  }
+
+ private:
+  std::map<name_key, std::size_t> counts_;
+};
 
 // The services of both lists that have one key.
 struct alike {
@@ -22,35 +51,52 @@ struct alike {
   std::vector<std::size_t> after;
 };
 
-class search {
+class service_search {
  public:
-  search(const line_up &before, const line_up &after) : before_(before), after_(after) {}
+  service_search(const line_up &before, const line_up &after) : before_(before), after_(after) {}
 
-  rescan made() {
-    pairing same = pair_services(before_, after_);
-    for (const auto &[was, is] : same.both) {
-      made_.found.push_back({was, is, found_by::identity});
+  rescan found() {
+    find_by_identity();
+    find(found_by::name, name_key_of);
+    find(found_by::ids, ids_key_of);
+    std::ranges::sort(result_.found, {}, &kept_service::after);
+    for (auto &[place, each] : doubtful_) {
+      result_.doubtful.push_back(std::move(each));
     }
-    made_.gone = std::move(same.removed);
-    made_.added = std::move(same.added);
-    find(found_by::ids, [](const line_up_service &service) {
-      return std::tuple{service.fields.net_index, service.fields.network_id, service.fields.service_id};
-    });
-    find(found_by::name, [](const line_up_service &service) {
-      return std::tuple{service.fields.net_index, service.fields.service_type, folded(service.name)};
-    });
-    std::ranges::sort(made_.found, {}, &kept_service::after);
-    return std::move(made_);
+    return std::move(result_);
   }
 
  private:
+  // Ids are given anew now and then: a name that stands elsewhere in the other list tells that it was so here.
+  void find_by_identity() {
+    pairing same = pair_services(before_, after_);
+    result_.gone = std::move(same.removed);
+    result_.added = std::move(same.added);
+    const name_counts names_before(before_);
+    const name_counts names_after(after_);
+    for (const auto &[was, is] : same.both) {
+      const line_up_service &before = before_.services[was];
+      const line_up_service &after = after_.services[is];
+      const bool is_other_name =
+          !before.name.empty() && !after.name.empty() && name_key_of(before) != name_key_of(after);
+      if (is_other_name && (names_after.of(before) == 1 || names_before.of(after) == 1)) {
+        result_.gone.push_back(was);
+        result_.added.push_back(is);
+      } else {
+        result_.found.push_back({was, is, found_by::identity});
+      }
+    }
+    std::ranges::sort(result_.gone);
+    std::ranges::sort(result_.added);
+  }
+
   template <class KeyOf>
   void find(found_by by, const KeyOf &key_of) {
     std::map<decltype(key_of(line_up_service{})), alike> services;
-    for (const std::size_t place : made_.gone) {
+    for (const std::size_t place : result_.gone) {
       services[key_of(before_.services[place])].before.push_back(place);
     }
-    for (const std::size_t place : made_.added) {
+    for (const std::size_t place : result_.added) {
       services[key_of(after_.services[place])].after.push_back(place);
     }
     for (const auto &[key, each] : services) {
@@ -63,9 +109,8 @@ class search {
     if (services.before.empty() || services.after.empty() || (by == found_by::name && is_nameless(services))) {
       return;
     }
-    const bool is_one = services.before.size() == 1 && services.after.size() == 1;
-    if (is_one && have_same_name(services.before.front(), services.after.front())) {
-      made_.found.push_back({services.before.front(), services.after.front(), by});
+    if (services.before.size() == 1 && services.after.size() == 1) {
+      result_.found.push_back({services.before.front(), services.after.front(), by});
       return;
     }
     for (const std::size_t place : services.before) {
@@ -77,51 +122,37 @@ class search {
     return before_.services[services.before.front()].name.empty();
   }
 
-  [[nodiscard]] bool have_same_name(std::size_t was, std::size_t is) const {
-    const std::string &before = before_.services[was].name;
-    const std::string &after = after_.services[is].name;
-    return before.empty() || after.empty() || folded(before) == folded(after);
-  }
-
-  // What another way finds is in doubt no more.
   void doubt(std::size_t place, const std::vector<std::size_t> &candidates) {
-    const auto known = std::ranges::find(made_.doubtful, place, &doubtful_service::before);
-    if (known == made_.doubtful.end()) {
-      made_.doubtful.push_back({place, candidates});
-      return;
-    }
-    for (const std::size_t candidate : candidates) {
-      if (std::ranges::find(known->candidates, candidate) == known->candidates.end()) {
-        known->candidates.push_back(candidate);
-      }
+    const auto [known, is_new] = doubtful_.try_emplace(place, doubtful_service{place, candidates.size(), {}});
+    if (is_new) {
+      const std::size_t most = std::min(candidates.size(), most_kept_candidates);
+      known->second.candidates.assign(candidates.begin(), candidates.begin() + static_cast<std::ptrdiff_t>(most));
     }
   }
 
+  // What a later way finds is in doubt no more.
   void forget_found() {
     std::vector<bool> was_found(before_.services.size(), false);
     std::vector<bool> is_found(after_.services.size(), false);
-    for (const kept_service &each : made_.found) {
+    for (const kept_service &each : result_.found) {
       was_found[each.before] = true;
       is_found[each.after] = true;
     }
-    std::erase_if(made_.gone, [&](std::size_t place) { return was_found[place]; });
-    std::erase_if(made_.added, [&](std::size_t place) { return is_found[place]; });
-    for (doubtful_service &each : made_.doubtful) {
-      std::erase_if(each.candidates, [&](std::size_t place) { return is_found[place]; });
-    }
-    std::erase_if(made_.doubtful,
-                  [&](const doubtful_service &each) { return was_found[each.before] || each.candidates.empty(); });
+    std::erase_if(result_.gone, [&](std::size_t place) { return was_found[place]; });
+    std::erase_if(result_.added, [&](std::size_t place) { return is_found[place]; });
+    std::erase_if(doubtful_, [&](const auto &each) { return was_found[each.first]; });
   }
 
   const line_up &before_;
   const line_up &after_;
-  rescan made_;
+  rescan result_;
+  std::map<std::size_t, doubtful_service> doubtful_;
 };
 
 }  // namespace
 
 std::string_view text_of(found_by by) { return ways[static_cast<std::size_t>(by)]; }
 
-rescan find_again(const line_up &before, const line_up &after) { return search(before, after).made(); }
+rescan find_again(const line_up &before, const line_up &after) { return service_search(before, after).found(); }
 
 }  // namespace chlist

@@ -1,5 +1,5 @@
 // What became of the services of a list in a newer one: a service is the same by its identity as the receiver finds it,
-// or else by its ids on another transponder, or else by its name.
+// or else by its name, or else by its ids on another transponder.
 #pragma once
 
 #include <cstddef>
@@ -13,11 +13,11 @@ namespace chlist {
 
 enum class found_by : std::uint8_t {
   identity,
-  ids,   // original network id and service id, and the name, which is not another one
   name,  // name and service type
+  ids,   // original network id and service id
 };
 
-// "identity", "ids", "name".
+// "identity", "name", "ids".
 std::string_view text_of(found_by by);
 
 struct kept_service {
@@ -26,10 +26,11 @@ struct kept_service {
   found_by by = found_by::identity;
 };
 
-// A service that may have become one of several, or whose ids have gone to one with another name.
+// A service that may have become one of several.
 struct doubtful_service {
   std::size_t before = nowhere;
-  std::vector<std::size_t> candidates;
+  std::size_t count = 0;                // of the candidates
+  std::vector<std::size_t> candidates;  // the first of them
 };
 
 struct rescan {
@@ -39,7 +40,8 @@ struct rescan {
   std::vector<doubtful_service> doubtful;
 };
 
-// Both lists number their sources alike.
+// Both lists number their sources alike. An identity that went to another service, whose name is known from elsewhere,
+// is no sign that the service is the same.
 rescan find_again(const line_up &before, const line_up &after);
 
 }  // namespace chlist

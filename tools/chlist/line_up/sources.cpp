@@ -1,14 +1,16 @@
-// Positions first, names next, equal indexes last.
+// Names first, positions next, the original network ids that both have last.
 #include "chlist/line_up/sources.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
 #include <string_view>
+#include <tuple>
 
 #include "chlist/report.h"
 #include "chlist/text/utf8.h"
@@ -19,8 +21,9 @@ namespace {
 constexpr std::uint8_t largest_net_index = 254;  // 255 stands for all
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-// The tenths of a degree that a text begins with, "19.2" or "5"; what follows is left in it.
+// The tenths of a degree that a text begins with, "19.2", "19,2" or "5"; what follows is left in it.
 std::optional<int> take_tenths(std::string_view &text) {
   int degrees = 0;
   const char *end = text.data() + text.size();
@@ -30,22 +33,25 @@ std::optional<int> take_tenths(std::string_view &text) {
   }
   text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
   int tenths = degrees * 10;
-  if (text.size() > 1 && text[0] == '.' && is_digit(text[1])) {
+  if (text.size() > 1 && (text[0] == '.' || text[0] == ',') && is_digit(text[1])) {
     tenths += text[1] - '0';
     text.remove_prefix(2);
   }
   return tenths;
 }
 
-// East or west, behind a degree sign or blanks, and no letter of a word.
+// East or west, behind a degree sign or blanks: a letter alone, or the word.
 std::optional<char> direction_at(std::string_view text) {
   constexpr std::string_view degree = "\u00B0";
   while (text.starts_with(' ') || text.starts_with(degree)) {
     text.remove_prefix(text.starts_with(' ') ? 1 : degree.size());
   }
-  const bool is_direction = text.starts_with('E') || text.starts_with('W');
-  const bool ends = text.size() < 2 || !((text[1] >= 'a' && text[1] <= 'z') || (text[1] >= 'A' && text[1] <= 'Z'));
-  return is_direction && ends ? std::optional(text.front()) : std::nullopt;
+  const auto end = std::ranges::find_if_not(text, is_letter);
+  const std::string word = folded(text.substr(0, static_cast<std::size_t>(end - text.begin())));
+  if (word == "e" || word == "east" || word == "ost" || word == "est") {
+    return 'E';
+  }
+  return word == "w" || word == "west" || word == "ouest" ? std::optional('W') : std::nullopt;
 }
 
 // "S19.2E", "Astra 19.2\u00B0 E": the position that a name tells, as "192E".
@@ -64,35 +70,54 @@ std::optional<std::string> position_in(std::string_view name) {
   return std::nullopt;
 }
 
+// What is known of a source: the names of its networks, the positions that they tell, and original network ids.
 struct source {
   std::uint8_t net_index = 0;
-  std::string name;
-  std::optional<std::string> position = position_in(name);
+  std::string name;  // the first of them
+  std::set<std::string> names = {};
+  std::set<std::string> positions = {};
+  std::set<std::uint16_t> network_ids = {};
 
-  [[nodiscard]] bool is_same(const source &other) const {
-    return position || other.position ? position == other.position
-                                      : !name.empty() && folded(name) == folded(other.name);
-  }
-  // Names that do not tell satellites apart.
-  [[nodiscard]] bool may_be(const source &other) const { return !position || !other.position; }
-};
-
-// In the order in which they come up, each with the first name of its networks.
-std::vector<source> sources_of(const line_up &list) {
-  std::vector<std::uint8_t> order;
-  std::map<std::uint8_t, std::string> names;
-  for (const line_up_network &network : list.networks) {
-    const auto [known, is_new] = names.try_emplace(network.net_index, network.name);
-    if (is_new) {
-      order.push_back(network.net_index);
-    } else if (known->second.empty()) {
-      known->second = network.name;
+  void add(const line_up_network &network) {
+    network_ids.insert(network.network_id);
+    if (network.name.empty()) {
+      return;
+    }
+    name = name.empty() ? network.name : name;
+    names.insert(folded(network.name));
+    if (const auto position = position_in(network.name)) {
+      positions.insert(*position);
     }
   }
+};
+
+template <class Element>
+std::size_t in_common(const std::set<Element> &a, const std::set<Element> &b) {
+  return static_cast<std::size_t>(std::ranges::count_if(a, [&](const Element &each) { return b.contains(each); }));
+}
+
+// How much speaks for two being one; 0: nothing.
+using likeness = std::size_t (*)(const source &a, const source &b);
+
+std::size_t by_names(const source &a, const source &b) { return in_common(a.names, b.names); }
+std::size_t by_positions(const source &a, const source &b) { return in_common(a.positions, b.positions); }
+
+// Satellites at different positions may have the same ids.
+std::size_t by_network_ids(const source &a, const source &b) {
+  const bool are_apart = !a.positions.empty() && !b.positions.empty() && by_positions(a, b) == 0;
+  return are_apart ? 0 : in_common(a.network_ids, b.network_ids);
+}
+
+// In the order in which they come up.
+std::vector<source> sources_of(const line_up &list) {
   std::vector<source> made;
-  std::ranges::transform(order, std::back_inserter(made), [&](std::uint8_t index) {
-    return source{index, names.at(index)};
-  });
+  for (const line_up_network &network : list.networks) {
+    auto found = std::ranges::find(made, network.net_index, &source::net_index);
+    if (found == made.end()) {
+      found = made.insert(made.end(), source{network.net_index, {}});
+    }
+    found->add(network);
+  }
   return made;
 }
 
@@ -105,31 +130,37 @@ class source_pairing {
   }
 
   std::vector<paired_source> made() {
-    pair([](const source &a, const source &b) { return a.is_same(b); });
-    pair([](const source &a, const source &b) { return a.net_index == b.net_index && a.may_be(b); });
+    for (const likeness way : {by_names, by_positions, by_network_ids}) {
+      pair(way);
+    }
     number_the_others();
     std::vector<paired_source> pairs;
-    for (const source &each : second_) {
-      const std::uint8_t other = partners_.at(each.net_index);
-      const auto partner = std::ranges::find(first_, other, &source::net_index);
-      const bool is_renamed = partner != first_.end() && !each.is_same(*partner) && each.name != partner->name;
-      pairs.push_back({each.name, each.net_index, other, is_renamed});
-    }
+    std::ranges::transform(second_, std::back_inserter(pairs), [this](const source &each) { return paired(each); });
     return pairs;
   }
 
  private:
-  template <class Same>
-  void pair(const Same &is_same) {
-    for (const source &each : second_) {
-      if (partners_.contains(each.net_index)) {
-        continue;
+  // The likest first; of several that are as like, one with the same index.
+  void pair(likeness way) {
+    for (;;) {
+      std::tuple<std::size_t, bool> best = {0, false};
+      const source *first = nullptr;
+      const source *second = nullptr;
+      for (const source &b : second_) {
+        for (const source &a : first_) {
+          const std::tuple<std::size_t, bool> here = {way(a, b), a.net_index == b.net_index};
+          const bool is_open = !partners_.contains(b.net_index) && !taken_.contains(a.net_index);
+          if (is_open && std::get<0>(here) > 0 && here > best) {
+            best = here;
+            first = &a;
+            second = &b;
+          }
+        }
       }
-      const auto found = std::ranges::find_if(
-          first_, [&](const source &other) { return !taken_.contains(other.net_index) && is_same(each, other); });
-      if (found != first_.end()) {
-        give(each, found->net_index);
+      if (first == nullptr) {
+        return;
       }
+      give(*second, first->net_index);
     }
   }
 
@@ -140,6 +171,15 @@ class source_pairing {
         give(each, is_free(each.net_index) ? each.net_index : free_index().value_or(each.net_index));
       }
     }
+  }
+
+  [[nodiscard]] paired_source paired(const source &each) const {
+    const std::uint8_t index = partners_.at(each.net_index);
+    const auto partner = std::ranges::find(first_, index, &source::net_index);
+    const bool is_new = partner == first_.end();
+    const bool is_renamed =
+        !is_new && by_names(each, *partner) + by_positions(each, *partner) == 0 && each.name != partner->name;
+    return {each.name, each.net_index, index, is_new, is_renamed};
   }
 
   [[nodiscard]] bool is_free(std::uint8_t index) const { return !in_first_.contains(index) && !taken_.contains(index); }
@@ -201,7 +241,8 @@ void renumber_sources(line_up &list, const std::vector<paired_source> &sources) 
 }
 
 std::string text_of(const paired_source &source) {
-  return fmt::format("network index {} ({}) is {}", source.net_index, shown(source.name), source.other);
+  return fmt::format("{} ({}) is {} in the other list{}", source.net_index, shown(source.name), source.other,
+                     source.is_new ? ", which does not have it" : "");
 }
 
 }  // namespace chlist

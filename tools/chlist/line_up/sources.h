@@ -15,7 +15,8 @@ struct paired_source {
   std::string name;
   std::uint8_t net_index = 0;
   std::uint8_t other = 0;
-  bool is_renamed = false;  // paired by the index alone, since the names say nothing alike
+  bool is_new = false;      // the other list does not have it
+  bool is_renamed = false;  // paired by original network ids, since names and positions say nothing alike
 
   [[nodiscard]] bool is_renumbered() const { return net_index != other; }
 };
@@ -32,7 +33,7 @@ std::uint8_t renumbered(std::uint8_t net_index, const std::vector<paired_source>
 // Numbers a whole line-up so.
 void renumber_sources(line_up &list, const std::vector<paired_source> &sources);
 
-// "2 (S19.2E) is 1".
+// "2 (\"S19.2E\") is 1 in the other list".
 std::string text_of(const paired_source &source);
 
 }  // namespace chlist

@@ -53,7 +53,7 @@ line_up numbered_alike(const line_up &was, line_up is, const fs::path &path, com
   found.is_renumbered = is_any_renumbered(sources);
   for (const paired_source &source : sources) {
     if (source.is_renumbered()) {
-      found.notes.push_back(fmt::format("{}: paired by name: {}", path.string(), text_of(source)));
+      found.notes.push_back(fmt::format("{}: network index {}", path.string(), text_of(source)));
     }
   }
   renumber_sources(is, sources);
@@ -61,7 +61,7 @@ line_up numbered_alike(const line_up &was, line_up is, const fs::path &path, com
 }
 
 json json_of_diff(const diff_options &options, const comparison &found) {
-  json document = json_of_files(options, !found.changes.empty());
+  json document = json_of_files(options, !found.changes.empty() || found.is_renumbered);
   document["differences"] = json_of_differences(found.changes);
   document["notes"] = found.notes;
   return document;
@@ -73,7 +73,13 @@ void report(const diff_options &options, const comparison &found) {
     return;
   }
   std::ranges::for_each(found.notes, print_message);
-  print_report([&] { print_differences(found.changes); });
+  print_report([&] {
+    if (found.changes.empty() && found.is_renumbered) {
+      fmt::print("no differences but in the numbers of sources\n");
+    } else {
+      print_differences(found.changes);
+    }
+  });
 }
 
 int compare_scans(const diff_options &options, const line_up &was, const line_up &is,

@@ -1,4 +1,4 @@
-// Services that stay as they are are not told.
+// Services that stay as they are are not texts.
 #include "chlist/listing/scan_difference.h"
 
 #include <fmt/format.h>
@@ -45,6 +45,7 @@ json json_of_rename(const scan_difference &found, const kept_service &each) {
 json json_of_doubt(const scan_difference &found, const doubtful_service &each) {
   json object = json_of(known_as(found.before.services[each.before]));
   object["candidates"] = services_at(found.after, each.candidates);
+  object["count"] = each.count;
   return object;
 }
 
@@ -64,31 +65,33 @@ std::vector<std::string> texts_of(const line_up &list, const std::vector<std::si
   return texts;
 }
 
-struct told_changes {
+struct change_texts {
   std::vector<std::string> moved;
   std::vector<std::string> renamed;
   std::vector<std::string> doubtful;
 };
 
-told_changes changes_in(const scan_difference &found) {
-  told_changes told;
+change_texts texts_of_changes(const scan_difference &found) {
+  change_texts texts;
   for (const kept_service &each : found.again.found) {
     const line_up_service &was = found.before.services[each.before];
     const line_up_service &is = found.after.services[each.after];
     if (is_moved(each)) {
-      told.moved.push_back(
+      texts.moved.push_back(
           fmt::format("{} -> {}, found by {}", describe(known_as(was)), describe(known_as(is)), text_of(each.by)));
     }
     if (is_renamed(found, each)) {
-      told.renamed.push_back(fmt::format("{} -> {}", describe(known_as(was)), shown(is.name)));
+      texts.renamed.push_back(fmt::format("{} -> {}", describe(known_as(was)), shown(is.name)));
     }
   }
   for (const doubtful_service &each : found.again.doubtful) {
     const known_service candidate = known_as(found.after.services[each.candidates.front()]);
-    told.doubtful.push_back(fmt::format("{} may be {}{}", describe(known_as(found.before.services[each.before])),
-                                        describe(candidate), each.candidates.size() > 1 ? " or another" : ""));
+    const std::string others = each.count > 1 ? fmt::format(", or one of {}", counted(each.count - 1, "other")) : "";
+    texts.doubtful.push_back(fmt::format("{} may have become {}{}",
+                                         describe(known_as(found.before.services[each.before])), describe(candidate),
+                                         others));
   }
-  return told;
+  return texts;
 }
 
 }  // namespace
@@ -126,14 +129,14 @@ void put_scan_difference(json &document, const scan_difference &found) {
 }
 
 void print_scan_difference(const scan_difference &found) {
-  const told_changes told = changes_in(found);
+  const change_texts texts = texts_of_changes(found);
   fmt::print("{} added, {} gone, {} moved, {} renamed, {} in doubt\n", counted(found.again.added.size(), "service"),
-             found.again.gone.size(), told.moved.size(), told.renamed.size(), told.doubtful.size());
+             found.again.gone.size(), texts.moved.size(), texts.renamed.size(), texts.doubtful.size());
   print_all("Added:", texts_of(found.after, found.again.added));
   print_all("Gone:", texts_of(found.before, found.again.gone));
-  print_all("Moved:", told.moved);
-  print_all("Renamed:", told.renamed);
-  print_all("In doubt, and told as gone and added:", told.doubtful);
+  print_all("Moved:", texts.moved);
+  print_all("Renamed:", texts.renamed);
+  print_all("In doubt, and counted as gone and added:", texts.doubtful);
 }
 
 }  // namespace chlist

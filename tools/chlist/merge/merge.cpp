@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "chlist/exit_codes.h"
+#include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
-#include "chlist/files/list_file.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/merge/merge_outcome.h"
 #include "chlist/messages.h"
@@ -32,12 +32,13 @@ struct merge_options {
   std::string new_numbers = "next";
   bool keeps_missing = false;
   bool is_forced = false;
+  bool leaves_no_backup = false;
   bool is_dry_run = false;
   bool shows_all = false;
   bool as_json = false;
 };
 
-json json_of_numbers(const placed_entry &entry) {
+json json_of_entry(const placed_entry &entry) {
   json object = json_of(entry.view);
   object["number"] = entry.number;
   return object;
@@ -46,7 +47,7 @@ json json_of_numbers(const placed_entry &entry) {
 json json_of_change(const changed_service &service) {
   json object = json_of(service.known);
   object["service_type"] = service.service_type;
-  object["entries"] = array_of(service.entries, json_of_numbers);
+  object["entries"] = array_of(service.entries, json_of_entry);
   return object;
 }
 
@@ -54,19 +55,22 @@ json json_of_move(const moved_service &service) {
   json object = json_of(known_service{service.before.name, service.after});
   object["before"] = json_of(service.before);
   object["found_by"] = text_of(service.by);
-  object["entries"] = array_of(service.entries, json_of_numbers);
+  object["entries"] = array_of(service.entries, json_of_entry);
   return object;
 }
 
 json json_of_rename(const renamed_service &service) {
   json object = json_of(service.known);
   object["new_name"] = service.name;
+  object["entries"] = array_of(service.entries, json_of_entry);
   return object;
 }
 
 json json_of_doubt(const doubtful_move &service) {
   json object = json_of(service.before);
   object["candidates"] = array_of(service.candidates, json_of);
+  object["count"] = service.count;
+  object["entries"] = array_of(service.entries, json_of_entry);
   return object;
 }
 
@@ -118,11 +122,21 @@ json json_of_outcome(const merge_options &options, const merge_outcome &outcome)
           {"notes", json_of_notes(outcome)}};
 }
 
-// "\"News\" (...) may have become \"News\" (...) or another".
+// "ALL 5, TV 5".
+std::string entries_text(const std::vector<placed_entry> &entries) {
+  std::string text;
+  for (const placed_entry &entry : entries) {
+    text += fmt::format("{}{} {}", text.empty() ? "" : ", ", label_of(entry.view), entry.number);
+  }
+  return text.empty() ? "no entry" : text;
+}
+
+// "\"News\" (...) may have become \"News\" (...), or one of 2 others; ALL 7".
 std::string doubt_text(const doubtful_move &service) {
-  const std::size_t others = service.candidates.size() - 1;
-  return fmt::format("{} may have become {}{}", describe(service.before), describe(service.candidates.front()),
-                     others == 0 ? "" : fmt::format(", or one of {}", counted(others, "other")));
+  const std::size_t others = service.count - 1;
+  return fmt::format("{} may have become {}{}{}", describe(service.before), describe(service.candidates.front()),
+                     others == 0 ? "" : fmt::format(", or one of {}", counted(others, "other")),
+                     service.entries.empty() ? " and goes" : "; it stays: " + entries_text(service.entries));
 }
 
 void report_findings(const merge_options &options, const merge_outcome &outcome) {
@@ -145,15 +159,6 @@ void report_findings(const merge_options &options, const merge_outcome &outcome)
   }
 }
 
-// "ALL 5, TV 5".
-std::string entries_text(const std::vector<placed_entry> &entries) {
-  std::string text;
-  for (const placed_entry &entry : entries) {
-    text += fmt::format("{}{} {}", text.empty() ? "" : ", ", label_of(entry.view), entry.number);
-  }
-  return text.empty() ? "no entry" : text;
-}
-
 void print_table(const std::vector<changed_service> &services) {
   fmt::print("  {:>3} {:>7} {:>5} {:>10} {:>3} {:>7} {:>4}  entries: name\n", "net", "network", "ts", "frequency",
              "pol", "service", "type");
@@ -174,7 +179,7 @@ std::size_t favourites_of(const std::vector<changed_service> &services) {
   return favourites;
 }
 
-// "22 kept, 2 of them moved, 1 missing in the new list".
+// "22 kept, 2 of them moved, 1 of them missing in the new list".
 std::string kept_text(const merge_outcome &outcome) {
   std::string text = fmt::format("{} kept", outcome.kept);
   if (!outcome.moved.empty()) {
@@ -197,14 +202,14 @@ void print_moves(const std::vector<moved_service> &moved) {
 void print_renames(const std::vector<renamed_service> &renamed) {
   fmt::print("Renamed in the new list, and called here as before:\n");
   for (const renamed_service &service : renamed) {
-    fmt::print("  {}: {} there\n", describe(service.known), shown(service.name));
+    fmt::print("  {}  {}: {} there\n", describe(service.known), entries_text(service.entries), shown(service.name));
   }
 }
 
 void print_sources(const std::vector<paired_source> &sources) {
   for (const paired_source &source : sources) {
     if (source.is_renumbered()) {
-      fmt::print("Paired by name: {}\n", text_of(source));
+      fmt::print("Network index {}\n", text_of(source));
     }
   }
 }
@@ -266,7 +271,7 @@ int run_merge(const merge_options &options) {
   const merge_outcome outcome = merge_in_memory(list, scan, choices);
   if (!options.is_dry_run) {
     list.must_be_unchanged();
-    save_list_as(options.output);
+    save_edited_list(options.list, options.output, options.leaves_no_backup);
   }
   report(options, outcome);
   return outcome.has_findings() ? exit_findings : exit_done;
@@ -283,17 +288,17 @@ command merge_command() {
           {"Services that LIST does not hold are added behind the others; services that SCAN lacks are deleted with "
            "all their entries, favourites included; services in both stay as LIST has them, and so do its "
            "settings. A service that moved, to another transponder or under other ids, is found again by its "
-           "network and service id or by its name and type, and keeps its numbers, marks, name and favourites; "
-           "where several could be it, that is said and it is not guessed. Sources are paired by their names or "
-           "orbital positions when the files number them differently, and added services are in the groups that "
-           "have the names of those in SCAN. Both files are of version 10 and are only read. OUT is replaced as "
-           "a whole or not at all; it may be LIST, but not SCAN."},
+           "name and type or by its network and service id, and keeps its numbers, marks, name and favourites; "
+           "where several could be it, that is said, and it stays as it is. Sources are paired by their names, "
+           "orbital positions or network ids when the files number them differently, and added services are in "
+           "the groups that have the names of those in SCAN. Both files are of version 10 and are only read. OUT "
+           "is replaced as a whole or not at all, and kept as OUT.bak; it may be LIST, but not SCAN."},
       .exit_codes = {{"0", "merged (or, with --dry-run, could be)"},
                      {"1",
-                      "the same, with findings: services whose move is in doubt, groups, numbers or moves that do "
-                      "not fit, sources with other names, entries of LIST that resolve to no service were dropped, "
-                      "services that occur twice in SCAN were taken once, added services have no entry in a view "
-                      "because it is full, or LIST holds what cannot be saved again"},
+                      "the same, with findings: services whose move is in doubt, sources of which SCAN has nothing or "
+                      "that have other names, groups, numbers or moves that do not fit, entries of LIST that resolve "
+                      "to no service were dropped, services that occur twice in SCAN were taken once, added services "
+                      "have no entry in a view because it is full, or LIST holds what cannot be saved again"},
                      {"2",
                       "nothing was written: bad usage, a SCAN that has no service of LIST, an input that cannot be "
                       "read, is short or is of another version, an output that cannot be written; or only the "
@@ -313,7 +318,12 @@ command merge_command() {
                 "of added services: next (behind the largest), from N (free ones from there on), or service-id (as "
                 "receivers number them: modulo 16384, which may give numbers twice)",
             .value = "HOW"},
-           {.names = "--force", .target = &options->is_forced, .about = "merge a SCAN that has no service of LIST"},
+           {.names = "--force",
+            .target = &options->is_forced,
+            .about = "merge a SCAN that has no service of LIST, and delete services that are in doubt"},
+           {.names = "--no-backup",
+            .target = &options->leaves_no_backup,
+            .about = "do not keep the previous file as OUT.bak"},
            {.names = "--dry-run", .target = &options->is_dry_run, .about = "show what a merge would do; write nothing"},
            {.names = "--all",
             .target = &options->shows_all,

@@ -21,6 +21,7 @@
 #include "channel/persist/detached_list.h"
 #include "channel/persist/merge.h"
 #include "channel/store/hierarchy.h"
+#include "channel/store/memory.h"
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
 #include "chlist/files/faithful_load.h"
@@ -139,15 +140,22 @@ detached_list<current_format> read_scan(const channel_file &scan) {
   return read;
 }
 
+// A merge deletes what is not marked: with nothing to add it makes room for what comes.
+void delete_unmarked() {
+  const channel::transient<channel_list_st> nothing(channel::allocate_record<channel_list_st>());
+  channel::persist::merge_list(*nothing);
+}
+
 // A merge marks the services that it finds in their countries, from 0 on, and selects views; what is marked before
-// stays.
-void merge_keeping_what_stays(channel_list_st &merged, const std::set<address> &missing) {
+// stays. What goes, goes first: a view that is nearly full has room for what comes then.
+void merge_keeping_what_stays(channel_list_st &merged, const std::set<address> &going) {
   const kept_view_settings settings;
   std::unordered_map<address, std::int16_t> countries;
   for (const channel::filed_service &filed : services_in_memory()) {
     const address where = address_of(&filed.service);
-    countries[where] = std::exchange(filed.service.country_id, static_cast<std::int16_t>(missing.contains(where)));
+    countries[where] = std::exchange(filed.service.country_id, static_cast<std::int16_t>(!going.contains(where)));
   }
+  delete_unmarked();
   channel::persist::merge_list(merged);
   for (const channel::filed_service &filed : services_in_memory()) {
     const auto known = countries.find(address_of(&filed.service));
@@ -188,7 +196,10 @@ class merge {
     again_ = find_again(own_, scanned_);
     refuse_to_keep_nothing();
     outcome_.dropped = unresolved_entries();
-    tell_what_became();
+    find_renamed();
+    find_doubtful();
+    find_lost_sources();
+    choose_what_goes();
     move_services();
     merge_services();
     return std::move(outcome_);
@@ -218,60 +229,135 @@ class merge {
     }
   }
 
-  void tell_what_became() {
+  void find_renamed() {
     for (const kept_service &each : again_.found) {
       const line_up_service &was = own_.services[each.before];
       const std::string &name = scanned_.services[each.after].name;
       if (!name.empty() && name != was.name) {
-        outcome_.renamed.push_back({known_as(was), name});
+        outcome_.renamed.push_back({known_as(was), scanned_.services[each.after].id(), name, {}});
       }
-    }
-    for (const doubtful_service &each : again_.doubtful) {
-      doubtful_move told = {known_as(own_.services[each.before]), {}};
-      for (const std::size_t candidate : each.candidates) {
-        told.candidates.push_back(known_as(scanned_.services[candidate]));
-      }
-      outcome_.doubtful.push_back(std::move(told));
     }
   }
 
-  // The library keeps a service that the new list has: one that moved is brought to its new place before. Its record
-  // may be another one then, the others stay where they are.
-  void move_services() {
-    std::vector<channel_st *> own;
-    for (const channel::filed_service &filed : services_in_memory()) {
-      own.push_back(&filed.service);
+  void find_doubtful() {
+    for (const doubtful_service &each : again_.doubtful) {
+      doubtful_move doubt = {known_as(own_.services[each.before]), {}, each.count, {}};
+      for (const std::size_t candidate : each.candidates) {
+        doubt.candidates.push_back(known_as(scanned_.services[candidate]));
+      }
+      outcome_.doubtful.push_back(std::move(doubt));
     }
-    const std::vector<const channel_st *> scanned = services_of(scan_);
+  }
+
+  // A scan of one satellite says nothing of the others.
+  void find_lost_sources() {
+    if (choices_.is_forced) {
+      return;
+    }
+    std::map<std::uint8_t, std::size_t> gone;
     for (const std::size_t place : again_.gone) {
-      missing_.insert(address_of(own[place]));
+      ++gone[own_.services[place].fields.net_index];
     }
     for (const kept_service &each : again_.found) {
+      gone.erase(own_.services[each.before].fields.net_index);
+    }
+    for (const auto &[net_index, services] : gone) {
+      outcome_.notes.push_back(fmt::format("has no service of network index {} of the list: {} {}", net_index, services,
+                                           choices_.keeps_missing ? "stay" : "go; --keep-missing keeps them"));
+    }
+  }
+
+  // What is in doubt stays, unless the merge is forced.
+  void choose_what_goes() {
+    for (const channel::filed_service &filed : services_in_memory()) {
+      records_.push_back(&filed.service);
+    }
+    std::set<std::size_t> doubtful;
+    for (const doubtful_service &each : again_.doubtful) {
+      doubtful.insert(each.before);
+    }
+    for (const std::size_t place : again_.gone) {
+      const bool stays = choices_.keeps_missing || (doubtful.contains(place) && !choices_.is_forced);
+      (stays ? missing_ : going_).insert(address_of(records_[place]));
+    }
+  }
+
+  // The library keeps a service that the new list has: one that moved is brought to its new place before. Whatever
+  // stands there goes out of the way first; it moves as well, or it is about to go.
+  void move_services() {
+    const std::vector<const channel_st *> scanned = services_of(scan_);
+    std::vector<kept_service> moving;
+    for (const kept_service &each : again_.found) {
       if (each.by != found_by::identity) {
-        move(each, *own[each.before], *scanned[each.after]);
+        moving.push_back(each);
+        clear_the_place(channel::identity_of(*scanned[each.after]));
+      }
+    }
+    for (const kept_service &each : moving) {
+      move(each, *scanned[each.after]);
+    }
+  }
+
+  void clear_the_place(const channel::identity &wanted) {
+    const channel_st *holder = find_filed(wanted);
+    const auto place = std::ranges::find(records_, holder);
+    if (holder == nullptr || place == records_.end() || missing_.contains(address_of(holder))) {
+      return;
+    }
+    channel::identity aside = channel::identity_of(*holder);
+    aside.service_id = free_service_id();
+    change(static_cast<std::size_t>(place - records_.begin()), aside);
+  }
+
+  // One that neither list has.
+  std::uint16_t free_service_id() {
+    if (used_service_ids_.empty()) {
+      for (const line_up *list : {&own_, &scanned_}) {
+        for (const line_up_service &service : list->services) {
+          used_service_ids_.insert(service.fields.service_id);
+        }
+      }
+    }
+    std::uint16_t id = 0xFFFF;
+    while (id > 0 && !used_service_ids_.insert(id).second) {
+      --id;
+    }
+    return id;
+  }
+
+  static channel_st *find_filed(const channel::identity &id) {
+    return get_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation);
+  }
+
+  // The record of a service may be another one afterwards.
+  void change(std::size_t place, const channel::identity &wanted) {
+    const address former = address_of(records_[place]);
+    change_identity(*records_[place], wanted);
+    records_[place] = find_filed(wanted);
+    for (std::set<address> *addresses : {&missing_, &going_}) {
+      if (addresses->erase(former) != 0) {
+        addresses->insert(address_of(records_[place]));
       }
     }
   }
 
-  void move(const kept_service &found, channel_st &service, const channel_st &scanned) {
+  void move(const kept_service &found, const channel_st &scanned) {
     const line_up_service &was = own_.services[found.before];
     const channel::identity wanted = channel::identity_of(scanned);
     try {
-      change_identity(service, wanted);
+      change(found.before, wanted);
     } catch (const std::runtime_error &error) {
       outcome_.notes.push_back(fmt::format("{} could not move: {}", describe(known_as(was)), error.what()));
-      missing_.insert(address_of(&service));
+      missing_.insert(address_of(records_[found.before]));
       return;
     }
-    take_streams(*get_channel_st(wanted.net_index, wanted.network_id, wanted.ts_id, wanted.frequency, wanted.service_id,
-                                 wanted.polarisation),
-                 scanned);
+    take_streams(*records_[found.before], scanned);
     outcome_.moved.push_back({known_as(was), wanted, found.by, {}});
   }
 
   void merge_services() {
     const snapshot before = take_snapshot();
-    merge_keeping_what_stays(scan_, choices_.keeps_missing ? missing_ : std::set<address>());
+    merge_keeping_what_stays(scan_, going_);
     name_groups_of_added(before);
     append(outcome_.notes, number_added(added_, choices_.numbers));
     const snapshot after = take_snapshot();
@@ -280,22 +366,42 @@ class merge {
     outcome_.kept = after.order.size() - outcome_.added.size();
     outcome_.duplicates = dropped_among(match_services(scan_));
     outcome_.full = find_full(before, after, outcome_.added);
-    tell_entries(after);
+    note_unkept(after);
+    take_entries(after);
   }
 
-  void tell_entries(const snapshot &after) {
-    std::map<std::string, moved_service *> moved;
-    for (moved_service &each : outcome_.moved) {
-      moved.emplace(identity_text(each.after), &each);
+  // Transponders closer to each other than the tolerance may hide a service from the library.
+  void note_unkept(const snapshot &after) {
+    const auto unkept = std::ranges::count_if(
+        again_.found, [&](const kept_service &each) { return !after.has(address_of(records_[each.before])); });
+    if (unkept > 0) {
+      outcome_.notes.push_back(fmt::format("{} deleted although the new list has them: their transponders are too "
+                                           "close to others to be told apart",
+                                           counted(static_cast<std::size_t>(unkept), "service")));
     }
+  }
+
+  void take_entries(const snapshot &after) {
+    std::map<std::string, const changed_service *> services;
     for (const address where : after.order) {
       const changed_service &service = after.services.at(where);
-      if (choices_.keeps_missing && missing_.contains(where)) {
+      services.try_emplace(identity_text(service.known.id), &service);
+      if (missing_.contains(where)) {
         outcome_.missing.push_back(service);
       }
-      if (const auto found = moved.find(identity_text(service.known.id)); found != moved.end()) {
-        found->second->entries = service.entries;
-      }
+    }
+    const auto entries_at = [&](const channel::identity &id) {
+      const auto found = services.find(identity_text(id));
+      return found != services.end() ? found->second->entries : std::vector<placed_entry>();
+    };
+    for (moved_service &each : outcome_.moved) {
+      each.entries = entries_at(each.after);
+    }
+    for (renamed_service &each : outcome_.renamed) {
+      each.entries = entries_at(each.after);
+    }
+    for (doubtful_move &each : outcome_.doubtful) {
+      each.entries = entries_at(each.before.id);
     }
   }
 
@@ -336,7 +442,10 @@ class merge {
   line_up own_;
   line_up scanned_;
   rescan again_;
-  std::set<address> missing_;
+  std::vector<channel_st *> records_;  // of the list's services, wherever they stand
+  std::set<address> missing_;          // in the new list, and staying
+  std::set<address> going_;
+  std::set<std::uint16_t> used_service_ids_;
   std::vector<const channel_st *> added_;
   merge_outcome outcome_;
 };

@@ -17,7 +17,7 @@ namespace chlist {
 
 struct merge_choices {
   bool keeps_missing = false;  // services that the new list lacks stay
-  bool is_forced = false;      // even if nothing stays
+  bool is_forced = false;      // even if nothing stays; what is in doubt goes
   numbering numbers;
 };
 
@@ -36,13 +36,17 @@ struct moved_service {
 };
 
 struct renamed_service {
-  known_service known;  // as the list goes on calling it
-  std::string name;     // in the new one
+  known_service known;           // as the list goes on calling it
+  channel::identity after = {};  // where it is now
+  std::string name;              // in the new list
+  std::vector<placed_entry> entries;
 };
 
 struct doubtful_move {
   known_service before;
-  std::vector<known_service> candidates;
+  std::vector<known_service> candidates;  // the first of them
+  std::size_t count = 0;                  // of all
+  std::vector<placed_entry> entries;      // that it keeps when it stays
 };
 
 struct full_view {
@@ -57,8 +61,8 @@ struct merge_outcome {
   std::vector<changed_service> deleted;
   std::vector<moved_service> moved;
   std::vector<renamed_service> renamed;
-  std::vector<doubtful_move> doubtful;    // each of them is deleted, or missing
-  std::vector<changed_service> missing;   // that the new list lacks, and that stay
+  std::vector<doubtful_move> doubtful;    // unless the merge is forced, they stay
+  std::vector<changed_service> missing;   // in the new list, and staying
   std::size_t kept = 0;                   // those that moved and those that are missing among them
   std::vector<placed_entry> dropped;      // entries of the list that resolved to no service before
   std::vector<known_service> duplicates;  // services of the new list that occur twice in it

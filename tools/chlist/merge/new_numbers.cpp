@@ -19,14 +19,27 @@ namespace {
 
 constexpr std::string_view from_word = "from ";
 
+constexpr int numbered_views[] = {VIEW_ALL, VIEW_TV, VIEW_RADIO};
+
+using services = std::set<const channel_st *>;
+
+template <class Function>
+void for_each_numbered(const Function &function) {
+  for (const int code : numbered_views) {
+    for (virtual_channel_st &entry : channel::find_view(code)) {
+      function(entry);
+    }
+  }
+}
+
 class free_numbers {
  public:
-  explicit free_numbers(const std::set<const channel_st *> &added) {
-    for (const virtual_channel_st &entry : channel::find_view(VIEW_ALL)) {
+  explicit free_numbers(const services &added) {
+    for_each_numbered([&](const virtual_channel_st &entry) {
       if (!added.contains(entry.rch)) {
         used_.insert(entry.major_ch_num);
       }
-    }
+    });
   }
 
   [[nodiscard]] int behind_all() const { return used_.empty() ? 1 : std::max(*used_.rbegin(), 0) + 1; }
@@ -50,31 +63,42 @@ class free_numbers {
   std::set<int> used_;
 };
 
-void give_number(const std::map<const channel_st *, int> &numbers) {
-  for (const int code : {VIEW_ALL, VIEW_TV, VIEW_RADIO}) {
-    for (virtual_channel_st &entry : channel::find_view(code)) {
-      if (const auto found = numbers.find(entry.rch); found != numbers.end()) {
-        entry.major_ch_num = static_cast<std::int16_t>(found->second);
+// In the order of the ALL view; those that it does not show behind it.
+std::map<const channel_st *, int> numbers_for(const services &added, const numbering &chosen) {
+  free_numbers free(added);
+  int from = chosen.by == numbering::way::from ? chosen.first : free.behind_all();
+  std::map<const channel_st *, int> numbers;
+  for_each_numbered([&](const virtual_channel_st &entry) {
+    if (added.contains(entry.rch) && !numbers.contains(entry.rch)) {
+      from = numbers[entry.rch] = free.take(from);
+    }
+  });
+  return numbers;
+}
+
+// The numbers that added services share with another one in a view.
+std::set<int> numbers_twice(const services &added) {
+  std::set<int> twice;
+  for (const int code : numbered_views) {
+    std::map<int, std::size_t> counts;
+    for (const virtual_channel_st &entry : channel::find_view(code)) {
+      ++counts[entry.major_ch_num];
+    }
+    for (const virtual_channel_st &entry : channel::find_view(code)) {
+      if (added.contains(entry.rch) && counts[entry.major_ch_num] > 1) {
+        twice.insert(entry.major_ch_num);
       }
     }
   }
+  return twice;
 }
 
-std::vector<std::string> twice_among(const std::set<const channel_st *> &added) {
-  std::map<int, std::size_t> counts;
-  for (const virtual_channel_st &entry : channel::find_view(VIEW_ALL)) {
-    ++counts[entry.major_ch_num];
-  }
-  std::set<int> twice;
-  for (const virtual_channel_st &entry : channel::find_view(VIEW_ALL)) {
-    if (added.contains(entry.rch) && counts[entry.major_ch_num] > 1) {
-      twice.insert(entry.major_ch_num);
-    }
-  }
+std::vector<std::string> twice_among(const services &added) {
+  const std::set<int> twice = numbers_twice(added);
   if (twice.empty()) {
     return {};
   }
-  return {fmt::format("{} in the ALL view more than once since services were added by their ids, {} the first of them",
+  return {fmt::format("{} more than once in a view since services were added by their ids, {} the first of them",
                       counted(twice.size(), "number"), *twice.begin())};
 }
 
@@ -98,20 +122,17 @@ numbering numbering_from(std::string_view text) {
   return {numbering::way::from, first};
 }
 
-std::vector<std::string> number_added(const std::vector<const channel_st *> &services, const numbering &chosen) {
-  const std::set<const channel_st *> added(services.begin(), services.end());
+std::vector<std::string> number_added(const std::vector<const channel_st *> &added, const numbering &chosen) {
+  const services of_scan(added.begin(), added.end());
   if (chosen.by == numbering::way::service_id) {
-    return twice_among(added);
+    return twice_among(of_scan);
   }
-  free_numbers free(added);
-  int from = chosen.by == numbering::way::from ? chosen.first : free.behind_all();
-  std::map<const channel_st *, int> numbers;
-  for (const virtual_channel_st &entry : channel::find_view(VIEW_ALL)) {
-    if (added.contains(entry.rch) && !numbers.contains(entry.rch)) {
-      from = numbers[entry.rch] = free.take(from);
+  const std::map<const channel_st *, int> numbers = numbers_for(of_scan, chosen);
+  for_each_numbered([&](virtual_channel_st &entry) {
+    if (const auto found = numbers.find(entry.rch); found != numbers.end()) {
+      entry.major_ch_num = static_cast<std::int16_t>(found->second);
     }
-  }
-  give_number(numbers);
+  });
   return {};
 }
 

@@ -19,7 +19,7 @@ struct numbering {
 numbering numbering_from(std::string_view text);
 
 // Numbers the entries of the services in the ALL, TV and radio views. Receivers number by service ids, modulo 16,384,
-// which may give numbers twice. Returns what to say of numbers that are there twice, or that are not left.
+// which may give numbers twice: returns what to say of those.
 std::vector<std::string> number_added(const std::vector<const channel_st *> &added, const numbering &chosen);
 
 }  // namespace chlist
