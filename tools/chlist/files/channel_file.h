@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "chlist/files/edit_lock.h"
 #include "chlist/files/file_bytes.h"
+#include "chlist/files/file_stamp.h"
 
 namespace chlist {
 

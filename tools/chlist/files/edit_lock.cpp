@@ -8,7 +8,6 @@
 #include <chrono>
 #include <stdexcept>
 #include <thread>
-#include <tuple>
 
 #include "chlist/files/replacement.h"
 
@@ -22,10 +21,6 @@ constexpr std::chrono::milliseconds pause(5);
 
 bool is_locked_by_another() { return errno == EWOULDBLOCK || errno == EINTR; }
 
-auto key_of(const struct stat &found) {
-  return std::tuple{found.st_dev, found.st_ino, found.st_size, found.st_mtim.tv_sec, found.st_mtim.tv_nsec};
-}
-
 }  // namespace
 
 edit_lock::edit_lock(const fs::path &target)
@@ -38,19 +33,6 @@ edit_lock::edit_lock(const fs::path &target)
     }
     std::this_thread::sleep_for(pause);
   }
-}
-
-file_stamp::file_stamp(const fs::path &path) {
-  struct stat found = {};
-  if (::stat(path.c_str(), &found) == 0) {
-    found_ = found;
-  } else if (errno != ENOENT) {
-    fail(path.string());
-  }
-}
-
-bool operator==(const file_stamp &a, const file_stamp &b) {
-  return a.found_.has_value() == b.found_.has_value() && (!a.found_ || key_of(*a.found_) == key_of(*b.found_));
 }
 
 }  // namespace chlist

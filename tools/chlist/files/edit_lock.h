@@ -1,11 +1,7 @@
-// Two edits of one file at a time: the second waits for the first, and what somebody else wrote meanwhile is not
-// overwritten.
+// One edit of a file at a time: a second one waits for the first.
 #pragma once
 
-#include <sys/stat.h>
-
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "chlist/files/descriptor.h"
@@ -22,18 +18,6 @@ class edit_lock {
  private:
   std::string folder_name_;
   descriptor folder_;
-};
-
-// What tells a file from one that took its place, and from itself before somebody wrote to it.
-class file_stamp {
- public:
-  // Of nothing when there is no such file. Throws std::system_error when that cannot be found out.
-  explicit file_stamp(const std::filesystem::path &path);
-
-  friend bool operator==(const file_stamp &a, const file_stamp &b);
-
- private:
-  std::optional<struct stat> found_;
 };
 
 }  // namespace chlist
