@@ -240,4 +240,26 @@ int run_command_line(const command &program, int argc, const char *const *argv) 
   return run(called, as_json);
 }
 
+struct line_parser::parts {
+  explicit parts(command parsed) : row(std::move(parsed)) {
+    fill(app, row);
+    app.set_help_flag();
+  }
+
+  command row;  // before the parser, which points into it
+  CLI::App app;
+};
+
+line_parser::line_parser(command row) : parts_(std::make_unique<parts>(std::move(row))) {}
+line_parser::~line_parser() = default;
+
+void line_parser::parse(std::vector<std::string> words) {
+  std::ranges::reverse(words);
+  try {
+    parts_->app.parse(std::move(words));
+  } catch (const CLI::ParseError &error) {
+    throw std::runtime_error(explained(parts_->app, {"chlist " + parts_->row.name, &parts_->row}, error));
+  }
+}
+
 }  // namespace chlist

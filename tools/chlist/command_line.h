@@ -1,6 +1,7 @@
 // The road from what is typed to the command that runs. Only command_line.cpp knows the library that parses.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,5 +16,19 @@ int run_command_line(const command &program, int argc, const char *const *argv);
 
 // The help of the command that is named by words: {"fav", "new"}. Throws usage_error when there is none.
 int show_help(const command &program, const std::vector<std::string> &words);
+
+// Parses the words of one command again and again, to where its options point.
+class line_parser {
+ public:
+  explicit line_parser(command row);
+  ~line_parser();
+
+  // Throws std::runtime_error that says what is wrong with them.
+  void parse(std::vector<std::string> words);
+
+ private:
+  struct parts;
+  std::unique_ptr<parts> parts_;
+};
 
 }  // namespace chlist

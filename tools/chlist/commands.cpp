@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "chlist/command_line.h"
+#include "chlist/edit/edits.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/pager.h"
@@ -14,6 +15,11 @@ namespace chlist {
 namespace {
 
 using make_command = command (*)();
+
+template <edit_row (*Make)()>
+command edit() {
+  return edit_command(Make());
+}
 
 struct topic {
   const char *title;
@@ -25,8 +31,9 @@ std::vector<topic> topics() {
           {"To mend it and to bring it up to date", {check_command, salvage_command, convert_command, merge_command}},
           {"To exchange it", {import_command, export_command}},
           {"To edit it",
-           {rename_command, renumber_command, lock_command, unlock_command, skip_command, unskip_command, fav_command,
-            remove_command, move_command, sort_command, set_command}},
+           {edit<rename_edit>, edit<renumber_edit>, edit<lock_edit>, edit<unlock_edit>, edit<skip_edit>,
+            edit<unskip_edit>, fav_command, edit<remove_edit>, edit<keep_edit>, edit<move_edit>, edit<sort_edit>,
+            edit<set_edit>, edit<apply_edit>}},
           {"To learn more", {help_command}}};
 }
 

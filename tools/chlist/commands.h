@@ -22,19 +22,9 @@ command merge_command();
 // To exchange it.
 command import_command();
 command export_command();
-// To edit it.
-command rename_command();
-command renumber_command();
-command lock_command();
-command unlock_command();
-command skip_command();
-command unskip_command();
+// To edit it; the other edits are in edit/edits.h.
 command fav_command();
 command fav_list_command();  // below fav
-command remove_command();
-command move_command();
-command sort_command();
-command set_command();
 // To learn of it.
 command help_command();
 

@@ -4,9 +4,17 @@
 
 #include <channel/views.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+#include <memory>
 #include <optional>
+#include <stdexcept>
 
+#include "chlist/edit/edit_line.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
@@ -22,6 +30,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// What every edit is asked besides its own.
+struct edit_options {
+  fs::path file;
+  fs::path output;  // empty: the file itself
+  bool is_dry_run = false;
+  bool is_sure = false;
+  bool as_json = false;
+  bool leaves_no_backup = false;
+  bool prints_edits = false;
+
+  [[nodiscard]] const fs::path &target() const { return output.empty() ? file : output; }
+};
+
 // Behind an edit's own.
 std::vector<std::string> with_common_details(std::vector<std::string> details) {
   details.insert(
@@ -31,7 +52,8 @@ std::vector<std::string> with_common_details(std::vector<std::string> details) {
        "symbolic link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but "
        "what is asked for and what is said to follow; --dry-run and the report show all of it.",
        "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity "
-       "(\"1:2:3:11727480H:5\"). What could be several services is refused."});
+       "(\"1:2:3:11727480H:5\"). What could be several services is refused. More than one that --where chooses are "
+       "shown with all that would change, and changed when that is answered with yes, or with --yes."});
   return details;
 }
 
@@ -48,6 +70,7 @@ std::vector<term> exit_codes_of_edits() {
 
 struct edit_result {
   edit_notes notes;
+  std::optional<std::size_t> chosen;
   std::vector<change> changes;
   bool is_changed = false;
   bool is_saved = false;
@@ -56,10 +79,13 @@ struct edit_result {
 edit_result edit_in_memory(const channel_file &input, const list_edit &apply) {
   input.must_be_current();
   edit_result result;
-  result.notes = load_faithfully(input);
+  edited_list list;
+  list.notes = load_faithfully(input);
   const std::string before = image_of(*get_channel_list());
   const line_up list_before = line_up_in_memory();
-  apply(result.notes);
+  apply(list);
+  result.notes = list.notes;
+  result.chosen = list.chosen();
   result.changes = differences(list_before, line_up_in_memory());
   result.is_changed = image_of(*get_channel_list()) != before;
   return result;
@@ -74,15 +100,16 @@ json json_of_result(const edit_options &options, const edit_result &result) {
   return {{"file", options.file.string()},
           {"output", result.is_saved ? json(options.target().string()) : json()},
           {"dry_run", options.is_dry_run},
+          {"chosen", result.chosen ? json(*result.chosen) : json()},
           {"is_changed", result.is_changed},
           {"differences", json_of_differences(result.changes)},
           {"notes", result.notes}};
 }
 
-void print_result(const edit_options &options, const edit_result &result) {
-  const std::string what = options.is_dry_run ? "dry run" : options.target().string();
+void print_result(const std::string &what, const edit_result &result) {
   const char *unchanged = result.is_saved ? "a copy, nothing to change" : "nothing to change";
-  fmt::print("{}: {}\n", what, result.is_changed ? "changed" : unchanged);
+  const std::string chosen = result.chosen ? counted(*result.chosen, "service") + " chosen, " : "";
+  fmt::print("{}: {}{}\n", what, chosen, result.is_changed ? "changed" : unchanged);
   if (result.is_changed) {
     print_differences(result.changes);
   }
@@ -96,34 +123,36 @@ void report(const edit_options &options, const edit_result &result) {
   for (const std::string &note : result.notes) {
     print_message(fmt::format("{}: {}", options.file.string(), note));
   }
-  print_report([&] { print_result(options, result); });
+  print_report([&] { print_result(options.is_dry_run ? "dry run" : options.target().string(), result); });
 }
 
-}  // namespace
-
-command edit_command(const edit_row &row, edit_options &options) {
-  std::vector<option> all = {
-      {.names = "FILE", .target = &options.file, .about = "the channel file", .is_required = true}};
-  all.insert(all.end(), row.options.begin(), row.options.end());
-  all.insert(all.end(),
-             {{.names = "-o,--output",
-               .target = &options.output,
-               .about = "the channel file to write instead of FILE",
-               .value = "OUT"},
-              {.names = "--dry-run", .target = &options.is_dry_run, .about = "show what would change; write nothing"},
-              {.names = "--no-backup",
-               .target = &options.leaves_no_backup,
-               .about = "do not keep the previous file as FILE.bak"},
-              {.names = "--json", .target = &options.as_json, .about = "report as JSON, notes included"}});
-  return {.name = row.name,
-          .summary = row.summary,
-          .details = with_common_details(row.details),
-          .sections = row.sections,
-          .exit_codes = exit_codes_of_edits(),
-          .examples = row.examples,
-          .options = all};
+bool is_to_be_asked(const edit_options &options, const edit_result &result) {
+  return !options.is_dry_run && !options.is_sure && result.is_changed && result.chosen.value_or(0) > 1;
 }
 
+// Of somebody who is there to answer.
+bool says_yes(const std::string &question) {
+  std::cerr << question << " [y/N] " << std::flush;
+  std::string answer;
+  return std::getline(std::cin, answer) && (answer.starts_with('y') || answer.starts_with('Y'));
+}
+
+// Somebody who chooses services by a condition sees which they are before they change.
+void must_be_wanted(const edit_options &options, const edit_result &result) {
+  if (!is_to_be_asked(options, result)) {
+    return;
+  }
+  if (!options.as_json) {
+    print_report([&] { print_result("preview", result); });
+    if (::isatty(STDIN_FILENO) == 1 && says_yes("Change " + options.target().string() + "?")) {
+      return;
+    }
+  }
+  throw std::runtime_error(fmt::format("{}: {} services are chosen, and none is changed without --yes",
+                                       options.file.string(), *result.chosen));
+}
+
+// Returns the exit code.
 int run_edit(const edit_options &options, const list_edit &apply) {
   std::optional<edit_lock> lock;
   if (!options.is_dry_run) {
@@ -132,12 +161,62 @@ int run_edit(const edit_options &options, const list_edit &apply) {
   const channel_file input(options.file);
   edit_result result = edit_in_memory(input, apply);
   if (is_to_be_saved(options, result)) {
+    must_be_wanted(options, result);
     input.must_be_unchanged();
     save_edited_list(options.file, options.target(), options.leaves_no_backup);
     result.is_saved = true;
   }
   report(options, result);
   return result.notes.empty() ? exit_done : exit_findings;
+}
+
+std::vector<option> common_options(edit_options &options) {
+  return {{.names = "-o,--output",
+           .target = &options.output,
+           .about = "the channel file to write instead of FILE",
+           .value = "OUT"},
+          {.names = "--dry-run", .target = &options.is_dry_run, .about = "show what would change; write nothing"},
+          {.names = "--yes", .target = &options.is_sure, .about = "change several chosen services without a question"},
+          {.names = "--no-backup",
+           .target = &options.leaves_no_backup,
+           .about = "do not keep the previous file as FILE.bak"},
+          {.names = "--json", .target = &options.as_json, .about = "report as JSON, notes included"}};
+}
+
+// The line that does for `chlist apply` what the command does.
+int print_line(const edit_row &row) {
+  const std::string line = line_of(row);
+  row.take();  // refuses what does not go together
+  print_report([&] { fmt::print("{}\n", line); });
+  return exit_done;
+}
+
+int run_command(const edit_options &options, const edit_row &row) {
+  return options.prints_edits ? print_line(row) : run_edit(options, row.take());
+}
+
+}  // namespace
+
+command edit_command(const edit_row &row) {
+  auto options = std::make_shared<edit_options>();
+  std::vector<option> all = {
+      {.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true}};
+  all.insert(all.end(), row.options.begin(), row.options.end());
+  std::ranges::move(common_options(*options), std::back_inserter(all));
+  if (row.is_line) {
+    all.push_back({.names = "--print-edits",
+                   .target = &options->prints_edits,
+                   .about = "print the line of this edit for `chlist apply`; neither read nor write FILE"});
+  }
+  return {.name = row.name,
+          .summary = row.summary,
+          .details = with_common_details(row.details),
+          .sections = row.sections,
+          .exit_codes = exit_codes_of_edits(),
+          .examples = row.examples,
+          .options = all,
+          .groups = row.groups,
+          .run = [options, row] { return run_command(*options, row); }};
 }
 
 }  // namespace chlist

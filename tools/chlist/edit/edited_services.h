@@ -9,17 +9,9 @@
 
 #include "channel/identity.h"
 #include "channel/store/view.h"
-#include "chlist/edit/edit_session.h"
+#include "chlist/edit/edited_list.h"
 
 namespace chlist {
-
-// The service that a text names. Throws when there is none, or when the library, which finds services by identity,
-// finds another one: a service that occurs twice, or that is filed under a transponder that is not its own.
-channel_st &editable_service(std::string_view text, std::int8_t view = VIEW_ALL);
-
-// Several of them; one that is named twice is taken once, with a note.
-std::vector<channel_st *> editable_services(const std::vector<std::string> &texts, edit_notes &notes,
-                                            std::int8_t view = VIEW_ALL);
 
 // The library knows the transponder of a service by its frequency. Throws when there is none: it would remove or file
 // another service.

@@ -3,21 +3,22 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 
 #include "chlist/commands.h"
-#include "chlist/edit/edit_session.h"
+#include "chlist/edit/edits.h"
 #include "chlist/edit/favourite_groups.h"
 #include "chlist/edit/placement.h"
 
 namespace chlist {
 namespace {
 
-struct fav_options : edit_options {
+struct fav_options {
   std::string group;
   std::string name;
-  std::vector<std::string> services;
+  service_choice services;
   placement place;
   bool closes_gaps = false;
 };
@@ -31,11 +32,11 @@ struct fav_edit {
   enum { none, some, any } services = none;
   const char *details;
   std::vector<std::string> examples;
-  void (*apply)(const fav_options &options, edit_notes &notes);
+  void (*apply)(const fav_options &options, edited_list &list);
 };
 
-void new_group(const fav_options &options, edit_notes &notes) {
-  const std::string_view name = group_name_from(options.name, notes);
+void new_group(const fav_options &options, edited_list &list) {
+  const std::string_view name = group_name_from(options.name, list.notes);
   must_be_new_group(name);
   group_st group = {};
   group.name_len = static_cast<std::int16_t>(name.size());
@@ -46,15 +47,15 @@ void new_group(const fav_options &options, edit_notes &notes) {
   }
 }
 
-void rename_group(const fav_options &options, edit_notes &notes) {
-  const favourites group = favourites_named(options.group);
-  const std::string_view name = group_name_from(options.name, notes);
+void rename_group(const fav_options &options, edited_list &list) {
+  const favourites group = favourites_named(options.group, list);
+  const std::string_view name = group_name_from(options.name, list.notes);
   must_be_new_group(name, group.index);
   rename_favorite_group(group.id, name.data(), static_cast<std::int16_t>(name.size()));
 }
 
-void delete_group(const fav_options &options, edit_notes & /*notes*/) {
-  const favourites group = favourites_named(options.group);
+void delete_group(const fav_options &options, edited_list &list) {
+  const favourites group = favourites_named(options.group, list);
   const current_group current;
   remove_fav_group(group.id);
   current.follow();
@@ -71,9 +72,9 @@ const virtual_channel_st &entry_for(const channel_st &service) {
   throw std::runtime_error(fmt::format("{} has no entry in any view", name_for_message(service)));
 }
 
-void add_services(const fav_options &options, edit_notes &notes) {
-  const favourites group = favourites_named(options.group);
-  for (const channel_st *service : editable_services(options.services, notes)) {
+void add_services(const fav_options &options, edited_list &list) {
+  const favourites group = favourites_named(options.group, list);
+  for (const channel_st *service : list.services(options.services)) {
     const virtual_channel_st entry = entry_for(*service);
     const int before = get_fav_vch_number(group.index);
     if (add_fav_virtual_channel(group.id, &entry) != 0) {
@@ -81,7 +82,7 @@ void add_services(const fav_options &options, edit_notes &notes) {
                                            title_of(group.view()), before));
     }
     if (get_fav_vch_number(group.index) == before) {
-      notes.push_back(fmt::format("{} is in {} already", name_for_message(*service), title_of(group.view())));
+      list.notes.push_back(fmt::format("{} is in {} already", name_for_message(*service), title_of(group.view())));
     }
   }
 }
@@ -96,10 +97,10 @@ void remove_entry(const favourites &group, int index, bool closes_gap) {
                                         entry.network_id, entry.ts_id, entry.service_id);
 }
 
-void remove_services(const fav_options &options, edit_notes &notes) {
-  const favourites group = favourites_named(options.group);
+void remove_services(const fav_options &options, edited_list &list) {
+  const favourites group = favourites_named(options.group, list);
   const channel::view view = channel::find_view(group.view());
-  for (const channel_st *service : editable_services(options.services, notes, group.view())) {
+  for (const channel_st *service : list.services(options.services, group.view())) {
     int index = index_of(view, *service);
     if (index < 0) {
       throw std::runtime_error(
@@ -111,10 +112,10 @@ void remove_services(const fav_options &options, edit_notes &notes) {
   }
 }
 
-void move_in_group(const fav_options &options, edit_notes &notes) {
-  const favourites group = favourites_named(options.group);
-  if (!options.services.empty()) {
-    move_services(group.view(), editable_services(options.services, notes, group.view()), options.place);
+void move_in_group(const fav_options &options, edited_list &list) {
+  const favourites group = favourites_named(options.group, list);
+  if (options.services.where || !options.services.names.empty()) {
+    move_services(group.view(), list.services(options.services, group.view()), options.place, list);
     return;
   }
   if (!options.place.to) {
@@ -140,7 +141,8 @@ const std::vector<fav_edit> &fav_edits() {
        .services = fav_edit::some,
        .details = "Services come to the end of the group, at most 40 in all, with the numbers that they have in ALL. "
                   "One that is in the group already stays where it is, with a note.",
-       .examples = {"chlist fav add channels.dat Films 7 \"Film Club\""},
+       .examples = {"chlist fav add channels.dat Films 7 \"Film Club\"",
+                    "chlist fav add channels.dat Films --where 'genre=Movie scrambled=no'"},
        .apply = add_services},
       {.name = "remove",
        .about = "Remove services from a favourite group",
@@ -190,10 +192,7 @@ std::vector<option> options_of(const fav_edit &which, fav_options &options) {
     own.push_back({.names = "NAME", .target = &options.name, .about = "the group's new name", .is_required = true});
   }
   if (which.services != fav_edit::none) {
-    own.push_back({.names = "SERVICE",
-                   .target = &options.services,
-                   .about = "the services",
-                   .is_required = which.services == fav_edit::some});
+    std::ranges::move(chlist::options_of(options.services), std::back_inserter(own));
   }
   if (which.apply == remove_services) {
     own.push_back({.names = "--close-gaps",
@@ -203,22 +202,37 @@ std::vector<option> options_of(const fav_edit &which, fav_options &options) {
   return own;
 }
 
-command command_for(const fav_edit &which) {
+edit_row row_for(const fav_edit &which) {
   auto options = std::make_shared<fav_options>();
-  command edit = edit_command({.name = which.name,
-                               .summary = which.about,
-                               .details = {which.details},
-                               .examples = which.examples,
-                               .options = options_of(which, *options)},
-                              *options);
+  edit_row edit = {.parent = "fav",
+                   .name = which.name,
+                   .summary = which.about,
+                   .details = {which.details},
+                   .examples = which.examples,
+                   .options = options_of(which, *options)};
+  if (which.services != fav_edit::none) {
+    edit.sections = {section_of_conditions()};
+  }
   if (which.apply == move_in_group) {
     edit.groups = {placement_options(options->place)};
   }
-  edit.run = [options, &which] { return run_edit(*options, [&](edit_notes &notes) { which.apply(*options, notes); }); };
+  edit.take = taking<fav_options>(options, [&which](const fav_options &own, edited_list &list) {
+    if (which.services == fav_edit::some) {
+      own.services.must_be_given();
+    }
+    which.apply(own, list);
+    list.entries_changed();
+  });
   return edit;
 }
 
 }  // namespace
+
+std::vector<edit_row> favourite_edits() {
+  std::vector<edit_row> rows;
+  std::ranges::transform(fav_edits(), std::back_inserter(rows), row_for);
+  return rows;
+}
 
 command fav_command() {
   command fav = {
@@ -231,9 +245,7 @@ command fav_command() {
                      {"2", "nothing was written, or only the report could not be"}},
       .examples = {"chlist fav new channels.dat Films", "chlist fav add channels.dat Films 12 \"News HD\"",
                    "chlist fav list channels.dat"}};
-  for (const fav_edit &each : fav_edits()) {
-    fav.commands.push_back(command_for(each));
-  }
+  std::ranges::transform(favourite_edits(), std::back_inserter(fav.commands), edit_command);
   fav.commands.push_back(fav_list_command());
   return fav;
 }

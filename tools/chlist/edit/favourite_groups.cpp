@@ -60,8 +60,8 @@ class kept_group_slot {
 
 }  // namespace
 
-favourites favourites_named(std::string_view text) {
-  const auto index = static_cast<std::int16_t>(favourite_group_named(line_up_in_memory(), text));
+favourites favourites_named(std::string_view text, edited_list &list) {
+  const auto index = static_cast<std::int16_t>(list.index_of_group(text));
   const favourites group = {index, channel::favourite_table().groups[index].id};
   if (get_fav_index(group.id) != group.index) {
     throw std::runtime_error(

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "chlist/edit/edit_session.h"
+#include "chlist/edit/edited_list.h"
 
 namespace chlist {
 
@@ -20,7 +20,7 @@ struct favourites {
 };
 
 // By name or position. Throws when there is none, or when the group's id leads to another group.
-favourites favourites_named(std::string_view text);
+favourites favourites_named(std::string_view text, edited_list &list);
 
 // Groups are told apart without regard to case. Throws when there is another group of that name.
 constexpr std::int16_t no_group_index = -1;

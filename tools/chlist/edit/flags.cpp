@@ -3,9 +3,8 @@
 
 #include <memory>
 
-#include "chlist/commands.h"
-#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/edit/edits.h"
 
 namespace chlist {
 namespace {
@@ -16,56 +15,66 @@ struct flag_command {
   std::uint8_t bits;
   bool sets;  // without --off
   const char *example;
+  const char *example_of_choice;
 };
 
-constexpr flag_command locking = {"lock", "Lock services: a receiver asks for its code", CHANNEL_FLAG_LOCKED, true,
-                                  "chlist lock channels.dat 7 \"Late Films\""};
-constexpr flag_command unlocking = {"unlock", "Take the lock off services", CHANNEL_FLAG_LOCKED, false,
-                                    "chlist unlock channels.dat 7 --dry-run"};
-constexpr flag_command skipping = {"skip", "Pass over services when zapping", CHANNEL_FLAG_SKIP, true,
-                                   "chlist skip channels.dat 7 \"Shopping\""};
-constexpr flag_command unskipping = {"unskip", "Stop at services again when zapping", CHANNEL_FLAG_SKIP, false,
-                                     "chlist unskip channels.dat 7 --dry-run"};
+constexpr flag_command locking = {
+    "lock", "Lock services: a receiver asks for its code", CHANNEL_FLAG_LOCKED,
+    true,   "chlist lock channels.dat 7 \"Late Films\"",   "chlist lock channels.dat --where 'genre=Adult' --yes"};
+constexpr flag_command unlocking = {"unlock",
+                                    "Take the lock off services",
+                                    CHANNEL_FLAG_LOCKED,
+                                    false,
+                                    "chlist unlock channels.dat 7 --dry-run",
+                                    "chlist unlock channels.dat --where locked=yes"};
+constexpr flag_command skipping = {"skip",
+                                   "Pass over services when zapping",
+                                   CHANNEL_FLAG_SKIP,
+                                   true,
+                                   "chlist skip channels.dat 7 \"Shopping\"",
+                                   "chlist skip channels.dat --where 'scrambled=yes not provider=Sky'"};
+constexpr flag_command unskipping = {
+    "unskip", "Stop at services again when zapping",    CHANNEL_FLAG_SKIP,
+    false,    "chlist unskip channels.dat 7 --dry-run", "chlist unskip channels.dat --where 'skipped=yes type=radio'"};
 
-struct flag_options : edit_options {
-  std::vector<std::string> services;
+struct flag_options {
+  service_choice services;
   bool is_off = false;
+
+  void must_go_together() const { services.must_be_given(); }
 };
 
-void set_flags(const flag_options &options, const flag_command &which, edit_notes &notes) {
+void set_flags(const flag_options &options, const flag_command &which, edited_list &list) {
   const bool sets = which.sets && !options.is_off;
-  for (const channel_st *service : editable_services(options.services, notes)) {
+  for (const channel_st *service : list.services(options.services)) {
     const channel::identity id = channel::identity_of(*service);
     set_channel_flag(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation, which.bits,
                      sets ? 1 : 0);
   }
 }
 
-command command_for(const flag_command &which) {
+edit_row row_for(const flag_command &which) {
   auto options = std::make_shared<flag_options>();
-  command edit = edit_command(
-      {.name = which.name,
-       .summary = which.about,
-       .details = {"The flag belongs to the service: it shows in all views."},
-       .examples = {which.example},
-       .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true}}},
-      *options);
+  edit_row edit = {.name = which.name,
+                   .summary = which.about,
+                   .details = {"The flag belongs to the service: it shows in all views."},
+                   .sections = {section_of_conditions()},
+                   .examples = {which.example, which.example_of_choice},
+                   .options = options_of(options->services)};
   if (which.sets) {
     edit.examples.push_back(std::string("chlist ") + which.name + " channels.dat 7 --off");
-    edit.options.insert(edit.options.begin() + 2,
-                        {.names = "--off", .target = &options->is_off, .about = "take the flag away instead"});
+    edit.options.push_back({.names = "--off", .target = &options->is_off, .about = "take the flag away instead"});
   }
-  edit.run = [options, &which] {
-    return run_edit(*options, [&](edit_notes &notes) { set_flags(*options, which, notes); });
-  };
+  edit.take = taking<flag_options>(
+      options, [&which](const flag_options &own, edited_list &list) { set_flags(own, which, list); });
   return edit;
 }
 
 }  // namespace
 
-command lock_command() { return command_for(locking); }
-command unlock_command() { return command_for(unlocking); }
-command skip_command() { return command_for(skipping); }
-command unskip_command() { return command_for(unskipping); }
+edit_row lock_edit() { return row_for(locking); }
+edit_row unlock_edit() { return row_for(unlocking); }
+edit_row skip_edit() { return row_for(skipping); }
+edit_row unskip_edit() { return row_for(unskipping); }
 
 }  // namespace chlist

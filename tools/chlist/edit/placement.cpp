@@ -41,11 +41,11 @@ std::vector<int> staying(std::int8_t code, const std::vector<channel_st *> &serv
 }
 
 // How many of the entries that stay come in front of the place.
-std::size_t count_in_front(std::int8_t code, const std::vector<int> &rest, const placement &place) {
+std::size_t count_in_front(std::int8_t code, const std::vector<int> &rest, const placement &place, edited_list &list) {
   if (place.to) {
     return index_of_position(*place.to, rest.size() + 1, "in " + title_of(code));
   }
-  const channel_st &other = editable_service(place.before ? *place.before : *place.after, code);
+  const channel_st &other = list.service(place.before ? *place.before : *place.after, code);
   const auto found = std::ranges::find(rest, index_in(code, other));
   if (found == rest.end()) {
     throw std::runtime_error(fmt::format("{} is itself to be moved", name_for_message(other)));
@@ -112,9 +112,10 @@ option_group placement_options(placement &place) {
           {.names = "--to", .target = &place.to, .about = "to this position, counted from 1", .value = "POSITION"}}};
 }
 
-void move_services(std::int8_t view, const std::vector<channel_st *> &services, const placement &place) {
+void move_services(std::int8_t view, const std::vector<channel_st *> &services, const placement &place,
+                   edited_list &list) {
   const std::vector<int> rest = staying(view, services);
-  const std::size_t in_front = count_in_front(view, rest, place);
+  const std::size_t in_front = count_in_front(view, rest, place, list);
   const kept_slot behind(channel::find_view(view));
   const kept_view_settings settings;
   // Every service goes behind the one before; the first goes behind the last that stays in front.
@@ -127,6 +128,7 @@ void move_services(std::int8_t view, const std::vector<channel_st *> &services, 
     }
     previous = destination;
   }
+  list.entries_changed();
 }
 
 }  // namespace chlist

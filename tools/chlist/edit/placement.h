@@ -27,6 +27,7 @@ option_group placement_options(placement &place);
 
 // Moves the services' entries to their place, one after another, in the order in which they are given. Throws when a
 // service has no entry in the view, or the place is not there.
-void move_services(std::int8_t view, const std::vector<channel_st *> &services, const placement &place);
+void move_services(std::int8_t view, const std::vector<channel_st *> &services, const placement &place,
+                   edited_list &list);
 
 }  // namespace chlist

@@ -1,17 +1,21 @@
-// `chlist remove`: services and their entries out of the list.
+// `chlist remove` and `chlist keep`: services and their entries out of the list.
 #include <channel/removal.h>
+#include <channel/store.h>
 
 #include <memory>
+#include <stdexcept>
+#include <unordered_set>
 
-#include "chlist/commands.h"
-#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/edit/edits.h"
 
 namespace chlist {
 namespace {
 
-struct remove_options : edit_options {
-  std::vector<std::string> services;
+struct remove_options {
+  service_choice services;
+
+  void must_go_together() const { services.must_be_given(); }
 };
 
 void remove_entries(std::int8_t code, const channel_st &service) {
@@ -22,8 +26,9 @@ void remove_entries(std::int8_t code, const channel_st &service) {
 }
 
 // Entry by entry: a sweep would take entries along that have resolved to nothing all the time.
-void remove_service(const channel_st &service) {
+void remove_service(const channel_st &service, edited_list &list) {
   must_have_frequency(service);
+  list.will_be_removed(service);
   for (const std::int8_t code : saved_views()) {
     remove_entries(code, service);
   }
@@ -31,28 +36,56 @@ void remove_service(const channel_st &service) {
   remove_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation);
 }
 
+void remove(const remove_options &options, edited_list &list) {
+  for (const channel_st *service : list.services(options.services)) {
+    remove_service(*service, list);
+  }
+}
+
+// Those that go are chosen by what stays, which nobody sees in the words of the command.
+void keep(const remove_options &options, edited_list &list) {
+  const std::vector<channel_st *> kept = list.services_that_stay(options.services);
+  if (kept.empty()) {
+    throw std::runtime_error("no service is chosen: nothing would be left of the list");
+  }
+  const std::unordered_set<const channel_st *> stays(kept.begin(), kept.end());
+  std::vector<channel_st *> gone = list.all_services();
+  std::erase_if(gone, [&stays](const channel_st *service) { return stays.contains(service); });
+  list.count_as_chosen(gone.size());
+  for (const channel_st *service : gone) {
+    remove_service(*service, list);
+  }
+}
+
 }  // namespace
 
-command remove_command() {
+edit_row remove_edit() {
   auto options = std::make_shared<remove_options>();
-  command edit = edit_command(
-      {.name = "remove",
-       .summary = "Remove services from the list",
-       .details =
-           {"A service goes with its entries in all views and favourite groups. The numbers of the others stay as they "
-            "are; its network, its transponder and its provider stay as well, even when they have no service left."},
-       .examples = {"chlist remove channels.dat \"Shopping 24\" 7-2",
-                    "chlist remove channels.dat 1:2:3:11727480H:5 -o smaller.dat"},
-       .options = {{.names = "SERVICE", .target = &options->services, .about = "the services", .is_required = true}}},
-      *options);
-  edit.run = [options] {
-    return run_edit(*options, [&](edit_notes &notes) {
-      for (const channel_st *service : editable_services(options->services, notes)) {
-        remove_service(*service);
-      }
-    });
-  };
-  return edit;
+  return {.name = "remove",
+          .summary = "Remove services from the list",
+          .details = {"A service goes with its entries in all views and favourite groups. The numbers of the others "
+                      "stay as they are; its network, its transponder and its provider stay as well, even when they "
+                      "have no service left."},
+          .sections = {section_of_conditions()},
+          .examples = {"chlist remove channels.dat \"Shopping 24\" 7-2",
+                       "chlist remove channels.dat 1:2:3:11727480H:5 -o smaller.dat",
+                       "chlist remove channels.dat --where 'type=data or name~\"^test\"'"},
+          .options = options_of(options->services),
+          .take = taking<remove_options>(options, remove)};
+}
+
+edit_row keep_edit() {
+  auto options = std::make_shared<remove_options>();
+  return {.name = "keep",
+          .summary = "Remove all services but some",
+          .details = {"The counterpart of `chlist remove`: all services go but those that are named or chosen, in the "
+                      "same way. More than one that would go are shown and asked about, as those that --where chooses; "
+                      "what keeps no service is refused."},
+          .sections = {section_of_conditions()},
+          .examples = {"chlist keep channels.dat --where 'scrambled=no (type=TV or type=\"HD TV\")' --dry-run",
+                       "chlist keep channels.dat 1 2 3 --yes"},
+          .options = options_of(options->services),
+          .take = taking<remove_options>(options, keep)};
 }
 
 }  // namespace chlist

@@ -1,32 +1,47 @@
-// `chlist rename`: another name for a service.
+// `chlist rename`: another name for a service, or another part in the names of several.
 #include <channel/flags.h>
 #include <fmt/format.h>
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
-#include "chlist/commands.h"
-#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/edit/edits.h"
 #include "chlist/exchange/list_builder.h"
+#include "chlist/text/broadcast_text.h"
+#include "chlist/text/pattern.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
 
-struct rename_options : edit_options {
-  std::string service;
-  std::string name;
+struct rename_options {
+  std::optional<std::string> service;
+  std::optional<std::string> name;
+  service_choice services;  // by a condition
+  std::optional<std::string> replacing;
   bool is_short = false;
+
+  void must_go_together() const {
+    if (replacing && !service && !services.where) {
+      throw usage_error("SERVICE or --where is required");
+    }
+    if (!replacing && (!service || !name)) {
+      throw usage_error(services.where ? "--where needs --replace" : "SERVICE and NAME (or --replace) is required");
+    }
+  }
 };
 
-void rename(const rename_options &options, edit_notes &notes) {
-  const channel_st &service = editable_service(options.service);
-  const std::string_view name = cut_utf8(options.name, sizeof service.name[0].text);
+void rename(const channel_st &service, const rename_options &options, const std::string &wanted, edited_list &list) {
+  const std::string_view name = cut_utf8(wanted, sizeof service.name[0].text);
   if (name.empty()) {
-    throw std::runtime_error("a name has one byte at least");
+    throw std::runtime_error(options.replacing
+                                 ? fmt::format("nothing would be left of the name {}", name_for_message(service))
+                                 : "a name has one byte at least");
   }
-  if (name.size() != options.name.size()) {
-    notes.push_back(fmt::format("the name is cut to {} of its {} bytes", name.size(), options.name.size()));
+  if (name.size() != wanted.size()) {
+    list.notes.push_back(fmt::format("the name is cut to {} of its {} bytes", name.size(), wanted.size()));
   }
   const channel::identity id = channel::identity_of(service);
   const int done =
@@ -35,27 +50,68 @@ void rename(const rename_options &options, edit_notes &notes) {
   if (done != 0) {
     throw std::runtime_error(fmt::format("{} cannot be renamed", name_for_message(service)));
   }
+  list.was_renamed(service);
+}
+
+// A name in which there is nothing to replace stays as it is, whatever its characters.
+void replace_in_names(const rename_options &options, edited_list &list) {
+  const replacing replaced(*options.replacing);
+  for (const channel_st *service : list.services(options.services)) {
+    const std::string before = name_in(service->name[options.is_short ? 1 : 0].text);
+    const std::string after = replaced.apply(before);
+    if (after != valid_utf8(before)) {
+      rename(*service, options, after, list);
+    }
+  }
+}
+
+void rename(const rename_options &options, edited_list &list) {
+  if (options.replacing) {
+    replace_in_names(options, list);
+  } else {
+    rename(list.service(*options.service), options, *options.name, list);
+  }
+}
+
+rename_options with_one_service(rename_options options) {
+  if (options.service) {
+    options.services.names = {*options.service};
+  }
+  return options;
 }
 
 }  // namespace
 
-command rename_command() {
+edit_row rename_edit() {
   auto options = std::make_shared<rename_options>();
-  command edit = edit_command(
-      {.name = "rename",
-       .summary = "Give a service another name",
-       .details = {"The name is replaced; one that is longer than the 96 bytes that a list holds is cut in front of a "
-                   "character, with a note. All views show the service's one name, so nothing else follows."},
-       .examples = {"chlist rename channels.dat 7 \"News HD\"",
-                    "chlist rename channels.dat \"News HD\" News --short --dry-run"},
-       .options = {{.names = "SERVICE", .target = &options->service, .about = "the service", .is_required = true},
-                   {.names = "NAME", .target = &options->name, .about = "its new name", .is_required = true},
-                   {.names = "--short",
-                    .target = &options->is_short,
-                    .about = "the second, short name instead of the first"}}},
-      *options);
-  edit.run = [options] { return run_edit(*options, [&](edit_notes &notes) { rename(*options, notes); }); };
-  return edit;
+  option where = where_option(options->services);
+  where.excluded = {"SERVICE", "NAME"};
+  return {
+      .name = "rename",
+      .summary = "Give services other names",
+      .details = {"The name is replaced; one that is longer than the 96 bytes that a list holds is cut in front of a "
+                  "character, with a note. All views show the service's one name, so nothing else follows.",
+                  "--replace changes a part of the names: /PATTERN/TEXT/ puts TEXT in the first place where the "
+                  "regular expression PATTERN is found, /PATTERN/TEXT/g in each; case and accents of the name do not "
+                  "count. \\1 to \\9 in TEXT are what the brackets of PATTERN took. Any other character than / can "
+                  "stand between. Names without the pattern stay as they are."},
+      .sections = {section_of_conditions()},
+      .examples = {"chlist rename channels.dat 7 \"News HD\"",
+                   "chlist rename channels.dat \"News HD\" News --short --dry-run",
+                   "chlist rename channels.dat --where 'provider=ARD' --replace '/ HD$//' --yes"},
+      .options = {{.names = "SERVICE", .target = &options->service, .about = "the service"},
+                  {.names = "NAME", .target = &options->name, .about = "its new name"},
+                  where,
+                  {.names = "--replace",
+                   .target = &options->replacing,
+                   .about = "replace a part of the names instead",
+                   .value = "/PATTERN/TEXT/",
+                   .excluded = {"NAME"}},
+                  {.names = "--short",
+                   .target = &options->is_short,
+                   .about = "the second, short name instead of the first"}},
+      .take = taking<rename_options>(
+          options, [](const rename_options &own, edited_list &list) { rename(with_one_service(own), list); })};
 }
 
 }  // namespace chlist

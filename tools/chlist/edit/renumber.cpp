@@ -7,9 +7,8 @@
 #include <optional>
 #include <stdexcept>
 
-#include "chlist/commands.h"
-#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/edit/edits.h"
 #include "chlist/edit/renumbering.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
@@ -17,19 +16,25 @@
 namespace chlist {
 namespace {
 
-struct renumber_options : edit_options {
+struct renumber_options {
   std::optional<std::string> service;
   std::optional<std::string> number;
   std::optional<std::string> from;
   std::vector<std::string> views;
   bool swaps = false;
   bool shifts = false;
+
+  void must_go_together() const {
+    if (!from && !number) {
+      throw usage_error("SERVICE and NUMBER (or --from) is required");
+    }
+  }
 };
 
-std::vector<std::int8_t> named_views(const renumber_options &options) {
+std::vector<std::int8_t> named_views(const renumber_options &options, edited_list &list) {
   std::vector<std::int8_t> views;
   std::ranges::transform(options.views, std::back_inserter(views),
-                         [list = line_up_in_memory()](const std::string &name) { return view_named(list, name); });
+                         [&list](const std::string &name) { return list.view(name); });
   return views;
 }
 
@@ -44,9 +49,9 @@ std::int8_t first_view_of(const channel_st &service) {
   return *found;
 }
 
-void renumber_service(const renumber_options &options) {
-  const std::vector<std::int8_t> views = named_views(options);
-  const channel_st &service = editable_service(*options.service, views.empty() ? std::int8_t{VIEW_ALL} : views.front());
+void renumber_service(const renumber_options &options, edited_list &list) {
+  const std::vector<std::int8_t> views = named_views(options, list);
+  const channel_st &service = list.service(*options.service, views.empty() ? std::int8_t{VIEW_ALL} : views.front());
   const channel_number wanted = number_from(*options.number);
   taken_number policy = taken_number::is_refused;
   if (options.swaps || options.shifts) {
@@ -64,68 +69,62 @@ void renumber_service(const renumber_options &options) {
   }
 }
 
-void renumber_views(const renumber_options &options, edit_notes &notes) {
+void renumber_views(const renumber_options &options, edited_list &list) {
   const channel_number from = number_from(*options.from);
   if (from.minor != 0) {
     throw std::runtime_error("--from takes a number without a minor one");
   }
   if (options.views.empty()) {
-    renumber_all_with_followers(from.major, notes);
+    renumber_all_with_followers(from.major, list.notes);
   }
-  for (const std::int8_t view : named_views(options)) {
+  for (const std::int8_t view : named_views(options, list)) {
     renumber_view(view, from.major);
   }
 }
 
-void renumber(const renumber_options &options, edit_notes &notes) {
+void renumber(const renumber_options &options, edited_list &list) {
   if (options.from) {
-    renumber_views(options, notes);
+    renumber_views(options, list);
   } else {
-    renumber_service(options);
+    renumber_service(options, list);
   }
+  list.entries_changed();
 }
 
 }  // namespace
 
-command renumber_command() {
+edit_row renumber_edit() {
   auto options = std::make_shared<renumber_options>();
-  command edit = edit_command(
-      {.name = "renumber",
-       .summary = "Give a service, or a whole view, other numbers",
-       .details = {"Every view and favourite group keeps numbers of its own. With --view only those of the views named "
-                   "change; without it the service's number in ALL changes, and with it, in every other view and "
-                   "favourite group, each entry of the service that shows the same number. Entries of the service with "
-                   "another number stay.",
-                   "When another entry of a view has the number already, nothing is done, unless that entry gets the "
-                   "service's former number (--swap), or moves to the next number, and so on up to the first number "
-                   "that is free (--shift; minor numbers move when NUMBER has one).",
-                   "--from numbers a view anew in its order, N, N+1 and so on, without minor numbers: the views named, "
-                   "or ALL, whose new numbers the other views follow in the same way."},
-       .sections = {{"Views", terms_of_views()}},
-       .examples = {"chlist renumber channels.dat \"News HD\" 1 --swap",
-                    "chlist renumber channels.dat 12 5-1 --shift --view tv", "chlist renumber channels.dat --from 1"},
-       .options =
-           {{.names = "SERVICE", .target = &options->service, .about = "the service"},
-            {.names = "NUMBER", .target = &options->number, .about = "its number, 1 to 32767, or NUMBER-MINOR"},
-            {.names = "--from",
-             .target = &options->from,
-             .about = "number whole views from here on",
-             .value = "N",
-             .excluded = {"SERVICE", "NUMBER", "--swap", "--shift"}},
-            {.names = "--swap",
-             .target = &options->swaps,
-             .about = "what has the number gets the service's",
-             .excluded = {"--shift"}},
-            {.names = "--shift", .target = &options->shifts, .about = "what has the number moves up"},
-            {.names = "--view", .target = &options->views, .about = "the view; may be given again", .value = "VIEW"}}},
-      *options);
-  edit.run = [options] {
-    if (!options->from && !options->number) {
-      throw usage_error("SERVICE and NUMBER (or --from) is required");
-    }
-    return run_edit(*options, [&](edit_notes &notes) { renumber(*options, notes); });
-  };
-  return edit;
+  return {
+      .name = "renumber",
+      .summary = "Give a service, or a whole view, other numbers",
+      .details = {"Every view and favourite group keeps numbers of its own. With --view only those of the views named "
+                  "change; without it the service's number in ALL changes, and with it, in every other view and "
+                  "favourite group, each entry of the service that shows the same number. Entries of the service with "
+                  "another number stay.",
+                  "When another entry of a view has the number already, nothing is done, unless that entry gets the "
+                  "service's former number (--swap), or moves to the next number, and so on up to the first number "
+                  "that is free (--shift; minor numbers move when NUMBER has one).",
+                  "--from numbers a view anew in its order, N, N+1 and so on, without minor numbers: the views named, "
+                  "or ALL, whose new numbers the other views follow in the same way."},
+      .sections = {{"Views", terms_of_views()}},
+      .examples = {"chlist renumber channels.dat \"News HD\" 1 --swap",
+                   "chlist renumber channels.dat 12 5-1 --shift --view tv", "chlist renumber channels.dat --from 1"},
+      .options =
+          {{.names = "SERVICE", .target = &options->service, .about = "the service"},
+           {.names = "NUMBER", .target = &options->number, .about = "its number, 1 to 32767, or NUMBER-MINOR"},
+           {.names = "--from",
+            .target = &options->from,
+            .about = "number whole views from here on",
+            .value = "N",
+            .excluded = {"SERVICE", "NUMBER", "--swap", "--shift"}},
+           {.names = "--swap",
+            .target = &options->swaps,
+            .about = "what has the number gets the service's",
+            .excluded = {"--shift"}},
+           {.names = "--shift", .target = &options->shifts, .about = "what has the number moves up"},
+           {.names = "--view", .target = &options->views, .about = "the view; may be given again", .value = "VIEW"}},
+      .take = taking<renumber_options>(options, renumber)};
 }
 
 }  // namespace chlist

@@ -16,9 +16,8 @@
 #include "channel/identity.h"
 #include "channel/store/group_table.h"
 #include "chlist/closest.h"
-#include "chlist/commands.h"
-#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/edit/edits.h"
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/service_fields.h"
@@ -160,12 +159,15 @@ class edited_service {
     }
   }
 
-  void apply() {
+  // Returns whether its identity is another one now.
+  bool apply() {
     const channel::identity wanted = edited_.id();
     apply_flags(record_, static_cast<std::uint8_t>(edited_.fields.flag & ~record_.flag), true);
     apply_flags(record_, static_cast<std::uint8_t>(record_.flag & ~edited_.fields.flag), false);
     apply_values();
+    const bool is_filed_anew = channel::identity_of(record_) != wanted;
     change_identity(record_, wanted);
+    return is_filed_anew;
   }
 
  private:
@@ -187,41 +189,65 @@ class edited_service {
   line_up_service edited_;
 };
 
-struct set_options : edit_options {
-  std::string service;
+struct set_options {
+  std::optional<std::string> service;
+  service_choice services;  // by a condition
   std::vector<std::string> assignments;
+
+  // With --where the first word sets a field as well: no service is named.
+  [[nodiscard]] bool is_first_a_field() const { return services.where && service; }
+
+  [[nodiscard]] service_choice choice() const {
+    return services.where || !service ? services : service_choice{.names = {*service}, .where = {}};
+  }
+
+  [[nodiscard]] std::vector<std::string> all_assignments() const {
+    std::vector<std::string> all = assignments;
+    all.insert(all.begin(), is_first_a_field() ? 1 : 0, service.value_or(""));
+    return all;
+  }
+
+  void must_go_together() const {
+    choice().must_be_given();
+    if (all_assignments().empty()) {
+      throw usage_error("FIELD=VALUE is required");
+    }
+  }
 };
 
-void set(const set_options &options) {
-  edited_service edited(editable_service(options.service));
-  for (const std::string &assignment : options.assignments) {
-    edited.set(assignment);
+void set(const set_options &options, edited_list &list) {
+  for (channel_st *service : list.services(options.choice())) {
+    edited_service edited(*service);
+    for (const std::string &assignment : options.all_assignments()) {
+      edited.set(assignment);
+    }
+    if (edited.apply()) {
+      list.services_changed();
+    }
   }
-  edited.apply();
 }
 
 }  // namespace
 
-command set_command() {
+edit_row set_edit() {
   auto options = std::make_shared<set_options>();
-  command edit = edit_command(
-      {.name = "set",
-       .summary = "Set fields of a service",
-       .details =
-           {"The last six fields make the identity. A service whose identity changes is filed under the network and "
-            "transponder that it then belongs to, which are made when they are not there, and its entries in all views "
-            "and favourite groups follow; those that it leaves stay, even without services. A transponder is the same "
-            "when its polarisation is and its frequency differs by less than 2500. Views do not follow the service "
-            "type. A receiver sets the country of every service to 0 when it loads the file."},
-       .sections = {{"Fields and their values", terms_of_fields()}},
-       .examples = {"chlist set channels.dat \"News HD\" provider=\"Sky North\" video_pid=512 audio_pid=none",
-                    "chlist set channels.dat 7 frequency=11954000 polarisation=V --dry-run"},
-       .options =
-           {{.names = "SERVICE", .target = &options->service, .about = "the service", .is_required = true},
-            {.names = "FIELD=VALUE", .target = &options->assignments, .about = "the fields", .is_required = true}}},
-      *options);
-  edit.run = [options] { return run_edit(*options, [&](edit_notes & /*notes*/) { set(*options); }); };
-  return edit;
+  return {
+      .name = "set",
+      .summary = "Set fields of services",
+      .details =
+          {"The last six fields make the identity. A service whose identity changes is filed under the network and "
+           "transponder that it then belongs to, which are made when they are not there, and its entries in all views "
+           "and favourite groups follow; those that it leaves stay, even without services. A transponder is the same "
+           "when its polarisation is and its frequency differs by less than 2500. Views do not follow the service "
+           "type. A receiver sets the country of every service to 0 when it loads the file."},
+      .sections = {{"Fields and their values", terms_of_fields()}, section_of_conditions()},
+      .examples = {"chlist set channels.dat \"News HD\" provider=\"Sky North\" video_pid=512 audio_pid=none",
+                   "chlist set channels.dat 7 frequency=11954000 polarisation=V --dry-run",
+                   "chlist set channels.dat --where 'frequency=11954000 polarisation=V' provider=\"Sky North\""},
+      .options = {{.names = "SERVICE", .target = &options->service, .about = "the service"},
+                  {.names = "FIELD=VALUE", .target = &options->assignments, .about = "the fields"},
+                  where_option(options->services)},
+      .take = taking<set_options>(options, set)};
 }
 
 }  // namespace chlist

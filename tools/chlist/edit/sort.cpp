@@ -6,9 +6,8 @@
 #include <memory>
 #include <stdexcept>
 
-#include "chlist/commands.h"
-#include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/edit/edits.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/listing/view_rows.h"
@@ -16,7 +15,7 @@
 namespace chlist {
 namespace {
 
-struct sort_options : edit_options {
+struct sort_options {
   std::string key;
   std::vector<std::string> views;
 };
@@ -28,50 +27,48 @@ std::vector<term> sort_keys() {
   return keys;
 }
 
-std::int8_t sortable_view(const std::string &name) {
-  const std::int8_t view = view_named(line_up_in_memory(), name);
+std::int8_t sortable_view(const std::string &name, edited_list &list) {
+  const std::int8_t view = list.view(name);
   if (view == VIEW_PROMOTION) {
     throw std::runtime_error("the promotion view cannot be sorted alone");
   }
   return view;
 }
 
-void sort(const sort_options &options) {
+void sort(const sort_options &options, edited_list &list) {
   const std::int8_t how = std::ranges::find(all_sorts(), options.key, &view_sort::name)->type;
   if (options.views.empty()) {
     sort_vindex_ex(how);
   }
   for (const std::string &view : options.views) {
-    sort_vch_type(how, sortable_view(view));
+    sort_vch_type(how, sortable_view(view, list));
   }
+  list.entries_changed();
 }
 
 }  // namespace
 
-command sort_command() {
+edit_row sort_edit() {
   auto options = std::make_shared<sort_options>();
-  command edit = edit_command(
-      {.name = "sort",
-       .summary = "Sort views",
-       .details = {"Entries move as a whole, so services keep their numbers: a receiver shows the new order in its "
-                   "lists. Without --view the ALL, TV, radio, USER and promotion views are sorted and the favourite "
-                   "groups stay as they are. The promotion view cannot be sorted alone."},
-       .sections = {{"Sorts", sort_keys()}, {"Views", terms_of_views()}},
-       .examples = {"chlist sort channels.dat --by name",
-                    "chlist sort channels.dat --by number --view tv --view fav:Films"},
-       .options = {{.names = "--by",
-                    .target = &options->key,
-                    .about = "what to sort by",
-                    .value = "SORT",
-                    .is_required = true,
-                    .choices = words_of(sort_keys())},
-                   {.names = "--view",
-                    .target = &options->views,
-                    .about = "the view, but not promo; may be given again",
-                    .value = "VIEW"}}},
-      *options);
-  edit.run = [options] { return run_edit(*options, [&](edit_notes & /*notes*/) { sort(*options); }); };
-  return edit;
+  return {.name = "sort",
+          .summary = "Sort views",
+          .details = {"Entries move as a whole, so services keep their numbers: a receiver shows the new order in its "
+                      "lists. Without --view the ALL, TV, radio, USER and promotion views are sorted and the favourite "
+                      "groups stay as they are. The promotion view cannot be sorted alone."},
+          .sections = {{"Sorts", sort_keys()}, {"Views", terms_of_views()}},
+          .examples = {"chlist sort channels.dat --by name",
+                       "chlist sort channels.dat --by number --view tv --view fav:Films"},
+          .options = {{.names = "--by",
+                       .target = &options->key,
+                       .about = "what to sort by",
+                       .value = "SORT",
+                       .is_required = true,
+                       .choices = words_of(sort_keys())},
+                      {.names = "--view",
+                       .target = &options->views,
+                       .about = "the view, but not promo; may be given again",
+                       .value = "VIEW"}},
+          .take = taking<sort_options>(options, sort)};
 }
 
 }  // namespace chlist

@@ -218,6 +218,10 @@ constexpr field table[] = {
      of_entry<&line_up_entry::favourite_key>},
 };
 
+}  // namespace
+
+std::span<const field> service_fields() { return table; }
+
 std::vector<std::string> names_of_fields() {
   std::vector<std::string> names;
   for (const field &each : table) {
@@ -225,10 +229,6 @@ std::vector<std::string> names_of_fields() {
   }
   return names;
 }
-
-}  // namespace
-
-std::span<const field> service_fields() { return table; }
 
 const field *find_field(std::string_view name) {
   const auto *const found = std::ranges::find(table, name, &field::name);

@@ -47,6 +47,7 @@ struct field {
 
 // In the order of listings.
 std::span<const field> service_fields();
+std::vector<std::string> names_of_fields();
 
 // Null when there is none of the name.
 const field *find_field(std::string_view name);

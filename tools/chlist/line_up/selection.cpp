@@ -7,6 +7,7 @@
 #include <charconv>
 #include <span>
 #include <stdexcept>
+#include <utility>
 
 #include "chlist/closest.h"
 #include "chlist/fields/service_fields.h"
@@ -42,17 +43,6 @@ std::optional<number_text> read_channel_number(std::string_view text) {
   return minor.has_value() ? std::optional(number_text{*major, minor}) : std::nullopt;
 }
 
-template <class Rule>
-std::vector<std::size_t> services_that(const line_up &list, const Rule &is_meant) {
-  std::vector<std::size_t> services;
-  for (std::size_t place = 0; place < list.services.size(); ++place) {
-    if (is_meant(list.services[place])) {
-      services.push_back(place);
-    }
-  }
-  return services;
-}
-
 bool has_identity(const line_up_service &service, const channel::identity &wanted) {
   const channel::identity id = service.id();
   const bool is_on_transponder = wanted.frequency != 0 ? channel::same_frequency(id.frequency, wanted.frequency) &&
@@ -62,16 +52,10 @@ bool has_identity(const line_up_service &service, const channel::identity &wante
          is_on_transponder;
 }
 
-// A search by identity stops at the first.
-std::vector<std::size_t> with_identity(const line_up &list, std::string_view text) {
-  const std::optional<channel::identity> id = read_identity(text);
-  if (!id) {
-    return {};
-  }
-  std::vector<std::size_t> found =
-      services_that(list, [&id](const line_up_service &service) { return has_identity(service, *id); });
-  found.resize(std::min<std::size_t>(found.size(), 1));
-  return found;
+// What of an identity is always compared exactly.
+std::uint64_t ids_of(const channel::identity &id) {
+  return std::uint64_t{static_cast<std::uint8_t>(id.net_index)} << 32 |
+         std::uint64_t{static_cast<std::uint16_t>(id.network_id)} << 16 | static_cast<std::uint16_t>(id.service_id);
 }
 
 // Those of the entries that a rule names, each once.
@@ -176,32 +160,109 @@ std::string text_of(const channel_number &number) {
   return number.minor == 0 ? std::to_string(number.major) : fmt::format("{}-{}", number.major, number.minor);
 }
 
-std::vector<std::size_t> services_named(const line_up &list, std::string_view text, std::int8_t view) {
+void service_finder::learn_ids() {
+  if (std::exchange(knows_ids_, true)) {
+    return;
+  }
+  for (std::size_t place = 0; place < list_.services.size(); ++place) {
+    by_ids_[ids_of(list_.services[place].id())].push_back(place);
+  }
+}
+
+void service_finder::learn_names() {
+  while (names_.size() < list_.services.size()) {
+    const std::string &name = names_.emplace_back(folded(list_.services[names_.size()].name)).value();
+    by_name_[name].push_back(names_.size() - 1);
+  }
+}
+
+void service_finder::forget_name(std::size_t place) {
+  learn_names();
+  std::erase(by_name_[names_[place].value_or("")], place);
+  names_[place].reset();
+}
+
+void service_finder::was_renamed(std::size_t place) {
+  forget_name(place);
+  names_[place] = folded(list_.services[place].name);
+  places &same = by_name_[*names_[place]];
+  same.insert(std::ranges::upper_bound(same, place), place);
+}
+
+void service_finder::was_removed(std::size_t place) {
+  learn_ids();
+  forget_name(place);
+  std::erase(by_ids_[ids_of(list_.services[place].id())], place);
+}
+
+// A search by identity stops at the first.
+service_finder::places service_finder::with_identity(std::string_view text) {
+  const std::optional<channel::identity> id = read_identity(text);
+  if (!id) {
+    return {};
+  }
+  learn_ids();
+  const auto same_ids = by_ids_.find(ids_of(*id));
+  if (same_ids == by_ids_.end()) {
+    return {};
+  }
+  const auto found = std::ranges::find_if(same_ids->second,
+                                          [&](std::size_t place) { return has_identity(list_.services[place], *id); });
+  return found != same_ids->second.end() ? places{*found} : places();
+}
+
+service_finder::places service_finder::with_name(std::string_view text) {
+  learn_names();
+  const auto found = by_name_.find(folded(text));
+  return found != by_name_.end() ? found->second : places();
+}
+
+service_finder::places service_finder::with_part_of_name(std::string_view text) {
+  learn_names();
+  const std::string part = folded(text);
+  places found;
+  for (std::size_t place = 0; place < names_.size(); ++place) {
+    if (names_[place] && names_[place]->find(part) != std::string::npos) {
+      found.push_back(place);
+    }
+  }
+  return found;
+}
+
+std::vector<std::size_t> service_finder::named(std::string_view text, std::int8_t view) {
   const std::optional<number_text> number = read_channel_number(text);
-  std::vector<std::size_t> services = with_identity(list, text);
+  places services = with_identity(text);
   if (services.empty() && number.has_value()) {
-    services = with_number(list, *number, view);
+    services = with_number(list_, *number, view);
   }
   // Nothing names no service, not even one without a name.
   if (services.empty() && !text.empty()) {
-    services = services_that(list, [text](const line_up_service &each) { return is_same_name(each.name, text); });
+    services = with_name(text);
   }
   if (services.empty() && !number.has_value() && !text.empty()) {
-    services = services_that(list, [text](const line_up_service &each) { return contains_name(each.name, text); });
+    services = with_part_of_name(text);
   }
   return services;
 }
 
-std::size_t service_named(const line_up &list, std::string_view text, std::int8_t view) {
-  const std::vector<std::size_t> services = services_named(list, text, view);
+std::size_t service_finder::one_named(std::string_view text, std::int8_t view) {
+  const places services = named(text, view);
   if (services.empty()) {
     throw std::runtime_error(fmt::format("no service has the number, the name or the identity {}", shown(text)));
   }
   if (services.size() > 1) {
     throw std::runtime_error(fmt::format("{} could be any of {} services:{}", shown(text), services.size(),
-                                         candidates_text(list, services, view)));
+                                         candidates_text(list_, services, view)));
   }
   return services.front();
+}
+
+std::vector<std::size_t> services_named(const line_up &list, std::string_view text, std::int8_t view) {
+  return service_finder(list).named(text, view);
+}
+
+std::size_t service_named(const line_up &list, std::string_view text, std::int8_t view) {
+  return service_finder(list).one_named(text, view);
 }
 
 std::int8_t view_named(const line_up &list, std::string_view text) {

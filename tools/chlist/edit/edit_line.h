@@ -1,0 +1,35 @@
+// Edits as lines of a text: the words of an edit command without FILE, `rename "News" "News 24"`.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "chlist/edit/edit_session.h"
+
+namespace chlist {
+
+// The words of a line, as a shell takes them apart: blanks stand between words, ' and " around a word keep them, a
+// backslash outside of '' makes an ordinary character of the next one, and a # in front of a word ends the line. Throws
+// std::runtime_error when a quote is not closed.
+std::vector<std::string> words_of_edit(std::string_view line);
+
+// A word as words_of_edit() reads it, in quotes when it needs them.
+std::string quoted_word(std::string_view word);
+
+std::string line_of_words(const std::vector<std::string> &words);
+
+// A line and what it does.
+struct read_edit {
+  std::size_t line = 0;
+  list_edit apply;
+};
+
+// The edits of a whole text. Throws std::runtime_error that begins with the source and the number of the line that
+// cannot be read.
+std::vector<read_edit> edits_in(std::string_view text, const std::string &source);
+
+// The line of an edit whose options have been parsed: `fav add Films 7`.
+std::string line_of(const edit_row &row);
+
+}  // namespace chlist

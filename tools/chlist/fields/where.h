@@ -1,0 +1,33 @@
+// Conditions on services in the words of the table of fields: `provider=Sky scrambled=yes name~"HD$"`.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "chlist/command.h"
+#include "chlist/fields/service_fields.h"
+
+namespace chlist {
+
+// Conditions that stand side by side must all be met, as with "and"; "or" binds less than that, "not" more, and
+// brackets more than all.
+//   FIELD=VALUE FIELD!=VALUE   the whole value, as the table of fields spells it; texts without regard to case and
+//                              accents; of several groups one must be it; "none" or "" is what is not set
+//   FIELD~VALUE FIELD!~VALUE   a regular expression that is found in the value as listings show it, or is not
+//   FIELD<VALUE FIELD>VALUE    of numbers; what is not set is neither
+// A value with blanks or brackets stands in quotes, single or double.
+class where {
+ public:
+  // Throws std::runtime_error that tells at which character the text cannot be understood, and why.
+  explicit where(std::string_view text);
+
+  [[nodiscard]] bool takes(const service_row &row) const { return takes_(row); }
+
+ private:
+  std::function<bool(const service_row &)> takes_;
+};
+
+// The operators, for the help.
+std::vector<term> terms_of_conditions();
+
+}  // namespace chlist
