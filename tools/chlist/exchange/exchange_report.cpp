@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "chlist/command.h"
+#include "chlist/files/standard_streams.h"
 #include "chlist/first_of_a_kind.h"
 #include "chlist/messages.h"
 
@@ -74,18 +76,32 @@ void report_left_out(const std::filesystem::path &input, const loss_counts &lost
   }
 }
 
-void print_losses(const loss_counts &lost, std::string_view title) {
+std::string losses_text(const loss_counts &lost, std::string_view title) {
   const auto rows = rows_of(lost, false);
-  if (!rows.empty()) {
-    fmt::print("{}\n", title);
-  }
+  std::string text = rows.empty() ? "" : fmt::format("{}\n", title);
   constexpr std::size_t usual_width = 34;
   std::size_t width = usual_width;
   for (const loss_counts::row &row : rows) {
     width = std::max(width, row.what.size());
   }
   for (const loss_counts::row &row : rows) {
-    fmt::print("  {:<{}}{:>5}{}{}\n", row.what, width, row.count, row.note.empty() ? "" : "  ", row.note);
+    fmt::format_to(std::back_inserter(text), "  {:<{}}{:>5}{}{}\n", row.what, width, row.count,
+                   row.note.empty() ? "" : "  ", row.note);
+  }
+  return text;
+}
+
+void print_summary(const std::filesystem::path &output, std::string_view text) {
+  if (is_standard_stream(output)) {
+    fmt::print(stderr, "{}", text);
+  } else {
+    print_report([text] { fmt::print("{}", text); });
+  }
+}
+
+void must_leave_room_for_report(const std::filesystem::path &output, bool as_json) {
+  if (is_standard_stream(output) && as_json) {
+    throw usage_error("--json: standard output takes the list already");
   }
 }
 

@@ -13,8 +13,14 @@
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exit_codes.h"
+#include "chlist/files/backup.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/faithful_load.h"
+#include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
+#include "chlist/files/replacement.h"
+#include "chlist/files/standard_streams.h"
 #include "chlist/files/text_file.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
@@ -28,13 +34,15 @@ struct import_options {
   fs::path input;
   fs::path output;
   std::string from;
+  bool leaves_no_backup = false;
   bool shows_all = false;
   bool as_json = false;
 };
 
 // What an import comes to.
 struct import_outcome {
-  std::string_view format_name;
+  const list_source &source;
+  const format &from;
   filled_list filled;
   loss_counts lost;
 };
@@ -50,28 +58,78 @@ auto reading(const list_source &source, const Read &read) {
 }
 
 import_outcome read_into_list(const list_source &source, const format &from) {
-  import_outcome result;
-  result.format_name = from.name;
+  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
   result.filled = fill_list(reading(source, [&] { return from.read(source, result.lost); }), result.lost);
   return result;
 }
 
-void print_summary(const import_options &options, const import_outcome &result) {
-  const list_counts &counts = result.filled.counts;
-  fmt::print("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", options.output.string(),
-             counted(counts.services, "service"), counts.tv, counts.radio, counts.services - counts.tv - counts.radio,
-             counted(counts.providers, "provider"), counted(counts.transponders, "transponder"),
-             counted(counts.sources, "source"), counted(result.filled.skipped.size(), "line"));
-  if (counts.favourite_groups > 0) {
-    fmt::print("{}: {}\n", options.output.string(), counted(counts.favourite_groups, "favourite group"));
+// A channel file that is replaced may be somebody's work: what it was is kept, and that is said.
+class import_target {
+ public:
+  explicit import_target(const import_options &options) : output_(options.output) {
+    std::error_code unseen;
+    const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
+    keeps_backup_ = is_list && !is_standard_stream(output_) && !options.leaves_no_backup;
   }
-  print_losses(result.lost, "Not carried by the channel file:");
+
+  void write_list() const {
+    if (is_standard_stream(output_)) {
+      write_standard_output(image_of(*get_channel_list()));
+    } else {
+      keep_what_was();
+      save_list_as(output_);
+    }
+  }
+
+  void write_bytes(std::string_view bytes) const {
+    if (is_standard_stream(output_)) {
+      write_standard_output(bytes);
+    } else {
+      keep_what_was();
+      write_text_file(output_, bytes);
+    }
+  }
+
+  [[nodiscard]] std::string note() const {
+    return keeps_backup_ ? fmt::format("{}: what it was is kept as {}\n", output_.string(), name_of_backup()) : "";
+  }
+  [[nodiscard]] json backup() const { return keeps_backup_ ? json(name_of_backup()) : json(); }
+
+ private:
+  // Beside the output as it was named, unless that is a link.
+  [[nodiscard]] std::string name_of_backup() const {
+    return fs::is_symlink(output_) ? backup_of(output_).string() : output_.string() + ".bak";
+  }
+
+  void keep_what_was() const {
+    if (keeps_backup_) {
+      must_be_replaceable(output_);
+      keep_backup(output_);
+    }
+  }
+
+  const fs::path &output_;
+  bool keeps_backup_ = false;
+};
+
+std::string summary_of(const import_options &options, const import_outcome &result) {
+  const list_counts &counts = result.filled.counts;
+  const std::string output = name_of_output(options.output);
+  std::string text = fmt::format("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", output,
+                                 counted(counts.services, "service"), counts.tv, counts.radio,
+                                 counts.services - counts.tv - counts.radio, counted(counts.providers, "provider"),
+                                 counted(counts.transponders, "transponder"), counted(counts.sources, "source"),
+                                 counted(result.filled.skipped.size(), "line"));
+  if (counts.favourite_groups > 0) {
+    text += fmt::format("{}: {}\n", output, counted(counts.favourite_groups, "favourite group"));
+  }
+  return text + losses_text(result.lost, "Not carried by the channel file:");
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
   return {{"file", options.input.string()},
-          {"format", result.format_name},
+          {"format", result.from.name},
           {"output", options.output.string()},
           {"services", counts.services},
           {"tv", counts.tv},
@@ -90,51 +148,49 @@ void report_findings(const import_options &options, const import_outcome &result
   if (options.as_json) {
     return;
   }
-  report_skipped(options.input, result.filled.skipped, options.shows_all);
-  report_left_out(options.input, result.lost);
+  const fs::path &input = result.source.path;
+  report_skipped(input, result.filled.skipped, options.shows_all);
+  report_left_out(input, result.lost);
   for (const std::string &text : result.filled.left_out) {
-    print_message(fmt::format("{}: {}", options.input.string(), text));
+    print_message(fmt::format("{}: {}", input.string(), text));
   }
 }
 
-void report(const import_options &options, const import_outcome &result) {
-  print_report([&] {
-    if (options.as_json) {
-      print_json(json_of_outcome(options, result));
-    } else {
-      print_summary(options, result);
-    }
-  });
+void report(const import_options &options, json document, const std::string &summary, const import_target &target) {
+  if (options.as_json) {
+    document["backup"] = target.backup();
+    print_report([&] { print_json(document); });
+  } else {
+    print_summary(options.output, summary + target.note());
+  }
 }
 
 // Formats of the whole file make one, whose bytes nobody touches.
 int import_whole_file(const import_options &options, const list_source &source, const format &from) {
-  write_text_file(options.output, reading(source, [&] { return from.to_channel_file(source.text); }));
-  print_report([&] {
-    if (options.as_json) {
-      print_json({{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}});
-    } else {
-      fmt::print("{}: the whole channel file from {}\n", options.output.string(), from.name);
-    }
-  });
+  const import_target target(options);
+  target.write_bytes(reading(source, [&] { return from.to_channel_file(source.text); }));
+  report(options, {{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}},
+         fmt::format("{}: the whole channel file from {}\n", name_of_output(options.output), from.name), target);
   return exit_done;
 }
 
-// A folder is read file by file, whatever file of it is named.
-void must_not_be_within(const import_options &options) {
-  const fs::path folder = fs::is_directory(options.input) ? options.input : fs::absolute(options.input).parent_path();
+// A folder is read file by file, whatever file of it is named. A channel file that stands among them is none of them.
+void must_not_be_within(const import_options &options, const list_source &source) {
+  const fs::path folder = source.is_folder ? source.path : fs::absolute(source.path).parent_path();
   const fs::path place = fs::absolute(options.output).parent_path();
-  if (fs::exists(options.output) && fs::equivalent(folder, place)) {
+  if (fs::exists(options.output) && fs::equivalent(folder, place) &&
+      !is_channel_file(read_beginning(options.output, 2))) {
     throw std::runtime_error(options.output.string() + ": is a part of the input");
   }
 }
 
 int run_import(const import_options &options) {
+  must_leave_room_for_report(options.output, options.as_json);
   const list_source source = source_at(options.input);
   const format &from = format_to_read(options.from, source);
-  must_differ(options.input, options.output);
-  if (from.is_folder) {
-    must_not_be_within(options);
+  must_differ(opened_as(options.input), options.output);
+  if (from.is_folder && !is_standard_stream(options.input)) {
+    must_not_be_within(options, source);
   }
   if (from.to_channel_file != nullptr) {
     return import_whole_file(options, source, from);
@@ -142,10 +198,11 @@ int run_import(const import_options &options) {
   const import_outcome result = read_into_list(source, from);
   report_findings(options, result);
   if (result.filled.counts.services == 0) {
-    throw std::runtime_error(options.input.string() + ": no service to import");
+    throw std::runtime_error(source.path.string() + ": no service to import");
   }
-  save_list_as(options.output);
-  report(options, result);
+  const import_target target(options);
+  target.write_list();
+  report(options, json_of_outcome(options, result), summary_of(options, result), target);
   return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
 }
 
@@ -163,7 +220,12 @@ command import_command() {
            "with video go to the TV view, those with only audio to the radio view, all of them to the ALL view. "
            "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it. Lines that "
            "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
-           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all."},
+           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all; a channel "
+           "file "
+           "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
+           "INPUT is read once, so that it may be a pipe; - is standard input. What is larger than 64 MiB is refused, "
+           "and so is a named pipe that nobody writes within five seconds. With -o - the channel file goes to "
+           "standard output and the report to standard error."},
       .sections = {{"Formats", formats_to_read()}},
       .exit_codes = {{"0", "everything was imported"},
                      {"1", "imported, but lines were skipped, or the list had no room for something"},
@@ -173,14 +235,17 @@ command import_command() {
                    "chlist import --from vdr sat.txt -o all_channel.dat --json"},
       .options = {{.names = "INPUT",
                    .target = &options->input,
-                   .about = "the file to read, or the folder of formats that have several files",
+                   .about = "the file to read, or the folder of formats that have several files; - is standard input",
                    .is_required = true},
                   {.names = "-o,--output",
                    .target = &options->output,
-                   .about = "the channel file to write",
+                   .about = "the channel file to write; - is standard output",
                    .value = "OUTPUT",
                    .is_required = true},
                   {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
+                  {.names = "--no-backup",
+                   .target = &options->leaves_no_backup,
+                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
                   {.names = "--all",
                    .target = &options->shows_all,
                    .about = "tell every line that is skipped, not only the first ten of each kind"},

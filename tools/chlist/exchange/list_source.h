@@ -22,7 +22,7 @@ struct list_source {
   folder_files files;  // of the folder, or of the one that the file stands in
 };
 
-// Throws std::runtime_error when the path cannot be read.
+// "-" is standard input. Throws std::runtime_error when the path cannot be read.
 list_source source_at(const std::filesystem::path &path);
 
 // What a writer made, of a folder its files.
