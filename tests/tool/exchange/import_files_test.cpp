@@ -83,7 +83,7 @@ TEST_F(ImportFiles, WithoutAServiceNothingIsWritten) {
   const program_result result = import("broken\n");
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: import: channels.conf:1: skipped: has 1 field instead of 13\n"
+  EXPECT_EQ(result.err, "chlist: import: channels.conf:1: skipped: has 1 field instead of 9 to 13\n"
                         "chlist: import: channels.conf: no service to import\n");
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(read_file(dir.path() + "list.dat"), "old");

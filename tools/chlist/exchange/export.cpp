@@ -12,10 +12,9 @@
 #include <vector>
 
 #include "chlist/exchange/exchange_report.h"
-#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/round_trip.h"
-#include "chlist/exchange/vdr/vdr_fields.h"
+#include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/standard_streams.h"
@@ -46,34 +45,6 @@ struct export_outcome {
   loss_counts lost;
 };
 
-// "NET=S19.2E": a network's name cannot be told from what VDR calls a source otherwise.
-void rename_source(line_up &list, const std::string &option) {
-  const std::size_t sign = option.rfind('=');
-  if (sign == std::string::npos) {
-    throw usage_error("--source: " + shown(option) + " is not NETWORK=SOURCE");
-  }
-  const std::string network = option.substr(0, sign);
-  std::string source;
-  try {
-    source = read_source(std::string_view(option).substr(sign + 1));
-  } catch (const bad_line &bad) {
-    throw usage_error("--source: " + bad.reason);
-  }
-  std::size_t renamed = 0;
-  for (line_up_service &service : list.services) {
-    if (service.source == network) {
-      service.source = source;
-      ++renamed;
-    }
-  }
-  if (renamed == 0) {
-    throw usage_error("--source: no network is named " + shown(network));
-  }
-  for (line_up_network &each : list.networks) {
-    each.name = each.name == network ? source : each.name;
-  }
-}
-
 void write_one(const fs::path &output, std::string_view text) {
   if (is_standard_stream(output)) {
     write_standard_output(text);
@@ -102,7 +73,7 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   }
   line_up list = line_up_of(records.list());
   for (const std::string &source : options.sources) {
-    rename_source(list, source);
+    rename_source(list, source, "network");
   }
   const exported_list made = export_list({records.list(), list}, result.to, options.writing);
   write_files(options.output, result.to, made.files);
@@ -201,7 +172,7 @@ command export_command() {
            {.names = "--source",
             .target = &options->sources,
             .about = "what to call a network's source, when its name is not like S19.2E; may be given several times",
-            .value = "NETWORK=SOURCE"},
+            .value = "NAME=SOURCE"},
            {.names = "--columns",
             .target = &options->writing.columns,
             .about = "CSV: the columns, by name, separated by commas",

@@ -8,10 +8,13 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
+#include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
@@ -34,6 +37,8 @@ struct import_options {
   fs::path input;
   fs::path output;
   std::string from;
+  std::vector<std::string> sources;
+  group_options groups;
   bool leaves_no_backup = false;
   bool shows_all = false;
   bool as_json = false;
@@ -57,9 +62,14 @@ auto reading(const list_source &source, const Read &read) {
   }
 }
 
-import_outcome read_into_list(const list_source &source, const format &from) {
+import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
   import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
-  result.filled = fill_list(reading(source, [&] { return from.read(source, result.lost); }), result.lost);
+  line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  for (const std::string &name : options.sources) {
+    rename_source(list, name, "source");
+  }
+  choose_groups(list, options.groups, result.lost);
+  result.filled = fill_list(list, result.lost);
   return result;
 }
 
@@ -195,7 +205,7 @@ int run_import(const import_options &options) {
   if (from.to_channel_file != nullptr) {
     return import_whole_file(options, source, from);
   }
-  const import_outcome result = read_into_list(source, from);
+  const import_outcome result = read_into_list(options, source, from);
   report_findings(options, result);
   if (result.filled.counts.services == 0) {
     throw std::runtime_error(source.path.string() + ": no service to import");
@@ -216,13 +226,23 @@ command import_command() {
       .details =
           {"The format is told by the contents and the name of INPUT; --from decides against that. Every source gets a "
            "network index of its own, in order of appearance from 1, unless INPUT says one. Frequencies are stored in "
-           "kHz. Names of providers, genres and countries become groups, and favourites favourite groups. Services "
+           "kHz. Names of providers, genres and countries become groups. Services "
            "with video go to the TV view, those with only audio to the radio view, all of them to the ALL view. "
-           "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it. Lines that "
+           "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it, and one with a "
+           "name begins a group, ':Name' or ':@N Name'. Lines that "
            "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
            "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all; a channel "
            "file "
            "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
+           "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "
+           "viewer finds them there. A list holds 20 of 40 services each; what is left out is named. --bouquets "
+           "chooses, "
+           "--split makes \"Name 1\", \"Name 2\" of one that is too long, and --groups makes genres of them, which "
+           "hold "
+           "any number of services, or nothing.",
+           "A source without a position (\"S\" and \"S#1\" of older lists and of dvbv5) is named with --source, so "
+           "that "
+           "it is the same network as in other lists.",
            "INPUT is read once, so that it may be a pipe; - is standard input. What is larger than 64 MiB is refused, "
            "and so is a named pipe that nobody writes within five seconds. With -o - the channel file goes to "
            "standard output and the report to standard error."},
@@ -232,7 +252,9 @@ command import_command() {
                      {"2", "nothing was written: bad usage, unreadable input, no service in it, or an output that "
                            "cannot be written; or only the report could not be written"}},
       .examples = {"chlist import channels.conf -o all_channel.dat", "chlist import services.csv -o all_channel.dat",
-                   "chlist import --from vdr sat.txt -o all_channel.dat --json"},
+                   "chlist import --from vdr sat.txt -o all_channel.dat --json",
+                   "chlist import enigma2 -o all_channel.dat --bouquets 'Favourites (TV),News' --split",
+                   "dvbv5-scan astra | chlist import - -o all_channel.dat --source S=S19.2E"},
       .options = {{.names = "INPUT",
                    .target = &options->input,
                    .about = "the file to read, or the folder of formats that have several files; - is standard input",
@@ -243,6 +265,22 @@ command import_command() {
                    .value = "OUTPUT",
                    .is_required = true},
                   {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
+                  {.names = "--source",
+                   .target = &options->sources,
+                   .about = "what to call a source, as S=S13.0E or S#1=S19.2E; may be given several times",
+                   .value = "NAME=SOURCE"},
+                  {.names = "--groups",
+                   .target = &options->groups.become,
+                   .about = "what groups become (favourites)",
+                   .value = "WHAT",
+                   .choices = {"favourites", "genres", "none"}},
+                  {.names = "--bouquets",
+                   .target = &options->groups.chosen,
+                   .about = "take these groups alone, in this order, with commas between; may be given several times",
+                   .value = "NAMES"},
+                  {.names = "--split",
+                   .target = &options->groups.are_split,
+                   .about = "make several favourite groups of one that is too long"},
                   {.names = "--no-backup",
                    .target = &options->leaves_no_backup,
                    .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
