@@ -76,6 +76,24 @@ void report_left_out(const std::filesystem::path &input, const loss_counts &lost
   }
 }
 
+void report_full_tables(const std::filesystem::path &input, const filled_list &filled, bool shows_all) {
+  for (const std::string &text : filled.left_out) {
+    print_message(fmt::format("{}: {}", input.string(), text));
+  }
+  first_of_a_kind printed(shows_all);
+  for (const group_left_out &group : filled.groups_left_out) {
+    if (printed.takes(group.is_cut ? "favourites of groups that are too long" : "favourite groups")) {
+      const std::string what = group.is_cut
+                                   ? fmt::format("{} of {}", group.left_out, counted(group.services, "service"))
+                                   : counted(group.services, "service");
+      print_message(fmt::format("{}: left out: favourite group {}: {}", input.string(), shown(group.name), what));
+    }
+  }
+  for (const auto &[kind, count] : printed.left_out()) {
+    print_message(fmt::format("{}: and {} more: {} (--all)", input.string(), count, kind));
+  }
+}
+
 std::string losses_text(const loss_counts &lost, std::string_view title) {
   const auto rows = rows_of(lost, false);
   std::string text = rows.empty() ? "" : fmt::format("{}\n", title);
@@ -109,6 +127,14 @@ json json_of_skipped(const std::vector<skipped_line> &skipped) {
   json array = json::array();
   for (const skipped_line &each : skipped) {
     array.push_back({{"line", each.line}, {"message", each.reason}});
+  }
+  return array;
+}
+
+json json_of_groups_left_out(const std::vector<group_left_out> &groups) {
+  json array = json::array();
+  for (const group_left_out &group : groups) {
+    array.push_back({{"group_name", group.name}, {"services", group.services}, {"count", group.left_out}});
   }
   return array;
 }

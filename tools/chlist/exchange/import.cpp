@@ -150,6 +150,7 @@ json json_of_outcome(const import_options &options, const import_outcome &result
           {"favourite_groups", counts.favourite_groups},
           {"skipped_lines", json_of_skipped(result.filled.skipped)},
           {"notes", result.filled.left_out},
+          {"groups_left_out", json_of_groups_left_out(result.filled.groups_left_out)},
           {"left_out", json_of_left_out(result.lost)},
           {"not_carried", json_of_losses(result.lost)}};
 }
@@ -161,9 +162,7 @@ void report_findings(const import_options &options, const import_outcome &result
   const fs::path &input = result.source.path;
   report_skipped(input, result.filled.skipped, options.shows_all);
   report_left_out(input, result.lost);
-  for (const std::string &text : result.filled.left_out) {
-    print_message(fmt::format("{}: {}", input.string(), text));
-  }
+  report_full_tables(input, result.filled, options.shows_all);
 }
 
 void report(const import_options &options, json document, const std::string &summary, const import_target &target) {
@@ -286,7 +285,8 @@ command import_command() {
                    .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
                   {.names = "--all",
                    .target = &options->shows_all,
-                   .about = "tell every line that is skipped, not only the first ten of each kind"},
+                   .about = "tell every line that is skipped and every group that is left out, not only the first ten "
+                            "of each kind"},
                   {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
       .run = [options] { return run_import(*options); }};
 }

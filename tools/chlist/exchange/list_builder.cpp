@@ -168,9 +168,10 @@ void list_builder::add(const favourite_group &group) {
   const int before = get_fav_group_number();
   const int id = add_fav_group_info(group_named(group.name));
   if (id < 0) {
-    ++favourite_groups_left_out_;
+    groups_left_out_.push_back({group.name, group.entries.size(), group.entries.size(), false});
     return;
   }
+  std::size_t left_out = 0;
   lost_.add("favourite groups that are joined to one of the same name", get_fav_group_number() == before ? 1 : 0);
   for (const line_up_entry &entry : group.entries) {
     channel_st *filed = added_.at(entry.service);
@@ -182,10 +183,13 @@ void list_builder::add(const favourite_group &group) {
     const virtual_channel_st added = entry_of(*filed, number.major, number.minor);
     const std::int16_t held = get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id)));
     if (add_fav_virtual_channel(static_cast<std::int16_t>(id), &added) != 0) {
-      ++favourites_left_out_;
+      ++left_out;
     } else if (get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id))) == held) {
       lost_.add("services that are twice in a favourite group");
     }
+  }
+  if (left_out > 0) {
+    groups_left_out_.push_back({group.name, group.entries.size(), left_out, true});
   }
 }
 
@@ -208,20 +212,25 @@ std::vector<std::string> list_builder::build_views() {
   return left_out;
 }
 
-std::vector<std::string> list_builder::groups_left_out() const {
+std::vector<std::string> list_builder::full_tables() const {
   std::vector<std::string> texts;
   for (const group_names *names : {&providers_, &genres_, &countries_}) {
     if (auto text = names->left_out()) {
       texts.push_back(std::move(*text));
     }
   }
-  if (favourite_groups_left_out_ > 0) {
-    texts.push_back(fmt::format("the list of favourite groups is full: it holds {}, {} more are left out", +MAX_FAV,
-                                favourite_groups_left_out_));
+  const auto groups = std::ranges::count(groups_left_out_, false, &group_left_out::is_cut);
+  if (groups > 0) {
+    texts.push_back(
+        fmt::format("the list of favourite groups is full: it holds {}, {} more are left out", +MAX_FAV, groups));
   }
-  if (favourites_left_out_ > 0) {
+  std::size_t services = 0;
+  for (const group_left_out &each : groups_left_out_) {
+    services += each.is_cut ? each.left_out : 0;
+  }
+  if (services > 0) {
     texts.push_back(fmt::format("favourite groups are full: each holds {}, {} more favourites are left out",
-                                +MAX_FAV_NUM, favourites_left_out_));
+                                +MAX_FAV_NUM, services));
   }
   return texts;
 }
@@ -262,7 +271,8 @@ filled_list fill_list(const line_up &from, loss_counts &lost) {
   for (const favourite_group &group : from.favourites) {
     builder.add(group);
   }
-  std::ranges::move(builder.groups_left_out(), std::back_inserter(result.left_out));
+  std::ranges::move(builder.full_tables(), std::back_inserter(result.left_out));
+  result.groups_left_out = builder.groups_left_out();
   lost.add(builder.lost());
   result.filed = builder.filed_services();
   result.counts = builder.counts();

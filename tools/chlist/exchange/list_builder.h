@@ -28,6 +28,14 @@ struct list_counts {
   std::size_t favourite_groups = 0;
 };
 
+// A favourite group that there was no room for, or not for all of its services.
+struct group_left_out {
+  std::string name;
+  std::size_t services = 0;
+  std::size_t left_out = 0;
+  bool is_cut = false;  // the group is there, without some of them
+};
+
 class list_builder {
  public:
   // Empties the channel list.
@@ -43,7 +51,10 @@ class list_builder {
   std::vector<std::string> build_views();
 
   // What to say of groups and favourites that the list had no room for; nothing when it took them all.
-  [[nodiscard]] std::vector<std::string> groups_left_out() const;
+  [[nodiscard]] std::vector<std::string> full_tables() const;
+
+  // Those of the favourites, one by one.
+  [[nodiscard]] const std::vector<group_left_out> &groups_left_out() const { return groups_left_out_; }
 
   // What the records of the list have no place for.
   [[nodiscard]] const loss_counts &lost() const { return lost_; }
@@ -70,15 +81,15 @@ class list_builder {
   group_names providers_{GROUP_PROVIDER};
   group_names genres_{GROUP_GENRE};
   group_names countries_{GROUP_COUNTRY};
-  std::size_t favourite_groups_left_out_ = 0;
-  std::size_t favourites_left_out_ = 0;
+  std::vector<group_left_out> groups_left_out_;
   loss_counts lost_;
 };
 
 // What filling the list with a whole line-up came to.
 struct filled_list {
-  std::vector<skipped_line> skipped;      // the line-up's own among them, by line
-  std::vector<std::string> left_out;      // what the list had no room for
+  std::vector<skipped_line> skipped;  // the line-up's own among them, by line
+  std::vector<std::string> left_out;  // what the list had no room for
+  std::vector<group_left_out> groups_left_out;
   std::vector<const channel_st *> filed;  // the records of the services; null: left out
   list_counts counts;
 
