@@ -175,7 +175,8 @@ TEST_F(Import, AViewThatIsTooSmallIsAFinding) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "chlist: import: channels.conf: the radio view is full: it holds 1000, 1 more services are in "
-                        "the ALL view only\n");
+                        "the ALL view only\n"
+                        "chlist: import: channels.conf: first come favourites, numbered, free (--prefer)\n");
   load();
   EXPECT_EQ(list.vnumber, MAX_RADIO_CHANNEL + 1);
   EXPECT_EQ(list.radio_vnumber, MAX_RADIO_CHANNEL);

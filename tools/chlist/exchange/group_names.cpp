@@ -67,6 +67,7 @@ std::int16_t group_names::id_of(std::string_view name, loss_counts &lost) {
     return kind.none;
   }
   if (const auto known = ids_.find(cut); known != ids_.end()) {
+    used_.insert(known->second);
     return known->second;
   }
   const std::int16_t id = add(cut);
@@ -74,7 +75,28 @@ std::int16_t group_names::id_of(std::string_view name, loss_counts &lost) {
     left_out_.insert(cut);
     return kind.none;
   }
+  used_.insert(id);
   return ids_[cut] = id;
+}
+
+void group_names::follow(const line_up_groups &model) {
+  const channel::group_table table = channel::table_of_kind(kind_);
+  for (const line_up_group &each : model.groups) {
+    if (table.size() < table.capacity && ids_.try_emplace(each.name, static_cast<std::int16_t>(each.id)).second) {
+      group_st taken = group_named(each.name);
+      taken.id = static_cast<std::int16_t>(each.id);
+      table.groups[table.size()] = taken;
+      ++*table.count;
+    }
+  }
+}
+
+void group_names::drop_unused() const {
+  const channel::group_table table = channel::table_of_kind(kind_);
+  const auto unused =
+      std::remove_if(table.begin(), table.end(), [this](const group_st &group) { return !used_.contains(group.id); });
+  std::fill(unused, table.end(), group_st{});
+  *table.count = static_cast<std::int16_t>(unused - table.begin());
 }
 
 std::int16_t group_names::add(std::string_view name) const {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -20,6 +21,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/files/file_line_up.h"
 #include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
@@ -39,6 +41,9 @@ struct import_options {
   std::string from;
   std::vector<std::string> sources;
   group_options groups;
+  service_options services;
+  std::string preferred;
+  fs::path model;
   bool leaves_no_backup = false;
   bool shows_all = false;
   bool as_json = false;
@@ -50,6 +55,7 @@ struct import_outcome {
   const format &from;
   filled_list filled;
   loss_counts lost;
+  std::size_t not_asked_for = 0;  // services
 };
 
 // Readers know nothing of paths.
@@ -64,12 +70,21 @@ auto reading(const list_source &source, const Read &read) {
 
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
   import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
+  fill_options filling;
+  if (!options.preferred.empty()) {
+    filling.preferred = preferences_named(options.preferred);
+  }
+  std::optional<line_up> model;
+  if (!options.model.empty()) {
+    filling.model = &model.emplace(line_up_in(channel_file(options.model)));
+  }
   line_up list = reading(source, [&] { return from.read(source, result.lost); });
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
   }
+  result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
-  result.filled = fill_list(list, result.lost);
+  result.filled = fill_list(list, result.lost, filling);
   return result;
 }
 
@@ -133,6 +148,9 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (counts.favourite_groups > 0) {
     text += fmt::format("{}: {}\n", output, counted(counts.favourite_groups, "favourite group"));
   }
+  if (result.not_asked_for > 0) {
+    text += fmt::format("{}: {} not asked for\n", output, counted(result.not_asked_for, "service"));
+  }
   return text + losses_text(result.lost, "Not carried by the channel file:");
 }
 
@@ -148,6 +166,7 @@ json json_of_outcome(const import_options &options, const import_outcome &result
           {"transponders", counts.transponders},
           {"sources", counts.sources},
           {"favourite_groups", counts.favourite_groups},
+          {"not_asked_for", result.not_asked_for},
           {"skipped_lines", json_of_skipped(result.filled.skipped)},
           {"notes", result.filled.left_out},
           {"groups_left_out", json_of_groups_left_out(result.filled.groups_left_out)},
@@ -239,6 +258,16 @@ command import_command() {
            "--split makes \"Name 1\", \"Name 2\" of one that is too long, and --groups makes genres of them, which "
            "hold "
            "any number of services, or nothing.",
+           "--where takes what matches, as --filter of `chlist list` does (FIELD is a column of `chlist list --columns "
+           "help`); --only and --without take and leave out sources, providers and types by their names: of those that "
+           "--only names, one of each kind is to match. A list holds 5,000 services, of which its views show 4,000 of "
+           "television and 1,000 of radio. When there are more, those in groups come first, then those with a number "
+           "in INPUT, then those that are free to air, and the rest as INPUT has them; --prefer orders otherwise.",
+           "A list numbers its networks and its providers, genres and countries for itself. --like LIST takes the "
+           "numbers "
+           "from another channel file: a source has the network index that it has there, known by its name or its "
+           "position, and groups have their ids and their order. Then `chlist merge` and `chlist diff` know the "
+           "services of both lists for the same.",
            "A source without a position (\"S\" and \"S#1\" of older lists and of dvbv5) is named with --source, so "
            "that "
            "it is the same network as in other lists.",
@@ -252,7 +281,9 @@ command import_command() {
                            "cannot be written; or only the report could not be written"}},
       .examples = {"chlist import channels.conf -o all_channel.dat", "chlist import services.csv -o all_channel.dat",
                    "chlist import --from vdr sat.txt -o all_channel.dat --json",
+                   "chlist import channels.conf -o all_channel.dat --only S19.2E --without radio --where scrambled=no",
                    "chlist import enigma2 -o all_channel.dat --bouquets 'Favourites (TV),News' --split",
+                   "chlist import rescan.conf -o scan.dat --like all_channel.dat",
                    "dvbv5-scan astra | chlist import - -o all_channel.dat --source S=S19.2E"},
       .options = {{.names = "INPUT",
                    .target = &options->input,
@@ -280,6 +311,27 @@ command import_command() {
                   {.names = "--split",
                    .target = &options->groups.are_split,
                    .about = "make several favourite groups of one that is too long"},
+                  {.names = "--like",
+                   .target = &options->model,
+                   .about = "take network indexes and the ids and order of groups from this channel file",
+                   .value = "LIST"},
+                  {.names = "--where",
+                   .target = &options->services.where,
+                   .about = "take only services that match; may be given several times",
+                   .value = "FIELD=TEXT"},
+                  {.names = "--only",
+                   .target = &options->services.only,
+                   .about = "take only these sources, providers or types (S19.2E, TV), with commas between; may be "
+                            "given several times",
+                   .value = "NAMES"},
+                  {.names = "--without",
+                   .target = &options->services.without,
+                   .about = "leave these sources, providers or types out",
+                   .value = "NAMES"},
+                  {.names = "--prefer",
+                   .target = &options->preferred,
+                   .about = "what comes first when there is no room for all (favourites,numbered,free)",
+                   .value = "ORDER"},
                   {.names = "--no-backup",
                    .target = &options->leaves_no_backup,
                    .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
