@@ -9,6 +9,7 @@
 #include "chlist/edit/edit_session.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/exchange/list_builder.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -21,6 +22,7 @@ struct rename_options : edit_options {
 
 void rename(const rename_options &options, edit_notes &notes) {
   const channel_st &service = editable_service(options.service);
+  must_be_plain(options.name, "the name");
   const std::string_view name = cut_utf8(options.name, sizeof service.name[0].text);
   if (name.empty()) {
     throw std::runtime_error("a name has one byte at least");
@@ -45,7 +47,8 @@ command rename_command() {
       {.name = "rename",
        .summary = "Give a service another name",
        .details = {"The name is replaced; one that is longer than the 96 bytes that a list holds is cut in front of a "
-                   "character, with a note. All views show the service's one name, so nothing else follows."},
+                   "character, with a note. One that is not UTF-8, or holds a line end or another control character, "
+                   "is refused. All views show the service's one name, so nothing else follows."},
        .examples = {"chlist rename channels.dat 7 \"News HD\"",
                     "chlist rename channels.dat \"News HD\" News --short --dry-run"},
        .options = {{.names = "SERVICE", .target = &options->service, .about = "the service", .is_required = true},

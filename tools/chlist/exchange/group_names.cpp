@@ -9,6 +9,7 @@
 
 #include "channel/store/group_table.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -45,7 +46,8 @@ std::string_view cut_utf8(std::string_view text, std::size_t most) {
 }
 
 group_st group_named(std::string_view name) {
-  const std::string_view cut = cut_utf8(name, longest_group_name);
+  const std::string plain = in_one_line(name);
+  const std::string_view cut = cut_utf8(plain, longest_group_name);
   group_st group = {};
   group.name_len = static_cast<std::int16_t>(cut.size());
   std::ranges::copy(cut, group.name);

@@ -14,6 +14,7 @@
 #include "chlist/exchange/broadcast_service.h"
 #include "chlist/list_contents.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -24,7 +25,8 @@ constexpr std::size_t max_sources = 254;
 using owned_channel = channel::transient<channel_st>;
 
 void set_name(name_slot_st &slot, std::string_view name) {
-  const std::string_view cut = cut_utf8(name, sizeof slot.text);
+  const std::string plain = in_one_line(name);
+  const std::string_view cut = cut_utf8(plain, sizeof slot.text);
   std::ranges::copy(cut, slot.text);
   slot.name_len = static_cast<std::uint16_t>(cut.size());
 }
@@ -133,6 +135,7 @@ std::optional<std::string> list_builder::file(const line_up_service &service, st
   set_groups(filed, service);
   check_network_name(filed, service.source);
   lost_.add("names beyond 96 bytes", too_long_names(service));
+  lost_.add("names with control characters", in_one_line(service.name) != service.name ? 1 : 0);
   if (service.is_listed) {
     append(filed, number);
     next_number_ = std::max(next_number_, number.major + 1);
