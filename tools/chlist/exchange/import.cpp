@@ -39,6 +39,7 @@ struct import_options {
   fs::path input;
   fs::path output;
   std::string from;
+  std::string charset;
   std::vector<std::string> sources;
   group_options groups;
   service_options services;
@@ -151,6 +152,9 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (result.not_asked_for > 0) {
     text += fmt::format("{}: {} not asked for\n", output, counted(result.not_asked_for, "service"));
   }
+  if (const std::string note = result.source.read_as->text(); !note.empty()) {
+    text += fmt::format("{}: {}\n", result.source.path.string(), note);
+  }
   return text + losses_text(result.lost, "Not carried by the channel file:");
 }
 
@@ -158,6 +162,7 @@ json json_of_outcome(const import_options &options, const import_outcome &result
   const list_counts &counts = result.filled.counts;
   return {{"file", options.input.string()},
           {"format", result.from.name},
+          {"charset", result.source.read_as->charset},
           {"output", options.output.string()},
           {"services", counts.services},
           {"tv", counts.tv},
@@ -214,7 +219,7 @@ void must_not_be_within(const import_options &options, const list_source &source
 
 int run_import(const import_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
-  const list_source source = source_at(options.input);
+  const list_source source = source_at(options.input, options.charset);
   const format &from = format_to_read(options.from, source);
   must_differ(opened_as(options.input), options.output);
   if (from.is_folder && !is_standard_stream(options.input)) {
@@ -271,6 +276,12 @@ command import_command() {
            "A source without a position (\"S\" and \"S#1\" of older lists and of dvbv5) is named with --source, so "
            "that "
            "it is the same network as in other lists.",
+           "Texts are UTF-8, or UTF-16 with its byte order mark; a line that is not UTF-8 is read as Latin-1 (ISO "
+           "8859-1), unless --charset names what INPUT is of. CSV may have commas, semicolons or tabs between its "
+           "cells, as the header line has them. Of the ways in which spreadsheets write a number, 1.0, 1.00 and 1,0 "
+           "are "
+           "read as 1; numbers with an exponent or with thousands set apart (1,234 or 1.234) are refused, since they "
+           "could be others.",
            "INPUT is read once, so that it may be a pipe; - is standard input. What is larger than 64 MiB is refused, "
            "and so is a named pipe that nobody writes within five seconds. With -o - the channel file goes to "
            "standard output and the report to standard error."},
@@ -295,6 +306,10 @@ command import_command() {
                    .value = "OUTPUT",
                    .is_required = true},
                   {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
+                  {.names = "--charset",
+                   .target = &options->charset,
+                   .about = "the characters of INPUT, as ISO-8859-2, when it is neither UTF-8 nor UTF-16 with its mark",
+                   .value = "NAME"},
                   {.names = "--source",
                    .target = &options->sources,
                    .about = "what to call a source, as S=S13.0E or S#1=S19.2E; may be given several times",
