@@ -136,7 +136,7 @@ TEST_F(Streams, WhatIsTooLargeIsRefusedAsAnyFormatInLittleMemory) {
           shell("ulimit -v 400000; $chlist import " + input + " --from " + format + " -o out.dat");
 
       EXPECT_EQ(result.exit_code, 2) << format;
-      EXPECT_EQ(result.err, "chlist: import: " + input + ": is larger than 64 MiB, too large for a list\n") << format;
+      EXPECT_EQ(result.err, "chlist: import: " + input + ": is larger than 16 MiB, too large for a list\n") << format;
     }
   }
 }

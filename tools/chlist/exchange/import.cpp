@@ -282,7 +282,7 @@ command import_command() {
            "are "
            "read as 1; numbers with an exponent or with thousands set apart (1,234 or 1.234) are refused, since they "
            "could be others.",
-           "INPUT is read once, so that it may be a pipe; - is standard input. What is larger than 64 MiB is refused, "
+           "INPUT is read once, so that it may be a pipe; - is standard input. What is larger than 16 MiB is refused, "
            "and so is a named pipe that nobody writes within five seconds. With -o - the channel file goes to "
            "standard output and the report to standard error."},
       .sections = {{"Formats", formats_to_read()}},

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <map>
 #include <numeric>
+#include <ranges>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -143,6 +144,17 @@ auto identity_of(const line_up_service &service) {
                     fields.polarisation, fields.service_id);
 }
 
+// Of groups and services beyond those that a list has room for nothing comes anyway.
+std::vector<bool> held_by_favourites(const line_up &list) {
+  std::vector<bool> is_favourite(list.services.size(), false);
+  for (const favourite_group &group : list.favourites | std::views::take(+MAX_FAV)) {
+    for (const line_up_entry &entry : group.entries | std::views::take(+MAX_FAV_NUM)) {
+      is_favourite[entry.service] = true;
+    }
+  }
+  return is_favourite;
+}
+
 }  // namespace
 
 std::size_t choose_services(line_up &list, const service_options &options) {
@@ -193,12 +205,7 @@ std::string text_of(const preference_order &order) {
 }
 
 std::vector<std::size_t> preferred_first(const line_up &list, const preference_order &order) {
-  std::vector<bool> is_favourite(list.services.size(), false);
-  for (const favourite_group &group : list.favourites) {
-    for (const line_up_entry &entry : group.entries) {
-      is_favourite[entry.service] = true;
-    }
-  }
+  const std::vector<bool> is_favourite = held_by_favourites(list);
   const auto is_less = [&](std::size_t place) {
     const line_up_service &service = list.services[place];
     const std::array<bool, preferences> is_not = {!is_favourite[place], !service.number,

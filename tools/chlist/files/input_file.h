@@ -9,7 +9,7 @@ namespace chlist {
 
 // Several times what the largest list takes in any format; what is larger is refused, so that memory stays bounded
 // whatever is read.
-inline constexpr std::size_t largest_input = std::size_t{64} << 20U;
+inline constexpr std::size_t largest_input = std::size_t{16} << 20U;
 
 // "-" is standard input. Throws std::runtime_error when the path cannot be read, is too large, or is a named pipe that
 // nobody opens for writing within a few seconds.
