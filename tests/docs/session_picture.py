@@ -22,7 +22,7 @@ CHARACTER, LINE, MARGIN, BAR = 8.0, 19, 18, 34
 
 def play(programs: pathlib.Path, line_up: pathlib.Path) -> list[str]:
     with tempfile.TemporaryDirectory() as folder:
-        subprocess.run([programs / "chlist", "import", line_up, "-o", "channels.dat"], cwd=folder, check=True,
+        subprocess.run([programs / "chlist", "import", line_up, "-o", "channels.dat", "--groups", "none"], cwd=folder, check=True,
                        stdout=subprocess.DEVNULL)
         played = subprocess.run([programs / "zapper", "./", "channels.dat"], cwd=folder, check=True, text=True,
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)

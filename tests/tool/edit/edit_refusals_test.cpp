@@ -64,6 +64,21 @@ TEST_F(EditRefusals, NamesWithoutAByte) {
   expect_refused({"rename", "list.dat", "News", ""}, "a name has one byte at least");
 }
 
+TEST_F(EditRefusals, NamesWithControlsOrOfNoUtf8) {
+  expect_refused({"rename", "list.dat", "News", "A\x1B[31mB"}, "the name holds a control character, U+001B");
+  expect_refused({"rename", "list.dat", "News", "A\nB"}, "the name holds a control character, U+000A");
+  expect_refused({"rename", "list.dat", "News", "A\x7F", "--short"}, "the name holds a control character, U+007F");
+  expect_refused({"rename", "list.dat", "News",
+                  "\xC2\x86"
+                  "A"},
+                 "the name holds a control character, U+0086");
+  expect_refused({"rename", "list.dat", "News", "A\xE9"}, "the name is not UTF-8");
+  expect_refused({"set", "list.dat", "News", "provider=A\tB"}, "provider: the name holds a control character, U+0009");
+  expect_refused({"set", "list.dat", "News", "provider=\xFF"}, "provider: the name is not UTF-8");
+  expect_refused({"fav", "new", "list.dat", "A\rB"}, "the name holds a control character, U+000D");
+  expect_bytes(before.data);
+}
+
 TEST_F(EditRefusals, PlacesThatAreNotThere) {
   expect_refused({"move", "list.dat", "News", "--to", "6"},
                  "position 6 is not there: it can be 1 to 5 in the ALL view");

@@ -154,7 +154,7 @@ TEST_F(Export, SourcesMayBeNamed) {
 
 TEST_F(Export, BadOptionsAreRefused) {
   EXPECT_EQ(exported("box.conf", {"--source", "Net"}).err,
-            "chlist: export: --source: \"Net\" is not NETWORK=SOURCE: see `chlist help export`\n");
+            "chlist: export: --source: \"Net\" is not NAME=SOURCE: see `chlist help export`\n");
   EXPECT_EQ(exported("box.conf", {"--source", "Net=S1"}).exit_code, 2);
   EXPECT_EQ(exported("box.conf", {"--source", "M=S1E"}).err,
             "chlist: export: --source: no network is named \"M\": see `chlist help export`\n");

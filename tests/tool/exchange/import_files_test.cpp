@@ -83,7 +83,7 @@ TEST_F(ImportFiles, WithoutAServiceNothingIsWritten) {
   const program_result result = import("broken\n");
 
   EXPECT_EQ(result.exit_code, 2);
-  EXPECT_EQ(result.err, "chlist: import: channels.conf:1: skipped: has 1 field instead of 13\n"
+  EXPECT_EQ(result.err, "chlist: import: channels.conf:1: skipped: has 1 field instead of 9 to 13\n"
                         "chlist: import: channels.conf: no service to import\n");
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(read_file(dir.path() + "list.dat"), "old");
@@ -107,9 +107,11 @@ TEST_F(ImportFiles, AFailedWriteLeavesTheOldOutputAndNoOther) {
 }
 
 TEST_F(ImportFiles, InputThatCannotBeReadIsRefused) {
-  EXPECT_EQ(run({"import", "missing.conf", "-o", "list.dat"}).err, "chlist: import: missing.conf: cannot be read\n");
+  EXPECT_EQ(run({"import", "missing.conf", "-o", "list.dat"}).err,
+            "chlist: import: missing.conf: No such file or directory\n");
   EXPECT_EQ(run({"import", "missing.conf", "-o", "list.dat"}).exit_code, 2);
-  EXPECT_EQ(run({"import", "/tmp", "-o", "list.dat"}).err, "chlist: import: /tmp: cannot be read\n");
+  EXPECT_EQ(run({"import", "/tmp", "-o", "list.dat"}).err,
+            "chlist: import: /tmp: is a folder without a lamedb or a lamedb5, no list\n");
   EXPECT_TRUE(files().empty());
 }
 

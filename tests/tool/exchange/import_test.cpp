@@ -64,14 +64,14 @@ TEST_F(Import, TheSampleServicesAreWhatTheirLinesSay) {
 }
 
 TEST_F(Import, TheSummarySaysWhatIsNotCarried) {
-  const program_result result = import(":Group\n" + service_line{.name = "A;Provider",
-                                                                 .parameters = "H",
-                                                                 .symbol_rate = "0",
-                                                                 .audio = "102,103;104",
-                                                                 .teletext = "105",
-                                                                 .ca_ids = "B21",
-                                                                 .radio_id = "3"}
-                                                        .text());
+  const program_result result = import(service_line{.name = "A;Provider",
+                                                    .parameters = "H",
+                                                    .symbol_rate = "0",
+                                                    .audio = "102,103;104",
+                                                    .teletext = "105",
+                                                    .ca_ids = "B21",
+                                                    .radio_id = "3"}
+                                           .text());
 
   EXPECT_EQ(result.out, "list.dat: 1 service (1 TV, 0 radio, 0 other) of 1 provider on 1 transponder "
                         "of 1 source, 0 lines skipped\n"
@@ -80,8 +80,7 @@ TEST_F(Import, TheSummarySaysWhatIsNotCarried) {
                         "  Dolby PIDs                            1\n"
                         "  teletext PIDs                         1\n"
                         "  CA ids (but marked as scrambled)      1\n"
-                        "  RIDs                                  1\n"
-                        "  group names                           1\n");
+                        "  RIDs                                  1\n");
 }
 
 TEST_F(Import, AListThatIsCarriedWholeHasAShortSummary) {
@@ -136,7 +135,7 @@ TEST_F(Import, SkippedLinesAreReportedInOrderAndTheRestIsImported) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "chlist: import: channels.conf:2: skipped: is the same service as line 1\n"
-                        "chlist: import: channels.conf:3: skipped: has 1 field instead of 13\n"
+                        "chlist: import: channels.conf:3: skipped: has 1 field instead of 9 to 13\n"
                         "chlist: import: channels.conf:4: skipped: SID 'x' is not a number\n");
   EXPECT_NE(result.out.find("2 services (2 TV, 0 radio, 0 other)"), std::string::npos) << result.out;
   EXPECT_NE(result.out.find("3 lines skipped"), std::string::npos) << result.out;
@@ -156,7 +155,8 @@ TEST_F(Import, OfLinesThatAreSkippedForOneReasonTenAreToldUnlessAllAreAskedFor) 
   const program_result all = run({"import", "channels.conf", "-o", "list.dat", "--all"});
 
   EXPECT_EQ(tool_test::lines_of(some.err).size(), 12U) << some.err;
-  EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:2: skipped: has 1 field instead of 13")) << some.err;
+  EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:2: skipped: has 1 field instead of 9 to 13"))
+      << some.err;
   EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:12: skipped: SID 'x9' is not a number")) << some.err;
   EXPECT_EQ(tool_test::lines_of(some.err).back(),
             "chlist: import: channels.conf: and 2 more: SID '' is not a number (--all)");
@@ -175,7 +175,8 @@ TEST_F(Import, AViewThatIsTooSmallIsAFinding) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err, "chlist: import: channels.conf: the radio view is full: it holds 1000, 1 more services are in "
-                        "the ALL view only\n");
+                        "the ALL view only\n"
+                        "chlist: import: channels.conf: first come favourites, numbered, free (--prefer)\n");
   load();
   EXPECT_EQ(list.vnumber, MAX_RADIO_CHANNEL + 1);
   EXPECT_EQ(list.radio_vnumber, MAX_RADIO_CHANNEL);

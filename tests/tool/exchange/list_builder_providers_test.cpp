@@ -35,7 +35,7 @@ TEST_F(ListBuilderProviders, AProviderIsRegisteredOnceAndItsServicesCarryItsId) 
   EXPECT_EQ(again.provider_id, first.provider_id);
   EXPECT_EQ(other.provider_id, get_provider_info_by_index(0)->id);
   EXPECT_EQ(builder.counts().providers, 2U);
-  EXPECT_TRUE(builder.groups_left_out().empty());
+  EXPECT_TRUE(builder.full_tables().empty());
 }
 
 TEST_F(ListBuilderProviders, ProvidersThatDifferInCaseAreTwo) {
@@ -90,14 +90,14 @@ TEST_F(ListBuilderProviders, ProvidersBeyondTheTableAreCountedOnce) {
   for (int n = 0; n < MAX_PROVIDER; ++n) {
     add(service_of("Provider " + std::to_string(n), n));
   }
-  ASSERT_TRUE(builder.groups_left_out().empty());
+  ASSERT_TRUE(builder.full_tables().empty());
 
   const channel_st &first = add(service_of("One more", 600));
   add(service_of("One more", 601));
   add(service_of("And another", 602));
   const channel_st &known = add(service_of("Provider 499", 603));
 
-  EXPECT_EQ(builder.groups_left_out(),
+  EXPECT_EQ(builder.full_tables(),
             (std::vector<std::string>{"the list of providers is full: it holds 500, 2 more are left out"}));
   EXPECT_EQ(first.provider_id, -1);
   EXPECT_STREQ(find_provider_id(known.provider_id)->name, "Provider 499");

@@ -114,8 +114,8 @@ INSTANTIATE_TEST_SUITE_P(
                       command{"export_json", {"export", "list.dat", "-o", "out.dat", "--to", "json"}},
                       command{"convert", {"convert", "old.dat", "out.dat"}},
                       command{"convert_json", {"convert", "old.dat", "out.dat", "--json"}},
-                      command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat"}},
-                      command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}},
+                      command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat", "--no-backup"}},
+                      command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat", "--no-backup"}},
                       command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}},
                       command{"edit_dry_run", {"lock", "list.dat", "News", "--dry-run"}},
                       command{"edit_without_backup", {"lock", "list.dat", "News", "--no-backup"}},
@@ -186,7 +186,8 @@ TEST_P(ChlistEditFaults, LeaveAnEarlierBackupWholeUntilANewOneIs) {
 INSTANTIATE_TEST_SUITE_P(Of, ChlistEditFaults,
                          ::testing::Values(command{"rename", {"rename", "list.dat", "News", "Today"}},
                                            command{"set_json",
-                                                   {"set", "list.dat", "News", "frequency=13000000", "--json"}}),
+                                                   {"set", "list.dat", "News", "frequency=13000000", "--json"}},
+                                           command{"merge", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}}),
                          tool_test::name_of_command);
 
 }  // namespace

@@ -59,7 +59,7 @@ TEST_P(ChlistFullDisk, KeepsTheEarlierOutputUntilTheNewOneFits) {
 INSTANTIATE_TEST_SUITE_P(Of, ChlistFullDisk,
                          ::testing::Values(command{"import", {"import", "channels.conf", "-o"}},
                                            command{"convert", {"convert", "old.dat"}},
-                                           command{"merge", {"merge", "list.dat", "scan.dat", "-o"}}),
+                                           command{"merge", {"merge", "list.dat", "scan.dat", "--no-backup", "-o"}}),
                          tool_test::name_of_command);
 
 }  // namespace

@@ -38,7 +38,10 @@ class zapper_test : public test_support::store_test {
  protected:
   void SetUp() override {
     store_test::SetUp();
-    ASSERT_EQ(run_program({CHLIST_PROGRAM, "import", CHANNEL_SAMPLES_DIR "/channels.conf", "-o", file}).exit_code, 0);
+    ASSERT_EQ(
+        run_program({CHLIST_PROGRAM, "import", CHANNEL_SAMPLES_DIR "/channels.conf", "-o", file, "--groups", "none"})
+            .exit_code,
+        0);
   }
 
   [[nodiscard]] program_result play(const std::string &name = "list.dat") const {

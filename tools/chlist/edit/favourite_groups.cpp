@@ -19,6 +19,7 @@
 #include "chlist/list_contents.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/plain_text.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -80,6 +81,7 @@ void must_be_new_group(std::string_view name, std::int16_t own_index) {
 }
 
 std::string_view group_name_from(const std::string &text, edit_notes &notes) {
+  must_be_plain(text, "the name");
   const std::string_view name = cut_utf8(text, longest_edited_name);
   if (name.empty()) {
     throw std::runtime_error("a name has one byte at least");

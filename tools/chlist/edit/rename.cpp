@@ -11,6 +11,7 @@
 #include "chlist/exchange/list_builder.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/pattern.h"
+#include "chlist/text/plain_text.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -34,6 +35,7 @@ struct rename_options {
 };
 
 void rename(const channel_st &service, const rename_options &options, const std::string &wanted, edited_list &list) {
+  must_be_plain(wanted, "the name");
   const std::string_view name = cut_utf8(wanted, sizeof service.name[0].text);
   if (name.empty()) {
     throw std::runtime_error(options.replacing
@@ -90,7 +92,8 @@ edit_row rename_edit() {
       .name = "rename",
       .summary = "Give services other names",
       .details = {"The name is replaced; one that is longer than the 96 bytes that a list holds is cut in front of a "
-                  "character, with a note. All views show the service's one name, so nothing else follows.",
+                  "character, with a note. One that is not UTF-8, or holds a line end or another control character, is "
+                  "refused. All views show the service's one name, so nothing else follows.",
                   "--replace changes a part of the names: /PATTERN/TEXT/ puts TEXT in the first place where the "
                   "regular expression PATTERN is found, /PATTERN/TEXT/g in each; case and accents of the name do not "
                   "count. \\1 to \\9 in TEXT are what the brackets of PATTERN took. Any other character than / can "

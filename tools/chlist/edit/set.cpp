@@ -23,6 +23,7 @@
 #include "chlist/fields/service_fields.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/plain_text.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -63,6 +64,7 @@ const group_st *find_group(std::int8_t kind, std::string_view value) {
 
 // A number is an id that is not there.
 std::int16_t new_provider(std::string_view value) {
+  must_be_plain(value, "provider: the name");
   if (group_id_from(value)) {
     throw std::runtime_error(fmt::format("provider={}: the list has no provider with this id", shown(value)));
   }

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "chlist/command.h"
+#include "chlist/files/standard_streams.h"
 #include "chlist/first_of_a_kind.h"
 #include "chlist/messages.h"
 
@@ -74,18 +76,50 @@ void report_left_out(const std::filesystem::path &input, const loss_counts &lost
   }
 }
 
-void print_losses(const loss_counts &lost, std::string_view title) {
-  const auto rows = rows_of(lost, false);
-  if (!rows.empty()) {
-    fmt::print("{}\n", title);
+void report_full_tables(const std::filesystem::path &input, const filled_list &filled, bool shows_all) {
+  for (const std::string &text : filled.left_out) {
+    print_message(fmt::format("{}: {}", input.string(), text));
   }
+  first_of_a_kind printed(shows_all);
+  for (const group_left_out &group : filled.groups_left_out) {
+    if (printed.takes(group.is_cut ? "favourites of groups that are too long" : "favourite groups")) {
+      const std::string what = group.is_cut
+                                   ? fmt::format("{} of {}", group.left_out, counted(group.services, "service"))
+                                   : counted(group.services, "service");
+      print_message(fmt::format("{}: left out: favourite group {}: {}", input.string(), shown(group.name), what));
+    }
+  }
+  for (const auto &[kind, count] : printed.left_out()) {
+    print_message(fmt::format("{}: and {} more: {} (--all)", input.string(), count, kind));
+  }
+}
+
+std::string losses_text(const loss_counts &lost, std::string_view title) {
+  const auto rows = rows_of(lost, false);
+  std::string text = rows.empty() ? "" : fmt::format("{}\n", title);
   constexpr std::size_t usual_width = 34;
   std::size_t width = usual_width;
   for (const loss_counts::row &row : rows) {
     width = std::max(width, row.what.size());
   }
   for (const loss_counts::row &row : rows) {
-    fmt::print("  {:<{}}{:>5}{}{}\n", row.what, width, row.count, row.note.empty() ? "" : "  ", row.note);
+    fmt::format_to(std::back_inserter(text), "  {:<{}}{:>5}{}{}\n", row.what, width, row.count,
+                   row.note.empty() ? "" : "  ", row.note);
+  }
+  return text;
+}
+
+void print_summary(const std::filesystem::path &output, std::string_view text) {
+  if (is_standard_stream(output)) {
+    fmt::print(stderr, "{}", text);
+  } else {
+    print_report([text] { fmt::print("{}", text); });
+  }
+}
+
+void must_leave_room_for_report(const std::filesystem::path &output, bool as_json) {
+  if (is_standard_stream(output) && as_json) {
+    throw usage_error("--json: standard output takes the list already");
   }
 }
 
@@ -93,6 +127,14 @@ json json_of_skipped(const std::vector<skipped_line> &skipped) {
   json array = json::array();
   for (const skipped_line &each : skipped) {
     array.push_back({{"line", each.line}, {"message", each.reason}});
+  }
+  return array;
+}
+
+json json_of_groups_left_out(const std::vector<group_left_out> &groups) {
+  json array = json::array();
+  for (const group_left_out &group : groups) {
+    array.push_back({{"group_name", group.name}, {"services", group.services}, {"count", group.left_out}});
   }
   return array;
 }

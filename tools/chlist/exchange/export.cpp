@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "chlist/exchange/exchange_report.h"
-#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/round_trip.h"
-#include "chlist/exchange/vdr/vdr_fields.h"
+#include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
+#include "chlist/files/standard_streams.h"
 #include "chlist/files/text_file.h"
 #include "chlist/files/text_folder.h"
 #include "chlist/line_up/list_line_up.h"
@@ -45,31 +45,11 @@ struct export_outcome {
   loss_counts lost;
 };
 
-// "NET=S19.2E": a network's name cannot be told from what VDR calls a source otherwise.
-void rename_source(line_up &list, const std::string &option) {
-  const std::size_t sign = option.rfind('=');
-  if (sign == std::string::npos) {
-    throw usage_error("--source: " + shown(option) + " is not NETWORK=SOURCE");
-  }
-  const std::string network = option.substr(0, sign);
-  std::string source;
-  try {
-    source = read_source(std::string_view(option).substr(sign + 1));
-  } catch (const bad_line &bad) {
-    throw usage_error("--source: " + bad.reason);
-  }
-  std::size_t renamed = 0;
-  for (line_up_service &service : list.services) {
-    if (service.source == network) {
-      service.source = source;
-      ++renamed;
-    }
-  }
-  if (renamed == 0) {
-    throw usage_error("--source: no network is named " + shown(network));
-  }
-  for (line_up_network &each : list.networks) {
-    each.name = each.name == network ? source : each.name;
+void write_one(const fs::path &output, std::string_view text) {
+  if (is_standard_stream(output)) {
+    write_standard_output(text);
+  } else {
+    write_text_file(output, text);
   }
 }
 
@@ -77,7 +57,7 @@ void write_files(const fs::path &output, const format &to, const std::vector<mad
   if (to.is_folder) {
     write_text_folder(output, files);
   } else {
-    write_text_file(output, files.front().text);
+    write_one(output, files.front().text);
   }
 }
 
@@ -93,7 +73,7 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   }
   line_up list = line_up_of(records.list());
   for (const std::string &source : options.sources) {
-    rename_source(list, source);
+    rename_source(list, source, "network");
   }
   const exported_list made = export_list({records.list(), list}, result.to, options.writing);
   write_files(options.output, result.to, made.files);
@@ -103,17 +83,17 @@ void export_line_up(const channel_file &input, const export_options &options, ex
 }
 
 void export_whole_file(const channel_file &input, const export_options &options, const format &to) {
-  write_text_file(options.output, to.from_channel_file(input));
+  write_one(options.output, to.from_channel_file(input));
 }
 
-void print_summary(const export_options &options, const export_outcome &result) {
+std::string summary_of(const export_options &options, const export_outcome &result) {
+  const std::string output = name_of_output(options.output);
   if (result.to.from_channel_file != nullptr) {
-    fmt::print("{}: the whole channel file as {}\n", options.output.string(), result.to.name);
-    return;
+    return fmt::format("{}: the whole channel file as {}\n", output, result.to.name);
   }
-  fmt::print("{}: {} and {} as {}\n", options.output.string(), counted(result.services, "service"),
-             counted(result.favourite_groups, "favourite group"), result.to.name);
-  print_losses(result.lost, fmt::format("Not carried by {}:", result.to.name));
+  return fmt::format("{}: {} and {} as {}\n", output, counted(result.services, "service"),
+                     counted(result.favourite_groups, "favourite group"), result.to.name) +
+         losses_text(result.lost, fmt::format("Not carried by {}:", result.to.name));
 }
 
 json json_of_outcome(const export_options &options, const export_outcome &result) {
@@ -131,14 +111,22 @@ void report(const export_options &options, const export_outcome &result) {
     print_report([&] { print_json(json_of_outcome(options, result)); });
   } else {
     report_left_out(options.input, result.lost);
-    print_report([&] { print_summary(options, result); });
+    print_summary(options.output, summary_of(options, result));
+  }
+}
+
+void must_be_one_file(const export_options &options, const format &to) {
+  if (to.is_folder && is_standard_stream(options.output)) {
+    throw std::runtime_error(fmt::format("standard output: {} is a folder of several files; -o names it", to.name));
   }
 }
 
 int run_export(const export_options &options) {
+  must_leave_room_for_report(options.output, options.as_json);
   const channel_file input(options.input);
   input.must_not_be(options.output);
   export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}};
+  must_be_one_file(options, result.to);
   if (result.to.from_channel_file != nullptr) {
     export_whole_file(input, options, result.to);
   } else {
@@ -160,7 +148,9 @@ command export_command() {
            "ALL view, those that it does not show behind it. What is written is read again, and whatever does not "
            "come back as it was is counted. OUT is replaced as a whole or not at all; a folder must be new or empty. "
            "JSON carries "
-           "every byte: importing it gives the same file again."},
+           "every byte: importing it gives the same file again.",
+           "With -o - the list goes to standard output, in the format that --to names, and the report to standard "
+           "error."},
       .sections = {{"Formats", formats_to_write()}},
       .exit_codes = {{"0", "everything was exported that the format has a place for"},
                      {"1", "exported, but services or other things were left out"},
@@ -169,19 +159,20 @@ command export_command() {
       .examples = {"chlist export all_channel.dat -o services.csv --columns number,name,provider",
                    "chlist export all_channel.dat -o channels.conf --source 'Meridian 1=S13.5E'",
                    "chlist export all_channel.dat -o tv.m3u --url 'http://box:8001/{network_id}:{ts_id}:{service_id}'",
-                   "chlist export all_channel.dat -o all_channel.json"},
+                   "chlist export all_channel.dat -o all_channel.json",
+                   "chlist export all_channel.dat -o - --to csv | less"},
       .options =
           {{.names = "FILE", .target = &options->input, .about = "the channel file to read", .is_required = true},
            {.names = "-o,--output",
             .target = &options->output,
-            .about = "the file to write, or the folder of formats of several files",
+            .about = "the file to write, or the folder of formats of several files; - is standard output",
             .value = "OUT",
             .is_required = true},
            {.names = "--to", .target = &options->to, .about = "the format of OUT", .value = "FORMAT"},
            {.names = "--source",
             .target = &options->sources,
             .about = "what to call a network's source, when its name is not like S19.2E; may be given several times",
-            .value = "NETWORK=SOURCE"},
+            .value = "NAME=SOURCE"},
            {.names = "--columns",
             .target = &options->writing.columns,
             .about = "CSV: the columns, by name, separated by commas",

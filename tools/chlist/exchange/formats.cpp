@@ -16,6 +16,7 @@
 #include "chlist/exchange/vdr/vdr_writer.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/input_file.h"
+#include "chlist/files/standard_streams.h"
 
 namespace chlist {
 namespace {
@@ -113,10 +114,6 @@ const format *format_like(const fs::path &input, bool is_folder, std::string_vie
   return found != std::end(formats) ? found : nullptr;
 }
 
-bool is_channel_file(std::string_view beginning) {
-  return is_known_version(version_in(std::as_bytes(std::span(beginning))));
-}
-
 }  // namespace
 
 std::span<const format> all_formats() { return formats; }
@@ -129,7 +126,10 @@ const format &format_to_read(std::string_view name, const list_source &input) {
   const std::string_view beginning = std::string_view(input.text).substr(0, enough_to_tell);
   const format *like = format_like(input.path, input.is_folder, beginning, can_read);
   if (like == nullptr && input.is_folder) {
-    throw std::runtime_error(path + ": cannot be read");
+    throw std::runtime_error(path + ": is a folder without a lamedb or a lamedb5, no list");
+  }
+  if (like == nullptr && beginning.empty()) {
+    throw std::runtime_error(path + ": is empty");
   }
   if (like == nullptr && is_channel_file(beginning)) {
     throw std::runtime_error(path + ": is a channel file already; `chlist export` makes other lists of it");
@@ -164,7 +164,7 @@ const format &format_to_write(std::string_view name, const fs::path &output) {
     }
   }
   throw std::runtime_error(
-      fmt::format("{}: its name tells no format; --to names it: {}", output.string(), names(can_write)));
+      fmt::format("{}: its name tells no format; --to names it: {}", name_of_output(output), names(can_write)));
 }
 
 std::vector<term> formats_to_read() { return terms_of(can_read); }

@@ -9,6 +9,7 @@
 
 #include "channel/store/group_table.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -45,7 +46,8 @@ std::string_view cut_utf8(std::string_view text, std::size_t most) {
 }
 
 group_st group_named(std::string_view name) {
-  const std::string_view cut = cut_utf8(name, longest_group_name);
+  const std::string plain = in_one_line(name);
+  const std::string_view cut = cut_utf8(plain, longest_group_name);
   group_st group = {};
   group.name_len = static_cast<std::int16_t>(cut.size());
   std::ranges::copy(cut, group.name);
@@ -67,6 +69,7 @@ std::int16_t group_names::id_of(std::string_view name, loss_counts &lost) {
     return kind.none;
   }
   if (const auto known = ids_.find(cut); known != ids_.end()) {
+    used_.insert(known->second);
     return known->second;
   }
   const std::int16_t id = add(cut);
@@ -74,7 +77,28 @@ std::int16_t group_names::id_of(std::string_view name, loss_counts &lost) {
     left_out_.insert(cut);
     return kind.none;
   }
+  used_.insert(id);
   return ids_[cut] = id;
+}
+
+void group_names::follow(const line_up_groups &model) {
+  const channel::group_table table = channel::table_of_kind(kind_);
+  for (const line_up_group &each : model.groups) {
+    if (table.size() < table.capacity && ids_.try_emplace(each.name, static_cast<std::int16_t>(each.id)).second) {
+      group_st taken = group_named(each.name);
+      taken.id = static_cast<std::int16_t>(each.id);
+      table.groups[table.size()] = taken;
+      ++*table.count;
+    }
+  }
+}
+
+void group_names::drop_unused() const {
+  const channel::group_table table = channel::table_of_kind(kind_);
+  const auto unused =
+      std::remove_if(table.begin(), table.end(), [this](const group_st &group) { return !used_.contains(group.id); });
+  std::fill(unused, table.end(), group_st{});
+  *table.count = static_cast<std::int16_t>(unused - table.begin());
 }
 
 std::int16_t group_names::add(std::string_view name) const {

@@ -12,6 +12,7 @@
 #include <unordered_map>
 
 #include "chlist/exchange/loss_counts.h"
+#include "chlist/line_up/line_up.h"
 
 namespace chlist {
 
@@ -33,6 +34,10 @@ class group_names {
   // or without room, the id that no group has.
   std::int16_t id_of(std::string_view name, loss_counts &lost);
 
+  // Takes the groups of another list, with their ids and in their order; drops those that nothing asked for.
+  void follow(const line_up_groups &model);
+  void drop_unused() const;
+
   // What to say of names that the table had no room for; nothing when it took them all.
   [[nodiscard]] std::optional<std::string> left_out() const;
 
@@ -41,6 +46,7 @@ class group_names {
 
   std::int8_t kind_;
   std::unordered_map<std::string, std::int16_t> ids_;
+  std::set<std::int16_t> used_;
   std::set<std::string, std::less<>> left_out_;
 };
 

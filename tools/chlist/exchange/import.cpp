@@ -5,16 +5,27 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
+#include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
+#include "chlist/files/backup.h"
+#include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/faithful_load.h"
+#include "chlist/files/file_line_up.h"
+#include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
+#include "chlist/files/replacement.h"
+#include "chlist/files/standard_streams.h"
 #include "chlist/files/text_file.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
@@ -28,15 +39,24 @@ struct import_options {
   fs::path input;
   fs::path output;
   std::string from;
+  std::string charset;
+  std::vector<std::string> sources;
+  group_options groups;
+  service_options services;
+  std::string preferred;
+  fs::path model;
+  bool leaves_no_backup = false;
   bool shows_all = false;
   bool as_json = false;
 };
 
 // What an import comes to.
 struct import_outcome {
-  std::string_view format_name;
+  const list_source &source;
+  const format &from;
   filled_list filled;
   loss_counts lost;
+  std::size_t not_asked_for = 0;  // services
 };
 
 // Readers know nothing of paths.
@@ -49,29 +69,100 @@ auto reading(const list_source &source, const Read &read) {
   }
 }
 
-import_outcome read_into_list(const list_source &source, const format &from) {
-  import_outcome result;
-  result.format_name = from.name;
-  result.filled = fill_list(reading(source, [&] { return from.read(source, result.lost); }), result.lost);
+import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
+  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
+  fill_options filling;
+  if (!options.preferred.empty()) {
+    filling.preferred = preferences_named(options.preferred);
+  }
+  std::optional<line_up> model;
+  if (!options.model.empty()) {
+    filling.model = &model.emplace(line_up_in(channel_file(options.model)));
+  }
+  line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  for (const std::string &name : options.sources) {
+    rename_source(list, name, "source");
+  }
+  result.not_asked_for = choose_services(list, options.services);
+  choose_groups(list, options.groups, result.lost);
+  result.filled = fill_list(list, result.lost, filling);
   return result;
 }
 
-void print_summary(const import_options &options, const import_outcome &result) {
-  const list_counts &counts = result.filled.counts;
-  fmt::print("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", options.output.string(),
-             counted(counts.services, "service"), counts.tv, counts.radio, counts.services - counts.tv - counts.radio,
-             counted(counts.providers, "provider"), counted(counts.transponders, "transponder"),
-             counted(counts.sources, "source"), counted(result.filled.skipped.size(), "line"));
-  if (counts.favourite_groups > 0) {
-    fmt::print("{}: {}\n", options.output.string(), counted(counts.favourite_groups, "favourite group"));
+// A channel file that is replaced may be somebody's work: what it was is kept, and that is said.
+class import_target {
+ public:
+  explicit import_target(const import_options &options) : output_(options.output) {
+    std::error_code unseen;
+    const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
+    keeps_backup_ = is_list && !is_standard_stream(output_) && !options.leaves_no_backup;
   }
-  print_losses(result.lost, "Not carried by the channel file:");
+
+  void write_list() const {
+    if (is_standard_stream(output_)) {
+      write_standard_output(image_of(*get_channel_list()));
+    } else {
+      keep_what_was();
+      save_list_as(output_);
+    }
+  }
+
+  void write_bytes(std::string_view bytes) const {
+    if (is_standard_stream(output_)) {
+      write_standard_output(bytes);
+    } else {
+      keep_what_was();
+      write_text_file(output_, bytes);
+    }
+  }
+
+  [[nodiscard]] std::string note() const {
+    return keeps_backup_ ? fmt::format("{}: what it was is kept as {}\n", output_.string(), name_of_backup()) : "";
+  }
+  [[nodiscard]] json backup() const { return keeps_backup_ ? json(name_of_backup()) : json(); }
+
+ private:
+  // Beside the output as it was named, unless that is a link.
+  [[nodiscard]] std::string name_of_backup() const {
+    return fs::is_symlink(output_) ? backup_of(output_).string() : output_.string() + ".bak";
+  }
+
+  void keep_what_was() const {
+    if (keeps_backup_) {
+      must_be_replaceable(output_);
+      keep_backup(output_);
+    }
+  }
+
+  const fs::path &output_;
+  bool keeps_backup_ = false;
+};
+
+std::string summary_of(const import_options &options, const import_outcome &result) {
+  const list_counts &counts = result.filled.counts;
+  const std::string output = name_of_output(options.output);
+  std::string text = fmt::format("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", output,
+                                 counted(counts.services, "service"), counts.tv, counts.radio,
+                                 counts.services - counts.tv - counts.radio, counted(counts.providers, "provider"),
+                                 counted(counts.transponders, "transponder"), counted(counts.sources, "source"),
+                                 counted(result.filled.skipped.size(), "line"));
+  if (counts.favourite_groups > 0) {
+    text += fmt::format("{}: {}\n", output, counted(counts.favourite_groups, "favourite group"));
+  }
+  if (result.not_asked_for > 0) {
+    text += fmt::format("{}: {} not asked for\n", output, counted(result.not_asked_for, "service"));
+  }
+  if (const std::string note = result.source.read_as->text(); !note.empty()) {
+    text += fmt::format("{}: {}\n", result.source.path.string(), note);
+  }
+  return text + losses_text(result.lost, "Not carried by the channel file:");
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
   return {{"file", options.input.string()},
-          {"format", result.format_name},
+          {"format", result.from.name},
+          {"charset", result.source.read_as->charset},
           {"output", options.output.string()},
           {"services", counts.services},
           {"tv", counts.tv},
@@ -80,8 +171,10 @@ json json_of_outcome(const import_options &options, const import_outcome &result
           {"transponders", counts.transponders},
           {"sources", counts.sources},
           {"favourite_groups", counts.favourite_groups},
+          {"not_asked_for", result.not_asked_for},
           {"skipped_lines", json_of_skipped(result.filled.skipped)},
           {"notes", result.filled.left_out},
+          {"groups_left_out", json_of_groups_left_out(result.filled.groups_left_out)},
           {"left_out", json_of_left_out(result.lost)},
           {"not_carried", json_of_losses(result.lost)}};
 }
@@ -90,62 +183,59 @@ void report_findings(const import_options &options, const import_outcome &result
   if (options.as_json) {
     return;
   }
-  report_skipped(options.input, result.filled.skipped, options.shows_all);
-  report_left_out(options.input, result.lost);
-  for (const std::string &text : result.filled.left_out) {
-    print_message(fmt::format("{}: {}", options.input.string(), text));
-  }
+  const fs::path &input = result.source.path;
+  report_skipped(input, result.filled.skipped, options.shows_all);
+  report_left_out(input, result.lost);
+  report_full_tables(input, result.filled, options.shows_all);
 }
 
-void report(const import_options &options, const import_outcome &result) {
-  print_report([&] {
-    if (options.as_json) {
-      print_json(json_of_outcome(options, result));
-    } else {
-      print_summary(options, result);
-    }
-  });
+void report(const import_options &options, json document, const std::string &summary, const import_target &target) {
+  if (options.as_json) {
+    document["backup"] = target.backup();
+    print_report([&] { print_json(document); });
+  } else {
+    print_summary(options.output, summary + target.note());
+  }
 }
 
 // Formats of the whole file make one, whose bytes nobody touches.
 int import_whole_file(const import_options &options, const list_source &source, const format &from) {
-  write_text_file(options.output, reading(source, [&] { return from.to_channel_file(source.text); }));
-  print_report([&] {
-    if (options.as_json) {
-      print_json({{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}});
-    } else {
-      fmt::print("{}: the whole channel file from {}\n", options.output.string(), from.name);
-    }
-  });
+  const import_target target(options);
+  target.write_bytes(reading(source, [&] { return from.to_channel_file(source.text); }));
+  report(options, {{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}},
+         fmt::format("{}: the whole channel file from {}\n", name_of_output(options.output), from.name), target);
   return exit_done;
 }
 
-// A folder is read file by file, whatever file of it is named.
-void must_not_be_within(const import_options &options) {
-  const fs::path folder = fs::is_directory(options.input) ? options.input : fs::absolute(options.input).parent_path();
+// A folder is read file by file, whatever file of it is named. A channel file that stands among them is none of them.
+void must_not_be_within(const import_options &options, const list_source &source) {
+  const fs::path folder = source.is_folder ? source.path : fs::absolute(source.path).parent_path();
   const fs::path place = fs::absolute(options.output).parent_path();
-  if (fs::exists(options.output) && fs::equivalent(folder, place)) {
+  if (fs::exists(options.output) && fs::equivalent(folder, place) &&
+      !is_channel_file(read_beginning(options.output, 2))) {
     throw std::runtime_error(options.output.string() + ": is a part of the input");
   }
 }
 
 int run_import(const import_options &options) {
-  const list_source source = source_at(options.input);
+  must_leave_room_for_report(options.output, options.as_json);
+  const list_source source = source_at(options.input, options.charset);
   const format &from = format_to_read(options.from, source);
-  must_differ(options.input, options.output);
-  if (from.is_folder) {
-    must_not_be_within(options);
+  must_differ(opened_as(options.input), options.output);
+  if (from.is_folder && !is_standard_stream(options.input)) {
+    must_not_be_within(options, source);
   }
   if (from.to_channel_file != nullptr) {
     return import_whole_file(options, source, from);
   }
-  const import_outcome result = read_into_list(source, from);
+  const import_outcome result = read_into_list(options, source, from);
   report_findings(options, result);
   if (result.filled.counts.services == 0) {
-    throw std::runtime_error(options.input.string() + ": no service to import");
+    throw std::runtime_error(source.path.string() + ": no service to import");
   }
-  save_list_as(options.output);
-  report(options, result);
+  const import_target target(options);
+  target.write_list();
+  report(options, json_of_outcome(options, result), summary_of(options, result), target);
   return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
 }
 
@@ -159,31 +249,111 @@ command import_command() {
       .details =
           {"The format is told by the contents and the name of INPUT; --from decides against that. Every source gets a "
            "network index of its own, in order of appearance from 1, unless INPUT says one. Frequencies are stored in "
-           "kHz. Names of providers, genres and countries become groups, and favourites favourite groups. Services "
+           "kHz. Names of providers, genres and countries become groups. Services "
            "with video go to the TV view, those with only audio to the radio view, all of them to the ALL view. "
-           "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it. Lines that "
+           "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it, and one with a "
+           "name begins a group, ':Name' or ':@N Name'. Lines that "
            "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
-           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all."},
+           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all; a channel "
+           "file "
+           "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
+           "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "
+           "viewer finds them there. A list holds 20 of 40 services each; what is left out is named. --bouquets "
+           "chooses, "
+           "--split makes \"Name 1\", \"Name 2\" of one that is too long, and --groups makes genres of them, which "
+           "hold "
+           "any number of services, or nothing.",
+           "--where takes what matches, as --filter of `chlist list` does (FIELD is a column of `chlist list --columns "
+           "help`); --only and --without take and leave out sources, providers and types by their names: of those that "
+           "--only names, one of each kind is to match. A list holds 5,000 services, of which its views show 4,000 of "
+           "television and 1,000 of radio. When there are more, those in groups come first, then those with a number "
+           "in INPUT, then those that are free to air, and the rest as INPUT has them; --prefer orders otherwise.",
+           "A list numbers its networks and its providers, genres and countries for itself. --like LIST takes the "
+           "numbers "
+           "from another channel file: a source has the network index that it has there, known by its name or its "
+           "position, and groups have their ids and their order. Then `chlist merge` and `chlist diff` know the "
+           "services of both lists for the same.",
+           "A source without a position (\"S\" and \"S#1\" of older lists and of dvbv5) is named with --source, so "
+           "that "
+           "it is the same network as in other lists.",
+           "Texts are UTF-8, or UTF-16 with its byte order mark; a line that is not UTF-8 is read as Latin-1 (ISO "
+           "8859-1), unless --charset names what INPUT is of. CSV may have commas, semicolons or tabs between its "
+           "cells, as the header line has them. Of the ways in which spreadsheets write a number, 1.0, 1.00 and 1,0 "
+           "are "
+           "read as 1; numbers with an exponent or with thousands set apart (1,234 or 1.234) are refused, since they "
+           "could be others.",
+           "INPUT is read once, so that it may be a pipe; - is standard input. What is larger than 16 MiB is refused, "
+           "and so is a named pipe that nobody writes within five seconds. With -o - the channel file goes to "
+           "standard output and the report to standard error."},
       .sections = {{"Formats", formats_to_read()}},
       .exit_codes = {{"0", "everything was imported"},
                      {"1", "imported, but lines were skipped, or the list had no room for something"},
                      {"2", "nothing was written: bad usage, unreadable input, no service in it, or an output that "
                            "cannot be written; or only the report could not be written"}},
       .examples = {"chlist import channels.conf -o all_channel.dat", "chlist import services.csv -o all_channel.dat",
-                   "chlist import --from vdr sat.txt -o all_channel.dat --json"},
+                   "chlist import --from vdr sat.txt -o all_channel.dat --json",
+                   "chlist import channels.conf -o all_channel.dat --only S19.2E --without radio --where scrambled=no",
+                   "chlist import enigma2 -o all_channel.dat --bouquets 'Favourites (TV),News' --split",
+                   "chlist import rescan.conf -o scan.dat --like all_channel.dat",
+                   "dvbv5-scan astra | chlist import - -o all_channel.dat --source S=S19.2E"},
       .options = {{.names = "INPUT",
                    .target = &options->input,
-                   .about = "the file to read, or the folder of formats that have several files",
+                   .about = "the file to read, or the folder of formats that have several files; - is standard input",
                    .is_required = true},
                   {.names = "-o,--output",
                    .target = &options->output,
-                   .about = "the channel file to write",
+                   .about = "the channel file to write; - is standard output",
                    .value = "OUTPUT",
                    .is_required = true},
                   {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
+                  {.names = "--charset",
+                   .target = &options->charset,
+                   .about = "the characters of INPUT, as ISO-8859-2, when it is neither UTF-8 nor UTF-16 with its mark",
+                   .value = "NAME"},
+                  {.names = "--source",
+                   .target = &options->sources,
+                   .about = "what to call a source, as S=S13.0E or S#1=S19.2E; may be given several times",
+                   .value = "NAME=SOURCE"},
+                  {.names = "--groups",
+                   .target = &options->groups.become,
+                   .about = "what groups become (favourites)",
+                   .value = "WHAT",
+                   .choices = {"favourites", "genres", "none"}},
+                  {.names = "--bouquets",
+                   .target = &options->groups.chosen,
+                   .about = "take these groups alone, in this order, with commas between; may be given several times",
+                   .value = "NAMES"},
+                  {.names = "--split",
+                   .target = &options->groups.are_split,
+                   .about = "make several favourite groups of one that is too long"},
+                  {.names = "--like",
+                   .target = &options->model,
+                   .about = "take network indexes and the ids and order of groups from this channel file",
+                   .value = "LIST"},
+                  {.names = "--where",
+                   .target = &options->services.where,
+                   .about = "take only services that match; may be given several times",
+                   .value = "FIELD=TEXT"},
+                  {.names = "--only",
+                   .target = &options->services.only,
+                   .about = "take only these sources, providers or types (S19.2E, TV), with commas between; may be "
+                            "given several times",
+                   .value = "NAMES"},
+                  {.names = "--without",
+                   .target = &options->services.without,
+                   .about = "leave these sources, providers or types out",
+                   .value = "NAMES"},
+                  {.names = "--prefer",
+                   .target = &options->preferred,
+                   .about = "what comes first when there is no room for all (favourites,numbered,free)",
+                   .value = "ORDER"},
+                  {.names = "--no-backup",
+                   .target = &options->leaves_no_backup,
+                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
                   {.names = "--all",
                    .target = &options->shows_all,
-                   .about = "tell every line that is skipped, not only the first ten of each kind"},
+                   .about = "tell every line that is skipped and every group that is left out, not only the first ten "
+                            "of each kind"},
                   {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
       .run = [options] { return run_import(*options); }};
 }

@@ -8,13 +8,13 @@
 #include <cstdlib>
 #include <limits>
 #include <memory>
-#include <unordered_set>
 #include <utility>
 
 #include "channel/store/memory.h"
 #include "chlist/exchange/broadcast_service.h"
 #include "chlist/list_contents.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -25,7 +25,8 @@ constexpr std::size_t max_sources = 254;
 using owned_channel = channel::transient<channel_st>;
 
 void set_name(name_slot_st &slot, std::string_view name) {
-  const std::string_view cut = cut_utf8(name, sizeof slot.text);
+  const std::string plain = in_one_line(name);
+  const std::string_view cut = cut_utf8(plain, sizeof slot.text);
   std::ranges::copy(cut, slot.text);
   slot.name_len = static_cast<std::uint16_t>(cut.size());
 }
@@ -60,6 +61,27 @@ std::size_t count_type(const channel_list_st &list, std::uint8_t type) {
       std::count_if(list.vch, list.vch + list.vnumber,
                     [type](const virtual_channel_st &entry) { return entry.rch->service_type == type; }));
 }
+
+// The ALL view shows some of its services while this lives: the library builds the other views of it.
+class all_of_some {
+ public:
+  template <class Predicate>
+  all_of_some(channel_list_st &list, const Predicate &shows) : list_(list), all_(list.vch, list.vch + list.vnumber) {
+    const auto *const end = std::copy_if(all_.begin(), all_.end(), list.vch,
+                                         [&](const virtual_channel_st &entry) { return shows(*entry.rch); });
+    list.vnumber = static_cast<std::int16_t>(end - list.vch);
+  }
+  ~all_of_some() {
+    std::ranges::copy(all_, list_.vch);
+    list_.vnumber = static_cast<std::int16_t>(all_.size());
+  }
+  all_of_some(const all_of_some &) = delete;
+  all_of_some &operator=(const all_of_some &) = delete;
+
+ private:
+  channel_list_st &list_;
+  std::vector<virtual_channel_st> all_;
+};
 
 bool is_number(int number) {
   return number >= std::numeric_limits<std::int16_t>::min() && number <= std::numeric_limits<std::int16_t>::max();
@@ -113,6 +135,7 @@ std::optional<std::string> list_builder::file(const line_up_service &service, st
   set_groups(filed, service);
   check_network_name(filed, service.source);
   lost_.add("names beyond 96 bytes", too_long_names(service));
+  lost_.add("names with control characters", in_one_line(service.name) != service.name ? 1 : 0);
   if (service.is_listed) {
     append(filed, number);
     next_number_ = std::max(next_number_, number.major + 1);
@@ -120,9 +143,28 @@ std::optional<std::string> list_builder::file(const line_up_service &service, st
   return std::nullopt;
 }
 
-// An index that comes with its source is the source's, so that others are not numbered the same.
+void list_builder::follow(const line_up &model) {
+  model_indexes_.emplace(model);
+  providers_.follow(model.groups_of(group_kind::provider));
+  genres_.follow(model.groups_of(group_kind::genre));
+  countries_.follow(model.groups_of(group_kind::country));
+}
+
+void list_builder::drop_unused_groups() {
+  providers_.drop_unused();
+  genres_.drop_unused();
+  countries_.drop_unused();
+}
+
+// An index that comes with its source is the source's, so that others are not numbered the same; unless the list
+// follows a model, which has indexes of its own.
 std::optional<std::uint8_t> list_builder::net_index_of(const line_up_service &service) {
-  if (service.fields.net_index != 0) {
+  if (model_indexes_) {
+    if (const auto index = model_indexes_->of(service.source)) {
+      used_net_indexes_.insert(*index);
+      return index;
+    }
+  } else if (service.fields.net_index != 0) {
     used_net_indexes_.insert(service.fields.net_index);
     net_indexes_.emplace(service.source, service.fields.net_index);
     return service.fields.net_index;
@@ -131,7 +173,10 @@ std::optional<std::uint8_t> list_builder::net_index_of(const line_up_service &se
     return known->second;
   }
   std::size_t free = 1;
-  while (free <= max_sources && used_net_indexes_.contains(static_cast<std::uint8_t>(free))) {
+  const auto is_taken = [this](std::uint8_t index) {
+    return used_net_indexes_.contains(index) || (model_indexes_ && model_indexes_->has(index));
+  };
+  while (free <= max_sources && is_taken(static_cast<std::uint8_t>(free))) {
     ++free;
   }
   if (free > max_sources) {
@@ -168,9 +213,10 @@ void list_builder::add(const favourite_group &group) {
   const int before = get_fav_group_number();
   const int id = add_fav_group_info(group_named(group.name));
   if (id < 0) {
-    ++favourite_groups_left_out_;
+    groups_left_out_.push_back({group.name, group.entries.size(), group.entries.size(), false});
     return;
   }
+  std::size_t left_out = 0;
   lost_.add("favourite groups that are joined to one of the same name", get_fav_group_number() == before ? 1 : 0);
   for (const line_up_entry &entry : group.entries) {
     channel_st *filed = added_.at(entry.service);
@@ -182,46 +228,74 @@ void list_builder::add(const favourite_group &group) {
     const virtual_channel_st added = entry_of(*filed, number.major, number.minor);
     const std::int16_t held = get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id)));
     if (add_fav_virtual_channel(static_cast<std::int16_t>(id), &added) != 0) {
-      ++favourites_left_out_;
+      ++left_out;
     } else if (get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id))) == held) {
       lost_.add("services that are twice in a favourite group");
     }
   }
+  if (left_out > 0) {
+    groups_left_out_.push_back({group.name, group.entries.size(), left_out, true});
+  }
 }
 
-std::vector<std::string> list_builder::build_views() {
+std::unordered_set<const channel_st *> list_builder::first_of_type(std::uint8_t type, std::size_t most,
+                                                                   std::span<const std::size_t> preferred) const {
+  std::unordered_set<const channel_st *> first;
+  for (const std::size_t position : preferred) {
+    const channel_st *filed = added_[position];
+    if (filed != nullptr && filed->service_type == type && numbers_.contains(filed) && first.size() < most) {
+      first.insert(filed);
+    }
+  }
+  return first;
+}
+
+std::vector<std::string> list_builder::build_views(std::span<const std::size_t> preferred) {
   struct {
     std::int8_t code;
     std::uint8_t type;
     const char *name;
-    const std::int16_t &taken;
-  } const views[] = {{VIEW_TV, SERVICE_TYPE_TV, "TV", list_.tv_vnumber},
-                     {VIEW_RADIO, SERVICE_TYPE_RADIO, "radio", list_.radio_vnumber}};
+    std::size_t capacity;
+  } const views[] = {{VIEW_TV, SERVICE_TYPE_TV, "TV", MAX_TV_CHANNEL},
+                     {VIEW_RADIO, SERVICE_TYPE_RADIO, "radio", MAX_RADIO_CHANNEL}};
   std::vector<std::string> left_out;
   for (const auto &view : views) {
     const std::size_t wanted = count_type(list_, view.type);
-    if (wanted > 0 && create_vindex_type(view.code, -1) != 0) {
-      left_out.push_back(fmt::format("the {} view is full: it holds {}, {} more services are in the ALL view only",
-                                     view.name, view.taken, wanted - static_cast<std::size_t>(view.taken)));
+    if (wanted == 0) {
+      continue;
     }
+    if (wanted <= view.capacity) {
+      create_vindex_type(view.code, -1);
+      continue;
+    }
+    left_out.push_back(fmt::format("the {} view is full: it holds {}, {} more services are in the ALL view only",
+                                   view.name, view.capacity, wanted - view.capacity));
+    const auto first = first_of_type(view.type, view.capacity, preferred);
+    const all_of_some some(list_, [&](const channel_st &service) { return first.empty() || first.contains(&service); });
+    create_vindex_type(view.code, -1);
   }
   return left_out;
 }
 
-std::vector<std::string> list_builder::groups_left_out() const {
+std::vector<std::string> list_builder::full_tables() const {
   std::vector<std::string> texts;
   for (const group_names *names : {&providers_, &genres_, &countries_}) {
     if (auto text = names->left_out()) {
       texts.push_back(std::move(*text));
     }
   }
-  if (favourite_groups_left_out_ > 0) {
-    texts.push_back(fmt::format("the list of favourite groups is full: it holds {}, {} more are left out", +MAX_FAV,
-                                favourite_groups_left_out_));
+  const auto groups = std::ranges::count(groups_left_out_, false, &group_left_out::is_cut);
+  if (groups > 0) {
+    texts.push_back(
+        fmt::format("the list of favourite groups is full: it holds {}, {} more are left out", +MAX_FAV, groups));
   }
-  if (favourites_left_out_ > 0) {
+  std::size_t services = 0;
+  for (const group_left_out &each : groups_left_out_) {
+    services += each.is_cut ? each.left_out : 0;
+  }
+  if (services > 0) {
     texts.push_back(fmt::format("favourite groups are full: each holds {}, {} more favourites are left out",
-                                +MAX_FAV_NUM, favourites_left_out_));
+                                +MAX_FAV_NUM, services));
   }
   return texts;
 }
@@ -248,21 +322,37 @@ list_counts list_builder::counts() const {
   return counts;
 }
 
-filled_list fill_list(const line_up &from, loss_counts &lost) {
+filled_list fill_list(const line_up &from, loss_counts &lost, const fill_options &options) {
   filled_list result;
   result.skipped = from.skipped;
   list_builder builder;
-  for (const line_up_service &service : from.services) {
-    if (auto reason = builder.add(service)) {
-      result.skipped.push_back({service.line, std::move(*reason)});
+  if (options.model != nullptr) {
+    builder.follow(*options.model);
+  }
+  const std::vector<std::size_t> preferred = preferred_first(from, options.preferred);
+  const std::vector<bool> fits = that_fit(from, preferred);
+  for (std::size_t place = 0; place < from.services.size(); ++place) {
+    if (!fits[place]) {
+      builder.pass_over();
+    } else if (auto reason = builder.add(from.services[place])) {
+      result.skipped.push_back({from.services[place].line, std::move(*reason)});
     }
   }
+  builder.drop_unused_groups();
+  if (const auto beyond = std::ranges::count(fits, false); beyond > 0) {
+    result.left_out.push_back(
+        fmt::format("the list is full: it holds {} services, {} more are left out", +MAX_CHANNEL, beyond));
+  }
   std::ranges::stable_sort(result.skipped, {}, &skipped_line::line);
-  result.left_out = builder.build_views();
+  std::ranges::move(builder.build_views(preferred), std::back_inserter(result.left_out));
+  if (!result.left_out.empty()) {
+    result.left_out.push_back(fmt::format("first come {} (--prefer)", text_of(options.preferred)));
+  }
   for (const favourite_group &group : from.favourites) {
     builder.add(group);
   }
-  std::ranges::move(builder.groups_left_out(), std::back_inserter(result.left_out));
+  std::ranges::move(builder.full_tables(), std::back_inserter(result.left_out));
+  result.groups_left_out = builder.groups_left_out();
   lost.add(builder.lost());
   result.filed = builder.filed_services();
   result.counts = builder.counts();

@@ -2,28 +2,56 @@
 #include "chlist/exchange/list_source.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <utility>
 
 #include "chlist/files/input_file.h"
+#include "chlist/files/standard_streams.h"
 
 namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
 
-folder_files files_in(const fs::path &folder) {
-  return [folder](const std::string &name) {
-    const fs::path path = folder / name;
-    return fs::is_regular_file(path) ? std::optional(read_input_file(path)) : std::nullopt;
-  };
-}
+// Reads files, and keeps what they are of.
+struct text_reader {
+  std::string charset;
+  std::shared_ptr<charset_note> note = std::make_shared<charset_note>();
+
+  [[nodiscard]] std::string read(const fs::path &path) const {
+    std::string bytes = read_input_file(path);
+    try {
+      return utf8_of_file(std::move(bytes), charset, *note);
+    } catch (const std::runtime_error &error) {
+      throw std::runtime_error(name_of_input(path) + ": " + error.what());
+    }
+  }
+
+  [[nodiscard]] folder_files files_in(const fs::path &folder) const {
+    return [folder, reader = *this](const std::string &name) {
+      const fs::path path = folder / name;
+      std::error_code unseen;
+      return fs::is_regular_file(path, unseen) ? std::optional(reader.read(path)) : std::nullopt;
+    };
+  }
+};
+
+std::optional<std::string> no_file(const std::string & /*name*/) { return std::nullopt; }
 
 }  // namespace
 
-list_source source_at(const fs::path &path) {
-  if (fs::is_directory(path)) {
-    return {.path = path, .is_folder = true, .text = {}, .files = files_in(path)};
+list_source source_at(const fs::path &path, const std::string &charset) {
+  const text_reader reader{.charset = charset};
+  list_source source = {.path = name_of_input(path), .text = {}, .files = no_file, .read_as = reader.note};
+  std::error_code unseen;
+  source.is_folder = !is_standard_stream(path) && fs::is_directory(path, unseen);
+  if (!is_standard_stream(path)) {
+    source.files = reader.files_in(source.is_folder ? path : path.parent_path());
   }
-  return {.path = path, .is_folder = false, .text = read_input_file(path), .files = files_in(path.parent_path())};
+  if (!source.is_folder) {
+    source.text = reader.read(path);
+  }
+  return source;
 }
 
 list_source source_of(const std::vector<made_file> &files, bool is_folder) {
@@ -31,7 +59,11 @@ list_source source_of(const std::vector<made_file> &files, bool is_folder) {
     const auto found = std::ranges::find(files, name, &made_file::name);
     return found != files.end() ? std::optional(found->text) : std::nullopt;
   };
-  return {.path = {}, .is_folder = is_folder, .text = is_folder ? "" : files.front().text, .files = find};
+  return {.path = {},
+          .is_folder = is_folder,
+          .text = is_folder ? "" : files.front().text,
+          .files = find,
+          .read_as = std::make_shared<charset_note>()};
 }
 
 }  // namespace chlist

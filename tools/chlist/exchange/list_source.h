@@ -4,11 +4,13 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "chlist/exchange/written_list.h"
+#include "chlist/text/charset.h"
 
 namespace chlist {
 
@@ -18,12 +20,14 @@ using folder_files = std::function<std::optional<std::string>(const std::string 
 struct list_source {
   std::filesystem::path path;  // as messages name it
   bool is_folder = false;
-  std::string text;    // of a file
-  folder_files files;  // of the folder, or of the one that the file stands in
+  std::string text;                       // of a file
+  folder_files files;                     // of the folder, or of the one that the file stands in
+  std::shared_ptr<charset_note> read_as;  // of all that was read so far
 };
 
-// Throws std::runtime_error when the path cannot be read.
-list_source source_at(const std::filesystem::path &path);
+// "-" is standard input; charset: what texts are of, empty when that is to be told by them. Throws std::runtime_error
+// when the path cannot be read.
+list_source source_at(const std::filesystem::path &path, const std::string &charset = {});
 
 // What a writer made, of a folder its files.
 list_source source_of(const std::vector<made_file> &files, bool is_folder);

@@ -44,11 +44,4 @@ std::optional<std::string_view> text_lines::peek() const {
   return without_carriage_return(rest_.substr(0, rest_.find('\n')));
 }
 
-std::string in_one_line(std::string_view text) {
-  std::string line(text);
-  std::ranges::replace_if(
-      line, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
-  return line;
-}
-
 }  // namespace chlist

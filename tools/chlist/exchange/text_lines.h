@@ -33,7 +33,4 @@ class text_lines {
   std::size_t number_ = 0;
 };
 
-// A text that stands in one line: every LF, CR and NUL becomes a blank. The change is told by comparing.
-std::string in_one_line(std::string_view text);
-
 }  // namespace chlist

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <system_error>
 #include <utility>
 
@@ -33,6 +34,10 @@ int version_in(byte_span file) {
 }
 
 bool is_known_version(int version) { return version >= first_known_version && version <= CHANNEL_LIST_VERSION; }
+
+bool is_channel_file(std::string_view beginning) {
+  return is_known_version(version_in(std::as_bytes(std::span(beginning))));
+}
 
 foreign_file::foreign_file(std::filesystem::path path, const std::string &why)
     : std::runtime_error(path.string() + ": " + why), path_(std::move(path)) {}

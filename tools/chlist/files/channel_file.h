@@ -6,6 +6,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "chlist/files/file_bytes.h"
@@ -62,5 +63,8 @@ class channel_file {
 int version_in(byte_span file);
 inline constexpr int first_known_version = 7;
 bool is_known_version(int version);
+
+// Whether a file that begins so is a channel file of a version that is known.
+bool is_channel_file(std::string_view beginning);
 
 }  // namespace chlist

@@ -2,13 +2,14 @@
 #include "chlist/text/broadcast_text.h"
 
 #include <fmt/format.h>
-#include <iconv.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <utility>
 
+#include "chlist/text/charset.h"
 #include "chlist/text/iso_6937.h"
 #include "chlist/text/utf8.h"
 
@@ -74,46 +75,6 @@ std::size_t size_of_selector(std::string_view encoded) {
   return std::min(size, encoded.size());
 }
 
-class converter {
- public:
-  explicit converter(const char *from) : descriptor_(iconv_open("UTF-8", from)) {}
-  ~converter() {
-    if (is_open()) {
-      iconv_close(descriptor_);
-    }
-  }
-  converter(const converter &) = delete;
-  converter &operator=(const converter &) = delete;
-
-  // A C library may come without some of the tables.
-  [[nodiscard]] bool is_open() const { return reinterpret_cast<std::intptr_t>(descriptor_) != -1; }
-
-  // A unit that is no character is replaced.
-  decoded_text convert(std::string_view bytes, std::size_t unit) {
-    decoded_text made;
-    while (!bytes.empty()) {
-      char piece[256];
-      char *in = const_cast<char *>(bytes.data());  // iconv() does not write there
-      std::size_t left = bytes.size();
-      char *out = piece;
-      std::size_t room = sizeof piece;
-      const bool is_stopped = iconv(descriptor_, &in, &left, &out, &room) == std::size_t(-1);
-      made.text.append(piece, out);
-      const bool is_stuck = is_stopped && left == bytes.size();
-      bytes.remove_prefix(bytes.size() - left);
-      if (is_stuck) {
-        append_utf8(made.text, U'\uFFFD');
-        made.is_whole = false;
-        bytes.remove_prefix(std::min(unit, bytes.size()));
-      }
-    }
-    return made;
-  }
-
- private:
-  iconv_t descriptor_;
-};
-
 // A name that was cut to its field may end within a character; without others it could as well be of another table.
 bool is_cut_utf8(std::string_view encoded) {
   const std::string_view whole = encoded.substr(0, encoded.size() - incomplete_at_end(encoded));
@@ -142,8 +103,9 @@ decoded_text decode_characters(std::string_view encoded) {
     return {valid_utf8(characters), is_utf8(characters)};
   }
   if (const character_table *table = table_of(encoded); table != nullptr) {
-    if (converter known(table->name); known.is_open()) {
-      return known.convert(characters, table->unit);
+    if (charset_converter known(table->name); known.is_open()) {
+      converted_text made = known.convert(characters, table->unit);
+      return {std::move(made.text), made.is_whole};
     }
   }
   return decode_of_unknown_table(characters);

@@ -55,7 +55,7 @@ TEST(LamedbFile, ErrorsNameTheFile) {
   };
 
   EXPECT_EQ(error_of_path(dir.path()), "neither lamedb nor lamedb5 is in it");
-  EXPECT_EQ(error_of_path(dir.path() + "lamedb"), dir.path() + "lamedb: cannot be read");
+  EXPECT_EQ(error_of_path(dir.path() + "lamedb"), dir.path() + "lamedb: No such file or directory");
   test_support::write_file(dir.path() + "lamedb", "eDVB services /9/\n");
   EXPECT_EQ(error_of_path(dir.path()), "lamedb: lamedb of version '9': only 3, 4 and 5 are known");
 }

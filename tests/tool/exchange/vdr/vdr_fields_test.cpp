@@ -125,8 +125,8 @@ TEST(VdrSource, OthersAreALetterWithAPositionOrWithout) {
 }
 
 TEST(VdrSource, UnknownFormsAreRefused) {
-  for (const char *source : {"", "S", "19.2E", "S19.2", "S19.2N", "S.2E", "S19.E", "S19.25E", "S1234E", "S180.1E",
-                             "S181W", "TX", "SxE", "?"}) {
+  for (const char *source :
+       {"", "19.2E", "S19.2", "S19.2N", "S.2E", "S19.E", "S19.25E", "S1234E", "S180.1E", "S181W", "TX", "SxE", "?"}) {
     EXPECT_EQ(refusal({.source = source}), "source '" + std::string(source) + "' is unknown");
   }
 }

@@ -12,11 +12,37 @@
 namespace chlist {
 namespace {
 
-constexpr std::string_view special = ",\"\r\n";
+constexpr std::string_view special = ",;\t\"\r\n";
+constexpr std::string_view cell_separators = ",;\t";
+constexpr std::string_view separator_line = "sep=";
+
+// How often a character stands in the first line, outside quotes.
+std::ptrdiff_t count_in_header(std::string_view text, char wanted) {
+  bool is_quoted = false;
+  std::ptrdiff_t count = 0;
+  for (const char c : text.substr(0, text.find_first_of("\r\n"))) {
+    is_quoted = is_quoted != (c == '"');
+    count += c == wanted && !is_quoted ? 1 : 0;
+  }
+  return count;
+}
+
+char separator_of(std::string_view text) {
+  return *std::ranges::max_element(cell_separators, {}, [text](char each) { return count_in_header(text, each); });
+}
 
 class csv_parser {
  public:
-  explicit csv_parser(std::string_view text) : text_(without_byte_order_mark(text)) {}
+  explicit csv_parser(std::string_view text) : text_(without_byte_order_mark(text)), separator_(separator_of(text_)) {
+    const std::string_view first = text_.substr(0, text_.find_first_of("\r\n"));
+    if (first.size() == separator_line.size() + 1 && first.starts_with(separator_line) &&
+        cell_separators.find(first.back()) != std::string_view::npos) {
+      separator_ = first.back();
+      at_ = first.size();
+      pass_line_end();
+    }
+    ends_ = {separator_, '\r', '\n'};
+  }
 
   std::vector<csv_row> read() {
     while (at_ < text_.size()) {
@@ -34,7 +60,7 @@ class csv_parser {
   csv_row read_row() {
     csv_row row = {line_, {}};
     row.cells.push_back(read_cell());
-    while (is_at(',')) {
+    while (is_at(separator_)) {
       ++at_;
       row.cells.push_back(read_cell());
     }
@@ -45,7 +71,7 @@ class csv_parser {
   // Text behind a closing quote belongs to the cell as it stands.
   std::string read_cell() {
     std::string cell = is_at('"') ? read_quoted() : "";
-    const std::size_t end = std::min(text_.find_first_of(",\r\n", at_), text_.size());
+    const std::size_t end = std::min(text_.find_first_of(ends_, at_), text_.size());
     cell += text_.substr(at_, end - at_);
     at_ = end;
     return cell;
@@ -76,6 +102,8 @@ class csv_parser {
   }
 
   std::string_view text_;
+  char separator_;
+  std::string ends_;  // of a cell
   std::size_t at_ = 0;
   std::size_t line_ = 1;
   std::vector<csv_row> rows_;

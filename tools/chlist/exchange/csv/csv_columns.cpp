@@ -47,11 +47,23 @@ constexpr csv_column column_table[] = {
     {"order_key"},
 };
 
+// Spreadsheets write 1 as "1.0" or "1,00". With three digits behind it, the mark could part thousands.
+std::string_view without_fraction(std::string_view text) {
+  constexpr std::string_view fractions[] = {".0", ".00", ",0", ",00"};
+  for (const std::string_view fraction : fractions) {
+    if (text.size() > fraction.size() && text.ends_with(fraction)) {
+      return text.substr(0, text.size() - fraction.size());
+    }
+  }
+  return text;
+}
+
 int part_of_number(std::string_view column, std::string_view text) {
   return static_cast<int>(number_for(field_named(column), text));
 }
 
-void set(line_up_service &service, std::string_view column, std::string_view text) {
+void set(line_up_service &service, std::string_view column, std::string_view cell) {
+  const std::string_view text = field_named(column).is_number() ? without_fraction(cell) : cell;
   if (column == number_column && text == csv_unlisted) {
     service.is_listed = false;
   } else if (column == number_column) {

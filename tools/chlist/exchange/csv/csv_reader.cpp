@@ -13,6 +13,7 @@
 #include "chlist/exchange/csv/csv_columns.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/text_lines.h"
 #include "chlist/fields/pids.h"
 
 namespace chlist {
@@ -171,9 +172,14 @@ line_up read_csv(const list_source &from, loss_counts &lost) { return line_up_of
 
 // A header that names what services are known by, or a name that says so.
 bool is_like_csv(const std::filesystem::path &path, std::string_view beginning) {
-  const std::string_view header = beginning.substr(0, beginning.find_first_of("\r\n"));
-  return header.find("service_id,") != std::string_view::npos || header.ends_with("service_id") ||
-         header.find("service_id\"") != std::string_view::npos || path.extension() == ".csv";
+  constexpr std::string_view name = "service_id";
+  text_lines lines(beginning);
+  std::string_view header = lines.next().value_or(std::string_view());
+  header = header.starts_with("sep=") ? lines.next().value_or(std::string_view()) : header;
+  const std::size_t behind = header.find(name) + name.size();
+  const bool is_named = header.find(name) != std::string_view::npos &&
+                        (behind == header.size() || std::string_view(",;\t\"").find(header[behind]) < 4);
+  return is_named || path.extension() == ".csv";
 }
 
 }  // namespace chlist

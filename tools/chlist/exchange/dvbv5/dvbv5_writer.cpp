@@ -13,6 +13,7 @@
 #include "chlist/exchange/reception.h"
 #include "chlist/exchange/text_lines.h"
 #include "chlist/fields/pids.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {

@@ -5,6 +5,7 @@
 // in front of them, with a file name by which it is known when it is read; hidden numbered markers fill the gaps
 // between its numbers. A folder without it is that of a receiver: its services are taken in the order of its bouquets,
 // television before radio, each with its first number, radio numbered on behind television; those in no bouquet follow.
+// Bouquets that only part others ("----TOP----") are no groups.
 //
 // The file "blacklist" names the services that are locked.
 #pragma once

@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -12,16 +13,6 @@
 
 namespace chlist {
 namespace {
-
-struct bouquet {
-  struct entry {
-    std::size_t service = 0;
-    int number = 0;
-  };
-  std::string file;
-  std::string name;
-  std::vector<entry> entries;
-};
 
 // What stands behind a keyword, which a colon may follow: "#SERVICE 1:0:..." and "#SERVICE: 1:0:..."
 std::optional<std::string_view> behind(std::string_view line, std::string_view keyword) {
@@ -38,16 +29,38 @@ std::optional<std::string_view> behind(std::string_view line, std::string_view k
   return line.substr(line.empty() ? 0 : 1);
 }
 
-// FROM BOUQUET "name" ORDER BY bouquet
+// FROM BOUQUET "name" ORDER BY bouquet; older indexes have the name alone.
 std::string file_named_in(std::string_view path) {
   const auto [before, quoted_on] = split_at_first(path, '"');
-  const auto [name, after] = split_at_first(quoted_on.value_or(std::string_view()), '"');
-  if (!before.starts_with("FROM BOUQUET") || !after || name.empty() || name.find('/') != std::string_view::npos ||
-      name.find('\0') != std::string_view::npos) {
+  const auto [quoted_name, after] = split_at_first(quoted_on.value_or(std::string_view()), '"');
+  const bool is_query = before.starts_with("FROM BOUQUET");
+  const std::string_view name = !is_query ? without_blanks_around(path) : after ? quoted_name : std::string_view();
+  if (name.empty() || name.find_first_of(std::string_view("/\"\0", 3)) != std::string_view::npos) {
     throw bad_line("names no bouquet of this folder");
   }
   return std::string(name);
 }
+
+// Titles between the bouquets: "----TOP----".
+bool is_like_separator(std::string_view name) {
+  const auto is_ornament = [](char c) { return c > ' ' && std::ispunct(static_cast<unsigned char>(c)) != 0; };
+  return !name.empty() && is_ornament(name.front()) && is_ornament(name.back());
+}
+
+struct bouquet {
+  struct entry {
+    std::size_t service = 0;
+    int number = 0;
+  };
+  std::string file;
+  std::string name;
+  std::vector<entry> entries;
+  bool has_references = false;  // to whatever
+
+  [[nodiscard]] bool is_separator() const {
+    return entries.empty() && file != file_of_all && (has_references || is_like_separator(name));
+  }
+};
 
 // Reads the files one by one. Numbers run on until they are begun anew.
 class bouquets_reader {
@@ -62,19 +75,24 @@ class bouquets_reader {
     next_number_ = 1;
     for_each_line_of(file, [&](std::string_view line) {
       if (const auto reference = behind(line, "#SERVICE")) {
-        const std::string name = file_named_in(read_bouquet_reference(without_leading_blanks(*reference)).path);
+        const bouquet_reference named = read_bouquet_reference(without_leading_blanks(*reference));
+        if (named.is_marker()) {
+          lost_.add("markers");
+          return;
+        }
+        const std::string name = file_named_in(named.path);
         const auto [known, is_new] = numbers_of_files.try_emplace(name, 0);
         if (!is_new) {
           take_numbers(known->second);
           throw bad_line("names " + quoted(std::string_view(name)) + " once more");
         }
         const int before = next_number_;
-        if (auto read = read_bouquet(name)) {
-          made.push_back(std::move(*read));
-        } else {
+        auto read = read_bouquet(name);
+        known->second = next_number_ - before;
+        if (!read) {
           throw bad_line(quoted(std::string_view(name)) + " is not in the folder");
         }
-        known->second = next_number_ - before;
+        take_bouquet(std::move(*read), made);
       }
     });
     return made;
@@ -83,6 +101,14 @@ class bouquets_reader {
  private:
   // Numbers beyond the largest are none, however far beyond.
   void take_numbers(int count) { next_number_ = std::min(next_number_ + count, beyond_all_numbers); }
+
+  void take_bouquet(bouquet read, std::vector<bouquet> &into) {
+    if (read.is_separator()) {
+      lost_.add("bouquets without a service");
+    } else {
+      into.push_back(std::move(read));
+    }
+  }
 
   std::optional<bouquet> read_bouquet(const std::string &file) {
     bouquet made{.file = file, .name = {}, .entries = {}};
@@ -100,6 +126,7 @@ class bouquets_reader {
       into.name = *name;
     } else if (const auto reference = behind(line, "#SERVICE")) {
       described_ = nullptr;
+      into.has_references = true;
       add(read_bouquet_reference(without_leading_blanks(*reference)), into);
     } else if (const auto description = behind(line, "#DESCRIPTION")) {
       count_description(*description);

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "chlist/exchange/enigma2/bouquets.h"
-#include "chlist/exchange/text_lines.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {

@@ -255,8 +255,9 @@ line_up read_preferred(const list_source &from, const std::array<const char *, 2
 }
 
 bool is_like_version(const fs::path &path, std::string_view beginning, std::string_view version, const char *name) {
-  if (fs::is_directory(path)) {
-    return fs::is_regular_file(path / name);
+  std::error_code unseen;
+  if (fs::is_directory(path, unseen)) {
+    return fs::is_regular_file(path / name, unseen);
   }
   return version_of(text_lines(beginning).next().value_or(std::string_view())) == version;
 }
@@ -279,7 +280,7 @@ line_up read_lamedb5(const list_source &from, loss_counts &lost) {
 }
 
 bool is_like_lamedb3(const fs::path &path, std::string_view beginning) {
-  return !fs::is_directory(path) && is_like_version(path, beginning, "3", "");
+  return is_like_version(path, beginning, "3", "");
 }
 
 bool is_like_lamedb4(const fs::path &path, std::string_view beginning) {

@@ -17,8 +17,8 @@
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/lamedb_fields.h"
 #include "chlist/exchange/reception.h"
-#include "chlist/exchange/text_lines.h"
 #include "chlist/fields/pids.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "chlist/report.h"
+#include "chlist/text/plain_text.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -102,10 +103,9 @@ std::string url_of(const line_up &list, const line_up_service &service, const st
 }
 
 // Quotes end a value and lines end an entry; there are no escapes.
-std::string harmless_value(std::string value) {
-  for (char &c : value) {
-    c = c == '"' ? '\'' : static_cast<unsigned char>(c) < ' ' ? ' ' : c;
-  }
+std::string harmless_value(std::string_view text) {
+  std::string value = in_one_line(text);
+  std::ranges::replace(value, '"', '\'');
   return value;
 }
 

@@ -13,14 +13,20 @@ namespace chlist {
 namespace {
 
 constexpr std::size_t field_count = 13;
+constexpr std::size_t fewest_fields = 9;
+constexpr std::size_t place_of_teletext = 7;
 using field_array = std::array<std::string_view, field_count>;
 
-field_array split_fields(std::string_view line) {
-  const std::vector<std::string_view> parts = split(line, ':');
-  if (parts.size() != field_count) {
+// What an older form has not is 0.
+field_array fields_of(std::vector<std::string_view> parts) {
+  if (parts.size() < fewest_fields) {
     throw bad_line("has " + std::to_string(parts.size()) + (parts.size() == 1 ? " field" : " fields") +
-                   " instead of 13");
+                   " instead of 9 to 13");
   }
+  if (parts.size() == fewest_fields) {
+    parts.insert(parts.begin() + place_of_teletext, "0");
+  }
+  parts.resize(field_count, "0");
   field_array fields;
   std::ranges::copy(parts, fields.begin());
   return fields;
@@ -67,10 +73,11 @@ void read_teletext(std::string_view field, vdr_service &service) {
 
 vdr_service read_service(std::string_view line) {
   const auto [names, frequency, parameters, source, symbol_rate, video, audio, teletext, ca_ids, service_id, network_id,
-              transport_id, radio_id] = split_fields(line);
+              transport_id, radio_id] = fields_of(split(line, ':'));
   vdr_service service;
+  service.has_more_fields = std::ranges::count(line, ':') >= std::ssize(field_array());
   read_names(names, service);
-  service.source = read_source(source);
+  service.source = read_source_of_any_age(source, frequency);
   const bool is_satellite = service.source.front() == 'S';
   service.frequency_khz = read_frequency_khz(frequency, is_satellite);
   const vdr_parameters read = read_parameters(parameters, is_satellite);
@@ -125,8 +132,8 @@ class line_reader {
       }
       text.remove_prefix(digits);
     }
-    if (text.find_first_not_of(blanks) != std::string_view::npos) {
-      ++line_up_.groups;
+    if (const std::string_view name = without_leading_blanks(text); !name.empty()) {
+      line_up_.groups.push_back({readable_name(name), line_up_.services.size()});
     }
   }
 

@@ -1,5 +1,8 @@
 // Reads the text of a VDR channels.conf: one service a line, 13 fields separated by ':', and group separators. Knows
 // nothing of the channel list: text goes in, services and the lines that could not be read come out.
+//
+// Older lists end their lines earlier, as VDR reads them still: at the service id, and those of 9 fields have no
+// teletext PID in front of the CA id. What stands behind the 13th field VDR passes over, and so does this reader.
 #pragma once
 
 #include <algorithm>
@@ -45,6 +48,7 @@ struct vdr_service {
   std::uint16_t network_id = 0;
   std::uint16_t transport_id = 0;
   std::uint16_t radio_id = 0;
+  bool has_more_fields = false;
 
   [[nodiscard]] bool has_video() const { return video_pid != 0; }
   [[nodiscard]] bool has_audio() const { return !audio.empty() || !dolby.empty(); }
@@ -58,10 +62,16 @@ struct vdr_service {
   }
 };
 
+// A separator with a name, ":Name" or ":@100 Name": the services behind it, up to the next one, are a group.
+struct vdr_group {
+  std::string name;
+  std::size_t first_service = 0;
+};
+
 struct vdr_line_up {
   std::vector<vdr_service> services;
   std::vector<skipped_line> skipped;
-  std::size_t groups = 0;  // group separators with a name
+  std::vector<vdr_group> groups;
 };
 
 // Reads a whole file. Lines may end in LF or CRLF, be blank and be of any length; a byte order mark is passed over. A

@@ -68,6 +68,19 @@ std::string read_source(std::string_view text) {
   return source;
 }
 
+std::string read_source_of_any_age(std::string_view text, std::string_view frequency) {
+  constexpr std::uint32_t least_satellite_mhz = 1000;
+  if (text == "S" || text == "s") {
+    return "S";
+  }
+  if (text.empty() || !std::ranges::all_of(text, is_digit)) {
+    return read_source(text);
+  }
+  const auto number = read_number<std::uint8_t>(text, "source");
+  const bool is_satellite = read_number<std::uint32_t>(frequency, "frequency", 1) >= least_satellite_mhz;
+  return source_of({is_satellite ? delivery::satellite : delivery::cable, std::nullopt, number});
+}
+
 std::uint32_t read_frequency_khz(std::string_view text, bool is_satellite) {
   if (is_satellite) {
     return read_number<std::uint32_t>(text, "frequency", 1, largest_satellite_mhz) * 1000;

@@ -23,6 +23,10 @@ std::vector<std::uint16_t> read_ca_ids(std::string_view text);
 // A letter, for satellites (S) followed by the position: "S19.2E". Other letters may have one too.
 std::string read_source(std::string_view text);
 
+// The same as lists have it that VDR does not take any more: "S" without a position, and in the oldest the number of
+// what the DiSEqC switch is set to, "S#1", which is 0 on cable. Frequencies tell these apart.
+std::string read_source_of_any_age(std::string_view text, std::string_view frequency);
+
 // Satellite frequencies are in MHz; others in MHz, kHz or Hz, told apart by their size.
 std::uint32_t read_frequency_khz(std::string_view text, bool is_satellite);
 

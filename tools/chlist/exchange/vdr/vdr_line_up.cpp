@@ -34,13 +34,13 @@ constexpr uncarried uncarried_table[] = {
     {"CA ids (but marked as scrambled)", [](const vdr_service &s) { return s.is_scrambled(); }},
     {"CA ids below 100, which choose a device", [](const vdr_service &s) { return s.has_devices(); }},
     {"RIDs", [](const vdr_service &s) { return s.radio_id != 0; }},
+    {"fields behind the RID", [](const vdr_service &s) { return s.has_more_fields; }},
 };
 
 void count_uncarried(const vdr_line_up &parsed, loss_counts &lost) {
   for (const uncarried &row : uncarried_table) {
     lost.add(row.what, static_cast<std::size_t>(std::ranges::count_if(parsed.services, row.is_in)));
   }
-  lost.add("group names", parsed.groups);
 }
 
 // A service that has Dolby alone is heard through its first Dolby stream.
@@ -55,6 +55,27 @@ void set_pids(channel_st &record, const vdr_service &service) {
   if (service.has_audio()) {
     record.audio_pid = service.audio.empty() ? service.dolby.front().pid : service.audio.front().pid;
   }
+}
+
+// Separators without a service behind them are no groups; those of the same name are one.
+std::vector<favourite_group> groups_of(const vdr_line_up &parsed) {
+  std::vector<favourite_group> groups;
+  for (std::size_t at = 0; at < parsed.groups.size(); ++at) {
+    const bool is_last = at + 1 == parsed.groups.size();
+    const std::size_t end = is_last ? parsed.services.size() : parsed.groups[at + 1].first_service;
+    const std::size_t first = parsed.groups[at].first_service;
+    if (first == end) {
+      continue;
+    }
+    auto same = std::ranges::find(groups, parsed.groups[at].name, &favourite_group::name);
+    if (same == groups.end()) {
+      same = groups.insert(same, {.name = parsed.groups[at].name, .entries = {}});
+    }
+    for (std::size_t service = first; service < end; ++service) {
+      same->entries.push_back({service, {}});
+    }
+  }
+  return groups;
 }
 
 }  // namespace
@@ -80,6 +101,7 @@ line_up_service line_up_service_of(const vdr_service &service) {
 line_up line_up_of(vdr_line_up parsed, loss_counts &lost) {
   count_uncarried(parsed, lost);
   line_up made;
+  made.favourites = groups_of(parsed);
   made.skipped = std::move(parsed.skipped);
   std::ranges::transform(parsed.services, std::back_inserter(made.services), line_up_service_of);
   return made;

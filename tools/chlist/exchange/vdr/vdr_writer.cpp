@@ -12,6 +12,7 @@
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/fields/pids.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -30,11 +31,11 @@ bool is_source(std::string_view text) {
 }
 
 // Characters that part fields or lines become others, ':' as VDR writes it.
-std::string written(std::string text, std::string_view separators) {
+std::string written(std::string_view given, std::string_view separators) {
+  std::string text = in_one_line(given);
   for (char &c : text) {
     const bool parts_fields = separators.find(c) != std::string_view::npos;
-    const bool is_control = static_cast<unsigned char>(c) < ' ';
-    c = parts_fields ? '.' : is_control ? ' ' : c == ':' ? '|' : c;
+    c = parts_fields ? '.' : c == ':' ? '|' : c;
   }
   return text;
 }

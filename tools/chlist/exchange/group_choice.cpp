@@ -1,0 +1,94 @@
+// Groups are chosen first, and split last.
+#include "chlist/exchange/group_choice.h"
+
+#include <channel/records.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <utility>
+
+#include "chlist/closest.h"
+#include "chlist/command.h"
+#include "chlist/exchange/field_reading.h"
+#include "chlist/text/utf8.h"
+
+namespace chlist {
+namespace {
+
+using group_list = std::vector<favourite_group>;
+
+std::vector<std::string> names_of(const group_list &all) {
+  std::vector<std::string> names;
+  std::ranges::transform(all, std::back_inserter(names), &favourite_group::name);
+  return names;
+}
+
+group_list::const_iterator find_group(const group_list &all, std::string_view name) {
+  return std::ranges::find_if(all, [name](const favourite_group &each) { return is_same_name(each.name, name); });
+}
+
+// "A,B", unless there is a group of that name.
+std::vector<std::string_view> names_in(const group_list &all, std::string_view text) {
+  return find_group(all, text) != all.end() ? std::vector{text} : split(text, ',');
+}
+
+group_list groups_named(const group_list &all, const std::vector<std::string> &options) {
+  group_list chosen;
+  for (const std::string &option : options) {
+    for (const std::string_view name : names_in(all, option)) {
+      const auto found = find_group(all, name);
+      if (found == all.end()) {
+        throw usage_error("--bouquets: " + unknown_name("group", name, names_of(all)));
+      }
+      if (find_group(chosen, name) == chosen.end()) {
+        chosen.push_back(*found);
+      }
+    }
+  }
+  return chosen;
+}
+
+void become_genres(line_up &list, loss_counts &lost) {
+  for (const favourite_group &group : std::exchange(list.favourites, {})) {
+    for (const line_up_entry &entry : group.entries) {
+      std::string &genre = list.services[entry.service].genre;
+      const bool has_another = !genre.empty() && genre != group.name;
+      lost.add("groups of services that have a genre", has_another ? 1 : 0);
+      genre = has_another ? genre : group.name;
+    }
+  }
+}
+
+void split_group(favourite_group group, group_list &into) {
+  constexpr std::size_t most = MAX_FAV_NUM;
+  if (group.entries.size() <= most) {
+    into.push_back(std::move(group));
+    return;
+  }
+  const std::span<const line_up_entry> entries = group.entries;
+  for (std::size_t first = 0; first < entries.size(); first += most) {
+    const auto part = entries.subspan(first, std::min(most, entries.size() - first));
+    into.push_back({.name = fmt::format("{} {}", group.name, first / most + 1), .entries = {part.begin(), part.end()}});
+  }
+}
+
+}  // namespace
+
+void choose_groups(line_up &list, const group_options &options, loss_counts &lost) {
+  if (!options.chosen.empty()) {
+    list.favourites = groups_named(list.favourites, options.chosen);
+  }
+  if (options.become == "genres") {
+    become_genres(list, lost);
+  } else if (options.become == "none") {
+    lost.add("groups", std::exchange(list.favourites, {}).size());
+  } else if (options.are_split) {
+    for (favourite_group &group : std::exchange(list.favourites, {})) {
+      split_group(std::move(group), list.favourites);
+    }
+  }
+}
+
+}  // namespace chlist
