@@ -35,13 +35,13 @@ class ServiceChoice : public tool_test::import_test {
   }
 };
 
-TEST_F(ServiceChoice, FiltersAreThoseOfListings) {
+TEST_F(ServiceChoice, ConditionsAreThoseOfEdits) {
   EXPECT_EQ(names_taken({"--where", "scrambled=no"}), "ACD");
-  EXPECT_EQ(names_taken({"--where", "scrambled=no", "--where", "network_name=s1"}), "AC");
+  EXPECT_EQ(names_taken({"--where", "scrambled=no", "--where", "network_name~^s1"}), "AC");
   EXPECT_EQ(names_taken({"--where", "service_id=4"}), "D");
-  EXPECT_EQ(names_taken({"--where", "favourites=radio"}), "CD");
+  EXPECT_EQ(names_taken({"--where", "favourites~radio"}), "CD");
   expect_refused({"import", "channels.conf", "-o", "out.dat", "--where", "scrambled=perhaps"},
-                 "scrambled=\"perhaps\": VALUE is yes or no");
+                 "--where, character 11: scrambled=\"perhaps\": VALUE is yes or no");
 }
 
 TEST_F(ServiceChoice, SourcesProvidersAndTypesAreNamed) {

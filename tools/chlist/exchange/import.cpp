@@ -17,9 +17,11 @@
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
+#include "chlist/fields/where.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/input_file.h"
@@ -102,6 +104,7 @@ class import_target {
     if (is_standard_stream(output_)) {
       write_standard_output(image_of(*get_channel_list()));
     } else {
+      const edit_lock lock(output_);
       keep_what_was();
       save_list_as(output_);
     }
@@ -111,6 +114,7 @@ class import_target {
     if (is_standard_stream(output_)) {
       write_standard_output(bytes);
     } else {
+      const edit_lock lock(output_);
       keep_what_was();
       write_text_file(output_, bytes);
     }
@@ -263,8 +267,7 @@ command import_command() {
            "--split makes \"Name 1\", \"Name 2\" of one that is too long, and --groups makes genres of them, which "
            "hold "
            "any number of services, or nothing.",
-           "--where takes what matches, as --filter of `chlist list` does (FIELD is a column of `chlist list --columns "
-           "help`); --only and --without take and leave out sources, providers and types by their names: of those that "
+           "--where takes what meets a condition; --only and --without take and leave out sources, providers and types by their names: of those that "
            "--only names, one of each kind is to match. A list holds 5,000 services, of which its views show 4,000 of "
            "television and 1,000 of radio. When there are more, those in groups come first, then those with a number "
            "in INPUT, then those that are free to air, and the rest as INPUT has them; --prefer orders otherwise.",
@@ -285,7 +288,7 @@ command import_command() {
            "INPUT is read once, so that it may be a pipe; - is standard input. What is larger than 16 MiB is refused, "
            "and so is a named pipe that nobody writes within five seconds. With -o - the channel file goes to "
            "standard output and the report to standard error."},
-      .sections = {{"Formats", formats_to_read()}},
+      .sections = {{"Formats", formats_to_read()}, {"Conditions", terms_of_conditions()}},
       .exit_codes = {{"0", "everything was imported"},
                      {"1", "imported, but lines were skipped, or the list had no room for something"},
                      {"2", "nothing was written: bad usage, unreadable input, no service in it, or an output that "
@@ -332,8 +335,8 @@ command import_command() {
                    .value = "LIST"},
                   {.names = "--where",
                    .target = &options->services.where,
-                   .about = "take only services that match; may be given several times",
-                   .value = "FIELD=TEXT"},
+                   .about = "take only services that meet a condition; may be given several times",
+                   .value = "CONDITION"},
                   {.names = "--only",
                    .target = &options->services.only,
                    .about = "take only these sources, providers or types (S19.2E, TV), with commas between; may be "

@@ -16,7 +16,7 @@
 #include "chlist/closest.h"
 #include "chlist/command.h"
 #include "chlist/exchange/field_reading.h"
-#include "chlist/fields/row_filter.h"
+#include "chlist/fields/where.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -158,7 +158,7 @@ std::vector<bool> held_by_favourites(const line_up &list) {
 }  // namespace
 
 std::size_t choose_services(line_up &list, const service_options &options) {
-  const std::vector<row_filter> filters(options.where.begin(), options.where.end());
+  const std::vector<where> conditions(options.where.begin(), options.where.end());
   const named_values only(list, options.only, "--only");
   const named_values without(list, options.without, "--without");
   std::vector<bool> is_kept;
@@ -166,7 +166,7 @@ std::size_t choose_services(line_up &list, const service_options &options) {
     const shown_service shown(list, place);
     const line_up_service &service = list.services[place];
     is_kept.push_back(only.has_all_of(service) && !without.has_any_of(service) &&
-                      std::ranges::all_of(filters, [&](const row_filter &each) { return each.takes(shown.row); }));
+                      std::ranges::all_of(conditions, [&](const where &each) { return each.takes(shown.row); }));
   }
   const auto left_out = static_cast<std::size_t>(std::ranges::count(is_kept, false));
   if (left_out > 0) {

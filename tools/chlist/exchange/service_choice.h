@@ -11,13 +11,13 @@
 namespace chlist {
 
 struct service_options {
-  std::vector<std::string> where;    // "FIELD=TEXT": all of them
+  std::vector<std::string> where;    // conditions: all of them
   std::vector<std::string> only;     // sources, providers and types by name: one of those that are named of each
   std::vector<std::string> without;  // none of them
 };
 
 // Leaves out the services that are not asked for, and their places in groups. Returns how many. Throws usage_error, or
-// as row_filter, for what names nothing.
+// as where, for what names nothing.
 std::size_t choose_services(line_up &list, const service_options &options);
 
 // By what services come first when there is no room for all.
