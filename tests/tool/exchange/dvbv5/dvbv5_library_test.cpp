@@ -53,7 +53,8 @@ std::string text_of(const char *text) { return text == nullptr ? "" : text; }
 
 // Satellite services in every polarisation, with every kind of name.
 line_up list_of(int services) {
-  constexpr std::array names = {"Plain", "Two words", "\xC3\x98st", "\xC3\xA4 Latin", "A = B; #c", "with, comma: colon"};
+  constexpr std::array names = {"Plain",          "Two words", "\xC3\x98st",
+                                "\xC3\xA4 Latin", "A = B; #c", "with, comma: colon"};
   line_up list = tool_test::random_line_up(11).make(services, 0);
   for (std::size_t i = 0; i < list.services.size(); ++i) {
     line_up_service &service = list.services[i];
