@@ -267,7 +267,8 @@ command import_command() {
            "--split makes \"Name 1\", \"Name 2\" of one that is too long, and --groups makes genres of them, which "
            "hold "
            "any number of services, or nothing.",
-           "--where takes what meets a condition; --only and --without take and leave out sources, providers and types by their names: of those that "
+           "--where takes what meets a condition; --only and --without take and leave out sources, providers and types "
+           "by their names: of those that "
            "--only names, one of each kind is to match. A list holds 5,000 services, of which its views show 4,000 of "
            "television and 1,000 of radio. When there are more, those in groups come first, then those with a number "
            "in INPUT, then those that are free to air, and the rest as INPUT has them; --prefer orders otherwise.",

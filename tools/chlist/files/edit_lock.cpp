@@ -23,6 +23,8 @@ bool is_locked_by_another() { return errno == EWOULDBLOCK || errno == EINTR; }
 
 }  // namespace
 
+edit_lock::~edit_lock() { ::flock(folder_.get(), LOCK_UN); }
+
 edit_lock::edit_lock(const fs::path &target)
     : folder_name_(behind_links(target).parent_path()),
       folder_(::open(folder_name_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_name_) {

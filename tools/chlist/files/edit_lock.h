@@ -14,6 +14,9 @@ class edit_lock {
  public:
   // Waits for another edit. Throws std::runtime_error when that takes too long, and when there is no such folder.
   explicit edit_lock(const std::filesystem::path &target);
+  ~edit_lock();
+  edit_lock(const edit_lock &) = delete;
+  edit_lock &operator=(const edit_lock &) = delete;
 
  private:
   std::string folder_name_;
