@@ -192,7 +192,7 @@ json json_of_contents(const info_options &options, const file_contents &contents
 
 void print_heading(std::string_view heading) { fmt::print("{}\n", painted(heading, style::bold)); }
 
-void print_row(std::string_view what, const std::string &value) { fmt::print("  {:<24}{}\n", what, value); }
+void print_row(std::string_view what, const std::string &value) { fmt::print("  {:<23} {}\n", what, value); }
 
 void print_file(const info_options &options, const file_contents &contents) {
   fmt::print("{}: version {}, {}, {}\n", options.file.string(), contents.version, counted(contents.bytes, "byte"),
