@@ -279,9 +279,26 @@ TEST_F(Rescan, AServiceMayTakeTheIdsOfOneThatGoes) {
 
   EXPECT_EQ(names_in(report["moved"]), names{"Films"});
   EXPECT_EQ(names_in(report["removed"]), names{"News"});
+  EXPECT_EQ(report["removed"][0]["service_id"], news.service_id);
   load_merged();
   EXPECT_EQ(majors(VIEW_ALL), std::vector<int>{102});
   EXPECT_EQ(majors(VIEW_FAVOURITE), std::vector<int>{102});
+}
+
+// The new place of one service is within the tolerance of another that stays.
+TEST_F(Rescan, AServiceThatStaysIsNotMovedOutOfTheWay) {
+  const service_data stays = at({.service_id = 4, .name = "B"}, 4, 11'006'000);
+  const service_data moves = at({.service_id = 4, .name = "A"}, 2, 11'003'000);
+  channel_file own;
+  own.service(stays).service(moves).entry(VIEW_ALL, stays, 1).entry(VIEW_ALL, moves, 2);
+  set(own, scan_of({at(stays, 4, 11'008'000), at(moves, 2, 11'005'000)}));
+
+  const json report = merged_json();
+
+  EXPECT_EQ(report["removed"].size(), 0U);
+  load_merged();
+  EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{1, 2}));
+  EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{4, 4}));
 }
 
 TEST_F(Rescan, WhatGoesMakesRoomForWhatComes) {

@@ -76,20 +76,6 @@ bytes replaced(const bytes &data, std::string_view what, std::string_view by) {
   return made;
 }
 
-bytes in_utf8(const bytes &data) {
-  bytes made;
-  for (const char c : data) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x80U) {
-      made += c;
-    } else {
-      made += static_cast<char>(0xC0U | byte >> 6U);
-      made += static_cast<char>(0x80U | (byte & 0x3FU));
-    }
-  }
-  return made;
-}
-
 std::size_t sector_of(std::size_t at) { return at / sector * sector; }
 
 std::size_t middle(const std::vector<std::size_t> &records) { return records[records.size() / 2]; }
@@ -287,6 +273,20 @@ constexpr damage_kind kinds[] = {
 };
 
 }  // namespace
+
+bytes in_utf8(const bytes &data) {
+  bytes made;
+  for (const char c : data) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80U) {
+      made += c;
+    } else {
+      made += static_cast<char>(0xC0U | byte >> 6U);
+      made += static_cast<char>(0x80U | (byte & 0x3FU));
+    }
+  }
+  return made;
+}
 
 sound_file::sound_file(bytes file) : data(std::move(file)) {
   std::size_t at = list_size;

@@ -1,4 +1,4 @@
-// Sixty and some ways in which a channel file comes to harm: on worn flash, by a tool that writes over it, by a
+// Eighty and some ways in which a channel file comes to harm: on worn flash, by a tool that writes over it, by a
 // transfer that takes it for text. Each is done to a sound file, in the same way every time.
 #pragma once
 
@@ -29,6 +29,9 @@ struct sound_file {
   std::vector<std::size_t> transponders;
   std::vector<std::size_t> services;
 };
+
+// Every byte taken for a character of Latin-1.
+test_support::bytes in_utf8(const test_support::bytes &data);
 
 struct damage_kind {
   std::string_view group;  // "cut", "shifted" and so on

@@ -8,12 +8,14 @@
 #include <utility>
 
 #include "chlist/salvage/transfer_damage.h"
+#include "tool/salvage/damage_kinds.h"
 #include "tool/salvage/salvaging_host.h"
 
 namespace {
 
 using chlist::salvage_outcome;
 using salvage_test::damage;
+using salvage_test::in_utf8;
 using salvage_test::Salvaging;
 using test_support::bytes;
 using test_support::channel_file;
@@ -22,20 +24,6 @@ bytes with_crlf(const bytes &file) {
   bytes made;
   for (const char c : file) {
     made += c == '\n' ? "\r\n" : bytes(1, c);
-  }
-  return made;
-}
-
-bytes in_utf8(const bytes &file) {
-  bytes made;
-  for (const char c : file) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x80U) {
-      made += c;
-    } else {
-      made += static_cast<char>(0xC0U | byte >> 6U);
-      made += static_cast<char>(0x80U | (byte & 0x3FU));
-    }
   }
   return made;
 }

@@ -282,31 +282,36 @@ class merge {
     }
   }
 
-  // The library keeps a service that the new list has: one that moved is brought to its new place before. Whatever
-  // stands there goes out of the way first; it moves as well, or it is about to go.
+  // The library keeps a service that the new list has: one that moved is brought to its new place before. What stands
+  // there goes out of the way first when it moves as well, or is about to go.
   void move_services() {
     const std::vector<const channel_st *> scanned = services_of(scan_);
     std::vector<kept_service> moving;
-    for (const kept_service &each : again_.found) {
-      if (each.by != found_by::identity) {
-        moving.push_back(each);
-        clear_the_place(channel::identity_of(*scanned[each.after]));
-      }
+    std::ranges::copy_if(again_.found, std::back_inserter(moving),
+                         [](const kept_service &each) { return each.by != found_by::identity; });
+    std::set<address> leaving = going_;
+    for (const kept_service &each : moving) {
+      leaving.insert(address_of(records_[each.before]));
+    }
+    for (const kept_service &each : moving) {
+      clear_the_place(channel::identity_of(*scanned[each.after]), leaving);
     }
     for (const kept_service &each : moving) {
       move(each, *scanned[each.after]);
     }
   }
 
-  void clear_the_place(const channel::identity &wanted) {
+  // A service that stays where it is may be found there too, within the tolerance of frequencies.
+  void clear_the_place(const channel::identity &wanted, const std::set<address> &leaving) {
     const channel_st *holder = find_filed(wanted);
-    const auto place = std::ranges::find(records_, holder);
-    if (holder == nullptr || place == records_.end() || missing_.contains(address_of(holder))) {
+    if (holder == nullptr || !leaving.contains(address_of(holder))) {
       return;
     }
-    channel::identity aside = channel::identity_of(*holder);
+    const channel::identity former = channel::identity_of(*holder);
+    channel::identity aside = former;
     aside.service_id = free_service_id();
-    change(static_cast<std::size_t>(place - records_.begin()), aside);
+    aside_.emplace(identity_text(aside), former);
+    change(static_cast<std::size_t>(std::ranges::find(records_, holder) - records_.begin()), aside);
   }
 
   // One that neither list has.
@@ -348,11 +353,29 @@ class merge {
       change(found.before, wanted);
     } catch (const std::runtime_error &error) {
       outcome_.notes.push_back(fmt::format("{} could not move: {}", describe(known_as(was)), error.what()));
+      put_back(found.before);
       missing_.insert(address_of(records_[found.before]));
       return;
     }
     take_streams(*records_[found.before], scanned);
     outcome_.moved.push_back({known_as(was), wanted, found.by, {}});
+  }
+
+  // Its own place may be taken by now: then it stays aside, and is told under the ids that it has there.
+  void put_back(std::size_t place) {
+    const auto found = aside_.find(identity_text(channel::identity_of(*records_[place])));
+    if (found != aside_.end() && find_filed(found->second) == nullptr) {
+      change(place, found->second);
+    }
+  }
+
+  // Whatever went aside in order to go is told as the list knew it.
+  void tell_deleted(const snapshot &before, const snapshot &after) {
+    outcome_.deleted = difference(before, after);
+    for (changed_service &each : outcome_.deleted) {
+      const auto found = aside_.find(identity_text(each.known.id));
+      each.known.id = found != aside_.end() ? found->second : each.known.id;
+    }
   }
 
   void merge_services() {
@@ -362,23 +385,11 @@ class merge {
     append(outcome_.notes, number_added(added_, choices_.numbers));
     const snapshot after = take_snapshot();
     outcome_.added = difference(after, before);
-    outcome_.deleted = difference(before, after);
+    tell_deleted(before, after);
     outcome_.kept = after.order.size() - outcome_.added.size();
     outcome_.duplicates = dropped_among(match_services(scan_));
     outcome_.full = find_full(before, after, outcome_.added);
-    note_unkept(after);
     take_entries(after);
-  }
-
-  // Transponders closer to each other than the tolerance may hide a service from the library.
-  void note_unkept(const snapshot &after) {
-    const auto unkept = std::ranges::count_if(
-        again_.found, [&](const kept_service &each) { return !after.has(address_of(records_[each.before])); });
-    if (unkept > 0) {
-      outcome_.notes.push_back(fmt::format("{} deleted although the new list has them: their transponders are too "
-                                           "close to others to be told apart",
-                                           counted(static_cast<std::size_t>(unkept), "service")));
-    }
   }
 
   void take_entries(const snapshot &after) {
@@ -426,6 +437,9 @@ class merge {
         filed.service.country_id = countries.id_of(found->second->country, lost);
       }
     }
+    for (const loss_counts::row &row : lost.rows()) {
+      outcome_.notes.push_back(fmt::format("{} are cut: {}", row.what, row.count));
+    }
     for (const group_names *names : {&providers, &genres, &countries}) {
       if (const auto text = names->left_out()) {
         outcome_.notes.push_back(*text);
@@ -445,6 +459,7 @@ class merge {
   std::vector<channel_st *> records_;  // of the list's services, wherever they stand
   std::set<address> missing_;          // in the new list, and staying
   std::set<address> going_;
+  std::map<std::string, channel::identity> aside_;  // by where services are out of the way: where they were
   std::set<std::uint16_t> used_service_ids_;
   std::vector<const channel_st *> added_;
   merge_outcome outcome_;
