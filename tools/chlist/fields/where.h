@@ -18,8 +18,8 @@ namespace chlist {
 // A value with blanks or brackets stands in quotes, single or double.
 class where {
  public:
-  // Throws std::runtime_error that tells at which character the text cannot be understood, and why.
-  explicit where(std::string_view text);
+  // Throws std::runtime_error that tells at which character of what the text cannot be understood, and why.
+  explicit where(std::string_view text, std::string_view called = "--where");
 
   [[nodiscard]] bool takes(const service_row &row) const { return takes_(row); }
 
