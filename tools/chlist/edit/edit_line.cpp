@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -142,6 +143,8 @@ std::vector<std::string> values_of(const option &given) {
           return *value ? std::vector{**value} : std::vector<std::string>();
         } else if constexpr (std::is_same_v<value_type, std::string>) {
           return {*value};
+        } else if constexpr (std::is_same_v<value_type, std::filesystem::path>) {
+          return value->empty() ? std::vector<std::string>() : std::vector{value->string()};
         } else if constexpr (std::is_same_v<value_type, std::vector<std::string>>) {
           return *value;
         } else if constexpr (std::is_same_v<value_type, bool>) {

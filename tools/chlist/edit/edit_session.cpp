@@ -70,6 +70,7 @@ std::vector<term> exit_codes_of_edits() {
 
 struct edit_result {
   edit_notes notes;
+  std::vector<edit_table> tables;
   std::optional<std::size_t> chosen;
   std::vector<change> changes;
   bool is_changed = false;
@@ -84,7 +85,8 @@ edit_result edit_in_memory(const channel_file &input, const list_edit &apply) {
   const std::string before = image_of(*get_channel_list());
   const line_up list_before = line_up_in_memory();
   apply(list);
-  result.notes = list.notes;
+  result.notes = std::move(list.notes);
+  result.tables = std::move(list.tables);
   result.chosen = list.chosen();
   result.changes = differences(list_before, line_up_in_memory());
   result.is_changed = image_of(*get_channel_list()) != before;
@@ -96,17 +98,29 @@ bool is_to_be_saved(const edit_options &options, const edit_result &result) {
   return !options.is_dry_run && (result.is_changed || !options.output.empty());
 }
 
+json json_of_tables(const std::vector<edit_table> &tables) {
+  json array = json::array();
+  for (const edit_table &each : tables) {
+    array.push_back(each.as_json);
+  }
+  return array;
+}
+
 json json_of_result(const edit_options &options, const edit_result &result) {
   return {{"file", options.file.string()},
           {"output", result.is_saved ? json(options.target().string()) : json()},
           {"dry_run", options.is_dry_run},
           {"chosen", result.chosen ? json(*result.chosen) : json()},
           {"is_changed", result.is_changed},
+          {"tables", json_of_tables(result.tables)},
           {"differences", json_of_differences(result.changes)},
           {"notes", result.notes}};
 }
 
 void print_result(const std::string &what, const edit_result &result) {
+  for (const edit_table &each : result.tables) {
+    fmt::print("{}", each.text);
+  }
   const char *unchanged = result.is_saved ? "a copy, nothing to change" : "nothing to change";
   const std::string chosen = result.chosen ? counted(*result.chosen, "service") + " chosen, " : "";
   fmt::print("{}: {}{}\n", what, chosen, result.is_changed ? "changed" : unchanged);

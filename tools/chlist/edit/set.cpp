@@ -33,9 +33,7 @@ void apply_flags(const channel_st &service, std::uint8_t bits, bool set) {
   if (bits == 0) {
     return;
   }
-  const channel::identity found = channel::identity_of(service);
-  set_channel_flag(found.net_index, found.network_id, found.ts_id, found.frequency, found.service_id,
-                   found.polarisation, bits, set ? 1 : 0);
+  set_flag(service, bits, set);
 }
 
 // Ids of groups begin at 0.

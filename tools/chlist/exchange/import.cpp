@@ -61,16 +61,6 @@ struct import_outcome {
   std::size_t not_asked_for = 0;  // services
 };
 
-// Readers know nothing of paths.
-template <class Read>
-auto reading(const list_source &source, const Read &read) {
-  try {
-    return read();
-  } catch (const std::runtime_error &error) {
-    throw std::runtime_error(source.path.string() + ": " + error.what());
-  }
-}
-
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
   import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
   fill_options filling;

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,16 @@ struct list_source {
 // "-" is standard input; charset: what texts are of, empty when that is to be told by them. Throws std::runtime_error
 // when the path cannot be read.
 list_source source_at(const std::filesystem::path &path, const std::string &charset = {});
+
+// Readers know nothing of paths: what they throw begins with the source's here.
+template <class Read>
+auto reading(const list_source &source, const Read &read) {
+  try {
+    return read();
+  } catch (const std::runtime_error &error) {
+    throw std::runtime_error(source.path.string() + ": " + error.what());
+  }
+}
 
 // What a writer made, of a folder its files.
 list_source source_of(const std::vector<made_file> &files, bool is_folder);

@@ -105,7 +105,7 @@ constexpr comparison_sign signs[] = {
 
 class parser {
  public:
-  explicit parser(std::string_view text) : text_(text) {}
+  parser(std::string_view text, std::string_view called) : text_(text), called_(called) {}
 
   condition whole() {
     condition read = any_of_several();
@@ -236,10 +236,11 @@ class parser {
 
   [[noreturn]] std::string refuse(std::size_t place, const std::string &why) const {
     throw std::runtime_error(
-        fmt::format("--where, character {}: {}", characters_of(text_.substr(0, place)).size() + 1, why));
+        fmt::format("{}, character {}: {}", called_, characters_of(text_.substr(0, place)).size() + 1, why));
   }
 
   std::string_view text_;
+  std::string_view called_;
   std::size_t at_ = 0;
   std::size_t depth_ = 0;
 };
@@ -274,7 +275,7 @@ condition having(const field &which, const std::string &text) {
 
 }  // namespace
 
-where::where(std::string_view text) : takes_(parser(text).whole()) {}
+where::where(std::string_view text, std::string_view called) : takes_(parser(text, called).whole()) {}
 
 where where::has(std::string_view text) {
   const std::size_t equals = text.find('=');

@@ -19,8 +19,8 @@ namespace chlist {
 // A value with blanks or brackets stands in quotes, single or double.
 class where {
  public:
-  // Throws std::runtime_error that tells at which character the text cannot be understood, and why.
-  explicit where(std::string_view text);
+  // Throws std::runtime_error that tells at which character of what the text cannot be understood, and why.
+  explicit where(std::string_view text, std::string_view called = "--where");
 
   // What people type to find a service. "FIELD=TEXT": the text is part of the field's, or, of numbers and of yes and
   // no, spells its value. Any other text: part of the name or of the provider, or the number. Case and accents do not
