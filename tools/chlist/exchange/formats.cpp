@@ -11,7 +11,7 @@
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/json/list_json.h"
-#include "chlist/exchange/m3u/m3u_writer.h"
+#include "chlist/exchange/m3u/m3u.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "chlist/exchange/vdr/vdr_writer.h"
 #include "chlist/files/channel_file.h"
@@ -71,7 +71,11 @@ constexpr format formats[] = {
      .read = read_csv,
      .write = write_csv,
      .is_like = is_like_csv},
-    {.name = "m3u", .about = "extended M3U playlist", .write = write_m3u, .is_like = is_like_m3u},
+    {.name = "m3u",
+     .about = "extended M3U playlist, whose addresses hold the ids of services",
+     .read = read_m3u,
+     .write = write_m3u,
+     .is_like = is_like_m3u},
     {.name = "vdr",
      .about = "channels.conf of VDR",
      .read = read_vdr,

@@ -14,6 +14,7 @@
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/group_choice.h"
+#include "chlist/exchange/known_transponders.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
@@ -42,6 +43,7 @@ struct import_options {
   fs::path output;
   std::string from;
   std::string charset;
+  std::string url;
   std::vector<std::string> sources;
   group_options groups;
   service_options services;
@@ -75,6 +77,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
   }
+  take_transponders(list, filling.model, result.lost);
   result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
@@ -213,7 +216,8 @@ void must_not_be_within(const import_options &options, const list_source &source
 
 int run_import(const import_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
-  const list_source source = source_at(options.input, options.charset);
+  list_source source = source_at(options.input, options.charset);
+  source.url = options.url;
   const format &from = format_to_read(options.from, source);
   must_differ(opened_as(options.input), options.output);
   if (from.is_folder && !is_standard_stream(options.input)) {
@@ -270,6 +274,10 @@ command import_command() {
            "A source without a position (\"S\" and \"S#1\" of older lists and of dvbv5) is named with --source, so "
            "that "
            "it is the same network as in other lists.",
+           "A playlist (M3U) holds services whose addresses say network, transport stream and service ids: as exports "
+           "write them, as references of Enigma2 (1:0:1:SID:TSID:ONID:...), as channel ids of VDR "
+           "(S19.2E-1-1079-28006), "
+           "or as --url says. Addresses tell no frequencies: --like takes those from a list that has them.",
            "Texts are UTF-8, or UTF-16 with its byte order mark; a line that is not UTF-8 is read as Latin-1 (ISO "
            "8859-1), unless --charset names what INPUT is of. CSV may have commas, semicolons or tabs between its "
            "cells, as the header line has them. Of the ways in which spreadsheets write a number, 1.0, 1.00 and 1,0 "
@@ -304,6 +312,10 @@ command import_command() {
                    .target = &options->charset,
                    .about = "the characters of INPUT, as ISO-8859-2, when it is neither UTF-8 nor UTF-16 with its mark",
                    .value = "NAME"},
+                  {.names = "--url",
+                   .target = &options->url,
+                   .about = "M3U: how addresses hold ids, as `chlist export --url` writes them; {} stands for any text",
+                   .value = "TEMPLATE"},
                   {.names = "--source",
                    .target = &options->sources,
                    .about = "what to call a source, as S=S13.0E or S#1=S19.2E; may be given several times",
@@ -322,7 +334,9 @@ command import_command() {
                    .about = "make several favourite groups of one that is too long"},
                   {.names = "--like",
                    .target = &options->model,
-                   .about = "take network indexes and the ids and order of groups from this channel file",
+                   .about = "take network indexes, the ids and order of groups, and frequencies that INPUT does not "
+                            "tell, from this "
+                            "channel file",
                    .value = "LIST"},
                   {.names = "--where",
                    .target = &options->services.where,

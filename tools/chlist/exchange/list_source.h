@@ -24,6 +24,7 @@ struct list_source {
   std::string text;                       // of a file
   folder_files files;                     // of the folder, or of the one that the file stands in
   std::shared_ptr<charset_note> read_as;  // of all that was read so far
+  std::string url = {};                   // of M3U: how addresses hold ids, as write_options have it
 };
 
 // "-" is standard input; charset: what texts are of, empty when that is to be told by them. Throws std::runtime_error
