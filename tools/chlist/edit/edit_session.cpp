@@ -125,7 +125,7 @@ void print_result(const std::string &what, const edit_result &result) {
   const std::string chosen = result.chosen ? counted(*result.chosen, "service") + " chosen, " : "";
   fmt::print("{}: {}{}\n", what, chosen, result.is_changed ? "changed" : unchanged);
   if (result.is_changed) {
-    print_differences(result.changes);
+    fmt::print("{}", text_of_differences(result.changes));
   }
 }
 

@@ -41,7 +41,7 @@ std::vector<change> differences(const line_up &before, const line_up &after);
 // {"services": {"added": [...], "removed": [...], "changed": [...]}, "others": [...]}
 json json_of_differences(const std::vector<change> &changes);
 
-// The same as text on standard output: "no differences", or what there is, line by line.
-void print_differences(const std::vector<change> &changes);
+// The same as text: "no differences", or what there is, line by line.
+std::string text_of_differences(const std::vector<change> &changes);
 
 }  // namespace chlist

@@ -105,21 +105,21 @@ std::string fields_text(const change &each) {
 }
 
 // A changed service has a line for each field.
-void print_service(const change &each) {
+std::string service_text(const change &each) {
   if (each.kind != change_kind::changed) {
-    fmt::print("  {}{}\n", each.name, fields_text(each));
-    return;
+    return fmt::format("  {}{}\n", each.name, fields_text(each));
   }
-  fmt::print("  {}\n", each.name);
+  std::string text = fmt::format("  {}\n", each.name);
   for (const field_change &field : each.fields) {
-    fmt::print("    {}\n", changed_text(field));
+    text += fmt::format("    {}\n", changed_text(field));
   }
+  return text;
 }
 
-void print_other(const change &each) {
+std::string other_text(const change &each) {
   const bool is_changed = each.kind == change_kind::changed;
-  fmt::print("  {}{}{}\n", each.name, is_changed ? "" : fmt::format(" {}", words_of(each.kind).word),
-             fields_text(each));
+  return fmt::format("  {}{}{}\n", each.name, is_changed ? "" : fmt::format(" {}", words_of(each.kind).word),
+                     fields_text(each));
 }
 
 std::size_t count_services(const std::vector<change> &changes, change_kind kind) {
@@ -127,25 +127,27 @@ std::size_t count_services(const std::vector<change> &changes, change_kind kind)
       std::ranges::count_if(changes, [kind](const change &each) { return is_service(each) && each.kind == kind; }));
 }
 
-void print_services(const std::vector<change> &changes, change_kind kind) {
+std::string services_text(const std::vector<change> &changes, change_kind kind) {
   if (count_services(changes, kind) == 0) {
-    return;
+    return {};
   }
-  fmt::print("{}\n", painted(words_of(kind).heading, words_of(kind).look));
+  std::string text = painted(words_of(kind).heading, words_of(kind).look) + '\n';
   for (const change &each : changes) {
     if (is_service(each) && each.kind == kind) {
-      print_service(each);
+      text += service_text(each);
     }
   }
+  return text;
 }
 
-void print_others(const std::vector<change> &changes) {
-  fmt::print("{}\n", painted("Around the services:", style::bold));
+std::string others_text(const std::vector<change> &changes) {
+  std::string text = painted("Around the services:", style::bold) + '\n';
   for (const change &each : changes) {
     if (!is_service(each)) {
-      print_other(each);
+      text += other_text(each);
     }
   }
+  return text;
 }
 
 }  // namespace
@@ -162,23 +164,18 @@ json json_of_differences(const std::vector<change> &changes) {
   return grouped;
 }
 
-void print_differences(const std::vector<change> &changes) {
+std::string text_of_differences(const std::vector<change> &changes) {
   if (changes.empty()) {
-    fmt::print("no differences\n");
-    return;
+    return "no differences\n";
   }
   const std::size_t added = count_services(changes, change_kind::added);
   const std::size_t removed = count_services(changes, change_kind::removed);
   const std::size_t changed = count_services(changes, change_kind::changed);
   const std::size_t others = changes.size() - added - removed - changed;
-  fmt::print("{} added, {} removed, {} changed; {}\n", counted(added, "service"), removed, changed,
-             counted(others, "difference") + " around the services");
-  print_services(changes, change_kind::added);
-  print_services(changes, change_kind::removed);
-  print_services(changes, change_kind::changed);
-  if (others > 0) {
-    print_others(changes);
-  }
+  return fmt::format("{} added, {} removed, {} changed; {} around the services\n", counted(added, "service"), removed,
+                     changed, counted(others, "difference")) +
+         services_text(changes, change_kind::added) + services_text(changes, change_kind::removed) +
+         services_text(changes, change_kind::changed) + (others > 0 ? others_text(changes) : "");
 }
 
 }  // namespace chlist
