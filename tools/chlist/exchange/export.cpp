@@ -43,6 +43,7 @@ struct export_outcome {
   std::size_t services = 0;
   std::size_t favourite_groups = 0;
   loss_counts lost;
+  companion beside;
 };
 
 void write_one(const fs::path &output, std::string_view text) {
@@ -64,6 +65,15 @@ void write_files(const fs::path &output, const format &to, const std::vector<mad
 // "12 bytes behind the last record: not saved": what follows is said to whoever saves the list.
 std::string_view what_is_lost(std::string_view change) { return change.substr(0, change.rfind(": ")); }
 
+// One that cannot be read is told, and the list goes out without it.
+void take_beside(const export_options &options, export_outcome &result) {
+  try {
+    result.beside = companion_beside(options.input).value_or(companion());
+  } catch (const bad_companion &error) {
+    result.lost.leave_out("what stands beside the list", 1, error.what());
+  }
+}
+
 void export_line_up(const channel_file &input, const export_options &options, export_outcome &result) {
   input.must_be_current();
   const file_records records(input.bytes());
@@ -71,11 +81,12 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   for (const std::string &change : not_saved_again(records)) {
     result.lost.add(what_is_lost(change));
   }
+  take_beside(options, result);
   line_up list = line_up_of(records.list());
   for (const std::string &source : options.sources) {
     rename_source(list, source, "network");
   }
-  const exported_list made = export_list({records.list(), list}, result.to, options.writing);
+  const exported_list made = export_list({records.list(), list}, result.beside, result.to, options.writing);
   write_files(options.output, result.to, made.files);
   result.services = made.services;
   result.favourite_groups = made.favourite_groups;
@@ -125,7 +136,7 @@ int run_export(const export_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
   const channel_file input(options.input);
   input.must_not_be(options.output);
-  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}};
+  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}, .beside = {}};
   must_be_one_file(options, result.to);
   if (result.to.from_channel_file != nullptr) {
     export_whole_file(input, options, result.to);

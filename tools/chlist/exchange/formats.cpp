@@ -12,6 +12,7 @@
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/json/list_json.h"
 #include "chlist/exchange/m3u/m3u_writer.h"
+#include "chlist/exchange/vdr/vdr_layout.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "chlist/exchange/vdr/vdr_writer.h"
 #include "chlist/files/channel_file.h"
@@ -77,6 +78,7 @@ constexpr format formats[] = {
      .read = read_vdr,
      .write = write_vdr,
      .is_like = is_like_vdr,
+     .layout = &vdr_layout,
      .lacks = lacked_tuning,
      .without_it = "VDR cannot tune without them, until a scan or somebody fills them in"},
 };

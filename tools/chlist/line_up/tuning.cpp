@@ -57,6 +57,6 @@ bool is_value_of(tuning_parameter parameter, std::string_view value) {
   return value == "auto" || (known.is_number() ? is_decimal(value) : std::ranges::count(known.words, value) > 0);
 }
 
-std::string_view name_of(stream_kind kind) { return stream_kinds[static_cast<std::size_t>(kind)]; }
+std::string_view name_of_stream(stream_kind kind) { return stream_kinds[static_cast<std::size_t>(kind)]; }
 
 }  // namespace chlist

@@ -55,7 +55,7 @@ bool is_value_of(tuning_parameter parameter, std::string_view value);
 enum class stream_kind : std::uint8_t { video, audio, dolby, teletext, subtitles, other };
 
 // "video", "audio", "dolby", "teletext", "subtitles" or "other".
-std::string_view name_of(stream_kind kind);
+std::string_view name_of_stream(stream_kind kind);
 
 // A component of the service. One of a PID that the channel list holds tells what that does not: type and language.
 struct elementary_stream {

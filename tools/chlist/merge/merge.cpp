@@ -271,7 +271,7 @@ int run_merge(const merge_options &options) {
   const merge_outcome outcome = merge_in_memory(list, scan, choices);
   if (!options.is_dry_run) {
     list.must_be_unchanged();
-    save_edited_list(options.list, options.output, options.leaves_no_backup);
+    save_edited_list(options.list, options.output, options.leaves_no_backup, std::nullopt);
   }
   report(options, outcome);
   return outcome.has_findings() ? exit_findings : exit_done;
