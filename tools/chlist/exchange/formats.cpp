@@ -9,6 +9,7 @@
 #include "chlist/closest.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/dvbv5/dvbv5.h"
+#include "chlist/exchange/dvbv5/dvbv5_layout.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/json/list_json.h"
 #include "chlist/exchange/m3u/m3u_writer.h"
@@ -65,6 +66,7 @@ constexpr format formats[] = {
      .read = read_dvbv5,
      .write = write_dvbv5,
      .is_like = is_like_dvbv5,
+     .layout = &dvbv5_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "csv",
