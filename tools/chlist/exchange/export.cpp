@@ -11,8 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
+#include "chlist/exchange/other_tuning.h"
 #include "chlist/exchange/round_trip.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
@@ -33,6 +35,7 @@ struct export_options {
   fs::path output;
   std::string to;
   std::vector<std::string> sources;
+  fs::path tuning;
   write_options writing;
   bool as_json = false;
 };
@@ -66,9 +69,11 @@ void write_files(const fs::path &output, const format &to, const std::vector<mad
 std::string_view what_is_lost(std::string_view change) { return change.substr(0, change.rfind(": ")); }
 
 // One that cannot be read is told, and the list goes out without it.
-void take_beside(const export_options &options, export_outcome &result) {
+void take_beside(const export_options &options, line_up &list, export_outcome &result) {
   try {
     result.beside = companion_beside(options.input).value_or(companion());
+    const std::size_t unknown = put_back(list, result.beside);
+    result.lost.leave_out("services that stand beside the list and not in it", unknown);
   } catch (const bad_companion &error) {
     result.lost.leave_out("what stands beside the list", 1, error.what());
   }
@@ -81,8 +86,11 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   for (const std::string &change : not_saved_again(records)) {
     result.lost.add(what_is_lost(change));
   }
-  take_beside(options, result);
   line_up list = line_up_of(records.list());
+  take_beside(options, list, result);
+  if (!options.tuning.empty()) {
+    take_tuning_of(options.tuning, list);
+  }
   for (const std::string &source : options.sources) {
     rename_source(list, source, "network");
   }
@@ -184,6 +192,10 @@ command export_command() {
             .target = &options->sources,
             .about = "what to call a network's source, when its name is not like S19.2E; may be given several times",
             .value = "NAME=SOURCE"},
+           {.names = "--tuning",
+            .target = &options->tuning,
+            .about = "take symbol rates, modulation, streams and CA ids from this list, of any format that can be read",
+            .value = "OTHER"},
            {.names = "--columns",
             .target = &options->writing.columns,
             .about = "CSV: the columns, by name, separated by commas",

@@ -310,8 +310,7 @@ written_list written_as(const line_up &list, const companion &kept, const format
 
 exported_list export_list(const records_of_list &list, const companion &kept, const format &to,
                           const write_options &options) {
-  list_for_formats given = in_order_of_all(list.list);
-  put_back(given.list, kept);
+  const list_for_formats given = in_order_of_all(list.list);
   written_list written = written_as(given.list, kept, to, options);
   exported_list made;
   made.lost = std::move(written.left_out);

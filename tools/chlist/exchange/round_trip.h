@@ -19,7 +19,7 @@ struct exported_list {
 };
 
 // Writes a list, which must not be the one in memory: that is filled with what is read again. Of what nobody can read
-// again the fields are counted that are not carried. kept: what stands beside it.
+// again the fields are counted that are not carried. list: with what is kept beside it, whose text is woven again.
 exported_list export_list(const records_of_list &list, const companion &kept, const format &to,
                           const write_options &options);
 

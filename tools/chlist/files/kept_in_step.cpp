@@ -65,14 +65,14 @@ edited_companion::edited_companion(const std::filesystem::path &file) : file_(fi
 
 companion_to_write edited_companion::beside(const std::filesystem::path &target,
                                             const std::vector<changed_identity> &changes, const line_up &list) const {
-  if (!trouble_.empty()) {
-    return std::nullopt;
-  }
-  const bool is_there = std::filesystem::exists(companion_of(target));
-  const companion_to_write made = in_step(kept_, changes, list);
-  const bool is_of_another = companion_of(target) != companion_of(file_);
-  const bool is_same = !is_of_another && text_of(*made) == text_of(kept_);
-  return is_same || (made->is_empty() && !is_there) ? std::nullopt : made;
+  return to_write(target, in_step(kept_, changes, list));
+}
+
+companion_to_write edited_companion::to_write(const std::filesystem::path &target, companion made) const {
+  const std::filesystem::path there = companion_of(target);
+  const bool is_same = there == companion_of(file_) && text_of(made) == text_of(kept_);
+  const bool is_none = made.is_empty() && !std::filesystem::exists(there);
+  return !trouble_.empty() || is_same || is_none ? std::nullopt : std::optional(std::move(made));
 }
 
 }  // namespace chlist

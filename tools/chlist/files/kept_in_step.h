@@ -33,6 +33,9 @@ class edited_companion {
   [[nodiscard]] companion_to_write beside(const std::filesystem::path &target,
                                           const std::vector<changed_identity> &changes, const line_up &list) const;
 
+  // What becomes of one that somebody else made of it.
+  [[nodiscard]] companion_to_write to_write(const std::filesystem::path &target, companion made) const;
+
  private:
   std::filesystem::path file_;
   companion kept_;

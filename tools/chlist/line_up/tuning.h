@@ -76,4 +76,7 @@ struct further_facts {
   bool operator==(const further_facts &) const = default;
 };
 
+// What is told wins over what was known.
+void take_further(further_facts &known, const further_facts &told);
+
 }  // namespace chlist
