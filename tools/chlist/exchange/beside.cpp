@@ -11,8 +11,6 @@
 namespace chlist {
 namespace {
 
-using records_by_line = std::unordered_map<std::size_t, const channel_st *>;
-
 std::optional<shortened_text> if_shortened(const std::string &whole, const std::string &kept) {
   return whole != kept ? std::optional(shortened_text{whole, kept}) : std::nullopt;
 }
@@ -26,17 +24,23 @@ companion_service beside_service(const line_up_service &read, const line_up_serv
           .source = if_shortened(read.source, filed.source)};
 }
 
+// What became of the service that stands at a line.
+struct filed_line {
+  const channel_st *record = nullptr;
+  bool is_again = false;
+  bool is_chosen = true;
+};
+
 // Which services became which records; of those that nobody asked for no line is kept.
 class source_capture {
  public:
-  source_capture(const read_list &read, const std::vector<line_up_service> &chosen,
-                 const std::vector<const channel_st *> &filed)
+  source_capture(const read_list &read, const std::vector<line_up_service> &chosen, const filled_list &filled)
       : read_(read) {
-    for (std::size_t at = 0; at < chosen.size(); ++at) {
-      records_[chosen[at].line] = filed[at];
-    }
     for (const line_up_service &each : read.services) {
-      read_lines_.emplace(each.line, true);
+      records_[each.line] = {.is_chosen = false};
+    }
+    for (std::size_t at = 0; at < chosen.size(); ++at) {
+      records_[chosen[at].line] = {filled.same[at], filled.filed[at] == nullptr};
     }
   }
 
@@ -65,13 +69,12 @@ class source_capture {
       pieces.push_back({.text = std::string(byte_order_mark)});
       text.remove_prefix(byte_order_mark.size());
     }
-    const auto record = records_.find(line);
-    if (record == records_.end() && read_lines_.contains(line)) {
-      return;
+    const auto found = records_.find(line);
+    const filed_line filed = found != records_.end() ? found->second : filed_line();
+    if (filed.is_chosen) {
+      const auto id = filed.record != nullptr ? std::optional(channel::identity_of(*filed.record)) : std::nullopt;
+      pieces.push_back({std::string(text), is_latin_1, id, id && filed.is_again});
     }
-    const bool is_filed = record != records_.end() && record->second != nullptr;
-    pieces.push_back({std::string(text), is_latin_1,
-                      is_filed ? std::optional(channel::identity_of(*record->second)) : std::nullopt});
   }
 
   [[nodiscard]] bool is_any_latin_1(std::size_t first_line, std::size_t lines) const {
@@ -81,8 +84,7 @@ class source_capture {
   }
 
   const read_list &read_;
-  records_by_line records_;
-  std::unordered_map<std::size_t, bool> read_lines_;
+  std::unordered_map<std::size_t, filed_line> records_;
 };
 
 void put_back(std::string &text, const std::optional<shortened_text> &shortened) {
@@ -94,7 +96,7 @@ void put_back(std::string &text, const std::optional<shortened_text> &shortened)
 }  // namespace
 
 companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
-                              const std::vector<const channel_st *> &filed, const line_up &list) {
+                              const filled_list &filled, const line_up &list) {
   std::unordered_map<std::size_t, const line_up_service *> by_line;
   for (const line_up_service &each : read.services) {
     by_line.emplace(each.line, &each);
@@ -102,17 +104,17 @@ companion companion_of_import(const read_list &read, const std::vector<line_up_s
   const places_by_identity places(list);
   companion made;
   for (std::size_t at = 0; at < chosen.size(); ++at) {
-    if (filed[at] == nullptr) {
+    if (filled.filed[at] == nullptr) {
       continue;
     }
-    const std::size_t place = places.of(channel::identity_of(*filed[at]));
+    const std::size_t place = places.of(channel::identity_of(*filled.filed[at]));
     companion_service beside = beside_service(*by_line.at(chosen[at].line), list.services[place]);
     if (!beside.is_empty()) {
       made.services.push_back(std::move(beside));
     }
   }
   if (read.from.layout != nullptr) {
-    made.source = source_capture(read, chosen, filed).captured();
+    made.source = source_capture(read, chosen, filled).captured();
   }
   return made;
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "chlist/exchange/formats.h"
+#include "chlist/exchange/list_builder.h"
 #include "chlist/files/companion.h"
 
 namespace chlist {
@@ -16,10 +17,9 @@ struct read_list {
   const std::vector<line_up_service> &services;
 };
 
-// chosen: what of it an import took; filed: the records that it became, null of what there was no room for; list: the
-// channel list that they are in.
+// chosen: what of it an import took; filled: what became of that; list: the channel list that it is in.
 companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
-                              const std::vector<const channel_st *> &filed, const line_up &list);
+                              const filled_list &filled, const line_up &list);
 
 // Gives the services of a list what is kept of them; names that somebody changed stay. Returns how many of the kept
 // services the list does not have.

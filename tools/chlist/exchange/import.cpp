@@ -91,8 +91,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
   result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
-  result.beside =
-      companion_of_import({source, from, services_read}, list.services, result.filled.filed, line_up_in_memory());
+  result.beside = companion_of_import({source, from, services_read}, list.services, result.filled, line_up_in_memory());
   return result;
 }
 

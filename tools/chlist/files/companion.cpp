@@ -190,16 +190,20 @@ json json_of_service(const companion_service &service) {
   return object;
 }
 
+bool is_true_in(const json &object, std::string_view name) {
+  const json *found = object.find(name);
+  return found != nullptr && found->is_bool() && found->as_bool();
+}
+
 // Text alone stands for a piece of no service.
 source_piece piece_from(const json &value) {
   if (value.is_string()) {
     return {.text = value.as_string()};
   }
-  source_piece made{.text = text_in(value, "text")};
-  const json *latin_1 = value.find("latin_1");
-  made.is_latin_1 = latin_1 != nullptr && latin_1->is_bool() && latin_1->as_bool();
+  source_piece made{.text = text_in(value, "text"), .is_latin_1 = is_true_in(value, "latin_1")};
   if (value.contains("service")) {
     made.service = identity_in(value, "service");
+    made.is_again = is_true_in(value, "again");
   }
   return made;
 }
@@ -211,6 +215,9 @@ json json_of_piece(const source_piece &piece) {
   json object = json::object();
   if (piece.service) {
     object.put("service", identity_text(*piece.service));
+  }
+  if (piece.is_again) {
+    object.put("again", true);
   }
   if (piece.is_latin_1) {
     object.put("latin_1", true);
@@ -272,7 +279,8 @@ std::string bytes_of_companion(const fs::path &path) {
 fs::path companion_of(const fs::path &file) { return behind_links(file).string() + std::string(companion_ending); }
 
 std::string name_of_companion(const fs::path &file) {
-  return fs::is_symlink(file) ? companion_of(file).string() : file.string() + std::string(companion_ending);
+  std::error_code unseen;
+  return fs::is_symlink(file, unseen) ? companion_of(file).string() : file.string() + std::string(companion_ending);
 }
 
 companion companion_from(std::string_view text) {

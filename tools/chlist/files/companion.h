@@ -39,6 +39,7 @@ struct source_piece {
   std::string text;                            // UTF-8
   bool is_latin_1 = false;                     // in the source
   std::optional<channel::identity> service{};  // none: comments, groups, and lines that the list did not take
+  bool is_again = false;                       // an earlier piece is of the same service
 };
 
 struct source_file {

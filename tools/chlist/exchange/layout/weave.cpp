@@ -112,7 +112,8 @@ class weaver {
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
       const source_piece &piece = pieces_[at];
       const std::size_t service = piece.service ? places.of(*piece.service) : nowhere;
-      if (!piece.service) {
+      const bool is_kept_again = piece.is_again && are_written.contains(service);
+      if (!piece.service || is_kept_again) {
         row_.push_back({&piece});
       } else if (are_written.contains(service) && !known_.contains(service)) {
         row_.push_back({&piece, services_of_pieces_[at], service});
