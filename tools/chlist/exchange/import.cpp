@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/group_choice.h"
@@ -29,7 +30,7 @@
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 #include "chlist/files/standard_streams.h"
-#include "chlist/files/text_file.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 
@@ -61,10 +62,11 @@ struct import_outcome {
   filled_list filled;
   loss_counts lost;
   std::size_t not_asked_for = 0;  // services
+  companion beside;
 };
 
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
-  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
+  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}, .beside = {}};
   fill_options filling;
   if (!options.preferred.empty()) {
     filling.preferred = preferences_named(options.preferred);
@@ -74,6 +76,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
   line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  const std::vector<line_up_service> services_read = list.services;
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
   }
@@ -81,6 +84,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
   result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
+  result.beside = companion_of_import({source, from, services_read}, list.services, result.filled, line_up_in_memory());
   return result;
 }
 
@@ -93,13 +97,13 @@ class import_target {
     keeps_backup_ = is_list && !is_standard_stream(output_) && !options.leaves_no_backup;
   }
 
-  void write_list() const {
+  void write_list(const companion &beside) const {
     if (is_standard_stream(output_)) {
       write_standard_output(image_of(*get_channel_list()));
     } else {
       const edit_lock lock(output_);
       keep_what_was();
-      save_list_as(output_);
+      save_list_with(output_, beside);
     }
   }
 
@@ -109,7 +113,7 @@ class import_target {
     } else {
       const edit_lock lock(output_);
       keep_what_was();
-      write_text_file(output_, bytes);
+      write_with(output_, companion(), [&](replacement &file) { file.write(bytes); });
     }
   }
 
@@ -127,13 +131,24 @@ class import_target {
   void keep_what_was() const {
     if (keeps_backup_) {
       must_be_replaceable(output_);
-      keep_backup(output_);
+      keep_backups(output_);
     }
   }
 
   const fs::path &output_;
   bool keeps_backup_ = false;
 };
+
+bool has_companion(const import_options &options, const import_outcome &result) {
+  return !result.beside.is_empty() && !is_standard_stream(options.output);
+}
+
+// What the channel file has no place for, and where it is instead.
+std::string title_of_losses(const import_options &options, const import_outcome &result) {
+  return has_companion(options, result)
+             ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(options.output))
+             : "Not carried by the channel file:";
+}
 
 std::string summary_of(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
@@ -152,7 +167,7 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (const std::string note = result.source.read_as->text(); !note.empty()) {
     text += fmt::format("{}: {}\n", result.source.path.string(), note);
   }
-  return text + losses_text(result.lost, "Not carried by the channel file:");
+  return text + losses_text(result.lost, title_of_losses(options, result));
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
@@ -161,6 +176,7 @@ json json_of_outcome(const import_options &options, const import_outcome &result
           {"format", result.from.name},
           {"charset", result.source.read_as->charset},
           {"output", options.output.string()},
+          {"companion", has_companion(options, result) ? json(name_of_companion(options.output)) : json()},
           {"services", counts.services},
           {"tv", counts.tv},
           {"radio", counts.radio},
@@ -232,7 +248,7 @@ int run_import(const import_options &options) {
     throw std::runtime_error(source.path.string() + ": no service to import");
   }
   const import_target target(options);
-  target.write_list();
+  target.write_list(result.beside);
   report(options, json_of_outcome(options, result), summary_of(options, result), target);
   return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
 }
