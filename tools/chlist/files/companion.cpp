@@ -165,12 +165,7 @@ void put_further(json &object, const further_facts &facts) {
 }
 
 companion_service service_from(const json &object) {
-  companion_service made{.id = identity_in(object, "id"),
-                         .further = further_from(object),
-                         .name = {},
-                         .short_name = {},
-                         .provider = {},
-                         .source = {}};
+  companion_service made{.id = identity_in(object, "id"), .further = further_from(object)};
   for (const auto &[name, text] : shortened_texts) {
     if (const json *found = object.find(name)) {
       made.*text = {text_in(*found, "whole"), text_in(*found, "kept")};
@@ -265,11 +260,13 @@ void must_be_of_schema(const json &document) {
   }
 }
 
-// A regular file, and no larger than a companion gets.
-std::string bytes_of_companion(const fs::path &path) {
+void must_be_small_enough(const fs::path &path) {
   if (fs::file_size(path) > largest_companion) {
     refuse(fmt::format("is larger than {} MiB", largest_companion >> 20U));
   }
+}
+
+std::string bytes_of_companion(const fs::path &path) {
   const std::vector<std::byte> bytes = bytes_of_file(path);
   return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
 }
@@ -308,14 +305,16 @@ std::string text_of(const companion &of) {
   return document.dump(companion_indentation) + '\n';
 }
 
+// What cannot be read at all is no matter of what it says: whoever asks goes no further.
 std::optional<companion> companion_beside(const fs::path &file) {
   const fs::path path = companion_of(file);
-  if (std::error_code unseen; !fs::exists(path, unseen)) {
+  if (!fs::exists(path)) {
     return std::nullopt;
   }
   try {
+    must_be_small_enough(path);
     return companion_from(bytes_of_companion(path));
-  } catch (const std::runtime_error &error) {
+  } catch (const bad_companion &error) {
     throw bad_companion(fmt::format("{}: {}", name_of_companion(file), error.what()));
   }
 }

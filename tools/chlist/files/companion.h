@@ -25,11 +25,11 @@ struct shortened_text {
 
 struct companion_service {
   channel::identity id = {};
-  further_facts further;
-  std::optional<shortened_text> name;
-  std::optional<shortened_text> short_name;
-  std::optional<shortened_text> provider;
-  std::optional<shortened_text> source;  // what the source calls it that the list calls otherwise
+  further_facts further{};
+  std::optional<shortened_text> name{};
+  std::optional<shortened_text> short_name{};
+  std::optional<shortened_text> provider{};
+  std::optional<shortened_text> source{};  // what the source calls it that the list calls otherwise
 
   [[nodiscard]] bool is_empty() const { return further.is_empty() && !name && !short_name && !provider && !source; }
 };
