@@ -152,7 +152,7 @@ int run_export(const export_options &options) {
     export_line_up(input, options, result);
   }
   report(options, result);
-  return result.lost.has_left_out() ? exit_findings : exit_done;
+  return result.lost.rows().empty() ? exit_done : exit_findings;
 }
 
 }  // namespace
@@ -171,8 +171,9 @@ command export_command() {
            "With -o - the list goes to standard output, in the format that --to names, and the report to standard "
            "error."},
       .sections = {{"Formats", formats_to_write()}},
-      .exit_codes = {{"0", "everything was exported that the format has a place for"},
-                     {"1", "exported, but services or other things were left out"},
+      .exit_codes = {{"0", "everything was exported"},
+                     {"1",
+                      "exported, but something is not carried by the format or was left out: the report says what"},
                      {"2", "nothing was written: bad usage, unreadable input, or an output that cannot be written; or "
                            "only the report could not be written"}},
       .examples = {"chlist export all_channel.dat -o services.csv --columns number,name,provider",
