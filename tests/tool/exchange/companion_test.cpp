@@ -211,8 +211,7 @@ TEST_F(Companion, OneThatIsDamagedIsToldAndStays) {
     write_file(path("list.dat.more.json"), text);
 
     const program_result exporting = run({"export", "list.dat", "-o", "out", "--to", "vdr"});
-    const program_result renaming =
-        run({"rename", "list.dat", "1", "F" + std::to_string(std::string(text).size())});
+    const program_result renaming = run({"rename", "list.dat", "1", "F" + std::to_string(std::string(text).size())});
 
     EXPECT_EQ(exporting.exit_code, 1) << text;
     EXPECT_NE(exporting.err.find("list.dat.more.json: "), std::string::npos) << exporting.err;
@@ -272,6 +271,31 @@ TEST_F(Companion, AMergeTakesTheNewerTuning) {
   EXPECT_TRUE(lines[0].starts_with("First,F;One:11494:HC56M2S0:S19.2E:27500:101+99")) << lines[0];
   EXPECT_TRUE(lines[3].starts_with("Second;Two:11494:HC23M5O35P0S1:S19.2E:22000:")) << lines[3];
   EXPECT_TRUE(lines[4].starts_with("Third;One:11494:HC56M2S0:S19.2E:27500:301:302=deu:")) << lines[4];
+}
+
+TEST_F(Companion, ACheckTellsOfOneThatIsOutOfStep) {
+  import_text(two_services);
+  EXPECT_EQ(run({"check", "list.dat"}).exit_code, 0);
+  const std::string kept = read_file(path("list.dat.more.json"));
+
+  edit({"remove", "list.dat", "Second"});
+  EXPECT_EQ(run({"check", "list.dat"}).exit_code, 0);
+  write_file(path("list.dat.more.json"), kept);
+
+  const program_result result = run({"check", "list.dat"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_NE(result.out.find("1 service beside the file and not in it"), std::string::npos) << result.out;
+}
+
+TEST_F(Companion, ALamedbGetsTheTuning) {
+  import_text(two_services);
+
+  ASSERT_LE(run({"export", "list.dat", "-o", "box", "--to", "lamedb4"}).exit_code, 1);
+
+  const std::string lamedb = read_file(path("box/lamedb"));
+  EXPECT_NE(lamedb.find("\ts 11494000:22000000:0:2:192:2:0:1:2:0:2\n"), std::string::npos) << lamedb;
+  EXPECT_NE(lamedb.find("p:One,c:000065,c:010066,c:020069,c:030063,c:040068,C:1702\n"), std::string::npos) << lamedb;
 }
 
 }  // namespace

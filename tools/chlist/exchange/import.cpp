@@ -268,7 +268,8 @@ command import_command() {
            "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it, and one with a "
            "name begins a group, ':Name' or ':@N Name'. Lines that "
            "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
-           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all; a channel "
+           "and a channel file has no place for is counted, and kept beside it in OUTPUT.more.json, from where an "
+           "export puts it back. OUTPUT is replaced as a whole or not at all; a channel "
            "file "
            "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
            "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "

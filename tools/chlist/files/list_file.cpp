@@ -50,10 +50,11 @@ void write_both(replacement &file, replaced_companion &beside) {
 
 void write_with(const fs::path &target, const companion_to_write &beside,
                 const std::function<void(replacement &file)> &write) {
+  const fs::path companion_path = companion_of(target);  // before the program works in the target's folder
   replacement file(target);
   write(file);
   if (beside) {
-    replaced_companion companion_file(companion_of(target), *beside);
+    replaced_companion companion_file(companion_path, *beside);
     write_both(file, companion_file);
   } else {
     file.take_place();
