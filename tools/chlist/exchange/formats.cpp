@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t enough_to_tell = 4096;
 
-constexpr std::string_view tuning = "symbol rate and modulation";
+constexpr std::string_view lacked_tuning = "symbol rate and modulation";
 constexpr std::string_view usual_tuning = "the usual ones are assumed: transponders with others are not received";
 
 // Those that the contents decide stand before those that go by the name.
@@ -41,7 +41,7 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<4>,
      .is_like = is_like_lamedb4,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb5",
      .about = "the same with lamedb5 (version 5)",
@@ -49,7 +49,7 @@ constexpr format formats[] = {
      .read = read_lamedb5,
      .write = write_lamedb<5>,
      .is_like = is_like_lamedb5,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb3",
      .about = "the same with lamedb (version 3)",
@@ -57,14 +57,14 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<3>,
      .is_like = is_like_lamedb3,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "dvbv5",
      .about = "sections of libdvbv5 and its tools",
      .read = read_dvbv5,
      .write = write_dvbv5,
      .is_like = is_like_dvbv5,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "csv",
      .about = "comma-separated values with a header line that names the columns",
@@ -77,7 +77,7 @@ constexpr format formats[] = {
      .read = read_vdr,
      .write = write_vdr,
      .is_like = is_like_vdr,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = "VDR cannot tune without them, until a scan or somebody fills them in"},
 };
 
