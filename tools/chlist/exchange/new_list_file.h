@@ -1,0 +1,35 @@
+// The channel file that a command makes of something else. One that is replaced may be somebody's work: what it was is
+// kept, and that is said.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "chlist/json/json.h"
+
+namespace chlist {
+
+class new_list_file {
+ public:
+  // "-" is standard output. A backup is of a channel file only.
+  new_list_file(const std::filesystem::path &output, bool keeps_backup);
+
+  // The list in memory.
+  void write_list() const;
+  void write_bytes(std::string_view bytes) const;
+
+  // That a backup was kept, for people; empty when none was.
+  [[nodiscard]] std::string note() const;
+  [[nodiscard]] json backup() const;
+
+ private:
+  // Beside the output as it was named, unless that is a link.
+  [[nodiscard]] std::string name_of_backup() const;
+  void keep_what_was() const;
+
+  const std::filesystem::path &output_;
+  bool keeps_backup_ = false;
+};
+
+}  // namespace chlist
