@@ -71,7 +71,18 @@ void capture_reader::take(const section &sound, std::uint16_t pid) {
   }
   lost_.beyond_memory += decoder_.take(sound) ? 0 : 1;
   if (id == table_id::program_association) {
+    note_programs_of_itself(sound);
     follow_programs();
+  }
+}
+
+// The library leaves programs out that the table has on its own PID.
+void capture_reader::note_programs_of_itself(const section &sound) {
+  constexpr std::size_t record_size = 4;
+  for (byte_view rest = sound.content(); rest.size() >= record_size; rest = rest.subspan(record_size)) {
+    if ((rest[2] & 0x1FU) == 0 && rest[3] == table_pid::program_association) {
+      on_itself_.insert(static_cast<std::uint16_t>(rest[0] << 8U | rest[1]));
+    }
   }
 }
 
@@ -93,12 +104,16 @@ void capture_reader::follow_programs() {
 }
 
 read_capture capture_reader::finish() const {
+  std::vector<program> misplaced = misplaced_;
+  for (const std::uint16_t number : on_itself_) {
+    misplaced.push_back({number, table_pid::program_association});
+  }
   read_capture made{.tables = decoder_.tables(),
                     .lost = lost_,
                     .bytes = bytes_,
                     .packets = walk_.packets(),
                     .skipped_bytes = walk_.skipped_bytes(),
-                    .misplaced = misplaced_,
+                    .misplaced = std::move(misplaced),
                     .missing_maps = {},
                     .has_atsc = has_atsc_,
                     .incomplete = decoder_.incomplete()};

@@ -39,6 +39,7 @@ class capture_reader {
   void take(const ts_packet &packet);
   void take(const section &sound, std::uint16_t pid);
   void follow(std::uint16_t pid);
+  void note_programs_of_itself(const section &sound);
   void follow_programs();
   [[nodiscard]] bool is_program_on(std::uint16_t number, std::uint16_t pid) const;
 
@@ -47,6 +48,7 @@ class capture_reader {
   table_decoder decoder_;
   std::set<std::pair<std::uint16_t, std::uint16_t>> programs_;  // numbers and PIDs
   std::vector<program> misplaced_;
+  std::set<std::uint16_t> on_itself_;  // numbers of programs
   reading_losses lost_;
   std::uint64_t bytes_ = 0;
   bool has_atsc_ = false;

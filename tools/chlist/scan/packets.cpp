@@ -55,8 +55,12 @@ bool packet_walk::find_packets(byte_view bytes, std::size_t &at, bool is_end) {
     stride_ = stride_at(bytes, at);
     at += stride_ == 0 ? 1 : 0;
   }
-  const std::size_t time = stride_ == stride_with_times ? stride_with_times - packet_size : 0;
-  skipped_bytes_ += at - begin - std::min(at - begin, time);
+  skipped_here_ += at - begin;
+  if (stride_ != 0) {
+    const std::size_t time = stride_ == stride_with_times ? stride_with_times - packet_size : 0;
+    skipped_bytes_ += skipped_here_ - std::min<std::uint64_t>(skipped_here_, time);
+    skipped_here_ = 0;
+  }
   return stride_ != 0;
 }
 

@@ -61,7 +61,7 @@ class packet_walk {
 
   [[nodiscard]] std::uint64_t packets() const { return packets_; }
   // Those that belong to no packet.
-  [[nodiscard]] std::uint64_t skipped_bytes() const { return skipped_bytes_; }
+  [[nodiscard]] std::uint64_t skipped_bytes() const { return skipped_bytes_ + skipped_here_; }
 
  private:
   // Moves to where packets begin; at the end of what can be told without more bytes when there are none.
@@ -72,6 +72,7 @@ class packet_walk {
   std::size_t ahead_ = 0;   // bytes between packets that have yet to come
   std::uint64_t packets_ = 0;
   std::uint64_t skipped_bytes_ = 0;
+  std::uint64_t skipped_here_ = 0;  // since the last packet, the time in front of the next one among them
 };
 
 }  // namespace chlist
