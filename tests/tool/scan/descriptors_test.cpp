@@ -171,7 +171,7 @@ TEST(ScanDescriptors, HiddenServicesAreTold) {
 TEST(ScanDescriptors, StreamsAreWhatTheirTypesOrDescriptorsSay) {
   const auto stream = [](std::uint8_t type, const broadcast::descriptors &about) {
     const chlist::elementary_stream made = chlist::stream_of({type, 0x200, loop(about)});
-    return std::string(chlist::name_of(made.kind)) + ' ' + std::to_string(made.type) + ' ' + made.language;
+    return std::string(chlist::name_of_stream(made.kind)) + ' ' + std::to_string(made.type) + ' ' + made.language;
   };
   EXPECT_EQ(stream(0x1B, {}), "video 27 ");
   EXPECT_EQ(stream(0x24, {}), "video 36 ");

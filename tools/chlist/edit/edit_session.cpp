@@ -20,6 +20,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/files/kept_in_step.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
@@ -72,6 +73,7 @@ struct edit_result {
   edit_notes notes;
   std::optional<std::size_t> chosen;
   std::vector<change> changes;
+  std::vector<changed_identity> identities;
   bool is_changed = false;
   bool is_saved = false;
 };
@@ -86,6 +88,7 @@ edit_result edit_in_memory(const channel_file &input, const list_edit &apply) {
   apply(list);
   result.notes = list.notes;
   result.chosen = list.chosen();
+  result.identities = list.identities();
   result.changes = differences(list_before, line_up_in_memory());
   result.is_changed = image_of(*get_channel_list()) != before;
   return result;
@@ -159,11 +162,16 @@ int run_edit(const edit_options &options, const list_edit &apply) {
     lock.emplace(options.target());
   }
   const channel_file input(options.file);
+  const edited_companion beside(options.file);
   edit_result result = edit_in_memory(input, apply);
+  if (!beside.trouble().empty()) {
+    result.notes.push_back(beside.trouble() + "; it stays as it is");
+  }
   if (is_to_be_saved(options, result)) {
     must_be_wanted(options, result);
     input.must_be_unchanged();
-    save_edited_list(options.file, options.target(), options.leaves_no_backup);
+    save_edited_list(options.file, options.target(), options.leaves_no_backup,
+                     beside.beside(options.target(), result.identities, line_up_in_memory()));
     result.is_saved = true;
   }
   report(options, result);

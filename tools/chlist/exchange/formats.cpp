@@ -9,9 +9,11 @@
 #include "chlist/closest.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/dvbv5/dvbv5.h"
+#include "chlist/exchange/dvbv5/dvbv5_layout.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/json/list_json.h"
 #include "chlist/exchange/m3u/m3u_writer.h"
+#include "chlist/exchange/vdr/vdr_layout.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "chlist/exchange/vdr/vdr_writer.h"
 #include "chlist/files/channel_file.h"
@@ -64,6 +66,7 @@ constexpr format formats[] = {
      .read = read_dvbv5,
      .write = write_dvbv5,
      .is_like = is_like_dvbv5,
+     .layout = &dvbv5_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "csv",
@@ -77,6 +80,7 @@ constexpr format formats[] = {
      .read = read_vdr,
      .write = write_vdr,
      .is_like = is_like_vdr,
+     .layout = &vdr_layout,
      .lacks = lacked_tuning,
      .without_it = "VDR cannot tune without them, until a scan or somebody fills them in"},
 };

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/group_choice.h"
@@ -25,6 +26,7 @@
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/input_file.h"
 #include "chlist/files/standard_streams.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 
@@ -55,6 +57,7 @@ struct import_outcome {
   filled_list filled;
   loss_counts lost;
   std::size_t not_asked_for = 0;  // services
+  companion beside;
 };
 
 // Readers know nothing of paths.
@@ -68,7 +71,7 @@ auto reading(const list_source &source, const Read &read) {
 }
 
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
-  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
+  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}, .beside = {}};
   fill_options filling;
   if (!options.preferred.empty()) {
     filling.preferred = preferences_named(options.preferred);
@@ -78,12 +81,15 @@ import_outcome read_into_list(const import_options &options, const list_source &
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
   line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  const std::vector<line_up_service> services_read = list.services;
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
   }
   result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
+  result.beside =
+      companion_of_import({source, from, services_read}, list.services, result.filled.filed, line_up_in_memory());
   return result;
 }
 
@@ -101,14 +107,15 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (const std::string note = result.source.read_as->text(); !note.empty()) {
     text += fmt::format("{}: {}\n", result.source.path.string(), note);
   }
-  return text + losses_text(result.lost, "Not carried by the channel file:");
+  return text + losses_text(result.lost, title_of_losses(options.output, result.beside));
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
   json document = {{"file", options.input.string()},
                    {"format", result.from.name},
                    {"charset", result.source.read_as->charset},
-                   {"output", options.output.string()}};
+                   {"output", options.output.string()},
+                   {"companion", json_of_companion(options.output, result.beside)}};
   document.put(json_of(result.filled.counts));
   document["not_asked_for"] = result.not_asked_for;
   document.put(json_of_remains(result.filled, result.lost));
@@ -170,7 +177,7 @@ int run_import(const import_options &options) {
     throw std::runtime_error(source.path.string() + ": no service to import");
   }
   const new_list_file target(options.output, !options.leaves_no_backup);
-  target.write_list();
+  target.write_list(result.beside);
   report(options, json_of_outcome(options, result), summary_of(options, result), target);
   return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
 }

@@ -14,11 +14,18 @@
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 #include "chlist/files/standard_streams.h"
-#include "chlist/files/text_file.h"
 
 namespace chlist {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+bool has_companion(const fs::path &output, const companion &beside) {
+  return !beside.is_empty() && !is_standard_stream(output);
+}
+
+}  // namespace
 
 new_list_file::new_list_file(const fs::path &output, bool keeps_backup) : output_(output) {
   std::error_code unseen;
@@ -26,13 +33,13 @@ new_list_file::new_list_file(const fs::path &output, bool keeps_backup) : output
   keeps_backup_ = is_list && !is_standard_stream(output_) && keeps_backup;
 }
 
-void new_list_file::write_list() const {
+void new_list_file::write_list(const companion &beside) const {
   if (is_standard_stream(output_)) {
     write_standard_output(image_of(*get_channel_list()));
   } else {
     const edit_lock lock(output_);
     keep_what_was();
-    save_list_as(output_);
+    save_list_with(output_, beside);
   }
 }
 
@@ -42,7 +49,7 @@ void new_list_file::write_bytes(std::string_view bytes) const {
   } else {
     const edit_lock lock(output_);
     keep_what_was();
-    write_text_file(output_, bytes);
+    write_with(output_, companion(), [&](replacement &file) { file.write(bytes); });
   }
 }
 
@@ -59,8 +66,18 @@ std::string new_list_file::name_of_backup() const {
 void new_list_file::keep_what_was() const {
   if (keeps_backup_) {
     must_be_replaceable(output_);
-    keep_backup(output_);
+    keep_backups(output_);
   }
+}
+
+std::string title_of_losses(const fs::path &output, const companion &beside) {
+  return has_companion(output, beside)
+             ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(output))
+             : "Not carried by the channel file:";
+}
+
+json json_of_companion(const fs::path &output, const companion &beside) {
+  return has_companion(output, beside) ? json(name_of_companion(output)) : json();
 }
 
 }  // namespace chlist

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "chlist/files/companion.h"
 #include "chlist/json/json.h"
 
 namespace chlist {
@@ -15,8 +16,8 @@ class new_list_file {
   // "-" is standard output. A backup is of a channel file only.
   new_list_file(const std::filesystem::path &output, bool keeps_backup);
 
-  // The list in memory.
-  void write_list() const;
+  // The list in memory, and what stands beside it.
+  void write_list(const companion &beside) const;
   void write_bytes(std::string_view bytes) const;
 
   // That a backup was kept, for people; empty when none was.
@@ -31,5 +32,11 @@ class new_list_file {
   const std::filesystem::path &output_;
   bool keeps_backup_ = false;
 };
+
+// What the channel file has no place for, and where it is instead.
+std::string title_of_losses(const std::filesystem::path &output, const companion &beside);
+
+// The companion's name; null when there is nothing for it, or no place.
+json json_of_companion(const std::filesystem::path &output, const companion &beside);
 
 }  // namespace chlist

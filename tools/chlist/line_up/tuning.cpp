@@ -57,6 +57,18 @@ bool is_value_of(tuning_parameter parameter, std::string_view value) {
   return value == "auto" || (known.is_number() ? is_decimal(value) : std::ranges::count(known.words, value) > 0);
 }
 
-std::string_view name_of(stream_kind kind) { return stream_kinds[static_cast<std::size_t>(kind)]; }
+std::string_view name_of_stream(stream_kind kind) { return stream_kinds[static_cast<std::size_t>(kind)]; }
+
+void take_further(further_facts &known, const further_facts &told) {
+  if (!told.tuned.empty()) {
+    known.tuned = told.tuned;
+  }
+  if (!told.streams.empty()) {
+    known.streams = told.streams;
+  }
+  if (!told.ca_ids.empty()) {
+    known.ca_ids = told.ca_ids;
+  }
+}
 
 }  // namespace chlist

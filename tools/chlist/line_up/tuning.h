@@ -55,7 +55,7 @@ bool is_value_of(tuning_parameter parameter, std::string_view value);
 enum class stream_kind : std::uint8_t { video, audio, dolby, teletext, subtitles, other };
 
 // "video", "audio", "dolby", "teletext", "subtitles" or "other".
-std::string_view name_of(stream_kind kind);
+std::string_view name_of_stream(stream_kind kind);
 
 // A component of the service. One of a PID that the channel list holds tells what that does not: type and language.
 struct elementary_stream {
@@ -75,5 +75,8 @@ struct further_facts {
   [[nodiscard]] bool is_empty() const { return tuned.empty() && streams.empty() && ca_ids.empty(); }
   bool operator==(const further_facts &) const = default;
 };
+
+// What is told wins over what was known.
+void take_further(further_facts &known, const further_facts &told);
 
 }  // namespace chlist

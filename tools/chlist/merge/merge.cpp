@@ -17,6 +17,7 @@
 #include "chlist/files/edit_lock.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/merge/merge_outcome.h"
+#include "chlist/merge/merged_companions.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 
@@ -268,13 +269,15 @@ int run_merge(const merge_options &options) {
   const channel_file list(options.list);
   const channel_file scan(options.scan);
   scan.must_not_be(options.output);
+  const merged_companions beside(options.list, options.scan);
   const merge_outcome outcome = merge_in_memory(list, scan, choices);
   if (!options.is_dry_run) {
     list.must_be_unchanged();
-    save_edited_list(options.list, options.output, options.leaves_no_backup);
+    save_edited_list(options.list, options.output, options.leaves_no_backup, beside.of(outcome, options.output));
   }
+  beside.tell_trouble();
   report(options, outcome);
-  return outcome.has_findings() ? exit_findings : exit_done;
+  return outcome.has_findings() || beside.has_trouble() ? exit_findings : exit_done;
 }
 
 }  // namespace

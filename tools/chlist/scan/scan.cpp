@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "chlist/commands.h"
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/group_choice.h"
@@ -24,6 +25,7 @@
 #include "chlist/files/distinct_files.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/standard_streams.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 #include "chlist/scan/broadcast_time.h"
@@ -60,6 +62,7 @@ struct scan_outcome {
   scanned_line_up made;
   filled_list filled;
   loss_counts lost;
+  companion beside;
 
   [[nodiscard]] bool has_findings() const {
     return std::ranges::any_of(made.captures, [](const auto &each) { return !each.findings.empty(); });
@@ -121,6 +124,7 @@ scan_outcome scanned(const scan_command_options &options) {
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
   outcome.filled = fill_list(outcome.made.list, outcome.lost, filling);
+  outcome.beside = companion_of_services(outcome.made.list.services, outcome.filled.filed, line_up_in_memory());
   return outcome;
 }
 
@@ -160,7 +164,7 @@ std::string summary_of(const scan_command_options &options, const scan_outcome &
     }
   }
   return text + fmt::format("{}: {}\n", name_of_output(options.output), text_of(outcome.filled.counts)) +
-         losses_text(outcome.lost, "Not carried by the channel file:");
+         losses_text(outcome.lost, title_of_losses(options.output, outcome.beside));
 }
 
 json json_of_systems(const broadcast_tables &tables) {
@@ -201,7 +205,9 @@ json json_of_outcome(const scan_command_options &options, const scan_outcome &ou
   for (std::size_t at = 0; at < outcome.captures.size(); ++at) {
     captures.push_back(json_of_capture(outcome.captures[at], outcome.made.captures[at]));
   }
-  json document = {{"captures", std::move(captures)}, {"output", options.output.string()}};
+  json document = {{"captures", std::move(captures)},
+                   {"output", options.output.string()},
+                   {"companion", json_of_companion(options.output, outcome.beside)}};
   document.put(json_of(outcome.filled.counts));
   document.put(json_of_remains(outcome.filled, outcome.lost));
   return document;
@@ -218,7 +224,7 @@ int run_scan(const scan_command_options &options) {
     throw std::runtime_error("no service was found");
   }
   const new_list_file target(options.output, !options.leaves_no_backup);
-  target.write_list();
+  target.write_list(outcome.beside);
   if (options.as_json) {
     json document = json_of_outcome(options, outcome);
     document["backup"] = target.backup();
