@@ -273,7 +273,7 @@ command scan_command() {
       .examples = {"chlist scan astra-11493h.ts -o new.dat",
                    "chlist scan 11493h.ts 11362h.ts --tuned 11493.75H --tuned 11362.25H --source S19.2E -o new.dat",
                    "chlist scan 'rtp://239.1.1.1:5000' --seconds 10 -o new.dat",
-                   "chlist scan *.ts --like all_channel.dat -o new.dat && chlist merge all_channel.dat new.dat"},
+                   "chlist scan *.ts --like own.dat -o new.dat && chlist merge own.dat new.dat -o own.dat"},
       .options = {{.names = "CAPTURE",
                    .target = &options->captures,
                    .about = "a file, an address of the network, or - for standard input; several are read in turn",
