@@ -274,7 +274,7 @@ TEST(ScanReading, MemoryIsBounded) {
     }
   }
   const read_capture made = read(stream);
-  EXPECT_EQ(made.lost.beyond_memory, 70U * 250U - 16384U);
+  EXPECT_EQ(made.lost.beyond_memory, 70U * 250U - 4096U);
 }
 
 }  // namespace

@@ -65,6 +65,23 @@ TEST_F(Scan, RecordsHoldWhatTheTablesSay) {
   EXPECT_EQ(radio.audio_pid, 0x221);
 }
 
+TEST_F(Scan, WhatTheListCannotHoldStandsBesideIt) {
+  write_capture("a.ts", astra{}.capture());
+  scan();
+
+  const json beside = json::parse(tool_test::read_file(path("list.dat.more.json")))["services"][1];
+
+  EXPECT_EQ(beside["tuning"]["system"].as_string(), "DVB-S");
+  EXPECT_EQ(beside["tuning"]["symbol_rate"].as_integer(), 22'000'000);
+  EXPECT_EQ(beside["streams"][0]["kind"].as_string(), "video");
+  EXPECT_EQ(beside["streams"][0]["type"].as_integer(), 0x1B);
+  EXPECT_EQ(beside["streams"][1]["language"].as_string(), "deu");
+  EXPECT_EQ(run({"export", "list.dat", "-o", "list.conf"}).exit_code, 0);
+  EXPECT_TRUE(has_line(tool_test::read_file(path("list.conf")),
+                       "arte HD;ARD:11493:HC56M2S0:S19.2E:22000:528=27:529=deu@3:0:1830:102:1:1019:0"))
+      << tool_test::read_file(path("list.conf"));
+}
+
 TEST_F(Scan, PacketsOfAllSizesAreRead) {
   for (const auto &[in_front, behind] : {std::pair(4U, 0U), std::pair(0U, 16U)}) {
     tool_test::write_file(path("a.ts"), astra{}.capture().bytes(in_front, behind));

@@ -103,12 +103,12 @@ void capture_reader::follow_programs() {
   }
 }
 
-read_capture capture_reader::finish() const {
+read_capture capture_reader::finish() {
   std::vector<program> misplaced = misplaced_;
   for (const std::uint16_t number : on_itself_) {
     misplaced.push_back({number, table_pid::program_association});
   }
-  read_capture made{.tables = decoder_.tables(),
+  read_capture made{.tables = decoder_.take_tables(),
                     .lost = lost_,
                     .bytes = bytes_,
                     .packets = walk_.packets(),

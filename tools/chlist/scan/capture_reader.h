@@ -33,7 +33,8 @@ class capture_reader {
 
   // Gives how many bytes are done with, as packet_walk does.
   std::size_t take(byte_view bytes, bool is_end);
-  [[nodiscard]] read_capture finish() const;
+  // At the end.
+  read_capture finish();
 
  private:
   void take(const ts_packet &packet);

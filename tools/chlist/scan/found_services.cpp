@@ -116,7 +116,7 @@ void found_services::add_bouquet(const std::string &source, const network_or_bou
       if (bouquet == bouquets_.end()) {
         bouquet = bouquets_.insert(bouquet, {name, {}});
       }
-      if (std::ranges::count(bouquet->services, place) == 0) {
+      if (in_bouquets_.emplace(name, place).second) {
         bouquet->services.push_back(place);
       }
     }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -70,6 +71,7 @@ class found_services {
   std::vector<found_service> services_;
   std::map<std::pair<std::size_t, std::uint16_t>, std::size_t> places_;
   std::vector<found_bouquet> bouquets_;
+  std::set<std::pair<std::string, std::size_t>> in_bouquets_;  // by the name of the bouquet
 };
 
 }  // namespace chlist

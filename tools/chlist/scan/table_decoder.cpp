@@ -29,7 +29,7 @@ namespace chlist {
 namespace {
 
 // What the library keeps of tables that are not whole is bounded: a section takes as much as the largest one.
-constexpr std::size_t most_sections = 16384;
+constexpr std::size_t most_sections = 4096;
 
 struct decoder_deleter {
   void operator()(dvbpsi_t *decoder) const { dvbpsi_delete(decoder); }
@@ -299,7 +299,7 @@ class table_decoder::state {
     return true;
   }
 
-  [[nodiscard]] const broadcast_tables &tables() const { return tables_; }
+  [[nodiscard]] broadcast_tables &tables() { return tables_; }
 
   [[nodiscard]] std::vector<incomplete_table> incomplete() const {
     std::vector<incomplete_table> tables;
@@ -327,6 +327,7 @@ table_decoder::table_decoder() : state_(std::make_unique<state>()) {}
 table_decoder::~table_decoder() = default;
 bool table_decoder::take(const section &sound) { return state_->take(sound); }
 const broadcast_tables &table_decoder::tables() const { return state_->tables(); }
+broadcast_tables table_decoder::take_tables() { return std::exchange(state_->tables(), {}); }
 std::vector<incomplete_table> table_decoder::incomplete() const { return state_->incomplete(); }
 
 }  // namespace chlist

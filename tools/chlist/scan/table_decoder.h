@@ -27,6 +27,8 @@ class table_decoder {
   bool take(const section &sound);
 
   [[nodiscard]] const broadcast_tables &tables() const;
+  // At the end.
+  broadcast_tables take_tables();
   [[nodiscard]] std::vector<incomplete_table> incomplete() const;
 
  private:
