@@ -197,7 +197,8 @@ std::span<const std::uint8_t> without_rtp_header(std::span<const std::uint8_t> d
   const bool has_extension = (datagram[0] & 0x10U) != 0;
   std::size_t size = fixed_size + std::size_t{4} * (datagram[0] & 0x0FU);
   if (has_extension && datagram.size() >= size + 4) {
-    size += std::size_t{4} + std::size_t{4} * (datagram[size + 2] << 8U | datagram[size + 3]);
+    const std::size_t words = std::size_t{datagram[size + 2]} << 8U | datagram[size + 3];
+    size += 4 + 4 * words;
   }
   return datagram.subspan(std::min(size, datagram.size()));
 }

@@ -42,7 +42,7 @@ const described_stream *find_stream_in(const network_or_bouquet &network, std::u
 std::vector<const network_or_bouquet *> networks_in_order(const broadcast_tables &tables) {
   std::vector<const network_or_bouquet *> order;
   std::ranges::transform(tables.networks, std::back_inserter(order), [](const auto &each) { return &each; });
-  std::ranges::stable_partition(order, &network_or_bouquet::is_actual);
+  std::stable_partition(order.begin(), order.end(), [](const auto *each) { return each->is_actual; });
   return order;
 }
 
