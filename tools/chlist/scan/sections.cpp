@@ -32,13 +32,13 @@ constexpr std::array<std::uint32_t, 256> crc_table = make_crc_table();
 // Twelve bits, as every loop of the tables has them in front.
 std::size_t length_at(byte_view bytes, std::size_t at) { return (bytes[at] & 0x0FU) << 8U | bytes[at + 1]; }
 
-// The size of a loop with its length in front; nothing fits into too few bytes.
-bool take_loop(byte_view &bytes, byte_view &loop) {
-  if (bytes.size() < 2 || length_at(bytes, 0) > bytes.size() - 2) {
+// Takes a loop with its length in front; false when it is longer than what is there.
+bool take_loop(byte_view &rest, byte_view &taken) {
+  if (rest.size() < 2 || length_at(rest, 0) > rest.size() - 2) {
     return false;
   }
-  loop = bytes.subspan(2, length_at(bytes, 0));
-  bytes = bytes.subspan(2 + loop.size());
+  taken = rest.subspan(2, length_at(rest, 0));
+  rest = rest.subspan(2 + taken.size());
   return true;
 }
 
@@ -50,15 +50,15 @@ bool are_descriptors(byte_view loop) {
 }
 
 // A loop of records: some bytes, and descriptors with their length in front.
-bool are_records(byte_view loop, std::size_t bytes_in_front) {
+bool are_records(byte_view rest, std::size_t bytes_in_front) {
   byte_view descriptors;
-  while (loop.size() > bytes_in_front) {
-    loop = loop.subspan(bytes_in_front);
-    if (!take_loop(loop, descriptors) || !are_descriptors(descriptors)) {
+  while (rest.size() > bytes_in_front) {
+    rest = rest.subspan(bytes_in_front);
+    if (!take_loop(rest, descriptors) || !are_descriptors(descriptors)) {
       return false;
     }
   }
-  return loop.empty();
+  return rest.empty();
 }
 
 // Descriptors, and a loop of transport streams.
@@ -121,16 +121,14 @@ std::uint32_t crc_of(byte_view bytes) {
 
 bool section_assembler::is_sound(byte_view bytes, reading_losses &lost) {
   const section whole(bytes);
-  if (bytes.size() < (whole.is_long() ? long_header_size + crc_size : header_size)) {
-    ++lost.malformed;
-  } else if (has_crc(whole) && crc_of(bytes) != 0) {
+  const bool has_header = bytes.size() >= (whole.is_long() ? long_header_size + crc_size : header_size);
+  if (has_header && has_crc(whole) && crc_of(bytes) != 0) {
     ++lost.wrong_crc;
-  } else if (!has_form(whole)) {
-    ++lost.malformed;
-  } else {
-    return true;
+    return false;
   }
-  return false;
+  const bool is_well_formed = has_header && has_form(whole);
+  lost.malformed += is_well_formed ? 0 : 1;
+  return is_well_formed;
 }
 
 bool section_assembler::follows(const ts_packet &packet, reading_losses &lost) {
