@@ -47,18 +47,22 @@ class ScanRoad : public scan_test::scan_test {
       ASSERT_EQ(result.exit_code, 0) << result.err;
     }
   }
+
+  // Into merged.dat.
+  void merge_the_next_day() const {
+    make_own_list();
+    const std::vector<astra> captures = tomorrow();
+    write_capture("b.ts", captures[0].capture());
+    write_capture("c.ts", captures[1].capture());
+    ASSERT_EQ(run({"scan", "b.ts", "c.ts", "-o", "new.dat", "--like", "own.dat"}).exit_code, 0);
+    const program_result merged = run({"merge", "own.dat", "new.dat", "-o", "merged.dat"});
+    ASSERT_LE(merged.exit_code, 1) << merged.err;
+  }
 };
 
 TEST_F(ScanRoad, TheNextDaysCapturesLeaveAUserWhatIsTheirs) {
-  make_own_list();
-  const std::vector<astra> captures = tomorrow();
-  write_capture("b.ts", captures[0].capture());
-  write_capture("c.ts", captures[1].capture());
-  ASSERT_EQ(run({"scan", "b.ts", "c.ts", "-o", "new.dat", "--like", "own.dat"}).exit_code, 0);
+  merge_the_next_day();
 
-  const program_result merged = run({"merge", "own.dat", "new.dat", "-o", "merged.dat"});
-
-  EXPECT_LE(merged.exit_code, 1) << merged.err;
   load("merged.dat");
   const channel_st &arte = service_at(7);
   EXPECT_STREQ(arte.name[0].text, "arte HD");
@@ -88,6 +92,16 @@ TEST_F(ScanRoad, AViewerZapsThroughTheList) {
       ">     7  arte HD                     S19.2E  11493.75 MHz H  V  528  A  529  PCR  528  scrambled\nALL 7> ");
   EXPECT_EQ(viewer.answer("1"),
             ">     1  Das Erste                   S19.2E  11493.75 MHz H  V  512  A  513  PCR  512\nALL 1> ");
+}
+
+TEST_F(ScanRoad, AViewerFindsAServiceThatMovedUnderItsNumber) {
+  merge_the_next_day();
+
+  tool_test::viewer viewer({ZAPPER_PROGRAM, dir.path(), "merged.dat"});
+
+  EXPECT_EQ(
+      viewer.answer("7"),
+      ">     7  arte HD                     S19.2E  10743.75 MHz H  V  512  A  513  PCR  512  scrambled\nALL 7> ");
 }
 
 #endif

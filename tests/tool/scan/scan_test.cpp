@@ -138,6 +138,18 @@ TEST_F(Scan, NamesAreCutAtTheEndOfACharacter) {
   EXPECT_EQ(service_at(2).name[0].name_len, 95);
 }
 
+TEST_F(Scan, ANetworkThatCallsTheOriginDifferentlyTellsTheFrequencyAllTheSame) {
+  astra from;
+  transport_stream stream = from.capture();
+  from.network_id = 40;
+  stream.add(0x11, services(from.ts_id, from.network_id, from.all, true, 1));
+  write_capture("a.ts", stream);
+  const program_result result = scan();
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  load();
+  EXPECT_EQ(service_at(1).frequency, 11'493'750);
+}
+
 TEST_F(Scan, TheTunedFrequencyCountsBeforeThatOfTheNetwork) {
   write_capture("a.ts", astra{}.capture());
   EXPECT_EQ(scan({"--tuned", "10773.25V"}).exit_code, 0);

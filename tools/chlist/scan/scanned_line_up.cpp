@@ -46,7 +46,8 @@ std::vector<const network_or_bouquet *> networks_in_order(const broadcast_tables
   return order;
 }
 
-std::optional<delivery_facts> delivery_of(const broadcast_tables &tables, std::uint16_t network_id,
+// In any network, when no network id is asked for.
+std::optional<delivery_facts> delivery_of(const broadcast_tables &tables, std::optional<std::uint16_t> network_id,
                                           std::uint16_t ts_id) {
   for (const network_or_bouquet *network : networks_in_order(tables)) {
     if (const described_stream *stream = find_stream_in(*network, ts_id, network_id); stream != nullptr) {
@@ -110,7 +111,9 @@ own_stream own_stream_of(const capture &from, const scan_options &options) {
       }
     }
   }
-  const auto told = delivery_of(tables, stream.network_id, stream.ts_id);
+  // The tables of a cable network may call the stream's origin differently.
+  const auto exactly = delivery_of(tables, stream.network_id, stream.ts_id);
+  const auto told = exactly ? exactly : delivery_of(tables, std::nullopt, stream.ts_id);
   const auto around = reception_of_network(tables);
   stream.where = told.value_or(delivery_facts{});
   stream.source = told         ? source_of(told->from)
