@@ -55,7 +55,8 @@ class Commands:
 
 
 def write_inputs(folder, root):
-    shutil.copy(root / "samples/channels.conf", folder)
+    for name in ("channels.conf", "11306h-today.ts", "11345v-today.ts"):
+        shutil.copy(root / "samples" / name, folder)
     for name in ("channel_v8.dat", "channel_v9.dat", "scan_hostile.dat", "channel_v10.dat"):
         shutil.copy(root / "tests/golden" / name, folder)
     conf = (root / "samples/channels.conf").read_text()
@@ -116,6 +117,7 @@ def run_all(commands):
     run("merge", "before.dat", "moved.dat", "--keep-missing", "--dry-run")
     run("diff", "--scan", "before.dat", "moved.dat")
     run_damaged(commands)
+    run("scan", "11306h-today.ts", "11345v-today.ts", "-o", "air.dat")
     run("info", "none.dat")
 
 

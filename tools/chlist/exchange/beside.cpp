@@ -24,6 +24,24 @@ companion_service beside_service(const line_up_service &read, const line_up_serv
           .source = if_shortened(read.source, filed.source)};
 }
 
+// services: as they were read, those of the records.
+std::vector<companion_service> beside_services(const std::vector<const line_up_service *> &services,
+                                               const std::vector<const channel_st *> &filed, const line_up &list) {
+  const places_by_identity places(list);
+  std::vector<companion_service> made;
+  for (std::size_t at = 0; at < services.size(); ++at) {
+    if (filed[at] == nullptr) {
+      continue;
+    }
+    const std::size_t place = places.of(channel::identity_of(*filed[at]));
+    companion_service beside = beside_service(*services[at], list.services[place]);
+    if (!beside.is_empty()) {
+      made.push_back(std::move(beside));
+    }
+  }
+  return made;
+}
+
 // What became of the service that stands at a line.
 struct filed_line {
   const channel_st *record = nullptr;
@@ -101,22 +119,24 @@ companion companion_of_import(const read_list &read, const std::vector<line_up_s
   for (const line_up_service &each : read.services) {
     by_line.emplace(each.line, &each);
   }
-  const places_by_identity places(list);
-  companion made;
-  for (std::size_t at = 0; at < chosen.size(); ++at) {
-    if (filled.filed[at] == nullptr) {
-      continue;
-    }
-    const std::size_t place = places.of(channel::identity_of(*filled.filed[at]));
-    companion_service beside = beside_service(*by_line.at(chosen[at].line), list.services[place]);
-    if (!beside.is_empty()) {
-      made.services.push_back(std::move(beside));
-    }
+  std::vector<const line_up_service *> services;
+  for (const line_up_service &each : chosen) {
+    services.push_back(by_line.at(each.line));
   }
+  companion made{.services = beside_services(services, filled.filed, list), .source = {}};
   if (read.from.layout != nullptr) {
     made.source = source_capture(read, chosen, filled).captured();
   }
   return made;
+}
+
+companion companion_of_services(const std::vector<line_up_service> &made, const std::vector<const channel_st *> &filed,
+                                const line_up &list) {
+  std::vector<const line_up_service *> services;
+  for (const line_up_service &each : made) {
+    services.push_back(&each);
+  }
+  return {.services = beside_services(services, filed, list), .source = {}};
 }
 
 std::size_t put_back(line_up &list, const companion &kept) {

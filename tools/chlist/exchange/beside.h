@@ -21,6 +21,10 @@ struct read_list {
 companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
                               const filled_list &filled, const line_up &list);
 
+// The same of services that were made for the list.
+companion companion_of_services(const std::vector<line_up_service> &made, const std::vector<const channel_st *> &filed,
+                                const line_up &list);
+
 // Gives the services of a list what is kept of them; names that somebody changed stay. Returns how many of the kept
 // services the list does not have.
 std::size_t put_back(line_up &list, const companion &kept);

@@ -17,18 +17,15 @@
 #include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/known_transponders.h"
 #include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/new_list_file.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
 #include "chlist/fields/where.h"
-#include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
-#include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/input_file.h"
-#include "chlist/files/list_file.h"
-#include "chlist/files/replacement.h"
 #include "chlist/files/standard_streams.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
@@ -88,76 +85,11 @@ import_outcome read_into_list(const import_options &options, const list_source &
   return result;
 }
 
-// A channel file that is replaced may be somebody's work: what it was is kept, and that is said.
-class import_target {
- public:
-  explicit import_target(const import_options &options) : output_(options.output) {
-    std::error_code unseen;
-    const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
-    keeps_backup_ = is_list && !is_standard_stream(output_) && !options.leaves_no_backup;
-  }
-
-  void write_list(const companion &beside) const {
-    if (is_standard_stream(output_)) {
-      write_standard_output(image_of(*get_channel_list()));
-    } else {
-      const edit_lock lock(output_);
-      keep_what_was();
-      save_list_with(output_, beside);
-    }
-  }
-
-  void write_bytes(std::string_view bytes) const {
-    if (is_standard_stream(output_)) {
-      write_standard_output(bytes);
-    } else {
-      const edit_lock lock(output_);
-      keep_what_was();
-      write_with(output_, companion(), [&](replacement &file) { file.write(bytes); });
-    }
-  }
-
-  [[nodiscard]] std::string note() const {
-    return keeps_backup_ ? fmt::format("{}: what it was is kept as {}\n", output_.string(), name_of_backup()) : "";
-  }
-  [[nodiscard]] json backup() const { return keeps_backup_ ? json(name_of_backup()) : json(); }
-
- private:
-  // Beside the output as it was named, unless that is a link.
-  [[nodiscard]] std::string name_of_backup() const {
-    return fs::is_symlink(output_) ? backup_of(output_).string() : output_.string() + ".bak";
-  }
-
-  void keep_what_was() const {
-    if (keeps_backup_) {
-      must_be_replaceable(output_);
-      keep_backups(output_);
-    }
-  }
-
-  const fs::path &output_;
-  bool keeps_backup_ = false;
-};
-
-bool has_companion(const import_options &options, const import_outcome &result) {
-  return !result.beside.is_empty() && !is_standard_stream(options.output);
-}
-
-// What the channel file has no place for, and where it is instead.
-std::string title_of_losses(const import_options &options, const import_outcome &result) {
-  return has_companion(options, result)
-             ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(options.output))
-             : "Not carried by the channel file:";
-}
-
 std::string summary_of(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
   const std::string output = name_of_output(options.output);
-  std::string text = fmt::format("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", output,
-                                 counted(counts.services, "service"), counts.tv, counts.radio,
-                                 counts.services - counts.tv - counts.radio, counted(counts.providers, "provider"),
-                                 counted(counts.transponders, "transponder"), counted(counts.sources, "source"),
-                                 counted(result.filled.skipped.size(), "line"));
+  std::string text =
+      fmt::format("{}: {}, {} skipped\n", output, text_of(counts), counted(result.filled.skipped.size(), "line"));
   if (counts.favourite_groups > 0) {
     text += fmt::format("{}: {}\n", output, counted(counts.favourite_groups, "favourite group"));
   }
@@ -167,29 +99,19 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (const std::string note = result.source.read_as->text(); !note.empty()) {
     text += fmt::format("{}: {}\n", result.source.path.string(), note);
   }
-  return text + losses_text(result.lost, title_of_losses(options, result));
+  return text + losses_text(result.lost, title_of_losses(options.output, result.beside));
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
-  const list_counts &counts = result.filled.counts;
-  return {{"file", options.input.string()},
-          {"format", result.from.name},
-          {"charset", result.source.read_as->charset},
-          {"output", options.output.string()},
-          {"companion", has_companion(options, result) ? json(name_of_companion(options.output)) : json()},
-          {"services", counts.services},
-          {"tv", counts.tv},
-          {"radio", counts.radio},
-          {"providers", counts.providers},
-          {"transponders", counts.transponders},
-          {"sources", counts.sources},
-          {"favourite_groups", counts.favourite_groups},
-          {"not_asked_for", result.not_asked_for},
-          {"skipped_lines", json_of_skipped(result.filled.skipped)},
-          {"notes", result.filled.left_out},
-          {"groups_left_out", json_of_groups_left_out(result.filled.groups_left_out)},
-          {"left_out", json_of_left_out(result.lost)},
-          {"not_carried", json_of_losses(result.lost)}};
+  json document = {{"file", options.input.string()},
+                   {"format", result.from.name},
+                   {"charset", result.source.read_as->charset},
+                   {"output", options.output.string()},
+                   {"companion", json_of_companion(options.output, result.beside)}};
+  document.put(json_of(result.filled.counts));
+  document["not_asked_for"] = result.not_asked_for;
+  document.put(json_of_remains(result.filled, result.lost));
+  return document;
 }
 
 void report_findings(const import_options &options, const import_outcome &result) {
@@ -202,7 +124,7 @@ void report_findings(const import_options &options, const import_outcome &result
   report_full_tables(input, result.filled, options.shows_all);
 }
 
-void report(const import_options &options, json document, const std::string &summary, const import_target &target) {
+void report(const import_options &options, json document, const std::string &summary, const new_list_file &target) {
   if (options.as_json) {
     document["backup"] = target.backup();
     print_report([&] { print_json(document); });
@@ -213,7 +135,7 @@ void report(const import_options &options, json document, const std::string &sum
 
 // Formats of the whole file make one, whose bytes nobody touches.
 int import_whole_file(const import_options &options, const list_source &source, const format &from) {
-  const import_target target(options);
+  const new_list_file target(options.output, !options.leaves_no_backup);
   target.write_bytes(reading(source, [&] { return from.to_channel_file(source.text); }));
   report(options, {{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}},
          fmt::format("{}: the whole channel file from {}\n", name_of_output(options.output), from.name), target);
@@ -247,7 +169,7 @@ int run_import(const import_options &options) {
   if (result.filled.counts.services == 0) {
     throw std::runtime_error(source.path.string() + ": no service to import");
   }
-  const import_target target(options);
+  const new_list_file target(options.output, !options.leaves_no_backup);
   target.write_list(result.beside);
   report(options, json_of_outcome(options, result), summary_of(options, result), target);
   return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;

@@ -32,7 +32,7 @@ struct channel_number {
 };
 
 // One service. Texts are whole here, however long; the record holds everything else that a channel list keeps of a
-// service, the ids of its groups included, but no names.
+// service, the ids of its groups included, but no names, unless their bytes are to stay as they were broadcast.
 struct line_up_service {
   std::size_t line = 0;  // where it stands in the source, 0 when that has no lines
   std::string name;

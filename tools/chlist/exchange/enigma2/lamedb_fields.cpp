@@ -161,10 +161,6 @@ class options {
   bool has_others_ = false;
 };
 
-// EN 300 468, table of service types.
-constexpr std::uint8_t television_types[] = {0x11, 0x16, 0x19, 0x1C, 0x1F, 0x20};
-constexpr std::uint8_t advanced_radio = 0x0A;
-
 bool is_hexadecimal(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
 }
@@ -225,13 +221,6 @@ std::optional<std::string> read_options(std::string_view text, line_up_service &
   }
   taken.finish(lost);
   return wrong;
-}
-
-std::uint8_t basic_service_type(std::uint8_t type) {
-  if (std::ranges::find(television_types, type) != std::end(television_types)) {
-    return SERVICE_TYPE_TV;
-  }
-  return type == advanced_radio ? std::uint8_t{SERVICE_TYPE_RADIO} : type;
 }
 
 }  // namespace chlist

@@ -43,7 +43,4 @@ bool is_like_service_line(std::string_view text);
 // none: what is wrong with the first that cannot be read is returned.
 std::optional<std::string> read_options(std::string_view text, line_up_service &service, loss_counts &lost);
 
-// Television and radio of the newer types are those of the old ones in a channel list.
-std::uint8_t basic_service_type(std::uint8_t type);
-
 }  // namespace chlist
