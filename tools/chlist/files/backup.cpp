@@ -1,6 +1,7 @@
 // A copy, not a link: the disk has to have room for both files anyway while one is replaced.
 #include "chlist/files/backup.h"
 
+#include <channel/views.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,6 +9,8 @@
 #include <array>
 
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/faithful_load.h"
+#include "chlist/files/history.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 
@@ -52,12 +55,15 @@ void keep_backup(const fs::path &file) {
   copy.take_place();
 }
 
-void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup) {
+void save_edited_list(const fs::path &input, const fs::path &target, bool leaves_no_backup,
+                      const std::vector<std::string> &what) {
   must_be_replaceable(target);
   if (!leaves_no_backup) {
     must_differ(input, backup_of(target));
     must_differ(target, backup_of(target));
+    must_differ(input, history_of(target));
     keep_backup(target);
+    keep_history(target, {{"", image_of(*get_channel_list())}}, what);
   }
   save_list_as(target);
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 namespace chlist {
 
@@ -13,9 +15,10 @@ void keep_backup(const std::filesystem::path &file);
 // Where keep_backup() puts it.
 std::filesystem::path backup_of(const std::filesystem::path &file);
 
-// Saves the channel list that was made of an input, and keeps what the target was before, unless nothing is to be kept.
-// No backup is made of what will not be replaced; it replaces neither the input nor, by way of a link, the file that it
-// is made of.
-void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup);
+// Saves the channel list that was made of an input, and keeps what the target was before, as its backup and in its
+// history, with the lines of the edits that made the list; unless nothing is to be kept. No backup is made of what will
+// not be replaced; it replaces neither the input nor, by way of a link, the file that it is made of.
+void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup,
+                      const std::vector<std::string> &what);
 
 }  // namespace chlist
