@@ -27,6 +27,10 @@ command export_command();
 // To edit it; the other edits are in edit/edits.h.
 command fav_command();
 command fav_list_command();  // below fav
+command undo_command();
+command redo_command();
+command history_command();
+command restore_command();
 // To learn of it.
 command help_command();
 

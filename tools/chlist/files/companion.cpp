@@ -19,7 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view companion_ending = ".more.json";
 constexpr int companion_schema = 1;
 constexpr int companion_indentation = 1;
 

@@ -66,6 +66,9 @@ class bad_companion : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Behind the path of the channel file.
+inline constexpr std::string_view companion_ending = ".more.json";
+
 inline constexpr std::size_t largest_companion = std::size_t{64} << 20U;
 
 // Where it stands: of a link, beside the file that it leads to.
