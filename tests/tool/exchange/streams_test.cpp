@@ -71,7 +71,7 @@ TEST_F(Streams, EveryFormatOfOneFileIsWrittenToStandardOutputAndItsReportToStand
     EXPECT_TRUE(result.out == read("list")) << format;
     EXPECT_TRUE(result.err.starts_with("standard output: ")) << format << ": " << result.err;
   }
-  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "channels.conf", "list"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "box.dat.more.json", "channels.conf", "list"}));
 }
 
 TEST_F(Streams, AnImportIsWrittenToStandardOutput) {
@@ -158,11 +158,12 @@ TEST_F(Streams, AChannelFileThatIsReplacedIsKept) {
   const program_result again = run({"import", "channels.conf", "-o", "box.dat"});
   const program_result quiet = run({"import", "channels.conf", "-o", "new.dat", "--no-backup", "--json"});
 
-  EXPECT_EQ(first.out.find("kept"), std::string::npos) << first.out;
+  EXPECT_EQ(first.out.find("is kept as"), std::string::npos) << first.out;
   EXPECT_TRUE(has_line(again.out, "box.dat: what it was is kept as box.dat.bak")) << again.out;
   EXPECT_TRUE(read("box.dat.bak") == before);
   EXPECT_TRUE(json::parse(quiet.out)["backup"].is_null());
-  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "box.dat.bak", "channels.conf", "new.dat"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "box.dat.bak", "box.dat.more.json", "box.dat.more.json.bak",
+                                               "channels.conf", "new.dat", "new.dat.more.json"}));
 }
 
 TEST_F(Streams, AFolderIsImportedAgainOverWhatItMade) {

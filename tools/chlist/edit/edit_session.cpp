@@ -49,7 +49,8 @@ std::vector<std::string> with_common_details(std::vector<std::string> details) {
   details.insert(
       details.end(),
       {"FILE is of version 10; `chlist convert` makes one of an earlier version. It is replaced as a whole or not at "
-       "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. A "
+       "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. "
+       "What stands beside it in FILE.more.json follows in the same way. A "
        "symbolic link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but "
        "what is asked for and what is said to follow; --dry-run and the report show all of it.",
        "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity "

@@ -4,14 +4,13 @@
 #include <unordered_map>
 #include <utility>
 
+#include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/source_layout.h"
 #include "chlist/line_up/places.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
-
-using records_by_line = std::unordered_map<std::size_t, const channel_st *>;
 
 std::optional<shortened_text> if_shortened(const std::string &whole, const std::string &kept) {
   return whole != kept ? std::optional(shortened_text{whole, kept}) : std::nullopt;
@@ -44,29 +43,51 @@ std::vector<companion_service> beside_services(const std::vector<const line_up_s
   return made;
 }
 
+// What became of the service that stands at a line.
+struct filed_line {
+  const channel_st *record = nullptr;
+  bool is_again = false;
+  bool is_chosen = true;
+};
+
 // Which services became which records; of those that nobody asked for no line is kept.
 class source_capture {
  public:
-  source_capture(const read_list &read, const std::vector<line_up_service> &chosen,
-                 const std::vector<const channel_st *> &filed)
+  source_capture(const read_list &read, const std::vector<line_up_service> &chosen, const filled_list &filled)
       : read_(read) {
-    for (std::size_t at = 0; at < chosen.size(); ++at) {
-      records_[chosen[at].line] = filed[at];
-    }
     for (const line_up_service &each : read.services) {
-      read_lines_.emplace(each.line, true);
+      records_[each.line] = {.is_chosen = false};
+    }
+    for (std::size_t at = 0; at < chosen.size(); ++at) {
+      records_[chosen[at].line] = {filled.same[at], filled.filed[at] == nullptr};
     }
   }
 
+  // Of a folder the services stand in the file that was read first.
   source_text captured() {
-    source_text made{.format = std::string(read_.from.name), .files = {{}}};
-    take_pieces(made.files.front().pieces);
+    const source_layout &layout = *read_.from.layout;
+    const std::span<const made_file> files = read_.files.files;
+    const bool is_first_apart = !read_.source.is_folder;
+    const std::string &text = is_first_apart ? read_.source.text : files.front().text;
+    source_text made{.format = layout.format_of != nullptr ? layout.format_of(text) : std::string(read_.from.name),
+                     .files = {{.name = name_of_first(text), .pieces = {}}}};
+    take_pieces(text, made.files.front().pieces);
+    for (const made_file &each : files.subspan(is_first_apart ? 0 : 1)) {
+      made.files.push_back({each.name, layout.folder->pieces(each.text, made.files.front())});
+    }
     return made;
   }
 
  private:
-  void take_pieces(std::vector<source_piece> &pieces) {
-    const std::string_view text = read_.source.text;
+  [[nodiscard]] std::string name_of_first(std::string_view text) const {
+    if (read_.source.is_folder) {
+      return read_.files.files.front().name;
+    }
+    const folder_layout *folder = read_.from.layout->folder;
+    return folder != nullptr ? folder->name_of_first(text) : std::string();
+  }
+
+  void take_pieces(std::string_view text, std::vector<source_piece> &pieces) {
     const std::vector<std::size_t> beginnings = read_.from.layout->cut(text);
     std::size_t line = 1;
     for (std::size_t at = 0; at < beginnings.size(); ++at) {
@@ -83,13 +104,12 @@ class source_capture {
       pieces.push_back({.text = std::string(byte_order_mark)});
       text.remove_prefix(byte_order_mark.size());
     }
-    const auto record = records_.find(line);
-    if (record == records_.end() && read_lines_.contains(line)) {
-      return;
+    const auto found = records_.find(line);
+    const filed_line filed = found != records_.end() ? found->second : filed_line();
+    if (filed.is_chosen) {
+      const auto id = filed.record != nullptr ? std::optional(channel::identity_of(*filed.record)) : std::nullopt;
+      pieces.push_back({std::string(text), is_latin_1, id, id && filed.is_again});
     }
-    const bool is_filed = record != records_.end() && record->second != nullptr;
-    pieces.push_back({std::string(text), is_latin_1,
-                      is_filed ? std::optional(channel::identity_of(*record->second)) : std::nullopt});
   }
 
   [[nodiscard]] bool is_any_latin_1(std::size_t first_line, std::size_t lines) const {
@@ -99,8 +119,7 @@ class source_capture {
   }
 
   const read_list &read_;
-  records_by_line records_;
-  std::unordered_map<std::size_t, bool> read_lines_;
+  std::unordered_map<std::size_t, filed_line> records_;
 };
 
 void put_back(std::string &text, const std::optional<shortened_text> &shortened) {
@@ -111,8 +130,20 @@ void put_back(std::string &text, const std::optional<shortened_text> &shortened)
 
 }  // namespace
 
+list_source recorded(const list_source &source, read_files &read) {
+  list_source made = source;
+  made.files = [&read, files = source.files](const std::string &name) {
+    std::optional<std::string> text = files(name);
+    if (text && std::ranges::find(read.files, name, &made_file::name) == read.files.end()) {
+      read.files.push_back({name, *text});
+    }
+    return text;
+  };
+  return made;
+}
+
 companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
-                              const std::vector<const channel_st *> &filed, const line_up &list) {
+                              const filled_list &filled, const line_up &list) {
   std::unordered_map<std::size_t, const line_up_service *> by_line;
   for (const line_up_service &each : read.services) {
     by_line.emplace(each.line, &each);
@@ -121,9 +152,9 @@ companion companion_of_import(const read_list &read, const std::vector<line_up_s
   for (const line_up_service &each : chosen) {
     services.push_back(by_line.at(each.line));
   }
-  companion made{.services = beside_services(services, filed, list), .source = {}};
+  companion made{.services = beside_services(services, filled.filed, list), .source = {}};
   if (read.from.layout != nullptr) {
-    made.source = source_capture(read, chosen, filed).captured();
+    made.source = source_capture(read, chosen, filled).captured();
   }
   return made;
 }

@@ -5,21 +5,30 @@
 #include <vector>
 
 #include "chlist/exchange/formats.h"
+#include "chlist/exchange/list_builder.h"
 #include "chlist/files/companion.h"
 
 namespace chlist {
+
+// The files of a folder that a reader asked for, in that order.
+struct read_files {
+  std::vector<made_file> files;
+};
+
+// The same source, which takes down what is read of it.
+list_source recorded(const list_source &source, read_files &read);
 
 // What was read, before anybody chose among it or called it otherwise.
 struct read_list {
   const list_source &source;
   const format &from;
   const std::vector<line_up_service> &services;
+  const read_files &files;  // beside the text of the source
 };
 
-// chosen: what of it an import took; filed: the records that it became, null of what there was no room for; list: the
-// channel list that they are in.
+// chosen: what of it an import took; filled: what became of that; list: the channel list that it is in.
 companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
-                              const std::vector<const channel_st *> &filed, const line_up &list);
+                              const filled_list &filled, const line_up &list);
 
 // The same of services that were made for the list.
 companion companion_of_services(const std::vector<line_up_service> &made, const std::vector<const channel_st *> &filed,

@@ -11,6 +11,7 @@
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/dvbv5/dvbv5_layout.h"
 #include "chlist/exchange/enigma2/lamedb.h"
+#include "chlist/exchange/enigma2/lamedb_layout.h"
 #include "chlist/exchange/json/list_json.h"
 #include "chlist/exchange/m3u/m3u_writer.h"
 #include "chlist/exchange/vdr/vdr_layout.h"
@@ -43,6 +44,7 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<4>,
      .is_like = is_like_lamedb4,
+     .layout = &lamedb_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb5",
@@ -51,6 +53,7 @@ constexpr format formats[] = {
      .read = read_lamedb5,
      .write = write_lamedb<5>,
      .is_like = is_like_lamedb5,
+     .layout = &lamedb_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb3",
@@ -59,6 +62,7 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<3>,
      .is_like = is_like_lamedb3,
+     .layout = &lamedb_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "dvbv5",

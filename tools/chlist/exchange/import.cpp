@@ -80,7 +80,8 @@ import_outcome read_into_list(const import_options &options, const list_source &
   if (!options.model.empty()) {
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
-  line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  read_files files;
+  line_up list = reading(source, [&] { return from.read(recorded(source, files), result.lost); });
   const std::vector<line_up_service> services_read = list.services;
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
@@ -89,7 +90,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
   result.beside =
-      companion_of_import({source, from, services_read}, list.services, result.filled.filed, line_up_in_memory());
+      companion_of_import({source, from, services_read, files}, list.services, result.filled, line_up_in_memory());
   return result;
 }
 
@@ -197,7 +198,8 @@ command import_command() {
            "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it, and one with a "
            "name begins a group, ':Name' or ':@N Name'. Lines that "
            "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
-           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all; a channel "
+           "and a channel file has no place for is counted, and kept beside it in OUTPUT.more.json, from where an "
+           "export puts it back. OUTPUT is replaced as a whole or not at all; a channel "
            "file "
            "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
            "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "

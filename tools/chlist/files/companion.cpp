@@ -165,12 +165,7 @@ void put_further(json &object, const further_facts &facts) {
 }
 
 companion_service service_from(const json &object) {
-  companion_service made{.id = identity_in(object, "id"),
-                         .further = further_from(object),
-                         .name = {},
-                         .short_name = {},
-                         .provider = {},
-                         .source = {}};
+  companion_service made{.id = identity_in(object, "id"), .further = further_from(object)};
   for (const auto &[name, text] : shortened_texts) {
     if (const json *found = object.find(name)) {
       made.*text = {text_in(*found, "whole"), text_in(*found, "kept")};
@@ -190,16 +185,20 @@ json json_of_service(const companion_service &service) {
   return object;
 }
 
+bool is_true_in(const json &object, std::string_view name) {
+  const json *found = object.find(name);
+  return found != nullptr && found->is_bool() && found->as_bool();
+}
+
 // Text alone stands for a piece of no service.
 source_piece piece_from(const json &value) {
   if (value.is_string()) {
     return {.text = value.as_string()};
   }
-  source_piece made{.text = text_in(value, "text")};
-  const json *latin_1 = value.find("latin_1");
-  made.is_latin_1 = latin_1 != nullptr && latin_1->is_bool() && latin_1->as_bool();
+  source_piece made{.text = text_in(value, "text"), .is_latin_1 = is_true_in(value, "latin_1")};
   if (value.contains("service")) {
     made.service = identity_in(value, "service");
+    made.is_again = is_true_in(value, "again");
   }
   return made;
 }
@@ -211,6 +210,9 @@ json json_of_piece(const source_piece &piece) {
   json object = json::object();
   if (piece.service) {
     object.put("service", identity_text(*piece.service));
+  }
+  if (piece.is_again) {
+    object.put("again", true);
   }
   if (piece.is_latin_1) {
     object.put("latin_1", true);
@@ -258,11 +260,13 @@ void must_be_of_schema(const json &document) {
   }
 }
 
-// A regular file, and no larger than a companion gets.
-std::string bytes_of_companion(const fs::path &path) {
+void must_be_small_enough(const fs::path &path) {
   if (fs::file_size(path) > largest_companion) {
     refuse(fmt::format("is larger than {} MiB", largest_companion >> 20U));
   }
+}
+
+std::string bytes_of_companion(const fs::path &path) {
   const std::vector<std::byte> bytes = bytes_of_file(path);
   return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
 }
@@ -272,7 +276,8 @@ std::string bytes_of_companion(const fs::path &path) {
 fs::path companion_of(const fs::path &file) { return behind_links(file).string() + std::string(companion_ending); }
 
 std::string name_of_companion(const fs::path &file) {
-  return fs::is_symlink(file) ? companion_of(file).string() : file.string() + std::string(companion_ending);
+  std::error_code unseen;
+  return fs::is_symlink(file, unseen) ? companion_of(file).string() : file.string() + std::string(companion_ending);
 }
 
 companion companion_from(std::string_view text) {
@@ -300,14 +305,16 @@ std::string text_of(const companion &of) {
   return document.dump(companion_indentation) + '\n';
 }
 
+// What cannot be read at all is no matter of what it says: whoever asks goes no further.
 std::optional<companion> companion_beside(const fs::path &file) {
   const fs::path path = companion_of(file);
-  if (std::error_code unseen; !fs::exists(path, unseen)) {
+  if (!fs::exists(path)) {
     return std::nullopt;
   }
   try {
+    must_be_small_enough(path);
     return companion_from(bytes_of_companion(path));
-  } catch (const std::runtime_error &error) {
+  } catch (const bad_companion &error) {
     throw bad_companion(fmt::format("{}: {}", name_of_companion(file), error.what()));
   }
 }

@@ -25,11 +25,11 @@ struct shortened_text {
 
 struct companion_service {
   channel::identity id = {};
-  further_facts further;
-  std::optional<shortened_text> name;
-  std::optional<shortened_text> short_name;
-  std::optional<shortened_text> provider;
-  std::optional<shortened_text> source;  // what the source calls it that the list calls otherwise
+  further_facts further{};
+  std::optional<shortened_text> name{};
+  std::optional<shortened_text> short_name{};
+  std::optional<shortened_text> provider{};
+  std::optional<shortened_text> source{};  // what the source calls it that the list calls otherwise
 
   [[nodiscard]] bool is_empty() const { return further.is_empty() && !name && !short_name && !provider && !source; }
 };
@@ -39,6 +39,7 @@ struct source_piece {
   std::string text;                            // UTF-8
   bool is_latin_1 = false;                     // in the source
   std::optional<channel::identity> service{};  // none: comments, groups, and lines that the list did not take
+  bool is_again = false;                       // an earlier piece is of the same service
 };
 
 struct source_file {

@@ -50,14 +50,12 @@ void write_both(replacement &file, replaced_companion &beside) {
 
 void write_with(const fs::path &target, const companion_to_write &beside,
                 const std::function<void(replacement &file)> &write) {
-  std::optional<replaced_companion> companion_file;
-  if (beside) {
-    companion_file.emplace(companion_of(target), *beside);
-  }
+  const fs::path companion_path = companion_of(target);  // before the program works in the target's folder
   replacement file(target);
   write(file);
-  if (companion_file) {
-    write_both(file, *companion_file);
+  if (beside) {
+    replaced_companion companion_file(companion_path, *beside);
+    write_both(file, companion_file);
   } else {
     file.take_place();
   }

@@ -68,9 +68,9 @@ struct elementary_stream {
 };
 
 struct further_facts {
-  tuning tuned;
-  std::vector<elementary_stream> streams;  // in the order of the source, video and the first audio among them
-  std::vector<std::uint16_t> ca_ids;       // of the conditional access systems
+  tuning tuned{};
+  std::vector<elementary_stream> streams{};  // in the order of the source, video and the first audio among them
+  std::vector<std::uint16_t> ca_ids{};       // of the conditional access systems
 
   [[nodiscard]] bool is_empty() const { return tuned.empty() && streams.empty() && ca_ids.empty(); }
   bool operator==(const further_facts &) const = default;
