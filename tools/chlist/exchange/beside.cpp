@@ -70,6 +70,7 @@ class source_capture {
     const bool is_first_apart = !read_.source.is_folder;
     const std::string &text = is_first_apart ? read_.source.text : files.front().text;
     source_text made{.format = layout.format_of != nullptr ? layout.format_of(text) : std::string(read_.from.name),
+                     .url = read_.source.url,
                      .files = {{.name = name_of_first(text), .pieces = {}}}};
     take_pieces(text, made.files.front().pieces);
     for (const made_file &each : files.subspan(is_first_apart ? 0 : 1)) {

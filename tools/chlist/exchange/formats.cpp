@@ -14,6 +14,7 @@
 #include "chlist/exchange/enigma2/lamedb_layout.h"
 #include "chlist/exchange/json/list_json.h"
 #include "chlist/exchange/m3u/m3u.h"
+#include "chlist/exchange/m3u/m3u_layout.h"
 #include "chlist/exchange/vdr/vdr_layout.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "chlist/exchange/vdr/vdr_writer.h"
@@ -78,7 +79,12 @@ constexpr format formats[] = {
      .read = read_csv,
      .write = write_csv,
      .is_like = is_like_csv},
-    {.name = "m3u", .about = "extended M3U playlist", .read = read_m3u, .write = write_m3u, .is_like = is_like_m3u},
+    {.name = "m3u",
+     .about = "extended M3U playlist",
+     .read = read_m3u,
+     .write = write_m3u,
+     .is_like = is_like_m3u,
+     .layout = &m3u_layout},
     {.name = "vdr",
      .about = "channels.conf of VDR",
      .read = read_vdr,

@@ -50,6 +50,7 @@ struct source_file {
 // The list of another format that a channel file was made of, as it was.
 struct source_text {
   std::string format;  // empty: there is none
+  std::string url{};   // of M3U: how its addresses hold ids; empty: as usual
   std::vector<source_file> files;
 };
 

@@ -161,7 +161,7 @@ class weaver {
       number();
     }
     write_services();
-    written_list made = joined(written.left_out);
+    written_list made = joined(written);
     return is_folder() ? with_other_files(std::move(made)) : made;
   }
 
@@ -229,7 +229,9 @@ class weaver {
       line += lines_in(pieces_[at].text);
     }
     loss_counts unsaid;
-    before_ = to_.read(source_of({{"", std::move(text)}}, false), unsaid);
+    list_source source = source_of({{"", std::move(text)}}, false);
+    source.url = kept_.source.url;
+    before_ = to_.read(source, unsaid);
     services_of_pieces_.assign(pieces_.size(), nowhere);
     for (std::size_t place = 0; place < before_.services.size(); ++place) {
       if (const auto found = piece_of_line.find(before_.services[place].line); found != piece_of_line.end()) {
@@ -357,10 +359,11 @@ class weaver {
     }
   }
 
-  written_list joined(const loss_counts &left_out) {
+  written_list joined(const written_list &written) {
     const std::string_view line_end = usual_line_end();
     written_list made;
-    made.left_out = left_out;
+    made.left_out = written.left_out;
+    made.carried = written.carried;
     std::string text;
     std::size_t line = 1;
     for (const woven_piece &each : row_) {
