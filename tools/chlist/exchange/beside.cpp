@@ -1,6 +1,8 @@
 #include "chlist/exchange/beside.h"
 
 #include <algorithm>
+#include <optional>
+#include <span>
 #include <unordered_map>
 #include <utility>
 

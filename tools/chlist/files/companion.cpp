@@ -3,10 +3,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
+#include <span>
 #include <utility>
-#include <variant>
 
 #include "chlist/fields/pids.h"
 #include "chlist/files/file_bytes.h"

@@ -1,6 +1,6 @@
 #include "chlist/files/kept_in_step.h"
 
-#include <algorithm>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 #include <list>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
