@@ -27,6 +27,8 @@ function(channel_unity_by_folder target)
     return()
   endif()
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP DISABLE_PRECOMPILE_HEADERS ON)
+  # GCC collects its garbage whenever it has grown by 128 MB, a tenth of its time for a unit that needs 500 MB in all.
+  target_compile_options(${target} PRIVATE "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:SHELL:--param ggc-min-heapsize=800000>")
   get_target_property(sources ${target} SOURCES)
   foreach(source IN LISTS sources)
     channel_unity_group(group "${source}" ${ARGN})

@@ -20,6 +20,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/files/kept_in_step.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
@@ -50,7 +51,7 @@ std::vector<std::string> with_common_details(std::vector<std::string> details) {
       {"FILE is of version 10; `chlist convert` makes one of an earlier version. It is replaced as a whole or not at "
        "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one, "
        "and "
-       "in FILE.history, for `chlist undo`. A "
+       "in FILE.history, for `chlist undo`. What stands beside it in FILE.more.json follows in the same way. A "
        "symbolic link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but "
        "what is asked for and what is said to follow; --dry-run and the report show all of it.",
        "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity "
@@ -76,6 +77,7 @@ struct edit_result {
   std::vector<std::string> lines;  // that stand for what was done
   std::optional<std::size_t> chosen;
   std::vector<change> changes;
+  std::vector<changed_identity> identities;
   bool is_changed = false;
   bool is_saved = false;
 };
@@ -92,6 +94,7 @@ edit_result edit_in_memory(const channel_file &input, const list_edit &apply) {
   result.tables = std::move(list.tables);
   result.lines = std::move(list.lines);
   result.chosen = list.chosen();
+  result.identities = list.identities();
   result.changes = differences(list_before, line_up_in_memory());
   result.is_changed = image_of(*get_channel_list()) != before;
   return result;
@@ -177,11 +180,16 @@ int run_edit(const edit_options &options, const std::string &line, const list_ed
     lock.emplace(options.target());
   }
   const channel_file input(options.file);
+  const edited_companion beside(options.file);
   edit_result result = edit_in_memory(input, apply);
+  if (!beside.trouble().empty()) {
+    result.notes.push_back(beside.trouble() + "; it stays as it is");
+  }
   if (is_to_be_saved(options, result)) {
     must_be_wanted(options, result);
     input.must_be_unchanged();
     save_edited_list(options.file, options.target(), options.leaves_no_backup,
+                     beside.beside(options.target(), result.identities, line_up_in_memory()),
                      result.lines.empty() ? std::vector{line} : result.lines);
     result.is_saved = true;
   }

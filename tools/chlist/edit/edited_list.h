@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "chlist/command.h"
+#include "chlist/files/kept_in_step.h"
 #include "chlist/json/json.h"
 
 namespace chlist {
@@ -77,6 +78,13 @@ class edited_list {
   void entries_changed();
   void services_changed();
 
+  // Another identity, in the order in which services get them.
+  void was_identified(const channel::identity &former, const channel::identity &now) {
+    identities_.push_back({former, now});
+    services_changed();
+  }
+  [[nodiscard]] const std::vector<changed_identity> &identities() const { return identities_; }
+
   // How many those are; none when every service was named.
   [[nodiscard]] const std::optional<std::size_t> &chosen() const { return chosen_; }
 
@@ -92,6 +100,7 @@ class edited_list {
   known_services &known();
 
   std::optional<std::size_t> chosen_;
+  std::vector<changed_identity> identities_;
   std::unique_ptr<known_services> known_;
 };
 

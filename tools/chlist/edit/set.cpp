@@ -159,15 +159,16 @@ class edited_service {
     }
   }
 
-  // Returns whether its identity is another one now.
-  bool apply() {
+  void apply_to(edited_list &list) {
+    const channel::identity former = channel::identity_of(record_);
     const channel::identity wanted = edited_.id();
     apply_flags(record_, static_cast<std::uint8_t>(edited_.fields.flag & ~record_.flag), true);
     apply_flags(record_, static_cast<std::uint8_t>(record_.flag & ~edited_.fields.flag), false);
     apply_values();
-    const bool is_filed_anew = channel::identity_of(record_) != wanted;
     change_identity(record_, wanted);
-    return is_filed_anew;
+    if (former != wanted) {
+      list.was_identified(former, wanted);
+    }
   }
 
  private:
@@ -221,9 +222,7 @@ void set(const set_options &options, edited_list &list) {
     for (const std::string &assignment : options.all_assignments()) {
       edited.set(assignment);
     }
-    if (edited.apply()) {
-      list.services_changed();
-    }
+    edited.apply_to(list);
   }
 }
 

@@ -11,9 +11,11 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/group_choice.h"
+#include "chlist/exchange/known_transponders.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
@@ -28,7 +30,7 @@
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 #include "chlist/files/standard_streams.h"
-#include "chlist/files/text_file.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 
@@ -42,6 +44,7 @@ struct import_options {
   fs::path output;
   std::string from;
   std::string charset;
+  std::string url;
   std::vector<std::string> sources;
   group_options groups;
   service_options services;
@@ -59,10 +62,11 @@ struct import_outcome {
   filled_list filled;
   loss_counts lost;
   std::size_t not_asked_for = 0;  // services
+  companion beside;
 };
 
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
-  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
+  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}, .beside = {}};
   fill_options filling;
   if (!options.preferred.empty()) {
     filling.preferred = preferences_named(options.preferred);
@@ -72,12 +76,15 @@ import_outcome read_into_list(const import_options &options, const list_source &
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
   line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  const std::vector<line_up_service> services_read = list.services;
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
   }
+  take_transponders(list, filling.model, result.lost);
   result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
+  result.beside = companion_of_import({source, from, services_read}, list.services, result.filled, line_up_in_memory());
   return result;
 }
 
@@ -90,13 +97,13 @@ class import_target {
     keeps_backup_ = is_list && !is_standard_stream(output_) && !options.leaves_no_backup;
   }
 
-  void write_list() const {
+  void write_list(const companion &beside) const {
     if (is_standard_stream(output_)) {
       write_standard_output(image_of(*get_channel_list()));
     } else {
       const edit_lock lock(output_);
       keep_what_was();
-      save_list_as(output_);
+      save_list_with(output_, beside);
     }
   }
 
@@ -106,7 +113,7 @@ class import_target {
     } else {
       const edit_lock lock(output_);
       keep_what_was();
-      write_text_file(output_, bytes);
+      write_with(output_, companion(), [&](replacement &file) { file.write(bytes); });
     }
   }
 
@@ -124,13 +131,24 @@ class import_target {
   void keep_what_was() const {
     if (keeps_backup_) {
       must_be_replaceable(output_);
-      keep_backup(output_);
+      keep_backups(output_);
     }
   }
 
   const fs::path &output_;
   bool keeps_backup_ = false;
 };
+
+bool has_companion(const import_options &options, const import_outcome &result) {
+  return !result.beside.is_empty() && !is_standard_stream(options.output);
+}
+
+// What the channel file has no place for, and where it is instead.
+std::string title_of_losses(const import_options &options, const import_outcome &result) {
+  return has_companion(options, result)
+             ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(options.output))
+             : "Not carried by the channel file:";
+}
 
 std::string summary_of(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
@@ -149,7 +167,7 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (const std::string note = result.source.read_as->text(); !note.empty()) {
     text += fmt::format("{}: {}\n", result.source.path.string(), note);
   }
-  return text + losses_text(result.lost, "Not carried by the channel file:");
+  return text + losses_text(result.lost, title_of_losses(options, result));
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
@@ -158,6 +176,7 @@ json json_of_outcome(const import_options &options, const import_outcome &result
           {"format", result.from.name},
           {"charset", result.source.read_as->charset},
           {"output", options.output.string()},
+          {"companion", has_companion(options, result) ? json(name_of_companion(options.output)) : json()},
           {"services", counts.services},
           {"tv", counts.tv},
           {"radio", counts.radio},
@@ -213,7 +232,8 @@ void must_not_be_within(const import_options &options, const list_source &source
 
 int run_import(const import_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
-  const list_source source = source_at(options.input, options.charset);
+  list_source source = source_at(options.input, options.charset);
+  source.url = options.url;
   const format &from = format_to_read(options.from, source);
   must_differ(opened_as(options.input), options.output);
   if (from.is_folder && !is_standard_stream(options.input)) {
@@ -228,7 +248,7 @@ int run_import(const import_options &options) {
     throw std::runtime_error(source.path.string() + ": no service to import");
   }
   const import_target target(options);
-  target.write_list();
+  target.write_list(result.beside);
   report(options, json_of_outcome(options, result), summary_of(options, result), target);
   return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
 }
@@ -248,7 +268,8 @@ command import_command() {
            "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it, and one with a "
            "name begins a group, ':Name' or ':@N Name'. Lines that "
            "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
-           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all; a channel "
+           "and a channel file has no place for is counted, and kept beside it in OUTPUT.more.json, from where an "
+           "export puts it back. OUTPUT is replaced as a whole or not at all; a channel "
            "file "
            "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
            "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "
@@ -270,6 +291,10 @@ command import_command() {
            "A source without a position (\"S\" and \"S#1\" of older lists and of dvbv5) is named with --source, so "
            "that "
            "it is the same network as in other lists.",
+           "A playlist (M3U) holds services whose addresses say network, transport stream and service ids: as exports "
+           "write them, as references of Enigma2 (1:0:1:SID:TSID:ONID:...), as channel ids of VDR "
+           "(S19.2E-1-1079-28006), "
+           "or as --url says. Addresses tell no frequencies: --like takes those from a list that has them.",
            "Texts are UTF-8, or UTF-16 with its byte order mark; a line that is not UTF-8 is read as Latin-1 (ISO "
            "8859-1), unless --charset names what INPUT is of. CSV may have commas, semicolons or tabs between its "
            "cells, as the header line has them. Of the ways in which spreadsheets write a number, 1.0, 1.00 and 1,0 "
@@ -304,6 +329,10 @@ command import_command() {
                    .target = &options->charset,
                    .about = "the characters of INPUT, as ISO-8859-2, when it is neither UTF-8 nor UTF-16 with its mark",
                    .value = "NAME"},
+                  {.names = "--url",
+                   .target = &options->url,
+                   .about = "M3U: how addresses hold ids, as `chlist export --url` writes them; {} stands for any text",
+                   .value = "TEMPLATE"},
                   {.names = "--source",
                    .target = &options->sources,
                    .about = "what to call a source, as S=S13.0E or S#1=S19.2E; may be given several times",
@@ -322,7 +351,9 @@ command import_command() {
                    .about = "make several favourite groups of one that is too long"},
                   {.names = "--like",
                    .target = &options->model,
-                   .about = "take network indexes and the ids and order of groups from this channel file",
+                   .about = "take network indexes, the ids and order of groups, and frequencies that INPUT does not "
+                            "tell, from this "
+                            "channel file",
                    .value = "LIST"},
                   {.names = "--where",
                    .target = &options->services.where,

@@ -355,6 +355,7 @@ filled_list fill_list(const line_up &from, loss_counts &lost, const fill_options
   result.groups_left_out = builder.groups_left_out();
   lost.add(builder.lost());
   result.filed = builder.filed_services();
+  result.same.assign(builder.records().begin(), builder.records().end());
   result.counts = builder.counts();
   return result;
 }

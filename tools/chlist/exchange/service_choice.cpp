@@ -8,8 +8,8 @@
 #include <iterator>
 #include <map>
 #include <numeric>
-#include <ranges>
 #include <set>
+#include <span>
 #include <tuple>
 #include <utility>
 
@@ -144,11 +144,16 @@ auto identity_of(const line_up_service &service) {
                     fields.polarisation, fields.service_id);
 }
 
+template <class Item>
+std::span<const Item> first_of(const std::vector<Item> &items, std::size_t most) {
+  return std::span(items).first(std::min(items.size(), most));
+}
+
 // Of groups and services beyond those that a list has room for nothing comes anyway.
 std::vector<bool> held_by_favourites(const line_up &list) {
   std::vector<bool> is_favourite(list.services.size(), false);
-  for (const favourite_group &group : list.favourites | std::views::take(+MAX_FAV)) {
-    for (const line_up_entry &entry : group.entries | std::views::take(+MAX_FAV_NUM)) {
+  for (const favourite_group &group : first_of(list.favourites, MAX_FAV)) {
+    for (const line_up_entry &entry : first_of(group.entries, MAX_FAV_NUM)) {
       is_favourite[entry.service] = true;
     }
   }

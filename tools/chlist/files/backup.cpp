@@ -11,7 +11,6 @@
 #include "chlist/files/distinct_files.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/history.h"
-#include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 
 namespace chlist {
@@ -35,6 +34,18 @@ void copy_contents(const descriptor &from, const std::string &from_name, replace
   }
 }
 
+// As a save will write them; what is not written stays.
+file_contents contents_of_list(const fs::path &target, const companion_to_write &beside) {
+  file_contents contents = contents_on_disk(target);
+  contents[list_in_history] = image_of(*get_channel_list());
+  if (beside && beside->is_empty()) {
+    contents.erase(companion_in_history);
+  } else if (beside) {
+    contents[companion_in_history] = text_of(*beside);
+  }
+  return contents;
+}
+
 }  // namespace
 
 fs::path backup_of(const fs::path &file) { return fs::weakly_canonical(fs::absolute(file)).string() + ".bak"; }
@@ -55,17 +66,22 @@ void keep_backup(const fs::path &file) {
   copy.take_place();
 }
 
+void keep_backups(const fs::path &file) {
+  keep_backup(file);
+  keep_backup(companion_of(file));
+}
+
 void save_edited_list(const fs::path &input, const fs::path &target, bool leaves_no_backup,
-                      const std::vector<std::string> &what) {
+                      const companion_to_write &beside, const std::vector<std::string> &what) {
   must_be_replaceable(target);
   if (!leaves_no_backup) {
     must_differ(input, backup_of(target));
     must_differ(target, backup_of(target));
     must_differ(input, history_of(target));
-    keep_backup(target);
-    keep_history(target, {{"", image_of(*get_channel_list())}}, what);
+    keep_backups(target);
+    keep_history(target, contents_of_list(target, beside), what);
   }
-  save_list_as(target);
+  save_list_with(target, beside);
 }
 
 }  // namespace chlist

@@ -20,6 +20,7 @@
 #include "chlist/files/byte_delta.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/files/replacement.h"
+#include "chlist/files/text_file.h"
 #include "chlist/json/json.h"
 
 namespace chlist {
@@ -31,7 +32,7 @@ constexpr std::string_view first_line = "chlist history 1\n";
 constexpr std::size_t most_kept_lines = 100;
 
 // What stands beside a list and is written with it.
-constexpr std::string_view names_of_files[] = {""};
+constexpr const char *names_of_files[] = {list_in_history, companion_in_history};
 
 fs::path real_path(const fs::path &file) { return fs::weakly_canonical(fs::absolute(file)); }
 
@@ -101,8 +102,8 @@ std::string time_now() {
 
 file_contents contents_on_disk(const fs::path &file) {
   file_contents contents;
-  for (const std::string_view name : names_of_files) {
-    const fs::path path = real_path(file).string() + std::string(name);
+  for (const std::string name : names_of_files) {
+    const fs::path path = real_path(file).string() + name;
     if (fs::exists(path)) {
       contents.emplace(name, text_of_file(path));
     }
@@ -111,16 +112,19 @@ file_contents contents_on_disk(const fs::path &file) {
 }
 
 void write_contents(const fs::path &file, const file_contents &contents) {
-  for (const std::string_view name : names_of_files) {
-    const fs::path path = real_path(file).string() + std::string(name);
-    const auto found = contents.find(std::string(name));
-    if (found != contents.end()) {
-      replacement replaced(path);
-      replaced.write(found->second);
-      replaced.take_place();
+  const fs::path companion_path = real_path(file).string() + companion_in_history;
+  replacement list(real_path(file));
+  list.write(contents.at(list_in_history));
+  list.take_place_for_now();
+  try {
+    if (const auto found = contents.find(companion_in_history); found != contents.end()) {
+      write_text_file(companion_path, found->second);
     } else {
-      fs::remove(path);
+      fs::remove(companion_path);
     }
+  } catch (...) {
+    list.put_back();
+    throw;
   }
 }
 

@@ -9,15 +9,19 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/files/companion.h"
+
 namespace chlist {
 
-// Files that are written together, by what is appended to the path of the first: "" is that one.
+// Files that are written together, by what is appended to the path of the first: a channel file, and its companion.
 using file_contents = std::map<std::string, std::string>;
+inline constexpr const char *list_in_history = "";
+inline constexpr const char *companion_in_history = companion_ending;
 
 // As they are on the disk; those that are not there are left out.
 file_contents contents_on_disk(const std::filesystem::path &file);
 
-// Brings them to the disk, each as a whole or not at all.
+// Brings them to the disk, all or none; those that are not among them go.
 void write_contents(const std::filesystem::path &file, const file_contents &contents);
 
 // How much a history holds at most: the oldest states go first.

@@ -14,10 +14,11 @@
 namespace chlist {
 
 struct lamedb_transponder {
-  reception from;
+  reception from{};
   std::uint32_t frequency_khz = 0;
   std::uint8_t polarisation = 0;  // 0 horizontal, 1 vertical, 2 left, 3 right
   bool has_parts_of_a_khz = false;
+  tuning tuned{};
 };
 
 // "NAMESPACE:TSID:ONID" in hexadecimal digits.
