@@ -148,6 +148,21 @@ TEST_F(Undo, AnotherOutputHasAHistoryOfItsOwn) {
   EXPECT_EQ(run({"history", "list.dat"}).out.find("Sport"), std::string::npos);
 }
 
+TEST_F(Undo, TakesTheCompanionAlong) {
+  write_file(path("channels.conf"), "News;P:11000:H:S19.2E:22000:1=2:2:0:0:1:1:100:0\n");
+  ASSERT_EQ(run({"import", "channels.conf", "-o", "own.dat"}).exit_code, 0);
+  const std::string companion = read_file(path("own.dat.more.json"));
+  ASSERT_EQ(run({"set", "own.dat", "News", "service_id=77"}).exit_code, 0);
+  ASSERT_NE(read_file(path("own.dat.more.json")), companion);
+
+  ASSERT_EQ(run({"undo", "own.dat"}).exit_code, 0);
+  EXPECT_EQ(read_file(path("own.dat.more.json")), companion);
+  ASSERT_EQ(run({"redo", "own.dat"}).exit_code, 0);
+  EXPECT_NE(read_file(path("own.dat.more.json")), companion);
+  EXPECT_EQ(run({"export", "own.dat", "-o", "out.conf"}).exit_code, 0);
+  EXPECT_NE(read_file(path("out.conf")).find(":77:1:100:0"), std::string::npos);
+}
+
 TEST_F(Undo, TakesAMergeBack) {
   write_file(path("scan.dat"), channel_file().service(edit_test::news).data);
   ASSERT_NE(run({"merge", "list.dat", "scan.dat", "-o", "list.dat"}).exit_code, 2);

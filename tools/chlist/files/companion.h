@@ -72,6 +72,9 @@ inline constexpr std::string_view companion_ending = ".more.json";
 
 inline constexpr std::size_t largest_companion = std::size_t{64} << 20U;
 
+// What is appended to the path of the channel file.
+inline constexpr const char *companion_ending = ".more.json";
+
 // Where it stands: of a link, beside the file that it leads to.
 std::filesystem::path companion_of(const std::filesystem::path &file);
 

@@ -103,8 +103,8 @@ std::string time_now() {
 
 file_contents contents_on_disk(const fs::path &file) {
   file_contents contents;
-  for (const std::string_view name : names_of_files) {
-    const fs::path path = real_path(file).string() + std::string(name);
+  for (const std::string name : names_of_files) {
+    const fs::path path = real_path(file).string() + name;
     if (fs::exists(path)) {
       contents.emplace(name, text_of_file(path));
     }

@@ -9,9 +9,11 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/files/companion.h"
+
 namespace chlist {
 
-// Files that are written together, by what is appended to the path of the first: "" is that one.
+// Files that are written together, by what is appended to the path of the first: a channel file, and its companion.
 using file_contents = std::map<std::string, std::string>;
 
 // As they are on the disk; those that are not there are left out.
