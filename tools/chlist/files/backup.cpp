@@ -39,10 +39,10 @@ file_contents contents_to_be(const fs::path &target, const companion_to_write &b
   file_contents contents = contents_on_disk(target);
   contents[""] = image_of(*get_channel_list());
   if (beside) {
-    contents.erase(std::string(companion_ending));
+    contents.erase(companion_ending);
   }
   if (beside && !beside->is_empty()) {
-    contents[std::string(companion_ending)] = text_of(*beside);
+    contents[companion_ending] = text_of(*beside);
   }
   return contents;
 }

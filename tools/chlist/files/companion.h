@@ -67,9 +67,6 @@ class bad_companion : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Behind the path of the channel file.
-inline constexpr std::string_view companion_ending = ".more.json";
-
 inline constexpr std::size_t largest_companion = std::size_t{64} << 20U;
 
 // What is appended to the path of the channel file.

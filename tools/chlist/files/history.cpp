@@ -33,7 +33,7 @@ constexpr std::string_view first_line = "chlist history 1\n";
 constexpr std::size_t most_kept_lines = 100;
 
 // What stands beside a list and is written with it.
-constexpr std::string_view names_of_files[] = {"", companion_ending};
+constexpr const char *names_of_files[] = {"", companion_ending};
 
 fs::path real_path(const fs::path &file) { return fs::weakly_canonical(fs::absolute(file)); }
 
@@ -113,7 +113,7 @@ file_contents contents_on_disk(const fs::path &file) {
 }
 
 void write_contents(const fs::path &file, const file_contents &contents) {
-  const auto beside = contents.find(std::string(companion_ending));
+  const auto beside = contents.find(companion_ending);
   write_both_files(real_path(file), contents.at(""), beside != contents.end() ? beside->second : std::string());
 }
 
