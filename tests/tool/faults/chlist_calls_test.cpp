@@ -151,16 +151,6 @@ INSTANTIATE_TEST_SUITE_P(
 
 class ChlistEditFaults : public failing_commands {
  protected:
-  // Histories have the same bytes whenever they are made.
-  void SetUp() override {
-    failing_commands::SetUp();
-    ::setenv("SOURCE_DATE_EPOCH", "0", 1);
-  }
-  void TearDown() override {
-    ::unsetenv("SOURCE_DATE_EPOCH");
-    failing_commands::TearDown();
-  }
-
   void expect_whole(const program_result &result, const file_set &left, const file_set &after, file_set earlier) const {
     if (result.exit_code == 0) {
       EXPECT_EQ(result.err, "");
