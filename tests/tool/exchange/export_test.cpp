@@ -67,6 +67,18 @@ TEST_F(Export, AFolderIsReadBackButNotInto) {
   EXPECT_EQ(run({"import", "box", "-o", "back.dat"}).exit_code, 0);
 }
 
+TEST_F(Export, NamesOfPicturesAreThoseThatEnigma2LooksFor) {
+  exported("four", {"--to", "lamedb4", "--picons"});
+  exported("five", {"--to", "lamedb5", "--picons"});
+
+  EXPECT_EQ(read("four/picons.csv"), "picon,name\r\n1_0_1_1_64_1_10000_0_0_0.png,News\r\n"
+                                     "1_0_1_2_64_1_10000_0_0_0.png,Films\r\n");
+  EXPECT_EQ(read("five/picons.csv"), read("four/picons.csv"));
+  EXPECT_LT(run({"import", "four", "-o", "back.dat"}).exit_code, 2);
+  EXPECT_EQ(exported("box.conf", {"--picons"}).err,
+            "chlist: export: --picons: vdr has no pictures; a folder of Enigma2 has: see `chlist help export`\n");
+}
+
 TEST_F(Export, AnEmptyFolderMakesPlace) {
   std::filesystem::create_directory(dir.path() + "box");
 

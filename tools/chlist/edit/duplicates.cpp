@@ -5,10 +5,10 @@
 #include <string_view>
 #include <utility>
 
-#include "chlist/edit/arrangement.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
 #include "chlist/edit/service_edits.h"
+#include "chlist/edit/view_order.h"
 #include "chlist/first_of_a_kind.h"
 #include "chlist/line_up/duplicates.h"
 #include "chlist/line_up/list_line_up.h"

@@ -188,18 +188,18 @@ class planned_numbers {
       }
     }
     if (!collisions.empty()) {
-      const std::size_t told = std::min(collisions.size(), most_told);
-      throw std::runtime_error(
-          fmt::format("{} would belong to two services:{}{}", counted(collisions.size(), "number"),
-                      fmt::join(collisions.begin(), collisions.begin() + static_cast<std::ptrdiff_t>(told), ""),
-                      told < collisions.size() ? fmt::format("\n  and {} more", collisions.size() - told) : ""));
+      const std::size_t shown_count = std::min(collisions.size(), most_shown);
+      throw std::runtime_error(fmt::format(
+          "{} would belong to two services:{}{}", counted(collisions.size(), "number"),
+          fmt::join(collisions.begin(), collisions.begin() + static_cast<std::ptrdiff_t>(shown_count), ""),
+          shown_count < collisions.size() ? fmt::format("\n  and {} more", collisions.size() - shown_count) : ""));
     }
   }
 
   [[nodiscard]] const std::vector<channel_number> &numbers() const { return numbers_; }
 
  private:
-  static constexpr std::size_t most_told = 20;
+  static constexpr std::size_t most_shown = 20;
 
   [[nodiscard]] std::vector<std::size_t> chosen(const plan_selection &selection) const {
     if (selection.favourites) {

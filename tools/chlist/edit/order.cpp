@@ -11,13 +11,13 @@
 #include <stdexcept>
 #include <utility>
 
-#include "chlist/edit/arrangement.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
 #include "chlist/edit/favourite_groups.h"
 #include "chlist/edit/paired_lists.h"
 #include "chlist/edit/renumbering.h"
 #include "chlist/edit/service_edits.h"
+#include "chlist/edit/view_order.h"
 #include "chlist/exchange/any_list.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"

@@ -11,11 +11,13 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/list_source.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/input_file.h"
+#include "chlist/files/standard_streams.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"
 
@@ -31,11 +33,23 @@ channel_file file_of(const fs::path &path, std::string_view text) {
 
 any_list filled(const list_source &source, const format &from) {
   loss_counts lost;
-  const filled_list made = fill_list(reading(source, [&] { return from.read(source, lost); }), lost);
+  const line_up read = reading(source, [&] { return from.read(source, lost); });
+  const filled_list made = fill_list(read, lost);
   any_list result = {line_up_in_memory(), made.left_out};
+  put_back(result.list, companion_of_services(read.services, made.filed, result.list));
   reset_channel_list();
   if (!made.skipped.empty()) {
     result.notes.push_back(counted(made.skipped.size(), "line") + " skipped");
+  }
+  return result;
+}
+
+any_list with_companion(const fs::path &path) {
+  any_list result = {line_up_in(channel_file(path)), {}};
+  try {
+    put_back(result.list, companion_beside(path).value_or(companion()));
+  } catch (const bad_companion &error) {
+    result.notes.emplace_back(error.what());
   }
   return result;
 }
@@ -50,8 +64,8 @@ any_list list_of_format(const list_source &source) {
 
 any_list list_at(const fs::path &path) {
   std::error_code unseen;
-  if (fs::is_regular_file(path, unseen) && is_channel_file(read_beginning(path, 2))) {
-    return {line_up_in(channel_file(path)), {}};
+  if (!is_standard_stream(path) && fs::is_regular_file(path, unseen) && is_channel_file(read_beginning(path, 2))) {
+    return with_companion(path);
   }
   return list_of_format(source_at(path));
 }
@@ -64,7 +78,9 @@ any_list read_any_list(const fs::path &path) {
     throw std::runtime_error(path.string() + ": there is no service in it");
   }
   for (std::string &note : read.notes) {
-    note.insert(0, path.string() + ": ");
+    if (!note.starts_with(path.string())) {
+      note.insert(0, path.string() + ": ");
+    }
   }
   return read;
 }

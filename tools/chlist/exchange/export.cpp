@@ -146,6 +146,9 @@ int run_export(const export_options &options) {
   input.must_not_be(options.output);
   export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}, .beside = {}};
   must_be_one_file(options, result.to);
+  if (options.writing.names_picons && !result.to.is_folder) {
+    throw usage_error(fmt::format("--picons: {} has no pictures; a folder of Enigma2 has", result.to.name));
+  }
   if (result.to.from_channel_file != nullptr) {
     export_whole_file(input, options, result.to);
   } else {
@@ -213,6 +216,9 @@ command export_command() {
            {.names = "--favourites",
             .target = &options->writing.is_by_favourites,
             .about = "M3U: group by favourite groups, not by providers"},
+           {.names = "--picons",
+            .target = &options->writing.names_picons,
+            .about = "Enigma2: write picons.csv as well, with the name of each service's picture"},
            {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
       .run = [options] { return run_export(*options); }};
 }

@@ -13,6 +13,7 @@
 
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/broadcast_service.h"
+#include "chlist/exchange/enigma2/picons.h"
 #include "chlist/exchange/layout/weave.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
@@ -328,6 +329,9 @@ exported_list export_list(const records_of_list &list, const companion &kept, co
   }
   made.services = written.services.size();
   made.files = std::move(written.files);
+  if (options.names_picons) {
+    made.files.push_back(picons_of(made.files.front().text));
+  }
   return made;
 }
 

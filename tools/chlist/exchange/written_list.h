@@ -16,8 +16,9 @@ using made_file = named_text;
 
 // What the command line says of how a file is made.
 struct write_options {
-  std::string columns;  // of CSV: columns by name, all of them when empty
-  std::string url;      // of M3U: the address of a service, with fields in braces; the format's own when empty
+  std::string columns;        // of CSV: columns by name, all of them when empty
+  std::string url;            // of M3U: the address of a service, with fields in braces; the format's own when empty
+  bool names_picons = false;  // of Enigma2: a file with the names of services' pictures
   bool is_by_favourites = false;  // of M3U: groups are the favourite groups, not the providers
 };
 

@@ -59,15 +59,15 @@ bool is_value_of(tuning_parameter parameter, std::string_view value) {
 
 std::string_view name_of_stream(stream_kind kind) { return stream_kinds[static_cast<std::size_t>(kind)]; }
 
-void take_further(further_facts &known, const further_facts &told) {
-  if (!told.tuned.empty()) {
-    known.tuned = told.tuned;
+void take_further(further_facts &known, const further_facts &newer) {
+  if (!newer.tuned.empty()) {
+    known.tuned = newer.tuned;
   }
-  if (!told.streams.empty()) {
-    known.streams = told.streams;
+  if (!newer.streams.empty()) {
+    known.streams = newer.streams;
   }
-  if (!told.ca_ids.empty()) {
-    known.ca_ids = told.ca_ids;
+  if (!newer.ca_ids.empty()) {
+    known.ca_ids = newer.ca_ids;
   }
 }
 

@@ -77,6 +77,6 @@ struct further_facts {
 };
 
 // What is told wins over what was known.
-void take_further(further_facts &known, const further_facts &told);
+void take_further(further_facts &known, const further_facts &newer);
 
 }  // namespace chlist

@@ -230,11 +230,11 @@ class merge {
 
   // What moves is told when it has moved.
   void tell_of_renamed_and_doubtful() {
-    rescan_report told = report_of(again_, own_, scanned_);
-    for (service_rename &each : told.renamed) {
+    rescan_report changes = report_of(again_, own_, scanned_);
+    for (service_rename &each : changes.renamed) {
       outcome_.renamed.push_back({std::move(each), {}});
     }
-    for (service_doubt &each : told.doubtful) {
+    for (service_doubt &each : changes.doubtful) {
       outcome_.doubtful.push_back({std::move(each), {}});
     }
   }

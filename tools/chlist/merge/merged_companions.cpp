@@ -30,18 +30,18 @@ class fact_merge {
     }
   }
 
-  void take(companion_service told, const std::vector<paired_source> &sources) {
-    told.id.net_index = renumbered(told.id.net_index, sources);
-    const std::vector<std::size_t> found = finder_.named(identity_text(told.id));
+  void take(companion_service scanned, const std::vector<paired_source> &sources) {
+    scanned.id.net_index = renumbered(scanned.id.net_index, sources);
+    const std::vector<std::size_t> found = finder_.named(identity_text(scanned.id));
     if (found.empty()) {
       return;
     }
-    told.id = list_.services[found.front()].id();
-    const auto [known, is_new] = places_.emplace(identity_text(told.id), made_.services.size());
+    scanned.id = list_.services[found.front()].id();
+    const auto [known, is_new] = places_.emplace(identity_text(scanned.id), made_.services.size());
     if (is_new) {
-      made_.services.push_back(std::move(told));
+      made_.services.push_back(std::move(scanned));
     } else {
-      take_further(made_.services[known->second].further, told.further);
+      take_further(made_.services[known->second].further, scanned.further);
     }
   }
 

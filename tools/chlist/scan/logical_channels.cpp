@@ -17,23 +17,23 @@ constexpr int last_for_moved = 999;
 
 bool is_shown(int number) { return number > 0 && number <= largest_channel_number; }
 
-numbers numbers_told(const std::vector<number_claim> &claims) {
-  numbers told;
+numbers claimed_numbers(const std::vector<number_claim> &claims) {
+  numbers claimed;
   for (const number_claim &each : claims) {
-    told.push_back(each.number && is_shown(*each.number) ? each.number : std::nullopt);
+    claimed.push_back(each.number && is_shown(*each.number) ? each.number : std::nullopt);
   }
-  return told;
+  return claimed;
 }
 
 void give_twins_numbers(const std::vector<number_claim> &claims, numbers &all) {
-  const numbers told = all;
+  const numbers claimed = all;
   for (std::size_t service = 0; service < claims.size(); ++service) {
     const std::optional<int> wanted = claims[service].simulcast;
-    if (!wanted || !is_shown(*wanted) || wanted == told[service]) {
+    if (!wanted || !is_shown(*wanted) || wanted == claimed[service]) {
       continue;
     }
-    if (const auto twin = std::ranges::find(told, wanted); twin != told.end()) {
-      all[static_cast<std::size_t>(twin - told.begin())] = told[service];
+    if (const auto twin = std::ranges::find(claimed, wanted); twin != claimed.end()) {
+      all[static_cast<std::size_t>(twin - claimed.begin())] = claimed[service];
     }
     all[service] = wanted;
   }
@@ -51,7 +51,7 @@ int free_number(const std::map<int, std::size_t> &taken) {
 }  // namespace
 
 settled_numbers settle(const std::vector<number_claim> &claims) {
-  settled_numbers made{numbers_told(claims)};
+  settled_numbers made{claimed_numbers(claims)};
   give_twins_numbers(claims, made.numbers);
   std::vector<std::size_t> order(claims.size());
   std::iota(order.begin(), order.end(), std::size_t{0});

@@ -113,10 +113,10 @@ own_stream own_stream_of(const capture &from, const scan_options &options) {
   }
   // The tables of a cable network may call the stream's origin differently.
   const auto exactly = delivery_of(tables, stream.network_id, stream.ts_id);
-  const auto told = exactly ? exactly : delivery_of(tables, std::nullopt, stream.ts_id);
+  const auto found = exactly ? exactly : delivery_of(tables, std::nullopt, stream.ts_id);
   const auto around = reception_of_network(tables);
-  stream.where = told.value_or(delivery_facts{});
-  stream.source = told         ? source_of(told->from)
+  stream.where = found.value_or(delivery_facts{});
+  stream.source = found        ? source_of(found->from)
                   : around     ? source_of(*around)
                   : from.tuned ? source_of(reception_tuned(*from.tuned))
                                : "";

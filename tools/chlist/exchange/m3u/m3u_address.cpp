@@ -81,7 +81,7 @@ std::optional<std::int64_t> number_told(const field &which, std::string_view tex
 }  // namespace
 
 // Identities are whole; of other fields nothing may be said.
-bool address_template::told::is_value() const {
+bool address_template::field_value::is_value() const {
   if (of.which == nullptr || of.which->text != nullptr || of.which->set_number == nullptr) {
     return true;
   }
@@ -89,7 +89,7 @@ bool address_template::told::is_value() const {
                       : number_told(*of.which, text, of.is_hexadecimal).has_value();
 }
 
-void address_template::told::set(line_up_service &service) const {
+void address_template::field_value::set(line_up_service &service) const {
   if (of.which == nullptr || text.empty()) {
     return;
   }
@@ -161,7 +161,7 @@ std::string address_template::filled_in(const line_up &list, const line_up_servi
   return address;
 }
 
-bool address_template::fits(std::size_t at, std::string_view address, std::vector<told> &values) const {
+bool address_template::fits(std::size_t at, std::string_view address, std::vector<field_value> &values) const {
   const part &each = parts_[at];
   if (!address.starts_with(each.text)) {
     return false;
@@ -187,11 +187,11 @@ bool address_template::fits(std::size_t at, std::string_view address, std::vecto
 }
 
 bool address_template::read(std::string_view address, line_up_service &service) const {
-  std::vector<told> values;
+  std::vector<field_value> values;
   if (!fits(0, address, values)) {
     return false;
   }
-  std::ranges::for_each(values, [&service](const told &each) { each.set(service); });
+  std::ranges::for_each(values, [&service](const field_value &each) { each.set(service); });
   return true;
 }
 

@@ -32,7 +32,7 @@ class address_template {
     const field *which = nullptr;  // null: any text, or nothing behind the last part
     bool is_hexadecimal = false;
   };
-  struct told {
+  struct field_value {
     const part &of;
     std::string_view text;
 
@@ -42,7 +42,7 @@ class address_template {
 
   address_template() = default;
   static part part_of(std::string text, std::string_view named);
-  bool fits(std::size_t at, std::string_view address, std::vector<told> &values) const;
+  bool fits(std::size_t at, std::string_view address, std::vector<field_value> &values) const;
 
   std::vector<part> parts_;
 };

@@ -1,6 +1,6 @@
 // The library moves entries one at a time, each past all the others. A whole order is written into the entries, as
 // hosts write numbers, which moves each of them once.
-#include "chlist/edit/arrangement.h"
+#include "chlist/edit/view_order.h"
 
 #include <algorithm>
 #include <utility>
