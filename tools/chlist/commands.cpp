@@ -31,7 +31,7 @@ std::vector<topic> topics() {
           {"To mend it and to bring it up to date", {check_command, salvage_command, convert_command, merge_command}},
           {"To exchange it", {import_command, export_command}},
           {"To edit it",
-           {edit<rename_edit>, edit<renumber_edit>, edit<lock_edit>, edit<unlock_edit>, edit<skip_edit>,
+           {editor_command, edit<rename_edit>, edit<renumber_edit>, edit<lock_edit>, edit<unlock_edit>, edit<skip_edit>,
             edit<unskip_edit>, fav_command, edit<remove_edit>, edit<keep_edit>, edit<move_edit>, edit<sort_edit>,
             edit<set_edit>, edit<apply_edit>}},
           {"To learn more", {help_command}}};

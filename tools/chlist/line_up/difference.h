@@ -41,7 +41,14 @@ std::vector<change> differences(const line_up &before, const line_up &after);
 // {"services": {"added": [...], "removed": [...], "changed": [...]}, "others": [...]}
 json json_of_differences(const std::vector<change> &changes);
 
-// The same as text on standard output: "no differences", or what there is, line by line.
+// The same as text: "no differences", or what there is, line by line.
+struct difference_line {
+  std::size_t depth = 0;  // 0: a heading
+  std::string text;
+};
+std::vector<difference_line> lines_of_differences(const std::vector<change> &changes);
+
+// On standard output.
 void print_differences(const std::vector<change> &changes);
 
 }  // namespace chlist

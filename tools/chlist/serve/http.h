@@ -30,7 +30,7 @@ struct http_answer {
   int status = 200;
   std::string type = "text/plain; charset=utf-8";
   std::string body;
-  http_headers headers;
+  http_headers headers = {};
 };
 
 struct http_site {

@@ -35,7 +35,7 @@ const columns = [
   { key: 'number', title: 'No.', width: 4, isNumber: true, value: (each) => (each.major ?? 0) + each.minor / 65536,
     show: (each) => each.number },
   { key: 'name', title: 'Name', width: 0, value: ofService((of) => of.name) },
-  { key: 'type', title: 'Type', width: 4.5, value: ofService((of) => typeName(of.type)) },
+  { key: 'type', title: 'Type', width: 4.5, value: ofService((of) => of.typeName) },
   { key: 'provider', title: 'Provider', width: 10, value: ofService((of) => of.provider) },
   { key: 'marks', title: 'Marks', width: 11, value: markRank, cell: marks },
   { key: 'genre', title: 'Genre', width: 7.5, value: ofService((of) => of.genre), isShown: has((of) => of.genre) },
