@@ -58,7 +58,10 @@ class Browser:
         return self._call("POST", self.session + path, body)
 
     def open(self, path):
-        self._post("/url", url=f"file://{path}")
+        self.visit(f"file://{path}")
+
+    def visit(self, address):
+        self._post("/url", url=address)
 
     def run(self, script, *arguments):
         """The result of a function body in the page."""

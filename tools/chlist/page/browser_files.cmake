@@ -1,6 +1,6 @@
 # What browsers get, below the tool's folder; styles and scripts in the order in which the browser reads them. The report
 # holds all of its files within one page; the editor serves each by its name.
-set(shared_files page/browser/elements.js page/browser/model.js)
+set(shared_files page/browser/elements.js page/browser/model.js page/browser/marks.js)
 set(report_files
   page/browser/page.html
   page/browser/page.css page/browser/sections.css page/browser/table.css page/browser/details.css

@@ -5,26 +5,6 @@ const extraRows = 8;
 
 const pidText = (pid) => (pid === unsetPid ? '' : `${pid}`);
 
-const badge = (text, kind, title = null) => make('span', { class: `badge ${kind}`, title }, text);
-
-function marks({ service: of }) {
-  if (!of) {
-    return [badge('no service', 'bad')];
-  }
-  const made = of.favourites.length > 0 ? [badge('★', 'star', of.favourites.join(', '))] : [];
-  for (const [bit, text, kind] of [
-    [scrambled, 'scrambled', 'key'],
-    [locked, 'locked', 'lock'],
-    [skipped, 'skipped', 'skip'],
-    [carriesData, 'data', 'plain'],
-  ]) {
-    if (of.flag & bit) {
-      made.push(badge(text, kind));
-    }
-  }
-  return made;
-}
-
 const markRank = ({ service: of }) => (of ? (of.flag & (scrambled | locked | skipped | carriesData)) + 1 : 0);
 const ofService = (value) => (each) => (each.service ? value(each.service) : '');
 const pid = (name) => (each) => (each.service && each.service.pids[name] !== unsetPid ? each.service.pids[name] : null);
