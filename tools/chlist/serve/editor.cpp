@@ -96,8 +96,11 @@ bool is_to_end(editor_site &site, ending_signals &signals) {
   }
   if (answer.starts_with('s')) {
     try_to_save(site);
-    return is_all_saved(site);
   }
+  if (answer.starts_with('s') && is_all_saved(site)) {
+    return true;
+  }
+  std::cerr << "The editor goes on.\n";
   return false;
 }
 

@@ -93,6 +93,14 @@ std::vector<service_row> rows_of_services(const line_up &list) {
   return rows;
 }
 
+// Lines are edits: a word that goes on in the next line would be another edit.
+std::string word_of(const json &word) {
+  if (word.as_string().find_first_of("\r\n") != std::string::npos) {
+    throw std::runtime_error("a word has a line break in it");
+  }
+  return word.as_string();
+}
+
 // "edits": words, a list for each line, or "text": lines as people write them.
 std::string lines_asked(const json &asked) {
   if (const json *text = asked.find("text")) {
@@ -101,7 +109,7 @@ std::string lines_asked(const json &asked) {
   std::string lines;
   for (const json &edit : asked["edits"].elements()) {
     std::vector<std::string> words;
-    std::ranges::transform(edit.elements(), std::back_inserter(words), &json::as_string);
+    std::ranges::transform(edit.elements(), std::back_inserter(words), word_of);
     lines.append(line_of_words(words)) += '\n';
   }
   return lines;

@@ -2,6 +2,7 @@
 // library that brings them through sockets.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -39,15 +40,15 @@ struct http_site {
   std::function<http_answer(const http_request &request)> answer;
 };
 
-// Both are bounded, whoever sends them: bytes of a whole request, and seconds that it may take to come in.
+// Both are bounded, whoever sends them: bytes of a whole request, and the time that it may take to come in.
 inline constexpr std::size_t largest_request = std::size_t{4} << 20U;
-inline constexpr int longest_request_seconds = 10;
+inline constexpr std::chrono::milliseconds longest_request(10'000);
 
 // Requests are answered in threads of the server's own, one request a connection.
 class http_server {
  public:
   // Listens on a port of the loopback address; 0: one that is free. Throws when it cannot be had.
-  explicit http_server(int port);
+  explicit http_server(int port, std::chrono::milliseconds longest = longest_request);
   ~http_server();
   http_server(const http_server &) = delete;
   http_server &operator=(const http_server &) = delete;

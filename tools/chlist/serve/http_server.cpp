@@ -21,15 +21,15 @@ using clock = std::chrono::steady_clock;
 
 constexpr const char *loopback = "127.0.0.1";
 constexpr std::size_t answering_threads = 16;
+constexpr int waiting_connections = 128;
 constexpr int slice_ms = 50;  // after which it is seen that the server stops
-constexpr std::chrono::seconds time_of_request(longest_request_seconds);
 constexpr std::chrono::milliseconds time_to_linger(500);
 
 // A connection that ends when its time is over, or the server stops.
 class timed_stream : public httplib::Stream {
  public:
-  timed_stream(int socket, const std::atomic<bool> &is_stopping)
-      : socket_(socket), is_stopping_(is_stopping), end_(clock::now() + time_of_request) {}
+  timed_stream(int socket, std::chrono::milliseconds time, const std::atomic<bool> &is_stopping)
+      : socket_(socket), time_(time), is_stopping_(is_stopping), end_(clock::now() + time) {}
   timed_stream(const timed_stream &) = delete;
   timed_stream &operator=(const timed_stream &) = delete;
 
@@ -49,7 +49,7 @@ class timed_stream : public httplib::Stream {
   // An answer has as much time again.
   ssize_t write(const char *from, std::size_t size) override {
     if (!std::exchange(is_answering_, true)) {
-      end_ = clock::now() + time_of_request;
+      end_ = clock::now() + time_;
     }
     return is_writable() ? ::send(socket_, from, size, MSG_NOSIGNAL) : -1;
   }
@@ -82,6 +82,7 @@ class timed_stream : public httplib::Stream {
   }
 
   int socket_;
+  std::chrono::milliseconds time_;
   const std::atomic<bool> &is_stopping_;
   clock::time_point end_;
   std::size_t read_ = 0;
@@ -110,7 +111,7 @@ void reuse_address(int socket) {
 
 class http_server::listener : public httplib::Server {
  public:
-  listener() {
+  explicit listener(std::chrono::milliseconds longest) : longest_(longest) {
     set_socket_options(reuse_address);
     set_payload_max_length(largest_request);
     new_task_queue = [] { return new httplib::ThreadPool(answering_threads); };
@@ -118,6 +119,13 @@ class http_server::listener : public httplib::Server {
   listener(const listener &) = delete;
   listener &operator=(const listener &) = delete;
   ~listener() override { finish(); }
+
+  // Returns the port, or -1. The library lets five connections wait; a browser opens more at once, and each that finds
+  // no room comes a second later.
+  int bind(int port) {
+    const int bound = port == 0 ? bind_to_any_port(loopback) : bind_to_port(loopback, port) ? port : -1;
+    return bound > 0 && ::listen(svr_sock_, waiting_connections) == 0 ? bound : -1;
+  }
 
   void serve(const http_site &site) {
     set_pre_routing_handler([site](const httplib::Request &request, httplib::Response &response) {
@@ -151,7 +159,7 @@ class http_server::listener : public httplib::Server {
 
  private:
   bool process_and_close_socket(socket_t socket) override {
-    timed_stream stream(socket, is_stopping_);
+    timed_stream stream(socket, longest_, is_stopping_);
     bool is_closed = false;
     const bool is_answered = process_request(stream, true, is_closed, [](httplib::Request & /*request*/) {});
     stream.linger();
@@ -159,17 +167,15 @@ class http_server::listener : public httplib::Server {
     return is_answered;
   }
 
+  std::chrono::milliseconds longest_;
   std::atomic<bool> is_stopping_ = false;
   std::atomic<bool> has_ended_ = false;
   std::thread thread_;
 };
 
-http_server::http_server(int port) : listener_(std::make_unique<listener>()) {
-  if (port == 0) {
-    port_ = listener_->bind_to_any_port(loopback);
-  } else {
-    port_ = listener_->bind_to_port(loopback, port) ? port : -1;
-  }
+http_server::http_server(int port, std::chrono::milliseconds longest)
+    : listener_(std::make_unique<listener>(longest)) {
+  port_ = listener_->bind(port);
   if (port_ <= 0) {
     throw std::runtime_error("port " + std::to_string(port) + " of " + loopback + " cannot be had");
   }

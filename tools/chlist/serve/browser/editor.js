@@ -71,7 +71,7 @@ function showLeft({ left }) {
   notices.clear(left ? '' : 'left');
   if (left && !document.querySelector('.notice.left')) {
     const fits = left.is_of_this_list ? '' : ' The file is another one since then.';
-    notices.tell('left', `${counted(left.steps, 'step')} of the last time were not saved.${fits}`,
+    notices.tell('left', `Not saved the last time: ${counted(left.steps, 'edit')}.${fits}`,
                  notices.button('Take them', () => callWithFailures('take-left')),
                  notices.button('Drop them', () => callWithFailures('drop-left')));
   }
