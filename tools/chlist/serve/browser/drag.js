@@ -31,7 +31,7 @@ const drag = {
     if (line && isHeld && event.button === 0) {
       this.pressed = { x: event.clientX, y: event.clientY, pane, index: Number(line.dataset.index) };
       if (event.pointerType !== 'mouse') {
-        event.target.setPointerCapture?.(event.pointerId);
+        pane.box.setPointerCapture(event.pointerId);  // its row may be made anew
       }
     }
   },

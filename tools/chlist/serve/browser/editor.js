@@ -105,10 +105,14 @@ const actions = {
   sort: () => dialogs.sort(),
 };
 
-function showSelection(pane) {
-  edits.active = pane;
-  const { size } = pane.selected;
+function showSelection() {
+  const { size } = edits.active.selected;
   find('selected-count').textContent = size === 0 ? '' : `${grouped.format(size)} selected`;
+}
+
+function activate(pane) {
+  edits.active = pane;
+  showSelection();
 }
 
 // Digits, one after another, are a position; Enter goes there.
@@ -218,7 +222,7 @@ function showPane(isKnown) {
   find('show-arranged').setAttribute('aria-pressed', `${!isKnown}`);
   find('show-known').setAttribute('aria-pressed', `${isKnown}`);
   (isKnown ? edits.right : edits.left).render();
-  showSelection(isKnown ? edits.right : edits.left);
+  activate(isKnown ? edits.right : edits.left);
 }
 
 function moveGroup(by) {
@@ -243,9 +247,9 @@ async function lookNowAndThen() {
 }
 
 function start() {
-  const onSelect = showSelection;
-  edits.left = new Pane('arranged-list', { marks, onAction: () => edits.rename(edits.left), onSelect });
-  edits.right = new Pane('known-list', { marks, onAction: () => edits.addToShown(), onSelect });
+  const told = { marks, onActive: activate, onSelect: showSelection };
+  edits.left = new Pane('arranged-list', { ...told, onAction: () => edits.rename(edits.left) });
+  edits.right = new Pane('known-list', { ...told, onAction: () => edits.addToShown() });
   edits.active = edits.left;
   arranged.start();
   arranged.onShow = () => {

@@ -4,8 +4,9 @@
 const extraRows = 6;
 
 class Pane {
-  constructor(id, { marks, onAction, onSelect }) {
-    Object.assign(this, { id, marks, onAction, onSelect });
+  // onAction: a row was opened; onActive: the list has the focus; onSelect: other rows are selected, or current.
+  constructor(id, { marks, onAction, onActive, onSelect }) {
+    Object.assign(this, { id, marks, onAction, onActive, onSelect });
     this.box = find(id);
     this.space = make('div', { class: 'space', role: 'presentation' });
     this.box.append(this.space);
@@ -14,6 +15,7 @@ class Pane {
     this.current = 0;
     this.anchor = 0;
     this.rowHeight = 40;
+    this.lines = new Map();  // the elements of rows in sight, by what they show
     this.listen();
   }
 
@@ -26,7 +28,8 @@ class Pane {
         this.onAction('open');
       }
     });
-    this.box.addEventListener('focus', () => this.onSelect(this));
+    this.box.addEventListener('focus', () => this.onActive(this));
+    this.box.addEventListener('pointerdown', () => this.onActive(this));
     new ResizeObserver(() => this.renderSoon()).observe(this.box);
   }
 
@@ -43,7 +46,7 @@ class Pane {
       this.box.scrollTop = 0;
     }
     this.render();
-    this.onSelect(this);
+    this.onSelect();
   }
 
   renderSoon() {
@@ -58,15 +61,19 @@ class Pane {
     this.space.style.height = `${this.rows.length * height}px`;
     const first = Math.max(Math.floor(this.box.scrollTop / height) - extraRows, 0);
     const last = Math.min(first + Math.ceil(this.box.clientHeight / height) + 2 * extraRows, this.rows.length);
-    const made = [];
+    const lines = new Map();
     for (let i = first; i < last; ++i) {
-      made.push(this.line(i));
+      const shown = this.lineFor(i);
+      lines.set(shown.row.key, shown);
     }
+    this.lines = lines;
     this.placeEdited();
+    const made = [...lines.values()].map(({ line }) => line);
     this.space.replaceChildren(...made);
     const measured = made[0]?.getBoundingClientRect().height;
     if (measured && Math.abs(measured - height) > 0.5) {
       this.rowHeight = measured;
+      this.lines.clear();
       this.render();
       return;
     }
@@ -83,6 +90,14 @@ class Pane {
     if (this.edited) {
       this.edited.input.style.top = `${this.box.offsetTop + this.edited.index * this.rowHeight - this.box.scrollTop}px`;
     }
+  }
+
+  // The element that is there already, when it shows the same.
+  lineFor(index) {
+    const row = this.rows[index];
+    const state = `${index} ${this.rows.length} ${this.selected.has(row.key)} ${index === this.current}`;
+    const before = this.lines.get(row.key);
+    return before?.row === row && before.state === state ? before : { row, state, line: this.line(index) };
   }
 
   line(index) {
@@ -145,7 +160,7 @@ class Pane {
     const room = this.box.clientHeight - this.rowHeight;
     this.box.scrollTop = Math.min(Math.max(this.box.scrollTop, top - room), top);
     this.render();
-    this.onSelect(this);
+    this.onSelect();
   }
 
   onKey(event) {
