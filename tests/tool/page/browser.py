@@ -104,8 +104,10 @@ class Browser:
     def drag(self, start, end, below=0, kind="mouse", hold=0):
         """From the middle of an element to so many pixels below the middle of another one."""
         def move(selector, y, duration):
-            at = self.run("""const { left, top, width, height } = document.querySelector(arguments[0])
-                             .getBoundingClientRect(); return [left + width / 2, top + height / 2]""", selector)
+            at = self.run("""const element = document.querySelector(arguments[0]);
+                             element.scrollIntoView({ block: 'nearest', inline: 'nearest' });
+                             const { left, top, width, height } = element.getBoundingClientRect();
+                             return [left + width / 2, top + height / 2]""", selector)
             return {"type": "pointerMove", "duration": duration, "x": round(at[0]), "y": round(at[1] + y)}
         steps = [move(start, 0, 0), {"type": "pointerDown", "button": 0}, move(start, 8, 50), move(end, below, 150),
                  {"type": "pause", "duration": hold}, {"type": "pointerUp", "button": 0}]

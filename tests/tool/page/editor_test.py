@@ -183,6 +183,12 @@ class Dragging(Page):
         self.tab("Films")
         self.assertEqual(self.names(), ["Two", "Three", "Four"])
 
+    def test_makes_a_group_of_what_is_dropped_there(self):
+        shown.drag(self.row(2), "#new-group")
+        self.dialog(name="New")
+        self.assertEqual(shown.run("return arranged.view.title"), "New")
+        self.assertEqual(self.names(), ["Three"])
+
     def test_opens_a_tab_that_it_rests_on(self):
         self.tab("Films")
         shown.drag(self.row(0, "known-list"), "#tab-5", hold=900)
@@ -384,6 +390,7 @@ class Safety(Page):
         first = shown.new_window()
         shown.visit(self.editor.address)
         self.wait_for("return edits.left?.rows.length === 6")
+        shown.run("server.look = async () => {}")
         second = shown.window()
         shown.show_window(first)
         self.focus()
@@ -391,10 +398,9 @@ class Safety(Page):
         self.settle()
         shown.show_window(second)
         shown.run("edits.left.box.focus(); edits.step(1)")
-        self.settle()
         self.wait_for("return edits.left.rows.length === 5")
-        self.assertIn("another window", shown.run("return notices.last ?? ''") + shown.run(
-            "return document.getElementById('notices').textContent + 'another window'"))
+        self.wait_for("return document.getElementById('notices').textContent.includes('in another window')")
+        self.assertEqual(self.lines().count("\n"), 1)
         shown.run("server.state.is_saved = true")
         shown.close_window()
         shown.show_window(first)
@@ -423,7 +429,6 @@ class Safety(Page):
         self.focus()
         shown.press("delete")
         self.settle()
-        other = sample_lists.LISTS["empty"]()
         subprocess.run([CHLIST, "rename", self.path, "Two", "Deux"], check=True, stdout=subprocess.DEVNULL)
         other = self.path.read_bytes()
         shown.press_with("control", "s")
@@ -509,7 +514,8 @@ class Largest(Page):
         self.assertLessEqual(shown.run(OVERFLOW), 0)
         shown.click("#show-known")
         shown.type("#search", "service 4999")
-        self.assertEqual(self.names("known-list"), ["Service 4999 Quarz"[:12] + self.names("known-list")[0][12:]])
+        self.assertEqual(len(self.names("known-list")), 1)
+        self.assertTrue(self.names("known-list")[0].startswith("Service 4999 "))
 
 
 class Looks(Page):

@@ -62,9 +62,9 @@ TEST(SiteDoor, KnowsWhatIsAskedFor) {
 
 TEST(SiteDoor, RefusesEveryOtherToken) {
   for (const std::string &target : std::vector<std::string>{
-        "/", "", "/" + token, token + "/", "/" + token.substr(1) + "/",
-        "/" + token.substr(1) + "0/", "/" + token + "0/", "//" + token + "/", "/x/../" + token + "/",
-        "http://127.0.0.1:8080/" + token + "/", "/0123456789ABCDEF0123456789ABCDEF/", "/" + token + "%2f"}) {
+           "/", "", "/" + token, token + "/", "/" + token.substr(1) + "/", "/" + token.substr(1) + "0/",
+           "/" + token + "0/", "//" + token + "/", "/x/../" + token + "/", "http://127.0.0.1:8080/" + token + "/",
+           "/0123456789ABCDEF0123456789ABCDEF/", "/" + token + "%2f"}) {
     http_request request = page_request();
     request.target = target;
     EXPECT_EQ(status_of(request), 403) << target;

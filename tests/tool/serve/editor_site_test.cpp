@@ -63,8 +63,8 @@ TEST_F(EditorSite, ServesEveryFileThatThePageNames) {
 }
 
 TEST_F(EditorSite, ServesNothingElse) {
-  for (const char *name : {"../editor.js", "..%2feditor.js", "/etc/passwd", "editor.js/", "EDITOR.JS", "edit", "list.dat",
-                           "editor.js?x", "%65ditor.js", "page.html"}) {
+  for (const char *name : {"../editor.js", "..%2feditor.js", "/etc/passwd", "editor.js/", "EDITOR.JS", "edit",
+                           "list.dat", "editor.js?x", "%65ditor.js", "page.html"}) {
     EXPECT_EQ(get(name).status, 404) << name;
     EXPECT_EQ(post(name, "{}").status, std::string_view(name) == "edit" ? 400 : 404) << name;
   }
@@ -103,8 +103,8 @@ TEST_F(EditorSite, GivesAWholePartOfAnotherLength) {
 // A page that puts every update in its place has the list as it is.
 TEST_F(EditorSite, UpdatesBringAPageToTheListAsItIs) {
   json page = json::parse(get("list").body)["list"];
-  for (const char *text : {"rename News Daily", "fav new Sports", "fav add Sports Sport", "remove Films", "sort --by name",
-                           "fav delete Best", "lock --where 'type=radio'"}) {
+  for (const char *text : {"rename News Daily", "fav new Sports", "fav add Sports Sport", "remove Films",
+                           "sort --by name", "fav delete Best", "lock --where 'type=radio'"}) {
     const json answer = edit(text);
     for (const json::member &part : answer["update"].members()) {
       if (const json *all = part.value.find("all")) {
@@ -138,9 +138,10 @@ TEST_F(EditorSite, RefusesPagesThatShowAnotherList) {
 }
 
 TEST_F(EditorSite, RefusesBodiesThatItCannotRead) {
-  for (const char *body : {"", "{", "[]", "null", "{}", R"({"revision": "1", "text": "lock News"})",
-                           R"({"revision": 1})", R"({"revision": 1, "text": 7})", R"({"revision": 1, "edits": [["lock", 1]]})",
-                           R"({"revision": 1, "edits": [[]]})", "\xff\xfe"}) {
+  for (const char *body :
+       {"", "{", "[]", "null", "{}", R"({"revision": "1", "text": "lock News"})", R"({"revision": 1})",
+        R"({"revision": 1, "text": 7})", R"({"revision": 1, "edits": [["lock", 1]]})",
+        R"({"revision": 1, "edits": [[]]})", "\xff\xfe"}) {
     const http_answer answer = post("edit", body);
     EXPECT_TRUE(answer.status == 400 || answer.status == 409 || session->is_saved()) << body << answer.body;
     EXPECT_TRUE(session->is_saved()) << body;

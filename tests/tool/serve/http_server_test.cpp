@@ -22,13 +22,15 @@ using serve_test::client;
 class HttpServer : public testing::Test {
  protected:
   void SetUp() override {
-    server.start({[](const http_request &head) -> std::optional<http_answer> {
-                    return head.target.starts_with("/in") ? std::nullopt : std::optional(http_answer{403, "text/plain", "no", {}});
-                  },
-                  [this](const http_request &request) {
-                    ++answered;
-                    return http_answer{200, "text/plain", request.method + ' ' + request.target + ' ' + request.body, {}};
-                  }});
+    server.start(
+        {[](const http_request &head) -> std::optional<http_answer> {
+           return head.target.starts_with("/in") ? std::nullopt
+                                                 : std::optional(http_answer{403, "text/plain", "no", {}});
+         },
+         [this](const http_request &request) {
+           ++answered;
+           return http_answer{200, "text/plain", request.method + ' ' + request.target + ' ' + request.body, {}};
+         }});
   }
 
   std::string asked(std::string_view request) const {
@@ -78,7 +80,8 @@ TEST_F(HttpServer, TakesNothingBehindARequestForAnotherOne) {
 
 TEST_F(HttpServer, RefusesLargeBodies) {
   const client one(server.port());
-  one.send("POST /in HTTP/1.1\r\nHost: x\r\nContent-Length: " + std::to_string(chlist::largest_request + 1) + "\r\n\r\n");
+  one.send("POST /in HTTP/1.1\r\nHost: x\r\nContent-Length: " + std::to_string(chlist::largest_request + 1) +
+           "\r\n\r\n");
   one.send(std::string(100'000, 'x'));
 
   EXPECT_EQ(first_line(one.read()), "HTTP/1.1 413 Payload Too Large");
@@ -107,7 +110,8 @@ TEST_F(HttpServer, SurvivesWhatIsNoHttp) {
   }();
   for (const std::string &text : std::vector<std::string>{
            std::string(1000, '\0'), "\r\n\r\n\r\n\r\n", "GET\r\n\r\n", "GET /in\r\n\r\n", "GET /in HTTP/9.9\r\n\r\n",
-           "GET " + std::string(100'000, 'a') + " HTTP/1.1\r\n\r\n", "GET /in HTTP/1.1\r\nX: " + std::string(100'000, 'a'),
+           "GET " + std::string(100'000, 'a') + " HTTP/1.1\r\n\r\n",
+           "GET /in HTTP/1.1\r\nX: " + std::string(100'000, 'a'),
            "GET /in HTTP/1.1\r\nRange: bytes=0-0,0-0,5-1,-\r\n\r\n", "GET /in HTTP/1.1\r\nContent-Length: -1\r\n\r\n",
            "\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03", "PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n", many_headers}) {
     const client one(server.port());
@@ -183,8 +187,6 @@ TEST_F(HttpServer, StopsAtOnceAlthoughSomebodyIsConnected) {
   EXPECT_FALSE(client(patient.port()).is_connected());
 }
 
-TEST_F(HttpServer, SharesItsPortWithNobody) {
-  EXPECT_THROW(http_server(server.port()), std::runtime_error);
-}
+TEST_F(HttpServer, SharesItsPortWithNobody) { EXPECT_THROW(http_server(server.port()), std::runtime_error); }
 
 }  // namespace server_test

@@ -1,4 +1,5 @@
-// A list while it is edited: steps, undo and redo, the journal beside it, saving, and files that others write meanwhile.
+// A list while it is edited: steps, undo and redo, the journal beside it, saving, and files that others write
+// meanwhile.
 #include "chlist/serve/list_session.h"
 
 #include <channel/views.h>
@@ -213,7 +214,8 @@ TEST_F(ListSession, LeavesAStepOutThatWasCutOffInTheMiddle) {
   session->apply("rename Music Jazz");
   const std::string whole = read_file(journal_path());
 
-  for (std::size_t length = whole.size() - std::string("rename Music Jazz\n\n").size(); length < whole.size(); ++length) {
+  for (std::size_t length = whole.size() - std::string("rename Music Jazz\n\n").size(); length < whole.size();
+       ++length) {
     session.reset();
     write_file(journal_path(), whole.substr(0, length));
     session = std::make_unique<list_session>(path());
@@ -287,9 +289,8 @@ TEST_F(ListSession, GoesOnFromTheFileThatSomebodyElseWrote) {
 
   const std::vector<std::string> failures = session->read_again();
 
-  EXPECT_EQ(failures,
-            std::vector<std::string>{
-                "rename Music Jazz: no service has the number, the name or the identity \"Music\""});
+  EXPECT_EQ(failures, std::vector<std::string>{
+                          "rename Music Jazz: no service has the number, the name or the identity \"Music\""});
   EXPECT_FALSE(session->is_file_changed());
   EXPECT_TRUE(session->list().services[0].has_flag(0x02));
   EXPECT_EQ(journal(), "lock News\n\n");

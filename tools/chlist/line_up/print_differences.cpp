@@ -183,8 +183,9 @@ std::vector<difference_line> lines_of_differences(const std::vector<change> &cha
   const std::size_t removed = count_services(changes, change_kind::removed);
   const std::size_t changed = count_services(changes, change_kind::changed);
   const std::size_t others = changes.size() - added - removed - changed;
-  difference_lines lines = {{0, fmt::format("{} added, {} removed, {} changed; {} around the services",
-                                            counted(added, "service"), removed, changed, counted(others, "difference"))}};
+  difference_lines lines = {
+      {0, fmt::format("{} added, {} removed, {} changed; {} around the services", counted(added, "service"), removed,
+                      changed, counted(others, "difference"))}};
   add_services(changes, change_kind::added, lines);
   add_services(changes, change_kind::removed, lines);
   add_services(changes, change_kind::changed, lines);

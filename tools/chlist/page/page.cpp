@@ -48,9 +48,8 @@ std::string script_safe(const json &data) {
 }
 
 std::string page_of(const json &data) {
-  const std::pair<std::string_view, std::string> parts[] = {{"{{page.css}}", files_of_kind(".css")},
-                                                            {"{{data}}", script_safe(data)},
-                                                            {"{{page.js}}", files_of_kind(".js")}};
+  const std::pair<std::string_view, std::string> parts[] = {
+      {"{{page.css}}", files_of_kind(".css")}, {"{{data}}", script_safe(data)}, {"{{page.js}}", files_of_kind(".js")}};
   const std::string html = files_of_kind(".html");
   std::string_view rest = html;
   std::string page;

@@ -70,17 +70,16 @@ http_answer plain_answer(int status, std::string_view text) {
 }
 
 http_answer secured(http_answer answer) {
-  answer.headers.insert(
-      answer.headers.end(),
-      {{"Content-Security-Policy",
-        "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src data:; "
-        "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
-       {"X-Content-Type-Options", "nosniff"},
-       {"X-Frame-Options", "DENY"},
-       {"Referrer-Policy", "no-referrer"},
-       {"Cross-Origin-Resource-Policy", "same-origin"},
-       {"Cross-Origin-Opener-Policy", "same-origin"},
-       {"Cache-Control", "no-store"}});
+  answer.headers.insert(answer.headers.end(),
+                        {{"Content-Security-Policy",
+                          "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src data:; "
+                          "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
+                         {"X-Content-Type-Options", "nosniff"},
+                         {"X-Frame-Options", "DENY"},
+                         {"Referrer-Policy", "no-referrer"},
+                         {"Cross-Origin-Resource-Policy", "same-origin"},
+                         {"Cross-Origin-Opener-Policy", "same-origin"},
+                         {"Cache-Control", "no-store"}});
   return answer;
 }
 

@@ -1,5 +1,5 @@
-// Who may come in. A page of another site reaches this server through the browser of its user, by a name that leads here
-// or by a form that it sends; another user of the machine reaches it directly. Neither knows the token.
+// Who may come in. A page of another site reaches this server through the browser of its user, by a name that leads
+// here or by a form that it sends; another user of the machine reaches it directly. Neither knows the token.
 #pragma once
 
 #include <chrono>
@@ -19,7 +19,8 @@ class request_rate {
  public:
   using time_point = std::chrono::steady_clock::time_point;
 
-  request_rate(double most_at_once, double each_second) : most_(most_at_once), left_(most_at_once), rate_(each_second) {}
+  request_rate(double most_at_once, double each_second)
+      : most_(most_at_once), left_(most_at_once), rate_(each_second) {}
   bool takes(time_point now);
 
  private:
@@ -53,7 +54,8 @@ class site_door {
 
 http_answer plain_answer(int status, std::string_view text);
 
-// With what browsers are told of every answer: to load nothing from elsewhere, to show it nowhere else, to keep nothing.
+// With what browsers are told of every answer: to load nothing from elsewhere, to show it nowhere else, to keep
+// nothing.
 http_answer secured(http_answer answer);
 
 }  // namespace chlist

@@ -1,5 +1,5 @@
-// Edits that are not saved yet, kept beside the list as FILE.edits: what was done is on the disk before it is shown, and
-// comes back after a crash. It is a text as `chlist apply` takes it, steps with empty lines between them.
+// Edits that are not saved yet, kept beside the list as FILE.edits: what was done is on the disk before it is shown,
+// and comes back after a crash. It is a text as `chlist apply` takes it, steps with empty lines between them.
 #pragma once
 
 #include <cstddef>

@@ -165,7 +165,8 @@ command editor_command() {
           {"A page opens that has the list in its views and favourite groups on the left and every service on the "
            "right. It is served by this program, for this machine alone, until Ctrl-C, or until no page was open for a "
            "while. The address has a secret in it: nobody without it gets in.",
-           "What is done there are the edits of `chlist apply`. They are kept in FILE.edits as they are made, so that a "
+           "What is done there are the edits of `chlist apply`. They are kept in FILE.edits as they are made, so that "
+           "a "
            "crash loses nothing: the next `chlist edit` offers them again. FILE is replaced when somebody saves, as a "
            "whole or not at all, and kept as FILE.bak; a FILE that somebody else wrote meanwhile is told, and never "
            "overwritten."},

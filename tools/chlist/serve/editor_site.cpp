@@ -118,9 +118,7 @@ std::string lines_asked(const json &asked) {
 json json_of_line(const difference_line &line) { return json::array({line.depth, line.text}); }
 
 // As a dry run shows them.
-json shown_changes(const std::vector<change> &changes) {
-  return array_of(lines_of_differences(changes), json_of_line);
-}
+json shown_changes(const std::vector<change> &changes) { return array_of(lines_of_differences(changes), json_of_line); }
 
 json json_of_outcome(const step_outcome &outcome) {
   return {{"notes", outcome.notes},
@@ -223,9 +221,9 @@ json editor_site::state() const {
           {"can_redo", session_.can_redo()},
           {"done", session_.done()},
           {"is_file_changed", session_.is_file_changed()},
-          {"left", left == nullptr ? json()
-                                   : json{{"steps", left->steps.size()},
-                                          {"is_of_this_list", session_.is_left_of_this_list()}}},
+          {"left", left == nullptr
+                       ? json()
+                       : json{{"steps", left->steps.size()}, {"is_of_this_list", session_.is_left_of_this_list()}}},
           {"notes", session_.notes()}};
 }
 

@@ -1,4 +1,5 @@
-// The HTTP library behind our own streams: it bounds single reads, not what a client that sends a byte a second holds up.
+// The HTTP library behind our own streams: it bounds single reads, not what a client that sends a byte a second holds
+// up.
 #include <httplib.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -173,8 +174,7 @@ class http_server::listener : public httplib::Server {
   std::thread thread_;
 };
 
-http_server::http_server(int port, std::chrono::milliseconds longest)
-    : listener_(std::make_unique<listener>(longest)) {
+http_server::http_server(int port, std::chrono::milliseconds longest) : listener_(std::make_unique<listener>(longest)) {
   port_ = listener_->bind(port);
   if (port_ <= 0) {
     throw std::runtime_error("port " + std::to_string(port) + " of " + loopback + " cannot be had");

@@ -66,7 +66,9 @@ list_session::~list_session() {
   }
 }
 
-const unfinished_edits *list_session::left() const { return journal_.left().steps.empty() ? nullptr : &journal_.left(); }
+const unfinished_edits *list_session::left() const {
+  return journal_.left().steps.empty() ? nullptr : &journal_.left();
+}
 
 bool list_session::is_left_of_this_list() const {
   return !journal_.left().image.empty() || journal_.left().list == fingerprint_of(saved_image_);
@@ -248,9 +250,7 @@ void list_session::save() {
   ++revision_;
 }
 
-std::vector<change> list_session::changes_of_file() const {
-  return differences(saved_list_, file_.read_beside());
-}
+std::vector<change> list_session::changes_of_file() const { return differences(saved_list_, file_.read_beside()); }
 
 std::vector<std::string> list_session::read_again() {
   must_be_answered();

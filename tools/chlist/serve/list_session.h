@@ -1,5 +1,5 @@
-// A list while it is edited: steps of edit lines, done in memory by the library, undone and done again. It knows nothing
-// of pages and requests.
+// A list while it is edited: steps of edit lines, done in memory by the library, undone and done again. It knows
+// nothing of pages and requests.
 #pragma once
 
 #include <cstddef>

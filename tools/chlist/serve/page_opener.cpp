@@ -23,7 +23,8 @@ constexpr std::string_view ending_of_page = ".html";
 // mkstemp() makes a file that its owner alone may read.
 fs::path private_file(const std::string &text) {
   const char *runtime = ::getenv("XDG_RUNTIME_DIR");
-  const fs::path folder = runtime != nullptr && fs::is_directory(runtime) ? fs::path(runtime) : fs::temp_directory_path();
+  const fs::path folder =
+      runtime != nullptr && fs::is_directory(runtime) ? fs::path(runtime) : fs::temp_directory_path();
   std::string name = (folder / "chlist-XXXXXX").string().append(ending_of_page);
   const descriptor file(::mkostemps(name.data(), static_cast<int>(ending_of_page.size()), O_CLOEXEC), name);
   if (::write(file.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) {

@@ -84,6 +84,9 @@ const drag = {
     if (tab) {
       return { tab, view: Number(tab.id.slice('tab-'.length)) };
     }
+    if (under?.closest('#new-group')) {
+      return { tab: find('new-group'), isNew: true };
+    }
     const { box, rows, rowHeight } = edits.left;
     if (!box.parentElement.contains(under)) {
       return null;
@@ -112,20 +115,22 @@ const drag = {
     }
   },
 
+  // What lies beyond the edges comes into sight: rows of the list, and tabs.
   scroll() {
+    const { x, y } = this.at ?? { x: NaN, y: NaN };
+    const over = (element) => {
+      const { top, bottom, left, right } = element.getBoundingClientRect();
+      const isIn = x >= left && x <= right && y >= top - edge && y <= bottom + edge;
+      const step = (from, to, at) => (at < from + edge ? -12 : at > to - edge ? 12 : 0);
+      return isIn ? { down: step(top, bottom, y), across: y <= bottom ? step(left, right, x) : 0 } : null;
+    };
     const { box } = edits.left;
-    const { top, bottom, left, right } = box.getBoundingClientRect();
-    if (!this.at || this.at.x < left || this.at.x > right) {
-      return;
+    const before = [box.scrollTop, find('tabs').scrollLeft];
+    box.scrollTop += over(box)?.down ?? 0;
+    find('tabs').scrollLeft += this.target?.tab ? over(find('tabs'))?.across ?? 0 : 0;
+    if (box.scrollTop !== before[0] || find('tabs').scrollLeft !== before[1]) {
+      this.follow();
     }
-    if (this.at.y < top + edge) {
-      box.scrollTop -= 12;
-    } else if (this.at.y > bottom - edge) {
-      box.scrollTop += 12;
-    } else {
-      return;
-    }
-    this.follow();
   },
 
   onRelease() {
@@ -138,6 +143,8 @@ const drag = {
     setTimeout(() => dispatchEvent(new Event('click')), 0);  // none comes when another element was pressed
     if (target.index !== undefined) {
       edits.place(rows, target.index);
+    } else if (target.isNew) {
+      dialogs.newGroup(rows);
     } else if (arranged.views[target.view].isFavourites) {
       edits.add(arranged.views[target.view], rows);
     } else {

@@ -38,12 +38,14 @@ const server = {
   },
 
   load() {
-    return this.inTurn(async () => {
-      const { state, list } = await this.ask('list');
-      this.list = list;
-      this.take(state);
-      this.onList();
-    });
+    return this.inTurn(() => this.loadNow());
+  },
+
+  async loadNow() {
+    const { state, list } = await this.ask('list');
+    this.list = list;
+    this.take(state);
+    this.onList();
   },
 
   take(state) {
@@ -67,7 +69,7 @@ const server = {
         return answer;
       } catch (error) {
         if (error instanceof Refused && error.status === 412) {
-          queueMicrotask(() => this.load());
+          await this.loadNow();
         }
         throw error;
       }
