@@ -24,8 +24,8 @@ int main(int argc, char **argv) {
     std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
     return 2;
   }
-  for (const auto &seeds :
-       {fuzz::file_seeds(), fuzz::scan_seeds(), fuzz::group_seeds(), fuzz::call_seeds(), fuzz::text_seeds()}) {
+  for (const auto &seeds : {fuzz::file_seeds(), fuzz::scan_seeds(), fuzz::group_seeds(), fuzz::call_seeds(),
+                            fuzz::text_seeds(), fuzz::stream_seeds()}) {
     for (const fuzz::seed &seed : seeds) {
       if (!write(argv[1], seed)) {
         std::fprintf(stderr, "%s/%s cannot be written\n", seed.harness.c_str(), seed.name.c_str());

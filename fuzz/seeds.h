@@ -22,5 +22,7 @@ std::vector<seed> group_seeds();
 std::vector<seed> call_seeds();
 // Lines of a channels.conf.
 std::vector<seed> text_seeds();
+// Captures of transport streams.
+std::vector<seed> stream_seeds();
 
 }  // namespace fuzz

@@ -55,7 +55,8 @@ class Commands:
 
 
 def write_inputs(folder, root):
-    shutil.copy(root / "samples/channels.conf", folder)
+    for name in ("channels.conf", "11306h-today.ts", "11345v-today.ts"):
+        shutil.copy(root / "samples" / name, folder)
     for name in ("channel_v8.dat", "channel_v9.dat", "scan_hostile.dat", "channel_v10.dat"):
         shutil.copy(root / "tests/golden" / name, folder)
     conf = (root / "samples/channels.conf").read_text()
@@ -67,6 +68,7 @@ def write_inputs(folder, root):
     arena = next(line for line in moved.splitlines() if line.startswith("Arena Live"))
     moved = moved.replace(arena, arena.replace(":3303:", ":3903:") + "\n" + arena.replace(":3303:", ":3904:"))
     (folder / "moved.conf").write_text(moved)
+    (folder / "twice.conf").write_text(conf + conf.splitlines()[-1].replace(":3901:", ":3902:") + "\n")
     for name, count in (("full.conf", RADIO_VIEW), ("fuller.conf", RADIO_VIEW + 1)):
         (folder / name).write_text("".join(RADIO.format(number) for number in range(1, count + 1)))
 
@@ -103,6 +105,9 @@ def run_all(commands):
     run("diff", "before.dat", "list.dat")
     run("fav", "delete", "list.dat", "Films")
     run("report", "list.dat", "-o", "page.html")
+    run("order", "before.dat", "--like", "moved.conf", "--dry-run")
+    run("import", "twice.conf", "-o", "twice.dat")
+    run("duplicates", "twice.dat", "--by", "name")
     run("export", "list.dat", "-o", "list.csv", "--columns", "number,name")
     run("export", "list.dat", "-o", "list.conf")
     run("convert", "channel_v8.dat", "new.dat")
@@ -112,6 +117,7 @@ def run_all(commands):
     run("merge", "before.dat", "moved.dat", "--keep-missing", "--dry-run")
     run("diff", "--scan", "before.dat", "moved.dat")
     run_damaged(commands)
+    run("scan", "11306h-today.ts", "11345v-today.ts", "-o", "air.dat")
     run("info", "none.dat")
 
 

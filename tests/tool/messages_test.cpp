@@ -105,7 +105,7 @@ TEST_F(OtherLists, AreToldForWhatTheyAre) {
   expect_told("list.csv", "csv (comma-separated values with a header line that names the columns): "
                           "`chlist import list.csv -o list.dat` makes one of it");
   tool_test::write_file(path("list.m3u"), "#EXTM3U\n");
-  expect_told("list.m3u", "m3u (extended M3U playlist): there is nothing that makes one of it");
+  expect_told("list.m3u", "m3u (extended M3U playlist): `chlist import list.m3u -o list.dat` makes one of it");
 }
 
 TEST_F(OtherLists, InFoldersAreToldForWhatTheyAre) {

@@ -29,11 +29,12 @@ struct topic {
 std::vector<topic> topics() {
   return {{"To look at a list", {info_command, list_command, show_command, diff_command, report_command}},
           {"To mend it and to bring it up to date", {check_command, salvage_command, convert_command, merge_command}},
+          {"To make it of what is broadcast", {scan_command}},
           {"To exchange it", {import_command, export_command}},
           {"To edit it",
            {editor_command, edit<rename_edit>, edit<renumber_edit>, edit<lock_edit>, edit<unlock_edit>, edit<skip_edit>,
             edit<unskip_edit>, fav_command, edit<remove_edit>, edit<keep_edit>, edit<move_edit>, edit<sort_edit>,
-            edit<set_edit>, edit<apply_edit>}},
+            edit<order_edit>, edit<duplicates_edit>, edit<set_edit>, edit<apply_edit>}},
           {"To learn more", {help_command}}};
 }
 

@@ -19,6 +19,8 @@ command check_command();
 command salvage_command();
 command convert_command();
 command merge_command();
+// To make it of what is broadcast.
+command scan_command();
 // To exchange it.
 command import_command();
 command export_command();

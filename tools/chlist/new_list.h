@@ -7,7 +7,9 @@
 #include "chlist/exit_codes.h"
 #include "chlist/files/distinct_files.h"
 #include "chlist/files/edit_lock.h"
-#include "chlist/files/list_file.h"
+#include "chlist/files/kept_in_step.h"
+#include "chlist/line_up/list_line_up.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -31,8 +33,12 @@ template <class Options, class Result>
 int make_new_list(const Options &options, const new_list_road<Options, Result> &road) {
   must_differ(options.input, options.output);
   const edit_lock lock(options.output);
+  const edited_companion beside(options.input);
   const Result result = road.make(options);
-  save_list_as(options.output);
+  save_list_with(options.output, beside.beside(options.output, {}, line_up_in_memory()));
+  if (!beside.trouble().empty()) {
+    print_message(beside.trouble() + "; it stays as it is");
+  }
   print_report([&] {
     if (options.as_json) {
       print_json(road.to_json(options, result));
@@ -40,7 +46,7 @@ int make_new_list(const Options &options, const new_list_road<Options, Result> &
       road.print(options, result);
     }
   });
-  return result.has_findings() ? exit_findings : exit_done;
+  return result.has_findings() || !beside.trouble().empty() ? exit_findings : exit_done;
 }
 
 }  // namespace chlist

@@ -50,7 +50,7 @@ TEST_F(ImportFiles, ANewOutputHasTheModeOfNewFilesAndStandsAlone) {
   struct stat found = {};
   ASSERT_EQ(::stat((dir.path() + "list.dat").c_str(), &found), 0);
   EXPECT_EQ(found.st_mode & 0777U, 0666U & ~mask);
-  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.more.json"}));
 }
 
 TEST_F(ImportFiles, AnOldOutputIsReplacedAndKeepsItsMode) {

@@ -75,7 +75,7 @@ TEST_F(Import, TheSummarySaysWhatIsNotCarried) {
 
   EXPECT_EQ(result.out, "list.dat: 1 service (1 TV, 0 radio, 0 other) of 1 provider on 1 transponder "
                         "of 1 source, 0 lines skipped\n"
-                        "Not carried by the channel file:\n"
+                        "Not carried by the channel file, but kept in list.dat.more.json:\n"
                         "  further audio PIDs                    1\n"
                         "  Dolby PIDs                            1\n"
                         "  teletext PIDs                         1\n"

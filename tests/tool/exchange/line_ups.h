@@ -94,8 +94,8 @@ inline chlist::exported_list export_of(channel_list_st &list, std::string_view f
                                        const chlist::write_options &options = {}) {
   const std::string image = chlist::image_of(list);
   const chlist::file_records records(std::as_bytes(std::span(image)));
-  return chlist::export_list({records.list(), chlist::line_up_of(records.list())}, chlist::format_to_write(format, ""),
-                             options);
+  return chlist::export_list({records.list(), chlist::line_up_of(records.list())}, {},
+                             chlist::format_to_write(format, ""), options);
 }
 
 // Of the list that an import of a line-up makes.

@@ -36,7 +36,7 @@ class Streams : public tool_test::import_test {
 
 TEST_F(Streams, EveryFormatOfOneFileIsReadFromAPipe) {
   for (const std::string &format : read_formats) {
-    ASSERT_EQ(run({"export", "box.dat", "-o", "list", "--to", format}).exit_code, 0);
+    ASSERT_LT(run({"export", "box.dat", "-o", "list", "--to", format}).exit_code, 2);
     ASSERT_EQ(run({"import", "list", "-o", "file.dat", "--no-backup"}).exit_code, 0) << format;
     for (const char *line :
          {"cat list | $chlist import /dev/stdin -o piped.dat --no-backup",
@@ -52,7 +52,7 @@ TEST_F(Streams, EveryFormatOfOneFileIsReadFromAPipe) {
 
 TEST_F(Streams, ALamedbIsReadFromAPipeWithoutItsFolder) {
   for (const char *format : {"lamedb3", "lamedb4", "lamedb5"}) {
-    ASSERT_EQ(run({"export", "box.dat", "-o", format, "--to", format}).exit_code, 0);
+    ASSERT_LT(run({"export", "box.dat", "-o", format, "--to", format}).exit_code, 2);
     const program_result result =
         shell("cat " + std::string(format) + "/lamedb* | $chlist import - -o piped.dat --no-backup");
 
@@ -63,15 +63,16 @@ TEST_F(Streams, ALamedbIsReadFromAPipeWithoutItsFolder) {
 
 TEST_F(Streams, EveryFormatOfOneFileIsWrittenToStandardOutputAndItsReportToStandardError) {
   for (const char *format : {"json", "csv", "vdr", "dvbv5", "m3u"}) {
-    ASSERT_EQ(run({"export", "box.dat", "-o", "list", "--to", format}).exit_code, 0);
+    const int exit_code = run({"export", "box.dat", "-o", "list", "--to", format}).exit_code;
 
     const program_result result = run({"export", "box.dat", "-o", "-", "--to", format});
 
-    EXPECT_EQ(result.exit_code, 0) << format;
+    EXPECT_LT(exit_code, 2) << format;
+    EXPECT_EQ(result.exit_code, exit_code) << format;
     EXPECT_TRUE(result.out == read("list")) << format;
     EXPECT_TRUE(result.err.starts_with("standard output: ")) << format << ": " << result.err;
   }
-  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "channels.conf", "list"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "box.dat.more.json", "channels.conf", "list"}));
 }
 
 TEST_F(Streams, AnImportIsWrittenToStandardOutput) {
@@ -158,15 +159,16 @@ TEST_F(Streams, AChannelFileThatIsReplacedIsKept) {
   const program_result again = run({"import", "channels.conf", "-o", "box.dat"});
   const program_result quiet = run({"import", "channels.conf", "-o", "new.dat", "--no-backup", "--json"});
 
-  EXPECT_EQ(first.out.find("kept"), std::string::npos) << first.out;
+  EXPECT_EQ(first.out.find("is kept as"), std::string::npos) << first.out;
   EXPECT_TRUE(has_line(again.out, "box.dat: what it was is kept as box.dat.bak")) << again.out;
   EXPECT_TRUE(read("box.dat.bak") == before);
   EXPECT_TRUE(json::parse(quiet.out)["backup"].is_null());
-  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "box.dat.bak", "channels.conf", "new.dat"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "box.dat.bak", "box.dat.more.json", "box.dat.more.json.bak",
+                                               "channels.conf", "new.dat", "new.dat.more.json"}));
 }
 
 TEST_F(Streams, AFolderIsImportedAgainOverWhatItMade) {
-  ASSERT_EQ(run({"export", "box.dat", "-o", "folder", "--to", "lamedb4"}).exit_code, 0);
+  ASSERT_LT(run({"export", "box.dat", "-o", "folder", "--to", "lamedb4"}).exit_code, 2);
 
   EXPECT_EQ(run({"import", "folder", "-o", "folder/list.dat"}).exit_code, 0);
   const program_result again = run({"import", "folder", "-o", "folder/list.dat"});

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/files/companion.h"
 #include "support/old_channel_file.h"
 #include "tool/chlist_host.h"
 #include "tool/exchange/vdr/service_line.h"
@@ -36,6 +37,16 @@ inline void PrintTo(const command &tested, std::ostream *out) { *out << tested.n
 // For names of parameterised tests.
 constexpr auto name_of_command = [](const auto &tested) { return tested.param.name; };
 
+// What stands beside a list, of one of its services.
+inline std::string companion_text(const service_data &service) {
+  const channel::identity id = {service.net_index,  service.network_id,
+                                service.ts_id,      static_cast<std::uint32_t>(service.frequency),
+                                service.service_id, service.polarisation};
+  chlist::companion made;
+  made.services.push_back({.id = id, .further = {.tuned = {{chlist::tuning_parameter::symbol_rate, "22000000"}}}});
+  return chlist::text_of(made);
+}
+
 // An input of every kind, and an earlier output. The files that are replaced have a mode that new ones do not get.
 inline file_set inputs() {
   constexpr auto mode = std::filesystem::perms(0640);
@@ -45,6 +56,8 @@ inline file_set inputs() {
   list.service(news).service(films).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).entry(VIEW_ALL, films, 2);
   return {{"list.dat", {list.data, mode}},
           {"sound.dat", {channel_file().service(news).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).data, mode}},
+          {"kept.dat", {list.data, mode}},
+          {"kept.dat.more.json", {companion_text(news), mode}},
           {"scan.dat", {channel_file().service(news).service({.service_id = 5}).data, mode}},
           {"old.dat", {in_version(test_support::old_version_of(8), list).data, mode}},
           {"channels.conf", {service_line().text(), mode}},

@@ -84,6 +84,9 @@ FAILING_CALL(size_t, 0, fwrite, (data, size, items, file), const void *data, siz
 FAILING_CALL(int, -1, fchmod, (fd, mode), int fd, mode_t mode)
 FAILING_CALL(int, -1, fchdir, (fd), int fd)
 FAILING_CALL(int, -1, rename, (from, to), const char *from, const char *to)
+FAILING_CALL(int, -1, renameat2, (from_folder, from, to_folder, to, flags), int from_folder, const char *from,
+             int to_folder, const char *to, unsigned flags)
+FAILING_CALL(int, -1, remove, (path), const char *path)
 FAILING_CALL(int, -1, dup, (fd), int fd)
 FAILING_CALL(int, -1, dup2, (fd, to), int fd, int to)
 FAILING_CALL(int, -1, fstat, (fd, found), int fd, struct stat *found)

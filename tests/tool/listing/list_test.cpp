@@ -117,6 +117,19 @@ TEST_F(List, RefusesAFilterThatNoServiceCanPass) {
                  "type=\"film\": VALUE is a name as TV, radio or HD TV, or 0 to 255");
 }
 
+TEST_F(List, ChoosesByConditionsOfWholeValuesPatternsAndNumbers) {
+  EXPECT_EQ(names({"--where", "provider=SK"}), (texts{}));
+  EXPECT_EQ(names({"--where", "locked=no name~\"^n\""}), (texts{"News"}));
+  EXPECT_EQ(names({"--where", "service_id>1 type=TV"}), (texts{"Films"}));
+  EXPECT_EQ(names({"--where", "locked=yes or polarisation=V"}), (texts{"Films", music_name}));
+  EXPECT_EQ(names({"--where", "locked=no", "--filter", "bb"}), (texts{"News", music_name}));
+  EXPECT_EQ(names({"--where", "locked=no", "--where", "polarisation=H"}), (texts{"News"}));
+}
+
+TEST_F(List, RefusesAConditionThatCannotBeUnderstood) {
+  expect_refused({"list", "list.dat", "--where", "name="}, "--where, character 6: a value is missing here");
+}
+
 TEST_F(List, AllFiltersMustMatch) { EXPECT_EQ(names({"--filter", "bbc", "--filter", "type=tv"}), (texts{"News"})); }
 
 TEST_F(List, TakesColumnsInTheOrderGiven) {

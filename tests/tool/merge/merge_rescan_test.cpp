@@ -168,12 +168,12 @@ TEST_F(Rescan, AServiceThatMovedKeepsWhatTheUserMadeOfIt) {
   EXPECT_EQ(result.exit_code, 0) << result.err;
   EXPECT_TRUE(has_line(result.out, "out.dat: 0 services added, 0 deleted, 2 kept, 1 of them moved")) << result.out;
   EXPECT_TRUE(has_line(result.out,
-                       "  1:1:100:11000000H:2 -> 1:1:200:12000000H:2 by name  ALL 102, TV 102, favourites 1 "
-                       "\"Best\" 102: \"films\""))
+                       "  \"films\" (net 1, network 1, ts 100, 11000000 H, service 2) -> \"films\" (net 1, network 1, "
+                       "ts 200, 12000000 H, service 2), found by name: ALL 102, TV 102, favourites 1 \"Best\" 102"))
       << result.out;
   EXPECT_TRUE(has_line(result.out,
-                       "  \"films\" (net 1, network 1, ts 100, 11000000 H, service 2)  ALL 102, TV 102, favourites "
-                       "1 \"Best\" 102: \"Films\" there"))
+                       "  \"films\" (net 1, network 1, ts 100, 11000000 H, service 2) -> \"Films\": ALL 102, TV 102, "
+                       "favourites 1 \"Best\" 102"))
       << result.out;
   load_merged();
   EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102}));

@@ -273,8 +273,7 @@ TEST_F(ListSession, NeverOverwritesWhatSomebodyElseWrote) {
   write_file(path(), other);
 
   EXPECT_TRUE(session->is_file_changed());
-  EXPECT_EQ(error_of([&] { session->save(); }),
-            path() + ": somebody else wrote it meanwhile: nothing was changed; try again");
+  EXPECT_EQ(error_of([&] { session->save(); }), path() + ": somebody else wrote it meanwhile: nothing was changed");
 
   expect_bytes(other);
   EXPECT_EQ(session->changes_of_file().size(), 1U);
@@ -296,6 +295,56 @@ TEST_F(ListSession, GoesOnFromTheFileThatSomebodyElseWrote) {
   EXPECT_EQ(journal(), "lock News\n\n");
   session->save();
   EXPECT_EQ(read_file(path()), image_in_memory());
+}
+
+const std::string vdr_lines = "# my own list\n:@10 Family\n"
+                              "Das Erste;ARD:11836:HC34M2O35S0:S19.2E:27500:101=2:102=deu@3:104:0:28106:1:1101:0\n"
+                              "ZDF;ZDFvision:11953:HC34M2O35S0:S19.2E:27500:110=2:120=deu@3:130:0:28006:1:1079:0\n"
+                              "this line is none\n";
+
+TEST_F(ListSession, WritesAListOfAnotherFormatBackWithEveryLine) {
+  write_file(path("channels.conf"), vdr_lines);
+  list_session other(path("channels.conf"));
+
+  other.apply("rename ZDF Zweites");
+  other.save();
+
+  std::string wanted = vdr_lines;
+  EXPECT_EQ(read_file(path("channels.conf")), wanted.replace(wanted.find("ZDF;"), 3, "Zweites"));
+  EXPECT_EQ(read_file(path("channels.conf.bak")), vdr_lines);
+  EXPECT_TRUE(other.is_saved());
+  other.undo();
+  other.save();
+  EXPECT_EQ(read_file(path("channels.conf")), vdr_lines);
+}
+
+TEST_F(ListSession, WritesJsonBackByteForByte) {
+  run({"export", "list.dat", "-o", "list.json"});
+  const std::string text = read_file(path("list.json"));
+  list_session other(path("list.json"));
+
+  other.apply("rename News Daily");
+  other.save();
+  EXPECT_NE(read_file(path("list.json")), text);
+  other.undo();
+  other.save();
+
+  EXPECT_EQ(read_file(path("list.json")), text);
+}
+
+TEST_F(ListSession, KeepsWhatStandsBesideAChannelFileInStep) {
+  write_file(path("channels.conf"), vdr_lines);
+  run({"import", "channels.conf", "-o", "all.dat"});
+  const std::string beside = read_file(path("all.dat.more.json"));
+  list_session other(path("all.dat"));
+
+  other.apply("remove ZDF");
+  other.save();
+  EXPECT_EQ(read_file(path("all.dat.more.json")).find("ZDFvision"), std::string::npos);
+  other.undo();
+  other.save();
+
+  EXPECT_EQ(read_file(path("all.dat.more.json")), beside);
 }
 
 TEST_F(ListSession, IsOpenInOneEditorAlone) {

@@ -120,6 +120,45 @@ TEST(BroadcastText, TablesHaveNames) {
             "table 0x16");
 }
 
+TEST(BroadcastText, IsCutAtTheEndOfACharacter) {
+  using chlist::cut_text;
+  EXPECT_EQ(cut_text("abc", 3), "abc");
+  EXPECT_EQ(cut_text("abcd", 3), "abc");
+  EXPECT_EQ(cut_text("ab\xC2"
+                     "e",
+                     3),
+            "ab")
+      << "ISO/IEC 6937: an accent and its letter";
+  EXPECT_EQ(cut_text("\x05"
+                     "ab\xC2"
+                     "e",
+                     4),
+            "\x05"
+            "ab\xC2")
+      << "a letter in Latin-5";
+  EXPECT_EQ(cut_text("ab\xC3\xA9", 3), "ab") << "UTF-8 without a name";
+  EXPECT_EQ(cut_text("\x15"
+                     "a\xE2\x82\xAC",
+                     4),
+            "\x15"
+            "a")
+      << "UTF-8 by name";
+  EXPECT_EQ(cut_text("\x11"
+                     "0a0b",
+                     4),
+            "\x11"
+            "0a")
+      << "two bytes each";
+  EXPECT_EQ(cut_text("\x13"
+                     "a\xB0\xA1\xB0\xA1",
+                     5),
+            "\x13"
+            "a\xB0\xA1")
+      << "one byte or two";
+  EXPECT_EQ(cut_text("\x10", 0), "");
+  EXPECT_EQ(cut_text("", 5), "");
+}
+
 TEST(BroadcastText, ALongOneComesThroughWhole) {
   const decoded_text made = decode_text("\x0B" + std::string(10'000, '\xA4'));
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "chlist/check/findings.h"
+#include "chlist/check/rules.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_file.h"
@@ -93,9 +94,13 @@ void print_report_of(const check_options &options, const file_findings &result) 
 }
 
 int run_check(const check_options &options) {
-  const file_findings result = findings_in(bytes_of_file(options.file));
+  const std::vector<std::byte> bytes = bytes_of_file(options.file);
+  file_findings result = findings_in(bytes);
   if (!is_known_version(result.version)) {
     must_be_no_other_list(options.file);
+  }
+  if (result.version == CHANNEL_LIST_VERSION) {
+    check_companion(options.file, bytes, result.findings);
   }
   print_report([&] {
     if (options.as_json) {
@@ -111,27 +116,29 @@ int run_check(const check_options &options) {
 
 command check_command() {
   auto options = std::make_shared<check_options>();
-  return {.name = "check",
-          .summary = "Say what is wrong with a channel file, and what a receiver does with it",
-          .details = {"Damaged files are looked at as far as their counts lead, also those that a receiver refuses. "
-                      "Each finding has its place in the file and its consequence.",
-                      "Of each kind the first ten are shown; --all and --json show every one. FILE is only read."},
-          .sections = {{"Severities",
-                        {{"error", "the load fails, or something is lost on the receiver"},
-                         {"warning", "something is not reached, or not shown as it was meant"},
-                         {"note", "unusual; a receiver works with it"}}}},
-          .exit_codes = {{"0", "nothing was found; notes do not count"},
-                         {"1", "errors or warnings"},
-                         {"2", "FILE cannot be read or is no regular file; or the report could not be written"}},
-          .examples = {"chlist check channels.dat",
-                       "chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'"},
-          .options =
-              {{.names = "FILE", .target = &options->file, .about = "the channel file to look at", .is_required = true},
-               {.names = "--all",
-                .target = &options->shows_all,
-                .about = "show every finding, not only the first ten of each kind"},
-               {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
-          .run = [options] { return run_check(*options); }};
+  return {
+      .name = "check",
+      .summary = "Say what is wrong with a channel file, and what a receiver does with it",
+      .details =
+          {"Damaged files are looked at as far as their counts lead, also those that a receiver refuses. "
+           "Each finding has its place in the file and its consequence. What stands beside FILE is looked at as well.",
+           "Of each kind the first ten are shown; --all and --json show every one. FILE is only read."},
+      .sections = {{"Severities",
+                    {{"error", "the load fails, or something is lost on the receiver"},
+                     {"warning", "something is not reached, or not shown as it was meant"},
+                     {"note", "unusual; a receiver works with it"}}}},
+      .exit_codes = {{"0", "nothing was found; notes do not count"},
+                     {"1", "errors or warnings"},
+                     {"2", "FILE cannot be read or is no regular file; or the report could not be written"}},
+      .examples = {"chlist check channels.dat",
+                   "chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'"},
+      .options =
+          {{.names = "FILE", .target = &options->file, .about = "the channel file to look at", .is_required = true},
+           {.names = "--all",
+            .target = &options->shows_all,
+            .about = "show every finding, not only the first ten of each kind"},
+           {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+      .run = [options] { return run_check(*options); }};
 }
 
 }  // namespace chlist

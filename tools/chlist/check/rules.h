@@ -1,6 +1,7 @@
 // The rules behind the findings, by what they look at.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -26,5 +27,8 @@ void check_hierarchy(const file_records &framed, finding_list &findings);
 
 // Names of services, groups and networks.
 void check_texts(const file_records &framed, finding_list &findings);
+
+// What stands beside a channel file, which may be damaged or of another list.
+void check_companion(const std::filesystem::path &file, byte_span bytes, finding_list &findings);
 
 }  // namespace chlist

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "chlist/edit/edit_line.h"
 #include "chlist/edit/edits.h"
@@ -37,11 +38,14 @@ void apply_one(const read_edit &edit, const std::string &source, edited_list &li
   }
 }
 
-void apply_all(const apply_options &options, edited_list &list) {
-  const std::string source = options.edits == "-" ? "standard input" : options.edits;
-  for (const read_edit &edit : edits_in(text_of_edits(options.edits), source)) {
-    apply_one(edit, source, list);
-  }
+// An edit may read a list of its own, as `order` does: all of them are read before FILE is.
+list_edit all_edits(const std::string &path) {
+  const std::string source = path == "-" ? "standard input" : path;
+  return [source, edits = edits_in(text_of_edits(path), source)](edited_list &list) {
+    for (const read_edit &edit : edits) {
+      apply_one(edit, source, list);
+    }
+  };
 }
 
 }  // namespace
@@ -63,7 +67,7 @@ edit_row apply_edit() {
                        .target = &options->edits,
                        .about = "the text; - for standard input",
                        .is_required = true}},
-          .take = taking<apply_options>(options, apply_all),
+          .take = [options] { return all_edits(std::exchange(*options, {}).edits); },
           .is_line = false};
 }
 

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -78,21 +79,11 @@ bool is_plain(char c) {
          std::string_view("-_.:,=/+@%").find(c) != std::string_view::npos || static_cast<unsigned char>(c) >= 0x80;
 }
 
-// An edit's row, and the parser that fills its options.
-struct readable_edit {
-  explicit readable_edit(const edit_row &of) : row(of), parser(command_of(row)) {}
+}  // namespace
 
-  static command command_of(const edit_row &row) {
-    return {.name = name_of_line(row), .summary = row.summary, .options = row.options, .groups = row.groups};
-  }
-
-  edit_row row;
-  line_parser parser;
-};
-
-class edit_reader {
+class edit_line_reader::known_edits {
  public:
-  edit_reader() {
+  known_edits() {
     for (const edit_row &row : every_edit()) {
       rows_.emplace(name_of_line(row), row);
     }
@@ -105,6 +96,18 @@ class edit_reader {
   }
 
  private:
+  // An edit's row, and the parser that fills its options.
+  struct readable_edit {
+    explicit readable_edit(const edit_row &of) : row(of), parser(command_of(row)) {}
+
+    static command command_of(const edit_row &row) {
+      return {.name = name_of_line(row), .summary = row.summary, .options = row.options, .groups = row.groups};
+    }
+
+    edit_row row;
+    line_parser parser;
+  };
+
   // Takes the words that name the edit away; there are one or two.
   readable_edit &named(std::vector<std::string> &words) {
     const std::size_t count = words.front() == "fav" && words.size() > 1 ? 2 : 1;
@@ -131,6 +134,16 @@ class edit_reader {
   std::map<std::string, std::unique_ptr<readable_edit>> edits_;
 };
 
+edit_line_reader::edit_line_reader() : known_(std::make_unique<known_edits>()) {}
+edit_line_reader::~edit_line_reader() = default;
+
+list_edit edit_line_reader::read(std::string_view line) {
+  std::vector<std::string> words = words_of_edit(line);
+  return words.empty() ? [](edited_list & /*list*/) {} : known_->read(std::move(words));
+}
+
+namespace {
+
 // What an option was given, as words; none when it was not.
 std::vector<std::string> values_of(const option &given) {
   return std::visit(
@@ -142,6 +155,8 @@ std::vector<std::string> values_of(const option &given) {
           return *value ? std::vector{**value} : std::vector<std::string>();
         } else if constexpr (std::is_same_v<value_type, std::string>) {
           return {*value};
+        } else if constexpr (std::is_same_v<value_type, std::filesystem::path>) {
+          return value->empty() ? std::vector<std::string>() : std::vector{value->string()};
         } else if constexpr (std::is_same_v<value_type, std::vector<std::string>>) {
           return *value;
         } else if constexpr (std::is_same_v<value_type, bool>) {
@@ -214,13 +229,11 @@ std::string line_of(const edit_row &row) {
 
 std::vector<read_edit> edits_in(std::string_view text, const std::string &source) {
   std::vector<read_edit> edits;
-  edit_reader reader;
+  edit_line_reader reader;
   text_lines lines(text);
   while (const std::optional<std::string_view> line = lines.next()) {
     try {
-      if (std::vector<std::string> words = words_of_edit(*line); !words.empty()) {
-        edits.push_back({lines.number(), reader.read(std::move(words))});
-      }
+      edits.push_back({lines.number(), reader.read(*line)});
     } catch (const std::runtime_error &error) {
       throw std::runtime_error(fmt::format("{}:{}: {}", source, lines.number(), error.what()));
     }

@@ -1,6 +1,7 @@
 // Edits as lines of a text: the words of an edit command without FILE, `rename "News" "News 24"`.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,20 @@ std::vector<std::string> words_of_edit(std::string_view line);
 std::string quoted_word(std::string_view word);
 
 std::string line_of_words(const std::vector<std::string> &words);
+
+// Reads edits line by line: the rows of the edits that lines name are parsed once.
+class edit_line_reader {
+ public:
+  edit_line_reader();
+  ~edit_line_reader();
+
+  // Does nothing for a line without words. Throws std::runtime_error when it cannot be read.
+  list_edit read(std::string_view line);
+
+ private:
+  class known_edits;
+  std::unique_ptr<known_edits> known_;
+};
 
 // A line and what it does.
 struct read_edit {

@@ -20,6 +20,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/files/kept_in_step.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
@@ -48,7 +49,8 @@ std::vector<std::string> with_common_details(std::vector<std::string> details) {
   details.insert(
       details.end(),
       {"FILE is of version 10; `chlist convert` makes one of an earlier version. It is replaced as a whole or not at "
-       "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. A "
+       "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. "
+       "What stands beside it in FILE.more.json follows in the same way. A "
        "symbolic link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but "
        "what is asked for and what is said to follow; --dry-run and the report show all of it.",
        "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity "
@@ -70,8 +72,10 @@ std::vector<term> exit_codes_of_edits() {
 
 struct edit_result {
   edit_notes notes;
+  std::vector<edit_table> tables;
   std::optional<std::size_t> chosen;
   std::vector<change> changes;
+  std::vector<changed_identity> identities;
   bool is_changed = false;
   bool is_saved = false;
 };
@@ -84,8 +88,10 @@ edit_result edit_in_memory(const channel_file &input, const list_edit &apply) {
   const std::string before = image_of(*get_channel_list());
   const line_up list_before = line_up_in_memory();
   apply(list);
-  result.notes = list.notes;
+  result.notes = std::move(list.notes);
+  result.tables = std::move(list.tables);
   result.chosen = list.chosen();
+  result.identities = list.identities();
   result.changes = differences(list_before, line_up_in_memory());
   result.is_changed = image_of(*get_channel_list()) != before;
   return result;
@@ -96,22 +102,34 @@ bool is_to_be_saved(const edit_options &options, const edit_result &result) {
   return !options.is_dry_run && (result.is_changed || !options.output.empty());
 }
 
+json json_of_tables(const std::vector<edit_table> &tables) {
+  json array = json::array();
+  for (const edit_table &each : tables) {
+    array.push_back(each.as_json);
+  }
+  return array;
+}
+
 json json_of_result(const edit_options &options, const edit_result &result) {
   return {{"file", options.file.string()},
           {"output", result.is_saved ? json(options.target().string()) : json()},
           {"dry_run", options.is_dry_run},
           {"chosen", result.chosen ? json(*result.chosen) : json()},
           {"is_changed", result.is_changed},
+          {"tables", json_of_tables(result.tables)},
           {"differences", json_of_differences(result.changes)},
           {"notes", result.notes}};
 }
 
 void print_result(const std::string &what, const edit_result &result) {
+  for (const edit_table &each : result.tables) {
+    fmt::print("{}", each.text);
+  }
   const char *unchanged = result.is_saved ? "a copy, nothing to change" : "nothing to change";
   const std::string chosen = result.chosen ? counted(*result.chosen, "service") + " chosen, " : "";
   fmt::print("{}: {}{}\n", what, chosen, result.is_changed ? "changed" : unchanged);
   if (result.is_changed) {
-    print_differences(result.changes);
+    fmt::print("{}", text_of_differences(result.changes));
   }
 }
 
@@ -159,11 +177,16 @@ int run_edit(const edit_options &options, const list_edit &apply) {
     lock.emplace(options.target());
   }
   const channel_file input(options.file);
+  const edited_companion beside(options.file);
   edit_result result = edit_in_memory(input, apply);
+  if (!beside.trouble().empty()) {
+    result.notes.push_back(beside.trouble() + "; it stays as it is");
+  }
   if (is_to_be_saved(options, result)) {
     must_be_wanted(options, result);
     input.must_be_unchanged();
-    save_edited_list(options.file, options.target(), options.leaves_no_backup);
+    save_edited_list(options.file, options.target(), options.leaves_no_backup,
+                     beside.beside(options.target(), result.identities, line_up_in_memory()));
     result.is_saved = true;
   }
   report(options, result);

@@ -11,8 +11,8 @@
 #include <utility>
 
 #include "channel/store/group_table.h"
-#include "channel/store/hierarchy.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/edit/service_edits.h"
 #include "chlist/fields/where.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
@@ -23,17 +23,8 @@
 namespace chlist {
 namespace {
 
-std::vector<channel_st *> records_in_memory() {
-  std::vector<channel_st *> records;
-  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
-    records.push_back(&filed.service);
-  }
-  return records;
-}
-
 channel_st &editable(channel_st &service) {
-  const channel::identity id = channel::identity_of(service);
-  if (get_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation) != &service) {
+  if (!is_found_by_identity(service)) {
     throw std::runtime_error(fmt::format("{} cannot be edited: its identity leads to another service or to none",
                                          describe(known_as(service))));
   }
@@ -69,7 +60,7 @@ std::vector<line_up_entry> &entries_to_refresh(line_up &list, std::int8_t view) 
 // change of names, numbers and groups is brought up to date; nothing else of it is asked for.
 class edited_list::known_services {
  public:
-  known_services() : list_(line_up_in_memory()), records_(records_in_memory()), finder_(list_) {
+  known_services() : list_(line_up_in_memory()), records_(records_in_order()), finder_(list_) {
     for (std::size_t place = 0; place < records_.size(); ++place) {
       places_.emplace(records_[place], place);
     }
@@ -206,8 +197,21 @@ std::vector<channel_st *> edited_list::services_that_stay(const service_choice &
   return choice.where ? services_where(*choice.where, VIEW_ALL) : services_named(choice.names, VIEW_ALL);
 }
 
+std::vector<bool> edited_list::chosen_places(const service_choice &choice) {
+  const std::vector<channel_st *> records = records_in_order();
+  std::vector<bool> is_chosen(records.size(), !choice.where);
+  if (choice.where) {
+    const std::vector<channel_st *> found = services_where(*choice.where, VIEW_ALL);
+    const std::unordered_set<const channel_st *> chosen(found.begin(), found.end());
+    for (std::size_t place = 0; place < records.size(); ++place) {
+      is_chosen[place] = chosen.contains(records[place]);
+    }
+  }
+  return is_chosen;
+}
+
 std::vector<channel_st *> edited_list::all_services() {
-  std::vector<channel_st *> all = records_in_memory();
+  std::vector<channel_st *> all = records_in_order();
   std::ranges::for_each(all, [](channel_st *each) { editable(*each); });
   return all;
 }
@@ -229,7 +233,7 @@ std::vector<channel_st *> edited_list::services_named(const std::vector<std::str
 std::vector<channel_st *> edited_list::services_where(const std::string &condition, std::int8_t view) {
   const where wanted(condition);
   const line_up list = line_up_in_memory();
-  const std::vector<channel_st *> records = records_in_memory();
+  const std::vector<channel_st *> records = records_in_order();
   std::vector<channel_st *> found;
   std::unordered_set<const channel_st *> taken;
   for (const service_row &row : rows_to_choose_from(list, view)) {

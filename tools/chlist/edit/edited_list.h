@@ -12,11 +12,19 @@
 #include <vector>
 
 #include "chlist/command.h"
+#include "chlist/files/kept_in_step.h"
+#include "chlist/json/json.h"
 
 namespace chlist {
 
 // What an edit did otherwise than it was asked to, one text for each: "the name is cut to 96 bytes".
 using edit_notes = std::vector<std::string>;
+
+// What an edit has to tell beside what it changes, as text in front of the differences and in its document.
+struct edit_table {
+  std::string text;
+  json as_json;
+};
 
 // The services that an edit is for: named one by one, or chosen by a condition.
 struct service_choice {
@@ -52,6 +60,10 @@ class edited_list {
   // The same, when it is others that change.
   std::vector<channel_st *> services_that_stay(const service_choice &choice);
 
+  // Which of the services of the list, by their places, a condition chooses: all of them without one. The edit counts
+  // by itself what changes.
+  static std::vector<bool> chosen_places(const service_choice &choice);
+
   // Adds to the services that nobody named, and that are shown before they change.
   void count_as_chosen(std::size_t services) { chosen_ = chosen_.value_or(0) + services; }
 
@@ -66,10 +78,18 @@ class edited_list {
   void entries_changed();
   void services_changed();
 
+  // Another identity, in the order in which services get them.
+  void was_identified(const channel::identity &former, const channel::identity &now) {
+    identities_.push_back({former, now});
+    services_changed();
+  }
+  [[nodiscard]] const std::vector<changed_identity> &identities() const { return identities_; }
+
   // How many those are; none when every service was named.
   [[nodiscard]] const std::optional<std::size_t> &chosen() const { return chosen_; }
 
   edit_notes notes;
+  std::vector<edit_table> tables;
 
  private:
   std::vector<channel_st *> services_named(const std::vector<std::string> &names, std::int8_t view);
@@ -79,6 +99,7 @@ class edited_list {
   known_services &known();
 
   std::optional<std::size_t> chosen_;
+  std::vector<changed_identity> identities_;
   std::unique_ptr<known_services> known_;
 };
 

@@ -1,6 +1,7 @@
 // Lookups that edits share.
 #include "chlist/edit/edited_services.h"
 
+#include <channel/store.h>
 #include <channel/views.h>
 #include <fmt/format.h>
 
@@ -8,10 +9,19 @@
 #include <stdexcept>
 
 #include "channel/store/group_table.h"
+#include "channel/store/hierarchy.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {
+
+std::vector<channel_st *> records_in_order() {
+  std::vector<channel_st *> records;
+  for (const channel::filed_service &filed : channel::all_services_of(get_channel_list()->network_list)) {
+    records.push_back(&filed.service);
+  }
+  return records;
+}
 
 void must_have_frequency(const channel_st &service) {
   if (service.frequency == 0) {

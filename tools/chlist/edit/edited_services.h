@@ -13,6 +13,9 @@
 
 namespace chlist {
 
+// The records of all services, in the order of the list and of line-ups of it.
+std::vector<channel_st *> records_in_order();
+
 // The library knows the transponder of a service by its frequency. Throws when there is none: it would remove or file
 // another service.
 void must_have_frequency(const channel_st &service);

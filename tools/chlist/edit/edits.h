@@ -15,6 +15,8 @@ edit_row remove_edit();
 edit_row keep_edit();
 edit_row move_edit();
 edit_row sort_edit();
+edit_row order_edit();
+edit_row duplicates_edit();
 edit_row set_edit();
 
 // Those of `chlist fav`.

@@ -38,10 +38,7 @@ struct fav_edit {
 void new_group(const fav_options &options, edited_list &list) {
   const std::string_view name = group_name_from(options.name, list.notes);
   must_be_new_group(name);
-  group_st group = {};
-  group.name_len = static_cast<std::int16_t>(name.size());
-  std::ranges::copy(name, group.name);
-  if (add_fav_group_info(group) < 0) {
+  if (!add_group(name)) {
     throw std::runtime_error(fmt::format("no favourite group can be added: there are {}, the most that a list holds",
                                          get_fav_group_number()));
   }
@@ -61,28 +58,20 @@ void delete_group(const fav_options &options, edited_list &list) {
   current.follow();
 }
 
-// The entry of a service that a group takes a copy of: in ALL, as a rule.
-const virtual_channel_st &entry_for(const channel_st &service) {
-  for (const std::int8_t code : views_in_use()) {
-    const channel::view view = channel::find_view(code);
-    if (const int index = index_of(view, service); index >= 0) {
-      return view.entries[index];
-    }
-  }
-  throw std::runtime_error(fmt::format("{} has no entry in any view", name_for_message(service)));
-}
-
 void add_services(const fav_options &options, edited_list &list) {
   const favourites group = favourites_named(options.group, list);
   for (const channel_st *service : list.services(options.services)) {
-    const virtual_channel_st entry = entry_for(*service);
-    const int before = get_fav_vch_number(group.index);
-    if (add_fav_virtual_channel(group.id, &entry) != 0) {
-      throw std::runtime_error(fmt::format("{} cannot be added: {} is full, it holds {}", name_for_message(*service),
-                                           title_of(group.view()), before));
-    }
-    if (get_fav_vch_number(group.index) == before) {
-      list.notes.push_back(fmt::format("{} is in {} already", name_for_message(*service), title_of(group.view())));
+    switch (add_to_group(group, *service)) {
+      case group_addition::is_in_no_view:
+        throw std::runtime_error(fmt::format("{} has no entry in any view", name_for_message(*service)));
+      case group_addition::group_is_full:
+        throw std::runtime_error(fmt::format("{} cannot be added: {} is full, it holds {}", name_for_message(*service),
+                                             title_of(group.view()), get_fav_vch_number(group.index)));
+      case group_addition::was_there:
+        list.notes.push_back(fmt::format("{} is in {} already", name_for_message(*service), title_of(group.view())));
+        break;
+      case group_addition::done:
+        break;
     }
   }
 }

@@ -13,7 +13,7 @@
 #include "channel/store/group_table.h"
 #include "channel/store/view.h"
 #include "chlist/edit/placement.h"
-#include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/group_names.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
@@ -59,25 +59,70 @@ class kept_group_slot {
   std::int16_t count_ = 0;
 };
 
-}  // namespace
+// The entry of a service that a group takes a copy of: in ALL, as a rule. Null when no view shows the service.
+const virtual_channel_st *entry_for(const channel_st &service) {
+  for (const std::int8_t code : views_in_use()) {
+    const channel::view view = channel::find_view(code);
+    if (const int index = index_of(view, service); index >= 0) {
+      return &view.entries[index];
+    }
+  }
+  return nullptr;
+}
 
-favourites favourites_named(std::string_view text, edited_list &list) {
-  const auto index = static_cast<std::int16_t>(list.index_of_group(text));
+// Throws when the group's id leads to another one.
+favourites group_at(std::int16_t index, std::string_view called) {
   const favourites group = {index, channel::favourite_table().groups[index].id};
   if (get_fav_index(group.id) != group.index) {
     throw std::runtime_error(
-        fmt::format("favourite group {} cannot be edited: another one has its id {}", shown(text), group.id));
+        fmt::format("favourite group {} cannot be edited: another one has its id {}", shown(called), group.id));
   }
   return group;
 }
 
-void must_be_new_group(std::string_view name, std::int16_t own_index) {
+}  // namespace
+
+favourites favourites_named(std::string_view text, edited_list &list) {
+  return group_at(static_cast<std::int16_t>(list.index_of_group(text)), text);
+}
+
+std::optional<favourites> group_of_name(std::string_view name, std::int16_t except) {
   const channel::group_table groups = channel::favourite_table();
-  for (const group_st &group : groups) {
-    if (&group - groups.begin() != own_index && is_same_name(name_in(group.name), name)) {
-      throw std::runtime_error(fmt::format("there is a favourite group {} already", shown(name_in(group.name))));
+  for (std::int16_t index = 0; index < groups.size(); ++index) {
+    if (index != except && is_same_name(name_in(groups.groups[index].name), name)) {
+      return group_at(index, name);
     }
   }
+  return std::nullopt;
+}
+
+void must_be_new_group(std::string_view name, std::int16_t own_index) {
+  if (const std::optional<favourites> other = group_of_name(name, own_index)) {
+    throw std::runtime_error(fmt::format("there is a favourite group {} already",
+                                         shown(name_in(channel::favourite_table().groups[other->index].name))));
+  }
+}
+
+std::optional<favourites> add_group(std::string_view name) {
+  if (add_fav_group_info(group_named(name)) < 0) {
+    return std::nullopt;
+  }
+  const channel::group_table groups = channel::favourite_table();
+  const auto last = static_cast<std::int16_t>(groups.size() - 1);
+  return favourites{last, groups.groups[last].id};
+}
+
+group_addition add_to_group(const favourites &group, const channel_st &service) {
+  const virtual_channel_st *shown_entry = entry_for(service);
+  if (shown_entry == nullptr) {
+    return group_addition::is_in_no_view;
+  }
+  const virtual_channel_st entry = *shown_entry;
+  const int before = get_fav_vch_number(group.index);
+  if (add_fav_virtual_channel(group.id, &entry) != 0) {
+    return group_addition::group_is_full;
+  }
+  return get_fav_vch_number(group.index) == before ? group_addition::was_there : group_addition::done;
 }
 
 std::string_view group_name_from(const std::string &text, edit_notes &notes) {

@@ -4,6 +4,7 @@
 #include <channel/records.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,9 +23,20 @@ struct favourites {
 // By name or position. Throws when there is none, or when the group's id leads to another group.
 favourites favourites_named(std::string_view text, edited_list &list);
 
-// Groups are told apart without regard to case. Throws when there is another group of that name.
+// Groups are told apart without regard to case. The first one of a name, but for one of them; throws as
+// favourites_named().
 constexpr std::int16_t no_group_index = -1;
+std::optional<favourites> group_of_name(std::string_view name, std::int16_t except = no_group_index);
+
+// Throws when there is another group of that name.
 void must_be_new_group(std::string_view name, std::int16_t own_index = no_group_index);
+
+// A group behind the others; nothing when there are as many as a list holds.
+std::optional<favourites> add_group(std::string_view name);
+
+// A service at the end of a group, as ALL shows it, or else the first view that does.
+enum class group_addition : std::uint8_t { done, was_there, is_in_no_view, group_is_full };
+group_addition add_to_group(const favourites &group, const channel_st &service);
 
 // A name for a group, cut to what a list holds, with a note. Throws when it is empty.
 std::string_view group_name_from(const std::string &text, edit_notes &notes);

@@ -1,10 +1,8 @@
 // `chlist lock`, `unlock`, `skip` and `unskip`: flags of services.
-#include <channel/flags.h>
-
 #include <memory>
 
-#include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
+#include "chlist/edit/service_edits.h"
 
 namespace chlist {
 namespace {
@@ -47,9 +45,7 @@ struct flag_options {
 void set_flags(const flag_options &options, const flag_command &which, edited_list &list) {
   const bool sets = which.sets && !options.is_off;
   for (const channel_st *service : list.services(options.services)) {
-    const channel::identity id = channel::identity_of(*service);
-    set_channel_flag(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation, which.bits,
-                     sets ? 1 : 0);
+    set_flag(*service, which.bits, sets);
   }
 }
 

@@ -1,13 +1,10 @@
 // `chlist remove` and `chlist keep`: services and their entries out of the list.
-#include <channel/removal.h>
-#include <channel/store.h>
-
 #include <memory>
 #include <stdexcept>
 #include <unordered_set>
 
-#include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
+#include "chlist/edit/service_edits.h"
 
 namespace chlist {
 namespace {
@@ -17,24 +14,6 @@ struct remove_options {
 
   void must_go_together() const { services.must_be_given(); }
 };
-
-void remove_entries(std::int8_t code, const channel_st &service) {
-  const channel::view view = channel::find_view(code);
-  for (int index = index_of(view, service); index >= 0; index = index_of(view, service)) {
-    vtype_remove_by_vindex(static_cast<std::int16_t>(index), code);
-  }
-}
-
-// Entry by entry: a sweep would take entries along that have resolved to nothing all the time.
-void remove_service(const channel_st &service, edited_list &list) {
-  must_have_frequency(service);
-  list.will_be_removed(service);
-  for (const std::int8_t code : saved_views()) {
-    remove_entries(code, service);
-  }
-  const channel::identity id = channel::identity_of(service);
-  remove_channel_st(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation);
-}
 
 void remove(const remove_options &options, edited_list &list) {
   for (const channel_st *service : list.services(options.services)) {

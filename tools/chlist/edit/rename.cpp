@@ -1,5 +1,4 @@
 // `chlist rename`: another name for a service, or another part in the names of several.
-#include <channel/flags.h>
 #include <fmt/format.h>
 
 #include <memory>
@@ -8,10 +7,9 @@
 
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
-#include "chlist/exchange/list_builder.h"
+#include "chlist/edit/service_edits.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/pattern.h"
-#include "chlist/text/plain_text.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -34,26 +32,7 @@ struct rename_options {
   }
 };
 
-void rename(const channel_st &service, const rename_options &options, const std::string &wanted, edited_list &list) {
-  must_be_plain(wanted, "the name");
-  const std::string_view name = cut_utf8(wanted, sizeof service.name[0].text);
-  if (name.empty()) {
-    throw std::runtime_error(options.replacing
-                                 ? fmt::format("nothing would be left of the name {}", name_for_message(service))
-                                 : "a name has one byte at least");
-  }
-  if (name.size() != wanted.size()) {
-    list.notes.push_back(fmt::format("the name is cut to {} of its {} bytes", name.size(), wanted.size()));
-  }
-  const channel::identity id = channel::identity_of(service);
-  const int done =
-      rename_channel_info(id.net_index, id.network_id, id.ts_id, id.frequency, id.service_id, id.polarisation,
-                          options.is_short ? 1 : 0, name.data(), static_cast<std::int16_t>(name.size()));
-  if (done != 0) {
-    throw std::runtime_error(fmt::format("{} cannot be renamed", name_for_message(service)));
-  }
-  list.was_renamed(service);
-}
+name_place place_of(const rename_options &options) { return options.is_short ? name_place::second : name_place::first; }
 
 // A name in which there is nothing to replace stays as it is, whatever its characters.
 void replace_in_names(const rename_options &options, edited_list &list) {
@@ -61,8 +40,11 @@ void replace_in_names(const rename_options &options, edited_list &list) {
   for (const channel_st *service : list.services(options.services)) {
     const std::string before = name_in(service->name[options.is_short ? 1 : 0].text);
     const std::string after = replaced.apply(before);
+    if (after.empty() && !before.empty()) {
+      throw std::runtime_error(fmt::format("nothing would be left of the name {}", name_for_message(*service)));
+    }
     if (after != valid_utf8(before)) {
-      rename(*service, options, after, list);
+      set_name(*service, place_of(options), after, list);
     }
   }
 }
@@ -71,7 +53,7 @@ void rename(const rename_options &options, edited_list &list) {
   if (options.replacing) {
     replace_in_names(options, list);
   } else {
-    rename(list.service(*options.service), options, *options.name, list);
+    set_name(list.service(*options.service), place_of(options), *options.name, list);
   }
 }
 

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include "chlist/report.h"
 
@@ -84,12 +85,12 @@ using shown_number = std::tuple<const channel_st *, int, int>;
 
 shown_number shown_by(const virtual_channel_st &entry) { return {entry.rch, entry.major_ch_num, entry.minor_ch_num}; }
 
-void follow(std::int8_t code, const std::map<shown_number, int> &renumbered, edit_notes &notes) {
+void follow(std::int8_t code, const std::map<shown_number, channel_number> &renumbered, edit_notes &notes) {
   const channel::view view = channel::find_view(code);
   const std::size_t shared_before = count_shared_numbers(view);
   for (virtual_channel_st &entry : view) {
     if (const auto found = renumbered.find(shown_by(entry)); found != renumbered.end()) {
-      set_number(entry, {found->second, 0});
+      set_number(entry, found->second);
     }
   }
   if (const std::size_t shared = count_shared_numbers(view); shared > shared_before) {
@@ -158,21 +159,30 @@ void renumber_view(std::int8_t view, int from) {
   }
 }
 
-void renumber_all_with_followers(int from, edit_notes &notes) {
-  std::map<shown_number, int> renumbered;
-  int number = from;
-  for (const virtual_channel_st &entry : channel::find_view(VIEW_ALL)) {
+void renumber_all_with_followers(std::span<const channel_number> numbers, edit_notes &notes) {
+  std::map<shown_number, channel_number> renumbered;
+  std::size_t place = 0;
+  for (virtual_channel_st &entry : channel::find_view(VIEW_ALL)) {
     if (entry.rch != nullptr) {
-      renumbered.emplace(shown_by(entry), number);
+      renumbered.emplace(shown_by(entry), numbers[place]);
     }
-    ++number;
+    set_number(entry, numbers[place]);
+    ++place;
   }
-  renumber_view(VIEW_ALL, from);
   for (const std::int8_t view : views_in_use()) {
     if (view != VIEW_ALL) {
       follow(view, renumbered, notes);
     }
   }
+}
+
+void renumber_all_with_followers(int from, edit_notes &notes) {
+  must_have_numbers(VIEW_ALL, from);
+  std::vector<channel_number> numbers(static_cast<std::size_t>(channel::find_view(VIEW_ALL).size()));
+  for (channel_number &number : numbers) {
+    number.major = from++;
+  }
+  renumber_all_with_followers(numbers, notes);
 }
 
 }  // namespace chlist

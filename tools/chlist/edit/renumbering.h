@@ -5,6 +5,7 @@
 #include <channel/records.h>
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "chlist/edit/edited_services.h"
@@ -31,8 +32,11 @@ void renumber_entries(std::int8_t view, const channel_st &service, const channel
 // Numbers a view in its order. Throws when there are not enough numbers.
 void renumber_view(std::int8_t view, int from);
 
-// The same with ALL. Entries of other views that showed a service's number in ALL show its new one; a note tells of
-// numbers that occur twice by that.
+// Gives the entries of ALL these numbers, in its order. Entries of other views that showed a service's number in ALL
+// show its new one; a note tells of numbers that occur twice by that.
+void renumber_all_with_followers(std::span<const channel_number> numbers, edit_notes &notes);
+
+// The same from a number on. Throws when there are not enough numbers.
 void renumber_all_with_followers(int from, edit_notes &notes);
 
 }  // namespace chlist

@@ -33,9 +33,7 @@ void apply_flags(const channel_st &service, std::uint8_t bits, bool set) {
   if (bits == 0) {
     return;
   }
-  const channel::identity found = channel::identity_of(service);
-  set_channel_flag(found.net_index, found.network_id, found.ts_id, found.frequency, found.service_id,
-                   found.polarisation, bits, set ? 1 : 0);
+  set_flag(service, bits, set);
 }
 
 // Ids of groups begin at 0.
@@ -161,15 +159,16 @@ class edited_service {
     }
   }
 
-  // Returns whether its identity is another one now.
-  bool apply() {
+  void apply_to(edited_list &list) {
+    const channel::identity former = channel::identity_of(record_);
     const channel::identity wanted = edited_.id();
     apply_flags(record_, static_cast<std::uint8_t>(edited_.fields.flag & ~record_.flag), true);
     apply_flags(record_, static_cast<std::uint8_t>(record_.flag & ~edited_.fields.flag), false);
     apply_values();
-    const bool is_filed_anew = channel::identity_of(record_) != wanted;
     change_identity(record_, wanted);
-    return is_filed_anew;
+    if (former != wanted) {
+      list.was_identified(former, wanted);
+    }
   }
 
  private:
@@ -223,9 +222,7 @@ void set(const set_options &options, edited_list &list) {
     for (const std::string &assignment : options.all_assignments()) {
       edited.set(assignment);
     }
-    if (edited.apply()) {
-      list.services_changed();
-    }
+    edited.apply_to(list);
   }
 }
 

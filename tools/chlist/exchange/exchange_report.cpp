@@ -109,6 +109,12 @@ std::string losses_text(const loss_counts &lost, std::string_view title) {
   return text;
 }
 
+std::string text_of(const list_counts &counts) {
+  return fmt::format("{} ({} TV, {} radio, {} other) of {} on {} of {}", counted(counts.services, "service"), counts.tv,
+                     counts.radio, counts.services - counts.tv - counts.radio, counted(counts.providers, "provider"),
+                     counted(counts.transponders, "transponder"), counted(counts.sources, "source"));
+}
+
 void print_summary(const std::filesystem::path &output, std::string_view text) {
   if (is_standard_stream(output)) {
     fmt::print(stderr, "{}", text);
@@ -121,6 +127,24 @@ void must_leave_room_for_report(const std::filesystem::path &output, bool as_jso
   if (is_standard_stream(output) && as_json) {
     throw usage_error("--json: standard output takes the list already");
   }
+}
+
+json json_of(const list_counts &counts) {
+  return {{"services", counts.services},
+          {"tv", counts.tv},
+          {"radio", counts.radio},
+          {"providers", counts.providers},
+          {"transponders", counts.transponders},
+          {"sources", counts.sources},
+          {"favourite_groups", counts.favourite_groups}};
+}
+
+json json_of_remains(const filled_list &filled, const loss_counts &lost) {
+  return {{"skipped_lines", json_of_skipped(filled.skipped)},
+          {"notes", filled.left_out},
+          {"groups_left_out", json_of_groups_left_out(filled.groups_left_out)},
+          {"left_out", json_of_left_out(lost)},
+          {"not_carried", json_of_losses(lost)}};
 }
 
 json json_of_skipped(const std::vector<skipped_line> &skipped) {

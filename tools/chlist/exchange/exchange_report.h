@@ -22,12 +22,18 @@ void report_full_tables(const std::filesystem::path &input, const filled_list &f
 // What has no place on the other side, one line for each kind, below a title.
 std::string losses_text(const loss_counts &lost, std::string_view title);
 
+// "2 services (1 TV, 1 radio, 0 other) of 1 provider on 1 transponder of 1 source".
+std::string text_of(const list_counts &counts);
+
 // What was done: on standard output, or on standard error where that is what the list went to.
 void print_summary(const std::filesystem::path &output, std::string_view text);
 
 // Throws when the report and the list would both go to standard output.
 void must_leave_room_for_report(const std::filesystem::path &output, bool as_json);
 
+json json_of(const list_counts &counts);
+// All that did not come through.
+json json_of_remains(const filled_list &filled, const loss_counts &lost);
 json json_of_skipped(const std::vector<skipped_line> &skipped);
 json json_of_losses(const loss_counts &lost);
 json json_of_groups_left_out(const std::vector<group_left_out> &groups);

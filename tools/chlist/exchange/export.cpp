@@ -11,8 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
+#include "chlist/exchange/other_tuning.h"
 #include "chlist/exchange/round_trip.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
@@ -33,6 +35,7 @@ struct export_options {
   fs::path output;
   std::string to;
   std::vector<std::string> sources;
+  fs::path tuning;
   write_options writing;
   bool as_json = false;
 };
@@ -43,6 +46,7 @@ struct export_outcome {
   std::size_t services = 0;
   std::size_t favourite_groups = 0;
   loss_counts lost;
+  companion beside;
 };
 
 void write_one(const fs::path &output, std::string_view text) {
@@ -64,6 +68,17 @@ void write_files(const fs::path &output, const format &to, const std::vector<mad
 // "12 bytes behind the last record: not saved": what follows is said to whoever saves the list.
 std::string_view what_is_lost(std::string_view change) { return change.substr(0, change.rfind(": ")); }
 
+// One that cannot be read is told, and the list goes out without it.
+void take_beside(const export_options &options, line_up &list, export_outcome &result) {
+  try {
+    result.beside = companion_beside(options.input).value_or(companion());
+    const std::size_t unknown = put_back(list, result.beside);
+    result.lost.leave_out("services that stand beside the list and not in it", unknown);
+  } catch (const bad_companion &error) {
+    result.lost.leave_out("what stands beside the list", 1, error.what());
+  }
+}
+
 void export_line_up(const channel_file &input, const export_options &options, export_outcome &result) {
   input.must_be_current();
   const file_records records(input.bytes());
@@ -72,10 +87,14 @@ void export_line_up(const channel_file &input, const export_options &options, ex
     result.lost.add(what_is_lost(change));
   }
   line_up list = line_up_of(records.list());
+  take_beside(options, list, result);
+  if (!options.tuning.empty()) {
+    take_tuning_of(options.tuning, list);
+  }
   for (const std::string &source : options.sources) {
     rename_source(list, source, "network");
   }
-  const exported_list made = export_list({records.list(), list}, result.to, options.writing);
+  const exported_list made = export_list({records.list(), list}, result.beside, result.to, options.writing);
   write_files(options.output, result.to, made.files);
   result.services = made.services;
   result.favourite_groups = made.favourite_groups;
@@ -125,7 +144,7 @@ int run_export(const export_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
   const channel_file input(options.input);
   input.must_not_be(options.output);
-  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}};
+  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}, .beside = {}};
   must_be_one_file(options, result.to);
   if (result.to.from_channel_file != nullptr) {
     export_whole_file(input, options, result.to);
@@ -133,7 +152,7 @@ int run_export(const export_options &options) {
     export_line_up(input, options, result);
   }
   report(options, result);
-  return result.lost.has_left_out() ? exit_findings : exit_done;
+  return result.lost.rows().empty() ? exit_done : exit_findings;
 }
 
 }  // namespace
@@ -149,11 +168,16 @@ command export_command() {
            "come back as it was is counted. OUT is replaced as a whole or not at all; a folder must be new or empty. "
            "JSON carries "
            "every byte: importing it gives the same file again.",
+           "What stands beside FILE in FILE.more.json is put back: an export to the format that FILE was imported from "
+           "is the text that was imported, and only what was edited since differs. --tuning takes symbol rates, "
+           "modulation, streams and CA ids from OTHER, for the services that both have and for others on the same "
+           "transponders.",
            "With -o - the list goes to standard output, in the format that --to names, and the report to standard "
            "error."},
       .sections = {{"Formats", formats_to_write()}},
-      .exit_codes = {{"0", "everything was exported that the format has a place for"},
-                     {"1", "exported, but services or other things were left out"},
+      .exit_codes = {{"0", "everything was exported"},
+                     {"1",
+                      "exported, but something is not carried by the format or was left out: the report says what"},
                      {"2", "nothing was written: bad usage, unreadable input, or an output that cannot be written; or "
                            "only the report could not be written"}},
       .examples = {"chlist export all_channel.dat -o services.csv --columns number,name,provider",
@@ -173,6 +197,10 @@ command export_command() {
             .target = &options->sources,
             .about = "what to call a network's source, when its name is not like S19.2E; may be given several times",
             .value = "NAME=SOURCE"},
+           {.names = "--tuning",
+            .target = &options->tuning,
+            .about = "take symbol rates, modulation, streams and CA ids from this list, of any format that can be read",
+            .value = "OTHER"},
            {.names = "--columns",
             .target = &options->writing.columns,
             .about = "CSV: the columns, by name, separated by commas",

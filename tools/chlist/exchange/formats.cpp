@@ -9,9 +9,11 @@
 #include "chlist/closest.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exchange/dvbv5/dvbv5.h"
+#include "chlist/exchange/dvbv5/dvbv5_layout.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/json/list_json.h"
-#include "chlist/exchange/m3u/m3u_writer.h"
+#include "chlist/exchange/m3u/m3u.h"
+#include "chlist/exchange/vdr/vdr_layout.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "chlist/exchange/vdr/vdr_writer.h"
 #include "chlist/files/channel_file.h"
@@ -25,7 +27,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t enough_to_tell = 4096;
 
-constexpr std::string_view tuning = "symbol rate and modulation";
+constexpr std::string_view lacked_tuning = "symbol rate and modulation";
 constexpr std::string_view usual_tuning = "the usual ones are assumed: transponders with others are not received";
 
 // Those that the contents decide stand before those that go by the name.
@@ -41,7 +43,7 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<4>,
      .is_like = is_like_lamedb4,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb5",
      .about = "the same with lamedb5 (version 5)",
@@ -49,7 +51,7 @@ constexpr format formats[] = {
      .read = read_lamedb5,
      .write = write_lamedb<5>,
      .is_like = is_like_lamedb5,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb3",
      .about = "the same with lamedb (version 3)",
@@ -57,27 +59,29 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<3>,
      .is_like = is_like_lamedb3,
-     .lacks = tuning,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "dvbv5",
      .about = "sections of libdvbv5 and its tools",
      .read = read_dvbv5,
      .write = write_dvbv5,
      .is_like = is_like_dvbv5,
-     .lacks = tuning,
+     .layout = &dvbv5_layout,
+     .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "csv",
      .about = "comma-separated values with a header line that names the columns",
      .read = read_csv,
      .write = write_csv,
      .is_like = is_like_csv},
-    {.name = "m3u", .about = "extended M3U playlist", .write = write_m3u, .is_like = is_like_m3u},
+    {.name = "m3u", .about = "extended M3U playlist", .read = read_m3u, .write = write_m3u, .is_like = is_like_m3u},
     {.name = "vdr",
      .about = "channels.conf of VDR",
      .read = read_vdr,
      .write = write_vdr,
      .is_like = is_like_vdr,
-     .lacks = tuning,
+     .layout = &vdr_layout,
+     .lacks = lacked_tuning,
      .without_it = "VDR cannot tune without them, until a scan or somebody fills them in"},
 };
 
@@ -143,15 +147,13 @@ const format &format_to_read(std::string_view name, const list_source &input) {
 void must_be_no_other_list(const fs::path &input) {
   const bool is_folder = fs::is_directory(input);
   const std::string beginning = is_folder ? "" : read_beginning(input, enough_to_tell);
-  const format *like = format_like(input, is_folder, beginning, [](const format & /*each*/) { return true; });
+  const format *like = format_like(input, is_folder, beginning, can_read);
   if (like == nullptr) {
     return;
   }
-  const std::string next = can_read(*like) ? fmt::format("`chlist import {} -o {}` makes one of it", input.string(),
-                                                         fs::path(input).replace_extension(".dat").string())
-                                           : "there is nothing that makes one of it";
-  throw std::runtime_error(
-      fmt::format("{}: is no channel file but {} ({}): {}", input.string(), like->name, like->about, next));
+  throw std::runtime_error(fmt::format("{}: is no channel file but {} ({}): `chlist import {} -o {}` makes one of it",
+                                       input.string(), like->name, like->about, input.string(),
+                                       fs::path(input).replace_extension(".dat").string()));
 }
 
 const format &format_to_write(std::string_view name, const fs::path &output) {

@@ -15,6 +15,8 @@
 
 namespace chlist {
 
+struct source_layout;
+
 struct format {
   std::string_view name;   // of --from and --to: "vdr", "dvbv5", "lamedb4", "m3u", "csv"
   std::string_view about;  // for the help
@@ -26,6 +28,8 @@ struct format {
   // By the name and the beginning of what is to be read; --from decides against it. Without a beginning it is a file to
   // be written, which the name alone decides.
   bool (*is_like)(const std::filesystem::path &path, std::string_view beginning) = nullptr;
+  // How what was read is kept for the way back. Null: it is not.
+  const source_layout *layout = nullptr;
   // What it tells of every service and a channel list does not know, and what comes of that.
   std::string_view lacks = {};
   std::string_view without_it = {};

@@ -11,24 +11,23 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/group_choice.h"
+#include "chlist/exchange/known_transponders.h"
 #include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/new_list_file.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
 #include "chlist/fields/where.h"
-#include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
-#include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/input_file.h"
-#include "chlist/files/list_file.h"
-#include "chlist/files/replacement.h"
 #include "chlist/files/standard_streams.h"
-#include "chlist/files/text_file.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 
@@ -42,6 +41,7 @@ struct import_options {
   fs::path output;
   std::string from;
   std::string charset;
+  std::string url;
   std::vector<std::string> sources;
   group_options groups;
   service_options services;
@@ -59,20 +59,11 @@ struct import_outcome {
   filled_list filled;
   loss_counts lost;
   std::size_t not_asked_for = 0;  // services
+  companion beside;
 };
 
-// Readers know nothing of paths.
-template <class Read>
-auto reading(const list_source &source, const Read &read) {
-  try {
-    return read();
-  } catch (const std::runtime_error &error) {
-    throw std::runtime_error(source.path.string() + ": " + error.what());
-  }
-}
-
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
-  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}};
+  import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}, .beside = {}};
   fill_options filling;
   if (!options.preferred.empty()) {
     filling.preferred = preferences_named(options.preferred);
@@ -82,74 +73,23 @@ import_outcome read_into_list(const import_options &options, const list_source &
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
   line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  const std::vector<line_up_service> services_read = list.services;
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
   }
+  take_transponders(list, filling.model, result.lost);
   result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
+  result.beside = companion_of_import({source, from, services_read}, list.services, result.filled, line_up_in_memory());
   return result;
 }
-
-// A channel file that is replaced may be somebody's work: what it was is kept, and that is said.
-class import_target {
- public:
-  explicit import_target(const import_options &options) : output_(options.output) {
-    std::error_code unseen;
-    const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
-    keeps_backup_ = is_list && !is_standard_stream(output_) && !options.leaves_no_backup;
-  }
-
-  void write_list() const {
-    if (is_standard_stream(output_)) {
-      write_standard_output(image_of(*get_channel_list()));
-    } else {
-      const edit_lock lock(output_);
-      keep_what_was();
-      save_list_as(output_);
-    }
-  }
-
-  void write_bytes(std::string_view bytes) const {
-    if (is_standard_stream(output_)) {
-      write_standard_output(bytes);
-    } else {
-      const edit_lock lock(output_);
-      keep_what_was();
-      write_text_file(output_, bytes);
-    }
-  }
-
-  [[nodiscard]] std::string note() const {
-    return keeps_backup_ ? fmt::format("{}: what it was is kept as {}\n", output_.string(), name_of_backup()) : "";
-  }
-  [[nodiscard]] json backup() const { return keeps_backup_ ? json(name_of_backup()) : json(); }
-
- private:
-  // Beside the output as it was named, unless that is a link.
-  [[nodiscard]] std::string name_of_backup() const {
-    return fs::is_symlink(output_) ? backup_of(output_).string() : output_.string() + ".bak";
-  }
-
-  void keep_what_was() const {
-    if (keeps_backup_) {
-      must_be_replaceable(output_);
-      keep_backup(output_);
-    }
-  }
-
-  const fs::path &output_;
-  bool keeps_backup_ = false;
-};
 
 std::string summary_of(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
   const std::string output = name_of_output(options.output);
-  std::string text = fmt::format("{}: {} ({} TV, {} radio, {} other) of {} on {} of {}, {} skipped\n", output,
-                                 counted(counts.services, "service"), counts.tv, counts.radio,
-                                 counts.services - counts.tv - counts.radio, counted(counts.providers, "provider"),
-                                 counted(counts.transponders, "transponder"), counted(counts.sources, "source"),
-                                 counted(result.filled.skipped.size(), "line"));
+  std::string text =
+      fmt::format("{}: {}, {} skipped\n", output, text_of(counts), counted(result.filled.skipped.size(), "line"));
   if (counts.favourite_groups > 0) {
     text += fmt::format("{}: {}\n", output, counted(counts.favourite_groups, "favourite group"));
   }
@@ -159,28 +99,19 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (const std::string note = result.source.read_as->text(); !note.empty()) {
     text += fmt::format("{}: {}\n", result.source.path.string(), note);
   }
-  return text + losses_text(result.lost, "Not carried by the channel file:");
+  return text + losses_text(result.lost, title_of_losses(options.output, result.beside));
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
-  const list_counts &counts = result.filled.counts;
-  return {{"file", options.input.string()},
-          {"format", result.from.name},
-          {"charset", result.source.read_as->charset},
-          {"output", options.output.string()},
-          {"services", counts.services},
-          {"tv", counts.tv},
-          {"radio", counts.radio},
-          {"providers", counts.providers},
-          {"transponders", counts.transponders},
-          {"sources", counts.sources},
-          {"favourite_groups", counts.favourite_groups},
-          {"not_asked_for", result.not_asked_for},
-          {"skipped_lines", json_of_skipped(result.filled.skipped)},
-          {"notes", result.filled.left_out},
-          {"groups_left_out", json_of_groups_left_out(result.filled.groups_left_out)},
-          {"left_out", json_of_left_out(result.lost)},
-          {"not_carried", json_of_losses(result.lost)}};
+  json document = {{"file", options.input.string()},
+                   {"format", result.from.name},
+                   {"charset", result.source.read_as->charset},
+                   {"output", options.output.string()},
+                   {"companion", json_of_companion(options.output, result.beside)}};
+  document.put(json_of(result.filled.counts));
+  document["not_asked_for"] = result.not_asked_for;
+  document.put(json_of_remains(result.filled, result.lost));
+  return document;
 }
 
 void report_findings(const import_options &options, const import_outcome &result) {
@@ -193,7 +124,7 @@ void report_findings(const import_options &options, const import_outcome &result
   report_full_tables(input, result.filled, options.shows_all);
 }
 
-void report(const import_options &options, json document, const std::string &summary, const import_target &target) {
+void report(const import_options &options, json document, const std::string &summary, const new_list_file &target) {
   if (options.as_json) {
     document["backup"] = target.backup();
     print_report([&] { print_json(document); });
@@ -204,7 +135,7 @@ void report(const import_options &options, json document, const std::string &sum
 
 // Formats of the whole file make one, whose bytes nobody touches.
 int import_whole_file(const import_options &options, const list_source &source, const format &from) {
-  const import_target target(options);
+  const new_list_file target(options.output, !options.leaves_no_backup);
   target.write_bytes(reading(source, [&] { return from.to_channel_file(source.text); }));
   report(options, {{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}},
          fmt::format("{}: the whole channel file from {}\n", name_of_output(options.output), from.name), target);
@@ -223,7 +154,8 @@ void must_not_be_within(const import_options &options, const list_source &source
 
 int run_import(const import_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
-  const list_source source = source_at(options.input, options.charset);
+  list_source source = source_at(options.input, options.charset);
+  source.url = options.url;
   const format &from = format_to_read(options.from, source);
   must_differ(opened_as(options.input), options.output);
   if (from.is_folder && !is_standard_stream(options.input)) {
@@ -237,8 +169,8 @@ int run_import(const import_options &options) {
   if (result.filled.counts.services == 0) {
     throw std::runtime_error(source.path.string() + ": no service to import");
   }
-  const import_target target(options);
-  target.write_list();
+  const new_list_file target(options.output, !options.leaves_no_backup);
+  target.write_list(result.beside);
   report(options, json_of_outcome(options, result), summary_of(options, result), target);
   return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
 }
@@ -258,7 +190,8 @@ command import_command() {
            "Channels without a number get the next one; in a channels.conf a separator ':@N' raises it, and one with a "
            "name begins a group, ':Name' or ':@N Name'. Lines that "
            "cannot be read and services that occur twice are reported, skipped, and take no number. What INPUT says "
-           "and a channel file has no place for is counted. OUTPUT is replaced as a whole or not at all; a channel "
+           "and a channel file has no place for is counted, and kept beside it in OUTPUT.more.json, from where an "
+           "export puts it back. OUTPUT is replaced as a whole or not at all; a channel "
            "file "
            "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
            "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "
@@ -280,6 +213,10 @@ command import_command() {
            "A source without a position (\"S\" and \"S#1\" of older lists and of dvbv5) is named with --source, so "
            "that "
            "it is the same network as in other lists.",
+           "A playlist (M3U) holds services whose addresses say network, transport stream and service ids: as exports "
+           "write them, as references of Enigma2 (1:0:1:SID:TSID:ONID:...), as channel ids of VDR "
+           "(S19.2E-1-1079-28006), "
+           "or as --url says. Addresses tell no frequencies: --like takes those from a list that has them.",
            "Texts are UTF-8, or UTF-16 with its byte order mark; a line that is not UTF-8 is read as Latin-1 (ISO "
            "8859-1), unless --charset names what INPUT is of. CSV may have commas, semicolons or tabs between its "
            "cells, as the header line has them. Of the ways in which spreadsheets write a number, 1.0, 1.00 and 1,0 "
@@ -314,6 +251,10 @@ command import_command() {
                    .target = &options->charset,
                    .about = "the characters of INPUT, as ISO-8859-2, when it is neither UTF-8 nor UTF-16 with its mark",
                    .value = "NAME"},
+                  {.names = "--url",
+                   .target = &options->url,
+                   .about = "M3U: how addresses hold ids, as `chlist export --url` writes them; {} stands for any text",
+                   .value = "TEMPLATE"},
                   {.names = "--source",
                    .target = &options->sources,
                    .about = "what to call a source, as S=S13.0E or S#1=S19.2E; may be given several times",
@@ -332,7 +273,9 @@ command import_command() {
                    .about = "make several favourite groups of one that is too long"},
                   {.names = "--like",
                    .target = &options->model,
-                   .about = "take network indexes and the ids and order of groups from this channel file",
+                   .about = "take network indexes, the ids and order of groups, and frequencies that INPUT does not "
+                            "tell, from this "
+                            "channel file",
                    .value = "LIST"},
                   {.names = "--where",
                    .target = &options->services.where,

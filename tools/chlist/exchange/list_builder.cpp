@@ -24,7 +24,11 @@ constexpr std::size_t max_sources = 254;
 
 using owned_channel = channel::transient<channel_st>;
 
+// A name that is there already stands as it was broadcast.
 void set_name(name_slot_st &slot, std::string_view name) {
+  if (slot.name_len > 0) {
+    return;
+  }
   const std::string plain = in_one_line(name);
   const std::string_view cut = cut_utf8(plain, sizeof slot.text);
   std::ranges::copy(cut, slot.text);
@@ -42,9 +46,13 @@ owned_channel make_record(const line_up_service &service, std::uint8_t net_index
   return record;
 }
 
+bool is_too_long(const name_slot_st &slot, std::string_view name) {
+  return slot.name_len == 0 && name.size() > sizeof slot.text;
+}
+
 std::size_t too_long_names(const line_up_service &service) {
-  constexpr std::size_t longest = sizeof(name_slot_st::text);
-  return service.name.size() > longest || service.short_name.size() > longest ? 1 : 0;
+  const auto &slots = service.fields.name;
+  return is_too_long(slots[0], service.name) || is_too_long(slots[1], service.short_name) ? 1 : 0;
 }
 
 // add_rch_info() tells a service that it refused by leaving the record in no list.
@@ -355,6 +363,7 @@ filled_list fill_list(const line_up &from, loss_counts &lost, const fill_options
   result.groups_left_out = builder.groups_left_out();
   lost.add(builder.lost());
   result.filed = builder.filed_services();
+  result.same.assign(builder.records().begin(), builder.records().end());
   result.counts = builder.counts();
   return result;
 }

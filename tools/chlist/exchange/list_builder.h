@@ -77,6 +77,9 @@ class list_builder {
   // The records of the services that have been added, in the order of adding; null: left out, or filed before.
   [[nodiscard]] std::vector<const channel_st *> filed_services() const;
 
+  // The same, and of a service that was filed before the record that it led to.
+  [[nodiscard]] const std::vector<channel_st *> &records() const { return added_; }
+
   [[nodiscard]] list_counts counts() const;
 
  private:
@@ -109,6 +112,7 @@ struct filled_list {
   std::vector<std::string> left_out;  // what the list had no room for
   std::vector<group_left_out> groups_left_out;
   std::vector<const channel_st *> filed;  // the records of the services; null: left out
+  std::vector<const channel_st *> same;   // of a service that occurs twice as well, the record of the first
   list_counts counts;
 
   [[nodiscard]] bool is_whole() const { return skipped.empty() && left_out.empty(); }

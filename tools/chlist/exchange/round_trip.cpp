@@ -11,7 +11,9 @@
 #include <unordered_map>
 #include <utility>
 
+#include "chlist/exchange/beside.h"
 #include "chlist/exchange/broadcast_service.h"
+#include "chlist/exchange/layout/weave.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/fields/settings.h"
@@ -162,30 +164,34 @@ class difference_counter {
   loss_counts &lost_;
 };
 
-// Where each service that was read stands among those that were written: lines come in that order, and those that
-// became no service were skipped.
-std::vector<std::size_t> places_among_written(const line_up &read, std::size_t written) {
-  std::set<std::size_t> lines;
-  for (const line_up_service &service : read.services) {
-    lines.insert(service.line);
-  }
-  if (lines.size() < written) {
-    std::ranges::transform(read.skipped, std::inserter(lines, lines.end()), &skipped_line::line);
+// Where each service that was read stands among those that were written: by its line, which the writer tells, or else
+// lines come in the order of writing, and those that became no service were skipped.
+std::vector<std::size_t> places_among_written(const line_up &read, const written_list &written) {
+  std::set<std::size_t> lines(written.lines.begin(), written.lines.end());
+  if (lines.empty()) {
+    for (const line_up_service &service : read.services) {
+      lines.insert(service.line);
+    }
+    if (lines.size() < written.services.size()) {
+      std::ranges::transform(read.skipped, std::inserter(lines, lines.end()), &skipped_line::line);
+    }
   }
   std::unordered_map<std::size_t, std::size_t> places;
   for (const std::size_t line : lines) {
     places.emplace(line, places.size());
   }
   std::vector<std::size_t> made;
-  std::ranges::transform(read.services, std::back_inserter(made),
-                         [&](const line_up_service &service) { return places.at(service.line); });
+  std::ranges::transform(read.services, std::back_inserter(made), [&](const line_up_service &service) {
+    const auto found = places.find(service.line);
+    return found != places.end() ? found->second : nowhere;
+  });
   return made;
 }
 
-// written: the places of the services in the list before, in the order of writing.
-pairing pair_written(const std::vector<std::size_t> &written, std::size_t before, const line_up &read,
-                     const filled_list &filled, channel_list_st &list) {
-  const std::vector<std::size_t> places = places_among_written(read, written.size());
+// written: the places of the services in the list before, in the order of writing; places: of those that were read,
+// among these.
+pairing pair_written(const std::vector<std::size_t> &written, std::size_t before,
+                     const std::vector<std::size_t> &places, const filled_list &filled, channel_list_st &list) {
   std::unordered_map<const channel_st *, std::size_t> came_from;
   for (std::size_t at = 0; at < places.size(); ++at) {
     if (filled.filed[at] != nullptr && places[at] < written.size()) {
@@ -254,8 +260,10 @@ std::size_t count_round_trip(const records_of_list &before, const std::vector<st
   const filled_list filled = fill_list(read, of_reading);
   channel_list_st &records = *get_channel_list();
   const line_up after = line_up_of(records);
+  const std::vector<std::size_t> places_of_read = places_among_written(read, written);
   const paired_records pairs = pair_around(
-      pair_written(places_of(written, places), before.list.services.size(), read, filled, records), before.list, after);
+      pair_written(places_of(written, places), before.list.services.size(), places_of_read, filled, records),
+      before.list, after);
   lost.leave_out("services that an import refuses", written.services.size() - pairs.services.both.size(),
                  filled.skipped.empty() ? std::string() : filled.skipped.front().reason);
   difference_counter counter(lost);
@@ -285,16 +293,28 @@ void count_uncarried(const line_up &list, const written_list &written, loss_coun
   }
 }
 
+// What the format wants of every service and nobody knows of these; the writer assumes it.
+void count_lacking(const line_up &list, const written_list &written, const format &to, loss_counts &lost) {
+  if (!to.lacks.empty()) {
+    const auto lacking = std::ranges::count_if(
+        written.services, [&](std::size_t place) { return list.services[place].further.tuned.empty(); });
+    lost.add(to.lacks, static_cast<std::size_t>(lacking), std::string(to.without_it));
+  }
+}
+
+written_list written_as(const line_up &list, const companion &kept, const format &to, const write_options &options) {
+  return can_be_woven(kept, to) ? woven_text(list, kept, to, options) : to.write(list, options);
+}
+
 }  // namespace
 
-exported_list export_list(const records_of_list &list, const format &to, const write_options &options) {
+exported_list export_list(const records_of_list &list, const companion &kept, const format &to,
+                          const write_options &options) {
   const list_for_formats given = in_order_of_all(list.list);
-  written_list written = to.write(given.list, options);
+  written_list written = written_as(given.list, kept, to, options);
   exported_list made;
   made.lost = std::move(written.left_out);
-  if (!to.lacks.empty()) {
-    made.lost.add(to.lacks, written.services.size(), std::string(to.without_it));
-  }
+  count_lacking(given.list, written, to, made.lost);
   if (written.carried.empty()) {
     made.favourite_groups = count_round_trip(list, given.places, written, to, made.lost);
   } else {

@@ -7,6 +7,7 @@
 
 #include "chlist/exchange/formats.h"
 #include "chlist/exchange/record_losses.h"
+#include "chlist/files/companion.h"
 
 namespace chlist {
 
@@ -18,7 +19,8 @@ struct exported_list {
 };
 
 // Writes a list, which must not be the one in memory: that is filled with what is read again. Of what nobody can read
-// again the fields are counted that are not carried.
-exported_list export_list(const records_of_list &list, const format &to, const write_options &options);
+// again the fields are counted that are not carried. list: with what is kept beside it, whose text is woven again.
+exported_list export_list(const records_of_list &list, const companion &kept, const format &to,
+                          const write_options &options);
 
 }  // namespace chlist

@@ -24,6 +24,7 @@ struct write_options {
 struct written_list {
   std::vector<made_file> files;
   std::vector<std::size_t> services;   // the places of those that were written, in the order of their lines
+  std::vector<std::size_t> lines;      // of each of these; none: they follow each other
   loss_counts left_out;                // the others, by reason
   std::vector<const field *> carried;  // of what nobody reads again: the fields that are in it
 };

@@ -105,7 +105,7 @@ constexpr comparison_sign signs[] = {
 
 class parser {
  public:
-  explicit parser(std::string_view text) : text_(text) {}
+  parser(std::string_view text, std::string_view called) : text_(text), called_(called) {}
 
   condition whole() {
     condition read = any_of_several();
@@ -236,17 +236,54 @@ class parser {
 
   [[noreturn]] std::string refuse(std::size_t place, const std::string &why) const {
     throw std::runtime_error(
-        fmt::format("--where, character {}: {}", characters_of(text_.substr(0, place)).size() + 1, why));
+        fmt::format("{}, character {}: {}", called_, characters_of(text_.substr(0, place)).size() + 1, why));
   }
 
   std::string_view text_;
+  std::string_view called_;
   std::size_t at_ = 0;
   std::size_t depth_ = 0;
 };
 
+bool is_part(const field &which, const service_row &shown_row, std::string_view text) {
+  return contains_name(text_of_value(which.get(shown_row)), text);
+}
+
+condition found_by(const std::string &text) {
+  return [text](const service_row &shown_row) {
+    return is_same_name(text_of_value(field_named("number").get(shown_row)), text) ||
+           (shown_row.service != nullptr &&
+            (is_part(field_named("name"), shown_row, text) || is_part(field_named("provider"), shown_row, text)));
+  };
+}
+
+// A part of one of the names will do.
+void must_name_a_value(const field &which, std::string_view text) {
+  const auto has_part = [text](const word &each) { return contains_name(each.text, text); };
+  if (which.values.kind == value_kind::named && std::ranges::none_of(which.values.words, has_part)) {
+    number_for(which, text);
+  }
+}
+
+condition having(const field &which, const std::string &text) {
+  if (!is_text(which) && which.values.kind != value_kind::named) {
+    return same_value(which, text);
+  }
+  must_name_a_value(which, text);
+  return [&which, text](const service_row &shown_row) { return is_part(which, shown_row, text); };
+}
+
 }  // namespace
 
-where::where(std::string_view text) : takes_(parser(text).whole()) {}
+where::where(std::string_view text, std::string_view called) : takes_(parser(text, called).whole()) {}
+
+where where::has(std::string_view text) {
+  const std::size_t equals = text.find('=');
+  if (equals == std::string_view::npos) {
+    return where(found_by(std::string(text)));
+  }
+  return where(having(field_named(text.substr(0, equals)), std::string(text.substr(equals + 1))));
+}
 
 std::vector<term> terms_of_conditions() {
   std::vector<term> terms;

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 
 #include "chlist/command.h"
 #include "chlist/fields/service_fields.h"
@@ -18,12 +19,19 @@ namespace chlist {
 // A value with blanks or brackets stands in quotes, single or double.
 class where {
  public:
-  // Throws std::runtime_error that tells at which character the text cannot be understood, and why.
-  explicit where(std::string_view text);
+  // Throws std::runtime_error that tells at which character of what the text cannot be understood, and why.
+  explicit where(std::string_view text, std::string_view called = "--where");
+
+  // What people type to find a service. "FIELD=TEXT": the text is part of the field's, or, of numbers and of yes and
+  // no, spells its value. Any other text: part of the name or of the provider, or the number. Case and accents do not
+  // count. Throws std::runtime_error when there is no such field, or the text is none of its values.
+  static where has(std::string_view text);
 
   [[nodiscard]] bool takes(const service_row &row) const { return takes_(row); }
 
  private:
+  explicit where(std::function<bool(const service_row &)> takes) : takes_(std::move(takes)) {}
+
   std::function<bool(const service_row &)> takes_;
 };
 

@@ -8,7 +8,6 @@
 #include <array>
 
 #include "chlist/files/distinct_files.h"
-#include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 
 namespace chlist {
@@ -52,14 +51,20 @@ void keep_backup(const fs::path &file) {
   copy.take_place();
 }
 
-void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup) {
+void keep_backups(const fs::path &file) {
+  keep_backup(file);
+  keep_backup(companion_of(file));
+}
+
+void save_edited_list(const fs::path &input, const fs::path &target, bool leaves_no_backup,
+                      const companion_to_write &beside) {
   must_be_replaceable(target);
   if (!leaves_no_backup) {
     must_differ(input, backup_of(target));
     must_differ(target, backup_of(target));
-    keep_backup(target);
+    keep_backups(target);
   }
-  save_list_as(target);
+  save_list_with(target, beside);
 }
 
 }  // namespace chlist

@@ -3,6 +3,8 @@
 
 #include <filesystem>
 
+#include "chlist/files/list_file.h"
+
 namespace chlist {
 
 // Copies the file, with its mode, to FILE.bak, which is replaced as a whole or not at all, and brings the copy to the
@@ -10,12 +12,16 @@ namespace chlist {
 // Throws when it cannot be kept.
 void keep_backup(const std::filesystem::path &file);
 
+// Of a channel file, and of what stands beside it.
+void keep_backups(const std::filesystem::path &file);
+
 // Where keep_backup() puts it.
 std::filesystem::path backup_of(const std::filesystem::path &file);
 
 // Saves the channel list that was made of an input, and keeps what the target was before, unless nothing is to be kept.
 // No backup is made of what will not be replaced; it replaces neither the input nor, by way of a link, the file that it
-// is made of.
-void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup);
+// is made of. A companion that is replaced is kept in the same way.
+void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup,
+                      const companion_to_write &beside);
 
 }  // namespace chlist

@@ -1,21 +1,75 @@
-// The library writes the replacement of a channel file.
+// The library writes the replacement of a channel file; the one of the companion waits for it.
 #include "chlist/files/list_file.h"
 
 #include <channel/files.h>
 
 #include <stdexcept>
+#include <utility>
 
 #include "chlist/files/replacement.h"
 
 namespace chlist {
+namespace {
 
-void save_list_as(const std::filesystem::path &target) {
-  replacement file(target);
-  set_target_dir("./");
-  if (save_channel(file.name()) != 1) {
-    throw std::runtime_error(target.string() + ": the channel file could not be written");
+namespace fs = std::filesystem;
+
+// A file that is to take its place, or to go.
+class replaced_companion {
+ public:
+  replaced_companion(fs::path path, const companion &what) : path_(std::move(path)) {
+    if (!what.is_empty()) {
+      file_.emplace(path_);
+      file_->write(text_of(what));
+    }
   }
-  file.take_place();
+
+  void take_place() {
+    if (file_) {
+      file_->take_place();
+    } else {
+      fs::remove(path_);
+    }
+  }
+
+ private:
+  fs::path path_;
+  std::optional<replacement> file_;
+};
+
+void write_both(replacement &file, replaced_companion &beside) {
+  file.take_place_for_now();
+  try {
+    beside.take_place();
+  } catch (...) {
+    file.put_back();
+    throw;
+  }
 }
+
+}  // namespace
+
+void write_with(const fs::path &target, const companion_to_write &beside,
+                const std::function<void(replacement &file)> &write) {
+  const fs::path companion_path = companion_of(target);  // before the program works in the target's folder
+  replacement file(target);
+  write(file);
+  if (beside) {
+    replaced_companion companion_file(companion_path, *beside);
+    write_both(file, companion_file);
+  } else {
+    file.take_place();
+  }
+}
+
+void save_list_with(const fs::path &target, const companion_to_write &beside) {
+  write_with(target, beside, [&](replacement &file) {
+    set_target_dir("./");
+    if (save_channel(file.name()) != 1) {
+      throw std::runtime_error(target.string() + ": the channel file could not be written");
+    }
+  });
+}
+
+void save_list_as(const fs::path &target) { save_list_with(target, std::nullopt); }
 
 }  // namespace chlist

@@ -3,10 +3,27 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <optional>
+
+#include "chlist/files/companion.h"
 
 namespace chlist {
 
+class replacement;
+
+// What is to stand beside a channel file that is written. None: what stands there stays. Without anything in it: no
+// companion any more.
+using companion_to_write = std::optional<companion>;
+
 // Throws std::runtime_error (or std::system_error) with a readable text; the target is then as it was.
 void save_list_as(const std::filesystem::path &target);
+
+// The list and what stands beside it are both replaced, or neither.
+void save_list_with(const std::filesystem::path &target, const companion_to_write &beside);
+
+// The same of what somebody else writes into the file.
+void write_with(const std::filesystem::path &target, const companion_to_write &beside,
+                const std::function<void(replacement &file)> &write);
 
 }  // namespace chlist

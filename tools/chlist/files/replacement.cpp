@@ -98,14 +98,47 @@ void replacement::take_attributes() const {
   }
 }
 
+void replacement::bring_to_disk() {
+  take_attributes();
+  if (::fsync(file_.get()) != 0) {
+    fail(target_.string());
+  }
+}
+
 void replacement::take_place() {
   const std::string target_name = target_.filename();
-  take_attributes();
-  if (::fsync(file_.get()) != 0 || std::rename(name_, target_name.c_str()) != 0) {
+  bring_to_disk();
+  if (std::rename(name_, target_name.c_str()) != 0) {
     fail(target_.string());
   }
   is_renamed_ = true;
   ::fsync(folder_.get());
+}
+
+void replacement::take_place_for_now() {
+  if (!fs::exists(target_)) {
+    take_place();
+    return;
+  }
+  const std::string target_name = target_.filename();
+  bring_to_disk();
+  was_there_ = ::renameat2(AT_FDCWD, name_, AT_FDCWD, target_name.c_str(), RENAME_EXCHANGE) == 0;
+  if (!was_there_ && (errno != EINVAL && errno != ENOSYS)) {
+    fail(target_.string());
+  }
+  if (!was_there_) {
+    take_place();
+  }
+  ::fsync(folder_.get());
+}
+
+void replacement::put_back() {
+  const std::string target_name = target_.filename();
+  if (was_there_) {
+    was_there_ = ::renameat2(AT_FDCWD, name_, AT_FDCWD, target_name.c_str(), RENAME_EXCHANGE) != 0;
+  } else if (is_renamed_ && !model_) {
+    ::unlink(target_name.c_str());
+  }
 }
 
 }  // namespace chlist

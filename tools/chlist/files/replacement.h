@@ -58,8 +58,14 @@ class replacement {
   // disk, and puts it in the target's place. The file goes away when this is not called, or throws.
   void take_place();
 
+  // The same, and what was there is kept until this goes away; put_back() gives it its place again, as far as the file
+  // system can exchange two names, and throws nothing.
+  void take_place_for_now();
+  void put_back();
+
  private:
   void take_attributes() const;
+  void bring_to_disk();
 
   std::filesystem::path target_;
   std::optional<struct stat> model_;  // none for a new file
@@ -69,6 +75,7 @@ class replacement {
   char name_[16] = ".chlist-XXXXXX";
   descriptor file_;
   bool is_renamed_ = false;
+  bool was_there_ = false;  // another file, whose name is the temporary one now
 };
 
 }  // namespace chlist

@@ -15,6 +15,7 @@
 
 #include "channel/identity.h"
 #include "channel/store/hierarchy.h"
+#include "chlist/line_up/tuning.h"
 
 namespace chlist {
 
@@ -31,7 +32,7 @@ struct channel_number {
 };
 
 // One service. Texts are whole here, however long; the record holds everything else that a channel list keeps of a
-// service, the ids of its groups included, but no names.
+// service, the ids of its groups included, but no names, unless their bytes are to stay as they were broadcast.
 struct line_up_service {
   std::size_t line = 0;  // where it stands in the source, 0 when that has no lines
   std::string name;
@@ -48,6 +49,7 @@ struct line_up_service {
   std::optional<channel_number> number;  // none: the next one that is free
   int lowest_number = 1;                 // which is not below this
   bool is_listed = true;                 // services that are not keep no number
+  further_facts further;                 // what a channel list does not keep
 
   [[nodiscard]] bool has_flag(int bit) const { return (fields.flag & bit) != 0; }
   void set_flag(int bit, bool set) {

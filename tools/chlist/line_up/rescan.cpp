@@ -9,12 +9,14 @@
 #include <utility>
 
 #include "chlist/line_up/pairing.h"
+#include "chlist/line_up/quality.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
 
-constexpr std::array<std::string_view, 3> ways = {"identity", "name", "ids"};
+constexpr std::array<std::string_view, ways_to_find> ways = {"identity", "name", "ids", "name on another source",
+                                                             "name without quality"};
 constexpr std::size_t most_kept_candidates = 10;
 
 using name_key = std::tuple<std::uint8_t, std::uint8_t, std::string>;
@@ -55,10 +57,20 @@ class service_search {
  public:
   service_search(const line_up &before, const line_up &after) : before_(before), after_(after) {}
 
-  rescan found() {
+  rescan found(search_reach reach) {
     find_by_identity();
     find(found_by::name, name_key_of);
     find(found_by::ids, ids_key_of);
+    if (reach >= search_reach::other_receiver) {
+      find(found_by::name_elsewhere, [](const line_up_service &service) {
+        return std::tuple{service.fields.service_type, folded(service.name)};
+      });
+    }
+    if (reach >= search_reach::other_picture) {
+      find(found_by::plain_name, [](const line_up_service &service) {
+        return std::tuple{is_radio(service), plain_name(service.name)};
+      });
+    }
     std::ranges::sort(result_.found, {}, &kept_service::after);
     for (auto &[place, each] : doubtful_) {
       result_.doubtful.push_back(std::move(each));
@@ -106,7 +118,7 @@ class service_search {
   }
 
   void judge(found_by by, const alike &services) {
-    if (services.before.empty() || services.after.empty() || (by == found_by::name && is_nameless(services))) {
+    if (services.before.empty() || services.after.empty() || (by != found_by::ids && is_nameless(services))) {
       return;
     }
     if (services.before.size() == 1 && services.after.size() == 1) {
@@ -153,6 +165,8 @@ class service_search {
 
 std::string_view text_of(found_by by) { return ways[static_cast<std::size_t>(by)]; }
 
-rescan find_again(const line_up &before, const line_up &after) { return service_search(before, after).found(); }
+rescan find_again(const line_up &before, const line_up &after, search_reach reach) {
+  return service_search(before, after).found(reach);
+}
 
 }  // namespace chlist

@@ -13,11 +13,17 @@ namespace chlist {
 
 enum class found_by : std::uint8_t {
   identity,
-  name,  // name and service type
-  ids,   // original network id and service id
+  name,            // name and service type
+  ids,             // original network id and service id
+  name_elsewhere,  // name and type on another source
+  plain_name,      // the name without "HD" or another word for the picture, wherever
 };
+inline constexpr std::size_t ways_to_find = 5;
 
-// "identity", "name", "ids".
+// How far services are looked for: lists of one receiver have the same sources and names.
+enum class search_reach : std::uint8_t { same_receiver, other_receiver, other_picture };
+
+// "identity", "name", "ids", "name on another source", "name without quality".
 std::string_view text_of(found_by by);
 
 struct kept_service {
@@ -42,6 +48,6 @@ struct rescan {
 
 // Both lists number their sources alike. An identity that went to another service, whose name is known from elsewhere,
 // is no sign that the service is the same.
-rescan find_again(const line_up &before, const line_up &after);
+rescan find_again(const line_up &before, const line_up &after, search_reach reach = search_reach::same_receiver);
 
 }  // namespace chlist

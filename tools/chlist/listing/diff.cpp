@@ -5,9 +5,12 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "chlist/edit/edits_between.h"
+#include "chlist/exchange/text_lines.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/difference.h"
@@ -26,6 +29,7 @@ struct diff_options {
   fs::path before;
   fs::path after;
   bool is_of_scans = false;
+  bool as_edits = false;
   bool as_json = false;
 };
 
@@ -77,7 +81,7 @@ void report(const diff_options &options, const comparison &found) {
     if (found.changes.empty() && found.is_renumbered) {
       fmt::print("no differences but in the numbers of sources\n");
     } else {
-      print_differences(found.changes);
+      fmt::print("{}", text_of_differences(found.changes));
     }
   });
 }
@@ -97,6 +101,30 @@ int compare_scans(const diff_options &options, const line_up &was, const line_up
   return found.is_empty() ? exit_done : exit_findings;
 }
 
+std::string comments(const std::string &text) {
+  std::string made;
+  text_lines lines(text);
+  while (const std::optional<std::string_view> line = lines.next()) {
+    made += fmt::format("# {}\n", *line);
+  }
+  return made;
+}
+
+// What no edit does is told behind the edits, and that sources are numbered otherwise, too.
+int print_edits(const channel_file &before, const line_up &wanted, const comparison &found) {
+  const edit_script script = edits_between(before, wanted);
+  std::ranges::for_each(found.notes, print_message);
+  print_report([&] {
+    for (const std::string &line : script.lines) {
+      fmt::print("{}\n", line);
+    }
+    if (!script.left.empty()) {
+      fmt::print("# No edit does this:\n{}", comments(text_of_differences(script.left)));
+    }
+  });
+  return script.left.empty() && !found.is_renumbered ? exit_done : exit_findings;
+}
+
 int run_diff(const diff_options &options) {
   const channel_file before(options.before);
   const channel_file after(options.after);
@@ -107,6 +135,9 @@ int run_diff(const diff_options &options) {
   const line_up is = numbered_alike(was, line_up_to_compare(after, found.notes), options.after, found);
   if (options.is_of_scans) {
     return compare_scans(options, was, is, found.notes);
+  }
+  if (options.as_edits) {
+    return print_edits(before, is, found);
   }
   found.changes = differences(was, is);
   report(options, found);
@@ -128,12 +159,16 @@ command diff_command() {
                "read.",
                "--scan tells what became of the services alone: those that are new or gone, those that moved to "
                "another transponder or other ids and are found again by their network and service id or by their name "
-               "and type, those with another name, and those of which several could be it."},
-          .exit_codes = {{"0", "the same"},
-                         {"1", "there are differences"},
+               "and type, those with another name, and those of which several could be it.",
+               "--as-edits prints edits, one a line, which `chlist apply` takes: AFTER, or what is as near to it as "
+               "edits come. Services are named by their identities. What no edit does, as a service that AFTER has "
+               "and BEFORE lacks, comes behind them in comments, and the exit code is 1."},
+          .exit_codes = {{"0", "the same; with --as-edits, the edits make AFTER of BEFORE"},
+                         {"1", "there are differences; with --as-edits, some that no edit does"},
                          {"2", "bad usage, a file that cannot be read, is short or is of another version; or the "
                                "report could not be written"}},
           .examples = {"chlist diff yesterday.dat channels.dat",
+                       "chlist diff --as-edits channels.dat edited.dat > family.edits",
                        "chlist diff --json yesterday.dat channels.dat | jq '.differences.added[].name'"},
           .options = {{.names = "BEFORE",
                        .target = &options->before,
@@ -146,6 +181,10 @@ command diff_command() {
                       {.names = "--scan",
                        .target = &options->is_of_scans,
                        .about = "compare what two scans found, whatever their views and numbers"},
+                      {.names = "--as-edits",
+                       .target = &options->as_edits,
+                       .about = "print the lines of `chlist apply` that make AFTER of BEFORE",
+                       .excluded = {"--scan", "--json"}},
                       {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
           .run = [options] { return run_diff(*options); }};
 }

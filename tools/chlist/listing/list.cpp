@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,6 +35,7 @@ struct list_options {
   std::string view = "all";
   std::string sort;
   std::vector<std::string> filters;
+  std::vector<std::string> conditions;
   std::string columns;
   std::string format = "table";
   bool as_json = false;
@@ -147,11 +149,17 @@ void print_columns_there_are() {
   fmt::print("{}", table.text());
 }
 
-int list_file(const list_options &options) {
-  std::vector<row_filter> filters;
-  for (const std::string &filter : options.filters) {
-    filters.emplace_back(filter);
+std::vector<where> conditions_of(const list_options &options) {
+  std::vector<where> wanted;
+  std::ranges::transform(options.filters, std::back_inserter(wanted), where::has);
+  for (const std::string &condition : options.conditions) {
+    wanted.emplace_back(condition);
   }
+  return wanted;
+}
+
+int list_file(const list_options &options) {
+  const std::vector<where> wanted = conditions_of(options);
   const channel_file input(options.file);
   input.must_be_current();
   const file_records records(input.bytes());
@@ -162,7 +170,7 @@ int list_file(const list_options &options) {
     sort_view(records.list(), view, options.sort);
     list = line_up_of(records.list());
   }
-  const rows_shown rows = filtered(list, view, filters);
+  const rows_shown rows = filtered(list, view, wanted);
   const listing listed = {options.file, name_in(list, view), rows, chosen_columns(options, rows)};
   print_report([&] { std::ranges::find(formats, options.format, &list_format::name)->print(listed); });
   return exit_done;
@@ -190,18 +198,20 @@ command list_command() {
       .details =
           {"FILE is of version 10 and is only read. Sorting is the receiver's own; numbers stay with their services.",
            "A filter is COLUMN=TEXT (the text is part of the column's; numbers, yes and no are compared as a whole), "
-           "or a text that is part of the name or of the provider, or is the number; case does not count. Of several "
-           "filters all must match.",
+           "or a text that is part of the name or of the provider, or is the number; case does not count. A condition "
+           "says "
+           "more: whole values, patterns, comparisons, and, or, not. Of several all must be met.",
            "`chlist list --columns help` says what each column is. CSV (RFC 4180) and JSON have all columns unless "
            "--columns says otherwise; between favourite groups CSV has ';'. An entry that resolves to no service has "
            "its identity only."},
-      .sections = {{"Views", terms_of_views()}, {"Sorts", terms_of_sorts()}},
+      .sections = {{"Views", terms_of_views()}, {"Sorts", terms_of_sorts()}, {"Conditions", terms_of_conditions()}},
       .exit_codes = {{"0", "listed"},
                      {"2", "bad usage, or no such view, column or sort; a file that cannot be read, is short or is of "
                            "another version; or the list could not be written"}},
       .examples = {"chlist list channels.dat", "chlist list channels.dat --view tv --sort name --filter 'provider=sky'",
                    "chlist list channels.dat --view fav:Films --columns number,name,video_pid",
-                   "chlist list channels.dat --filter locked=yes --format csv > locked.csv"},
+                   "chlist list channels.dat --filter locked=yes --format csv > locked.csv",
+                   "chlist list channels.dat --where 'type=TV scrambled=no name~\" HD$\"'"},
       .options = {{.names = "FILE", .target = &options->file, .about = "the channel file"},
                   {.names = "--view", .target = &options->view, .about = "the view to list (all)", .value = "VIEW"},
                   {.names = "--sort",
@@ -212,6 +222,10 @@ command list_command() {
                    .target = &options->filters,
                    .about = "list only what matches",
                    .value = "COLUMN=TEXT"},
+                  {.names = "--where",
+                   .target = &options->conditions,
+                   .about = "list only what meets a condition",
+                   .value = "CONDITION"},
                   {.names = "--columns",
                    .target = &options->columns,
                    .about = "the columns, with commas between; 'help' names them",

@@ -1,20 +1,22 @@
 // What became of the services of one scan in another.
 #pragma once
 
+#include <vector>
+
 #include "chlist/json/json.h"
-#include "chlist/line_up/rescan.h"
+#include "chlist/line_up/rescan_report.h"
 
 namespace chlist {
 
 struct scan_difference {
-  const line_up &before;
-  const line_up &after;
-  rescan again;
+  std::vector<known_service> added;
+  std::vector<known_service> gone;
+  rescan_report changes;
 
   [[nodiscard]] bool is_empty() const;
 };
 
-// Of scans that number their sources alike, and outlive it.
+// Of scans that number their sources alike.
 scan_difference difference_of_scans(const line_up &before, const line_up &after);
 
 // Added, removed, moved, renamed and doubtful services, as a merge reports them.

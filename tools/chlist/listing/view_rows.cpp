@@ -60,10 +60,10 @@ void sort_view(channel_list_st &list, std::int8_t view, std::string_view sort) {
   channel::qsort_virtual_channel(entries, found->type);
 }
 
-std::vector<service_row> filtered(const line_up &list, std::int8_t view, const std::vector<row_filter> &filters) {
+std::vector<service_row> filtered(const line_up &list, std::int8_t view, const std::vector<where> &conditions) {
   std::vector<service_row> rows = rows_of(list, view);
-  std::erase_if(rows, [&filters](const service_row &row) {
-    return !std::ranges::all_of(filters, [&row](const row_filter &filter) { return filter.takes(row); });
+  std::erase_if(rows, [&conditions](const service_row &row) {
+    return !std::ranges::all_of(conditions, [&row](const where &condition) { return condition.takes(row); });
   });
   return rows;
 }

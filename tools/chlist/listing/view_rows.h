@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "chlist/command.h"
-#include "chlist/fields/row_filter.h"
+#include "chlist/fields/where.h"
 
 namespace chlist {
 
@@ -26,7 +26,7 @@ std::vector<term> terms_of_sorts();
 // Sorts a view of a list as the library does. Throws when there is no sort of that name.
 void sort_view(channel_list_st &list, std::int8_t view, std::string_view sort);
 
-// The entries of a view that every filter takes.
-std::vector<service_row> filtered(const line_up &list, std::int8_t view, const std::vector<row_filter> &filters);
+// The entries of a view that meet every condition.
+std::vector<service_row> filtered(const line_up &list, std::int8_t view, const std::vector<where> &conditions);
 
 }  // namespace chlist

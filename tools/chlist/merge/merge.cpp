@@ -17,6 +17,7 @@
 #include "chlist/files/edit_lock.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/merge/merge_outcome.h"
+#include "chlist/merge/merged_companions.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 
@@ -51,26 +52,10 @@ json json_of_change(const changed_service &service) {
   return object;
 }
 
-json json_of_move(const moved_service &service) {
-  json object = json_of(known_service{service.before.name, service.after});
-  object["before"] = json_of(service.before);
-  object["found_by"] = text_of(service.by);
-  object["entries"] = array_of(service.entries, json_of_entry);
-  return object;
-}
-
-json json_of_rename(const renamed_service &service) {
-  json object = json_of(service.known);
-  object["new_name"] = service.name;
-  object["entries"] = array_of(service.entries, json_of_entry);
-  return object;
-}
-
-json json_of_doubt(const doubtful_move &service) {
-  json object = json_of(service.before);
-  object["candidates"] = array_of(service.candidates, json_of);
-  object["count"] = service.count;
-  object["entries"] = array_of(service.entries, json_of_entry);
+template <class Change>
+json json_with_entries(const Change &change) {
+  json object = json_of(change);
+  object["entries"] = array_of(change.entries, json_of_entry);
   return object;
 }
 
@@ -112,9 +97,9 @@ json json_of_outcome(const merge_options &options, const merge_outcome &outcome)
           {"added", array_of(outcome.added, json_of_change)},
           {"removed", array_of(outcome.deleted, json_of_change)},
           {"missing", array_of(outcome.missing, json_of_change)},
-          {"moved", array_of(outcome.moved, json_of_move)},
-          {"renamed", array_of(outcome.renamed, json_of_rename)},
-          {"doubtful", array_of(outcome.doubtful, json_of_doubt)},
+          {"moved", array_of(outcome.moved, json_with_entries)},
+          {"renamed", array_of(outcome.renamed, json_with_entries)},
+          {"doubtful", array_of(outcome.doubtful, json_with_entries)},
           {"renumbered_sources", json_of_sources(outcome.sources)},
           {"dropped_entries", array_of(outcome.dropped, json_of)},
           {"duplicate_services", array_of(outcome.duplicates, json_of)},
@@ -131,12 +116,8 @@ std::string entries_text(const std::vector<placed_entry> &entries) {
   return text.empty() ? "no entry" : text;
 }
 
-// "\"News\" (...) may have become \"News\" (...), or one of 2 others; ALL 7".
 std::string doubt_text(const doubtful_move &service) {
-  const std::size_t others = service.count - 1;
-  return fmt::format("{} may have become {}{}{}", describe(service.before), describe(service.candidates.front()),
-                     others == 0 ? "" : fmt::format(", or one of {}", counted(others, "other")),
-                     service.entries.empty() ? " and goes" : "; it stays: " + entries_text(service.entries));
+  return text_of(service) + (service.entries.empty() ? " and goes" : "; it stays: " + entries_text(service.entries));
 }
 
 void report_findings(const merge_options &options, const merge_outcome &outcome) {
@@ -191,18 +172,13 @@ std::string kept_text(const merge_outcome &outcome) {
   return text;
 }
 
-void print_moves(const std::vector<moved_service> &moved) {
-  fmt::print("Moved, and found again by ids or name:\n");
-  for (const moved_service &service : moved) {
-    fmt::print("  {} -> {} by {}  {}: {}\n", identity_text(service.before.id), identity_text(service.after),
-               text_of(service.by), entries_text(service.entries), shown(service.before.name));
+template <class Change>
+void print_with_entries(std::string_view title, const std::vector<Change> &changes) {
+  if (!changes.empty()) {
+    fmt::print("{}:\n", title);
   }
-}
-
-void print_renames(const std::vector<renamed_service> &renamed) {
-  fmt::print("Renamed in the new list, and called here as before:\n");
-  for (const renamed_service &service : renamed) {
-    fmt::print("  {}  {}: {} there\n", describe(service.known), entries_text(service.entries), shown(service.name));
+  for (const Change &change : changes) {
+    fmt::print("  {}: {}\n", text_of(change), entries_text(change.entries));
   }
 }
 
@@ -218,12 +194,8 @@ void print_changes(const merge_options &options, const merge_outcome &outcome) {
   fmt::print("{}: {} added, {} deleted, {}\n", options.is_dry_run ? "dry run" : options.output.string(),
              counted(outcome.added.size(), "service"), outcome.deleted.size(), kept_text(outcome));
   print_sources(outcome.sources);
-  if (!outcome.moved.empty()) {
-    print_moves(outcome.moved);
-  }
-  if (!outcome.renamed.empty()) {
-    print_renames(outcome.renamed);
-  }
+  print_with_entries("Moved, and found again by ids or name", outcome.moved);
+  print_with_entries("Renamed in the new list, and called here as before", outcome.renamed);
   if (!outcome.added.empty()) {
     fmt::print("Added:\n");
     print_table(outcome.added);
@@ -268,13 +240,15 @@ int run_merge(const merge_options &options) {
   const channel_file list(options.list);
   const channel_file scan(options.scan);
   scan.must_not_be(options.output);
+  const merged_companions beside(options.list, options.scan);
   const merge_outcome outcome = merge_in_memory(list, scan, choices);
   if (!options.is_dry_run) {
     list.must_be_unchanged();
-    save_edited_list(options.list, options.output, options.leaves_no_backup);
+    save_edited_list(options.list, options.output, options.leaves_no_backup, beside.of(outcome, options.output));
   }
+  beside.tell_trouble();
   report(options, outcome);
-  return outcome.has_findings() ? exit_findings : exit_done;
+  return outcome.has_findings() || beside.has_trouble() ? exit_findings : exit_done;
 }
 
 }  // namespace

@@ -196,8 +196,7 @@ class merge {
     again_ = find_again(own_, scanned_);
     refuse_to_keep_nothing();
     outcome_.dropped = unresolved_entries();
-    find_renamed();
-    find_doubtful();
+    tell_of_renamed_and_doubtful();
     find_lost_sources();
     choose_what_goes();
     move_services();
@@ -229,23 +228,14 @@ class merge {
     }
   }
 
-  void find_renamed() {
-    for (const kept_service &each : again_.found) {
-      const line_up_service &was = own_.services[each.before];
-      const std::string &name = scanned_.services[each.after].name;
-      if (!name.empty() && name != was.name) {
-        outcome_.renamed.push_back({known_as(was), scanned_.services[each.after].id(), name, {}});
-      }
+  // What moves is told when it has moved.
+  void tell_of_renamed_and_doubtful() {
+    rescan_report told = report_of(again_, own_, scanned_);
+    for (service_rename &each : told.renamed) {
+      outcome_.renamed.push_back({std::move(each), {}});
     }
-  }
-
-  void find_doubtful() {
-    for (const doubtful_service &each : again_.doubtful) {
-      doubtful_move doubt = {known_as(own_.services[each.before]), {}, each.count, {}};
-      for (const std::size_t candidate : each.candidates) {
-        doubt.candidates.push_back(known_as(scanned_.services[candidate]));
-      }
-      outcome_.doubtful.push_back(std::move(doubt));
+    for (service_doubt &each : told.doubtful) {
+      outcome_.doubtful.push_back({std::move(each), {}});
     }
   }
 
@@ -358,7 +348,7 @@ class merge {
       return;
     }
     take_streams(*records_[found.before], scanned);
-    outcome_.moved.push_back({known_as(was), wanted, found.by, {}});
+    outcome_.moved.push_back({{known_as(was), {was.name, wanted}, found.by}, {}});
   }
 
   // Its own place may be taken by now: then it stays aside, and is told under the ids that it has there.
@@ -406,10 +396,10 @@ class merge {
       return found != services.end() ? found->second->entries : std::vector<placed_entry>();
     };
     for (moved_service &each : outcome_.moved) {
-      each.entries = entries_at(each.after);
+      each.entries = entries_at(each.after.id);
     }
     for (renamed_service &each : outcome_.renamed) {
-      each.entries = entries_at(each.after);
+      each.entries = entries_at(each.after.id);
     }
     for (doubtful_move &each : outcome_.doubtful) {
       each.entries = entries_at(each.before.id);

@@ -9,6 +9,7 @@
 
 #include "chlist/files/channel_file.h"
 #include "chlist/line_up/rescan.h"
+#include "chlist/line_up/rescan_report.h"
 #include "chlist/line_up/sources.h"
 #include "chlist/list_contents.h"
 #include "chlist/merge/new_numbers.h"
@@ -28,25 +29,17 @@ struct changed_service {
   std::vector<placed_entry> entries;  // that it got, or that it takes along
 };
 
-struct moved_service {
-  known_service before;
-  channel::identity after = {};
-  found_by by = found_by::ids;
-  std::vector<placed_entry> entries;  // that it keeps
-};
-
-struct renamed_service {
-  known_service known;           // as the list goes on calling it
-  channel::identity after = {};  // where it is now
-  std::string name;              // in the new list
+// With the entries that they keep. The list goes on calling them as before.
+struct moved_service : service_move {
   std::vector<placed_entry> entries;
 };
 
-struct doubtful_move {
-  known_service before;
-  std::vector<known_service> candidates;  // the first of them
-  std::size_t count = 0;                  // of all
-  std::vector<placed_entry> entries;      // that it keeps when it stays
+struct renamed_service : service_rename {
+  std::vector<placed_entry> entries;
+};
+
+struct doubtful_move : service_doubt {
+  std::vector<placed_entry> entries;  // none when it goes
 };
 
 struct full_view {

@@ -323,7 +323,7 @@ std::string text_of_soundness(const salvage_options &options, const salvage_outc
 void print_comparison(const salvage_options &options, const salvage_outcome &outcome) {
   if (!outcome.differences.empty()) {
     print_heading(fmt::format("From {} to what came back:", options.like.string()), style::yellow);
-    print_differences(outcome.differences);
+    fmt::print("{}", text_of_differences(outcome.differences));
   }
 }
 

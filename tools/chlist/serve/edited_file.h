@@ -1,36 +1,36 @@
-// The file that an editor has open: read once, watched, and written back in its own form.
+// The list that an editor has open, as it stands on the disk: read into memory, watched, and written back in its own
+// format.
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "chlist/files/channel_file.h"
-#include "chlist/line_up/line_up.h"
+#include "chlist/files/kept_in_step.h"
 
 namespace chlist {
 
 class edited_file {
  public:
-  // Throws when it cannot be read.
-  explicit edited_file(const std::filesystem::path &path);
+  virtual ~edited_file() = default;
 
-  [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+  // Takes what was read into memory. Returns what of it a save does not write again, one text for each.
+  virtual std::vector<std::string> load() = 0;
 
-  // Takes it into memory as it was read. Returns what a save does not write again, one text for each.
-  [[nodiscard]] std::vector<std::string> load() const;
+  // Whether somebody else wrote it since it was read.
+  [[nodiscard]] virtual bool is_changed() const = 0;
 
-  // Whether somebody else wrote it meanwhile; and what it is now, beside the list in memory, or to go on with.
-  [[nodiscard]] bool is_changed() const;
-  [[nodiscard]] line_up read_beside() const;
-  void read_again();
-
-  // Replaces it by the list in memory, and keeps what it was as FILE.bak. Throws when it is not what was read.
-  void save();
-
- private:
-  std::filesystem::path path_;
-  channel_file input_;
+  // Replaces it by the list in memory, and keeps what it was as FILE.bak. Throws when it is not what was read; the list
+  // in memory stays in any case. changes: of identities since load(), in their order.
+  virtual void save(const std::vector<changed_identity> &changes) = 0;
 };
+
+// A channel file, or a list of any format that can be read and written, files and folders. The path is absolute: saving
+// changes the working directory for a moment. Throws when it cannot be read.
+std::unique_ptr<edited_file> open_to_edit(const std::filesystem::path &path);
+
+// What somebody is told who would overwrite what another one wrote.
+void must_not_be_changed(const std::filesystem::path &path, const edited_file &file);
 
 }  // namespace chlist

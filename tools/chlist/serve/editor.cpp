@@ -16,6 +16,7 @@
 #include <string>
 #include <utility>
 
+#include "chlist/exchange/formats.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/descriptor.h"
 #include "chlist/messages.h"
@@ -160,7 +161,7 @@ command editor_command() {
   auto options = std::make_shared<editor_options>();
   return {
       .name = "edit",
-      .summary = "Edit a channel file in the browser",
+      .summary = "Edit a list of any format in the browser",
       .details =
           {"A page opens that has the list in its views and favourite groups on the left and every service on the "
            "right. It is served by this program, for this machine alone, until Ctrl-C, or until no page was open for a "
@@ -169,13 +170,18 @@ command editor_command() {
            "a "
            "crash loses nothing: the next `chlist edit` offers them again. FILE is replaced when somebody saves, as a "
            "whole or not at all, and kept as FILE.bak; a FILE that somebody else wrote meanwhile is told, and never "
-           "overwritten."},
+           "overwritten.",
+           "FILE is a channel file, or a list of another format that `chlist import` reads and `chlist export` writes, "
+           "of "
+           "Enigma2 its folder. It is written back in that format: lines that nobody edited stay as they are."},
+      .sections = {{"Formats", formats_to_write()}},
       .exit_codes = {{"0", "everything is saved, or nothing was changed"},
                      {"1", "not everything is saved; FILE.edits has it"},
                      {"2", "nothing was served: bad usage, a FILE that cannot be read or is open in another editor, a "
                            "port that cannot be had"}},
-      .examples = {"chlist edit channels.dat", "chlist edit channels.dat --no-browser --port 8080"},
-      .options = {{.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true},
+      .examples = {"chlist edit channels.dat", "chlist edit channels.conf",
+                   "chlist edit channels.dat --no-browser --port 8080"},
+      .options = {{.names = "FILE", .target = &options->file, .about = "the list", .is_required = true},
                   {.names = "--port",
                    .target = &options->port,
                    .about = "the port to serve on (one that is free)",

@@ -122,6 +122,7 @@ json shown_changes(const std::vector<change> &changes) { return array_of(lines_o
 
 json json_of_outcome(const step_outcome &outcome) {
   return {{"notes", outcome.notes},
+          {"tables", outcome.tables},
           {"chosen", outcome.chosen ? json(*outcome.chosen) : json()},
           {"changes", shown_changes(outcome.changes)}};
 }

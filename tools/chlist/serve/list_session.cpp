@@ -52,7 +52,8 @@ void apply_lines(const edit_step &step, edited_list &list) {
 
 }  // namespace
 
-list_session::list_session(const std::filesystem::path &file) : file_(file), journal_(file_.path()) {
+list_session::list_session(const std::filesystem::path &file)
+    : path_(std::filesystem::absolute(file).lexically_normal()), file_(open_to_edit(path_)), journal_(path_) {
   file_was_read();
   begin_at(saved_image_);
   if (left() == nullptr) {
@@ -109,7 +110,9 @@ step_outcome list_session::do_lines(std::string_view lines) {
     load_image(image_);
     throw std::runtime_error(without_source(error.what(), step));
   }
-  return {list.notes, list.chosen(), {}};
+  step_outcome outcome = {list.notes, {}, list.chosen(), {}, list.identities()};
+  std::ranges::transform(list.tables, std::back_inserter(outcome.tables), &edit_table::text);
+  return outcome;
 }
 
 step_outcome list_session::apply(std::string_view lines) {
@@ -126,12 +129,18 @@ step_outcome list_session::apply(std::string_view lines) {
     load_image(image_);
     throw;
   }
+  add_step(step, outcome);
+  return outcome;
+}
+
+void list_session::add_step(const edit_step &step, const step_outcome &outcome) {
   steps_.resize(done_);
+  identities_.resize(done_);
   states_.forget_behind(done_);
   steps_.push_back(step);
+  identities_.push_back(outcome.identities);
   ++done_;
   list_changed();
-  return outcome;
 }
 
 step_outcome list_session::preview(std::string_view lines) {
@@ -200,6 +209,7 @@ void list_session::list_changed() {
 
 void list_session::begin_at(std::string image) {
   steps_.clear();
+  identities_.clear();
   done_ = 0;
   journal_begin_ = 0;
   is_journal_of_file_ = true;
@@ -208,7 +218,7 @@ void list_session::begin_at(std::string image) {
 }
 
 void list_session::file_was_read() {
-  notes_ = file_.load();
+  notes_ = file_->load();
   saved_image_ = image_of(*get_channel_list());
   saved_list_ = line_up_in_memory();
 }
@@ -218,10 +228,7 @@ std::vector<std::string> list_session::do_as_many(const std::vector<edit_step> &
   std::vector<std::string> failures;
   for (const edit_step &step : steps) {
     try {
-      do_lines(step);
-      steps_.push_back(step);
-      ++done_;
-      list_changed();
+      add_step(step, do_lines(step));
     } catch (const std::runtime_error &error) {
       failures.push_back(fmt::format("{}: {}", step, error.what()));
     }
@@ -241,7 +248,11 @@ std::string list_session::unsaved_lines() const {
 
 void list_session::save() {
   must_be_answered();
-  file_.save();
+  std::vector<changed_identity> changed;
+  for (std::size_t i = 0; i < done_; ++i) {
+    changed.insert(changed.end(), identities_[i].begin(), identities_[i].end());
+  }
+  file_->save(changed);
   saved_image_ = image_;
   saved_list_ = list_;
   journal_.start(saved_image_);
@@ -250,7 +261,12 @@ void list_session::save() {
   ++revision_;
 }
 
-std::vector<change> list_session::changes_of_file() const { return differences(saved_list_, file_.read_beside()); }
+std::vector<change> list_session::changes_of_file() {
+  open_to_edit(path_)->load();
+  const line_up theirs = line_up_in_memory();
+  load_image(image_);
+  return differences(saved_list_, theirs);
+}
 
 std::vector<std::string> list_session::read_again() {
   must_be_answered();
@@ -259,7 +275,7 @@ std::vector<std::string> list_session::read_again() {
     unsaved.assign(steps_.begin() + static_cast<std::ptrdiff_t>(journal_begin_),
                    steps_.begin() + static_cast<std::ptrdiff_t>(done_));
   }
-  file_.read_again();
+  file_ = open_to_edit(path_);
   file_was_read();
   begin_at(saved_image_);
   std::vector<std::string> failures = do_as_many(unsaved);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,8 +21,10 @@ namespace chlist {
 // What a step did, or would do.
 struct step_outcome {
   std::vector<std::string> notes;
+  std::vector<std::string> tables;    // what edits tell beside their changes
   std::optional<std::size_t> chosen;  // services, when a condition chose them
   std::vector<change> changes;        // of a preview
+  std::vector<changed_identity> identities;
 };
 
 // Every call that changes something throws std::runtime_error when it cannot be done, and everything is as it was.
@@ -32,7 +35,7 @@ class list_session {
   list_session(const list_session &) = delete;
   list_session &operator=(const list_session &) = delete;
 
-  [[nodiscard]] const std::filesystem::path &file() const { return file_.path(); }
+  [[nodiscard]] const std::filesystem::path &file() const { return path_; }
   [[nodiscard]] const std::vector<std::string> &notes() const { return notes_; }  // of the file
 
   // The list as it is now, and a number that is another one whenever it is another list.
@@ -62,14 +65,15 @@ class list_session {
   [[nodiscard]] std::string unsaved_lines() const;
 
   void save();
-  [[nodiscard]] bool is_file_changed() const { return file_.is_changed(); }
+  [[nodiscard]] bool is_file_changed() const { return file_->is_changed(); }
   // What somebody else changed of the file meanwhile; and the file as it is now, with the unsaved steps done again.
-  [[nodiscard]] std::vector<change> changes_of_file() const;
+  [[nodiscard]] std::vector<change> changes_of_file();
   std::vector<std::string> read_again();
 
  private:
   void must_be_answered() const;
   step_outcome do_lines(std::string_view lines);
+  void add_step(const edit_step &step, const step_outcome &outcome);
   std::vector<std::string> do_as_many(const std::vector<edit_step> &steps);
   void load_image(const std::string &image);
   void go_to(std::size_t step);
@@ -78,7 +82,8 @@ class list_session {
   void list_changed();
   void file_was_read();
 
-  edited_file file_;
+  std::filesystem::path path_;
+  std::unique_ptr<edited_file> file_;
   edit_journal journal_;
   std::vector<std::string> notes_;
   std::string image_;  // of the list
@@ -87,6 +92,7 @@ class list_session {
   line_up saved_list_;
   list_states states_{""};
   std::vector<edit_step> steps_;
+  std::vector<std::vector<changed_identity>> identities_;  // by step
   std::size_t done_ = 0;
   std::size_t journal_begin_ = 0;   // the step that the journal begins with
   bool is_journal_of_file_ = true;  // or of what was saved and undone

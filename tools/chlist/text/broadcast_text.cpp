@@ -111,6 +111,32 @@ decoded_text decode_characters(std::string_view encoded) {
   return decode_of_unknown_table(characters);
 }
 
+// The table of ISO/IEC 6937 has an accent in front of its letter.
+constexpr bool is_accent(char c) { return c >= '\xC1' && c <= '\xCF'; }
+
+// Tables of the East have characters of one byte and of two, of which the first one tells.
+std::size_t incomplete_of_two(std::string_view characters) {
+  std::size_t at = 0;
+  while (at < characters.size()) {
+    at += static_cast<unsigned char>(characters[at]) >= 0x80U ? 2 : 1;
+  }
+  return at > characters.size() ? 1 : 0;
+}
+
+// How many bytes at the end of a text that was cut begin a character.
+std::size_t beginning_at_end(std::string_view encoded, std::string_view characters, bool is_in_utf8) {
+  if (is_in_utf8) {
+    return incomplete_at_end(characters);
+  }
+  if (const character_table *table = table_of(encoded); table != nullptr && table->unit == 2) {
+    return characters.size() % 2;
+  }
+  if (encoded.front() == '\x12' || encoded.front() == '\x13') {
+    return incomplete_of_two(characters);
+  }
+  return !names_table(encoded) && is_accent(characters.back()) ? 1 : 0;
+}
+
 // The standard's own controls.
 constexpr char32_t emphasis_on = 0x86;
 constexpr char32_t emphasis_off = 0x87;
@@ -153,6 +179,16 @@ std::string_view encoded_text(std::span<const char> field) {
     end += 2;
   }
   return all.substr(0, end);
+}
+
+std::string_view cut_text(std::string_view encoded, std::size_t most) {
+  const std::size_t selector = size_of_selector(encoded);
+  if (encoded.size() <= most || most <= selector) {
+    return encoded.substr(0, most);
+  }
+  const bool is_in_utf8 = names_table(encoded) ? encoded.front() == utf8_selector : is_utf8(encoded);
+  const std::string_view cut = encoded.substr(0, most);
+  return cut.substr(0, most - beginning_at_end(cut, cut.substr(selector), is_in_utf8));
 }
 
 bool names_table(std::string_view encoded) {

@@ -2,6 +2,7 @@
 // characters. This is the one place that knows what the bytes of a name mean, and where they end.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,6 +19,9 @@ bool names_table(std::string_view encoded);
 // What people call the table: "ISO-8859-5" of a text that names it, "UTF-8" or "ISO-6937" of one that names none;
 // "table 0x16" of an unknown one. Empty of a text that is the same in each.
 std::string table_name(std::string_view encoded);
+
+// A text cut to a number of bytes, not inside a character, nor between an accent and its letter.
+std::string_view cut_text(std::string_view encoded, std::size_t most);
 
 struct decoded_text {
   std::string text;              // UTF-8, in one line

@@ -42,14 +42,17 @@ void append_latin_1(std::string &text, std::string_view line) {
 std::string with_lines_of_latin_1(std::string_view bytes, charset_note &note) {
   std::string text;
   text.reserve(bytes.size());
+  std::size_t number = 0;
   while (!bytes.empty()) {
     const std::string_view line = bytes.substr(0, bytes.find('\n') + 1);
     const std::string_view whole = line.empty() ? bytes : line;
+    ++number;
     if (is_utf8(whole)) {
       text += whole;
     } else {
       append_latin_1(text, whole);
       ++note.lines;
+      note.latin_1_lines.push_back(number);
     }
     bytes.remove_prefix(whole.size());
   }
@@ -99,11 +102,21 @@ std::string charset_note::text() const {
 }
 
 std::string utf8_of_file(std::string bytes, const std::string &charset, charset_note &note) {
+  note.latin_1_lines.clear();
   if (!charset.empty() || has_mark_of_utf16(bytes)) {
     note.charset = charset.empty() ? "UTF-16" : charset;
     return converted_from(note.charset, bytes);
   }
   return is_utf8(bytes) ? bytes : with_lines_of_latin_1(bytes, note);
+}
+
+std::string latin_1_of(std::string_view utf8) {
+  constexpr char32_t largest = 0xFF;
+  std::string bytes;
+  for (const char32_t character : characters_of(utf8)) {
+    bytes += character <= largest ? static_cast<char>(character) : '?';
+  }
+  return bytes;
 }
 
 }  // namespace chlist

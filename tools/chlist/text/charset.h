@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace chlist {
 
@@ -35,7 +36,8 @@ class charset_converter {
 // How the bytes of files were read.
 struct charset_note {
   std::string charset = "UTF-8";
-  std::size_t lines = 0;  // that were not UTF-8
+  std::size_t lines = 0;                   // that were not UTF-8
+  std::vector<std::size_t> latin_1_lines;  // their numbers, of the file that was read last
 
   // For people; empty of UTF-8.
   [[nodiscard]] std::string text() const;
@@ -45,5 +47,8 @@ struct charset_note {
 // UTF-8 but for lines that are not, which are read as Latin-1. Throws std::runtime_error when there is no such charset,
 // or the text is not of it.
 std::string utf8_of_file(std::string bytes, const std::string &charset, charset_note &note);
+
+// The bytes of a text that was read as Latin-1; characters beyond it become '?'.
+std::string latin_1_of(std::string_view utf8);
 
 }  // namespace chlist

@@ -1,5 +1,5 @@
 // A line-up as an M3U playlist.
-#include "chlist/exchange/m3u/m3u_writer.h"
+#include "chlist/exchange/m3u/m3u.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ TEST_F(M3uWriter, AnEntrySaysNumberNameAndProvider) {
 
   EXPECT_EQ(text_of(line_up_of({service})),
             "#EXTM3U\n"
-            "#EXTINF:-1 tvg-chno=\"7\" tvg-name=\"News\" group-title=\"Meridian\",News\n"
+            "#EXTINF:-1 tvg-chno=\"7\" tvg-name=\"News\" provider=\"Meridian\" group-title=\"Meridian\",News\n"
             "dvb://9e.7da.1f\n");
 }
 
@@ -70,11 +70,12 @@ TEST_F(M3uWriter, GroupsMayBeTheFavourites) {
   line_up made = line_up_of({service, service_named("Films", 2)});
   made.favourites = {{"Mine", {{0, {}}}}, {"Yours", {{0, {}}}}};
 
-  EXPECT_EQ(text_of(made, "x", true), "#EXTM3U\n"
-                                      "#EXTINF:-1 tvg-name=\"News\" group-title=\"Mine;Yours\",News\nx\n"
-                                      "#EXTINF:-1 tvg-name=\"Films\",Films\nx\n");
-  EXPECT_EQ(losses_of(made, "x", true), (row_list{"type: 2", "provider: 1", "network_name: 2", "net_index: 2",
-                                                  "network_id: 2", "ts_id: 2", "frequency: 2", "service_id: 2"}));
+  EXPECT_EQ(text_of(made, "x", true),
+            "#EXTM3U\n"
+            "#EXTINF:-1 tvg-name=\"News\" provider=\"Meridian\" group-title=\"Mine;Yours\",News\nx\n"
+            "#EXTINF:-1 tvg-name=\"Films\",Films\nx\n");
+  EXPECT_EQ(losses_of(made, "x", true), (row_list{"type: 2", "network_name: 2", "net_index: 2", "network_id: 2",
+                                                  "ts_id: 2", "frequency: 2", "service_id: 2"}));
 }
 
 TEST_F(M3uWriter, TheAddressFollowsItsTemplate) {
@@ -143,7 +144,7 @@ TEST_F(M3uWriter, NamesCannotBreakAnEntry) {
   service.provider = "P\"\r";
 
   EXPECT_EQ(text_of(line_up_of({service}), "x"),
-            "#EXTM3U\n#EXTINF:-1 tvg-name=\"A 'B' C\" group-title=\"P' \",A 'B' C\nx\n");
+            "#EXTM3U\n#EXTINF:-1 tvg-name=\"A 'B' C\" provider=\"P' \" group-title=\"P' \",A 'B' C\nx\n");
 }
 
 }  // namespace

@@ -5,13 +5,12 @@
 
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/dvbv5/dvbv5_section.h"
+#include "chlist/exchange/dvbv5/dvbv5_words.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {
 namespace {
-
-bool is_blank_or_comment(std::string_view line) { return line.empty() || line.front() == '#' || line.front() == ';'; }
 
 // Sections end where the next one begins, so a service is made one section late.
 class section_reader {

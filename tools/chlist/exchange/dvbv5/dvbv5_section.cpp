@@ -6,6 +6,8 @@
 #include <limits>
 
 #include "chlist/exchange/broadcast_service.h"
+#include "chlist/exchange/dvbv5/dvbv5_tuning.h"
+#include "chlist/exchange/dvbv5/dvbv5_words.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
 
@@ -15,32 +17,7 @@ namespace {
 // What libdvbv5 writes for a frequency that it does not know.
 constexpr std::uint32_t unknown_frequency = std::numeric_limits<std::uint32_t>::max();
 
-bool is_same_word(std::string_view a, std::string_view b) {
-  const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c + 0; };
-  return std::ranges::equal(a, b, {}, upper, upper);
-}
-
-struct delivery_system {
-  std::string_view name;
-  delivery by;
-};
-
-constexpr delivery_system delivery_systems[] = {
-    {"DVBS", delivery::satellite},     {"DVBS2", delivery::satellite},    {"TURBO", delivery::satellite},
-    {"ISDBS", delivery::satellite},    {"DSS", delivery::satellite},      {"DVBC/ANNEX_A", delivery::cable},
-    {"DVBC/ANNEX_B", delivery::cable}, {"DVBC/ANNEX_C", delivery::cable}, {"DVBC", delivery::cable},
-    {"ISDBC", delivery::cable},        {"DVBT", delivery::terrestrial},   {"DVBT2", delivery::terrestrial},
-    {"DVBH", delivery::terrestrial},   {"ISDBT", delivery::terrestrial},  {"ATSC", delivery::terrestrial},
-    {"ATSCMH", delivery::terrestrial}, {"DTMB", delivery::terrestrial},   {"CMMB", delivery::terrestrial},
-    {"DAB", delivery::terrestrial},
-};
-
 constexpr std::string_view polarisation_words[] = {"HORIZONTAL", "VERTICAL", "LEFT", "RIGHT"};
-
-std::pair<std::string_view, std::optional<std::string_view>> key_and_value(std::string_view line) {
-  const auto [key, value] = split_at_first(line, '=');
-  return {without_blanks_around(key), value ? std::optional(without_blanks_around(*value)) : std::nullopt};
-}
 
 // Numbers with blanks between them; 0 is no PID.
 void read_pids(std::string_view text, std::string_view what, std::vector<std::uint16_t> &pids) {
@@ -94,10 +71,11 @@ void dvbv5_section::take(std::string_view line) {
   if (!value) {
     throw bad_line("is neither a section nor KEY = value");
   }
+  take_tuning(further_, name, *value);
   if (const key *known = find(name)) {
     known->take(*this, *value);
   } else if (name.size() > 4 && is_same_word(name.substr(0, 4), "PID_")) {
-    has_other_pids_ = true;
+    take_other_pids(name.substr(4), *value);
   } else {
     has_other_settings_ = true;
   }
@@ -116,12 +94,10 @@ void dvbv5_section::take_frequency(std::string_view value) {
 }
 
 void dvbv5_section::take_delivery_system(std::string_view value) {
-  const delivery_system *const found = std::ranges::find_if(
-      delivery_systems, [&](const delivery_system &known) { return is_same_word(known.name, value); });
-  if (found == std::end(delivery_systems)) {
+  delivery_ = delivery_by(value);
+  if (!delivery_) {
     throw bad_line("DELIVERY_SYSTEM " + quoted(value) + " is unknown");
   }
-  delivery_ = found->by;
 }
 
 void dvbv5_section::take_polarisation(std::string_view value) {
@@ -150,6 +126,35 @@ reception dvbv5_section::received() const {
   return from;
 }
 
+// "PID_06 = 32 33": the stream type, in hexadecimal digits. What nobody can read stays in the text alone.
+void dvbv5_section::take_other_pids(std::string_view type, std::string_view value) {
+  has_other_pids_ = true;
+  try {
+    std::vector<std::uint16_t> pids;
+    read_pids(value, "PID", pids);
+    for (const std::uint16_t pid : pids) {
+      other_streams_.push_back({pid, stream_kind::other, read_hexadecimal<std::uint8_t>(type, "stream type"), {}});
+    }
+  } catch (const bad_line &) {
+    return;
+  }
+}
+
+further_facts dvbv5_section::further() const {
+  further_facts facts = further_;
+  for (const std::uint16_t pid : video_pids_) {
+    facts.streams.push_back({pid, stream_kind::video, 0, {}});
+  }
+  for (const std::uint16_t pid : audio_pids_) {
+    facts.streams.push_back({pid, stream_kind::audio, 0, {}});
+  }
+  facts.streams.insert(facts.streams.end(), other_streams_.begin(), other_streams_.end());
+  if (polarisation_ == 'L' || polarisation_ == 'R') {
+    facts.tuned[tuning_parameter::polarisation] = polarisation_ == 'L' ? "left" : "right";
+  }
+  return facts;
+}
+
 line_up_service dvbv5_section::service() const {
   if (!service_id_) {
     throw bad_line("has no SERVICE_ID: a transponder, not a service");
@@ -170,6 +175,7 @@ line_up_service dvbv5_section::service() const {
   made.fields.video_pid = video_pids_.empty() ? unset_pid : video_pids_.front();
   made.fields.audio_pid = audio_pids_.empty() ? unset_pid : audio_pids_.front();
   made.fields.service_type = service_type_by_streams(made.fields);
+  made.further = further();
   return made;
 }
 

@@ -38,7 +38,10 @@ class dvbv5_section {
   void take_polarisation(std::string_view value);
   void take_number(std::string_view value);
 
+  void take_other_pids(std::string_view type, std::string_view value);
+
   [[nodiscard]] reception received() const;
+  [[nodiscard]] further_facts further() const;
 
   std::size_t line_;
   std::string name_;
@@ -52,6 +55,8 @@ class dvbv5_section {
   char polarisation_ = 0;  // H, V, L or R
   std::vector<std::uint16_t> video_pids_;
   std::vector<std::uint16_t> audio_pids_;
+  further_facts further_;
+  std::vector<elementary_stream> other_streams_;
   bool has_other_pids_ = false;
   bool has_antenna_ = false;
   bool has_other_settings_ = false;

@@ -4,15 +4,17 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <set>
 #include <string>
 #include <unordered_map>
 
 #include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/dvbv5/dvbv5.h"
+#include "chlist/exchange/dvbv5/dvbv5_tuning.h"
 #include "chlist/exchange/reception.h"
+#include "chlist/exchange/streams.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/fields/pids.h"
 #include "chlist/text/plain_text.h"
 
 namespace chlist {
@@ -92,19 +94,12 @@ class satellite_numbers {
   std::vector<std::string> unnumbered_;
 };
 
-// What the list does not hold.
-std::string_view assumed_settings(delivery by) {
-  switch (by) {
-    case delivery::satellite:
-      return "\tSYMBOL_RATE = 27500000\n\tINNER_FEC = AUTO\n\tMODULATION = QPSK\n\tINVERSION = AUTO\n"
-             "\tDELIVERY_SYSTEM = DVBS\n";
-    case delivery::cable:
-      return "\tSYMBOL_RATE = 6900000\n\tINNER_FEC = AUTO\n\tMODULATION = QAM/AUTO\n\tINVERSION = AUTO\n"
-             "\tDELIVERY_SYSTEM = DVBC/ANNEX_A\n";
-    case delivery::terrestrial:
-      break;
+std::string_view polarisation_word(const line_up_service &service) {
+  const bool is_vertical = service.fields.polarisation != 0;
+  if (value_of(service.further, tuning_parameter::polarisation) == (is_vertical ? "right" : "left")) {
+    return is_vertical ? "RIGHT" : "LEFT";
   }
-  return "\tBANDWIDTH_HZ = 8000000\n\tMODULATION = QAM/AUTO\n\tINVERSION = AUTO\n\tDELIVERY_SYSTEM = DVBT\n";
+  return is_vertical ? "VERTICAL" : "HORIZONTAL";
 }
 
 class section_writer {
@@ -119,8 +114,10 @@ class section_writer {
     }
     line("\tSERVICE_ID = {}\n\tNETWORK_ID = {}\n\tTRANSPORT_ID = {}\n", fields.service_id, fields.network_id,
          fields.ts_id);
-    write_pid("VIDEO_PID", fields.video_pid);
-    write_pid("AUDIO_PID", fields.audio_pid);
+    const std::vector<elementary_stream> streams = streams_of(service);
+    write_pids("VIDEO_PID", streams, {stream_kind::video});
+    write_pids("AUDIO_PID", streams, {stream_kind::audio, stream_kind::dolby});
+    write_other_pids(streams);
     write_tuning(service);
   }
 
@@ -136,9 +133,31 @@ class section_writer {
     return number.minor != 0 ? "." + std::to_string(number.minor) : "";
   }
 
-  void write_pid(std::string_view key, std::uint16_t pid) {
-    if (is_stream_pid(pid)) {
-      line("\t{} = {}\n", key, pid);
+  void write_pids(std::string_view key, const std::vector<elementary_stream> &streams,
+                  std::initializer_list<stream_kind> of_kinds) {
+    std::string pids;
+    for (const elementary_stream &each : streams) {
+      const bool is_one = std::ranges::find(of_kinds, each.kind) != of_kinds.end();
+      pids += is_one ? fmt::format(" {}", each.pid) : "";
+    }
+    if (!pids.empty()) {
+      line("\t{} ={}\n", key, pids);
+    }
+  }
+
+  // Teletext and subtitles are private streams: ISO/IEC 13818-1, stream type 6.
+  void write_other_pids(const std::vector<elementary_stream> &streams) {
+    constexpr int private_streams = 6;
+    std::map<int, std::string> pids;
+    for (const elementary_stream &each : streams) {
+      if (each.kind == stream_kind::teletext || each.kind == stream_kind::subtitles) {
+        pids[private_streams] += fmt::format(" {}", each.pid);
+      } else if (each.kind == stream_kind::other) {
+        pids[each.type] += fmt::format(" {}", each.pid);
+      }
+    }
+    for (const auto &[type, of_type] : pids) {
+      line("\tPID_{:02x} ={}\n", type, of_type);
     }
   }
 
@@ -147,13 +166,13 @@ class section_writer {
     line("\tFREQUENCY = {}\n",
          is_section_frequency(service) ? service.fields.frequency * section_units_per_khz(from.by) : 0);
     if (from.by == delivery::satellite) {
-      line("\tPOLARIZATION = {}\n", service.fields.polarisation == 0 ? "HORIZONTAL" : "VERTICAL");
+      line("\tPOLARIZATION = {}\n", polarisation_word(service));
       from.satellite_number = satellites_.of(service.source);
     }
     if (from.satellite_number) {
       line("\tSAT_NUMBER = {}\n", *from.satellite_number);
     }
-    line("{}\n", assumed_settings(from.by));
+    line("{}\n", tuning_lines(service));
   }
 
   satellite_numbers satellites_;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "chlist/exchange/broadcast_service.h"
+#include "chlist/exchange/enigma2/lamedb_tuning.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
 
@@ -112,6 +113,9 @@ class options {
     const auto value = read_hexadecimal<std::uint32_t>(text.size() > 2 ? text.substr(2) : "", "cached PID");
     const bool is_pid = value <= largest_pid && is_stream_pid(static_cast<std::uint16_t>(value));
     const auto pid = static_cast<std::uint16_t>(is_pid ? value : unset_pid);
+    if (is_pid) {
+      take_stream(kind, pid);
+    }
     switch (kind) {
       case cached_video:
         service_.fields.video_pid = pid;
@@ -130,9 +134,22 @@ class options {
     }
   }
 
+  void take_stream(std::uint8_t kind, std::uint16_t pid) {
+    if (kind == cached_audio || kind == cached_ac3 || kind == cached_teletext) {
+      const stream_kind is = kind == cached_audio ? stream_kind::audio
+                             : kind == cached_ac3 ? stream_kind::dolby
+                                                  : stream_kind::teletext;
+      service_.further.streams.push_back({pid, is, 0, {}});
+    }
+  }
+
   void take_ca_id(std::string_view text) {
     is_scrambled_ = true;
-    has_ca_ids_ = has_ca_ids_ || read_hexadecimal<std::uint32_t>(text, "CA id") != 0;
+    const auto id = read_hexadecimal<std::uint32_t>(text, "CA id");
+    has_ca_ids_ = has_ca_ids_ || id != 0;
+    if (id != 0 && id <= 0xFFFF) {
+      service_.further.ca_ids.push_back(static_cast<std::uint16_t>(id));
+    }
   }
 
   line_up_service &service_;
@@ -143,10 +160,6 @@ class options {
   bool has_flags_ = false;
   bool has_others_ = false;
 };
-
-// EN 300 468, table of service types.
-constexpr std::uint8_t television_types[] = {0x11, 0x16, 0x19, 0x1C, 0x1F, 0x20};
-constexpr std::uint8_t advanced_radio = 0x0A;
 
 bool is_hexadecimal(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
@@ -170,7 +183,10 @@ lamedb_transponder read_transponder(std::string_view text) {
   if (kind == std::end(transponder_kinds) || parameters.size() < 3) {
     throw bad_line("transponder " + quoted(text) + " is of no known kind (s, c, t or a)");
   }
-  return kind->read(split(without_blanks_around(parameters.substr(2)), ':'));
+  const std::vector<std::string_view> fields = split(without_blanks_around(parameters.substr(2)), ':');
+  lamedb_transponder made = kind->read(fields);
+  made.tuned = lamedb_tuning(made.from.by, fields);
+  return made;
 }
 
 lamedb_service read_service_line(std::string_view text) {
@@ -205,13 +221,6 @@ std::optional<std::string> read_options(std::string_view text, line_up_service &
   }
   taken.finish(lost);
   return wrong;
-}
-
-std::uint8_t basic_service_type(std::uint8_t type) {
-  if (std::ranges::find(television_types, type) != std::end(television_types)) {
-    return SERVICE_TYPE_TV;
-  }
-  return type == advanced_radio ? std::uint8_t{SERVICE_TYPE_RADIO} : type;
 }
 
 }  // namespace chlist

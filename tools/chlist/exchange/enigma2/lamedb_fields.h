@@ -14,10 +14,11 @@
 namespace chlist {
 
 struct lamedb_transponder {
-  reception from;
+  reception from{};
   std::uint32_t frequency_khz = 0;
   std::uint8_t polarisation = 0;  // 0 horizontal, 1 vertical, 2 left, 3 right
   bool has_parts_of_a_khz = false;
+  tuning tuned{};
 };
 
 // "NAMESPACE:TSID:ONID" in hexadecimal digits.
@@ -41,8 +42,5 @@ bool is_like_service_line(std::string_view text);
 // "p:provider,c:000191,C:0000,f:40": what they say goes into a service, what it has no place for is counted. Throws for
 // none: what is wrong with the first that cannot be read is returned.
 std::optional<std::string> read_options(std::string_view text, line_up_service &service, loss_counts &lost);
-
-// Television and radio of the newer types are those of the old ones in a channel list.
-std::uint8_t basic_service_type(std::uint8_t type);
 
 }  // namespace chlist

@@ -186,6 +186,7 @@ class lamedb_reader {
     service.fields.frequency = transponder.frequency_khz;
     service.fields.polarisation = transponder.polarisation & 1U;
     service.fields.service_type = basic_service_type(read.service_type);
+    service.further.tuned = transponder.tuned;
     count_losses(read, transponder);
   }
 

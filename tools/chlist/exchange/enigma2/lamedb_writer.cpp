@@ -16,7 +16,9 @@
 #include "chlist/exchange/enigma2/bouquets.h"
 #include "chlist/exchange/enigma2/lamedb.h"
 #include "chlist/exchange/enigma2/lamedb_fields.h"
+#include "chlist/exchange/enigma2/lamedb_tuning.h"
 #include "chlist/exchange/reception.h"
+#include "chlist/exchange/streams.h"
 #include "chlist/fields/pids.h"
 #include "chlist/text/plain_text.h"
 
@@ -151,21 +153,11 @@ class lamedb_writer {
                    reference.network_id, letter, parameters);
   }
 
-  // Version 3 has no flags, which end the parameters of the others.
   [[nodiscard]] std::string parameters_of(const line_up_service &service, const place &from) const {
-    const char *flags = version_ == 3 ? "" : ":0";
     const std::int64_t frequency =
         is_lamedb_frequency(service) ? service.fields.frequency * lamedb_units_per_khz(from.by) : 0;
-    switch (from.by) {
-      case delivery::satellite:
-        return fmt::format("{}:27500000:{}:0:{}:2{}", frequency, service.fields.polarisation != 0 ? 1 : 0,
-                           signed_position(from.position), flags);
-      case delivery::cable:
-        return fmt::format("{}:6900000:2:0:0{}", frequency, flags);
-      case delivery::terrestrial:
-        break;
-    }
-    return fmt::format("{}:0:5:5:3:2:4:4:2{}", frequency, flags);
+    return fmt::format("{}:{}", frequency,
+                       lamedb_parameters(service, from.by, signed_position(from.position), version_));
   }
 
   static int signed_position(int position) {
@@ -184,15 +176,34 @@ class lamedb_writer {
     }
   }
 
-  // A CA id of 0 marks a scrambled service: the list does not know by what.
   static std::string options_of(const line_up_service &service) {
     std::string options = "p:" + provider_text(service.provider);
-    const std::pair<int, std::uint16_t> pids[] = {
-        {0, service.fields.video_pid}, {1, service.fields.audio_pid}, {3, service.fields.pcr_pid}};
-    for (const auto &[kind, pid] : pids) {
+    const std::vector<elementary_stream> streams = streams_of(service);
+    const auto add = [&](int kind, std::uint16_t pid) {
       options += is_stream_pid(pid) ? fmt::format(",c:{:02}{:04x}", kind, pid) : "";
+    };
+    const auto first = [&](stream_kind kind) {
+      const auto found = std::ranges::find(streams, kind, &elementary_stream::kind);
+      return found != streams.end() ? found->pid : std::uint16_t{0};
+    };
+    add(0, service.fields.video_pid);
+    add(1, first(stream_kind::audio));
+    add(2, first(stream_kind::teletext));
+    add(3, service.fields.pcr_pid);
+    add(4, first(stream_kind::dolby));
+    return options + ca_ids_of(service);
+  }
+
+  // A CA id of 0 marks a scrambled service when nobody knows by what.
+  static std::string ca_ids_of(const line_up_service &service) {
+    if (!service.has_flag(CHANNEL_FLAG_FTA)) {
+      return "";
     }
-    return options + (service.has_flag(CHANNEL_FLAG_FTA) ? ",C:0000" : "");
+    std::string ids;
+    for (const std::uint16_t id : service.further.ca_ids) {
+      ids += fmt::format(",C:{:04x}", id);
+    }
+    return ids.empty() ? ",C:0000" : ids;
   }
 
   int version_;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "chlist/exchange/broadcast_service.h"
+#include "chlist/exchange/vdr/vdr_tuning.h"
 
 namespace chlist {
 namespace {
@@ -95,6 +96,7 @@ line_up_service line_up_service_of(const vdr_service &service) {
   made.set_flag(CHANNEL_FLAG_FTA, service.is_scrambled());
   set_pids(made.fields, service);
   made.fields.service_type = service_type_by_streams(made.fields);
+  made.further = further_of(service);
   return made;
 }
 

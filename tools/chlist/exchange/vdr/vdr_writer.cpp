@@ -11,16 +11,13 @@
 
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
-#include "chlist/fields/pids.h"
+#include "chlist/exchange/vdr/vdr_tuning.h"
 #include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
 
 constexpr std::string_view unknown_source = "S0.0E";
-
-// Below 100 they name a device; VDR replaces this one by those that it receives.
-constexpr std::string_view some_ca_id = "100";
 
 bool is_source(std::string_view text) {
   try {
@@ -69,16 +66,6 @@ std::optional<std::string> frequency_of(const line_up_service &service, bool is_
   return std::to_string(khz < khz_end ? khz : khz * 1000);
 }
 
-std::string pid_text(std::uint16_t pid) { return is_stream_pid(pid) ? std::to_string(pid) : "0"; }
-
-std::string video_text(const channel_st &fields) {
-  std::string text = pid_text(fields.video_pid);
-  if (fields.pcr_pid != unset_pid && fields.pcr_pid != fields.video_pid) {
-    text += '+' + pid_text(fields.pcr_pid);
-  }
-  return text;
-}
-
 class line_writer {
  public:
   explicit line_writer(const line_up &list) : list_(list) {}
@@ -125,11 +112,9 @@ class line_writer {
       made_.left_out.leave_out("services whose frequency VDR cannot read");
       return std::nullopt;
     }
-    // No field of VDR's may be empty: without a polarisation it is told to find the inversion.
-    const char *parameters = fields.polarisation != 0 ? "V" : (is_satellite ? "H" : "I999");
-    return fmt::format("{}:{}:{}:{}:0:{}:{}:0:{}:{}:{}:{}:0\n", names_of(service), *frequency, parameters, source,
-                       video_text(fields), pid_text(fields.audio_pid),
-                       service.has_flag(CHANNEL_FLAG_FTA) ? some_ca_id : std::string_view("0"), fields.service_id,
+    return fmt::format("{}:{}:{}:{}:{}:{}:{}:{}:{}:{}:{}:{}:0\n", names_of(service), *frequency,
+                       parameters_text(service, is_satellite), source, symbol_rate_text(service), video_text(service),
+                       audio_text(service), teletext_text(service), ca_ids_text(service), fields.service_id,
                        fields.network_id, fields.ts_id);
   }
 

@@ -43,10 +43,11 @@ const changes = {
   async preview(text) {
     find('typed-error').textContent = '';
     try {
-      const { chosen, notes, changes: lines } = await server.ask('preview', { text });
+      const { chosen, notes, tables, changes: lines } = await server.ask('preview', { text });
       const told = chosen === null ? [] : [make('p', {}, `${counted(chosen, 'service')} chosen`)];
       dialogs.ask({ title: 'What would change', done: 'Apply',
                     body: [...told, ...notes.map((note) => make('p', { dir: 'auto' }, note)),
+                           ...tables.map((table) => make('pre', { class: 'table', dir: 'auto' }, table)),
                            make('div', { class: 'change-lines', tabindex: 0, role: 'region',
                                          'aria-label': 'What would change' }, ...this.elements(lines))],
                     onDone: () => this.apply(text) });

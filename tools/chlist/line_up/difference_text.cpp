@@ -195,10 +195,12 @@ std::vector<difference_line> lines_of_differences(const std::vector<change> &cha
   return lines;
 }
 
-void print_differences(const std::vector<change> &changes) {
+std::string text_of_differences(const std::vector<change> &changes) {
+  std::string text;
   for (const difference_line &line : lines_of_differences(changes)) {
-    fmt::print("{}\n", look_of(line));
+    text += look_of(line) + '\n';
   }
+  return text;
 }
 
 }  // namespace chlist

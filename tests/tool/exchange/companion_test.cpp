@@ -1,0 +1,301 @@
+// What stands beside a channel file: it goes out as it came in, edits change their own lines alone, and the two files
+// stay in step.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "chlist/files/companion.h"
+#include "chlist/line_up/selection.h"
+#include "tool/exchange/import_host.h"
+#include "tool/exchange/random_source.h"
+#include "tool/exchange/vdr/service_line.h"
+
+namespace {
+
+using namespace tool_test;
+
+class Companion : public tool_test::import_test {
+ protected:
+  // Exit code 1 tells of lines that are skipped.
+  void import_text(const std::string &text, const std::string &format = "vdr") {
+    write_file(path("source"), text);
+    const program_result result = run({"import", "source", "--from", format, "-o", "list.dat", "--no-backup"});
+    ASSERT_LE(result.exit_code, 1) << result.err;
+  }
+
+  std::string exported(const std::string &format = "vdr", const std::vector<std::string> &more = {}) {
+    const program_result result = run({"export", "list.dat", "-o", "out", "--to", format}, more);
+    EXPECT_LE(result.exit_code, 1) << result.err;
+    said = result.out;
+    return read_file(path("out"));
+  }
+
+  void edit(const std::vector<std::string> &arguments) {
+    const program_result result = run(arguments);
+    ASSERT_EQ(result.exit_code, 0) << result.err;
+  }
+
+  // The n-th service of a random source.
+  [[nodiscard]] std::optional<channel::identity> id_of(int n) const {
+    const std::string beginning = "Service " + std::to_string(n) + " ";
+    const chlist::companion kept = beside();
+    for (const chlist::source_piece &piece : kept.source.files.front().pieces) {
+      if (piece.text.starts_with(beginning)) {
+        return piece.service;
+      }
+    }
+    return std::nullopt;
+  }
+
+  [[nodiscard]] chlist::companion beside() const { return *chlist::companion_beside(path("list.dat")); }
+
+  std::string said;  // by the last export
+};
+
+std::vector<std::string> lines_of(const std::string &text) {
+  std::istringstream in(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) {
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+bool begins_with_one_of(const std::string &line, const std::set<std::string> &beginnings) {
+  return std::ranges::any_of(beginnings, [&](const std::string &each) { return line.starts_with(each); });
+}
+
+const std::string two_services =
+    "First,F;One:11494:HC23M5O35P0S1:S19.2E:22000:101+99=27:102=deu@3,103=eng;104=deu@106:105;106=deu:1702:1:1:1:7:x\n"
+    "# no line of a service\n"
+    ":Films\n"
+    "Second;Two:11494:HC23M5O35P0S1:S19.2E:22000:201:202:0:0:2:1:1:0\n";
+
+TEST_F(Companion, AListGoesOutAsItCameIn) {
+  for (unsigned seed = 0; seed < 40; ++seed) {
+    const std::string text = random_source(seed).channels_conf(12);
+    import_text(text);
+    EXPECT_EQ(exported(), text) << seed;
+  }
+}
+
+TEST_F(Companion, SectionsGoOutAsTheyCameIn) {
+  for (unsigned seed = 0; seed < 40; ++seed) {
+    const std::string text = random_source(seed).sections(12);
+    import_text(text, "dvbv5");
+    EXPECT_EQ(exported("dvbv5"), text) << seed;
+  }
+}
+
+TEST_F(Companion, LineEndsMarksAndOtherCharactersGoOutAsTheyCameIn) {
+  for (const std::string &text : {std::string("\xEF\xBB\xBF") + two_services, "T\xE9l\xE9" + two_services,
+                                  two_services + "\r\n:x\r\n", std::string(two_services, 0, two_services.size() - 1)}) {
+    import_text(text);
+    EXPECT_EQ(exported(), text);
+  }
+}
+
+// What edits leave alone stays, byte for byte and in its order; the new lines are numbers alone.
+TEST_F(Companion, OnlyTheEditedLinesDiffer) {
+  for (unsigned seed = 0; seed < 30; ++seed) {
+    random_source random(seed);
+    constexpr int services = 10;
+    const std::string text = random.channels_conf(services);
+    import_text(text);
+    std::string edits;
+    std::set<std::string> touched;
+    std::set<std::string> removed;
+    for (int n = 1; n <= services; ++n) {
+      ASSERT_TRUE(id_of(n)) << seed << '\n' << n << text;
+      const std::string id = chlist::identity_text(*id_of(n));
+      const std::string prefix = "Service " + std::to_string(n) + " ";
+      if (random.now_and_then()) {
+        edits += "rename \"" + id + "\" \"Renamed " + std::to_string(n) + "\"\n";
+        touched.insert(prefix);
+      } else if (random.now_and_then()) {
+        edits += "remove \"" + id + "\"\n";
+        removed.insert(prefix);
+      }
+    }
+    write_file(path("edits"), edits);
+    edit({"apply", "list.dat", "edits", "--yes"});
+
+    const std::vector<std::string> after = lines_of(exported());
+
+    std::vector<std::string> expected = lines_of(text);
+    std::erase_if(expected, [&](const std::string &line) { return begins_with_one_of(line, removed); });
+    std::vector<std::string> kept;
+    std::ranges::copy_if(after, std::back_inserter(kept), [&](const std::string &line) {
+      return !line.starts_with(":@") || std::ranges::find(expected, line) != expected.end();
+    });
+    ASSERT_EQ(kept.size(), expected.size()) << seed << '\n' << text << "\nbecame\n" << read_file(path("out"));
+    for (std::size_t at = 0; at < kept.size(); ++at) {
+      const bool is_there_again = at > 0 && expected[at] == expected[at - 1];
+      if (is_there_again || !begins_with_one_of(expected[at], touched)) {
+        EXPECT_EQ(kept[at], expected[at]) << seed;
+      } else {
+        EXPECT_TRUE(kept[at].starts_with("Renamed ")) << kept[at];
+        EXPECT_EQ(kept[at].substr(kept[at].find(':')), expected[at].substr(expected[at].find(':'))) << seed;
+      }
+    }
+  }
+}
+
+// Everything that a line says goes along when the service is called otherwise, by name and by ids.
+TEST_F(Companion, AServiceKeepsWhatTheListDoesNotHold) {
+  import_text(two_services);
+
+  edit({"set", "list.dat", "First", "service_id=9", "video_pid=77", "provider=New"});
+  edit({"rename", "list.dat", "Second", "2nd"});
+
+  EXPECT_EQ(
+      exported(),
+      "First,F;New:11494:HC23M5O35P0S1:S19.2E:22000:77+99=27:102=deu@3,103=eng;104=deu@106:105;106=deu:1702:9:1:1:7:x\n"
+      "# no line of a service\n"
+      ":Films\n"
+      "2nd;Two:11494:HC23M5O35P0S1:S19.2E:22000:201:202:0:0:2:1:1:0\n");
+}
+
+TEST_F(Companion, ServicesMoveWithTheirLines) {
+  import_text(two_services);
+
+  edit({"renumber", "list.dat", "Second", "1", "--swap"});
+
+  const std::vector<std::string> lines = lines_of(exported());
+  EXPECT_TRUE(lines.front().starts_with("Second;")) << lines.front();
+}
+
+TEST_F(Companion, AnotherFormatGetsTheTuning) {
+  import_text(two_services);
+
+  const std::string sections = exported("dvbv5");
+
+  for (const char *line : {"\tSYMBOL_RATE = 22000000\n", "\tINNER_FEC = 2/3\n", "\tMODULATION = PSK/8\n",
+                           "\tDELIVERY_SYSTEM = DVBS2\n", "\tAUDIO_PID = 102 103 104\n"}) {
+    EXPECT_NE(sections.find(line), std::string::npos) << line << sections;
+  }
+  EXPECT_EQ(said.find("symbol rate"), std::string::npos) << said;
+}
+
+TEST_F(Companion, AListWithoutOneSaysWhatIsMissing) {
+  import_text(two_services);
+  std::filesystem::remove(path("list.dat.more.json"));
+
+  exported();
+
+  EXPECT_NE(said.find("symbol rate and modulation            2"), std::string::npos) << said;
+}
+
+TEST_F(Companion, AnotherListLendsItsTuning) {
+  import_text(two_services);
+  std::filesystem::remove(path("list.dat.more.json"));
+  write_file(path("other.conf"), "Else:11494:HC34M5O35S1:S19.2E:22000:1:2:0:0:77:1:1:0\n" + lines_of(two_services)[0]);
+
+  const std::vector<std::string> lines = lines_of(exported("vdr", {"--tuning", "other.conf"}));
+
+  EXPECT_EQ(lines[0], lines_of(two_services)[0].substr(0, lines_of(two_services)[0].find(":7:x")) + ":0");
+  EXPECT_NE(lines[1].find("HC34M5O35S1:S19.2E:22000"), std::string::npos) << lines[1];
+}
+
+TEST_F(Companion, OneThatIsDamagedIsToldAndStays) {
+  import_text(two_services);
+  for (const char *text : {"", "{", "[]", "{}", "{\"schema\": 2}", "{\"schema\": 1, \"services\": [{}]}",
+                           "{\"schema\": 1, \"services\": [{\"id\": \"x\"}]}", "{\"schema\": 1, \"source\": 7}",
+                           "{\"schema\": 1, \"services\": [{\"id\": \"1:1:1:1H:1\", \"tuning\": {\"pilot\": 7}}]}"}) {
+    write_file(path("list.dat.more.json"), text);
+
+    const program_result exporting = run({"export", "list.dat", "-o", "out", "--to", "vdr"});
+    const program_result renaming = run({"rename", "list.dat", "1", "F" + std::to_string(std::string(text).size())});
+
+    EXPECT_EQ(exporting.exit_code, 1) << text;
+    EXPECT_NE(exporting.err.find("list.dat.more.json: "), std::string::npos) << exporting.err;
+    EXPECT_EQ(renaming.exit_code, 1) << text;
+    EXPECT_EQ(read_file(path("list.dat.more.json")), text);
+  }
+}
+
+TEST_F(Companion, OneThatIsTooLargeIsNotRead) {
+  import_text(two_services);
+  std::filesystem::resize_file(path("list.dat.more.json"), chlist::largest_companion + 1);
+
+  const program_result result = run({"export", "list.dat", "-o", "out", "--to", "vdr"});
+
+  EXPECT_NE(result.err.find("list.dat.more.json: is larger than 64 MiB"), std::string::npos) << result.err;
+}
+
+TEST_F(Companion, BothFilesHaveBackups) {
+  import_text(two_services);
+  const std::string before = read_file(path("list.dat.more.json"));
+
+  edit({"set", "list.dat", "First", "service_id=9"});
+
+  EXPECT_EQ(read_file(path("list.dat.more.json.bak")), before);
+  EXPECT_NE(read_file(path("list.dat.more.json")), before);
+}
+
+TEST_F(Companion, AnotherOutputGetsItsOwn) {
+  import_text(two_services);
+  const std::string before = read_file(path("list.dat.more.json"));
+
+  edit({"remove", "list.dat", "First", "-o", "new.dat"});
+
+  EXPECT_EQ(read_file(path("list.dat.more.json")), before);
+  EXPECT_EQ(chlist::companion_beside(path("new.dat"))->services.size(), 1U);
+}
+
+TEST_F(Companion, AnImportOfAnotherListLeavesNoneOfTheFormer) {
+  import_text(two_services);
+  write_file(path("list.csv"), "name,frequency,network_id,ts_id,service_id\nOne,11000000,1,1,1\n");
+
+  EXPECT_EQ(run({"import", "list.csv", "-o", "list.dat", "--no-backup"}).exit_code, 0);
+
+  EXPECT_FALSE(std::filesystem::exists(path("list.dat.more.json")));
+}
+
+TEST_F(Companion, AMergeTakesTheNewerTuning) {
+  import_text(two_services);
+  write_file(path("scan.conf"), "First;One:11494:HC56M2S0:S19.2E:27500:101:102:0:0:1:1:1:0\n"
+                                "Third;One:11494:HC56M2S0:S19.2E:27500:301:302=deu:0:0:3:1:1:0\n");
+  ASSERT_EQ(run({"import", "scan.conf", "-o", "scan.dat"}).exit_code, 0);
+  ASSERT_LE(run({"merge", "list.dat", "scan.dat", "-o", "list.dat", "--keep-missing"}).exit_code, 1);
+
+  const std::vector<std::string> lines = lines_of(exported());
+
+  ASSERT_EQ(lines.size(), 5U);
+  EXPECT_TRUE(lines[0].starts_with("First,F;One:11494:HC56M2S0:S19.2E:27500:101+99")) << lines[0];
+  EXPECT_TRUE(lines[3].starts_with("Second;Two:11494:HC23M5O35P0S1:S19.2E:22000:")) << lines[3];
+  EXPECT_TRUE(lines[4].starts_with("Third;One:11494:HC56M2S0:S19.2E:27500:301:302=deu:")) << lines[4];
+}
+
+TEST_F(Companion, ACheckTellsOfOneThatIsOutOfStep) {
+  import_text(two_services);
+  EXPECT_EQ(run({"check", "list.dat"}).exit_code, 0);
+  const std::string kept = read_file(path("list.dat.more.json"));
+
+  edit({"remove", "list.dat", "Second"});
+  EXPECT_EQ(run({"check", "list.dat"}).exit_code, 0);
+  write_file(path("list.dat.more.json"), kept);
+
+  const program_result result = run({"check", "list.dat"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_NE(result.out.find("1 service beside the file and not in it"), std::string::npos) << result.out;
+}
+
+TEST_F(Companion, ALamedbGetsTheTuning) {
+  import_text(two_services);
+
+  ASSERT_LE(run({"export", "list.dat", "-o", "box", "--to", "lamedb4"}).exit_code, 1);
+
+  const std::string lamedb = read_file(path("box/lamedb"));
+  EXPECT_NE(lamedb.find("\ts 11494000:22000000:0:2:192:2:0:1:2:0:2\n"), std::string::npos) << lamedb;
+  EXPECT_NE(lamedb.find("p:One,c:000065,c:010066,c:020069,c:030063,c:040068,C:1702\n"), std::string::npos) << lamedb;
+}
+
+}  // namespace

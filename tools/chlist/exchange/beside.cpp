@@ -1,0 +1,160 @@
+#include "chlist/exchange/beside.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include "chlist/exchange/layout/source_layout.h"
+#include "chlist/line_up/places.h"
+#include "chlist/text/utf8.h"
+
+namespace chlist {
+namespace {
+
+std::optional<shortened_text> if_shortened(const std::string &whole, const std::string &kept) {
+  return whole != kept ? std::optional(shortened_text{whole, kept}) : std::nullopt;
+}
+
+companion_service beside_service(const line_up_service &read, const line_up_service &filed) {
+  return {.id = filed.id(),
+          .further = read.further,
+          .name = if_shortened(read.name, filed.name),
+          .short_name = if_shortened(read.short_name, filed.short_name),
+          .provider = if_shortened(read.provider, filed.provider),
+          .source = if_shortened(read.source, filed.source)};
+}
+
+// services: as they were read, those of the records.
+std::vector<companion_service> beside_services(const std::vector<const line_up_service *> &services,
+                                               const std::vector<const channel_st *> &filed, const line_up &list) {
+  const places_by_identity places(list);
+  std::vector<companion_service> made;
+  for (std::size_t at = 0; at < services.size(); ++at) {
+    if (filed[at] == nullptr) {
+      continue;
+    }
+    const std::size_t place = places.of(channel::identity_of(*filed[at]));
+    companion_service beside = beside_service(*services[at], list.services[place]);
+    if (!beside.is_empty()) {
+      made.push_back(std::move(beside));
+    }
+  }
+  return made;
+}
+
+// What became of the service that stands at a line.
+struct filed_line {
+  const channel_st *record = nullptr;
+  bool is_again = false;
+  bool is_chosen = true;
+};
+
+// Which services became which records; of those that nobody asked for no line is kept.
+class source_capture {
+ public:
+  source_capture(const read_list &read, const std::vector<line_up_service> &chosen, const filled_list &filled)
+      : read_(read) {
+    for (const line_up_service &each : read.services) {
+      records_[each.line] = {.is_chosen = false};
+    }
+    for (std::size_t at = 0; at < chosen.size(); ++at) {
+      records_[chosen[at].line] = {filled.same[at], filled.filed[at] == nullptr};
+    }
+  }
+
+  source_text captured() {
+    source_text made{.format = std::string(read_.from.name), .files = {{}}};
+    take_pieces(made.files.front().pieces);
+    return made;
+  }
+
+ private:
+  void take_pieces(std::vector<source_piece> &pieces) {
+    const std::string_view text = read_.source.text;
+    const std::vector<std::size_t> beginnings = read_.from.layout->cut(text);
+    std::size_t line = 1;
+    for (std::size_t at = 0; at < beginnings.size(); ++at) {
+      const std::size_t end = at + 1 < beginnings.size() ? beginnings[at + 1] : text.size();
+      const std::string_view piece = text.substr(beginnings[at], end - beginnings[at]);
+      take_piece(piece, line, pieces);
+      line += static_cast<std::size_t>(std::ranges::count(piece, '\n'));
+    }
+  }
+
+  void take_piece(std::string_view text, std::size_t line, std::vector<source_piece> &pieces) {
+    const bool is_latin_1 = is_any_latin_1(line, static_cast<std::size_t>(std::ranges::count(text, '\n')));
+    if (text.starts_with(byte_order_mark)) {
+      pieces.push_back({.text = std::string(byte_order_mark)});
+      text.remove_prefix(byte_order_mark.size());
+    }
+    const auto found = records_.find(line);
+    const filed_line filed = found != records_.end() ? found->second : filed_line();
+    if (filed.is_chosen) {
+      const auto id = filed.record != nullptr ? std::optional(channel::identity_of(*filed.record)) : std::nullopt;
+      pieces.push_back({std::string(text), is_latin_1, id, id && filed.is_again});
+    }
+  }
+
+  [[nodiscard]] bool is_any_latin_1(std::size_t first_line, std::size_t lines) const {
+    const auto &found = read_.source.latin_1_lines;
+    const auto first = std::ranges::lower_bound(found, first_line);
+    return first != found.end() && *first < first_line + std::max<std::size_t>(lines, 1);
+  }
+
+  const read_list &read_;
+  std::unordered_map<std::size_t, filed_line> records_;
+};
+
+void put_back(std::string &text, const std::optional<shortened_text> &shortened) {
+  if (shortened && text == shortened->kept) {
+    text = shortened->whole;
+  }
+}
+
+}  // namespace
+
+companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
+                              const filled_list &filled, const line_up &list) {
+  std::unordered_map<std::size_t, const line_up_service *> by_line;
+  for (const line_up_service &each : read.services) {
+    by_line.emplace(each.line, &each);
+  }
+  std::vector<const line_up_service *> services;
+  for (const line_up_service &each : chosen) {
+    services.push_back(by_line.at(each.line));
+  }
+  companion made{.services = beside_services(services, filled.filed, list), .source = {}};
+  if (read.from.layout != nullptr) {
+    made.source = source_capture(read, chosen, filled).captured();
+  }
+  return made;
+}
+
+companion companion_of_services(const std::vector<line_up_service> &made, const std::vector<const channel_st *> &filed,
+                                const line_up &list) {
+  std::vector<const line_up_service *> services;
+  for (const line_up_service &each : made) {
+    services.push_back(&each);
+  }
+  return {.services = beside_services(services, filed, list), .source = {}};
+}
+
+std::size_t put_back(line_up &list, const companion &kept) {
+  const places_by_identity places(list);
+  std::size_t unknown = 0;
+  for (const companion_service &each : kept.services) {
+    const std::size_t place = places.of(each.id);
+    if (place == nowhere) {
+      ++unknown;
+      continue;
+    }
+    line_up_service &service = list.services[place];
+    service.further = each.further;
+    put_back(service.name, each.name);
+    put_back(service.short_name, each.short_name);
+    put_back(service.provider, each.provider);
+  }
+  return unknown;
+}
+
+}  // namespace chlist

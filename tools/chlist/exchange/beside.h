@@ -1,0 +1,32 @@
+// What stands beside a channel file, on its way in and out: taken from what an import reads, and put back into what an
+// export writes.
+#pragma once
+
+#include <vector>
+
+#include "chlist/exchange/formats.h"
+#include "chlist/exchange/list_builder.h"
+#include "chlist/files/companion.h"
+
+namespace chlist {
+
+// What was read, before anybody chose among it or called it otherwise.
+struct read_list {
+  const list_source &source;
+  const format &from;
+  const std::vector<line_up_service> &services;
+};
+
+// chosen: what of it an import took; filled: what became of that; list: the channel list that it is in.
+companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
+                              const filled_list &filled, const line_up &list);
+
+// The same of services that were made for the list.
+companion companion_of_services(const std::vector<line_up_service> &made, const std::vector<const channel_st *> &filed,
+                                const line_up &list);
+
+// Gives the services of a list what is kept of them; names that somebody changed stay. Returns how many of the kept
+// services the list does not have.
+std::size_t put_back(line_up &list, const companion &kept);
+
+}  // namespace chlist

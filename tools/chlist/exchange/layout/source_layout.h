@@ -1,0 +1,34 @@
+// How the text of a format falls apart into the pieces that its services stand in, and how such a piece is changed as
+// little as can be. A format has no second reader for it: pieces are read and written by its own.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace chlist {
+
+// The texts of one service, without the ends of their last lines.
+struct piece_versions {
+  std::string_view kept;    // as somebody wrote it
+  std::string_view before;  // as the format's writer writes what that says
+  std::string_view now;     // as it writes what the list says
+};
+
+struct source_layout {
+  // Where the pieces of a text begin, lines and all; the first is 0 unless the text is empty.
+  std::vector<std::size_t> (*cut)(std::string_view text);
+  // Whether a piece that the format's writer made is that of a service.
+  bool (*is_service)(std::string_view piece);
+  // What is kept, with the differences of the others: without any it is kept as it is.
+  std::string (*merge)(const piece_versions &versions);
+  // Of formats that do not number each service: the number that a piece raises the next one to; such a piece, and one
+  // without that number, which may be empty. Null where services have their numbers themselves.
+  std::optional<int> (*number_in)(std::string_view piece) = nullptr;
+  std::string (*raising_to)(int number) = nullptr;
+  std::string (*without_number)(std::string_view piece) = nullptr;
+};
+
+}  // namespace chlist

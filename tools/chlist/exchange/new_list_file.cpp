@@ -1,0 +1,83 @@
+// Locked while it is replaced.
+#include "chlist/exchange/new_list_file.h"
+
+#include <channel/channel.h>
+#include <fmt/format.h>
+
+#include <system_error>
+
+#include "chlist/files/backup.h"
+#include "chlist/files/channel_file.h"
+#include "chlist/files/edit_lock.h"
+#include "chlist/files/faithful_load.h"
+#include "chlist/files/input_file.h"
+#include "chlist/files/list_file.h"
+#include "chlist/files/replacement.h"
+#include "chlist/files/standard_streams.h"
+
+namespace chlist {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool has_companion(const fs::path &output, const companion &beside) {
+  return !beside.is_empty() && !is_standard_stream(output);
+}
+
+}  // namespace
+
+new_list_file::new_list_file(const fs::path &output, bool keeps_backup) : output_(output) {
+  std::error_code unseen;
+  const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
+  keeps_backup_ = is_list && !is_standard_stream(output_) && keeps_backup;
+}
+
+void new_list_file::write_list(const companion &beside) const {
+  if (is_standard_stream(output_)) {
+    write_standard_output(image_of(*get_channel_list()));
+  } else {
+    const edit_lock lock(output_);
+    keep_what_was();
+    save_list_with(output_, beside);
+  }
+}
+
+void new_list_file::write_bytes(std::string_view bytes) const {
+  if (is_standard_stream(output_)) {
+    write_standard_output(bytes);
+  } else {
+    const edit_lock lock(output_);
+    keep_what_was();
+    write_with(output_, companion(), [&](replacement &file) { file.write(bytes); });
+  }
+}
+
+std::string new_list_file::note() const {
+  return keeps_backup_ ? fmt::format("{}: what it was is kept as {}\n", output_.string(), name_of_backup()) : "";
+}
+
+json new_list_file::backup() const { return keeps_backup_ ? json(name_of_backup()) : json(); }
+
+std::string new_list_file::name_of_backup() const {
+  return fs::is_symlink(output_) ? backup_of(output_).string() : output_.string() + ".bak";
+}
+
+void new_list_file::keep_what_was() const {
+  if (keeps_backup_) {
+    must_be_replaceable(output_);
+    keep_backups(output_);
+  }
+}
+
+std::string title_of_losses(const fs::path &output, const companion &beside) {
+  return has_companion(output, beside)
+             ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(output))
+             : "Not carried by the channel file:";
+}
+
+json json_of_companion(const fs::path &output, const companion &beside) {
+  return has_companion(output, beside) ? json(name_of_companion(output)) : json();
+}
+
+}  // namespace chlist

@@ -1,0 +1,78 @@
+#include "chlist/files/kept_in_step.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include "chlist/line_up/places.h"
+#include "chlist/line_up/selection.h"
+
+namespace chlist {
+namespace {
+
+// Where each identity led to in the end; a service may take the one that another gave up.
+class identity_trail {
+ public:
+  explicit identity_trail(const std::vector<changed_identity> &changes) {
+    for (const changed_identity &each : changes) {
+      const std::string before = identity_text(each.before);
+      const auto known = first_.find(before);
+      const std::string first = known != first_.end() ? known->second : before;
+      if (known != first_.end()) {
+        first_.erase(known);
+      }
+      first_[identity_text(each.after)] = first;
+      last_[first] = each.after;
+    }
+  }
+
+  [[nodiscard]] channel::identity end_of(const channel::identity &id) const {
+    const auto found = last_.find(identity_text(id));
+    return found != last_.end() ? found->second : id;
+  }
+
+ private:
+  std::unordered_map<std::string, std::string> first_;  // by what it is now
+  std::unordered_map<std::string, channel::identity> last_;
+};
+
+}  // namespace
+
+companion in_step(companion kept, const std::vector<changed_identity> &changes, const line_up &list) {
+  const identity_trail trail(changes);
+  const places_by_identity places(list);
+  const auto is_gone = [&](const channel::identity &id) { return places.of(id) == nowhere; };
+  for (companion_service &each : kept.services) {
+    each.id = trail.end_of(each.id);
+  }
+  std::erase_if(kept.services, [&](const companion_service &each) { return is_gone(each.id); });
+  for (source_file &file : kept.source.files) {
+    for (source_piece &piece : file.pieces) {
+      piece.service = piece.service ? std::optional(trail.end_of(*piece.service)) : std::nullopt;
+    }
+    std::erase_if(file.pieces, [&](const source_piece &each) { return each.service && is_gone(*each.service); });
+  }
+  return kept;
+}
+
+edited_companion::edited_companion(const std::filesystem::path &file) : file_(file) {
+  try {
+    kept_ = companion_beside(file).value_or(companion());
+  } catch (const bad_companion &error) {
+    trouble_ = error.what();
+  }
+}
+
+companion_to_write edited_companion::beside(const std::filesystem::path &target,
+                                            const std::vector<changed_identity> &changes, const line_up &list) const {
+  return to_write(target, in_step(kept_, changes, list));
+}
+
+companion_to_write edited_companion::to_write(const std::filesystem::path &target, companion made) const {
+  const std::filesystem::path there = companion_of(target);
+  const bool is_same = there == companion_of(file_) && text_of(made) == text_of(kept_);
+  const bool is_none = made.is_empty() && !std::filesystem::exists(there);
+  return !trouble_.empty() || is_same || is_none ? std::nullopt : std::optional(std::move(made));
+}
+
+}  // namespace chlist

@@ -1,0 +1,26 @@
+// What stands beside two lists that become one.
+#pragma once
+
+#include <filesystem>
+
+#include "chlist/files/kept_in_step.h"
+#include "chlist/merge/merge_outcome.h"
+
+namespace chlist {
+
+class merged_companions {
+ public:
+  merged_companions(const std::filesystem::path &list, const std::filesystem::path &scan);
+
+  // Of the merged list in memory: what is newer wins for the services that the new list has, names stay as they were.
+  [[nodiscard]] companion_to_write of(const merge_outcome &outcome, const std::filesystem::path &output) const;
+
+  [[nodiscard]] bool has_trouble() const { return !list_.trouble().empty() || !scan_.trouble().empty(); }
+  void tell_trouble() const;
+
+ private:
+  edited_companion list_;
+  edited_companion scan_;
+};
+
+}  // namespace chlist
