@@ -144,6 +144,13 @@ class Lists(Page):
         self.tab("TV")
         self.assertEqual(self.names("known-list"), ["Six", "Hidden"])
 
+    def test_what_is_new_since_the_backup_can_be_shown_alone(self):
+        subprocess.run([CHLIST, "remove", self.path, "Two", "Four", "-o", f"{self.path}.bak"], check=True,
+                       stdout=subprocess.DEVNULL)
+        shown.click("#filter-new")
+        self.wait_for("return edits.right.rows.length === 2")
+        self.assertEqual(self.names("known-list"), ["Two", "Four"])
+
     def test_choices_narrow_the_list(self):
         for field, value, wanted in (("type", "radio", ["Six"]), ("access", "scrambled", ["Two", "Four", "Six"]),
                                      ("provider", "Quayside", ["One", "Four"])):

@@ -347,6 +347,22 @@ TEST_F(ListSession, KeepsWhatStandsBesideAChannelFileInStep) {
   EXPECT_EQ(read_file(path("all.dat.more.json")), beside);
 }
 
+TEST_F(ListSession, KnowsWhatIsNewSinceTheBackup) {
+  channel_file older;
+  older.service(news).service(music);
+  write_file(path("list.dat.bak"), older.data);
+  session->apply("rename News Daily");
+  const std::string image = image_in_memory();
+
+  EXPECT_EQ(session->services_since_backup(), (std::vector<std::size_t>{1, 3}));
+
+  EXPECT_EQ(image_in_memory(), image);
+  fs::remove(path("list.dat.bak"));
+  EXPECT_EQ(error_of([&] { static_cast<void>(session->services_since_backup()); }),
+            path("list.dat.bak") + ": No such file or directory");
+  EXPECT_EQ(image_in_memory(), image);
+}
+
 TEST_F(ListSession, IsOpenInOneEditorAlone) {
   EXPECT_EQ(error_of([&] { const list_session second(path()); }),
             journal_path() + ": another editor has this list open");

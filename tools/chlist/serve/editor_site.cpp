@@ -140,6 +140,7 @@ std::span<const editor_site::call> editor_site::calls() {
                                  {"undo", &editor_site::undo},
                                  {"redo", &editor_site::redo},
                                  {"find", &editor_site::find},
+                                 {"find-new", &editor_site::find_new},
                                  {"changes", &editor_site::changes},
                                  {"take-left", &editor_site::take_left},
                                  {"drop-left", &editor_site::drop_left},
@@ -271,6 +272,10 @@ json editor_site::find(const json &asked) {
     }
   }
   return {{"revision", session_.revision()}, {"services", std::move(services)}};
+}
+
+json editor_site::find_new(const json & /*asked*/) {
+  return {{"revision", session_.revision()}, {"services", session_.services_since_backup()}};
 }
 
 json editor_site::changes(const json & /*asked*/) {

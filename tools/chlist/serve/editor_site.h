@@ -46,6 +46,7 @@ class editor_site {
   json undo(const json &asked);
   json redo(const json &asked);
   json find(const json &asked);
+  json find_new(const json &asked);
   json changes(const json &asked);
   json take_left(const json &asked);
   json drop_left(const json &asked);

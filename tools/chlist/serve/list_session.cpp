@@ -13,8 +13,10 @@
 
 #include "chlist/edit/edit_line.h"
 #include "chlist/exchange/text_lines.h"
+#include "chlist/files/backup.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/line_up/list_line_up.h"
+#include "chlist/line_up/places.h"
 
 namespace chlist {
 namespace {
@@ -261,11 +263,32 @@ void list_session::save() {
   ++revision_;
 }
 
-std::vector<change> list_session::changes_of_file() {
-  open_to_edit(path_)->load();
-  const line_up theirs = line_up_in_memory();
+// Read by way of the list in memory, which is put back.
+line_up list_session::list_in(const std::filesystem::path &path) {
+  const std::unique_ptr<edited_file> other = open_to_edit(path);
+  try {
+    other->load();
+  } catch (const std::runtime_error &) {
+    load_image(image_);
+    throw;
+  }
+  line_up list = line_up_in_memory();
   load_image(image_);
-  return differences(saved_list_, theirs);
+  return list;
+}
+
+std::vector<change> list_session::changes_of_file() { return differences(saved_list_, list_in(path_)); }
+
+std::vector<std::size_t> list_session::services_since_backup() {
+  const line_up before = list_in(backup_of(path_));
+  const places_by_identity known(before);
+  std::vector<std::size_t> places;
+  for (std::size_t place = 0; place < list_.services.size(); ++place) {
+    if (known.of(list_.services[place].id()) == nowhere) {
+      places.push_back(place);
+    }
+  }
+  return places;
 }
 
 std::vector<std::string> list_session::read_again() {

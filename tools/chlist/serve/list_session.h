@@ -64,6 +64,9 @@ class list_session {
   [[nodiscard]] std::vector<change> changes() const;
   [[nodiscard]] std::string unsaved_lines() const;
 
+  // Services that FILE.bak does not have, by their places: those that a merge brought, when it wrote the file last.
+  [[nodiscard]] std::vector<std::size_t> services_since_backup();
+
   void save();
   [[nodiscard]] bool is_file_changed() const { return file_->is_changed(); }
   // What somebody else changed of the file meanwhile; and the file as it is now, with the unsaved steps done again.
@@ -76,6 +79,7 @@ class list_session {
   void add_step(const edit_step &step, const step_outcome &outcome);
   std::vector<std::string> do_as_many(const std::vector<edit_step> &steps);
   void load_image(const std::string &image);
+  line_up list_in(const std::filesystem::path &path);
   void go_to(std::size_t step);
   void begin_at(std::string image);
   void begin_journal_in_front_of(std::size_t step);

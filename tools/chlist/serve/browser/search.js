@@ -5,7 +5,7 @@ const operators = /[a-z_]\s*(?:!=|!~|=|~|<|>)/i;
 const search = {
   pane: null,
   rows: [],
-  found: null,       // by a condition: the places of services; null when there is none
+  found: null,  // whether the server found a service, by its place; null when it was not asked
   lastAsked: 0,
 
   start(pane) {
@@ -14,6 +14,7 @@ const search = {
     find('search').addEventListener('input', () => this.onText());
     ['network', 'provider', 'type', 'access', 'missing'].forEach((name) =>
       find(`filter-${name}`).addEventListener('change', again));
+    find('filter-new').addEventListener('change', () => this.onText());
     find('filters').addEventListener('submit', (event) => event.preventDefault());
   },
 
@@ -51,19 +52,26 @@ const search = {
     return operators.test(find('search').value);
   },
 
-  // A condition is understood where edits understand it.
+  // A condition is understood where edits understand it, and the server knows what is new.
   async onText(how = { keepsPlace: false }) {
     const asked = ++this.lastAsked;
     find('search-error').textContent = '';
     this.found = null;
-    if (!this.isCondition) {
+    const calls = [];
+    if (this.isCondition) {
+      calls.push(server.ask('find', { where: find('search').value }));
+    }
+    if (find('filter-new').checked) {
+      calls.push(server.ask('find-new', {}));
+    }
+    if (calls.length === 0) {
       this.show(how);
       return;
     }
     try {
-      const { services } = await server.ask('find', { where: find('search').value });
+      const sets = (await Promise.all(calls)).map(({ services }) => new Set(services));
       if (asked === this.lastAsked) {
-        this.found = new Set(services);
+        this.found = (index) => sets.every((each) => each.has(index));
         this.show(how);
       }
     } catch (error) {
@@ -81,7 +89,7 @@ const search = {
     const access = find('filter-access').value;
     const shown = find('filter-missing').checked ? new Set(arranged.view.rows.map((row) => row.service)) : new Set();
     return ({ service, number }) =>
-      (!this.found || this.found.has(service.index)) &&
+      (!this.found || this.found(service.index)) &&
       words.every((word) => number === word || service.text.includes(word)) &&
       (!network || service.transponder.network.name === network) &&
       (!provider || service.provider === provider) &&
