@@ -1,8 +1,10 @@
 // The editor as requests and answers, without a socket.
 #include "chlist/serve/editor_site.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "tool/edit/edit_host.h"
 
@@ -154,6 +156,16 @@ TEST_F(EditorSite, RefusesNamesThatWouldBreakALineInTwo) {
   EXPECT_EQ(answer.status, 409);
   EXPECT_EQ(error_in(answer), "a word has a line break in it");
   EXPECT_TRUE(session->is_saved());
+}
+
+TEST_F(EditorSite, KnowsWhenAPageAskedLast) {
+  const auto start = site->last_asked();
+  std::this_thread::sleep_for(std::chrono::milliseconds(2));
+
+  EXPECT_EQ(site->refusal({"GET", "/other/state", {{"Host", "127.0.0.1:8080"}}, ""})->status, 403);
+  EXPECT_EQ(site->last_asked(), start);
+  EXPECT_FALSE(site->refusal({"GET", "/token/state", {{"Host", "127.0.0.1:8080"}}, ""}));
+  EXPECT_GT(site->last_asked(), start);
 }
 
 TEST_F(EditorSite, UndoesAndDoesAgain) {

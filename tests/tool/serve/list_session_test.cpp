@@ -318,6 +318,24 @@ TEST_F(ListSession, WritesAListOfAnotherFormatBackWithEveryLine) {
   EXPECT_EQ(read_file(path("channels.conf")), vdr_lines);
 }
 
+TEST_F(ListSession, WritesOnlyTheFilesOfAFolderThatDiffer) {
+  write_file(path("channels.conf"), vdr_lines);
+  run({"import", "channels.conf", "-o", "all.dat"});
+  run({"export", "all.dat", "-o", "enigma2", "--to", "lamedb4"});
+  const std::string bouquets = read_file(path("enigma2/bouquets.tv"));
+  list_session other(path("enigma2/"));
+
+  other.apply("rename ZDF Zweites");
+  other.save();
+
+  EXPECT_EQ(other.file(), path("enigma2"));
+  EXPECT_NE(read_file(path("enigma2/lamedb")).find("\nZweites\n"), std::string::npos);
+  EXPECT_NE(read_file(path("enigma2/lamedb.bak")).find("\nZDF\n"), std::string::npos);
+  EXPECT_EQ(read_file(path("enigma2/bouquets.tv")), bouquets);
+  EXPECT_FALSE(fs::exists(path("enigma2/bouquets.tv.bak")));
+  EXPECT_FALSE(other.is_file_changed());
+}
+
 TEST_F(ListSession, WritesJsonBackByteForByte) {
   run({"export", "list.dat", "-o", "list.json"});
   const std::string text = read_file(path("list.json"));

@@ -54,7 +54,7 @@ class http_server {
   http_server &operator=(const http_server &) = delete;
 
   [[nodiscard]] int port() const { return port_; }
-  void start(http_site site);
+  void start(const http_site &site);
   // Waits for the answers that are under way.
   void stop();
 

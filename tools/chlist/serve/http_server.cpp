@@ -183,7 +183,7 @@ http_server::http_server(int port, std::chrono::milliseconds longest) : listener
 
 http_server::~http_server() = default;
 
-void http_server::start(http_site site) { listener_->serve(site); }
+void http_server::start(const http_site &site) { listener_->serve(site); }
 void http_server::stop() { listener_->finish(); }
 
 }  // namespace chlist

@@ -36,10 +36,16 @@ edit_step step_of(std::string_view text) {
 }
 
 // The number of a line is told when there are several.
-std::string without_source(std::string message, const edit_step &step) {
+std::string without_source(const std::string &message, const edit_step &step) {
   const std::string only_line = fmt::format("{}:1: ", source_of_lines);
   const bool is_only = step.find('\n') == edit_step::npos;
   return is_only && message.starts_with(only_line) ? message.substr(only_line.size()) : message;
+}
+
+// Also of a folder that is named with a slash behind it.
+std::filesystem::path named_path(const std::filesystem::path &file) {
+  const std::filesystem::path path = std::filesystem::absolute(file).lexically_normal();
+  return path.has_filename() ? path : path.parent_path();
 }
 
 void apply_lines(const edit_step &step, edited_list &list) {
@@ -55,7 +61,7 @@ void apply_lines(const edit_step &step, edited_list &list) {
 }  // namespace
 
 list_session::list_session(const std::filesystem::path &file)
-    : path_(std::filesystem::absolute(file).lexically_normal()), file_(open_to_edit(path_)), journal_(path_) {
+    : path_(named_path(file)), file_(open_to_edit(path_)), journal_(path_) {
   file_was_read();
   begin_at(saved_image_);
   if (left() == nullptr) {
@@ -96,7 +102,11 @@ std::vector<std::string> list_session::take_left() {
     journal_.take_up();
     return failures;
   }
-  is_journal_of_file_ ? journal_.start(saved_image_) : journal_.start_from(left.image);
+  if (is_journal_of_file_) {
+    journal_.start(saved_image_);
+  } else {
+    journal_.start_from(left.image);
+  }
   std::ranges::for_each(steps_, [this](const edit_step &step) { journal_.add(step); });
   return failures;
 }
@@ -120,9 +130,8 @@ step_outcome list_session::do_lines(std::string_view lines) {
 step_outcome list_session::apply(std::string_view lines) {
   must_be_answered();
   const edit_step step = step_of(lines);
-  const step_outcome outcome = do_lines(step);
-  std::string image = image_of(*get_channel_list());
-  if (image == image_) {
+  step_outcome outcome = do_lines(step);
+  if (image_of(*get_channel_list()) == image_) {
     return outcome;
   }
   try {
@@ -187,7 +196,7 @@ void list_session::begin_journal_in_front_of(std::size_t step) {
   }
 }
 
-void list_session::load_image(const std::string &image) {
+void list_session::load_image(const std::string &image) const {
   const auto bytes = std::as_bytes(std::span(image));
   load_faithfully(channel_file(file(), {bytes.begin(), bytes.end()}));
 }

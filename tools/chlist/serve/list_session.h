@@ -78,7 +78,7 @@ class list_session {
   step_outcome do_lines(std::string_view lines);
   void add_step(const edit_step &step, const step_outcome &outcome);
   std::vector<std::string> do_as_many(const std::vector<edit_step> &steps);
-  void load_image(const std::string &image);
+  void load_image(const std::string &image) const;
   line_up list_in(const std::filesystem::path &path);
   void go_to(std::size_t step);
   void begin_at(std::string image);
