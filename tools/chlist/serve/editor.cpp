@@ -115,6 +115,21 @@ void serve_until_end(editor_site &site, ending_signals &signals, std::chrono::mi
   print_message(fmt::format("no page was open for {} minutes", idle.count()));
 }
 
+// Its threads end before what they answer from does.
+class answering_server {
+ public:
+  answering_server(http_server &server, editor_site &site) : server_(server) {
+    server_.start({[&site](const http_request &head) { return site.refusal(head); },
+                   [&site](const http_request &request) { return site.answer(request); }});
+  }
+  ~answering_server() { server_.stop(); }
+  answering_server(const answering_server &) = delete;
+  answering_server &operator=(const answering_server &) = delete;
+
+ private:
+  http_server &server_;
+};
+
 // The address alone goes to standard output, for programs.
 std::unique_ptr<page_opener> show_page(const editor_options &options, const std::string &address) {
   print_report([&] { fmt::print("{}\n", address); });
@@ -143,13 +158,11 @@ int run_editor(const editor_options &options) {
   ending_signals signals;
   http_server server(options.port.value_or(0));
   editor_site site(session, site_door(random_token(), server.port()));
-  server.start({[&site](const http_request &head) { return site.refusal(head); },
-                [&site](const http_request &request) { return site.answer(request); }});
-  const std::string address = site.address();
+  const answering_server answering(server, site);
   for (const std::string &note : session.notes()) {
     print_message(fmt::format("{}: {}", options.file.string(), note));
   }
-  const std::unique_ptr<page_opener> opener = show_page(options, address);
+  const std::unique_ptr<page_opener> opener = show_page(options, site.address());
   serve_until_end(site, signals, std::chrono::minutes(options.idle_minutes));
   server.stop();
   return report_end(session);

@@ -32,7 +32,8 @@ const dialogs = {
     find('dialog-title').textContent = title;
     find('dialog-body').replaceChildren(...body);
     find('dialog-error').textContent = '';
-    const close = make('button', { type: 'button', class: 'tool', click: () => box.close() }, done ? 'Cancel' : 'Close');
+    const close = make('button', { type: 'button', class: 'tool', click: () => box.close() },
+                       done ? 'Cancel' : 'Close');
     find('dialog-buttons').replaceChildren(close);
     if (done) {
       find('dialog-buttons').append(make('button', { type: 'submit', class: 'tool main-tool' }, done));

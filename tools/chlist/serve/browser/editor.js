@@ -241,7 +241,8 @@ async function lookNowAndThen() {
     notices.clear('gone');
   } catch {
     if (!document.querySelector('.notice.gone')) {
-      notices.tell('gone', 'The program that serves this page has ended. What was done is kept: start `chlist edit` again.');
+      notices.tell('gone', 'The program that serves this page has ended. What was done is kept: start `chlist edit` '
+                           + 'again.');
     }
   }
 }

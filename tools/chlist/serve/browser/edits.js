@@ -112,7 +112,8 @@ const edits = {
       this.run(() => [['fav', 'remove', arranged.wordForGroup(view), ...namesOf(rows)]],
                () => `${called(rows)} removed from ${view.title}`);
     } else {
-      this.run(() => [['remove', ...namesOf(rows)]], () => `${called(rows)} removed from the list. Undo brings it back`);
+      this.run(() => [['remove', ...namesOf(rows)]],
+               () => `${called(rows)} removed from the list. Undo brings it back`);
     }
   },
 
@@ -156,7 +157,8 @@ const edits = {
 
   sort(key) {
     const { view } = arranged;
-    this.run(() => [['sort', '--by', key, '--view', arranged.wordForView(view)]], () => `${view.title} sorted by ${key}`);
+    this.run(() => [['sort', '--by', key, '--view', arranged.wordForView(view)]],
+             () => `${view.title} sorted by ${key}`);
   },
 
   renumberView(from) {

@@ -1,5 +1,5 @@
-// A list of rows of which some can be selected. Only the rows in sight are in the document, so that thousands cost no more
-// than a few; all are as high as the first.
+// A list of rows of which some can be selected. Only the rows in sight are in the document, so that thousands cost no
+// more than a few; all are as high as the first.
 
 const extraRows = 6;
 
