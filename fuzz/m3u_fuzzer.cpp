@@ -1,5 +1,5 @@
-// Reading M3U playlists: the first line of the input is the template of addresses, the others are its text. What is read
-// is written, and what is written is read back whole.
+// Reading M3U playlists: the first line of the input is the template of addresses, the others are its text. What is
+// read is written, and what is written is read back whole.
 #include <algorithm>
 #include <stdexcept>
 #include <string>

@@ -25,6 +25,7 @@ command scan_command();
 command import_command();
 command export_command();
 // To edit it; the other edits are in edit/edits.h.
+command editor_command();
 command fav_command();
 command fav_list_command();  // below fav
 command undo_command();

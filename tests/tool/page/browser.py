@@ -11,7 +11,8 @@ ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
 OPTIONS = ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--no-first-run",
            "--disable-background-networking", "--hide-scrollbars=false"]
 KEYS = {"enter": "\ue007", "escape": "\ue00c", "tab": "\ue004", "left": "\ue012", "up": "\ue013", "right": "\ue014",
-        "down": "\ue015", "end": "\ue010", "home": "\ue011", "space": " ", "backspace": "\ue003"}
+        "down": "\ue015", "shift": "\ue008", "control": "\ue009", "alt": "\ue00a", "f2": "\ue032", "delete": "\ue017",
+        "end": "\ue010", "home": "\ue011", "space": " ", "backspace": "\ue003"}
 
 
 def missing_programs():
@@ -58,7 +59,10 @@ class Browser:
         return self._call("POST", self.session + path, body)
 
     def open(self, path):
-        self._post("/url", url=f"file://{path}")
+        self.visit(f"file://{path}")
+
+    def visit(self, address):
+        self._post("/url", url=address)
 
     def run(self, script, *arguments):
         """The result of a function body in the page."""
@@ -81,6 +85,49 @@ class Browser:
         """Keys, one after the other, to whatever has the focus."""
         keys = [{"type": kind, "value": KEYS.get(name, name)} for name in names for kind in ("keyDown", "keyUp")]
         self._post("/actions", actions=[{"type": "key", "id": "keys", "actions": keys}])
+
+    def press_with(self, held, *names):
+        """Keys, one after the other, while another one is held."""
+        keys = [{"type": kind, "value": KEYS.get(name, name)} for name in names for kind in ("keyDown", "keyUp")]
+        around = [{"type": kind, "value": KEYS[held]} for kind in ("keyDown", "keyUp")]
+        self._post("/actions", actions=[{"type": "key", "id": "keys", "actions": around[:1] + keys + around[1:]}])
+
+    def click_with(self, held, selector):
+        around = [{"type": kind, "value": KEYS[held]} for kind in ("keyDown", "keyUp")]
+        pause = {"type": "pause", "duration": 0}
+        move = {"type": "pointerMove", "duration": 0, "x": 0, "y": 0, "origin": {ELEMENT: self.find(selector)}}
+        clicks = [{"type": kind, "button": 0} for kind in ("pointerDown", "pointerUp")]
+        self._post("/actions", actions=[
+            {"type": "key", "id": "keys", "actions": around[:1] + [pause] * 3 + around[1:]},
+            {"type": "pointer", "id": "mouse", "actions": [pause, move] + clicks + [pause]}])
+
+    def drag(self, start, end, below=0, kind="mouse", hold=0):
+        """From the middle of an element to so many pixels below the middle of another one."""
+        def move(selector, y, duration):
+            at = self.run("""const element = document.querySelector(arguments[0]);
+                             element.scrollIntoView({ block: 'nearest', inline: 'nearest' });
+                             const { left, top, width, height } = element.getBoundingClientRect();
+                             return [left + width / 2, top + height / 2]""", selector)
+            return {"type": "pointerMove", "duration": duration, "x": round(at[0]), "y": round(at[1] + y)}
+        steps = [move(start, 0, 0), {"type": "pointerDown", "button": 0}, move(start, 8, 50), move(end, below, 150),
+                 {"type": "pause", "duration": hold}, {"type": "pointerUp", "button": 0}]
+        self._post("/actions", actions=[{"type": "pointer", "id": kind, "parameters": {"pointerType": kind},
+                                         "actions": steps}])
+
+    def window(self):
+        return self._call("GET", self.session + "/window")
+
+    def new_window(self):
+        """A second one, which is shown from now on."""
+        before = self.window()
+        self.show_window(self._post("/window/new", type="tab")["handle"])
+        return before
+
+    def show_window(self, handle):
+        self._post("/window", handle=handle)
+
+    def close_window(self):
+        self._call("DELETE", self.session + "/window")
 
     def point(self, selector):
         """Moves the pointer onto an element."""

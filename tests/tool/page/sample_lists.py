@@ -125,5 +125,24 @@ def full_list():
     return made.bytes()
 
 
-LISTS = {"rich": rich_list, "clean": lambda: rich_list(has_faults=False), "hostile": hostile_list, "full": full_list,
+def small_list():
+    """Six services in the views, one in none, two groups of which one is empty."""
+    made = ChannelList()
+    for kind, names in (("provider", ["Quayside", "Fjordkast"]), ("favourites", ["Family", "Films"])):
+        for i, name in enumerate(names):
+            made.group(kind, i + 1 if kind == "provider" else i, name)
+    made.network(1, 1, "Harbour")
+    made.transponder(1, 11_000_000, 0)
+    for i, name in enumerate(["One", "Two", "Three", "Four", "Five", "Six"]):
+        identity = made.service(i + 1, name, type=2 if name == "Six" else 1, provider=[1, 2, 2, 1, 0, 2][i],
+                                flag=SCRAMBLED if i % 2 else 0)
+        made.entry("all", identity, i + 1)
+        made.entry("radio" if name == "Six" else "tv", identity, i + 1)
+        if name in ("One", "Three"):
+            made.entry(0, identity, i + 1)
+    made.service(7, "Hidden")
+    return made.bytes()
+
+
+LISTS = {"small": small_list, "rich": rich_list, "clean": lambda: rich_list(has_faults=False), "hostile": hostile_list, "full": full_list,
          "empty": lambda: ChannelList().bytes()}

@@ -1,5 +1,5 @@
 """Pictures of the page of `chlist report`, to be looked at: wide and on a phone, in light and dark, its plan and its
-table; and report.png, the one in docs/images.
+table; report.png and editor.png, those in docs/images; and the editor on a phone.
 
 usage: screenshots.py CHLIST FOLDER [LIST]
 """
@@ -44,6 +44,23 @@ def take_for_docs(shown, page, folder):
     shown.screenshot(f"{folder}/report.png")
 
 
+def take_editor(shown, chlist, scratch, folder):
+    """Of the page that write_page() was called for last."""
+    command = [chlist, "edit", f"{scratch}/channels.dat", "--no-browser"]
+    with subprocess.Popen(command, stdout=subprocess.PIPE, text=True) as program:
+        shown.resize(1280, 760)
+        shown.visit(program.stdout.readline().strip())
+        shown.run_until_done("setTimeout(arguments[0], 500)")
+        shown.run("arranged.choose(5); edits.left.selected.add(edits.left.rows[2].key); edits.left.goTo(2);"
+                  "const search = document.getElementById('search'); search.value = 'sport';"
+                  "search.dispatchEvent(new Event('input'))")
+        shown.screenshot(f"{folder}/editor.png")
+        shown.resize(360, 780, is_mobile=True)
+        shown.prefer("dark")
+        shown.screenshot(f"{folder}/editor-phone.png")
+        program.terminate()
+
+
 def main(chlist, folder, given=None):
     with tempfile.TemporaryDirectory(prefix="chlist-page-") as scratch:
         shown = browser.Browser(f"{scratch}/profile")
@@ -51,6 +68,7 @@ def main(chlist, folder, given=None):
         take(shown, write_page(chlist, contents, scratch), folder)
         contents = sample_lists.rich_list(sources=[sample_lists.SOURCES[0], sample_lists.SOURCES[2]])
         take_for_docs(shown, write_page(chlist, contents, scratch), folder)
+        take_editor(shown, chlist, scratch, folder)
         shown.close()
 
 

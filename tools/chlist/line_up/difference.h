@@ -42,6 +42,13 @@ std::vector<change> differences(const line_up &before, const line_up &after);
 json json_of_differences(const std::vector<change> &changes);
 
 // The same as text: "no differences", or what there is, line by line.
+struct difference_line {
+  std::size_t depth = 0;  // 0: a heading
+  std::string text;
+};
+std::vector<difference_line> lines_of_differences(const std::vector<change> &changes);
+
+// In one, with the colours of a terminal.
 std::string text_of_differences(const std::vector<change> &changes);
 
 }  // namespace chlist

@@ -21,6 +21,8 @@ struct kind_text {
 constexpr std::array<kind_text, 3> kinds = {
     {{"added", "Added:", style::green}, {"removed", "Removed:", style::red}, {"changed", "Changed:", style::yellow}}};
 
+constexpr std::string_view heading_of_others = "Around the services:";
+
 constexpr std::size_t most_named = 5;
 
 const kind_text &words_of(change_kind kind) { return kinds[static_cast<std::size_t>(kind)]; }
@@ -104,50 +106,59 @@ std::string fields_text(const change &each) {
   return text;
 }
 
-// A changed service has a line for each field.
-std::string service_text(const change &each) {
-  if (each.kind != change_kind::changed) {
-    return fmt::format("  {}{}\n", each.name, fields_text(each));
-  }
-  std::string text = fmt::format("  {}\n", each.name);
-  for (const field_change &field : each.fields) {
-    text += fmt::format("    {}\n", changed_text(field));
-  }
-  return text;
-}
-
-std::string other_text(const change &each) {
-  const bool is_changed = each.kind == change_kind::changed;
-  return fmt::format("  {}{}{}\n", each.name, is_changed ? "" : fmt::format(" {}", words_of(each.kind).word),
-                     fields_text(each));
-}
-
 std::size_t count_services(const std::vector<change> &changes, change_kind kind) {
   return static_cast<std::size_t>(
       std::ranges::count_if(changes, [kind](const change &each) { return is_service(each) && each.kind == kind; }));
 }
 
-std::string services_text(const std::vector<change> &changes, change_kind kind) {
-  if (count_services(changes, kind) == 0) {
-    return {};
+using difference_lines = std::vector<difference_line>;
+
+// A changed service has a line for each field.
+void add_service(const change &each, difference_lines &lines) {
+  if (each.kind != change_kind::changed) {
+    lines.push_back({1, each.name + fields_text(each)});
+    return;
   }
-  std::string text = painted(words_of(kind).heading, words_of(kind).look) + '\n';
-  for (const change &each : changes) {
-    if (is_service(each) && each.kind == kind) {
-      text += service_text(each);
-    }
+  lines.push_back({1, each.name});
+  for (const field_change &field : each.fields) {
+    lines.push_back({2, changed_text(field)});
   }
-  return text;
 }
 
-std::string others_text(const std::vector<change> &changes) {
-  std::string text = painted("Around the services:", style::bold) + '\n';
+void add_other(const change &each, difference_lines &lines) {
+  const bool is_changed = each.kind == change_kind::changed;
+  lines.push_back({1, fmt::format("{}{}{}", each.name, is_changed ? "" : fmt::format(" {}", words_of(each.kind).word),
+                                  fields_text(each))});
+}
+
+void add_services(const std::vector<change> &changes, change_kind kind, difference_lines &lines) {
+  if (count_services(changes, kind) == 0) {
+    return;
+  }
+  lines.push_back({0, std::string(words_of(kind).heading)});
   for (const change &each : changes) {
-    if (!is_service(each)) {
-      text += other_text(each);
+    if (is_service(each) && each.kind == kind) {
+      add_service(each, lines);
     }
   }
-  return text;
+}
+
+void add_others(const std::vector<change> &changes, difference_lines &lines) {
+  lines.push_back({0, std::string(heading_of_others)});
+  for (const change &each : changes) {
+    if (!is_service(each)) {
+      add_other(each, lines);
+    }
+  }
+}
+
+// Headings have the colours of what they head.
+std::string look_of(const difference_line &line) {
+  const auto *const kind = std::ranges::find(kinds, line.text, &kind_text::heading);
+  if (line.depth > 0 || (kind == kinds.end() && line.text != heading_of_others)) {
+    return std::string(2 * line.depth, ' ') + line.text;
+  }
+  return painted(line.text, kind == kinds.end() ? style::bold : kind->look);
 }
 
 }  // namespace
@@ -164,18 +175,32 @@ json json_of_differences(const std::vector<change> &changes) {
   return grouped;
 }
 
-std::string text_of_differences(const std::vector<change> &changes) {
+std::vector<difference_line> lines_of_differences(const std::vector<change> &changes) {
   if (changes.empty()) {
-    return "no differences\n";
+    return {{0, "no differences"}};
   }
   const std::size_t added = count_services(changes, change_kind::added);
   const std::size_t removed = count_services(changes, change_kind::removed);
   const std::size_t changed = count_services(changes, change_kind::changed);
   const std::size_t others = changes.size() - added - removed - changed;
-  return fmt::format("{} added, {} removed, {} changed; {} around the services\n", counted(added, "service"), removed,
-                     changed, counted(others, "difference")) +
-         services_text(changes, change_kind::added) + services_text(changes, change_kind::removed) +
-         services_text(changes, change_kind::changed) + (others > 0 ? others_text(changes) : "");
+  difference_lines lines = {
+      {0, fmt::format("{} added, {} removed, {} changed; {} around the services", counted(added, "service"), removed,
+                      changed, counted(others, "difference"))}};
+  add_services(changes, change_kind::added, lines);
+  add_services(changes, change_kind::removed, lines);
+  add_services(changes, change_kind::changed, lines);
+  if (others > 0) {
+    add_others(changes, lines);
+  }
+  return lines;
+}
+
+std::string text_of_differences(const std::vector<change> &changes) {
+  std::string text;
+  for (const difference_line &line : lines_of_differences(changes)) {
+    text += look_of(line) + '\n';
+  }
+  return text;
 }
 
 }  // namespace chlist

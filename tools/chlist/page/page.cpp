@@ -2,7 +2,10 @@
 #include "chlist/page/page.h"
 
 #include <stdexcept>
+#include <string_view>
 #include <utility>
+
+#include "chlist/page/browser_files.h"
 
 namespace chlist {
 namespace {
@@ -16,6 +19,15 @@ std::string_view up_to(std::string_view mark, std::string_view &rest) {
   const std::string_view before = rest.substr(0, end);
   rest.remove_prefix(end + mark.size());
   return before;
+}
+
+// All files of a kind, one behind the other.
+std::string files_of_kind(std::string_view ending) {
+  std::string text;
+  for (const browser_file &file : report_files()) {
+    text += file.name.ends_with(ending) ? file.contents : std::string_view();
+  }
+  return text;
 }
 
 }  // namespace
@@ -36,10 +48,10 @@ std::string script_safe(const json &data) {
 }
 
 std::string page_of(const json &data) {
-  const std::pair<std::string_view, std::string> parts[] = {{"{{page.css}}", std::string(page_css())},
-                                                            {"{{data}}", script_safe(data)},
-                                                            {"{{page.js}}", std::string(page_js())}};
-  std::string_view rest = page_html();
+  const std::pair<std::string_view, std::string> parts[] = {
+      {"{{page.css}}", files_of_kind(".css")}, {"{{data}}", script_safe(data)}, {"{{page.js}}", files_of_kind(".js")}};
+  const std::string html = files_of_kind(".html");
+  std::string_view rest = html;
   std::string page;
   for (const auto &[mark, text] : parts) {
     page += up_to(mark, rest);

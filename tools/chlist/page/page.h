@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "chlist/check/findings.h"
 #include "chlist/line_up/line_up.h"
@@ -20,10 +19,5 @@ json page_data(const std::string &file_name, const line_up &list, const file_fin
 
 // JSON that a script element can hold: no text of it ends the element or a line of it.
 std::string script_safe(const json &data);
-
-// The files of the page, as they stood in the folder when the program was built.
-std::string_view page_html();
-std::string_view page_css();
-std::string_view page_js();
 
 }  // namespace chlist

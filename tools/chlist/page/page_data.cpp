@@ -1,6 +1,7 @@
 // Records become arrays, whose fields model.js knows by position: a list of thousands of services stays small that way.
 #include "chlist/page/page.h"
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -127,6 +128,7 @@ json page_data(const std::string &file_name, const line_up &list, const file_fin
           {"genres", names_of(list.groups_of(group_kind::genre))},
           {"countries", names_of(list.groups_of(group_kind::country))},
           {"views", views_in(list)},
+          {"favourite_groups", std::ranges::count_if(list.favourites, &favourite_group::is_counted)},
           {"findings", array_of(found.findings, json_of_finding)}};
 }
 

@@ -19,7 +19,7 @@ function fieldsOf({ number, id, service: of }) {
   return [
     ...fields,
     ['Short name', of.shortName || 'none'],
-    ['Type', typeName(of.type)],
+    ['Type', of.typeName],
     ['Source type', of.source],
     ['Network', of.transponder.network.name || 'none'],
     ['Provider', of.provider || 'none'],

@@ -5,26 +5,6 @@ const extraRows = 8;
 
 const pidText = (pid) => (pid === unsetPid ? '' : `${pid}`);
 
-const badge = (text, kind, title = null) => make('span', { class: `badge ${kind}`, title }, text);
-
-function marks({ service: of }) {
-  if (!of) {
-    return [badge('no service', 'bad')];
-  }
-  const made = of.favourites.length > 0 ? [badge('★', 'star', of.favourites.join(', '))] : [];
-  for (const [bit, text, kind] of [
-    [scrambled, 'scrambled', 'key'],
-    [locked, 'locked', 'lock'],
-    [skipped, 'skipped', 'skip'],
-    [carriesData, 'data', 'plain'],
-  ]) {
-    if (of.flag & bit) {
-      made.push(badge(text, kind));
-    }
-  }
-  return made;
-}
-
 const markRank = ({ service: of }) => (of ? (of.flag & (scrambled | locked | skipped | carriesData)) + 1 : 0);
 const ofService = (value) => (each) => (each.service ? value(each.service) : '');
 const pid = (name) => (each) => (each.service && each.service.pids[name] !== unsetPid ? each.service.pids[name] : null);
@@ -35,7 +15,7 @@ const columns = [
   { key: 'number', title: 'No.', width: 4, isNumber: true, value: (each) => (each.major ?? 0) + each.minor / 65536,
     show: (each) => each.number },
   { key: 'name', title: 'Name', width: 0, value: ofService((of) => of.name) },
-  { key: 'type', title: 'Type', width: 4.5, value: ofService((of) => typeName(of.type)) },
+  { key: 'type', title: 'Type', width: 4.5, value: ofService((of) => of.typeName) },
   { key: 'provider', title: 'Provider', width: 10, value: ofService((of) => of.provider) },
   { key: 'marks', title: 'Marks', width: 11, value: markRank, cell: marks },
   { key: 'genre', title: 'Genre', width: 7.5, value: ofService((of) => of.genre), isShown: has((of) => of.genre) },

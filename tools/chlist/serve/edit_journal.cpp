@@ -1,0 +1,166 @@
+// Appended and brought to the disk step by step; a step that is undone is cut off again. What a crash left of a step
+// that was being written is no whole one and is left out.
+#include "chlist/serve/edit_journal.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include "chlist/files/input_file.h"
+#include "chlist/files/replacement.h"
+#include "chlist/files/text_file.h"
+
+namespace chlist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view of_list = "# Not saved yet, of the list ";
+constexpr std::string_view of_other_list = "# Not saved yet, of the list in the file beside it, ";
+constexpr std::string_view end_of_step = "\n\n";
+
+// Opened and locked. Another editor may have taken it away in between: what is locked then has no name any more.
+std::unique_ptr<descriptor> journal_file(const fs::path &path) {
+  for (;;) {
+    auto file = std::make_unique<descriptor>(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600), path.string());
+    if (::flock(file->get(), LOCK_EX | LOCK_NB) != 0) {
+      throw std::runtime_error(path.string() + ": another editor has this list open");
+    }
+    struct stat found = {};
+    if (::fstat(file->get(), &found) != 0) {
+      fail(path.string());
+    }
+    if (found.st_nlink > 0) {
+      return file;
+    }
+  }
+}
+
+// A text from its front to its end.
+class journal_reader {
+ public:
+  explicit journal_reader(std::string_view text) : text_(text) {}
+
+  [[nodiscard]] std::size_t at() const { return at_; }
+
+  // What follows these words in the first line, if they are there.
+  std::optional<std::string> title(std::string_view words) {
+    return text_.starts_with(words) ? take("\n", words.size()) : std::nullopt;
+  }
+  std::optional<edit_step> step() { return take(end_of_step, 0); }
+
+ private:
+  std::optional<std::string> take(std::string_view end, std::size_t skipped) {
+    const std::size_t found = text_.find(end, at_);
+    if (found == std::string_view::npos) {
+      return std::nullopt;
+    }
+    const std::size_t from = at_ + skipped;
+    at_ = found + end.size();
+    return std::string(text_.substr(from, found - from));
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace
+
+// FNV-1a.
+std::string fingerprint_of(std::string_view bytes) {
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const char each : bytes) {
+    hash = (hash ^ static_cast<unsigned char>(each)) * 0x100000001B3;
+  }
+  return fmt::format("{:016x}", hash);
+}
+
+edit_journal::edit_journal(const fs::path &list)
+    : path_(behind_links(list).string() + ".edits"), file_(journal_file(path_)) {
+  const std::string text = read_input_file(path_);
+  journal_reader reader(text);
+  if (const auto of_image = reader.title(of_other_list)) {
+    left_ = {*of_image, read_input_file(path_of_image()), {}};
+  } else {
+    left_.list = reader.title(of_list).value_or("");
+  }
+  size_ = reader.at();
+  while (std::optional<edit_step> step = reader.step()) {
+    starts_.push_back(std::exchange(size_, reader.at()));
+    left_.steps.push_back(std::move(*step));
+  }
+}
+
+edit_journal::~edit_journal() {
+  if (is_finished_ || starts_.empty()) {
+    ::unlink(path_of_image().c_str());
+    ::unlink(path_.c_str());
+  }
+}
+
+void edit_journal::take_up() {
+  cut_to(size_);
+  left_ = {};
+}
+
+void edit_journal::start(std::string_view image) {
+  begin(of_list, image);
+  ::unlink(path_of_image().c_str());
+}
+
+void edit_journal::start_from(std::string_view image) {
+  write_text_file(path_of_image(), image);
+  begin(of_other_list, image);
+}
+
+void edit_journal::begin(std::string_view title, std::string_view image) {
+  cut_to(0);
+  left_ = {};
+  starts_.clear();
+  write_at_end(fmt::format("{}{}\n", title, fingerprint_of(image)));
+}
+
+void edit_journal::add(const edit_step &step) {
+  const std::size_t before = size_;
+  write_at_end(fmt::format("{}{}", step, end_of_step));
+  starts_.push_back(before);
+}
+
+void edit_journal::take_back() {
+  cut_to(starts_.back());
+  starts_.pop_back();
+}
+
+void edit_journal::write_at_end(std::string_view text) {
+  const std::size_t before = size_;
+  for (std::string_view left = text; !left.empty();) {
+    const ssize_t written = ::pwrite(file_->get(), left.data(), left.size(), static_cast<off_t>(size_));
+    if (written < 0 && errno != EINTR) {
+      const int error = errno;
+      cut_to(before);
+      errno = error;
+      fail(path_.string());
+    }
+    size_ += written > 0 ? static_cast<std::size_t>(written) : 0;
+    left.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+  }
+  if (::fdatasync(file_->get()) != 0) {
+    fail(path_.string());
+  }
+}
+
+void edit_journal::cut_to(std::size_t size) {
+  if (::ftruncate(file_->get(), static_cast<off_t>(size)) != 0 || ::fdatasync(file_->get()) != 0) {
+    fail(path_.string());
+  }
+  size_ = size;
+}
+
+}  // namespace chlist

@@ -1,0 +1,68 @@
+// Edits that are not saved yet, kept beside the list as FILE.edits: what was done is on the disk before it is shown,
+// and comes back after a crash. It is a text as `chlist apply` takes it, steps with empty lines between them.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "chlist/files/descriptor.h"
+
+namespace chlist {
+
+// Lines of edits that are done, undone and done again as one.
+using edit_step = std::string;
+
+// What somebody left, and of which list.
+struct unfinished_edits {
+  std::string list;   // fingerprint_of() its bytes
+  std::string image;  // those bytes, when the list is not the file's: one that was saved and undone
+  std::vector<edit_step> steps;
+};
+
+// Tells one list from another that it is mistaken for by accident.
+std::string fingerprint_of(std::string_view bytes);
+
+class edit_journal {
+ public:
+  // Takes up what stands beside the list, or makes it. Throws when another editor has it, and when the folder takes no
+  // file: nobody would want to learn that after an hour.
+  explicit edit_journal(const std::filesystem::path &list);
+  ~edit_journal();
+  edit_journal(const edit_journal &) = delete;
+  edit_journal &operator=(const edit_journal &) = delete;
+
+  // What was there; it stays until it is taken up, or another journal is started.
+  [[nodiscard]] const unfinished_edits &left() const { return left_; }
+  void take_up();
+
+  // With nothing in it, from the list in the file, or from another one that is kept beside it.
+  void start(std::string_view image);
+  void start_from(std::string_view image);
+  // Bring the step to the disk, or throw and leave everything as it was.
+  void add(const edit_step &step);
+  void take_back();
+  // Everything is saved: nothing is left behind.
+  void finish() { is_finished_ = true; }
+
+  [[nodiscard]] std::size_t steps() const { return starts_.size(); }
+  [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+
+ private:
+  [[nodiscard]] std::filesystem::path path_of_image() const { return path_.string() + ".list"; }
+  void begin(std::string_view title, std::string_view image);
+  void write_at_end(std::string_view text);
+  void cut_to(std::size_t size);
+
+  std::filesystem::path path_;
+  std::unique_ptr<descriptor> file_;
+  unfinished_edits left_;
+  bool is_finished_ = false;
+  std::size_t size_ = 0;
+  std::vector<std::size_t> starts_;  // of the steps
+};
+
+}  // namespace chlist
