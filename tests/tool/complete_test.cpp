@@ -42,7 +42,7 @@ class Complete : public tool_test::chlist_test {
 using words = std::vector<std::string>;
 
 TEST_F(Complete, CommandsByTheirBeginning) {
-  EXPECT_EQ(offered({"re"}), (words{"report", "rename", "renumber", "remove"}));
+  EXPECT_EQ(offered({"re"}), (words{"report", "rename", "renumber", "remove", "redo", "restore"}));
   EXPECT_EQ(offered({"fav", "re"}), (words{"remove", "rename"}));
   EXPECT_EQ(offered({"help", "li"}), words{"list"});
   EXPECT_EQ(offered({"help", "fav", "n"}), words{"new"});

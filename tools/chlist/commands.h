@@ -28,6 +28,10 @@ command export_command();
 command editor_command();
 command fav_command();
 command fav_list_command();  // below fav
+command undo_command();
+command redo_command();
+command history_command();
+command restore_command();
 // To learn of it.
 command help_command();
 

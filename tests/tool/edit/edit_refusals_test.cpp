@@ -160,7 +160,7 @@ TEST_F(EditBackups, ThePreviousFileIsKeptWithItsMode) {
 
   EXPECT_EQ(run({"lock", "list.dat", "News"}).exit_code, 0);
 
-  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.history"}));
   expect_bytes(before.data, "list.dat.bak");
   EXPECT_EQ(fs::status(path("list.dat.bak")).permissions(), fs::perms(0640));
   EXPECT_EQ(fs::status(path()).permissions(), fs::perms(0640));

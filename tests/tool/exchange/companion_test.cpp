@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -34,6 +35,29 @@ class Companion : public tool_test::import_test {
     EXPECT_LE(result.exit_code, 1) << result.err;
     said = result.out;
     return read_file(path("out"));
+  }
+
+  using file_texts = std::map<std::string, std::string>;
+
+  void import_folder(const file_texts &files) {
+    std::filesystem::remove_all(path("box"));
+    std::filesystem::create_directory(path("box"));
+    for (const auto &[name, text] : files) {
+      write_file(path("box/" + name), text);
+    }
+    const program_result result = run({"import", "box", "-o", "list.dat", "--no-backup"});
+    ASSERT_LE(result.exit_code, 1) << result.err;
+  }
+
+  file_texts exported_folder(const std::string &format) {
+    std::filesystem::remove_all(path("out"));
+    const program_result result = run({"export", "list.dat", "-o", "out", "--to", format});
+    EXPECT_LE(result.exit_code, 1) << result.err;
+    file_texts files;
+    for (const auto &each : std::filesystem::directory_iterator(path("out"))) {
+      files[each.path().filename().string()] = read_file(each.path().string());
+    }
+    return files;
   }
 
   void edit(const std::vector<std::string> &arguments) {
@@ -91,6 +115,65 @@ TEST_F(Companion, SectionsGoOutAsTheyCameIn) {
     import_text(text, "dvbv5");
     EXPECT_EQ(exported("dvbv5"), text) << seed;
   }
+}
+
+TEST_F(Companion, AFolderGoesOutAsItCameIn) {
+  for (unsigned seed = 0; seed < 40; ++seed) {
+    const int version = seed % 2 == 0 ? 4 : 5;
+    const auto folder = random_source(seed).folder(12, version);
+    import_folder(folder);
+    EXPECT_EQ(exported_folder("lamedb" + std::to_string(version)), folder) << seed;
+  }
+}
+
+// A service that is gone keeps its number free for those behind it.
+TEST_F(Companion, EditsOfAFolderChangeTheirOwnLines) {
+  auto folder = random_source(2).folder(4, 5);
+  folder["lamedb5"] = "eDVB services /5/\nt:00c0044c:0001:0001,s:11494000:22000000:0:2:192:2:0:1:2:0:2\n"
+                      "s:0001:00c0044c:0001:0001:1:0:0,\"First\",p:One,c:050001\n"
+                      "s:0002:00c0044c:0001:0001:25:7:0,\"Second\",p:One, Inc\n"
+                      "s:0003:00c0044c:0001:0001:1:0:0,\"Third\",p:One\n";
+  folder["userbouquet.a.tv"] = "#NAME A\n#SERVICE 1:0:1:1:1:1:C0044C:0:0:0:\n#SERVICE 1:0:19:2:1:1:C0044C:0:0:0:\n"
+                               "#SERVICE 1:0:1:3:1:1:C0044C:0:0:0:\n";
+  folder["userbouquet.b.tv"] = "#NAME B\n#SERVICE 1:0:19:2:1:1:C0044C:0:0:0:\n";
+  folder["blacklist"] = "1:0:1:3:1:1:C0044C:0:0:0:\n";
+  import_folder(folder);
+
+  edit({"rename", "list.dat", "Second", "Zweites"});
+  edit({"set", "list.dat", "Zweites", "service_id=9", "video_pid=17"});
+  edit({"lock", "list.dat", "Zweites"});
+  edit({"remove", "list.dat", "First"});
+
+  folder["lamedb5"] = "eDVB services /5/\nt:00c0044c:0001:0001,s:11494000:22000000:0:2:192:2:0:1:2:0:2\n"
+                      "s:0009:00c0044c:0001:0001:25:7:0,\"Zweites\",p:One, Inc,c:000011\n"
+                      "s:0003:00c0044c:0001:0001:1:0:0,\"Third\",p:One\n";
+  folder["userbouquet.a.tv"] = "#NAME A\n#SERVICE 1:832:D:0:0:0:0:0:0:0:\n#SERVICE 1:0:1:9:1:1:C0044C:0:0:0:\n"
+                               "#SERVICE 1:0:1:3:1:1:C0044C:0:0:0:\n";
+  folder["userbouquet.b.tv"] = "#NAME B\n#SERVICE 1:0:1:9:1:1:C0044C:0:0:0:\n";
+  folder["blacklist"] += "1:0:1:9:1:1:C0044C:0:0:0:\n";
+  EXPECT_EQ(exported_folder("lamedb5"), folder);
+}
+
+TEST_F(Companion, OtherFavouritesMakeOtherBouquetsOfTheSameServices) {
+  const auto folder = random_source(4).folder(6, 4);
+  import_folder(folder);
+  edit({"fav", "new", "list.dat", "Mine"});
+  edit({"fav", "add", "list.dat", "Mine", "Service 1"});
+
+  auto made = exported_folder("lamedb4");
+
+  EXPECT_EQ(made["lamedb"], folder.at("lamedb"));
+  EXPECT_TRUE(made.contains("userbouquet.all_channels.tv"));
+}
+
+// Its transponder is none of those that are kept.
+TEST_F(Companion, AFolderWithOtherTranspondersIsWrittenAnew) {
+  import_folder(random_source(4).folder(6, 4));
+  edit({"set", "list.dat", "Service 1", "frequency=12000000"});
+
+  auto made = exported_folder("lamedb4");
+
+  EXPECT_NE(made["lamedb"].find("s 12000000:22000000:"), std::string::npos) << made["lamedb"];
 }
 
 TEST_F(Companion, LineEndsMarksAndOtherCharactersGoOutAsTheyCameIn) {

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <iterator>
+#include <map>
 #include <random>
 #include <string>
 #include <vector>
@@ -32,10 +33,68 @@ class random_source {
     return text;
   }
 
+  // A lamedb of version 4 or 5, bouquets and a blacklist, by their names.
+  std::map<std::string, std::string> folder(int services, int version) {
+    std::map<std::string, std::string> files;
+    files[version == 5 ? "lamedb5" : "lamedb"] = version == 5 ? lamedb_lines(services) : lamedb_sections(services);
+    files["bouquets.tv"] =
+        "#NAME User - Bouquets (TV)\n#SERVICE 1:7:1:0:0:0:0:0:0:0:FROM BOUQUET \"userbouquet.a.tv\" ORDER BY bouquet\n"
+        "#SERVICE: 1:7:1:0:0:0:0:0:0:0:FROM BOUQUET \"userbouquet.b.tv\" ORDER BY bouquet\n";
+    files["userbouquet.a.tv"] = "#NAME Favourites (TV)\n" + references(services);
+    files["userbouquet.b.tv"] = "#NAME Others\r\n" + references(services);
+    if (now_and_then()) {
+      files["blacklist"] = "1:0:1:1:1:1:C00000:0:0:0:\n";
+    }
+    return files;
+  }
+
   int below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(random_); }
   bool now_and_then() { return below(4) == 0; }
 
  private:
+  std::string numbers(int n) {
+    return fmt::format("{:04x}:{}:{}:0", n, n % 2 == 0 ? "00c00000:0001:0001" : "00c0044c:0002:0001",
+                       one_of({"1", "2", "25"}));
+  }
+
+  std::string options() {
+    return one_of({"p:One", "p:One, Inc,c:000065,c:010066,C:1702,C:1722,f:40", "p:,c:000065,c:040068,c:050001",
+                   "p:Pröv,c:020069"});
+  }
+
+  std::string lamedb_sections(int services) {
+    std::string text =
+        "eDVB services /4/\ntransponders\n00c00000:0001:0001\n\ts 11494000:22000000:0:2:192:2:0:1:2:0:2\n/\n"
+        "00c0044c:0002:0001\n\ts 11538000:22000000:1:5:192:2:0\n/\nend\nservices\n";
+    for (int n = 1; n <= services; ++n) {
+      text += numbers(n) + "\n" + name(n) + "\n" + options() + "\n";
+    }
+    return text + "end\nHave a lot of bugs!\n";
+  }
+
+  std::string lamedb_lines(int services) {
+    std::string text = "eDVB services /5/\n# Use at your own risk!\n"
+                       "t:00c00000:0001:0001,s:11494000:22000000:0:2:192:2:0:1:2:0:2\n"
+                       "t:00c0044c:0002:0001,s:11538000:22000000:1:5:192:2:0\n";
+    for (int n = 1; n <= services; ++n) {
+      text += fmt::format("s:{}:0,\"{}\",{}\n", numbers(n), name(n), options());
+    }
+    return text;
+  }
+
+  std::string references(int services) {
+    std::string text;
+    for (int n = 1; n <= services; ++n) {
+      text +=
+          one_of({"", "", "#SERVICE 1:64:0:0:0:0:0:0:0:0::- marker -\n#DESCRIPTION - marker -\n",
+                  "#SERVICE 4097:0:1:0:0:0:0:0:0:0:http%3a//host/x:Stream\n", "#SERVICE 1:0:1:99:9:9:C00000:0:0:0:\n"});
+      const std::string reference = fmt::format("#SERVICE 1:0:{}:{:X}:{}:0:0:0:", one_of({"1", "19"}), n,
+                                                n % 2 == 0 ? "1:1:C00000" : "2:1:C0044C");
+      text += now_and_then() ? "" : reference + one_of({"\n", "\r\n", ":Given\n#DESCRIPTION Given\n"});
+    }
+    return text;
+  }
+
   template <std::size_t Count>
   std::string one_of(const char *const (&all)[Count]) {
     return all[below(static_cast<int>(Count))];

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <filesystem>
 #include <map>
@@ -66,9 +67,15 @@ inline file_set inputs() {
 
 class commands_test : public chlist_test, public ::testing::WithParamInterface<command> {
  protected:
+  // Histories tell when an edit was made: runs are compared byte for byte.
   void SetUp() override {
+    ::setenv("SOURCE_DATE_EPOCH", "0", 1);
     chlist_test::SetUp();
     put(before, {});
+  }
+  void TearDown() override {
+    chlist_test::TearDown();
+    ::unsetenv("SOURCE_DATE_EPOCH");
   }
 
   // The folder holds these files and no others. Those that are present as they are wanted are not written again.

@@ -61,7 +61,7 @@ TEST_F(ParallelEdits, ASecondOneWaitsForTheFirst) {
     EXPECT_EQ(files(), std::vector<std::string>{"list.dat"});
   }
   later.join();
-  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.history"}));
 }
 
 TEST_F(ParallelEdits, ADryRunAndAReadingWaitForNobody) {

@@ -402,6 +402,7 @@ TEST_F(Rescan, WhatTheOutputWasIsKeptUnlessNothingIsWanted) {
   EXPECT_EQ(read_file(path("list.dat.bak")), own);
 
   fs::remove(path("list.dat.bak"));
+  fs::remove(path("list.dat.history"));
   write_list(own_list());
   EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "-o", "list.dat", "--no-backup"}).exit_code, 0);
   EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "scan.dat"}));

@@ -129,7 +129,7 @@ TEST_F(MergeTool, TheOutputMayBeTheList) {
 
   ASSERT_EQ(load_named("list.dat"), CHANNEL_LIST_VERSION);
   EXPECT_EQ(service_ids(VIEW_ALL), (std::vector<int>{1, 5}));
-  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "scan.dat"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.history", "scan.dat"}));
 }
 
 TEST_F(MergeTool, ANewListWithoutServicesDeletesAll) {

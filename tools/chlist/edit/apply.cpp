@@ -33,6 +33,9 @@ void apply_one(const read_edit &edit, const std::string &source, edited_list &li
   } catch (const std::runtime_error &error) {
     throw std::runtime_error(fmt::format("{}:{}: {}", source, edit.line, error.what()));
   }
+  if (!edit.text.empty()) {
+    list.lines.push_back(edit.text);
+  }
   for (std::size_t i = noted; i < list.notes.size(); ++i) {
     list.notes[i] = fmt::format("{}:{}: {}", source, edit.line, list.notes[i]);
   }

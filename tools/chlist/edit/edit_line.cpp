@@ -233,7 +233,7 @@ std::vector<read_edit> edits_in(std::string_view text, const std::string &source
   text_lines lines(text);
   while (const std::optional<std::string_view> line = lines.next()) {
     try {
-      edits.push_back({lines.number(), reader.read(*line)});
+      edits.push_back({lines.number(), std::string(without_blanks_around(*line)), reader.read(*line)});
     } catch (const std::runtime_error &error) {
       throw std::runtime_error(fmt::format("{}:{}: {}", source, lines.number(), error.what()));
     }

@@ -37,6 +37,7 @@ class edit_line_reader {
 // A line and what it does.
 struct read_edit {
   std::size_t line = 0;
+  std::string text;
   list_edit apply;
 };
 

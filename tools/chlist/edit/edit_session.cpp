@@ -49,8 +49,8 @@ std::vector<std::string> with_common_details(std::vector<std::string> details) {
   details.insert(
       details.end(),
       {"FILE is of version 10; `chlist convert` makes one of an earlier version. It is replaced as a whole or not at "
-       "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one. "
-       "What stands beside it in FILE.more.json follows in the same way. A "
+       "all, and only when something changes; what it was before is kept as FILE.bak, which replaces an earlier one, "
+       "and in FILE.history, for `chlist undo`. What stands beside it in FILE.more.json follows in the same way. A "
        "symbolic link stays one: the file that it points to is replaced, and kept beside itself. Nothing changes but "
        "what is asked for and what is said to follow; --dry-run and the report show all of it.",
        "A SERVICE is named by its number in ALL (\"7\", \"7-2\"), by its name or a part of it, or by its identity "
@@ -73,6 +73,7 @@ std::vector<term> exit_codes_of_edits() {
 struct edit_result {
   edit_notes notes;
   std::vector<edit_table> tables;
+  std::vector<std::string> lines;  // that stand for what was done
   std::optional<std::size_t> chosen;
   std::vector<change> changes;
   std::vector<changed_identity> identities;
@@ -90,6 +91,7 @@ edit_result edit_in_memory(const channel_file &input, const list_edit &apply) {
   apply(list);
   result.notes = std::move(list.notes);
   result.tables = std::move(list.tables);
+  result.lines = std::move(list.lines);
   result.chosen = list.chosen();
   result.identities = list.identities();
   result.changes = differences(list_before, line_up_in_memory());
@@ -171,7 +173,7 @@ void must_be_wanted(const edit_options &options, const edit_result &result) {
 }
 
 // Returns the exit code.
-int run_edit(const edit_options &options, const list_edit &apply) {
+int run_edit(const edit_options &options, const std::string &line, const list_edit &apply) {
   std::optional<edit_lock> lock;
   if (!options.is_dry_run) {
     lock.emplace(options.target());
@@ -186,7 +188,8 @@ int run_edit(const edit_options &options, const list_edit &apply) {
     must_be_wanted(options, result);
     input.must_be_unchanged();
     save_edited_list(options.file, options.target(), options.leaves_no_backup,
-                     beside.beside(options.target(), result.identities, line_up_in_memory()));
+                     {beside.beside(options.target(), result.identities, line_up_in_memory()),
+                      result.lines.empty() ? std::vector{line} : result.lines});
     result.is_saved = true;
   }
   report(options, result);
@@ -202,7 +205,7 @@ std::vector<option> common_options(edit_options &options) {
           {.names = "--yes", .target = &options.is_sure, .about = "change several chosen services without a question"},
           {.names = "--no-backup",
            .target = &options.leaves_no_backup,
-           .about = "do not keep the previous file as FILE.bak"},
+           .about = "do not keep the previous file as FILE.bak, nor in FILE.history"},
           {.names = "--json", .target = &options.as_json, .about = "report as JSON, notes included"}};
 }
 
@@ -215,7 +218,11 @@ int print_line(const edit_row &row) {
 }
 
 int run_command(const edit_options &options, const edit_row &row) {
-  return options.prints_edits ? print_line(row) : run_edit(options, row.take());
+  if (options.prints_edits) {
+    return print_line(row);
+  }
+  const std::string line = line_of(row);
+  return run_edit(options, line, row.take());
 }
 
 }  // namespace

@@ -90,6 +90,7 @@ class edited_list {
 
   edit_notes notes;
   std::vector<edit_table> tables;
+  std::vector<std::string> lines;  // of an edit that stands for many
 
  private:
   std::vector<channel_st *> services_named(const std::vector<std::string> &names, std::int8_t view);

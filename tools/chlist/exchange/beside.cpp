@@ -1,9 +1,12 @@
 #include "chlist/exchange/beside.h"
 
 #include <algorithm>
+#include <optional>
+#include <span>
 #include <unordered_map>
 #include <utility>
 
+#include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/source_layout.h"
 #include "chlist/line_up/places.h"
 #include "chlist/text/utf8.h"
@@ -62,15 +65,32 @@ class source_capture {
     }
   }
 
+  // Of a folder the services stand in the file that was read first.
   source_text captured() {
-    source_text made{.format = std::string(read_.from.name), .files = {{}}};
-    take_pieces(made.files.front().pieces);
+    const source_layout &layout = *read_.from.layout;
+    const std::span<const made_file> files = read_.files.files;
+    const bool is_first_apart = !read_.source.is_folder;
+    const std::string &text = is_first_apart ? read_.source.text : files.front().text;
+    source_text made{.format = layout.format_of != nullptr ? layout.format_of(text) : std::string(read_.from.name),
+                     .url = read_.source.url,
+                     .files = {{.name = name_of_first(text), .pieces = {}}}};
+    take_pieces(text, made.files.front().pieces);
+    for (const made_file &each : files.subspan(is_first_apart ? 0 : 1)) {
+      made.files.push_back({each.name, layout.folder->pieces(each.text, made.files.front())});
+    }
     return made;
   }
 
  private:
-  void take_pieces(std::vector<source_piece> &pieces) {
-    const std::string_view text = read_.source.text;
+  [[nodiscard]] std::string name_of_first(std::string_view text) const {
+    if (read_.source.is_folder) {
+      return read_.files.files.front().name;
+    }
+    const folder_layout *folder = read_.from.layout->folder;
+    return folder != nullptr ? folder->name_of_first(text) : std::string();
+  }
+
+  void take_pieces(std::string_view text, std::vector<source_piece> &pieces) {
     const std::vector<std::size_t> beginnings = read_.from.layout->cut(text);
     std::size_t line = 1;
     for (std::size_t at = 0; at < beginnings.size(); ++at) {
@@ -112,6 +132,18 @@ void put_back(std::string &text, const std::optional<shortened_text> &shortened)
 }
 
 }  // namespace
+
+list_source recorded(const list_source &source, read_files &read) {
+  list_source made = source;
+  made.files = [&read, files = source.files](const std::string &name) {
+    std::optional<std::string> text = files(name);
+    if (text && std::ranges::find(read.files, name, &made_file::name) == read.files.end()) {
+      read.files.push_back({name, *text});
+    }
+    return text;
+  };
+  return made;
+}
 
 companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
                               const filled_list &filled, const line_up &list) {

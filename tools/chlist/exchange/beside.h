@@ -10,11 +10,20 @@
 
 namespace chlist {
 
+// The files of a folder that a reader asked for, in that order.
+struct read_files {
+  std::vector<made_file> files;
+};
+
+// The same source, which takes down what is read of it.
+list_source recorded(const list_source &source, read_files &read);
+
 // What was read, before anybody chose among it or called it otherwise.
 struct read_list {
   const list_source &source;
   const format &from;
   const std::vector<line_up_service> &services;
+  const read_files &files;  // beside the text of the source
 };
 
 // chosen: what of it an import took; filled: what became of that; list: the channel list that it is in.

@@ -11,8 +11,10 @@
 #include "chlist/exchange/dvbv5/dvbv5.h"
 #include "chlist/exchange/dvbv5/dvbv5_layout.h"
 #include "chlist/exchange/enigma2/lamedb.h"
+#include "chlist/exchange/enigma2/lamedb_layout.h"
 #include "chlist/exchange/json/list_json.h"
 #include "chlist/exchange/m3u/m3u.h"
+#include "chlist/exchange/m3u/m3u_layout.h"
 #include "chlist/exchange/vdr/vdr_layout.h"
 #include "chlist/exchange/vdr/vdr_line_up.h"
 #include "chlist/exchange/vdr/vdr_writer.h"
@@ -43,6 +45,7 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<4>,
      .is_like = is_like_lamedb4,
+     .layout = &lamedb_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb5",
@@ -51,6 +54,7 @@ constexpr format formats[] = {
      .read = read_lamedb5,
      .write = write_lamedb<5>,
      .is_like = is_like_lamedb5,
+     .layout = &lamedb_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "lamedb3",
@@ -59,6 +63,7 @@ constexpr format formats[] = {
      .read = read_lamedb,
      .write = write_lamedb<3>,
      .is_like = is_like_lamedb3,
+     .layout = &lamedb_layout,
      .lacks = lacked_tuning,
      .without_it = usual_tuning},
     {.name = "dvbv5",
@@ -74,7 +79,12 @@ constexpr format formats[] = {
      .read = read_csv,
      .write = write_csv,
      .is_like = is_like_csv},
-    {.name = "m3u", .about = "extended M3U playlist", .read = read_m3u, .write = write_m3u, .is_like = is_like_m3u},
+    {.name = "m3u",
+     .about = "extended M3U playlist",
+     .read = read_m3u,
+     .write = write_m3u,
+     .is_like = is_like_m3u,
+     .layout = &m3u_layout},
     {.name = "vdr",
      .about = "channels.conf of VDR",
      .read = read_vdr,

@@ -72,7 +72,8 @@ import_outcome read_into_list(const import_options &options, const list_source &
   if (!options.model.empty()) {
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
-  line_up list = reading(source, [&] { return from.read(source, result.lost); });
+  read_files files;
+  line_up list = reading(source, [&] { return from.read(recorded(source, files), result.lost); });
   const std::vector<line_up_service> services_read = list.services;
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
@@ -81,7 +82,8 @@ import_outcome read_into_list(const import_options &options, const list_source &
   result.not_asked_for = choose_services(list, options.services);
   choose_groups(list, options.groups, result.lost);
   result.filled = fill_list(list, result.lost, filling);
-  result.beside = companion_of_import({source, from, services_read}, list.services, result.filled, line_up_in_memory());
+  result.beside =
+      companion_of_import({source, from, services_read, files}, list.services, result.filled, line_up_in_memory());
   return result;
 }
 

@@ -302,8 +302,13 @@ void count_lacking(const line_up &list, const written_list &written, const forma
   }
 }
 
-written_list written_as(const line_up &list, const companion &kept, const format &to, const write_options &options) {
-  return can_be_woven(kept, to) ? woven_text(list, kept, to, options) : to.write(list, options);
+// A list that was read with groups goes out with them; addresses that somebody asks for are written anew.
+written_list written_as(const line_up &list, const companion &kept, const format &to, write_options options) {
+  if (!can_be_woven(kept, to) || !options.url.empty()) {
+    return to.write(list, options);
+  }
+  options.is_by_favourites = true;
+  return woven_text(list, kept, to, options);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // A copy, not a link: the disk has to have room for both files anyway while one is replaced.
 #include "chlist/files/backup.h"
 
+#include <channel/views.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,6 +9,8 @@
 #include <array>
 
 #include "chlist/files/distinct_files.h"
+#include "chlist/files/faithful_load.h"
+#include "chlist/files/history.h"
 #include "chlist/files/replacement.h"
 
 namespace chlist {
@@ -29,6 +32,19 @@ void copy_contents(const descriptor &from, const std::string &from_name, replace
     }
     to.write({bytes.data(), static_cast<std::size_t>(length)});
   }
+}
+
+// What the target and its companion are when the list in memory is saved.
+file_contents contents_to_be(const fs::path &target, const companion_to_write &beside) {
+  file_contents contents = contents_on_disk(target);
+  contents[""] = image_of(*get_channel_list());
+  if (beside) {
+    contents.erase(companion_ending);
+  }
+  if (beside && !beside->is_empty()) {
+    contents[companion_ending] = text_of(*beside);
+  }
+  return contents;
 }
 
 }  // namespace
@@ -56,15 +72,16 @@ void keep_backups(const fs::path &file) {
   keep_backup(companion_of(file));
 }
 
-void save_edited_list(const fs::path &input, const fs::path &target, bool leaves_no_backup,
-                      const companion_to_write &beside) {
+void save_edited_list(const fs::path &input, const fs::path &target, bool leaves_no_backup, const edited_files &files) {
   must_be_replaceable(target);
   if (!leaves_no_backup) {
     must_differ(input, backup_of(target));
     must_differ(target, backup_of(target));
+    must_differ(input, history_of(target));
     keep_backups(target);
+    keep_history(target, contents_to_be(target, files.beside), files.lines);
   }
-  save_list_with(target, beside);
+  save_list_with(target, files.beside);
 }
 
 }  // namespace chlist

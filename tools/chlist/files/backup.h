@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "chlist/files/list_file.h"
 
@@ -18,10 +20,16 @@ void keep_backups(const std::filesystem::path &file);
 // Where keep_backup() puts it.
 std::filesystem::path backup_of(const std::filesystem::path &file);
 
-// Saves the channel list that was made of an input, and keeps what the target was before, unless nothing is to be kept.
-// No backup is made of what will not be replaced; it replaces neither the input nor, by way of a link, the file that it
-// is made of. A companion that is replaced is kept in the same way.
+// What is saved with a list, and what made it.
+struct edited_files {
+  companion_to_write beside;
+  std::vector<std::string> lines;  // of edits
+};
+
+// Saves the channel list that was made of an input, and keeps what the target was before, as its backup and in its
+// history; unless nothing is to be kept. No backup is made of what will not be replaced; it replaces neither the input
+// nor, by way of a link, the file that it is made of. The same goes for the companion.
 void save_edited_list(const std::filesystem::path &input, const std::filesystem::path &target, bool leaves_no_backup,
-                      const companion_to_write &beside);
+                      const edited_files &files);
 
 }  // namespace chlist

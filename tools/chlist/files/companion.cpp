@@ -3,10 +3,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
+#include <span>
 #include <utility>
-#include <variant>
 
 #include "chlist/fields/pids.h"
 #include "chlist/files/file_bytes.h"
@@ -19,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view companion_ending = ".more.json";
 constexpr int companion_schema = 1;
 constexpr int companion_indentation = 1;
 
@@ -223,6 +223,7 @@ json json_of_piece(const source_piece &piece) {
 
 source_text source_from(const json &object) {
   source_text made{.format = text_in(object, "format"), .files = {}};
+  made.url = object.contains("url") ? text_in(object, "url") : std::string();
   for (const json &file : elements_of(object, "files")) {
     source_file &read = made.files.emplace_back();
     read.name = text_in(file, "name");
@@ -242,7 +243,12 @@ json json_of_source(const source_text &source) {
     }
     files.push_back({{"name", each.name}, {"pieces", std::move(pieces)}});
   }
-  return {{"format", source.format}, {"files", std::move(files)}};
+  json object = {{"format", source.format}};
+  if (!source.url.empty()) {
+    object.put("url", source.url);
+  }
+  object.put("files", std::move(files));
+  return object;
 }
 
 json document_from(std::string_view text) {

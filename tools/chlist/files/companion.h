@@ -50,6 +50,7 @@ struct source_file {
 // The list of another format that a channel file was made of, as it was.
 struct source_text {
   std::string format;  // empty: there is none
+  std::string url{};   // of M3U: how its addresses hold ids; empty: as usual
   std::vector<source_file> files;
 };
 
@@ -67,6 +68,9 @@ class bad_companion : public std::runtime_error {
 };
 
 inline constexpr std::size_t largest_companion = std::size_t{64} << 20U;
+
+// What is appended to the path of the channel file.
+inline constexpr const char *companion_ending = ".more.json";
 
 // Where it stands: of a link, beside the file that it leads to.
 std::filesystem::path companion_of(const std::filesystem::path &file);

@@ -1,6 +1,6 @@
 #include "chlist/files/kept_in_step.h"
 
-#include <algorithm>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
@@ -38,6 +38,7 @@ class identity_trail {
 
 }  // namespace
 
+// Lines of other files that refer to a service keep its place among their numbers.
 companion in_step(companion kept, const std::vector<changed_identity> &changes, const line_up &list) {
   const identity_trail trail(changes);
   const places_by_identity places(list);
@@ -50,7 +51,10 @@ companion in_step(companion kept, const std::vector<changed_identity> &changes, 
     for (source_piece &piece : file.pieces) {
       piece.service = piece.service ? std::optional(trail.end_of(*piece.service)) : std::nullopt;
     }
-    std::erase_if(file.pieces, [&](const source_piece &each) { return each.service && is_gone(*each.service); });
+  }
+  if (!kept.source.files.empty()) {
+    std::erase_if(kept.source.files.front().pieces,
+                  [&](const source_piece &each) { return each.service && is_gone(*each.service); });
   }
   return kept;
 }

@@ -16,10 +16,10 @@ namespace fs = std::filesystem;
 // A file that is to take its place, or to go.
 class replaced_companion {
  public:
-  replaced_companion(fs::path path, const companion &what) : path_(std::move(path)) {
-    if (!what.is_empty()) {
+  replaced_companion(fs::path path, std::string_view text) : path_(std::move(path)) {
+    if (!text.empty()) {
       file_.emplace(path_);
-      file_->write(text_of(what));
+      file_->write(text);
     }
   }
 
@@ -54,11 +54,18 @@ void write_with(const fs::path &target, const companion_to_write &beside,
   replacement file(target);
   write(file);
   if (beside) {
-    replaced_companion companion_file(companion_path, *beside);
+    replaced_companion companion_file(companion_path, beside->is_empty() ? std::string() : text_of(*beside));
     write_both(file, companion_file);
   } else {
     file.take_place();
   }
+}
+
+void write_both_files(const fs::path &target, std::string_view bytes, std::string_view companion_text) {
+  replacement file(target);
+  file.write(bytes);
+  replaced_companion companion_file(companion_of(target), companion_text);
+  write_both(file, companion_file);
 }
 
 void save_list_with(const fs::path &target, const companion_to_write &beside) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string_view>
 
 #include "chlist/files/companion.h"
 
@@ -21,6 +22,9 @@ void save_list_as(const std::filesystem::path &target);
 
 // The list and what stands beside it are both replaced, or neither.
 void save_list_with(const std::filesystem::path &target, const companion_to_write &beside);
+
+// The same of bytes. companion_text: empty when there is to be none.
+void write_both_files(const std::filesystem::path &target, std::string_view bytes, std::string_view companion_text);
 
 // The same of what somebody else writes into the file.
 void write_with(const std::filesystem::path &target, const companion_to_write &beside,

@@ -1,5 +1,6 @@
 // `chlist merge`: merges in memory, saves the list unless it is a dry run, shows what is added and deleted.
 #include "chlist/commands.h"
+#include "chlist/edit/edit_line.h"
 
 #include <fmt/format.h>
 
@@ -244,7 +245,9 @@ int run_merge(const merge_options &options) {
   const merge_outcome outcome = merge_in_memory(list, scan, choices);
   if (!options.is_dry_run) {
     list.must_be_unchanged();
-    save_edited_list(options.list, options.output, options.leaves_no_backup, beside.of(outcome, options.output));
+    save_edited_list(
+        options.list, options.output, options.leaves_no_backup,
+        {beside.of(outcome, options.output), {line_of_words({"merge", options.list.string(), options.scan.string()})}});
   }
   beside.tell_trouble();
   report(options, outcome);

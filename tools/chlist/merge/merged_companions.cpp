@@ -1,6 +1,5 @@
 #include "chlist/merge/merged_companions.h"
 
-#include <algorithm>
 #include <unordered_map>
 #include <utility>
 

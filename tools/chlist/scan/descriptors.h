@@ -15,6 +15,12 @@
 
 namespace chlist {
 
+inline constexpr std::uint8_t extension_descriptor = 0x7F;
+
+// The first one with a tag; null when there is none.
+const descriptor_bytes *find_descriptor(const descriptor_loop &loop, std::uint8_t tag);
+bool is_extension(const descriptor_bytes &each, unsigned extension);
+
 // Where a transport stream is received.
 struct delivery_facts {
   reception from;

@@ -17,7 +17,7 @@ bool is_same_place(const delivery_facts &a, const delivery_facts &b) {
 
 }  // namespace
 
-std::size_t found_services::stream(const found_stream &found) {
+std::size_t found_services::stream(const scanned_stream &found) {
   const std::tuple key(found.source, found.network_id, found.ts_id);
   const auto [first, last] = stream_places_.equal_range(key);
   for (auto known = first; known != last; ++known) {
@@ -44,10 +44,10 @@ std::optional<std::size_t> found_services::find(std::size_t stream, std::uint16_
   return known != places_.end() ? std::optional(known->second) : std::nullopt;
 }
 
-found_service &found_services::service(std::size_t stream, std::uint16_t service_id) {
+scanned_service &found_services::service(std::size_t stream, std::uint16_t service_id) {
   const auto [place, is_new] = places_.try_emplace({stream, service_id}, services_.size());
   if (is_new) {
-    found_service &made = services_.emplace_back();
+    scanned_service &made = services_.emplace_back();
     made.stream = stream;
     made.service_id = service_id;
   }
@@ -56,7 +56,7 @@ found_service &found_services::service(std::size_t stream, std::uint16_t service
 
 void found_services::describe(std::size_t stream, const service_description &table) {
   for (const described_service &each : table.services) {
-    if (found_service &known = service(stream, each.service_id); table.is_actual || !known.is_described_at_home) {
+    if (scanned_service &known = service(stream, each.service_id); table.is_actual || !known.is_described_at_home) {
       known.described = each;
       known.is_described_at_home = table.is_actual;
     }
@@ -86,7 +86,7 @@ void found_services::claim(std::size_t stream, const logical_channel &channel) {
   if (!place) {
     return;
   }
-  found_service &claiming = services_[*place];
+  scanned_service &claiming = services_[*place];
   std::optional<int> &number = channel.is_simulcast ? claiming.claim.simulcast : claiming.claim.number;
   if (!number) {
     number = channel.number;
@@ -110,7 +110,7 @@ std::vector<std::size_t> found_services::services_of(const std::string &source, 
 
 void found_services::add_bouquet(const std::string &source, const network_or_bouquet &table) {
   const std::string name = bouquet_name_in(table.descriptors);
-  auto bouquet = std::ranges::find(bouquets_, name, &found_bouquet::name);
+  auto bouquet = std::ranges::find(bouquets_, name, &scanned_bouquet::name);
   for (const described_stream &each : table.streams) {
     for (const std::size_t place : services_of(source, each)) {
       if (bouquet == bouquets_.end()) {

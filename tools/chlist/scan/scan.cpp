@@ -263,7 +263,8 @@ command scan_command() {
            "999, or behind the last. Services without a number follow behind. Those that the network hides are "
            "skipped when zapping. Bouquets become genres; --groups makes favourite groups of them, or nothing.",
            "The list is a new one: `chlist merge LIST OUTPUT` brings a list up to date with it. --like LIST takes "
-           "the network indexes and the ids and order of groups from there. OUTPUT is replaced as a whole or not at "
+           "the network indexes and the ids and order of groups from there. What a channel file cannot hold, such as "
+           "symbol rates and languages, is kept beside it in OUTPUT.more.json. OUTPUT is replaced as a whole or not at "
            "all; a channel file that is there already is kept as OUTPUT.bak. With -o - the channel file goes to "
            "standard output and the report to standard error."},
       .exit_codes = {{"0", "everything that the captures tell of came through"},

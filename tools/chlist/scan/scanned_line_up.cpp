@@ -89,14 +89,14 @@ void tune(delivery_facts &where, const tuned_place &tuned) {
 
 // The transport stream that a capture is of.
 struct own_stream {
-  found_stream stream;
+  scanned_stream stream;
   bool has_network_id = false;
 };
 
 own_stream own_stream_of(const capture &from, const scan_options &options) {
   const broadcast_tables &tables = from.read.tables;
   own_stream own;
-  found_stream &stream = own.stream;
+  scanned_stream &stream = own.stream;
   if (const service_description *services = own_services(tables); services != nullptr) {
     stream.ts_id = services->ts_id;
     stream.network_id = services->original_network_id;
@@ -209,14 +209,14 @@ class map_reader {
 };
 
 // Where the tables say nothing of it, the streams do.
-std::uint8_t type_of(const found_service &found, const service_facts &facts, const channel_st &fields) {
+std::uint8_t type_of(const scanned_service &found, const service_facts &facts, const channel_st &fields) {
   if (facts.type || found.listed_type) {
     return basic_service_type(facts.type ? *facts.type : *found.listed_type);
   }
   return service_type_by_streams(fields);
 }
 
-line_up_service service_of(const found_service &found, const found_stream &stream, loss_counts &lost) {
+line_up_service service_of(const scanned_service &found, const scanned_stream &stream, loss_counts &lost) {
   line_up_service made = broadcast_service(0);
   made.source = stream.source;
   made.fields.network_id = stream.network_id;
@@ -274,7 +274,7 @@ class line_up_maker {
     }
     const std::size_t stream = found_.stream(own.stream);
     own_streams_.push_back(stream);
-    const found_stream &known = found_.streams()[stream];
+    const scanned_stream &known = found_.streams()[stream];
     summary.network_id = known.network_id;
     summary.ts_id = known.ts_id;
     summary.frequency_khz = known.where.frequency_khz;
@@ -298,7 +298,7 @@ class line_up_maker {
       if (each.number == 0 || is_misplaced) {
         continue;
       }
-      found_service &service = found_.service(stream, each.number);
+      scanned_service &service = found_.service(stream, each.number);
       service.map_pid = each.pid;
       if (const auto map = read.tables.maps.find(each.number); map != read.tables.maps.end()) {
         service.map = map->second;
@@ -349,7 +349,7 @@ class line_up_maker {
   void make_services() {
     std::vector<line_up_service> services;
     std::vector<number_claim> claims;
-    for (const found_service &each : found_.services()) {
+    for (const scanned_service &each : found_.services()) {
       services.push_back(service_of(each, found_.streams()[each.stream], lost_));
       claims.push_back(each.claim);
       claims.back().rank = rank_of(services.back());
@@ -374,45 +374,12 @@ class line_up_maker {
         made.number = channel_number{*given[at]};
       }
     }
-    for (const found_bouquet &bouquet : found_.bouquets()) {
+    for (const scanned_bouquet &bouquet : found_.bouquets()) {
       favourite_group &group = made_.list.favourites.emplace_back();
       group.name = shown_text(bouquet.name);
       std::ranges::transform(bouquet.services, std::back_inserter(group.entries), [&](std::size_t at) {
         return line_up_entry{places[at], {}};
       });
-    }
-  }
-
-  static void tell(std::vector<std::string> &into, std::uint64_t count, std::string_view what, std::string_view more) {
-    if (count > 0) {
-      into.push_back(fmt::format("{}{}", counted(count, what), more));
-    }
-  }
-
-  static void tell_reading(const read_capture &read, capture_summary &summary) {
-    tell(summary.findings, read.lost.malformed, "section", " left out, whose lengths lead beyond the end");
-    tell(summary.findings, read.lost.scrambled, "packet", " of tables left out, which are scrambled");
-    tell(summary.findings, read.lost.beyond_memory, "section", " left out: more tables than a network has");
-    tell(summary.notes, read.lost.broken_packets, "packet", " of tables marked as broken");
-    tell(summary.notes, read.lost.gaps, "gap", " where packets of tables are missing");
-    tell(summary.notes, read.lost.wrong_crc, "section", " with a wrong CRC");
-    tell(summary.notes, read.skipped_bytes, "byte", " that belong to no packet");
-    tell(summary.notes, read.tables.changes, "table", " came in another version later, which counts");
-    if (read.has_atsc) {
-      summary.findings.emplace_back("it has the tables of ATSC (PSIP), which are not read");
-    }
-    if (std::ranges::any_of(read.tables.networks, is_isdb)) {
-      summary.findings.emplace_back("it has the tables of ISDB, which are not read");
-    }
-    for (const incomplete_table &each : read.incomplete) {
-      summary.findings.push_back(fmt::format("table {:#04x} of {} did not come whole", each.table_id, each.extension));
-    }
-    for (const program &each : read.misplaced) {
-      summary.findings.push_back(fmt::format(
-          "service {} left out: its map is said to be on PID {}, where other tables are", each.number, each.pid));
-    }
-    for (const std::uint16_t number : read.missing_maps) {
-      summary.findings.push_back(fmt::format("service {} has no PIDs: its map did not come", number));
     }
   }
 

@@ -11,6 +11,7 @@
 #include "chlist/exchange/loss_counts.h"
 #include "chlist/line_up/line_up.h"
 #include "chlist/scan/capture_reader.h"
+#include "chlist/scan/capture_summary.h"
 
 namespace chlist {
 
@@ -27,18 +28,6 @@ struct capture {
   std::string name;
   std::optional<tuned_place> tuned;  // what the network says, unless it is told
   read_capture read;
-};
-
-// What is to say of a capture.
-struct capture_summary {
-  std::uint16_t network_id = 0;
-  std::uint16_t ts_id = 0;
-  std::uint32_t frequency_khz = 0;
-  bool is_vertical = false;
-  std::string source;
-  std::string network_name;
-  std::vector<std::string> findings;  // what is missing, or was left out
-  std::vector<std::string> notes;     // what may explain it
 };
 
 struct scan_options {

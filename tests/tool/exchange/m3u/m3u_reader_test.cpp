@@ -19,6 +19,7 @@ using chlist::loss_counts;
 using tool_test::losses;
 using tool_test::program_result;
 using tool_test::row_list;
+using tool_test::write_file;
 
 class M3uReader : public ::testing::Test {
  protected:
@@ -197,6 +198,62 @@ TEST_F(M3uImport, FavouriteGroupsComeBack) {
   run({"import", "list.m3u", "-o", "back.dat", "--like", "known.dat"});
 
   EXPECT_EQ(run({"fav", "list", "back.dat"}).out, run({"fav", "list", "known.dat"}).out);
+}
+
+const std::string somebodys_playlist =
+    "\xEF\xBB\xBF#EXTM3U url-tvg=\"http://g\"\r\n"
+    "#EXTINF:-1 tvg-id=\"a\" tvg-logo=http://l tvg-chno=\"5\" group-title=\"Mine\", News 24\r\n"
+    "#EXTVLCOPT:x=y\r\nhttp://box:8001/1:0:1:BB9:7DA:9E:0:0:0:0:\r\n"
+    "# a remark\r\n\r\n"
+    "#EXTINF:-1,No ids\r\nhttp://x/1.ts\r\n"
+    "#EXTINF:-1 radio=\"true\",Radio\r\nhttp://box:8001/1:0:2:C83:7EB:9E:0:0:0:0:";
+
+class M3uWayBack : public M3uImport {
+ protected:
+  void SetUp() override {
+    M3uImport::SetUp();
+    write_file(path("own.m3u"), somebodys_playlist);
+    ASSERT_EQ(run({"import", "own.m3u", "-o", "own.dat", "--like", "known.dat"}).exit_code, 1);
+  }
+
+  [[nodiscard]] std::string exported(const std::vector<std::string> &options = {}) const {
+    run({"export", "own.dat", "-o", "back.m3u"}, options);
+    return tool_test::read_file(path("back.m3u"));
+  }
+
+  static std::string with(std::string text, const std::string &from, const std::string &to) {
+    return text.replace(text.find(from), from.size(), to);
+  }
+};
+
+TEST_F(M3uWayBack, APlaylistThatNobodyEditedIsTheSameText) { EXPECT_EQ(exported(), somebodys_playlist); }
+
+TEST_F(M3uWayBack, EditsChangeNothingButWhatTheyAreAbout) {
+  run({"rename", "own.dat", "5", "News 25"});
+
+  EXPECT_EQ(exported(), with(somebodys_playlist, ", News 24", ",News 25"));
+}
+
+TEST_F(M3uWayBack, NumbersAndGroupsAreWrittenIntoTheirAttributes) {
+  run({"renumber", "own.dat", "5", "7"});
+  run({"fav", "rename", "own.dat", "Mine", "Ours"});
+
+  // The radio is number 6 as before, and no longer the one behind the service in front of it.
+  const std::string renumbered =
+      with(with(somebodys_playlist, "tvg-chno=\"5\"", "tvg-chno=\"7\""), "-1 radio", "-1 tvg-chno=\"6\" radio");
+  EXPECT_EQ(exported(), with(renumbered, "group-title=\"Mine\"", "group-title=\"Ours\""));
+}
+
+TEST_F(M3uWayBack, WhatIsGoneIsLeftOutAndTheRestStays) {
+  run({"remove", "own.dat", "5"});
+
+  EXPECT_EQ(exported(), "\xEF\xBB\xBF#EXTM3U url-tvg=\"http://g\"\r\n# a remark\r\n\r\n"
+                        "#EXTINF:-1,No ids\r\nhttp://x/1.ts\r\n"
+                        "#EXTINF:-1 tvg-chno=\"6\" radio=\"true\",Radio\r\nhttp://box:8001/1:0:2:C83:7EB:9E:0:0:0:0:");
+}
+
+TEST_F(M3uWayBack, AddressesThatAreAskedForAreWrittenAnew) {
+  EXPECT_TRUE(exported({"--url", "x://{service_id}"}).ends_with("x://3203\n"));
 }
 
 }  // namespace

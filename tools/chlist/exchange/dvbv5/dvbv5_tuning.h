@@ -1,6 +1,7 @@
 // The keys of a section that tell how its service is received and what it consists of, and the words of their values.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 

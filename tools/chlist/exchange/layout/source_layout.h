@@ -17,6 +17,8 @@ struct piece_versions {
   std::string_view now;     // as it writes what the list says
 };
 
+struct folder_layout;
+
 struct source_layout {
   // Where the pieces of a text begin, lines and all; the first is 0 unless the text is empty.
   std::vector<std::size_t> (*cut)(std::string_view text);
@@ -29,6 +31,10 @@ struct source_layout {
   std::optional<int> (*number_in)(std::string_view piece) = nullptr;
   std::string (*raising_to)(int number) = nullptr;
   std::string (*without_number)(std::string_view piece) = nullptr;
+  // The name of the format that a text is of, where one reader takes several; empty: that of the format.
+  std::string (*format_of)(std::string_view text) = nullptr;
+  // Of formats that are a folder: the files beside the one that the services stand in. Null: there are none.
+  const folder_layout *folder = nullptr;
 };
 
 }  // namespace chlist

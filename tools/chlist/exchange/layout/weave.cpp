@@ -5,11 +5,16 @@
 #include <algorithm>
 #include <iterator>
 #include <list>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/source_layout.h"
+#include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/order_of_all.h"
+#include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/moved.h"
 #include "chlist/line_up/places.h"
 #include "chlist/text/charset.h"
@@ -55,6 +60,94 @@ struct woven_piece {
   std::string text{};                  // without the end of its last line
 };
 
+// What a folder says that was just made, held against the list.
+class woven_contents {
+ public:
+  woven_contents(const written_list &made, const line_up &now, const format &to) : now_(now) {
+    loss_counts unsaid;
+    read_ = to.read(source_of(made.files, true), unsaid);
+    const filled_list filled = fill_list(read_, unsaid);
+    after_ = in_order_of_all(line_up_in_memory()).list;
+    find_places(made, filled);
+  }
+
+  [[nodiscard]] bool has_same_services() const {
+    return read_.services.size() >= written_ &&
+           std::ranges::all_of(pairs_,
+                               [&](const auto &pair) {
+                                 const line_up_service &was = now_.services[pair.second];
+                                 const line_up_service &is = read_.services[pair.first];
+                                 return was.fields.frequency == is.fields.frequency &&
+                                        was.fields.polarisation == is.fields.polarisation &&
+                                        was.fields.network_id == is.fields.network_id &&
+                                        was.fields.ts_id == is.fields.ts_id &&
+                                        was.fields.service_id == is.fields.service_id &&
+                                        was.further.tuned == is.further.tuned;
+                               }) &&
+           pairs_.size() == written_;
+  }
+
+  [[nodiscard]] bool has_same_views() const {
+    return numbers_of(now_, {}) == numbers_of(after_, places_) &&
+           favourites_of(now_, {}) == favourites_of(after_, places_);
+  }
+
+ private:
+  using numbered_places = std::vector<std::pair<std::size_t, int>>;
+  using named_places = std::vector<std::pair<std::string, std::vector<std::size_t>>>;
+
+  // The places in the list of the services that were read, and of those that the list became of them.
+  void find_places(const written_list &made, const filled_list &filled) {
+    written_ = made.services.size();
+    std::unordered_map<std::size_t, std::size_t> by_line;
+    for (std::size_t at = 0; at < made.lines.size(); ++at) {
+      by_line.emplace(made.lines[at], made.services[at]);
+    }
+    const places_by_identity after(after_);
+    places_.assign(after_.services.size(), nowhere);
+    for (std::size_t at = 0; at < read_.services.size(); ++at) {
+      const auto found = by_line.find(read_.services[at].line);
+      if (found != by_line.end() && filled.filed[at] != nullptr) {
+        pairs_.emplace_back(at, found->second);
+        places_[after.of(channel::identity_of(*filled.filed[at]))] = found->second;
+      }
+    }
+  }
+
+  static std::size_t place_in(std::size_t place, const std::vector<std::size_t> &places) {
+    return places.empty() ? place : places[place];
+  }
+
+  static numbered_places numbers_of(const line_up &list, const std::vector<std::size_t> &places) {
+    numbered_places numbers;
+    for (std::size_t at = 0; at < list.services.size(); ++at) {
+      const line_up_service &service = list.services[at];
+      if (service.is_listed && service.number) {
+        numbers.emplace_back(place_in(at, places), service.number->major);
+      }
+    }
+    return numbers;
+  }
+
+  static named_places favourites_of(const line_up &list, const std::vector<std::size_t> &places) {
+    named_places groups;
+    for (const favourite_group &group : list.favourites) {
+      std::vector<std::size_t> &entries = groups.emplace_back(group.name, std::vector<std::size_t>()).second;
+      for (const line_up_entry &entry : group.entries) {
+        entries.push_back(place_in(entry.service, places));
+      }
+    }
+    return groups;
+  }
+
+  const line_up &now_;
+  line_up read_;
+  line_up after_;
+  std::vector<std::size_t> places_;                         // in the list, of the services of after_
+  std::vector<std::pair<std::size_t, std::size_t>> pairs_;  // of those that were read with those of the list
+  std::size_t written_ = 0;
+};
+
 class weaver {
  public:
   weaver(const line_up &list, const companion &kept, const format &to, const write_options &options)
@@ -64,14 +157,67 @@ class weaver {
     read_pieces();
     call_sources_as_the_text_does();
     const written_list written = to_.write(now_, options_);
-    take_in_order(written.services);
-    number();
+    take_in_order(is_folder() ? kept_order_of(written.services) : written.services);
+    if (!is_folder()) {
+      number();
+    }
     write_services();
-    return joined(written.left_out);
+    written_list made = joined(written);
+    return is_folder() ? with_other_files(std::move(made)) : made;
   }
 
  private:
   using row = std::list<woven_piece>;
+
+  [[nodiscard]] bool is_folder() const { return to_.layout->folder != nullptr; }
+
+  // Services have their order elsewhere: new ones stand at the end.
+  [[nodiscard]] std::vector<std::size_t> kept_order_of(const std::vector<std::size_t> &written) const {
+    const places_by_identity places(now_);
+    const std::unordered_set<std::size_t> are_written(written.begin(), written.end());
+    std::unordered_set<std::size_t> are_taken;
+    std::vector<std::size_t> order;
+    const auto take = [&](std::size_t service) {
+      if (are_written.contains(service) && are_taken.insert(service).second) {
+        order.push_back(service);
+      }
+    };
+    for (const source_piece &each : pieces_) {
+      take(each.service ? places.of(*each.service) : nowhere);
+    }
+    std::ranges::for_each(written, take);
+    return order;
+  }
+
+  // The other files as they are kept; anew when they say something else than the list, and all files when not even the
+  // services come back: on transponders that are not there, for one.
+  written_list with_other_files(written_list made) {
+    const std::vector<referred_service> services = referred_services();
+    const std::vector<made_file> first = made.files;
+    std::ranges::move(to_.layout->folder->kept(kept_.source.files, services), std::back_inserter(made.files));
+    const woven_contents kept(made, now_, to_);
+    if (!kept.has_same_services()) {
+      return to_.write(now_, options_);
+    }
+    if (!kept.has_same_views()) {
+      made.files = first;
+      std::ranges::move(to_.layout->folder->anew(now_, services), std::back_inserter(made.files));
+    }
+    return made;
+  }
+
+  [[nodiscard]] std::vector<referred_service> referred_services() const {
+    std::vector<referred_service> services;
+    for (const line_up_service &each : now_.services) {
+      services.push_back({&each, {}});
+    }
+    for (const woven_piece &each : row_) {
+      if (each.service != nowhere) {
+        services[each.service].text = is_changed_.contains(&each) ? each.text : each.kept->text;
+      }
+    }
+    return services;
+  }
 
   // The reader tells by its lines which piece a service is of.
   void read_pieces() {
@@ -84,7 +230,9 @@ class weaver {
       line += lines_in(pieces_[at].text);
     }
     loss_counts unsaid;
-    before_ = to_.read(source_of({{"", std::move(text)}}, false), unsaid);
+    list_source source = source_of({{"", std::move(text)}}, false);
+    source.url = kept_.source.url;
+    before_ = to_.read(source, unsaid);
     services_of_pieces_.assign(pieces_.size(), nowhere);
     for (std::size_t place = 0; place < before_.services.size(); ++place) {
       if (const auto found = piece_of_line.find(before_.services[place].line); found != piece_of_line.end()) {
@@ -212,10 +360,11 @@ class weaver {
     }
   }
 
-  written_list joined(const loss_counts &left_out) {
+  written_list joined(const written_list &written) {
     const std::string_view line_end = usual_line_end();
     written_list made;
-    made.left_out = left_out;
+    made.left_out = written.left_out;
+    made.carried = written.carried;
     std::string text;
     std::size_t line = 1;
     for (const woven_piece &each : row_) {
@@ -227,7 +376,7 @@ class weaver {
       text += piece;
       line += lines_in(piece);
     }
-    made.files = {{"", std::move(text)}};
+    made.files = {{kept_.source.files.front().name, std::move(text)}};
     return made;
   }
 
@@ -270,7 +419,7 @@ class weaver {
 }  // namespace
 
 bool can_be_woven(const companion &kept, const format &to) {
-  return to.layout != nullptr && kept.source.format == to.name && kept.source.files.size() == 1;
+  return to.layout != nullptr && kept.source.format == to.name && !kept.source.files.empty();
 }
 
 written_list woven_text(const line_up &list, const companion &kept, const format &to, const write_options &options) {

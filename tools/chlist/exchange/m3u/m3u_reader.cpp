@@ -16,6 +16,7 @@
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/m3u/m3u.h"
 #include "chlist/exchange/m3u/m3u_address.h"
+#include "chlist/exchange/m3u/m3u_lines.h"
 #include "chlist/exchange/text_lines.h"
 #include "chlist/fields/values.h"
 #include "chlist/text/utf8.h"
@@ -31,9 +32,7 @@ constexpr std::string_view usual_addresses[] = {default_m3u_url,
 
 constexpr std::array<std::string_view, 3> needed_ids = {"network_id", "ts_id", "service_id"};
 
-constexpr std::string_view information = "#EXTINF:";
 constexpr std::string_view group_line = "#EXTGRP:";
-constexpr std::string_view header = "#EXTM3U";
 constexpr char group_separator = ';';
 
 // Attributes that become something of a service.
@@ -68,27 +67,6 @@ struct m3u_entry {
   }
 };
 
-// `-1 tvg-chno="5" group-title="News, sport",Name`: values may hold commas, and the name follows the first behind them.
-void read_information(m3u_entry &entry, std::string_view text) {
-  while (!text.empty() && text.front() != ',') {
-    const std::size_t end = std::min(text.find_first_of(" \t,=", 0), text.size());
-    const std::string name(text.substr(0, end));
-    text.remove_prefix(end);
-    if (text.starts_with("=\"")) {
-      const std::size_t close = std::min(text.find('"', 2), text.size());
-      entry.attributes[name] = text.substr(2, close - 2);
-      text.remove_prefix(std::min(close + 1, text.size()));
-    } else if (text.starts_with('=')) {
-      const std::size_t stop = std::min(text.find_first_of(" \t,"), text.size());
-      entry.attributes[name] = text.substr(1, stop - 1);
-      text.remove_prefix(stop);
-    } else if (!text.empty() && text.front() != ',') {
-      text.remove_prefix(1);
-    }
-  }
-  entry.name = without_blanks_around(text.substr(text.empty() ? 0 : 1));
-}
-
 // "7" or "7.2"; what is no number is none.
 std::optional<channel_number> number_in(std::string_view text) {
   const auto [major, minor] = split_at_first(text, '.');
@@ -108,22 +86,43 @@ class playlist_reader {
   line_up read() {
     while (const auto line = lines_.next()) {
       const std::string_view text = without_blanks_around(*line);
-      if (text.starts_with(information)) {
-        entry_ = {.line = lines_.number()};
-        read_information(entry_, text.substr(information.size()));
-      } else if (text.starts_with(group_line)) {
-        entry_.attributes.try_emplace("group-title", without_blanks_around(text.substr(group_line.size())));
-      } else if (text.starts_with('#')) {
-        entry_.other_lines += text.starts_with(header) ? 0 : 1;
-      } else if (!text.empty()) {
-        take_address(text);
-        entry_ = {};
+      switch (m3u_line_of(text)) {
+        case m3u_line::information:
+          take_information(text);
+          break;
+        case m3u_line::address:
+          take_address(text);
+          entry_ = {};
+          break;
+        case m3u_line::comment:
+          take_other(text);
+          break;
+        case m3u_line::header:
+        case m3u_line::blank:
+          break;
       }
     }
     return std::move(list_);
   }
 
  private:
+  void take_information(std::string_view text) {
+    entry_ = {.line = lines_.number()};
+    const m3u_information read = m3u_information_in(text);
+    entry_.name = read.name;
+    for (const m3u_attribute &each : read.attributes) {
+      entry_.attributes[each.name] = each.value;
+    }
+  }
+
+  void take_other(std::string_view text) {
+    if (text.starts_with(group_line)) {
+      entry_.attributes.try_emplace("group-title", without_blanks_around(text.substr(group_line.size())));
+    } else {
+      ++entry_.other_lines;
+    }
+  }
+
   void take_address(std::string_view address) {
     const std::size_t line = entry_.line != 0 ? entry_.line : lines_.number();
     line_up_service service = broadcast_service(line);

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 
 #include "chlist/exchange/field_reading.h"
@@ -149,7 +150,7 @@ std::string streams_text(const std::vector<elementary_stream> &streams, stream_k
   return text;
 }
 
-std::string with_streams_behind(std::string text, const std::string &others) {
+std::string with_streams_behind(const std::string &text, const std::string &others) {
   return others.empty() ? text : text + ';' + others;
 }
 

@@ -1,0 +1,289 @@
+// A service is three lines, or one; its first line holds its reference.
+#include "chlist/exchange/enigma2/lamedb_layout.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <unordered_map>
+
+#include "chlist/exchange/enigma2/bouquets.h"
+#include "chlist/exchange/enigma2/lamedb_fields.h"
+#include "chlist/exchange/enigma2/service_reference.h"
+#include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/layout/folder_layout.h"
+#include "chlist/exchange/layout/text_units.h"
+#include "chlist/exchange/text_lines.h"
+#include "chlist/line_up/selection.h"
+
+namespace chlist {
+namespace {
+
+constexpr std::string_view line_of_version_5 = "s:";
+constexpr std::string_view marker_in_place = "#SERVICE 1:832:D:0:0:0:0:0:0:0:";
+
+std::size_t end_of_line(std::string_view text, std::size_t at) {
+  return at < text.size() ? std::min(text.find('\n', at), text.size() - 1) + 1 : at;
+}
+
+std::string_view line_at(std::string_view text, std::size_t at) {
+  return without_trailing_blanks(text.substr(at, std::min(text.find('\n', at), text.size()) - at));
+}
+
+bool is_lamedb_service(std::string_view piece) {
+  return piece.starts_with(line_of_version_5) || is_like_service_line(line_at(piece, 0));
+}
+
+// As the reader takes them: the name always, the options unless another service or the end stands there.
+std::size_t end_of_service(std::string_view text, std::size_t at) {
+  at = end_of_line(text, end_of_line(text, at));
+  const std::string_view options = line_at(text, at);
+  return options == "end" || is_like_service_line(options) ? at : end_of_line(text, at);
+}
+
+std::vector<std::size_t> beginnings_in_lamedb(std::string_view text) {
+  std::vector<std::size_t> places;
+  bool is_within_services = false;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::string_view line = line_at(text, at);
+    places.push_back(at);
+    is_within_services = line == "services" || (is_within_services && line != "end");
+    at = is_within_services && is_like_service_line(line) ? end_of_service(text, at) : end_of_line(text, at);
+  }
+  return places;
+}
+
+std::string_view without_trailing_ends(std::string_view line) {
+  return line.substr(0, line.find_last_not_of("\r\n") + 1);
+}
+
+// The parts of a service: its numbers, its name and its options.
+struct service_parts {
+  std::string numbers;
+  std::string name;
+  std::string options;
+  std::string end_of_lines;  // between them, of the three lines
+};
+
+service_parts parts_of_lines(std::string_view piece) {
+  const std::size_t name = end_of_line(piece, 0);
+  const std::size_t options = end_of_line(piece, name);
+  const bool has_carriage_return = piece.substr(0, name).ends_with("\r\n");
+  return {std::string(line_at(piece, 0)), std::string(without_trailing_ends(piece.substr(name, options - name))),
+          std::string(piece.substr(options)), has_carriage_return ? "\r\n" : "\n"};
+}
+
+// The options begin behind the last quotation mark that a comma and a colon follow.
+service_parts parts_of_line(std::string_view piece) {
+  const std::size_t name = piece.find(",\"");
+  const std::size_t options = piece.rfind("\",p:");
+  if (name == std::string_view::npos || options == std::string_view::npos || options < name + 2) {
+    return {std::string(piece), {}, {}, {}};
+  }
+  return {std::string(piece.substr(0, name)),
+          std::string(piece.substr(name + 2, options - name - 2)),
+          std::string(piece.substr(options + 2)),
+          {}};
+}
+
+service_parts parts_of_service(std::string_view piece) {
+  return piece.starts_with(line_of_version_5) ? parts_of_line(piece) : parts_of_lines(piece);
+}
+
+std::vector<text_unit> numbers_in(std::string_view numbers) {
+  std::vector<text_unit> units;
+  for (const std::string_view number : split(numbers, ':')) {
+    units.push_back({std::to_string(units.size()), std::string(number)});
+  }
+  return units;
+}
+
+// "p:Provider, Inc", "c:000065", "C:1702": by their letter, cached PIDs by their kind, those that repeat by their
+// order. A part without a letter belongs to the one in front of it.
+std::vector<text_unit> options_in(std::string_view options) {
+  std::vector<text_unit> units;
+  std::map<std::string, int> seen;
+  for (const std::string_view part : split(options, ',')) {
+    if ((part.size() < 2 || part[1] != ':') && !units.empty()) {
+      units.back().text += "," + std::string(part);
+      continue;
+    }
+    constexpr std::size_t letter_and_kind = 4;
+    const std::string key(part.starts_with("c:") ? part.substr(0, letter_and_kind) : part.substr(0, 2));
+    units.push_back({fmt::format("{}#{}", key, seen[key]++), std::string(part)});
+  }
+  return units;
+}
+
+std::string joined_units(const std::vector<text_unit> &units, std::string_view separator) {
+  std::string text;
+  for (const text_unit &each : units) {
+    text += (text.empty() ? "" : std::string(separator)) + each.text;
+  }
+  return text;
+}
+
+std::string merged_service(const piece_versions &versions) {
+  const service_parts kept = parts_of_service(versions.kept);
+  const service_parts before = parts_of_service(versions.before);
+  const service_parts now = parts_of_service(versions.now);
+  const std::string numbers =
+      joined_units(merged_units(numbers_in(kept.numbers), numbers_in(before.numbers), numbers_in(now.numbers)), ":");
+  const std::string name = before.name == now.name ? kept.name : now.name;
+  const std::string options =
+      joined_units(merged_units(options_in(kept.options), options_in(before.options), options_in(now.options)), ",");
+  return kept.end_of_lines.empty() ? fmt::format("{},\"{}\",{}", numbers, name, options)
+                                   : fmt::format("{0}{1}{2}{1}{3}", numbers, kept.end_of_lines, name, options);
+}
+
+// Of a piece of the lamedb.
+std::optional<lamedb_service> service_in_piece(std::string_view piece) {
+  try {
+    std::string_view line = line_at(piece, 0);
+    line.remove_prefix(piece.starts_with(line_of_version_5) ? line_of_version_5.size() : 0);
+    return read_service_line(line.substr(0, line.find(',')));
+  } catch (const bad_line &) {
+    return std::nullopt;
+  }
+}
+
+// Of a line of a bouquet or of the blacklist.
+std::optional<service_reference> reference_in_line(std::string_view line) {
+  constexpr std::string_view keyword = "#SERVICE";
+  if (line.starts_with(keyword)) {
+    line.remove_prefix(keyword.size() + (line.substr(keyword.size()).starts_with(':') ? 1 : 0));
+  }
+  try {
+    const bouquet_reference read = read_bouquet_reference(without_blanks_around(line));
+    return read.is_service() ? std::optional(read.service) : std::nullopt;
+  } catch (const bad_line &) {
+    return std::nullopt;
+  }
+}
+
+std::vector<source_piece> pieces_of_bouquet(const std::string &text, const source_file &first) {
+  std::unordered_map<service_reference, channel::identity, service_reference::hash> services;
+  for (const source_piece &each : first.pieces) {
+    if (const auto read = each.service && !each.is_again ? service_in_piece(each.text) : std::nullopt) {
+      services.emplace(read->reference, *each.service);
+    }
+  }
+  std::vector<source_piece> pieces;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = end_of_line(text, at);
+    const auto reference = reference_in_line(line_at(text, at));
+    const auto found = reference ? services.find(*reference) : services.end();
+    pieces.push_back({.text = text.substr(at, end - at),
+                      .service = found != services.end() ? std::optional(found->second) : std::nullopt});
+    at = end;
+  }
+  return pieces;
+}
+
+std::string bouquet_line_of(const referred_service &service) {
+  const auto read = service_in_piece(service.text);
+  return bouquet_line(read ? read->reference : service_reference(), service.service->fields.service_type);
+}
+
+// Follows the services of a list through lines that refer to them.
+class kept_lines {
+ public:
+  explicit kept_lines(const std::vector<referred_service> &services) {
+    for (const referred_service &each : services) {
+      services_.emplace(identity_text(each.service->id()), &each);
+    }
+  }
+
+  std::string bouquet(const source_file &file) {
+    std::string text;
+    for (const source_piece &each : file.pieces) {
+      const referred_service *service = service_of(each);
+      const bool is_gone = each.service && service == nullptr;
+      text += is_gone ? with_end_of(each.text, std::string(marker_in_place)) : line_of(each, service, "#SERVICE ");
+    }
+    return text;
+  }
+
+  // Locks that went are left out, those that came stand at the end.
+  std::string blacklist(const source_file &file) {
+    std::string text;
+    std::unordered_map<const referred_service *, bool> are_listed;
+    for (const source_piece &each : file.pieces) {
+      const referred_service *service = service_of(each);
+      const bool is_locked = service != nullptr && service->service->has_flag(CHANNEL_FLAG_LOCKED);
+      are_listed[service] = true;
+      text += !each.service || is_locked ? line_of(each, service, "") : "";
+    }
+    for (const auto &[id, service] : services_) {
+      const bool is_new = service->service->has_flag(CHANNEL_FLAG_LOCKED) && !are_listed.contains(service);
+      text += is_new ? bouquet_line_of(*service) + "\n" : "";
+    }
+    return text;
+  }
+
+ private:
+  [[nodiscard]] const referred_service *service_of(const source_piece &piece) const {
+    const auto found = piece.service ? services_.find(identity_text(*piece.service)) : services_.end();
+    return found != services_.end() && !found->second->text.empty() ? found->second : nullptr;
+  }
+
+  static std::string with_end_of(std::string_view line, const std::string &text) {
+    return text + std::string(line.ends_with("\r\n") ? "\r\n" : line.ends_with('\n') ? "\n" : "");
+  }
+
+  // A reference that is another one now is written anew.
+  static std::string line_of(const source_piece &piece, const referred_service *service, std::string_view keyword) {
+    const auto read = service != nullptr ? service_in_piece(service->text) : std::nullopt;
+    const bool is_same = !read || reference_in_line(line_at(piece.text, 0)) == read->reference;
+    return is_same ? piece.text : with_end_of(piece.text, std::string(keyword) + bouquet_line_of(*service));
+  }
+
+  std::map<std::string, const referred_service *> services_;
+};
+
+std::vector<made_file> kept_bouquets(const std::vector<source_file> &kept,
+                                     const std::vector<referred_service> &services) {
+  kept_lines lines(services);
+  std::vector<made_file> files;
+  bool has_blacklist = false;
+  for (std::size_t at = 1; at < kept.size(); ++at) {
+    const bool is_blacklist = kept[at].name == "blacklist";
+    has_blacklist = has_blacklist || is_blacklist;
+    files.push_back({kept[at].name, is_blacklist ? lines.blacklist(kept[at]) : lines.bouquet(kept[at])});
+  }
+  if (const std::string text = has_blacklist ? "" : lines.blacklist({}); !text.empty()) {
+    files.push_back({"blacklist", text});
+  }
+  return files;
+}
+
+std::vector<made_file> bouquets_anew(const line_up &list, const std::vector<referred_service> &services) {
+  std::vector<service_reference> references;
+  for (const referred_service &each : services) {
+    const auto read = service_in_piece(each.text);
+    references.push_back(read ? read->reference : service_reference());
+  }
+  return write_bouquets(list, references);
+}
+
+// "eDVB services /4/"
+std::string format_of_lamedb(std::string_view text) {
+  const std::size_t slash = text.find('/');
+  return "lamedb" + std::string(slash != std::string_view::npos ? text.substr(slash + 1, 1) : "");
+}
+
+std::string name_of_lamedb(std::string_view text) { return format_of_lamedb(text) == "lamedb5" ? "lamedb5" : "lamedb"; }
+
+constexpr folder_layout bouquet_layout = {
+    .name_of_first = name_of_lamedb, .pieces = pieces_of_bouquet, .kept = kept_bouquets, .anew = bouquets_anew};
+
+}  // namespace
+
+const source_layout lamedb_layout = {.cut = beginnings_in_lamedb,
+                                     .is_service = is_lamedb_service,
+                                     .merge = merged_service,
+                                     .format_of = format_of_lamedb,
+                                     .folder = &bouquet_layout};
+
+}  // namespace chlist
