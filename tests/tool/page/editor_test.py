@@ -73,7 +73,7 @@ class Page(unittest.TestCase):
     def start(self):
         self.editor = Editor(self.path)
         shown.visit(self.editor.address)
-        self.wait_for("return server.state !== null && edits.left.rows.length + edits.right.rows.length >= 0")
+        self.wait_for("return server.state !== null && edits.left !== null")
 
     def leave(self):
         shown.run("server.state.is_saved = true")
@@ -459,8 +459,7 @@ class Safety(Page):
         self.editor.end()
         shown.run("return lookNowAndThen()")
         self.wait_for("return document.querySelector('.notice.gone') !== null")
-        self.editor = Editor(self.path)
-        shown.visit(self.editor.address)
+        self.start()
 
 
 class Hostile(Page):

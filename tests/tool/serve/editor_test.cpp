@@ -77,7 +77,7 @@ TEST_F(Editor, AsksBeforeItEndsAndSaves) {
   EXPECT_EQ(shown->exit_code(), 0);
   expect_bytes(before.data, "list.dat.bak");
   EXPECT_NE(read_file(path()), before.data);
-  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.history"}));
 }
 
 TEST_F(Editor, KeepsWhatIsNotSavedForTheNextTime) {

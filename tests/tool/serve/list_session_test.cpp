@@ -164,7 +164,7 @@ TEST_F(ListSession, LeavesNothingBehindWhenEverythingIsSaved) {
 
   session.reset();
 
-  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.history"}));
 }
 
 TEST_F(ListSession, LeavesTheJournalWhenSomethingIsNotSaved) {
@@ -264,7 +264,7 @@ TEST_F(ListSession, UndoesWhatWasSavedAndKeepsThatAcrossACrash) {
   session->save();
   EXPECT_EQ(read_file(path()), image);
   session.reset();
-  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak"}));
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.history"}));
 }
 
 TEST_F(ListSession, NeverOverwritesWhatSomebodyElseWrote) {

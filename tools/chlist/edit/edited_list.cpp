@@ -202,9 +202,9 @@ std::vector<bool> edited_list::chosen_places(const service_choice &choice) {
   std::vector<bool> is_chosen(records.size(), !choice.where);
   if (choice.where) {
     const std::vector<channel_st *> found = services_where(*choice.where, VIEW_ALL);
-    const std::unordered_set<const channel_st *> chosen(found.begin(), found.end());
+    const std::unordered_set<const channel_st *> wanted(found.begin(), found.end());
     for (std::size_t place = 0; place < records.size(); ++place) {
-      is_chosen[place] = chosen.contains(records[place]);
+      is_chosen[place] = wanted.contains(records[place]);
     }
   }
   return is_chosen;

@@ -64,7 +64,7 @@ const virtual_channel_st *entry_for(const channel_st &service) {
   for (const std::int8_t code : views_in_use()) {
     const channel::view view = channel::find_view(code);
     if (const int index = index_of(view, service); index >= 0) {
-      return &view.entries[index];
+      return view.entries + index;
     }
   }
   return nullptr;

@@ -100,19 +100,21 @@ class reference_order {
     return true;
   }
 
+  [[nodiscard]] channel_st &record_at(std::size_t place) const { return *records_[place]; }
+
   void treat_rest() {
     if (options_.rest == "keep") {
       return;
     }
     for (const kept_service &each : pairs_.again.found) {
-      rank_behind(*records_[each.after]);
+      rank_behind(record_at(each.after));
     }
     for (const std::size_t place : pairs_.again.added) {
-      rank_behind(*records_[place]);
+      rank_behind(record_at(place));
     }
     for (const std::size_t place : pairs_.only_in_list()) {
-      if (options_.rest != "append" && can_be_edited(*records_[place])) {
-        put_aside(*records_[place]);
+      if (options_.rest != "append" && can_be_edited(record_at(place))) {
+        put_aside(record_at(place));
       }
     }
   }

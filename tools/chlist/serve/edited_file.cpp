@@ -65,11 +65,11 @@ class edited_channel_file : public edited_file {
     }
   }
 
-  void save(const std::vector<changed_identity> &changes, const std::vector<std::string> &lines) override {
+  void save(const saved_edits &edits) override {
     const edit_lock lock(path_);
     must_not_be_changed(path_, *this);
-    companion beside = in_step(first_beside_, changes, line_up_in_memory());
-    save_edited_list(path_, path_, false, {beside_.to_write(path_, std::move(beside)), lines});
+    companion beside = in_step(first_beside_, edits.identities, line_up_in_memory());
+    save_edited_list(path_, path_, false, {beside_.to_write(path_, std::move(beside)), edits.lines});
     input_ = read_to_edit(path_);
     beside_ = edited_companion(path_);
   }
@@ -142,13 +142,13 @@ class edited_foreign_list : public edited_file {
 
   [[nodiscard]] bool is_changed() const override { return stamps_of(path_) != stamps_; }
 
-  void save(const std::vector<changed_identity> &changes, const std::vector<std::string> & /*lines*/) override {
+  void save(const saved_edits &edits) override {
     const edit_lock lock(path_);
     must_not_be_changed(path_, *this);
     if (format_.from_channel_file != nullptr) {
       write("", format_.from_channel_file(file_of_bytes(path_, image_of(*get_channel_list()))));
     } else {
-      for (const made_file &made : written(changes).files) {
+      for (const made_file &made : written(edits.identities).files) {
         write(made.name, made.text);
       }
     }

@@ -11,6 +11,12 @@
 
 namespace chlist {
 
+// What a save is told of the edits that made the list.
+struct saved_edits {
+  std::vector<changed_identity> identities;  // since load(), in their order
+  std::vector<std::string> lines;            // since the last save
+};
+
 class edited_file {
  public:
   virtual ~edited_file() = default;
@@ -21,10 +27,9 @@ class edited_file {
   // Whether somebody else wrote it since it was read.
   [[nodiscard]] virtual bool is_changed() const = 0;
 
-  // Replaces it by the list in memory, and keeps what it was as FILE.bak. Throws when it is not what was read; the list
-  // in memory stays in any case. changes: of identities since load(), in their order;
-  // lines: the edits since the last save, for the history.
-  virtual void save(const std::vector<changed_identity> &changes, const std::vector<std::string> &lines) = 0;
+  // Replaces it by the list in memory, and keeps what it was. Throws when it is not what was read; the list in memory
+  // stays in any case.
+  virtual void save(const saved_edits &edits) = 0;
 };
 
 // A channel file, or a list of any format that can be read and written, files and folders. The path is absolute: saving

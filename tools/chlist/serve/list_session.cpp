@@ -257,14 +257,23 @@ std::string list_session::unsaved_lines() const {
   return lines;
 }
 
+// What was saved and undone is in no lines.
+saved_edits list_session::edits_to_save() const {
+  saved_edits edits;
+  for (std::size_t i = 0; i < done_; ++i) {
+    edits.identities.insert(edits.identities.end(), identities_[i].begin(), identities_[i].end());
+  }
+  const std::string unsaved = is_journal_of_file_ ? unsaved_lines() : "# undone in the editor";
+  text_lines lines(unsaved);
+  while (const std::optional<std::string_view> line = lines.next()) {
+    edits.lines.emplace_back(*line);
+  }
+  return edits;
+}
+
 void list_session::save() {
   must_be_answered();
-  std::vector<changed_identity> changed;
-  for (std::size_t i = 0; i < done_; ++i) {
-    changed.insert(changed.end(), identities_[i].begin(), identities_[i].end());
-  }
-  const auto first = steps_.begin() + static_cast<std::ptrdiff_t>(is_journal_of_file_ ? journal_begin_ : 0);
-  file_->save(changed, {first, steps_.begin() + static_cast<std::ptrdiff_t>(done_)});
+  file_->save(edits_to_save());
   saved_image_ = image_;
   saved_list_ = list_;
   journal_.start(saved_image_);

@@ -82,6 +82,7 @@ class list_session {
   line_up list_in(const std::filesystem::path &path);
   void go_to(std::size_t step);
   void begin_at(std::string image);
+  [[nodiscard]] saved_edits edits_to_save() const;
   void begin_journal_in_front_of(std::size_t step);
   void list_changed();
   void file_was_read();
