@@ -32,10 +32,10 @@ std::vector<topic> topics() {
           {"To make it of what is broadcast", {scan_command}},
           {"To exchange it", {import_command, export_command}},
           {"To edit it",
-           {editor_command, edit<rename_edit>, edit<renumber_edit>, edit<lock_edit>, edit<unlock_edit>, edit<skip_edit>,
-            edit<unskip_edit>, fav_command, edit<remove_edit>, edit<keep_edit>, edit<move_edit>, edit<sort_edit>,
-            edit<order_edit>, edit<duplicates_edit>, edit<set_edit>, edit<apply_edit>, undo_command, redo_command,
-            history_command, restore_command}},
+           {editor_command,   edit<rename_edit>, edit<renumber_edit>, edit<lock_edit>,       edit<unlock_edit>,
+            edit<skip_edit>,  edit<unskip_edit>, fav_command,         edit<remove_edit>,     edit<keep_edit>,
+            edit<move_edit>,  edit<sort_edit>,   edit<order_edit>,    edit<duplicates_edit>, edit<set_edit>,
+            edit<apply_edit>, undo_command,      redo_command,        history_command,       restore_command}},
           {"To learn more", {help_command}}};
 }
 

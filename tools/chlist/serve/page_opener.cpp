@@ -55,9 +55,10 @@ class start_settings {
   start_settings(const start_settings &) = delete;
   start_settings &operator=(const start_settings &) = delete;
 
-  void run(const char *program, std::string argument) {
+  void run(const char *program, const std::string &argument) {
     std::string name = program;
-    const std::array<char *, 3> arguments = {name.data(), argument.data(), nullptr};
+    std::string only_one = argument;  // which the call does not promise to leave alone
+    const std::array<char *, 3> arguments = {name.data(), only_one.data(), nullptr};
     if (const int error = ::posix_spawnp(nullptr, program, &streams_, &attributes_, arguments.data(), environ);
         error != 0) {
       errno = error;
