@@ -171,6 +171,18 @@ TEST_F(Edits, SortViews) {
   expect_edit({"sort", "list.dat", "--by", "service_id"}, expected);
 }
 
+TEST_F(Edits, SortWhatIsChosenAmongItsPositions) {
+  bytes expected = before.data;
+  reorder(expected, VIEW_TV, {1, 0, 2});
+  expect_edit({"sort", "list.dat", "--by", "name", "--view", "tv", "--where", "name=News or name=Films", "--yes"},
+              expected);
+
+  write_file(path(), before.data);
+  EXPECT_EQ(run({"sort", "list.dat", "--by", "name", "--where", "name=News"}).out,
+            "list.dat: 1 service chosen, nothing to change\n");
+  expect_bytes(before.data);
+}
+
 TEST_F(Edits, SortByTransponderAndByTheUsersKeys) {
   write_file(path(), with(service_at(before, 0) + service_field::user_order_key, 2, 7));
   bytes expected = read_file(path());
