@@ -16,7 +16,7 @@
 namespace chlist {
 namespace {
 
-std::string commented(std::vector<std::string> words, const line_up_service &service) {
+std::string commented(const std::vector<std::string> &words, const line_up_service &service) {
   return line_of_words(words) + "  # " + harmless(service.name);
 }
 

@@ -310,11 +310,11 @@ std::vector<std::string> list_builder::full_tables() const {
 
 std::vector<const channel_st *> list_builder::filed_services() const {
   std::unordered_set<const channel_st *> taken;
-  std::vector<const channel_st *> records;
+  std::vector<const channel_st *> filed;
   for (const channel_st *record : added_) {
-    records.push_back(record != nullptr && taken.insert(record).second ? record : nullptr);
+    filed.push_back(record != nullptr && taken.insert(record).second ? record : nullptr);
   }
-  return records;
+  return filed;
 }
 
 list_counts list_builder::counts() const {

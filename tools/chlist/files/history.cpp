@@ -168,7 +168,7 @@ void history::read(std::string_view text) {
 
 void history::write() const {
   json states = json::array();
-  std::string bytes;
+  std::string contents;
   for (const kept_state &each : states_) {
     json files = json::array();
     for (const auto &[name, file] : each.files) {
@@ -177,19 +177,19 @@ void history::write() const {
                        {"size", file.size},
                        {"sum", file.sum},
                        {"length", file.bytes.size()}});
-      bytes += file.bytes;
+      contents += file.bytes;
     }
     states.push_back({{"number", each.about.number},
                       {"when", each.about.when},
                       {"what", each.about.what},
                       {"files", std::move(files)}});
   }
-  const json about = {{"place", place_}, {"sum", sum_of(bytes)}, {"states", std::move(states)}};
+  const json about = {{"place", place_}, {"sum", sum_of(contents)}, {"states", std::move(states)}};
   replacement file(history_of(file_));
   file.take_after(look_at_file(file_));
   file.write(first_line);
   file.write(about.dump() + '\n');
-  file.write(bytes);
+  file.write(contents);
   file.take_place();
 }
 
@@ -218,8 +218,8 @@ bool history::find_place(const file_contents &now) {
 
 history::kept_state history::whole(state about, const file_contents &contents) {
   kept_state made = {std::move(about), {}};
-  for (const auto &[name, bytes] : contents) {
-    made.files[name] = {bytes, true, bytes.size(), sum_of(bytes)};
+  for (const auto &[name, content] : contents) {
+    made.files[name] = {content, true, content.size(), sum_of(content)};
   }
   return made;
 }
@@ -237,8 +237,8 @@ void history::append(const file_contents &contents, std::string when, std::vecto
     const file_contents former = contents_of(place_);
     states_.resize(place_ + 1);
     kept_state &last = states_.back();
-    for (const auto &[name, bytes] : former) {
-      last.files[name] = delta_from(contents, name, bytes);
+    for (const auto &[name, content] : former) {
+      last.files[name] = delta_from(contents, name, content);
     }
     number = last.about.number + 1;
   }
@@ -266,17 +266,17 @@ std::size_t history::bytes() const {
 
 file_contents history::contents_of(std::size_t index) const {
   file_contents next;
-  for (std::size_t at = states_.size(); at-- > index;) {
+  for (std::size_t i = states_.size(); i-- > index;) {
     file_contents made;
-    for (const auto &[name, file] : states_[at].files) {
-      std::optional<std::string> bytes = file.bytes;
+    for (const auto &[name, file] : states_[i].files) {
+      std::optional<std::string> content = file.bytes;
       if (!file.is_whole) {
-        bytes = file.size <= bounds_.bytes ? apply_delta(next[name], file.bytes, file.size) : std::nullopt;
+        content = file.size <= bounds_.bytes ? apply_delta(next[name], file.bytes, file.size) : std::nullopt;
       }
-      if (!bytes || bytes->size() != file.size || sum_of(*bytes) != file.sum) {
+      if (!content || content->size() != file.size || sum_of(*content) != file.sum) {
         refuse();
       }
-      made[name] = std::move(*bytes);
+      made[name] = std::move(*content);
     }
     next = std::move(made);
   }

@@ -65,17 +65,17 @@ void found_services::describe(std::size_t stream, const service_description &tab
 
 void found_services::add_network(const std::string &source, const network_or_bouquet &table) {
   for (const described_stream &each : table.streams) {
-    const auto stream = find_stream(source, each.original_network_id, each.ts_id);
-    if (!stream) {
+    const auto found = find_stream(source, each.original_network_id, each.ts_id);
+    if (!found) {
       continue;
     }
     for (const listed_service &listed : service_list_in(each.descriptors)) {
-      if (const auto place = find(*stream, listed.service_id)) {
+      if (const auto place = find(*found, listed.service_id)) {
         services_[*place].listed_type = listed.type;
       }
     }
     for (const logical_channel &channel : logical_channels_in(each.descriptors)) {
-      claim(*stream, channel);
+      claim(*found, channel);
     }
   }
 }

@@ -369,9 +369,9 @@ class line_up_maker {
     std::vector<std::size_t> places(services.size());
     for (const std::size_t at : order) {
       places[at] = made_.list.services.size();
-      line_up_service &made = made_.list.services.emplace_back(std::move(services[at]));
+      line_up_service &service = made_.list.services.emplace_back(std::move(services[at]));
       if (given[at]) {
-        made.number = channel_number{*given[at]};
+        service.number = channel_number{*given[at]};
       }
     }
     for (const scanned_bouquet &bouquet : found_.bouquets()) {

@@ -43,10 +43,11 @@ bool take_loop(byte_view &rest, byte_view &taken) {
 }
 
 bool are_descriptors(byte_view loop) {
-  while (loop.size() >= 2 && loop[1] <= loop.size() - 2U) {
-    loop = loop.subspan(std::size_t{2} + loop[1]);
+  std::size_t at = 0;
+  while (loop.size() - at >= 2 && loop[at + 1] <= loop.size() - at - 2U) {
+    at += std::size_t{2} + loop[at + 1];
   }
-  return loop.empty();
+  return at == loop.size();
 }
 
 // A loop of records: some bytes, and descriptors with their length in front.

@@ -302,13 +302,13 @@ class table_decoder::state {
   [[nodiscard]] broadcast_tables &tables() { return tables_; }
 
   [[nodiscard]] std::vector<incomplete_table> incomplete() const {
-    std::vector<incomplete_table> tables;
+    std::vector<incomplete_table> found;
     for (const auto &[key, decoder] : decoders_) {
       if (!decoder.is_decoded()) {
-        tables.push_back({key.id, key.extension});
+        found.push_back({key.id, key.extension});
       }
     }
-    return tables;
+    return found;
   }
 
  private:

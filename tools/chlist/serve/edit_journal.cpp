@@ -140,8 +140,8 @@ void edit_journal::take_back() {
 
 void edit_journal::write_at_end(std::string_view text) {
   const std::size_t before = size_;
-  for (std::string_view left = text; !left.empty();) {
-    const ssize_t written = ::pwrite(file_->get(), left.data(), left.size(), static_cast<off_t>(size_));
+  for (std::string_view rest = text; !rest.empty();) {
+    const ssize_t written = ::pwrite(file_->get(), rest.data(), rest.size(), static_cast<off_t>(size_));
     if (written < 0 && errno != EINTR) {
       const int error = errno;
       cut_to(before);
@@ -149,7 +149,7 @@ void edit_journal::write_at_end(std::string_view text) {
       fail(path_.string());
     }
     size_ += written > 0 ? static_cast<std::size_t>(written) : 0;
-    left.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    rest.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
   }
   if (::fdatasync(file_->get()) != 0) {
     fail(path_.string());

@@ -231,16 +231,16 @@ json editor_site::state() const {
 
 // Of what changes the list: the page must show it as it is.
 json editor_site::changed_by(const json &asked, const std::function<json()> &change) {
-  const std::size_t revision = session_.revision();
-  if (std::cmp_not_equal(asked["revision"].as_integer(), revision)) {
+  const std::int64_t shown_revision = asked["revision"].as_integer();
+  if (std::cmp_not_equal(shown_revision, session_.revision())) {
     throw outdated_page();
   }
-  json answer = change();
-  json list = session_.revision() == revision ? shown_ : shown_list(session_);
-  answer.put("update", changed_parts(shown_, list));
-  answer.put("state", state());
+  json reply = change();
+  json list = std::cmp_equal(shown_revision, session_.revision()) ? shown_ : shown_list(session_);
+  reply.put("update", changed_parts(shown_, list));
+  reply.put("state", state());
   shown_ = std::move(list);
-  return answer;
+  return reply;
 }
 
 json editor_site::edit(const json &asked) {

@@ -91,13 +91,13 @@ void list_session::must_be_answered() const {
 
 // The journal is not touched unless something of it can no longer be done.
 std::vector<std::string> list_session::take_left() {
-  const unfinished_edits left = journal_.left();
-  if (!left.image.empty()) {
-    load_image(left.image);
-    begin_at(left.image);
+  const unfinished_edits unfinished = journal_.left();
+  if (!unfinished.image.empty()) {
+    load_image(unfinished.image);
+    begin_at(unfinished.image);
     is_journal_of_file_ = false;
   }
-  std::vector<std::string> failures = do_as_many(left.steps);
+  std::vector<std::string> failures = do_as_many(unfinished.steps);
   if (failures.empty()) {
     journal_.take_up();
     return failures;
@@ -105,7 +105,7 @@ std::vector<std::string> list_session::take_left() {
   if (is_journal_of_file_) {
     journal_.start(saved_image_);
   } else {
-    journal_.start_from(left.image);
+    journal_.start_from(unfinished.image);
   }
   std::ranges::for_each(steps_, [this](const edit_step &step) { journal_.add(step); });
   return failures;
@@ -115,15 +115,15 @@ void list_session::drop_left() { journal_.start(saved_image_); }
 
 step_outcome list_session::do_lines(std::string_view lines) {
   const edit_step step(lines);
-  edited_list list;
+  edited_list edited;
   try {
-    apply_lines(step, list);
+    apply_lines(step, edited);
   } catch (const std::runtime_error &error) {
     load_image(image_);
     throw std::runtime_error(without_source(error.what(), step));
   }
-  step_outcome outcome = {list.notes, {}, list.chosen(), {}, list.identities()};
-  std::ranges::transform(list.tables, std::back_inserter(outcome.tables), &edit_table::text);
+  step_outcome outcome = {edited.notes, {}, edited.chosen(), {}, edited.identities()};
+  std::ranges::transform(edited.tables, std::back_inserter(outcome.tables), &edit_table::text);
   return outcome;
 }
 
@@ -204,9 +204,9 @@ void list_session::load_image(const std::string &image) const {
 void list_session::go_to(std::size_t step) {
   const list_states::state &from = states_.nearest(step);
   load_image(from.image);
-  edited_list list;
+  edited_list edited;
   for (std::size_t i = from.step; i < step; ++i) {
-    apply_lines(steps_[i], list);
+    apply_lines(steps_[i], edited);
   }
   list_changed();
 }
@@ -291,9 +291,9 @@ line_up list_session::list_in(const std::filesystem::path &path) {
     load_image(image_);
     throw;
   }
-  line_up list = line_up_in_memory();
+  line_up read = line_up_in_memory();
   load_image(image_);
-  return list;
+  return read;
 }
 
 std::vector<change> list_session::changes_of_file() { return differences(saved_list_, list_in(path_)); }

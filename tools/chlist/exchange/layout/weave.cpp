@@ -60,12 +60,17 @@ struct woven_piece {
   std::string text{};                  // without the end of its last line
 };
 
+line_up read_again(const written_list &made, const format &to) {
+  loss_counts unsaid;
+  return to.read(source_of(made.files, true), unsaid);
+}
+
 // What a folder says that was just made, held against the list.
 class woven_contents {
  public:
-  woven_contents(const written_list &made, const line_up &now, const format &to) : now_(now) {
+  woven_contents(const written_list &made, const line_up &now, const format &to)
+      : now_(now), read_(read_again(made, to)) {
     loss_counts unsaid;
-    read_ = to.read(source_of(made.files, true), unsaid);
     const filled_list filled = fill_list(read_, unsaid);
     after_ = in_order_of_all(line_up_in_memory()).list;
     find_places(made, filled);
@@ -317,15 +322,15 @@ class weaver {
   }
 
   [[nodiscard]] std::optional<int> number_of(const woven_piece &piece) const {
-    const auto &number = now_.services[piece.service].number;
-    return number ? std::optional(number->major) : std::nullopt;
+    const auto &own = now_.services[piece.service].number;
+    return own ? std::optional(own->major) : std::nullopt;
   }
 
   // Returns the number that follows.
   int number_service(row::iterator at, int next) {
     const int wanted = number_of(*at).value_or(next);
-    line_up_service &service = now_.services[at->service];
     if (to_.layout->raising_to == nullptr) {
+      line_up_service &service = now_.services[at->service];
       const bool has_own = at->read != nowhere && before_.services[at->read].number.has_value();
       const bool is_implied = service.number == channel_number{next};
       if (!has_own && is_implied && at->kept != nullptr) {

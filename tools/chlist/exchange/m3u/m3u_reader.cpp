@@ -108,9 +108,9 @@ class playlist_reader {
  private:
   void take_information(std::string_view text) {
     entry_ = {.line = lines_.number()};
-    const m3u_information read = m3u_information_in(text);
-    entry_.name = read.name;
-    for (const m3u_attribute &each : read.attributes) {
+    const m3u_information information = m3u_information_in(text);
+    entry_.name = information.name;
+    for (const m3u_attribute &each : information.attributes) {
       entry_.attributes[each.name] = each.value;
     }
   }
