@@ -194,8 +194,9 @@ TEST_F(Import, HelpNamesTheExitCodes) {
   const program_result result = run({"import", "--help"});
 
   EXPECT_EQ(result.exit_code, 0);
-  EXPECT_TRUE(has_line(result.out, "  0  everything was imported")) << result.out;
-  EXPECT_TRUE(has_line(result.out, "  1  imported, but lines were skipped, or the list had no room for something"))
+  EXPECT_TRUE(has_line(result.out, "  0  everything was imported; what a channel file has no place for stands beside"))
+      << result.out;
+  EXPECT_TRUE(has_line(result.out, "  1  imported, but lines were skipped, there was no room for something, or"))
       << result.out;
 }
 

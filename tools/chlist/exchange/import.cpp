@@ -87,6 +87,11 @@ import_outcome read_into_list(const import_options &options, const list_source &
   return result;
 }
 
+// In the text of the source: of formats whose text is not kept the facts are, and not what else a reader passed over.
+bool are_losses_kept(const import_options &options, const import_outcome &result) {
+  return has_companion(options.output, result.beside) && !result.beside.source.files.empty();
+}
+
 std::string summary_of(const import_options &options, const import_outcome &result) {
   const list_counts &counts = result.filled.counts;
   const std::string output = name_of_output(options.output);
@@ -101,7 +106,7 @@ std::string summary_of(const import_options &options, const import_outcome &resu
   if (const std::string note = result.source.read_as->text(); !note.empty()) {
     text += fmt::format("{}: {}\n", result.source.path.string(), note);
   }
-  return text + losses_text(result.lost, title_of_losses(options.output, result.beside));
+  return text + losses_text(result.lost, title_of_losses(options.output, are_losses_kept(options, result)));
 }
 
 json json_of_outcome(const import_options &options, const import_outcome &result) {
@@ -174,7 +179,8 @@ int run_import(const import_options &options) {
   const new_list_file target(options.output, !options.leaves_no_backup);
   target.write_list(result.beside);
   report(options, json_of_outcome(options, result), summary_of(options, result), target);
-  return result.filled.is_whole() && !result.lost.has_left_out() ? exit_done : exit_findings;
+  const bool is_kept = result.lost.rows().empty() || are_losses_kept(options, result);
+  return result.filled.is_whole() && !result.lost.has_left_out() && is_kept ? exit_done : exit_findings;
 }
 
 }  // namespace
@@ -229,10 +235,11 @@ command import_command() {
            "and so is a named pipe that nobody writes within five seconds. With -o - the channel file goes to "
            "standard output and the report to standard error."},
       .sections = {{"Formats", formats_to_read()}, {"Conditions", terms_of_conditions()}},
-      .exit_codes = {{"0", "everything was imported"},
-                     {"1", "imported, but lines were skipped, or the list had no room for something"},
-                     {"2", "nothing was written: bad usage, unreadable input, no service in it, or an output that "
-                           "cannot be written; or only the report could not be written"}},
+      .exit_codes =
+          {{"0", "everything was imported; what a channel file has no place for stands beside it"},
+           {"1", "imported, but lines were skipped, there was no room for something, or something is kept nowhere"},
+           {"2", "nothing was written: bad usage, unreadable input, no service in it, or an output that "
+                 "cannot be written; or only the report could not be written"}},
       .examples = {"chlist import channels.conf -o all_channel.dat", "chlist import services.csv -o all_channel.dat",
                    "chlist import --from vdr sat.txt -o all_channel.dat --json",
                    "chlist import channels.conf -o all_channel.dat --only S19.2E --without radio --where scrambled=no",

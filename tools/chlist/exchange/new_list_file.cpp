@@ -19,14 +19,6 @@ namespace chlist {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-bool has_companion(const fs::path &output, const companion &beside) {
-  return !beside.is_empty() && !is_standard_stream(output);
-}
-
-}  // namespace
-
 new_list_file::new_list_file(const fs::path &output, bool keeps_backup) : output_(output) {
   std::error_code unseen;
   const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
@@ -70,10 +62,13 @@ void new_list_file::keep_what_was() const {
   }
 }
 
-std::string title_of_losses(const fs::path &output, const companion &beside) {
-  return has_companion(output, beside)
-             ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(output))
-             : "Not carried by the channel file:";
+bool has_companion(const fs::path &output, const companion &beside) {
+  return !beside.is_empty() && !is_standard_stream(output);
+}
+
+std::string title_of_losses(const fs::path &output, bool are_kept) {
+  return are_kept ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(output))
+                  : "Not carried by the channel file:";
 }
 
 json json_of_companion(const fs::path &output, const companion &beside) {

@@ -33,8 +33,11 @@ class new_list_file {
   bool keeps_backup_ = false;
 };
 
-// What the channel file has no place for, and where it is instead.
-std::string title_of_losses(const std::filesystem::path &output, const companion &beside);
+// Whether a companion is written: it needs something in it, and a place.
+bool has_companion(const std::filesystem::path &output, const companion &beside);
+
+// What the channel file has no place for, and whether it is in the companion instead.
+std::string title_of_losses(const std::filesystem::path &output, bool are_kept);
 
 // The companion's name; null when there is nothing for it, or no place.
 json json_of_companion(const std::filesystem::path &output, const companion &beside);

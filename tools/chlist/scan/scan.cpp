@@ -164,7 +164,7 @@ std::string summary_of(const scan_command_options &options, const scan_outcome &
     }
   }
   return text + fmt::format("{}: {}\n", name_of_output(options.output), text_of(outcome.filled.counts)) +
-         losses_text(outcome.lost, title_of_losses(options.output, outcome.beside));
+         losses_text(outcome.lost, title_of_losses(options.output, has_companion(options.output, outcome.beside)));
 }
 
 json json_of_systems(const broadcast_tables &tables) {
@@ -232,8 +232,9 @@ int run_scan(const scan_command_options &options) {
   } else {
     print_summary(options.output, summary_of(options, outcome) + target.note());
   }
+  const bool is_kept = outcome.lost.rows().empty() || has_companion(options.output, outcome.beside);
   const bool is_whole = outcome.filled.is_whole() && !outcome.lost.has_left_out() && !outcome.has_findings();
-  return is_whole ? exit_done : exit_findings;
+  return is_whole && is_kept ? exit_done : exit_findings;
 }
 
 }  // namespace
