@@ -63,6 +63,14 @@ std::string counted(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
+std::string joined(std::span<const std::string> texts, std::string_view separator) {
+  std::string all;
+  for (const std::string &each : texts) {
+    all.append(&each == texts.data() ? "" : separator).append(each);
+  }
+  return all;
+}
+
 char polarisation_letter(const channel::identity &id) { return id.polarisation == 0 ? 'H' : 'V'; }
 
 std::string label_of(const view_name &view) {

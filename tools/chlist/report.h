@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -21,6 +22,9 @@ std::string harmless(std::string_view text);
 
 // "1 service", "2 services".
 std::string counted(std::size_t count, std::string_view what);
+
+// "one, two" with ", " between them.
+std::string joined(std::span<const std::string> texts, std::string_view separator);
 
 // "TV", "favourites 1 \"Films\"".
 std::string label_of(const view_name &view);

@@ -3,7 +3,6 @@
 // bytes of the states' files behind them. The last state is whole, each other one a delta from the next.
 #include "chlist/files/history.h"
 
-#include <fmt/chrono.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 
@@ -12,6 +11,7 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -51,6 +51,13 @@ std::string sum_of(std::string_view bytes) {
   return fmt::format("{:016x}", sum);
 }
 
+std::string utc_text(std::time_t seconds) {
+  std::tm utc = {};
+  gmtime_r(&seconds, &utc);
+  return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
+                     utc.tm_hour, utc.tm_min, utc.tm_sec);
+}
+
 // No later than SOURCE_DATE_EPOCH where that is set, so that the same edits make the same bytes.
 std::string text_of_time(std::int64_t seconds) {
   if (const char *set = std::getenv("SOURCE_DATE_EPOCH")) {
@@ -59,7 +66,7 @@ std::string text_of_time(std::int64_t seconds) {
     std::from_chars(text.data(), text.data() + text.size(), latest);
     seconds = std::min(seconds, latest);
   }
-  return fmt::format("{:%FT%TZ}", std::chrono::sys_seconds(std::chrono::seconds(seconds)));
+  return utc_text(seconds);
 }
 
 struct stat look_at_file(const fs::path &file) {

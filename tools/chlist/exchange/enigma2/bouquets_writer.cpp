@@ -71,8 +71,7 @@ class bouquets_writer {
   }
 
   void add_bouquet(std::string &index, int type, std::string file, std::string text) {
-    fmt::format_to(std::back_inserter(index), "#SERVICE 1:7:{}:0:0:0:0:0:0:0:FROM BOUQUET \"{}\" ORDER BY bouquet\n",
-                   type, file);
+    index += fmt::format("#SERVICE 1:7:{}:0:0:0:0:0:0:0:FROM BOUQUET \"{}\" ORDER BY bouquet\n", type, file);
     made_.push_back({std::move(file), std::move(text)});
   }
 
