@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

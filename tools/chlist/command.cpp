@@ -7,7 +7,8 @@
 #include <iterator>
 #include <sstream>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
+
 
 namespace chlist {
 namespace {

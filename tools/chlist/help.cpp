@@ -7,7 +7,7 @@
 #include <sstream>
 #include <utility>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -11,20 +10,9 @@
 
 #include "chlist/json/json.h"
 #include "chlist/list_contents.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
-
-// In quotes, with escapes for what a terminal would obey; bytes that are not UTF-8 become U+FFFD.
-std::string shown(std::string_view text);
-
-// The same without quotes, for cells of tables; nothing is escaped, and controls become "?".
-std::string harmless(std::string_view text);
-
-// "1 service", "2 services".
-std::string counted(std::size_t count, std::string_view what);
-
-// "one, two" with ", " between them.
-std::string joined(std::span<const std::string> texts, std::string_view separator);
 
 // "TV", "favourites 1 \"Films\"".
 std::string label_of(const view_name &view);

@@ -21,7 +21,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/input_file.h"
 #include "chlist/files/standard_streams.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

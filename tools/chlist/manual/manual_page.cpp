@@ -8,7 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
+
 
 namespace chlist {
 namespace {

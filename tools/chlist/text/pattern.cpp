@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

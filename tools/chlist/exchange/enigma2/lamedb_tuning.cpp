@@ -7,7 +7,7 @@
 #include <span>
 
 #include "chlist/exchange/streams.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
