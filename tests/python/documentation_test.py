@@ -1,4 +1,4 @@
-"""The page on the module: its scripts are the examples, and its first look shows what is printed."""
+"""The page on the module: its scripts are the examples, and its first looks show what is printed."""
 
 from __future__ import annotations
 
@@ -6,6 +6,7 @@ import contextlib
 import doctest
 import os
 import re
+import shutil
 import subprocess
 import sys
 import unittest
@@ -21,7 +22,7 @@ class Scripts(unittest.TestCase):
         shown = [block for block in BLOCKS if not block.startswith(">>>")]
         examples = [file.read_text() for file in (SOURCE / "examples/python").glob("*.py")]
         self.assertEqual(sorted(shown), sorted(examples))
-        self.assertEqual(len(examples), 3)
+        self.assertEqual(len(examples), 6)
 
 
 class EditList(ListTest):
@@ -56,16 +57,18 @@ class EditList(ListTest):
 
 class FirstLook(ListTest):
     @unittest.skipUnless("CHLIST" in os.environ, "chlist is not built")
-    def test_the_first_look_shows_what_is_printed(self) -> None:
+    def test_the_first_looks_show_what_is_printed(self) -> None:
         looks = [block for block in BLOCKS if block.startswith(">>>")]
-        self.assertEqual(len(looks), 1)
+        self.assertEqual(len(looks), 2)
         self.channels.close()
-        line_up, file = SOURCE / "samples/channels.conf", self.folder / "channels.dat"
-        command = [os.environ["CHLIST"], "import", line_up, "-o", file, "--groups", "none"]
-        subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
-        look = doctest.DocTestParser().get_doctest(looks[0], {}, "docs/python.md", "docs/python.md", 0)
+        shutil.copy(SOURCE / "samples/channels.conf", self.folder)
         with contextlib.chdir(self.folder):
-            self.assertEqual(doctest.DocTestRunner().run(look).failed, 0)
+            import_list = [os.environ["CHLIST"], "import", "channels.conf", "-o", "channels.dat", "--groups", "none"]
+            subprocess.run(import_list, check=True, stdout=subprocess.DEVNULL)
+            for number, text in enumerate(looks):
+                with self.subTest(number):
+                    look = doctest.DocTestParser().get_doctest(text, {}, "docs/python.md", "docs/python.md", 0)
+                    self.assertEqual(doctest.DocTestRunner().run(look).failed, 0)
 
 
 if __name__ == "__main__":
