@@ -185,7 +185,8 @@ class Editing(ToolTest):
         apply_edits(self.file, "lock 7", backup=False)
         self.assertEqual(self.files(), before)
         apply_edits(self.file, "unlock 7")
-        self.assertEqual(self.files() - before, {f"channels.dat{end}" for end in (".bak", ".history", ".more.json.bak")})
+        kept = {f"channels.dat{end}" for end in (".bak", ".history", ".more.json.bak")}
+        self.assertEqual(self.files() - before, kept)
 
     def test_an_output_leaves_the_file_as_it_was(self) -> None:
         report = apply_edits(self.file, "lock 7", output=self.folder / "new.dat")
