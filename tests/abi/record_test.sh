@@ -9,6 +9,11 @@ abi_record=$1 newest=$(find "$2"/*/"$3" -prune | sort -V | tail -n 1) processor=
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
+fail() {
+  echo "FAILED: $1"
+  exit 1
+}
+
 # begin: one record, of version 2.0, as it is.
 begin() {
   rm -rf "$scratch/records"
@@ -21,21 +26,15 @@ earlier() {
   mkdir -p "$scratch/records/1.9"
   cp -r "$newest" "$scratch/records/1.9/$processor"
   sed -i "$2" "$scratch/records/1.9/$processor/$1"
-  ! cmp -s "$newest/$1" "$scratch/records/1.9/$processor/$1"
+  if cmp -s "$newest/$1" "$scratch/records/1.9/$processor/$1"; then fail "$2 changes nothing in $1"; fi
 }
 
 compare() {
-  "$abi_record" --compare "$scratch/records" "$processor" "$library" >"$scratch/log" 2>&1
+  "$abi_record" --compare "$scratch/records" "$processor" "$library" 2>&1
 }
 
 compare_constants() {
-  "$abi_record" --compare-constants "$scratch/records" "$processor" "$compiler" >"$scratch/log" 2>&1
-}
-
-fail() {
-  cat "$scratch/log"
-  echo "FAILED: $1"
-  exit 1
+  "$abi_record" --compare-constants "$scratch/records" "$processor" "$compiler" 2>&1
 }
 
 without_a_function="/elf-symbol name='get_channel'/d; /<function-decl name='get_channel'/,/<\/function-decl>/d"
