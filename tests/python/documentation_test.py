@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import contextlib
+import dataclasses
 import doctest
 import os
 import re
@@ -11,6 +12,7 @@ import subprocess
 import sys
 import unittest
 
+from channel_list import reports
 from support import SOURCE, ListTest, fill
 
 PAGE = (SOURCE / "docs/python.md").read_text()
@@ -69,6 +71,16 @@ class FirstLook(ListTest):
                 with self.subTest(number):
                     look = doctest.DocTestParser().get_doctest(text, {}, "docs/python.md", "docs/python.md", 0)
                     self.assertEqual(doctest.DocTestRunner().run(look).failed, 0)
+
+
+class Reports(unittest.TestCase):
+    def test_the_names_of_reports_are_keys_of_the_page_on_json(self) -> None:
+        cells = re.findall(r"^\| (`.*?`) \|", (SOURCE / "docs/json.md").read_text(), re.MULTILINE)
+        keys = set(re.findall(r"`(\w+)`", " ".join(cells)))
+        kinds = [each for each in vars(reports).values() if dataclasses.is_dataclass(each)]
+        names = {field.name for kind in kinds for field in dataclasses.fields(kind)}
+        self.assertGreater(len(names), 50)
+        self.assertEqual(names - keys, {"has_findings", "document"})
 
 
 if __name__ == "__main__":
