@@ -46,6 +46,7 @@ struct export_outcome {
   std::size_t services = 0;
   std::size_t favourite_groups = 0;
   loss_counts lost;
+  std::vector<std::string> notes;
   companion beside;
 };
 
@@ -94,10 +95,11 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   for (const std::string &source : options.sources) {
     rename_source(list, source, "network");
   }
-  const exported_list made = export_list({records.list(), list}, result.beside, result.to, options.writing);
+  exported_list made = export_list({records.list(), list}, result.beside, result.to, options.writing);
   write_files(options.output, result.to, made.files);
   result.services = made.services;
   result.favourite_groups = made.favourite_groups;
+  result.notes = std::move(made.notes);
   result.lost.add(made.lost);
 }
 
@@ -110,9 +112,12 @@ std::string summary_of(const export_options &options, const export_outcome &resu
   if (result.to.from_channel_file != nullptr) {
     return fmt::format("{}: the whole channel file as {}\n", output, result.to.name);
   }
-  return fmt::format("{}: {} and {} as {}\n", output, counted(result.services, "service"),
-                     counted(result.favourite_groups, "favourite group"), result.to.name) +
-         losses_text(result.lost, fmt::format("Not carried by {}:", result.to.name));
+  std::string text = fmt::format("{}: {} and {} as {}\n", output, counted(result.services, "service"),
+                                 counted(result.favourite_groups, "favourite group"), result.to.name);
+  for (const std::string &note : result.notes) {
+    text += fmt::format("{}: {}\n", output, note);
+  }
+  return text + losses_text(result.lost, fmt::format("Not carried by {}:", result.to.name));
 }
 
 json json_of_outcome(const export_options &options, const export_outcome &result) {
@@ -121,6 +126,7 @@ json json_of_outcome(const export_options &options, const export_outcome &result
           {"format", result.to.name},
           {"services", result.services},
           {"favourite_groups", result.favourite_groups},
+          {"notes", result.notes},
           {"left_out", json_of_left_out(result.lost)},
           {"not_carried", json_of_losses(result.lost)}};
 }
@@ -144,7 +150,7 @@ int run_export(const export_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
   const channel_file input(options.input);
   input.must_not_be(options.output);
-  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}, .beside = {}};
+  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}, .notes = {}, .beside = {}};
   must_be_one_file(options, result.to);
   if (options.writing.names_picons && !result.to.is_folder) {
     throw usage_error(fmt::format("--picons: {} has no pictures; a folder of Enigma2 has", result.to.name));

@@ -70,7 +70,9 @@ void split_group(favourite_group group, group_list &into) {
   const std::span<const line_up_entry> entries = group.entries;
   for (std::size_t first = 0; first < entries.size(); first += most) {
     const auto part = entries.subspan(first, std::min(most, entries.size() - first));
-    into.push_back({.name = fmt::format("{} {}", group.name, first / most + 1), .entries = {part.begin(), part.end()}});
+    into.push_back({.name = fmt::format("{} {}", group.name, first / most + 1),
+                    .entries = {part.begin(), part.end()},
+                    .origin = group.origin});
   }
 }
 

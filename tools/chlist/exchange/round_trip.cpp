@@ -328,6 +328,7 @@ exported_list export_list(const records_of_list &list, const companion &kept, co
     made.favourite_groups = carries(written, favourites_field) ? given.list.favourites.size() : 0;
   }
   made.services = written.services.size();
+  made.notes = std::move(written.notes);
   made.files = std::move(written.files);
   if (options.names_picons) {
     made.files.push_back(picons_of(made.files.front().text));

@@ -11,28 +11,20 @@
 #include <utility>
 
 #include "chlist/exchange/layout/folder_layout.h"
+#include "chlist/exchange/layout/group_edits.h"
+#include "chlist/exchange/layout/row_order.h"
 #include "chlist/exchange/layout/source_layout.h"
+#include "chlist/exchange/layout/text_units.h"
+#include "chlist/exchange/layout/woven_contents.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/line_up/moved.h"
 #include "chlist/line_up/places.h"
 #include "chlist/text/charset.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
-
-std::string_view line_end_of(std::string_view text) {
-  if (text.ends_with("\r\n")) {
-    return "\r\n";
-  }
-  return text.ends_with('\n') ? "\n" : "";
-}
-
-std::string_view without_line_end(std::string_view text) {
-  return text.substr(0, text.size() - line_end_of(text).size());
-}
 
 std::size_t lines_in(std::string_view text) { return static_cast<std::size_t>(std::ranges::count(text, '\n')); }
 
@@ -60,99 +52,6 @@ struct woven_piece {
   std::string text{};                  // without the end of its last line
 };
 
-line_up read_again(const written_list &made, const format &to) {
-  loss_counts unsaid;
-  return to.read(source_of(made.files, true), unsaid);
-}
-
-// What a folder says that was just made, held against the list.
-class woven_contents {
- public:
-  woven_contents(const written_list &made, const line_up &now, const format &to)
-      : now_(now), read_(read_again(made, to)) {
-    loss_counts unsaid;
-    const filled_list filled = fill_list(read_, unsaid);
-    after_ = in_order_of_all(line_up_in_memory()).list;
-    find_places(made, filled);
-  }
-
-  [[nodiscard]] bool has_same_services() const {
-    return read_.services.size() >= written_ &&
-           std::ranges::all_of(pairs_,
-                               [&](const auto &pair) {
-                                 const line_up_service &was = now_.services[pair.second];
-                                 const line_up_service &is = read_.services[pair.first];
-                                 return was.fields.frequency == is.fields.frequency &&
-                                        was.fields.polarisation == is.fields.polarisation &&
-                                        was.fields.network_id == is.fields.network_id &&
-                                        was.fields.ts_id == is.fields.ts_id &&
-                                        was.fields.service_id == is.fields.service_id &&
-                                        was.further.tuned == is.further.tuned;
-                               }) &&
-           pairs_.size() == written_;
-  }
-
-  [[nodiscard]] bool has_same_views() const {
-    return numbers_of(now_, {}) == numbers_of(after_, places_) &&
-           favourites_of(now_, {}) == favourites_of(after_, places_);
-  }
-
- private:
-  using numbered_places = std::vector<std::pair<std::size_t, int>>;
-  using named_places = std::vector<std::pair<std::string, std::vector<std::size_t>>>;
-
-  // The places in the list of the services that were read, and of those that the list became of them.
-  void find_places(const written_list &made, const filled_list &filled) {
-    written_ = made.services.size();
-    std::unordered_map<std::size_t, std::size_t> by_line;
-    for (std::size_t at = 0; at < made.lines.size(); ++at) {
-      by_line.emplace(made.lines[at], made.services[at]);
-    }
-    const places_by_identity after(after_);
-    places_.assign(after_.services.size(), nowhere);
-    for (std::size_t at = 0; at < read_.services.size(); ++at) {
-      const auto found = by_line.find(read_.services[at].line);
-      if (found != by_line.end() && filled.filed[at] != nullptr) {
-        pairs_.emplace_back(at, found->second);
-        places_[after.of(channel::identity_of(*filled.filed[at]))] = found->second;
-      }
-    }
-  }
-
-  static std::size_t place_in(std::size_t place, const std::vector<std::size_t> &places) {
-    return places.empty() ? place : places[place];
-  }
-
-  static numbered_places numbers_of(const line_up &list, const std::vector<std::size_t> &places) {
-    numbered_places numbers;
-    for (std::size_t at = 0; at < list.services.size(); ++at) {
-      const line_up_service &service = list.services[at];
-      if (service.is_listed && service.number) {
-        numbers.emplace_back(place_in(at, places), service.number->major);
-      }
-    }
-    return numbers;
-  }
-
-  static named_places favourites_of(const line_up &list, const std::vector<std::size_t> &places) {
-    named_places groups;
-    for (const favourite_group &group : list.favourites) {
-      std::vector<std::size_t> &entries = groups.emplace_back(group.name, std::vector<std::size_t>()).second;
-      for (const line_up_entry &entry : group.entries) {
-        entries.push_back(place_in(entry.service, places));
-      }
-    }
-    return groups;
-  }
-
-  const line_up &now_;
-  line_up read_;
-  line_up after_;
-  std::vector<std::size_t> places_;                         // in the list, of the services of after_
-  std::vector<std::pair<std::size_t, std::size_t>> pairs_;  // of those that were read with those of the list
-  std::size_t written_ = 0;
-};
-
 class weaver {
  public:
   weaver(const line_up &list, const companion &kept, const format &to, const write_options &options)
@@ -160,6 +59,9 @@ class weaver {
 
   written_list woven() {
     read_pieces();
+    if (is_folder()) {
+      find_group_edits();
+    }
     call_sources_as_the_text_does();
     const written_list written = to_.write(now_, options_);
     take_in_order(is_folder() ? kept_order_of(written.services) : written.services);
@@ -194,19 +96,23 @@ class weaver {
     return order;
   }
 
-  // The other files as they are kept; anew when they say something else than the list, and all files when not even the
-  // services come back: on transponders that are not there, for one.
+  // The other files in the first way in which the services keep their numbers; all files anew when not even the
+  // services come back.
   written_list with_other_files(written_list made) {
     const std::vector<referred_service> services = referred_services();
     const std::vector<made_file> first = made.files;
-    std::ranges::move(to_.layout->folder->kept(kept_.source.files, services), std::back_inserter(made.files));
-    const woven_contents kept(made, now_, to_);
-    if (!kept.has_same_services()) {
-      return to_.write(now_, options_);
-    }
-    if (!kept.has_same_views()) {
+    for (const numbered_by way : ways_to_number) {
       made.files = first;
-      std::ranges::move(to_.layout->folder->anew(now_, services), std::back_inserter(made.files));
+      made.notes.clear();
+      std::ranges::move(to_.layout->folder->woven({kept_.source.files, services, groups_, way}, made.notes),
+                        std::back_inserter(made.files));
+      const woven_contents contents(made, now_, to_);
+      if (!contents.has_same_services()) {
+        return to_.write(now_, options_);
+      }
+      if (contents.has_same_numbers()) {
+        break;
+      }
     }
     return made;
   }
@@ -235,7 +141,7 @@ class weaver {
       line += lines_in(pieces_[at].text);
     }
     loss_counts unsaid;
-    list_source source = source_of({{"", std::move(text)}}, false);
+    list_source source = source_of(kept_files(std::move(text)), false);
     source.url = kept_.source.url;
     before_ = to_.read(source, unsaid);
     services_of_pieces_.assign(pieces_.size(), nowhere);
@@ -244,6 +150,36 @@ class weaver {
         services_of_pieces_[found->second] = place;
       }
     }
+  }
+
+  [[nodiscard]] std::vector<made_file> kept_files(std::string first) const {
+    std::vector<made_file> files = {{"", std::move(first)}};
+    for (std::size_t at = 1; at < kept_.source.files.size(); ++at) {
+      std::string &text = files.emplace_back(made_file{kept_.source.files[at].name, {}}).text;
+      for (const source_piece &each : kept_.source.files[at].pieces) {
+        text += each.text;
+      }
+    }
+    return files;
+  }
+
+  // A list has no room for some groups and services: what it was filled with tells what is an edit.
+  void find_group_edits() {
+    loss_counts unsaid;
+    const filled_list filled = fill_list(before_, unsaid);
+    const line_up list = in_order_of_all(line_up_in_memory()).list;
+    const places_by_identity now(now_);
+    const places_by_identity after(list);
+    std::vector<std::size_t> places_of_read(before_.services.size(), nowhere);
+    std::vector<std::size_t> places_of_filled(list.services.size(), nowhere);
+    for (std::size_t at = 0; at < pieces_.size(); ++at) {
+      const std::size_t read = services_of_pieces_[at];
+      if (read != nowhere && pieces_[at].service && filled.same[read] != nullptr) {
+        places_of_read[read] = now.of(*pieces_[at].service);
+        places_of_filled[after.of(channel::identity_of(*filled.same[read]))] = places_of_read[read];
+      }
+    }
+    groups_ = group_edits({before_, list, places_of_read, places_of_filled}, now_.favourites);
   }
 
   // Somebody may have named a source in the list alone.
@@ -261,37 +197,19 @@ class weaver {
   void take_in_order(const std::vector<std::size_t> &order) {
     const places_by_identity places(now_);
     const std::unordered_set<std::size_t> are_written(order.begin(), order.end());
-    std::vector<std::size_t> before;
+    std::unordered_set<std::size_t> known;
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
       const source_piece &piece = pieces_[at];
       const std::size_t service = piece.service ? places.of(*piece.service) : nowhere;
       const bool is_kept_again = piece.is_again && are_written.contains(service);
       if (!piece.service || is_kept_again) {
         row_.push_back({&piece});
-      } else if (are_written.contains(service) && !known_.contains(service)) {
+      } else if (are_written.contains(service) && known.insert(service).second) {
         row_.push_back({&piece, services_of_pieces_[at], service});
-        known_[service] = std::prev(row_.end());
-        before.push_back(service);
       }
     }
-    bring_into_order(before, order);
-  }
-
-  void bring_into_order(const std::vector<std::size_t> &before, const std::vector<std::size_t> &order) {
-    const std::vector<std::size_t> moved = moved_between(before, order);
-    const std::unordered_set<std::size_t> are_moved(moved.begin(), moved.end());
-    auto behind = std::ranges::find_if(row_, [](const woven_piece &each) { return each.service != nowhere; });
-    for (const std::size_t service : order) {
-      const auto known = known_.find(service);
-      if (known == known_.end()) {
-        behind = std::next(row_.insert(behind, {.service = service}));
-      } else if (are_moved.contains(service)) {
-        behind = behind == known->second ? std::next(behind) : behind;
-        row_.splice(behind, row_, known->second);
-      } else {
-        behind = std::next(known->second);
-      }
-    }
+    bring_into_order(row_, &woven_piece::service, order,
+                     [](std::size_t service) { return woven_piece{.service = service}; });
   }
 
   // Numbers follow each other unless a piece says another one; the reader numbers them so.
@@ -415,9 +333,9 @@ class weaver {
   const write_options &options_;
   const std::vector<source_piece> &pieces_;
   line_up before_;  // what the pieces say
+  std::vector<group_edit> groups_;
   std::vector<std::size_t> services_of_pieces_;
   row row_;
-  std::unordered_map<std::size_t, row::iterator> known_;  // by the service
   std::unordered_set<const woven_piece *> is_changed_;
 };
 
