@@ -9,6 +9,7 @@
 
 #include "chlist/exchange/enigma2/bouquets_layout.h"
 #include "chlist/exchange/enigma2/lamedb_fields.h"
+#include "chlist/exchange/enigma2/lamedb_transponders.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/text_units.h"
@@ -141,8 +142,12 @@ std::string format_of_lamedb(std::string_view text) {
 
 std::string name_of_lamedb(std::string_view text) { return format_of_lamedb(text) == "lamedb5" ? "lamedb5" : "lamedb"; }
 
-constexpr folder_layout bouquet_layout = {
-    .name_of_first = name_of_lamedb, .pieces = pieces_of_bouquet, .woven = woven_bouquets};
+constexpr folder_layout bouquet_layout = {.name_of_first = name_of_lamedb,
+                                          .pieces = pieces_of_bouquet,
+                                          .in_terms_of = lamedb_in_terms_of,
+                                          .missing = lamedb_transponders_missing,
+                                          .is_behind_missing = is_behind_lamedb_transponders,
+                                          .woven = woven_bouquets};
 
 }  // namespace
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <list>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -13,9 +12,11 @@
 #include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/group_edits.h"
 #include "chlist/exchange/layout/row_order.h"
+#include "chlist/exchange/layout/separators.h"
 #include "chlist/exchange/layout/source_layout.h"
 #include "chlist/exchange/layout/text_units.h"
 #include "chlist/exchange/layout/woven_contents.h"
+#include "chlist/exchange/layout/woven_row.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/line_up/list_line_up.h"
@@ -29,9 +30,8 @@ namespace {
 std::size_t lines_in(std::string_view text) { return static_cast<std::size_t>(std::ranges::count(text, '\n')); }
 
 // What a writer makes of each service of a list, by its place; empty of those that it leaves out.
-std::vector<std::string> texts_of_services(const line_up &list, const format &to, const write_options &options) {
-  std::vector<std::string> texts(list.services.size());
-  const written_list written = to.write(list, options);
+std::vector<std::string> texts_of_services(const written_list &written, std::size_t services, const format &to) {
+  std::vector<std::string> texts(services);
   const std::string_view text = written.files.front().text;
   const std::vector<std::size_t> beginnings = to.layout->cut(text);
   std::size_t service = 0;
@@ -45,13 +45,6 @@ std::vector<std::string> texts_of_services(const line_up &list, const format &to
   return texts;
 }
 
-struct woven_piece {
-  const source_piece *kept = nullptr;  // none of a new service
-  std::size_t read = nowhere;          // the service that the kept piece is read as
-  std::size_t service = nowhere;       // the one of the list
-  std::string text{};                  // without the end of its last line
-};
-
 class weaver {
  public:
   weaver(const line_up &list, const companion &kept, const format &to, const write_options &options)
@@ -59,24 +52,43 @@ class weaver {
 
   written_list woven() {
     read_pieces();
-    if (is_folder()) {
+    if (is_folder() || to_.layout->separators != nullptr) {
       find_group_edits();
     }
     call_sources_as_the_text_does();
-    const written_list written = to_.write(now_, options_);
+    const written_list written = written_in_terms_of_text(now_);
     take_in_order(is_folder() ? kept_order_of(written.services) : written.services);
     if (!is_folder()) {
       number();
     }
     write_services();
+    if (is_folder()) {
+      add_missing(written.files.front().text);
+    }
     written_list made = joined(written);
     return is_folder() ? with_other_files(std::move(made)) : made;
   }
 
  private:
-  using row = std::list<woven_piece>;
-
   [[nodiscard]] bool is_folder() const { return to_.layout->folder != nullptr; }
+
+  [[nodiscard]] written_list written_in_terms_of_text(const line_up &list) const {
+    written_list written = to_.write(list, options_);
+    if (is_folder()) {
+      written.files.front().text = to_.layout->folder->in_terms_of(written.files.front().text, first_text_);
+    }
+    return written;
+  }
+
+  // What new services stand on.
+  void add_missing(const std::string &written) {
+    const folder_layout &folder = *to_.layout->folder;
+    const auto behind =
+        std::ranges::find_if(row_, [&](const woven_piece &each) { return folder.is_behind_missing(each.current()); });
+    for (std::string &line : folder.missing(written, first_text_)) {
+      row_.insert(behind, {.text = std::move(line)});
+    }
+  }
 
   // Services have their order elsewhere: new ones stand at the end.
   [[nodiscard]] std::vector<std::size_t> kept_order_of(const std::vector<std::size_t> &written) const {
@@ -124,7 +136,7 @@ class weaver {
     }
     for (const woven_piece &each : row_) {
       if (each.service != nowhere) {
-        services[each.service].text = is_changed_.contains(&each) ? each.text : each.kept->text;
+        services[each.service].text = each.current();
       }
     }
     return services;
@@ -132,16 +144,15 @@ class weaver {
 
   // The reader tells by its lines which piece a service is of.
   void read_pieces() {
-    std::string text;
     std::unordered_map<std::size_t, std::size_t> piece_of_line;
     std::size_t line = 1;
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
       piece_of_line[line] = at;
-      text += pieces_[at].text;
+      first_text_ += pieces_[at].text;
       line += lines_in(pieces_[at].text);
     }
     loss_counts unsaid;
-    list_source source = source_of(kept_files(std::move(text)), false);
+    list_source source = source_of(kept_files(first_text_), false);
     source.url = kept_.source.url;
     before_ = to_.read(source, unsaid);
     services_of_pieces_.assign(pieces_.size(), nowhere);
@@ -212,74 +223,44 @@ class weaver {
                      [](std::size_t service) { return woven_piece{.service = service}; });
   }
 
-  // Numbers follow each other unless a piece says another one; the reader numbers them so.
   void number() {
+    if (to_.layout->separators != nullptr) {
+      follow_groups(row_, pieces_, groups_, *to_.layout->separators);
+      follow_numbers(row_, pieces_, now_, *to_.layout->separators);
+    } else {
+      forget_implied_numbers();
+    }
+  }
+
+  // A service whose number is the next one needs not say so, unless it did.
+  void forget_implied_numbers() {
     int next = 1;
-    for (auto at = row_.begin(); at != row_.end(); ++at) {
-      if (at->service != nowhere) {
-        next = number_service(at, next);
-      } else if (const auto raised = number_raised_by(*at)) {
-        next = keep_number(at, std::max(next, *raised), next);
+    for (const woven_piece &each : row_) {
+      if (each.is_service()) {
+        line_up_service &service = now_.services[each.service];
+        const bool has_own = each.read != nowhere && before_.services[each.read].number.has_value();
+        const int wanted = service.number ? service.number->major : next;
+        if (!has_own && each.kept != nullptr && service.number == channel_number{next}) {
+          service.number.reset();
+        }
+        next = std::max(next, wanted + 1);
       }
     }
-  }
-
-  [[nodiscard]] std::optional<int> number_raised_by(const woven_piece &piece) const {
-    return to_.layout->number_in != nullptr ? to_.layout->number_in(piece.kept->text) : std::nullopt;
-  }
-
-  // One beyond what the service behind it has now is taken out.
-  int keep_number(row::iterator at, int raised, int next) {
-    const auto follower = std::find_if(at, row_.end(), [](const woven_piece &each) { return each.service != nowhere; });
-    if (follower == row_.end() || number_of(*follower).value_or(raised) >= raised) {
-      return raised;
-    }
-    at->text = to_.layout->without_number(without_line_end(at->kept->text));
-    is_changed_.insert(&*at);
-    return next;
-  }
-
-  [[nodiscard]] std::optional<int> number_of(const woven_piece &piece) const {
-    const auto &own = now_.services[piece.service].number;
-    return own ? std::optional(own->major) : std::nullopt;
-  }
-
-  // Returns the number that follows.
-  int number_service(row::iterator at, int next) {
-    const int wanted = number_of(*at).value_or(next);
-    if (to_.layout->raising_to == nullptr) {
-      line_up_service &service = now_.services[at->service];
-      const bool has_own = at->read != nowhere && before_.services[at->read].number.has_value();
-      const bool is_implied = service.number == channel_number{next};
-      if (!has_own && is_implied && at->kept != nullptr) {
-        service.number.reset();
-      }
-    } else if (wanted > next) {
-      row_.insert(at, {.text = to_.layout->raising_to(wanted)});
-    }
-    return std::max(next, wanted + 1);
   }
 
   void write_services() {
-    const std::vector<std::string> before = texts_of_services(before_, to_, options_);
-    const std::vector<std::string> now = texts_of_services(now_, to_, options_);
+    const std::vector<std::string> before =
+        texts_of_services(written_in_terms_of_text(before_), before_.services.size(), to_);
+    const std::vector<std::string> now = texts_of_services(written_in_terms_of_text(now_), now_.services.size(), to_);
     for (woven_piece &each : row_) {
-      if (each.service == nowhere) {
+      if (!each.is_service()) {
         continue;
       }
-      each.text = now[each.service];
-      is_changed_.insert(&each);
-      if (each.read != nowhere) {
-        merge(each, before[each.read]);
+      if (each.read == nowhere) {
+        each.change_to(now[each.service]);
+      } else if (const std::string &is = now[each.service]; is != before[each.read]) {
+        each.change_to(to_.layout->merge({without_line_end(each.kept->text), before[each.read], is}));
       }
-    }
-  }
-
-  void merge(woven_piece &piece, const std::string &before) {
-    if (piece.text == before) {
-      is_changed_.erase(&piece);
-    } else {
-      piece.text = to_.layout->merge({without_line_end(piece.kept->text), before, piece.text});
     }
   }
 
@@ -314,7 +295,7 @@ class weaver {
 
   [[nodiscard]] std::string text_of_piece(const woven_piece &piece, std::string_view usual_end, bool is_last) const {
     const bool is_new = piece.kept == nullptr;
-    if (!is_new && !is_changed_.contains(&piece)) {
+    if (!is_new && !piece.is_changed) {
       const std::string text = piece.kept->is_latin_1 ? latin_1_of(piece.kept->text) : piece.kept->text;
       const bool ends = is_last || !line_end_of(text).empty() || text == byte_order_mark;
       return ends ? text : text + std::string(usual_end);
@@ -332,11 +313,11 @@ class weaver {
   const format &to_;
   const write_options &options_;
   const std::vector<source_piece> &pieces_;
-  line_up before_;  // what the pieces say
+  std::string first_text_;  // of the first file, as it is kept
+  line_up before_;          // what the pieces say
   std::vector<group_edit> groups_;
   std::vector<std::size_t> services_of_pieces_;
-  row row_;
-  std::unordered_set<const woven_piece *> is_changed_;
+  woven_row row_;
 };
 
 }  // namespace
