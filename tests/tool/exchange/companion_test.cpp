@@ -377,6 +377,69 @@ TEST_F(Companion, LineEndsMarksAndOtherCharactersGoOutAsTheyCameIn) {
   }
 }
 
+std::string in_utf_16(const std::string &ascii, bool is_little) {
+  std::string text = is_little ? "\xFF\xFE" : "\xFE\xFF";
+  for (const char c : ascii) {
+    text += is_little ? std::string{c, '\0'} : std::string{'\0', c};
+  }
+  return text;
+}
+
+// Every format of text, in every way in which its bytes may be read.
+TEST_F(Companion, TextsGoOutInTheEncodingThatTheyCameIn) {
+  const std::string sections = "[One]\n\tSERVICE_ID = 1\n\tFREQUENCY = 11000000\n\tDELIVERY_SYSTEM = DVBS\n";
+  const std::string playlist = "#EXTM3U\n#EXTINF:-1,One\nhttp://h/1:0:1:1:1:1:C00000:0:0:0:\n";
+  for (const auto &[format, text] :
+       {std::pair("vdr", two_services), std::pair("dvbv5", sections), std::pair("m3u", playlist)}) {
+    for (const std::string &source : {in_utf_16(text, true), in_utf_16(text, false), "\xEF\xBB\xBF" + text}) {
+      import_text(source, format);
+      EXPECT_EQ(exported(format), source) << format;
+      EXPECT_EQ(said.find("left out"), std::string::npos) << said;
+    }
+  }
+}
+
+TEST_F(Companion, ACharsetThatIsNamedIsWrittenAgain) {
+  write_file(path("source"), "\xB1\xB6;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
+  ASSERT_EQ(run({"import", "source", "--from", "vdr", "--charset", "ISO-8859-2", "-o", "list.dat"}).exit_code, 0);
+  EXPECT_EQ(exported(), read_file(path("source")));
+
+  edit({"rename", "list.dat", "1", "\xC4\x85 Ω and \xC3\xA9"});
+  const program_result result = run({"export", "list.dat", "-o", "out", "--to", "vdr"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_NE(result.err.find("left out: characters that ISO-8859-2 has not: 1"), std::string::npos) << result.err;
+  EXPECT_TRUE(read_file(path("out")).starts_with("\xB1 ? and \xE9;P:")) << read_file(path("out"));
+}
+
+TEST_F(Companion, ATableGoesOutInItsEncoding) {
+  write_file(path("list.csv"), in_utf_16("name,frequency,network_id,ts_id,service_id\nOne,11000000,1,1,1\n", true));
+  ASSERT_EQ(run({"import", "list.csv", "-o", "list.dat"}).exit_code, 0);
+
+  ASSERT_LE(run({"export", "list.dat", "-o", "out.csv", "--columns", "name"}).exit_code, 1);
+
+  EXPECT_EQ(read_file(path("out.csv")), in_utf_16("name\r\nOne\r\n", true));
+}
+
+TEST_F(Companion, AFolderGoesOutInItsEncodings) {
+  auto folder = folder_of_five();
+  replace_in(folder["userbouquet.a.tv"], "First\n", "T\xE9l\xE9\n");
+  folder["userbouquet.b.tv"] = in_utf_16(folder["userbouquet.b.tv"], true);
+  import_folder(folder);
+
+  EXPECT_EQ(exported_folder("lamedb5"), folder);
+}
+
+// The line that is edited stays of the encoding of all the others.
+TEST_F(Companion, ATextOfLatin1StaysOne) {
+  import_text("T\xE9l\xE9;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
+
+  edit({"rename", "list.dat", "1", "Caf\xC3\xA9"});
+
+  EXPECT_EQ(exported(), "Caf\xE9;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
+  EXPECT_EQ(said.find(" name "), std::string::npos) << said;
+}
+
 // Of separators the names: lines of numbers alone come and go.
 std::vector<std::string> without_numbers(std::vector<std::string> lines) {
   for (std::string &line : lines) {

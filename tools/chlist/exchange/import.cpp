@@ -89,7 +89,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
 
 // In the text of the source: of formats whose text is not kept the facts are, and not what else a reader passed over.
 bool are_losses_kept(const import_options &options, const import_outcome &result) {
-  return has_companion(options.output, result.beside) && !result.beside.source.files.empty();
+  return has_companion(options.output, result.beside) && result.beside.source.has_text();
 }
 
 std::string summary_of(const import_options &options, const import_outcome &result) {

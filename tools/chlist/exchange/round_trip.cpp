@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -17,6 +18,7 @@
 #include "chlist/exchange/layout/weave.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
+#include "chlist/exchange/source_bytes.h"
 #include "chlist/fields/settings.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
@@ -327,11 +329,15 @@ exported_list export_list(const records_of_list &list, const companion &kept, co
     count_uncarried(given.list, written, made.lost);
     made.favourite_groups = carries(written, favourites_field) ? given.list.favourites.size() : 0;
   }
+  auto picons = options.names_picons ? std::optional(picons_of(written.files.front().text)) : std::nullopt;
   made.services = written.services.size();
   made.notes = std::move(written.notes);
   made.files = std::move(written.files);
-  if (options.names_picons) {
-    made.files.push_back(picons_of(made.files.front().text));
+  if (kept.source.format == to.name && !kept.source.files.empty()) {
+    encode_as(kept.source, made.files, made.lost);
+  }
+  if (picons) {
+    made.files.push_back(std::move(*picons));
   }
   return made;
 }

@@ -227,6 +227,8 @@ source_text source_from(const json &object) {
   for (const json &file : elements_of(object, "files")) {
     source_file &read = made.files.emplace_back();
     read.name = text_in(file, "name");
+    read.encoding.charset = file.contains("charset") ? text_in(file, "charset") : std::string();
+    read.encoding.has_mark = is_true_in(file, "mark");
     for (const json &piece : elements_of(file, "pieces")) {
       read.pieces.push_back(piece_from(piece));
     }
@@ -234,14 +236,26 @@ source_text source_from(const json &object) {
   return made;
 }
 
+json json_of_file(const source_file &file) {
+  json object = {{"name", file.name}};
+  if (!file.encoding.charset.empty()) {
+    object.put("charset", file.encoding.charset);
+  }
+  if (file.encoding.has_mark) {
+    object.put("mark", true);
+  }
+  json pieces = json::array();
+  for (const source_piece &piece : file.pieces) {
+    pieces.push_back(json_of_piece(piece));
+  }
+  object.put("pieces", std::move(pieces));
+  return object;
+}
+
 json json_of_source(const source_text &source) {
   json files = json::array();
   for (const source_file &each : source.files) {
-    json pieces = json::array();
-    for (const source_piece &piece : each.pieces) {
-      pieces.push_back(json_of_piece(piece));
-    }
-    files.push_back({{"name", each.name}, {"pieces", std::move(pieces)}});
+    files.push_back(json_of_file(each));
   }
   json object = {{"format", source.format}};
   if (!source.url.empty()) {

@@ -12,6 +12,7 @@
 
 #include "channel/identity.h"
 #include "chlist/line_up/line_up.h"
+#include "chlist/text/charset.h"
 
 namespace chlist {
 
@@ -43,8 +44,9 @@ struct source_piece {
 };
 
 struct source_file {
-  std::string name;  // within a folder; empty: the source is one file
-  std::vector<source_piece> pieces;
+  std::string name;                    // within a folder; empty: the source is one file
+  std::vector<source_piece> pieces{};  // none: the text is not kept
+  text_encoding encoding{};            // lines of Latin-1 are told by their pieces
 };
 
 // The list of another format that a channel file was made of, as it was.
@@ -52,6 +54,8 @@ struct source_text {
   std::string format;  // empty: there is none
   std::string url{};   // of M3U: how its addresses hold ids; empty: as usual
   std::vector<source_file> files;
+
+  [[nodiscard]] bool has_text() const { return !files.empty() && !files.front().pieces.empty(); }
 };
 
 struct companion {

@@ -21,7 +21,6 @@
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/places.h"
-#include "chlist/text/charset.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -296,7 +295,7 @@ class weaver {
   [[nodiscard]] std::string text_of_piece(const woven_piece &piece, std::string_view usual_end, bool is_last) const {
     const bool is_new = piece.kept == nullptr;
     if (!is_new && !piece.is_changed) {
-      const std::string text = piece.kept->is_latin_1 ? latin_1_of(piece.kept->text) : piece.kept->text;
+      const std::string &text = piece.kept->text;
       const bool ends = is_last || !line_end_of(text).empty() || text == byte_order_mark;
       return ends ? text : text + std::string(usual_end);
     }
@@ -323,7 +322,7 @@ class weaver {
 }  // namespace
 
 bool can_be_woven(const companion &kept, const format &to) {
-  return to.layout != nullptr && kept.source.format == to.name && !kept.source.files.empty();
+  return to.layout != nullptr && kept.source.format == to.name && kept.source.has_text();
 }
 
 written_list woven_text(const line_up &list, const companion &kept, const format &to, const write_options &options) {
