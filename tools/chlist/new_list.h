@@ -36,8 +36,8 @@ int make_new_list(const Options &options, const new_list_road<Options, Result> &
   const edited_companion beside(options.input);
   const Result result = road.make(options);
   save_list_with(options.output, beside.beside(options.output, {}, line_up_in_memory()));
-  if (!beside.trouble().empty()) {
-    print_message(beside.trouble() + "; it stays as it is");
+  if (!beside.note().empty()) {
+    print_message(beside.note());
   }
   print_report([&] {
     if (options.as_json) {
@@ -46,7 +46,7 @@ int make_new_list(const Options &options, const new_list_road<Options, Result> &
       road.print(options, result);
     }
   });
-  return result.has_findings() || !beside.trouble().empty() ? exit_findings : exit_done;
+  return result.has_findings() || !beside.note().empty() ? exit_findings : exit_done;
 }
 
 }  // namespace chlist

@@ -769,4 +769,91 @@ TEST_F(Companion, ALamedbGetsTheTuning) {
   EXPECT_NE(lamedb.find("p:One,c:000065,c:010066,c:020069,c:030063,c:040068,C:1702\n"), std::string::npos) << lamedb;
 }
 
+// One of the two files was replaced when the program ended.
+TEST_F(Companion, OneOfAnotherFileIsTold) {
+  import_text(two_services);
+  const std::string file = read_file(path("list.dat"));
+  const std::string kept = read_file(path("list.dat.more.json"));
+  edit({"lock", "list.dat", "First"});
+  edit({"check", "list.dat"});
+  write_file(path("list.dat.more.json"), kept);
+
+  const program_result exporting = run({"export", "list.dat", "-o", "out", "--to", "vdr"});
+  const program_result checking = run({"check", "list.dat"});
+  const program_result ordering = run({"order", "list.dat", "--like", "list.dat", "--dry-run"});
+  const program_result editing = run({"unlock", "list.dat", "First"});
+
+  EXPECT_EQ(exporting.exit_code, 1);
+  EXPECT_NE(exporting.out.find("list.dat.more.json: somebody wrote list.dat without it\n"), std::string::npos)
+      << exporting.out;
+  EXPECT_EQ(checking.exit_code, 1);
+  EXPECT_NE(checking.out.find("what stands beside the file was written with another one"), std::string::npos);
+  EXPECT_EQ(ordering.exit_code, 1);
+  EXPECT_EQ(editing.exit_code, 1);
+  EXPECT_NE((editing.out + editing.err).find("somebody wrote list.dat without it"), std::string::npos) << editing.err;
+  edit({"check", "list.dat"});
+  EXPECT_EQ(read_file(path("list.dat")), file);
+}
+
+TEST_F(Companion, AnImportCanBeUndone) {
+  import_text(two_services);
+  edit({"rename", "list.dat", "First", "1st"});
+  const std::string file = read_file(path("list.dat"));
+  const std::string kept = read_file(path("list.dat.more.json"));
+  write_file(path("list.csv"), "name,frequency,network_id,ts_id,service_id\nOne,11000000,1,1,1\n");
+  ASSERT_EQ(run({"import", "list.csv", "-o", "list.dat"}).exit_code, 0);
+
+  edit({"undo", "list.dat"});
+
+  EXPECT_EQ(read_file(path("list.dat")), file);
+  EXPECT_EQ(read_file(path("list.dat.more.json")), kept);
+  EXPECT_NE(run({"history", "list.dat"}).out.find("import list.csv"), std::string::npos);
+  edit({"redo", "list.dat"});
+  EXPECT_FALSE(std::filesystem::exists(path("list.dat.more.json")));
+}
+
+TEST_F(Companion, AListWhoseGroupsBecameSomethingElseGoesOutAsItCameIn) {
+  const std::string text = six_in_groups + ":Long\n" + lines_of_vdr(7, 60);
+  write_file(path("source"), text);
+  for (const std::vector<std::string> &options :
+       {std::vector<std::string>{"--groups", "genres"}, {"--groups", "none"}, {"--bouquets", "Films"}, {"--split"}}) {
+    ASSERT_LE(run({"import", "source", "--from", "vdr", "-o", "list.dat", "--no-backup"}, options).exit_code, 1);
+
+    EXPECT_EQ(exported(), text) << options.front();
+    EXPECT_EQ(said.find("Not carried"), std::string::npos) << options.front() << said;
+  }
+}
+
+TEST_F(Companion, AGroupThatIsNewIsWrittenWhereOthersWereChosen) {
+  write_file(path("source"), six_in_groups);
+  ASSERT_LE(run({"import", "source", "--from", "vdr", "-o", "list.dat", "--bouquets", "Films"}).exit_code, 1);
+  edit({"fav", "new", "list.dat", "Best"});
+  edit({"fav", "add", "list.dat", "Best", "S1"});
+  edit({"fav", "add", "list.dat", "Best", "S2"});
+
+  EXPECT_EQ(exported(), ":Best\n" + six_in_groups);
+  EXPECT_EQ(said.find("Not carried"), std::string::npos) << said;
+}
+
+TEST_F(Companion, ServicesThatNobodyAskedForLoseNothing) {
+  write_file(path("source"), lines_of(two_services)[0] + "\n" + lines_of(two_services)[3] + "\n");
+
+  const program_result result = run({"import", "source", "--from", "vdr", "-o", "list.dat", "--where", "name=Second"});
+
+  EXPECT_EQ(result.exit_code, 0) << result.err;
+  EXPECT_NE(result.out.find("1 service not asked for"), std::string::npos) << result.out;
+  EXPECT_EQ(result.out.find("teletext PIDs"), std::string::npos) << result.out;
+  EXPECT_NE(result.out.find("symbol rates and modulation           1"), std::string::npos) << result.out;
+}
+
+// Its columns of what is told by others are no loss.
+TEST_F(Companion, AListingIsImportedWhole) {
+  import_text(two_services);
+  write_file(path("listing.csv"), run({"list", "list.dat", "--format", "csv"}).out);
+
+  const program_result result = run({"import", "listing.csv", "-o", "again.dat"});
+
+  EXPECT_EQ(result.exit_code, 0) << result.out << result.err;
+}
+
 }  // namespace

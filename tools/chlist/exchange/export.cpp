@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,7 @@
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
+#include "chlist/files/kept_in_step.h"
 #include "chlist/files/standard_streams.h"
 #include "chlist/files/text_file.h"
 #include "chlist/files/text_folder.h"
@@ -73,6 +75,9 @@ std::string_view what_is_lost(std::string_view change) { return change.substr(0,
 void take_beside(const export_options &options, line_up &list, export_outcome &result) {
   try {
     result.beside = companion_beside(options.input).value_or(companion());
+    if (result.beside.is_out_of_step) {
+      result.notes.push_back(note_out_of_step(options.input));
+    }
     const std::size_t unknown = put_back(list, result.beside);
     result.lost.leave_out("services that stand beside the list and not in it", unknown);
   } catch (const bad_companion &error) {
@@ -99,7 +104,7 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   write_files(options.output, result.to, made.files);
   result.services = made.services;
   result.favourite_groups = made.favourite_groups;
-  result.notes = std::move(made.notes);
+  std::ranges::move(made.notes, std::back_inserter(result.notes));
   result.lost.add(made.lost);
 }
 
@@ -161,7 +166,7 @@ int run_export(const export_options &options) {
     export_line_up(input, options, result);
   }
   report(options, result);
-  return result.lost.rows().empty() ? exit_done : exit_findings;
+  return result.lost.rows().empty() && !result.beside.is_out_of_step ? exit_done : exit_findings;
 }
 
 }  // namespace

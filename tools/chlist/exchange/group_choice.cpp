@@ -93,4 +93,22 @@ void choose_groups(line_up &list, const group_options &options, loss_counts &los
   }
 }
 
+void choose_groups_again(line_up &list, group_options options, const std::vector<favourite_group> &others) {
+  if (!options.chosen.empty()) {
+    std::vector<std::string> there;
+    for (const std::string &each : options.chosen) {
+      for (const std::string_view name : names_in(list.favourites, each)) {
+        there.emplace_back(name);
+      }
+    }
+    std::ranges::transform(others, std::back_inserter(there), &favourite_group::name);
+    std::erase_if(there,
+                  [&](const std::string &each) { return find_group(list.favourites, each) == list.favourites.end(); });
+    list.favourites = groups_named(list.favourites, there);
+    options.chosen.clear();
+  }
+  loss_counts unsaid;
+  choose_groups(list, options, unsaid);
+}
+
 }  // namespace chlist

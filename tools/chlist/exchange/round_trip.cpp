@@ -15,6 +15,7 @@
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/enigma2/picons.h"
+#include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/layout/weave.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
@@ -257,9 +258,11 @@ bool is_counted(const field &which) {
 
 // Returns how many favourite groups come back.
 std::size_t count_round_trip(const records_of_list &before, const std::vector<std::size_t> &places,
-                             const written_list &written, const format &to, loss_counts &lost) {
+                             const written_list &written, const format &to, const group_options &groups,
+                             loss_counts &lost) {
   loss_counts of_reading;
-  const line_up read = to.read(source_of(written.files, to.is_folder), of_reading);
+  line_up read = to.read(source_of(written.files, to.is_folder), of_reading);
+  choose_groups_again(read, groups, before.list.favourites);
   const filled_list filled = fill_list(read, of_reading);
   channel_list_st &records = *get_channel_list();
   const line_up after = line_up_of(records);
@@ -324,7 +327,8 @@ exported_list export_list(const records_of_list &list, const companion &kept, co
   made.lost = std::move(written.left_out);
   count_lacking(given.list, written, to, made.lost);
   if (written.carried.empty()) {
-    made.favourite_groups = count_round_trip(list, given.places, written, to, made.lost);
+    const group_options groups = can_be_woven(kept, to) ? kept.source.groups : group_options();
+    made.favourite_groups = count_round_trip(list, given.places, written, to, groups, made.lost);
   } else {
     count_uncarried(given.list, written, made.lost);
     made.favourite_groups = carries(written, favourites_field) ? given.list.favourites.size() : 0;

@@ -223,7 +223,7 @@ int run_scan(const scan_command_options &options) {
   if (outcome.filled.counts.services == 0) {
     throw std::runtime_error("no service was found");
   }
-  const new_list_file target(options.output, !options.leaves_no_backup);
+  const new_list_file target(options.output, !options.leaves_no_backup, "scan");
   target.write_list(outcome.beside);
   if (options.as_json) {
     json document = json_of_outcome(options, outcome);

@@ -50,8 +50,8 @@ class edited_channel_file : public edited_file {
 
   std::vector<std::string> load() override {
     std::vector<std::string> notes = load_faithfully(input_);
-    if (!beside_.trouble().empty()) {
-      notes.push_back(beside_.trouble() + "; it stays as it is");
+    if (!beside_.note().empty()) {
+      notes.push_back(beside_.note());
     }
     return notes;
   }

@@ -9,6 +9,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/group_edits.h"
 #include "chlist/exchange/layout/row_order.h"
@@ -147,13 +148,15 @@ class weaver {
     std::size_t line = 1;
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
       piece_of_line[line] = at;
-      first_text_ += pieces_[at].text;
       line += lines_in(pieces_[at].text);
     }
     loss_counts unsaid;
-    list_source source = source_of(kept_files(first_text_), false);
+    const std::vector<made_file> files = kept_files();
+    first_text_ = files.front().text;
+    list_source source = source_of(files, false);
     source.url = kept_.source.url;
     before_ = to_.read(source, unsaid);
+    choose_groups_again(before_, kept_.source.groups);
     services_of_pieces_.assign(pieces_.size(), nowhere);
     for (std::size_t place = 0; place < before_.services.size(); ++place) {
       if (const auto found = piece_of_line.find(before_.services[place].line); found != piece_of_line.end()) {
@@ -162,13 +165,10 @@ class weaver {
     }
   }
 
-  [[nodiscard]] std::vector<made_file> kept_files(std::string first) const {
-    std::vector<made_file> files = {{"", std::move(first)}};
-    for (std::size_t at = 1; at < kept_.source.files.size(); ++at) {
-      std::string &text = files.emplace_back(made_file{kept_.source.files[at].name, {}}).text;
-      for (const source_piece &each : kept_.source.files[at].pieces) {
-        text += each.text;
-      }
+  [[nodiscard]] std::vector<made_file> kept_files() const {
+    std::vector<made_file> files;
+    for (const source_file &each : kept_.source.files) {
+      files.push_back({files.empty() ? std::string() : each.name, text_of(each)});
     }
     return files;
   }
