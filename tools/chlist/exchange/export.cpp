@@ -183,7 +183,8 @@ command export_command() {
            "JSON carries "
            "every byte: importing it gives the same file again.",
            "What stands beside FILE in FILE.more.json is put back: an export to the format that FILE was imported from "
-           "is the text that was imported, and only what was edited since differs. --tuning takes symbol rates, "
+           "is the text that was imported, in its encoding, and only what was edited since differs. --tuning takes "
+           "symbol rates, "
            "modulation, streams and CA ids from OTHER, for the services that both have and for others on the same "
            "transponders.",
            "With -o - the list goes to standard output, in the format that --to names, and the report to standard "

@@ -224,7 +224,8 @@ command import_command() {
            "and a channel file has no place for is counted, and kept beside it in OUTPUT.more.json, from where an "
            "export puts it back. OUTPUT is replaced as a whole or not at all; a channel "
            "file "
-           "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
+           "that is there already is kept as OUTPUT.bak and in its history, from where `chlist undo` takes it back "
+           "(`chlist merge` brings a list up to date instead).",
            "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "
            "viewer finds them there. A list holds 20 of 40 services each; what is left out is named. --bouquets "
            "chooses, "
@@ -328,7 +329,7 @@ command import_command() {
                    .value = "ORDER"},
                   {.names = "--no-backup",
                    .target = &options->leaves_no_backup,
-                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
+                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak, nor in its history"},
                   {.names = "--all",
                    .target = &options->shows_all,
                    .about = "tell every line that is skipped and every group that is left out, not only the first ten "

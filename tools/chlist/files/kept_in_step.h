@@ -26,6 +26,8 @@ class edited_companion {
  public:
   explicit edited_companion(const std::filesystem::path &file);
 
+  [[nodiscard]] bool is_readable() const { return is_readable_; }
+
   // What there is to say of it: it cannot be read, or it is of another file. Empty when all is well, or none is there.
   [[nodiscard]] const std::string &note() const { return note_; }
 

@@ -316,7 +316,7 @@ command scan_command() {
                    .value = "LIST"},
                   {.names = "--no-backup",
                    .target = &options->leaves_no_backup,
-                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
+                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak, nor in its history"},
                   {.names = "--all",
                    .target = &options->shows_all,
                    .about = "tell everything that is missing or left out, not only the first ten of each kind"},
