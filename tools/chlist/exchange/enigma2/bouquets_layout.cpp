@@ -259,11 +259,11 @@ class bouquet_weaver {
     bring_into_order(row, &bouquet_line_of_row::key, order, [&](std::size_t place) {
       return bouquet_line_of_row{fmt::format("#SERVICE {}{}", lines_.line_of(place), end_of_lines(row)), place};
     });
-    number(row);
+    put_numbers(row);
   }
 
   // Hidden markers in front of a service make up for what is missing to its number.
-  void number(bouquet_row &row) const {
+  void put_numbers(bouquet_row &row) const {
     int next = 1;
     auto behind_last = row.begin();
     for (auto at = row.begin(); at != row.end(); ++at) {
