@@ -20,6 +20,7 @@
 #include "chlist/files/byte_delta.h"
 #include "chlist/files/companion.h"
 #include "chlist/files/file_bytes.h"
+#include "chlist/files/fingerprint.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 #include "chlist/json/json.h"
@@ -40,15 +41,6 @@ fs::path real_path(const fs::path &file) { return fs::weakly_canonical(fs::absol
 std::string text_of_file(const fs::path &path) {
   const std::vector<std::byte> bytes = bytes_of_file(path);
   return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
-}
-
-// FNV-1a. It tells damage and other files, not intent.
-std::string sum_of(std::string_view bytes) {
-  std::uint64_t sum = 0xCBF29CE484222325;
-  for (const char c : bytes) {
-    sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001B3;
-  }
-  return fmt::format("{:016x}", sum);
 }
 
 std::string utc_text(std::time_t seconds) {
@@ -151,7 +143,7 @@ void history::read(std::string_view text) {
   }
   const json about = json::parse(text.substr(first_line.size(), end_of_line - first_line.size()));
   text.remove_prefix(end_of_line + 1);
-  if (about["sum"].as_string() != sum_of(text)) {
+  if (about["sum"].as_string() != fingerprint_of(text)) {
     refuse();
   }
   for (const json &each : about["states"].elements()) {
@@ -191,7 +183,7 @@ void history::write() const {
                       {"what", each.about.what},
                       {"files", std::move(files)}});
   }
-  const json about = {{"place", place_}, {"sum", sum_of(contents)}, {"states", std::move(states)}};
+  const json about = {{"place", place_}, {"sum", fingerprint_of(contents)}, {"states", std::move(states)}};
   replacement file(history_of(file_));
   file.take_after(look_at_file(file_));
   file.write(first_line);
@@ -205,7 +197,7 @@ bool history::is_in(std::size_t index, const file_contents &now) const {
   return files.size() == now.size() && std::ranges::all_of(files, [&now](const auto &kept) {
            const auto found = now.find(kept.first);
            return found != now.end() && found->second.size() == kept.second.size &&
-                  sum_of(found->second) == kept.second.sum;
+                  fingerprint_of(found->second) == kept.second.sum;
          });
 }
 
@@ -226,7 +218,7 @@ bool history::find_place(const file_contents &now) {
 history::kept_state history::whole(state about, const file_contents &contents) {
   kept_state made = {std::move(about), {}};
   for (const auto &[name, content] : contents) {
-    made.files[name] = {content, true, content.size(), sum_of(content)};
+    made.files[name] = {content, true, content.size(), fingerprint_of(content)};
   }
   return made;
 }
@@ -235,7 +227,7 @@ history::kept_file history::delta_from(const file_contents &next, const std::str
   const auto found = next.find(name);
   std::string delta = found != next.end() ? delta_between(found->second, bytes) : bytes;
   const bool is_whole = found == next.end() || delta.size() >= bytes.size();
-  return {is_whole ? bytes : std::move(delta), is_whole, bytes.size(), sum_of(bytes)};
+  return {is_whole ? bytes : std::move(delta), is_whole, bytes.size(), fingerprint_of(bytes)};
 }
 
 void history::append(const file_contents &contents, std::string when, std::vector<std::string> what) {
@@ -280,7 +272,7 @@ file_contents history::contents_of(std::size_t index) const {
       if (!file.is_whole) {
         content = file.size <= bounds_.bytes ? apply_delta(next[name], file.bytes, file.size) : std::nullopt;
       }
-      if (!content || content->size() != file.size || sum_of(*content) != file.sum) {
+      if (!content || content->size() != file.size || fingerprint_of(*content) != file.sum) {
         refuse();
       }
       made[name] = std::move(*content);
