@@ -49,7 +49,7 @@ class edited_channel_file : public edited_file {
       : path_(std::move(path)), input_(read_to_edit(path_)), beside_(path_), first_beside_(beside_.kept()) {}
 
   std::vector<std::string> load() override {
-    std::vector<std::string> notes = load_faithfully(input_);
+    std::vector<std::string> notes = load_what_can_be_read();
     if (!beside_.trouble().empty()) {
       notes.push_back(beside_.trouble() + "; it stays as it is");
     }
@@ -72,13 +72,26 @@ class edited_channel_file : public edited_file {
     save_edited_list(path_, path_, false, {beside_.to_write(path_, std::move(beside)), edits.lines});
     input_ = read_to_edit(path_);
     beside_ = edited_companion(path_);
+    damage_.clear();
   }
 
+  [[nodiscard]] std::string damage() const override { return damage_; }
+
  private:
+  std::vector<std::string> load_what_can_be_read() {
+    try {
+      return load_faithfully(input_);
+    } catch (const std::runtime_error &error) {
+      damage_ = error.what();
+      return {};
+    }
+  }
+
   fs::path path_;
   channel_file input_;
   edited_companion beside_;  // as it stands on the disk
   companion first_beside_;   // as it was before all changes
+  std::string damage_;
 };
 
 // Every file of a folder, or the one.
