@@ -6,24 +6,17 @@ usage: browser_test.py CHLIST [unittest's arguments]    exit code 77 when there 
 
 import pathlib
 import subprocess
-import sys
-import tempfile
-import unittest
 
-import browser
+import page_host
 import sample_lists
-
-NO_BROWSER = 77
-CHLIST = sys.argv[1] if len(sys.argv) > 1 else ""
+from page_host import CHLIST, OVERFLOW, TEXT
 
 SHOWN = "return [...document.querySelectorAll('#rows tr[aria-rowindex]')]"
 NAMES = SHOWN + ".map(row => row.querySelector('td.name').textContent)"
 CELLS = SHOWN + ".map(row => row.querySelector('td.' + arguments[0])?.textContent)"
 ROWS = "return Number(document.getElementById('table').getAttribute('aria-rowcount')) - 1"
-TEXT = "return document.querySelector(arguments[0]).textContent"
 ATTRIBUTE = "return document.querySelector(arguments[0]).getAttribute(arguments[1])"
 IS_HIDDEN = "return document.querySelector(arguments[0]).hidden"
-OVERFLOW = "return document.documentElement.scrollWidth - document.documentElement.clientWidth"
 
 # The contrast of every text that is shown with what is behind it, as far as it is below the one that is wanted.
 LOW_CONTRAST = """
@@ -68,17 +61,14 @@ shown = None   # the browser
 
 def setUpModule():
     global folder, shown
-    folder = tempfile.TemporaryDirectory(prefix="chlist-page-")
-    unittest.addModuleCleanup(folder.cleanup)
-    shown = browser.Browser(f"{folder.name}/profile")
-    unittest.addModuleCleanup(shown.close)
+    folder, shown = page_host.open_browser()
 
 
-class Page(unittest.TestCase):
+class Page(page_host.PageTest):
     """Opens a page before each test; after it, nothing was complained of or asked for."""
 
     def page(self, name):
-        source, page = (pathlib.Path(folder.name, name + end) for end in (".dat", ".html"))
+        source, page = (pathlib.Path(folder, name + end) for end in (".dat", ".html"))
         if not page.exists():
             source.write_bytes(sample_lists.LISTS[name]())
             done = subprocess.run([CHLIST, "report", source, "-o", page], stdout=subprocess.DEVNULL)
@@ -336,8 +326,4 @@ class Texts(Page):
 
 
 if __name__ == "__main__":
-    missing = browser.missing_programs()
-    if missing:
-        print(f"skipped, not installed: {', '.join(missing)}")
-        sys.exit(NO_BROWSER)
-    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
+    page_host.run_tests()

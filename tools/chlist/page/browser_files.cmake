@@ -10,5 +10,5 @@ set(editor_files
   serve/browser/editor.html
   page/browser/page.css serve/browser/editor.css serve/browser/rows.css serve/browser/dialogs.css
   ${shared_files} serve/browser/server.js serve/browser/arranged.js serve/browser/pane.js serve/browser/search.js
-  serve/browser/edits.js serve/browser/drag.js serve/browser/dialogs.js serve/browser/changes.js
+  serve/browser/edits.js serve/browser/drag.js serve/browser/dialogs.js serve/browser/changes.js serve/browser/forms.js
   serve/browser/editor.js)

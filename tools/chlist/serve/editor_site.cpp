@@ -126,6 +126,7 @@ json json_of_outcome(const step_outcome &outcome) {
   return {{"notes", outcome.notes},
           {"tables", outcome.tables},
           {"chosen", outcome.chosen ? json(*outcome.chosen) : json()},
+          {"is_changed", !outcome.changes.empty()},
           {"changes", shown_changes(outcome.changes)}};
 }
 
