@@ -13,8 +13,6 @@ import page_host
 import sample_lists
 from page_host import CHLIST, OVERFLOW, TEXT
 
-PATIENCE = 10  # seconds
-
 NAMES = """return [...document.querySelectorAll('#' + arguments[0] + ' .row')]
   .map((row) => row.querySelector('.name').textContent)"""
 
@@ -67,12 +65,6 @@ class Page(page_host.PageTest):
         shown.run("server.state.is_saved = true")
         shown.visit("about:blank")
         self.editor.end()
-
-    def wait_for(self, condition, *arguments):
-        end = time.monotonic() + PATIENCE
-        while not shown.run(condition, *arguments):
-            self.assertLess(time.monotonic(), end, condition)
-            time.sleep(0.02)
 
     def settle(self):
         """Until every call is answered."""
@@ -627,10 +619,10 @@ class Looks(Page):
             shown.run("arranged.choose(5); changes.open(true); edits.left.selected.add(edits.left.rows[1].key);"
                       "edits.left.render()")
             self.settle()
-            self.expect_open_to_everybody(shown, (scheme, width))
+            self.expect_open_to_everybody((scheme, width))
             shown.run("changes.open(false); forms.open('order')")
             self.wait_for("return document.getElementById('dialog').open")
-            self.expect_open_to_everybody(shown, (scheme, width, "a form"))
+            self.expect_open_to_everybody((scheme, width, "a form"))
             shown.run("document.getElementById('dialog').close()")
 
 

@@ -6,11 +6,13 @@ import pathlib
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 import browser
 
 NO_BROWSER = 77
+PATIENCE = 10  # seconds
 CHLIST = sys.argv[1] if len(sys.argv) > 1 else ""
 AXE = "axe-core@4.10.2"
 RULES = ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"]
@@ -53,14 +55,26 @@ def axe_core():
 
 
 class PageTest(unittest.TestCase):
-    def expect_open_to_everybody(self, shown, situation):
+    """shown: the browser, of the module that the test stands in."""
+
+    @property
+    def shown(self):
+        return sys.modules[type(self).__module__].shown
+
+    def wait_for(self, condition, *arguments):
+        end = time.monotonic() + PATIENCE
+        while not self.shown.run(condition, *arguments):
+            self.assertLess(time.monotonic(), end, condition)
+            time.sleep(0.02)
+
+    def expect_open_to_everybody(self, situation):
         """Nothing in the page, as it is shown now, keeps anybody out."""
         source = axe_core()
         if source is None:
             self.skipTest(f"there is no {AXE}")
-        if not shown.run("return 'axe' in window"):
-            shown.run(f"{source}; window.axe = axe")
-        found = shown.run_until_done(f"""const done = arguments[0];
+        if not self.shown.run("return 'axe' in window"):
+            self.shown.run(f"{source}; window.axe = axe")
+        found = self.shown.run_until_done(f"""const done = arguments[0];
           axe.run(document, {{ runOnly: {RULES}, resultTypes: ['violations'] }})
             .then(({{ violations }}) => done(violations.map(({{ id, nodes }}) =>
               `${{id}}: ${{nodes.map(({{ html }}) => html).slice(0, 3).join(' | ')}}`)))""")

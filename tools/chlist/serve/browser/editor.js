@@ -1,6 +1,5 @@
 // Puts the parts together.
 
-const collator = new Intl.Collator('en', { numeric: true, sensitivity: 'base' });
 const lookEvery = 3000;  // milliseconds
 
 // What rows are known by, also when the list changes: their identity, and how often it came before.
