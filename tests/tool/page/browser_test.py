@@ -99,6 +99,10 @@ class Page(page_host.PageTest):
     def run_in_page(self, script, *arguments):
         return shown.run(script, *arguments)
 
+    def frame(self):
+        """Until the page is drawn as it is now."""
+        shown.run_until_done("const done = arguments[0]; requestAnimationFrame(() => requestAnimationFrame(() => done()))")
+
     def names(self):
         return self.run_in_page(NAMES)
 
@@ -343,8 +347,8 @@ class Elsewhere(Page):
 
 class Plans(Page):
     def scroll_to_plan(self):
-        shown.run_until_done("const done = arguments[0]; document.getElementById('plan').scrollIntoView();"
-                             "requestAnimationFrame(() => requestAnimationFrame(() => done()))")
+        self.run_in_page("document.getElementById('plan').scrollIntoView()")
+        self.frame()
 
     def test_share_one_axis_and_one_scale(self):
         marks = self.run_in_page("""return shownPlans.flatMap((plan) => plan.members.map((each, i) =>
@@ -431,9 +435,10 @@ class Findings(Page):
 class Looks(Page):
     def test_no_width_makes_the_page_scroll_sideways(self):
         for name in ("rich", "hostile", "empty"):
+            self.open(name)
             for width in (320, 360, 414, 768, 1024, 1920):
                 shown.resize(width, 740, is_mobile=width < 500)
-                self.open(name)
+                self.frame()
                 self.assertLessEqual(self.run_in_page(OVERFLOW), 0, (name, width))
 
     def test_dark_is_dark(self):

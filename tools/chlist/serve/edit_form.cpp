@@ -45,8 +45,13 @@ json json_of_option(const option &asked, const edit_row &row) {
   for (const std::string &word : asked.choices) {
     choices.push_back(json::array({word, meaning_of(word, row)}));
   }
-  return {{"name", asked.each_name().back()}, {"kind", kind_of(asked)},        {"about", asked.about},
-          {"value", value_of(asked)},         {"choices", std::move(choices)}, {"is_argument", asked.is_argument()},
+  return {{"name", asked.each_name().back()},
+          {"kind", kind_of(asked)},
+          {"stands_for", asked.is_argument() ? asked.names : asked.value_name()},
+          {"about", asked.about},
+          {"value", value_of(asked)},
+          {"choices", std::move(choices)},
+          {"is_argument", asked.is_argument()},
           {"is_required", asked.is_required}};
 }
 

@@ -146,9 +146,9 @@ class edited_foreign_list : public edited_file {
     std::ranges::transform(filled.skipped, std::back_inserter(notes), [](const skipped_line &line) {
       return fmt::format("line {} stays as it is: {}", line.line, line.reason);
     });
-    const exported_list again = written({});
-    for (const loss_counts::row &lost : again.lost.rows()) {
-      notes.push_back(fmt::format("not written again, {}: {}", lost.what, lost.count));
+    add_losses(written({}).lost, notes);
+    if (format_.layout == nullptr) {
+      add_losses(lost_in_reading_, notes);
     }
     return notes;
   }
@@ -169,11 +169,17 @@ class edited_foreign_list : public edited_file {
   }
 
  private:
+  static void add_losses(const loss_counts &lost, std::vector<std::string> &notes) {
+    for (const loss_counts::row &row : lost.rows()) {
+      notes.push_back(fmt::format("not written again, {}: {}", row.what, row.count));
+    }
+  }
+
   filled_list fill() {
-    loss_counts lost;
     read_files files;
-    line_up list = reading(source_, [&] { return format_.read(recorded(source_, files), lost); });
+    line_up list = reading(source_, [&] { return format_.read(recorded(source_, files), lost_in_reading_); });
     const std::vector<line_up_service> services_read = list.services;
+    loss_counts lost;
     take_transponders(list, nullptr, lost);
     choose_groups(list, {}, lost);
     filled_list filled = fill_list(list, lost);
@@ -206,6 +212,7 @@ class edited_foreign_list : public edited_file {
   std::map<fs::path, file_stamp> stamps_;
   list_source source_;
   const format &format_;
+  loss_counts lost_in_reading_;
   companion first_beside_;  // as it was before all changes
 };
 

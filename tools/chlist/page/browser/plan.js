@@ -281,8 +281,8 @@ function drawPlans(shown) {
 function showPlans(onChoose) {
   const shown = plans.map((each) => new Plan(each, onChoose));
   find('plan-count').textContent = shown.length === 0 ? 'The list holds none.'
-    : `${grouped.format(transponders.length)} of ${counted(shown.length, 'source')}, at most `
-      + `${counted(mostServices, 'service')} on one`;
+    : `${grouped.format(transponders.length)} on ${counted(shown.length, 'source')}, at most `
+      + `${counted(mostServices, 'service')} each`;
   if (shown.length === 0) {
     return shown;
   }

@@ -47,7 +47,8 @@ const dialogs = {
     if (!box.open) {
       box.showModal();
     }
-    (find('dialog-body').querySelector('input, select, button') ?? close).focus();
+    (find('dialog-body').querySelector('input, select, button, [tabindex]') ?? close).focus();
+    box.scrollTop = 0;
   },
 
   async finish(onDone) {

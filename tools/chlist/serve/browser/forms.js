@@ -25,11 +25,14 @@ async function sent(file) {
 
 const sentence = (text) => text.charAt(0).toUpperCase() + text.slice(1);
 
+// What is told of an option goes on from its name: "Prefer: what stays, words with commas between them".
+const question = ({ name, about }) => sentence(`${name.replace(/^-+/, '').replaceAll('-', ' ')}: ${about}`);
+
 // What each kind of option is asked by, and the value that the form's fields have for it.
 const askedBy = {
   file: {
-    field: ({ name, about }, { path = '', isTyped = false }) => make('fieldset', { class: 'file-field' },
-      make('legend', {}, sentence(about)),
+    field: ({ name, about, stands_for: word }, { path = '', isTyped = false }) => make('fieldset',
+      { class: 'file-field' }, make('legend', {}, `${word}: ${about}`),
       make('input', { type: 'file', name: `${name} chosen`, 'aria-label': 'A file of this machine' }),
       dialogs.field('or its path', name, { value: path, autocomplete: 'off', spellcheck: 'false' }),
       isTyped ? make('label', { class: 'field' }, make('span', {}, 'or its text'),
@@ -46,14 +49,14 @@ const askedBy = {
     value: (name, fields) => fields[name].checked,
   },
   choice: {
-    field: ({ name, about, choices, value }) => make('label', { class: 'field' }, make('span', {}, sentence(about)),
-      make('select', { name }, ...choices.map(([word, meaning]) =>
+    field: ({ name, choices, value, ...more }) => make('label', { class: 'field' },
+      make('span', {}, question({ name, ...more })), make('select', { name }, ...choices.map(([word, meaning]) =>
         make('option', { value: word, selected: word === value }, meaning ? `${word}: ${meaning}` : word)))),
     value: (name, fields) => fields[name].value,
   },
   text: {
-    field: ({ name, about, value }) => dialogs.field(sentence(about), name, { value, autocomplete: 'off',
-                                                                              spellcheck: 'false' }),
+    field: (option) => dialogs.field(question(option), option.name, { value: option.value, autocomplete: 'off',
+                                                                      spellcheck: 'false' }),
     value: (name, fields) => fields[name].value,
   },
 };
