@@ -224,8 +224,9 @@ void edit_journal::add(const edit_step &step) {
     fs::create_directory(folder());
     write_text_file(path_of_made(fingerprint_of(step.image)), step.image);
   }
+  const std::string text = text_of(step);
   const std::size_t before = size_;
-  write_at_end(text_of(step));
+  write_at_end(text);
   starts_.push_back(before);
 }
 
