@@ -86,8 +86,8 @@ void ask(chlist::editor_site &site, const chlist::http_request &request) {
 
 // Edits that read files by name, and regular expressions, which are the C++ library's, are left out.
 bool is_ours(std::string_view line) {
-  return line.find("order") == std::string_view::npos && line.find("plan") == std::string_view::npos &&
-         line.find('~') == std::string_view::npos && !line.starts_with("Psave");
+  const auto has = [line](std::string_view word) { return line.find(word) != std::string_view::npos; };
+  return !has("order") && !has("plan") && !has("merge") && !has("salvage") && !has("~") && !line.starts_with("Psave");
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 
 #include "chlist/text/shown.h"
 
-
 namespace chlist {
 namespace {
 

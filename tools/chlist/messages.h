@@ -23,17 +23,28 @@ void print_message(std::string_view text);
 //   "chlist: merge: list.dat: dropped, resolves to no service: the USER view, position 1: ..."
 //   "chlist: merge: list.dat: and 2 more: dropped, resolves to no service (--all)"
 template <class Record>
-void print_messages(const std::filesystem::path &file, std::string_view kind, const std::vector<Record> &records,
-                    bool shows_all, const std::function<std::string(const Record &)> &text_of) {
-  first_of_a_kind printed(shows_all);
+std::vector<std::string> messages_of(const std::filesystem::path &file, std::string_view kind,
+                                     const std::vector<Record> &records, bool shows_all,
+                                     const std::function<std::string(const Record &)> &text_of) {
+  std::vector<std::string> messages;
+  first_of_a_kind told(shows_all);
   const std::string beginning = file.string() + ": ";
   for (const Record &record : records) {
-    if (printed.takes(std::string(kind))) {
-      print_message(beginning + text_of(record));
+    if (told.takes(std::string(kind))) {
+      messages.push_back(beginning + text_of(record));
     }
   }
-  for (const auto &[of_kind, count] : printed.left_out()) {
-    print_message(beginning + "and " + std::to_string(count) + " more: " + of_kind + " (--all)");
+  for (const auto &[of_kind, count] : told.left_out()) {
+    messages.push_back(beginning + "and " + std::to_string(count) + " more: " + of_kind + " (--all)");
+  }
+  return messages;
+}
+
+template <class Record>
+void print_messages(const std::filesystem::path &file, std::string_view kind, const std::vector<Record> &records,
+                    bool shows_all, const std::function<std::string(const Record &)> &text_of) {
+  for (const std::string &message : messages_of(file, kind, records, shows_all, text_of)) {
+    print_message(message);
   }
 }
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <new>
 
 #include "chlist/fields/values.h"
 #include "chlist/pager.h"
@@ -90,6 +92,20 @@ void print_json(const json &report) {
   json document = {{"schema", schema}};
   document.put(report);
   fmt::print("{}\n", document.dump(2));
+}
+
+std::string text_of_report(const std::function<void(std::FILE *to)> &print) {
+  char *text = nullptr;
+  std::size_t size = 0;
+  std::FILE *to = ::open_memstream(&text, &size);
+  if (to == nullptr) {
+    throw std::bad_alloc();
+  }
+  print(to);
+  std::fclose(to);
+  std::string printed(text, size);
+  std::free(text);
+  return printed;
 }
 
 void print_report(const std::function<void()> &print) {

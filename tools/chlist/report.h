@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -48,6 +49,9 @@ void print_json(const json &report);
 struct report_lost : std::system_error {
   using std::system_error::system_error;
 };
+
+// What a report prints, as text: plain, as files get it.
+std::string text_of_report(const std::function<void(std::FILE *to)> &print);
 
 // Prints a report on standard output, and throws report_lost when something of it did not come through.
 void print_report(const std::function<void()> &print);

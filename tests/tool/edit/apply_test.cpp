@@ -182,4 +182,35 @@ TEST(EditLine, QuotesWordsSoThatTheyAreReadAgain) {
   EXPECT_EQ(line_of_words({"rename", "News", "News 24"}), "rename News \"News 24\"");
 }
 
+TEST_F(Apply, MergesAScanAmongOtherLines) {
+  channel_file scan;
+  scan.service(edit_test::news)
+      .service({.service_id = 7, .name = "Nature"})
+      .service(edit_test::music)
+      .service(edit_test::sport);
+  write_file(path("scan.dat"), scan.data);
+  write_file(path("steps"), "lock Sport\nmerge scan.dat\nrename Nature Wild\n");
+
+  const program_result result = run({"apply", "list.dat", "steps", "--yes"});
+
+  EXPECT_EQ(result.exit_code, 1) << result.err;
+  EXPECT_NE(result.out.find("scan.dat: 1 service added, 1 deleted, 3 kept"), std::string::npos) << result.out;
+  EXPECT_EQ(result.err,
+            message({"apply"}, "list.dat: steps:2: the list: dropped, resolves to no service: the ALL view, position "
+                               "5: number 50 (net 1, network 1, ts 100, 11000000 H, service 99)"));
+  EXPECT_NE(run({"list", "list.dat"}).out.find("Wild"), std::string::npos);
+}
+
+TEST_F(Apply, TakesWhatIsLeftOfADamagedFile) {
+  write_file(path("damaged.dat"), before.data.substr(0, before.data.size() - 100));
+  write_file(path("steps"), "salvage damaged.dat\n");
+
+  const program_result result = run({"apply", "list.dat", "steps", "--yes"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, message({"apply"}, "list.dat: steps:1: damaged.dat: something of it is lost, or in doubt"));
+  EXPECT_NE(result.out.find("the list: 3 services"), std::string::npos) << result.out;
+  EXPECT_EQ(run({"check", "list.dat"}).exit_code, 0);
+}
+
 }  // namespace

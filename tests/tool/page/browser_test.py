@@ -4,26 +4,24 @@ anything.
 usage: browser_test.py CHLIST [unittest's arguments]    exit code 77 when there is no browser
 """
 
+import base64
+import csv
+import io
 import pathlib
+import re
 import subprocess
-import sys
-import tempfile
-import unittest
+import time
 
-import browser
+import page_host
 import sample_lists
-
-NO_BROWSER = 77
-CHLIST = sys.argv[1] if len(sys.argv) > 1 else ""
+from page_host import CHLIST, OVERFLOW, TEXT
 
 SHOWN = "return [...document.querySelectorAll('#rows tr[aria-rowindex]')]"
 NAMES = SHOWN + ".map(row => row.querySelector('td.name').textContent)"
 CELLS = SHOWN + ".map(row => row.querySelector('td.' + arguments[0])?.textContent)"
 ROWS = "return Number(document.getElementById('table').getAttribute('aria-rowcount')) - 1"
-TEXT = "return document.querySelector(arguments[0]).textContent"
 ATTRIBUTE = "return document.querySelector(arguments[0]).getAttribute(arguments[1])"
 IS_HIDDEN = "return document.querySelector(arguments[0]).hidden"
-OVERFLOW = "return document.documentElement.scrollWidth - document.documentElement.clientWidth"
 
 # The contrast of every text that is shown with what is behind it, as far as it is below the one that is wanted.
 LOW_CONTRAST = """
@@ -68,17 +66,14 @@ shown = None   # the browser
 
 def setUpModule():
     global folder, shown
-    folder = tempfile.TemporaryDirectory(prefix="chlist-page-")
-    unittest.addModuleCleanup(folder.cleanup)
-    shown = browser.Browser(f"{folder.name}/profile")
-    unittest.addModuleCleanup(shown.close)
+    folder, shown = page_host.open_browser()
 
 
-class Page(unittest.TestCase):
+class Page(page_host.PageTest):
     """Opens a page before each test; after it, nothing was complained of or asked for."""
 
     def page(self, name):
-        source, page = (pathlib.Path(folder.name, name + end) for end in (".dat", ".html"))
+        source, page = (pathlib.Path(folder, name + end) for end in (".dat", ".html"))
         if not page.exists():
             source.write_bytes(sample_lists.LISTS[name]())
             done = subprocess.run([CHLIST, "report", source, "-o", page], stdout=subprocess.DEVNULL)
@@ -104,6 +99,10 @@ class Page(unittest.TestCase):
     def run_in_page(self, script, *arguments):
         return shown.run(script, *arguments)
 
+    def frame(self):
+        """Until the page is drawn as it is now."""
+        shown.run_until_done("const done = arguments[0]; requestAnimationFrame(() => requestAnimationFrame(() => done()))")
+
     def names(self):
         return self.run_in_page(NAMES)
 
@@ -119,7 +118,7 @@ class Page(unittest.TestCase):
 
     def tab(self, title):
         self.run_in_page("[...document.querySelectorAll('[role=tab]')].find(tab => "
-                         "tab.firstChild.textContent === arguments[0]).click()", title)
+                         "tab.firstChild.data === arguments[0]).click()", title)
 
 
 class Tables(Page):
@@ -182,15 +181,40 @@ class Tables(Page):
         self.assertEqual(free + self.rows(), every)
 
     def test_tabs_show_the_views(self):
-        titles = self.run_in_page("return [...document.querySelectorAll('[role=tab] bdi')].map(e => e.textContent)")
-        self.assertEqual(titles, ["ALL", "TV", "Radio", "USER", "Promotion", "Family", "Films", "Sport & live",
-                                  "Kitchen radio", "In no view"])
+        titles = self.run_in_page("return [...document.querySelectorAll('[role=tab]')].map(e => e.textContent)")
+        self.assertEqual(titles, ["ALL 760", "TV 603", "Radio 158", "USER 28", "Promotion 2", "In no view 1"])
         self.tab("Radio")
         self.assertEqual(set(self.cells("type")), {"Radio"})
         self.tab("In no view")
         self.assertEqual(self.names(), ["In no view at all"])
         self.tab("Promotion")
         self.assertEqual(self.cells("marks"), ["no service", "no service"])
+
+    def test_favourite_groups_are_chosen_beside_the_tabs(self):
+        groups = self.run_in_page("return [...document.getElementById('group').options].map(e => e.textContent)")
+        self.assertEqual(groups, ["★ Favourites", "★ Family (17)", "★ Films (13)", "★ Sport & live (18)",
+                                  "★ Kitchen radio (15)"])
+        self.choose("#group", self.run_in_page("return document.getElementById('group').options[4].value"))
+        self.assertEqual(self.rows(), 15)
+        self.assertEqual(self.run_in_page("return document.querySelectorAll('[aria-selected=true]').length"), 0)
+        self.tab("TV")
+        self.assertEqual(self.run_in_page("return document.getElementById('group').value"), "")
+
+    def test_choices_tell_how_many_they_would_show(self):
+        def texts(name):
+            return self.run_in_page("return [...document.getElementById(`filter-${arguments[0]}`).options]"
+                                    ".slice(1).map(each => each.textContent)", name)
+        self.assertEqual(texts("type"), ["TV (602)", "Radio (158)"])
+        self.assertEqual(len(texts("network")), 3)
+        self.choose("#filter-network", "=Cable City")
+        shown_there = self.rows()
+        self.assertIn(f"Cable City ({shown_there})", texts("network"))
+        self.assertEqual(set(self.cells("network")), {"Cable City"})
+        tv, radio = (int(text.split("(")[1][:-1]) for text in texts("type"))
+        self.assertEqual(tv + radio, shown_there)
+        self.choose("#filter-type", "2")
+        self.assertEqual(self.rows(), radio)
+        self.assertEqual(texts("type")[0], f"TV ({tv})")
 
     def test_tabs_move_with_the_arrows(self):
         shown.click("#tab-0")
@@ -199,7 +223,7 @@ class Tables(Page):
         self.assertEqual(self.run_in_page("return document.activeElement.id"), "tab-2")
         self.assertEqual(self.run_in_page(ATTRIBUTE, "#tab-2", "aria-selected"), "true")
         shown.press("left", "left", "left")
-        self.assertEqual(self.run_in_page("return document.activeElement.id"), "tab-9")
+        self.assertEqual(self.run_in_page("return document.activeElement.textContent"), "In no view 1")
 
     def test_rows_are_reached_and_opened_by_keys(self):
         self.run_in_page("document.getElementById('table').focus()")
@@ -231,7 +255,117 @@ class Tables(Page):
         self.assertEqual(self.cells("service")[-1], "5000")
 
 
+class Details(Page):
+    def test_are_grouped_and_leave_out_what_nobody_set(self):
+        self.run_in_page("table.open(1)")
+        topics = self.run_in_page("return [...document.querySelectorAll('#details-topics h3')].map(e => e.textContent)")
+        self.assertEqual(topics, ["Service", "Shown as", "Identity", "Streams"])
+        fields = self.run_in_page("return [...document.querySelectorAll('#details-topics div')]"
+                                  ".map(e => [...e.children].map(each => each.textContent))")
+        self.assertIn(["ALL", "2"], fields)
+        self.assertNotIn("Country", [name for name, _ in fields])
+        self.assertEqual([value for _, value in fields if value in ("", "none", "not set", "no")], [])
+
+    def test_tell_the_identity_as_edits_name_it(self):
+        self.run_in_page("table.open(1)")
+        self.assertRegex(self.run_in_page(TEXT, "#details-identity"), r"^1:158:1000:10720000H:\d+$")
+
+
+class Links(Page):
+    def reopen(self):
+        address = self.run_in_page("return location.href")
+        shown.visit("about:blank")
+        shown.visit(address)
+
+    def test_lead_to_a_view_its_filters_and_its_order(self):
+        self.tab("TV")
+        shown.type("#search", "sport")
+        self.choose("#filter-access", "free")
+        shown.click("#filter-skipped")
+        shown.click("th[data-key=name] button")
+        names = self.names()
+        self.assertLess(0, len(names))
+
+        self.reopen()
+
+        self.assertEqual(self.names(), names)
+        self.assertEqual(self.run_in_page(ATTRIBUTE, "th[data-key=name]", "aria-sort"), "ascending")
+        self.assertEqual(self.run_in_page("return document.getElementById('search').value"), "sport")
+
+    def test_lead_to_a_service(self):
+        self.tab("Radio")
+        self.run_in_page("table.open(40)")
+        name = self.run_in_page(TEXT, "#details-name")
+
+        self.reopen()
+
+        self.assertTrue(self.run_in_page("return document.getElementById('details').open"))
+        self.assertEqual(self.run_in_page(TEXT, "#details-name"), name)
+        shown.press("escape")
+        self.assertNotIn("open", self.run_in_page("return location.hash"))
+
+    def test_that_name_nothing_show_the_list(self):
+        shown.visit(f"file://{self.page('rich')}#view=nothing&transponder=x&sort=&row=-1&search=%E0%A4%A")
+        self.assertEqual(self.run_in_page(ATTRIBUTE, "#tab-0", "aria-selected"), "true")
+
+
+class Elsewhere(Page):
+    """What is shown, taken to other programs and onto paper."""
+
+    def test_rows_are_a_file_of_comma_separated_values(self):
+        self.open("hostile")
+        lines = list(csv.reader(io.StringIO(self.run_in_page("return commaSeparated(shownLines())"), newline="")))
+        self.assertEqual(lines[0][:4], ["No.", "Name", "Type", "Provider"])
+        self.assertEqual(lines[1][1], sample_lists.HOSTILE[0])
+        self.assertEqual({len(line) for line in lines}, {len(lines[0])})
+
+    def test_only_what_is_shown_is_taken(self):
+        shown.type("#search", "quarz")
+        lines = self.run_in_page("return shownLines()")
+        self.assertEqual(len(lines) - 1, self.rows())
+        shown.devtools("Browser.grantPermissions", permissions=["clipboardReadWrite", "clipboardSanitizedWrite"])
+        shown.click("#copy")
+        self.wait_for("return document.getElementById('live').textContent === 'Copied'")
+
+    def test_five_thousand_rows_are_printed_within_seconds(self):
+        self.open("full")
+        before = time.monotonic()
+        printed = base64.b64decode(shown.devtools("Page.printToPDF")["data"])
+        self.assertLess(time.monotonic() - before, 20)
+        pages = len(re.findall(rb"/Type\s*/Page\b", printed))
+        self.assertTrue(40 < pages < 150, pages)
+
+    def test_the_printed_table_fits_the_paper(self):
+        self.run_in_page("paper.fill()")
+        shown.devtools("Emulation.setEmulatedMedia", media="print")
+        self.addCleanup(shown.devtools, "Emulation.setEmulatedMedia", media="")
+        shown.resize(720, 1000)
+        self.assertLessEqual(self.run_in_page(OVERFLOW), 0)
+        self.assertEqual(self.run_in_page("return document.querySelectorAll('#paper tbody tr').length"), 760)
+        self.assertEqual(self.run_in_page("return document.querySelector('main').checkVisibility()"), False)
+
+
 class Plans(Page):
+    def scroll_to_plan(self):
+        self.run_in_page("document.getElementById('plan').scrollIntoView()")
+        self.frame()
+
+    def test_share_one_axis_and_one_scale(self):
+        marks = self.run_in_page("""return shownPlans.flatMap((plan) => plan.members.map((each, i) =>
+          [each.frequency, plan.marks[i].x.baseVal.value + plan.thickness / 2, each.services.length,
+           plan.marks[i].height.baseVal.value]))""")
+        heights = {}
+        for _, _, count, height in marks:
+            heights.setdefault(count, set()).add(round(height, 3))
+        self.assertEqual({len(values) for values in heights.values()}, {1})
+        in_order = [place for _, place, _, _ in sorted(marks)]
+        self.assertEqual(in_order, sorted(in_order))
+        self.assertEqual(self.run_in_page("return document.querySelectorAll('#axis svg').length"), 1)
+
+    def test_tell_how_many_services_each_source_has(self):
+        captions = self.run_in_page("return [...document.querySelectorAll('.plan .hint')].map(e => e.textContent)")
+        self.assertEqual(sum(int(caption.split()[2]) for caption in captions), 761)
+
     def test_every_source_has_its_lanes(self):
         lanes = self.run_in_page("return [...document.querySelectorAll('.plan')].map(plan => "
                                  "[...plan.querySelectorAll('.lane')].map(lane => lane.textContent).join(''))")
@@ -240,6 +374,7 @@ class Plans(Page):
 
     def test_pointing_at_a_transponder_shows_its_services(self):
         self.assertTrue(self.run_in_page(IS_HIDDEN, "#tip"))
+        self.scroll_to_plan()
 
         shown.point(".mark:nth-of-type(3)")
 
@@ -279,6 +414,18 @@ class Findings(Page):
         shown.click("summary")
         self.assertIn("In no view at all", self.run_in_page(TEXT, "#health-topics"))
 
+    def test_lead_to_their_rows(self):
+        self.choose("#filter-type", "2")
+        shown.click("#health-badges")
+        for text, view, name in (("service 60001", "TV", ""), ("service 60003", "Promotion", ""),
+                                 ("is in no view", "In no view", "In no view at all")):
+            self.run_in_page("[...document.querySelectorAll('#health-topics a')].find(a => "
+                             "a.textContent.includes(arguments[0])).click()", text)
+            self.wait_for("return document.querySelector('[aria-selected=true]').firstChild.data === arguments[0]",
+                          view)
+            self.assertEqual(self.run_in_page(TEXT, ".pointed .name"), name)
+            self.assertEqual(self.run_in_page("return document.activeElement.id"), "table")
+
     def test_are_none_in_a_clean_list(self):
         self.open("clean")
 
@@ -288,9 +435,10 @@ class Findings(Page):
 class Looks(Page):
     def test_no_width_makes_the_page_scroll_sideways(self):
         for name in ("rich", "hostile", "empty"):
+            self.open(name)
             for width in (320, 360, 414, 768, 1024, 1920):
                 shown.resize(width, 740, is_mobile=width < 500)
-                self.open(name)
+                self.frame()
                 self.assertLessEqual(self.run_in_page(OVERFLOW), 0, (name, width))
 
     def test_dark_is_dark(self):
@@ -307,6 +455,20 @@ class Looks(Page):
             self.open("rich")
             self.run_in_page("document.getElementById('health').open = true")
             self.assertEqual(self.run_in_page(LOW_CONTRAST), [], scheme)
+
+    def test_the_channels_come_first(self):
+        titles = self.run_in_page("return [...document.querySelectorAll('main h2')].map(e => e.textContent)")
+        self.assertEqual(titles, ["Channels", "Health", "Transponders"])
+
+    def test_keeps_nobody_out(self):
+        for scheme, width in (("light", 1280), ("dark", 1280), ("light", 360)):
+            shown.resize(width, 800, is_mobile=width < 500)
+            shown.prefer(scheme)
+            self.open("rich")
+            self.run_in_page("document.getElementById('health').open = true")
+            self.expect_open_to_everybody((scheme, width))
+            self.run_in_page("table.open(1)")
+            self.expect_open_to_everybody((scheme, width, "details"))
 
     def test_nothing_moves_while_the_page_opens(self):
         shifts = shown.run_until_done("""
@@ -332,12 +494,9 @@ class Texts(Page):
 
         self.assertEqual(self.rows(), 0)
         self.assertEqual(self.run_in_page(TEXT, "#nothing"), "This view has no entries.")
-        self.assertEqual(self.run_in_page(TEXT, "#plans"), "The list holds no transponder.")
+        self.assertEqual(self.run_in_page(TEXT, "#plan-count"), "The list holds none.")
+        self.assertEqual(self.run_in_page(TEXT, "#plans"), "")
 
 
 if __name__ == "__main__":
-    missing = browser.missing_programs()
-    if missing:
-        print(f"skipped, not installed: {', '.join(missing)}")
-        sys.exit(NO_BROWSER)
-    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
+    page_host.run_tests()

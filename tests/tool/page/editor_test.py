@@ -1,31 +1,20 @@
 """The page of `chlist edit` in a browser: every gesture, two windows, a kill in the middle, the largest list, a phone.
 
 usage: editor_test.py CHLIST [unittest's arguments]    exit code 77 when there is no browser
-
-AXE_CORE may name a file axe.js, which looks for what keeps people out.
 """
 
-import os
 import pathlib
 import shutil
 import signal
 import subprocess
-import sys
-import tempfile
 import time
-import unittest
 
-import browser
+import page_host
 import sample_lists
-
-NO_BROWSER = 77
-CHLIST = sys.argv[1] if len(sys.argv) > 1 else ""
-PATIENCE = 10  # seconds
+from page_host import CHLIST, OVERFLOW, TEXT
 
 NAMES = """return [...document.querySelectorAll('#' + arguments[0] + ' .row')]
   .map((row) => row.querySelector('.name').textContent)"""
-TEXT = "return document.querySelector(arguments[0]).textContent"
-OVERFLOW = "return document.documentElement.scrollWidth - document.documentElement.clientWidth"
 
 folder = None  # of lists and the browser's profile
 shown = None   # the browser
@@ -33,10 +22,7 @@ shown = None   # the browser
 
 def setUpModule():
     global folder, shown
-    folder = tempfile.TemporaryDirectory(prefix="chlist-editor-")
-    unittest.addModuleCleanup(folder.cleanup)
-    shown = browser.Browser(f"{folder.name}/profile")
-    unittest.addModuleCleanup(shown.close)
+    folder, shown = page_host.open_browser()
 
 
 class Editor:
@@ -54,15 +40,15 @@ class Editor:
         self.program.stdout.close()
 
 
-class Page(unittest.TestCase):
+class Page(page_host.PageTest):
     """Opens a list before each test."""
 
     list_name = "small"
 
     def setUp(self):
-        for old in pathlib.Path(folder.name).glob("channels.dat*"):
-            old.unlink()
-        self.path = pathlib.Path(folder.name, "channels.dat")
+        for old in pathlib.Path(folder).glob("channels.dat*"):
+            shutil.rmtree(old) if old.is_dir() else old.unlink()
+        self.path = pathlib.Path(folder, "channels.dat")
         self.path.write_bytes(sample_lists.LISTS[self.list_name]())
         shown.resize(1280, 900)
         shown.prefer("light")
@@ -76,15 +62,9 @@ class Page(unittest.TestCase):
         self.wait_for("return server.state !== null && edits.left !== null")
 
     def leave(self):
-        shown.run("server.state.is_saved = true")
-        shown.visit("about:blank")
+        """The next list takes the page's place: this one asks for nothing any more."""
+        shown.run("server.state.is_saved = true; server.look = async () => {}")
         self.editor.end()
-
-    def wait_for(self, condition, *arguments):
-        end = time.monotonic() + PATIENCE
-        while not shown.run(condition, *arguments):
-            self.assertLess(time.monotonic(), end, condition)
-            time.sleep(0.02)
 
     def settle(self):
         """Until every call is answered."""
@@ -392,6 +372,166 @@ class Actions(Page):
         self.wait_for("return document.getElementById('typed-error').textContent.includes('Nobody')")
 
 
+class WholeList(Page):
+    """Edits that are asked for in a form, shown, and done as one step."""
+
+    def form(self, edit, **fields):
+        shown.click("#show-forms")
+        shown.click(f"[data-edit={edit}]")
+        self.wait_for("return document.querySelector('#dialog-form [type=submit]') !== null")
+        for name, value in fields.items():
+            shown.run("""const field = document.getElementById('dialog-form').elements[arguments[0]];
+                         if (field.type === 'checkbox') { field.checked = arguments[1] } else
+                         { field.value = arguments[1] }""", name.replace("_", "-"), value)
+
+    def preview(self):
+        shown.click("#dialog-buttons [type=submit]")
+        self.wait_for("return document.getElementById('dialog-title').textContent === 'What would change'")
+        return shown.run(TEXT, "#dialog-body")
+
+    def apply(self):
+        shown.click("#dialog-buttons [type=submit]")
+        self.wait_for("return !document.getElementById('dialog').open")
+        self.settle()
+
+    def other_list(self, name, *edits):
+        path = f"{folder}/{name}"
+        subprocess.run([CHLIST, "apply", self.path, "-", "-o", path, "--yes"], input="\n".join(edits), text=True,
+                       check=True, stdout=subprocess.DEVNULL)
+        return path
+
+    def test_takes_the_order_of_another_list(self):
+        self.form("order", **{"--like": self.other_list("mine.dat", "sort --by name"), "--numbers": True})
+        self.assertEqual(shown.run("return document.getElementById('dialog-form').elements['--rest'].value"), "append")
+        self.assertIn("by identity", self.preview())
+        self.assertEqual(self.names(), ["One", "Two", "Three", "Four", "Five", "Six"])
+        self.apply()
+        self.assertEqual(self.names(), ["Five", "Four", "One", "Six", "Three", "Two"])
+        shown.press_with("control", "z")
+        self.settle()
+        self.assertEqual(self.names()[0], "One")
+
+    def test_asks_for_what_is_missing_in_a_form(self):
+        self.form("order")
+        shown.click("#dialog-buttons [type=submit]")
+        self.wait_for("return document.getElementById('dialog-error').textContent.endsWith('which one?')")
+        shown.run("document.getElementById('dialog-form').elements['--like'].value = 'nowhere.dat'")
+        shown.click("#dialog-buttons [type=submit]")
+        self.wait_for("return document.getElementById('dialog-error').textContent.includes('nowhere.dat')")
+
+    def test_finds_duplicates(self):
+        shown.run("server.change('edit', () => ({ text: 'rename Two One' }))")
+        self.form("duplicates", **{"--by": "name", "--skip": True})
+        self.assertIn("1 group of the same service", self.preview())
+        self.apply()
+        self.assertIn("skipped", shown.run(TEXT, "#arranged-list-1"))
+
+    def test_numbers_by_a_plan_that_is_typed(self):
+        self.form("renumber", **{"--plan typed": "type=tv from 100\ntype=radio from 500\n"})
+        self.preview()
+        self.apply()
+        self.assertEqual(shown.run("return edits.left.rows.map((row) => row.number)"),
+                         ["100", "101", "102", "103", "104", "500"])
+
+    def test_merges_a_scan_that_is_chosen(self):
+        scan = self.other_list("scan.dat", "remove Two")
+        self.form("merge")
+        shown.type('[name="SCAN chosen"]', scan)
+        self.assertIn("0 services added, 1 deleted", self.preview())
+        self.apply()
+        self.assertEqual(self.names(), ["One", "Three", "Four", "Five", "Six"])
+        self.editor.end(signal.SIGKILL)
+        shown.run("server.state.is_saved = true")
+        self.start()
+        self.wait_for("return document.querySelector('.notice.left') !== null")
+        shown.click(".notice.left .tool")
+        self.settle()
+        self.assertEqual(self.names(), ["One", "Three", "Four", "Five", "Six"])
+
+    def test_says_when_nothing_would_change(self):
+        self.form("merge", SCAN=f"{self.path}")
+        self.assertIn("Nothing changes.", self.preview())
+        self.assertEqual(shown.run("return document.querySelectorAll('#dialog-buttons [type=submit]').length"), 0)
+
+    def test_offers_to_salvage_a_damaged_file(self):
+        self.leave()
+        damaged = self.path.read_bytes()[:-200]
+        self.path.write_bytes(damaged)
+        self.start()
+        self.wait_for("return document.querySelector('.notice.damage') !== null")
+        self.assertIn("ends too early", shown.run(TEXT, ".notice.damage"))
+        shown.click(".notice.damage .tool")
+        self.wait_for("return document.getElementById('dialog').open")
+        self.assertIn("6 services on 1 transponder", self.preview())
+        self.apply()
+        self.assertEqual(self.names(), ["One", "Two", "Three", "Four", "Five", "Six"])
+        self.assertFalse(shown.run("return document.querySelector('.notice.damage') !== null"))
+        shown.press_with("control", "s")
+        self.settle()
+        self.assertEqual(pathlib.Path(f"{self.path}.bak").read_bytes(), damaged)
+
+
+class OtherFormats(Page):
+    """Lists of other formats, opened, edited and saved: only what somebody edited differs."""
+
+    lists = {
+        "channels.m3u": ("#EXTM3U\n"
+                         "# somebody's own remark\n"
+                         "#EXTINF:-1 tvg-chno=\"1\" group-title=\"Family\",One\n"
+                         "http://10.0.0.5:8001/1:0:1:1:1:1:C00000:0:0:0:\n"
+                         "#EXTINF:-1 tvg-chno=\"2\" tvg-logo=\"two.png\",Two\n"
+                         "http://10.0.0.5:8001/1:0:1:2:1:1:C00000:0:0:0:\n",
+                         "#EXTINF:-1 tvg-chno=\"2\" tvg-logo=\"two.png\",Two", ",Two", ",Zwei"),
+        "dvb_channel.conf": ("# made by hand\n"
+                             "[One]\n"
+                             "\tSERVICE_ID = 1\n\tVIDEO_PID = 101\n\tAUDIO_PID = 102\n"
+                             "\tFREQUENCY = 306000000\n\tMODULATION = QAM/256\n\tSYMBOL_RATE = 6900000\n"
+                             "\tDELIVERY_SYSTEM = DVBC/ANNEX_A\n\n"
+                             "[Two]\n"
+                             "\tSERVICE_ID = 2\n\tVIDEO_PID = 201\n\tAUDIO_PID = 202\n"
+                             "\tFREQUENCY = 306000000\n\tMODULATION = QAM/256\n\tSYMBOL_RATE = 6900000\n"
+                             "\tDELIVERY_SYSTEM = DVBC/ANNEX_A\n", "[Two]", "[Two]", "[Zwei]"),
+    }
+
+    def open_list(self, name, text):
+        self.leave()
+        self.path = pathlib.Path(folder, name)
+        self.path.write_text(text, encoding="utf-8", newline="")
+        self.start()
+
+    def rename_two(self):
+        self.focus()
+        shown.press("down", "f2")
+        shown.type(".name-input", "\ue009a\ue000Zwei\ue007")
+        self.settle()
+        shown.press_with("control", "s")
+        self.settle()
+
+    def test_keep_every_line_that_nobody_edited(self):
+        for name, (before, line, *change) in self.lists.items():
+            with self.subTest(name):
+                self.open_list(name, before)
+                self.assertEqual(self.names(), ["One", "Two"])
+                self.rename_two()
+                self.assertEqual(self.path.read_text(encoding="utf-8"),
+                                 before.replace(line, line.replace(*change)))
+                self.assertEqual(pathlib.Path(f"{self.path}.bak").read_text(encoding="utf-8"), before)
+
+    def test_keep_every_row_of_a_csv_file(self):
+        subprocess.run([CHLIST, "export", self.path, "-o", f"{folder}/exported.csv"], check=False,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        before = pathlib.Path(folder, "exported.csv").read_bytes().decode()
+        self.open_list("channels.csv", before)
+        self.rename_two()
+        self.assertEqual(self.path.read_bytes().decode(), before.replace(",Two,", ",Zwei,"))
+
+    def test_tell_what_is_not_written_again(self):
+        self.open_list("channels.csv", "number,name,network_id,ts_id,frequency,polarisation,service_id,my_column\n"
+                                       "1,One,1,1,11000000,H,1,mine\n")
+        self.wait_for("return document.querySelector('.notice.note') !== null")
+        self.assertIn("not written again, cells of the column 'my_column': 1", shown.run(TEXT, "#notices"))
+
+
 class Safety(Page):
     def test_two_windows_show_one_list(self):
         first = shown.new_window()
@@ -534,25 +674,18 @@ class Looks(Page):
             self.assertLessEqual(shown.run(OVERFLOW), 0, width)
 
     def test_keeps_nobody_out(self):
-        axe = os.environ.get("AXE_CORE")
-        if not axe:
-            self.skipTest("AXE_CORE names no axe.js")
-        source = pathlib.Path(axe).read_text(encoding="utf-8")
-        for scheme in ("light", "dark"):
+        for scheme, width in (("light", 1280), ("dark", 1280), ("light", 360)):
+            shown.resize(width, 800, is_mobile=width < 500)
             shown.prefer(scheme)
             shown.run("arranged.choose(5); changes.open(true); edits.left.selected.add(edits.left.rows[1].key);"
                       "edits.left.render()")
             self.settle()
-            found = shown.run_until_done(source + """;const done = arguments[0];
-              axe.run(document, { runOnly: ['wcag2a', 'wcag2aa', 'wcag21a', 'wcag21aa', 'wcag22aa'] })
-                .then(({ violations }) => done(violations.map(({ id, nodes }) =>
-                  `${id}: ${nodes.map(({ html }) => html).slice(0, 3).join(' | ')}`)))""")
-            self.assertEqual(found, [], scheme)
+            self.expect_open_to_everybody((scheme, width))
+            shown.run("changes.open(false); forms.open('order')")
+            self.wait_for("return document.getElementById('dialog').open")
+            self.expect_open_to_everybody((scheme, width, "a form"))
+            shown.run("document.getElementById('dialog').close()")
 
 
 if __name__ == "__main__":
-    missing = browser.missing_programs()
-    if missing:
-        print(f"skipped, not installed: {', '.join(missing)}")
-        sys.exit(NO_BROWSER)
-    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
+    page_host.run_tests()

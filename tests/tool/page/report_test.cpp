@@ -1,5 +1,6 @@
 // `chlist report` as it is run: the page that it writes, the data in it, what it says, and what it refuses.
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -103,6 +104,31 @@ TEST_F(Report, TellsOfFindings) {
   EXPECT_EQ(data()["views"][1]["entries"][1], json::parse("[9, 0, -1, [1, 1, 100, 11000000, 0, 3]]"));
   ASSERT_FALSE(data()["findings"].empty());
   EXPECT_EQ(data()["findings"][0]["kind"], "unresolved-entry");
+}
+
+TEST_F(Report, TellsWhichRowsFindingsAreAbout) {
+  channel_file file;
+  file.service(news).service({.service_id = 2, .name = ""}).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1);
+  file.entry(VIEW_ALL, {.service_id = 3}, 9).entry(VIEW_PROMOTION, {.service_id = 3}, 1);
+  file.group(GROUP_FAV, 0, "Best").entry(VIEW_FAVOURITE, {.service_id = 3}, 1);
+
+  report(file.data);
+
+  std::map<std::string, std::string> places;
+  const json read = data();
+  for (const json &found : read["findings"].elements()) {
+    places[found["kind"].as_string()] += (found["entry"].is_null() ? found["service"] : found["entry"]).dump() + ' ';
+  }
+  EXPECT_EQ(places["unresolved-entry"], "[0,1] [5,0] [3,0] ");
+  EXPECT_EQ(places["service-in-no-view"], "1 ");
+  EXPECT_EQ(places["no-name"], "1 ");
+}
+
+TEST_F(Report, LeavesOutRowsOfFindingsThatAreAboutNone) {
+  report(channel_file().data);
+
+  EXPECT_TRUE(data()["findings"][0]["entry"].is_null());
+  EXPECT_TRUE(data()["findings"][0]["service"].is_null());
 }
 
 TEST_F(Report, SumsUpAsJson) {

@@ -38,9 +38,8 @@ def take(shown, page, folder):
 
 def take_for_docs(shown, page, folder):
     shown.prefer("light")
-    shown.resize(1280, 1240)
+    shown.resize(1280, 1000)
     shown.open(page)
-    shown.point(".mark:nth-of-type(5)")
     shown.screenshot(f"{folder}/report.png")
 
 

@@ -212,4 +212,48 @@ TEST_F(EditorSite, Saves) {
   EXPECT_EQ(read_file(path("list.dat.bak")), before.data);
 }
 
+TEST_F(EditorSite, TellsWhatAnEditTakes) {
+  const json form = call("form", {{"edit", "order"}});
+
+  EXPECT_EQ(form["summary"].as_string(), "Give a list the order of another one");
+  const json &like = form["options"][0];
+  EXPECT_EQ(like["name"].as_string(), "--like");
+  EXPECT_EQ(like["kind"].as_string(), "file");
+  EXPECT_TRUE(like["is_required"].as_bool());
+  for (const json &each : form["options"].elements()) {
+    if (each["name"].as_string() == "--rest") {
+      EXPECT_EQ(each["kind"].as_string(), "choice");
+      EXPECT_EQ(each["value"].as_string(), "append");
+      EXPECT_EQ(each["choices"][0][0].as_string(), "keep");
+      EXPECT_EQ(each["choices"][0][1].as_string(), "stay at their positions, the others around them");
+    }
+  }
+  EXPECT_EQ(post("form", R"({"edit": "nothing"})").status, 409);
+}
+
+TEST_F(EditorSite, TakesFilesThatEditsRead) {
+  const std::string first = call("take-file", {{"name", "a.txt"}, {"at", 0}, {"bytes", "aGVs"}})["path"].as_string();
+  const std::string second = call("take-file", {{"name", "a.txt"}, {"at", 3}, {"bytes", "bG8="}})["path"].as_string();
+
+  EXPECT_EQ(first, second);
+  EXPECT_EQ(read_file(first), "hello");
+  for (const char *bytes : {"aGVs!", "aGV", "aGV*", "aGVsbG9="}) {
+    EXPECT_EQ(post("take-file", json{{"name", "b"}, {"at", 0}, {"bytes", bytes}}.dump()).status, 409) << bytes;
+  }
+  EXPECT_EQ(post("take-file", R"({"name": "b", "at": -1, "bytes": ""})").status, 409);
+  EXPECT_EQ(post("take-file", R"({"name": "b"})").status, 400);
+}
+
+TEST_F(EditorSite, TellsThatTheFileIsDamaged) {
+  EXPECT_TRUE(json::parse(get("state").body)["damage"].is_null());
+  write_file(path("short.dat"), before.data.substr(0, 500));
+  list_session damaged(path("short.dat"));
+  editor_site other(damaged, site_door("token", 8080));
+
+  const http_answer answer = other.answer({"GET", "/token/state", {}, ""});
+
+  EXPECT_EQ(json::parse(answer.body)["damage"].as_string(),
+            path("short.dat") + ": ends too early for a channel file of version 10");
+}
+
 }  // namespace edit_test

@@ -20,9 +20,10 @@ class client {
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<std::uint16_t>(port));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    is_connected_ = ::connect(socket_, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
-    const timeval longest = {.tv_sec = 20, .tv_usec = 0};
-    ::setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
+    connect(address);
+  }
+  explicit client(const sockaddr_in6 &address) : socket_(::socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    connect(address);
   }
   ~client() { ::close(socket_); }
   client(const client &) = delete;
@@ -42,8 +43,24 @@ class client {
   }
 
  private:
+  template <class Address>
+  void connect(const Address &address) {
+    is_connected_ = ::connect(socket_, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    const timeval longest = {.tv_sec = 20, .tv_usec = 0};
+    ::setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
+  }
+
   int socket_;
   bool is_connected_ = false;
 };
+
+// The port of ::1.
+inline sockaddr_in6 version_6_address(int port) {
+  sockaddr_in6 address = {};
+  address.sin6_family = AF_INET6;
+  address.sin6_port = htons(static_cast<std::uint16_t>(port));
+  address.sin6_addr = in6addr_loopback;
+  return address;
+}
 
 }  // namespace serve_test

@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -55,6 +57,59 @@ TEST_F(HttpServer, AnswersOneRequestAConnection) {
   EXPECT_NE(answer.find("Connection: close\r\n"), std::string::npos);
   EXPECT_EQ(body_of(answer), "GET /in ");
   EXPECT_EQ(answered, 1);
+}
+
+bool has_version_6() {
+  const sockaddr_in6 address = serve_test::version_6_address(0);
+  const int socket = ::socket(AF_INET6, SOCK_STREAM, 0);
+  const bool is_bound = ::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+  ::close(socket);
+  return is_bound;
+}
+
+TEST_F(HttpServer, AnswersOnBothAddressesOfTheMachine) {
+  if (!has_version_6()) {
+    GTEST_SKIP() << "this machine has no ::1";
+  }
+  const client one(serve_test::version_6_address(server.port()));
+  one.send(page);
+
+  EXPECT_EQ(first_line(one.read()), "HTTP/1.1 200 OK");
+  EXPECT_EQ(first_line(asked(page)), "HTTP/1.1 200 OK");
+}
+
+// Whoever has it would get what browsers send to "localhost".
+TEST_F(HttpServer, RefusesAPortThatSomebodyElseHasOnOneOfThem) {
+  if (!has_version_6()) {
+    GTEST_SKIP() << "this machine has no ::1";
+  }
+  sockaddr_in6 address = serve_test::version_6_address(0);
+  const int other = ::socket(AF_INET6, SOCK_STREAM, 0);
+  socklen_t size = sizeof address;
+  ASSERT_EQ(::bind(other, reinterpret_cast<const sockaddr *>(&address), size), 0);
+  ASSERT_EQ(::listen(other, 1), 0);
+  ASSERT_EQ(::getsockname(other, reinterpret_cast<sockaddr *>(&address), &size), 0);
+  const int port = ntohs(address.sin6_port);
+
+  try {
+    const http_server second(port);
+    ADD_FAILURE() << "the port was had";
+  } catch (const std::runtime_error &error) {
+    EXPECT_EQ(std::string(error.what()), "port " + std::to_string(port) + " of ::1 cannot be had");
+  }
+  ::close(other);
+}
+
+// As ::1 is where there is no IPv6: an address that no machine has stands for it.
+TEST_F(HttpServer, LeavesOutAnAddressThatTheMachineDoesNotHave) {
+  constexpr std::array addresses = {"127.0.0.1", "2001:db8::1"};
+  http_server other(0, longest, addresses);
+  other.start({[](const http_request &) { return std::optional(http_answer{403, "text/plain", "no", {}}); }, {}});
+
+  const client one(other.port());
+  one.send(page);
+
+  EXPECT_EQ(first_line(one.read()), "HTTP/1.1 403 Forbidden");
 }
 
 TEST_F(HttpServer, ReadsTheBodyOfARequest) {

@@ -40,6 +40,16 @@ class ListSession : public edit_host {
     session = std::make_unique<list_session>(path());
   }
 
+  [[nodiscard]] std::vector<std::string> names_in_all() const {
+    std::vector<std::string> names;
+    for (const chlist::line_up_entry &entry : session->list().view(chlist::view_kind::all).entries) {
+      if (entry.service != chlist::nowhere) {
+        names.push_back(session->list().services[entry.service].name);
+      }
+    }
+    return names;
+  }
+
   static std::string error_of(const std::function<void()> &call) {
     try {
       call();
@@ -54,6 +64,21 @@ class ListSession : public edit_host {
   [[nodiscard]] std::string journal() const {
     const std::string text = read_file(journal_path());
     return text.substr(text.find('\n') + 1);
+  }
+
+  [[nodiscard]] std::vector<std::string> lines_left() const {
+    std::vector<std::string> lines;
+    for (const chlist::edit_step &step : session->left()->steps) {
+      lines.push_back(step.lines);
+    }
+    return lines;
+  }
+
+  // What a search found: Films is gone, a new service is there.
+  static bytes scanned_list() {
+    channel_file file;
+    file.service(news).service({.service_id = 7, .name = "Nature"}).service(music).service(sport);
+    return file.data;
   }
 
   std::unique_ptr<list_session> session;
@@ -184,7 +209,7 @@ TEST_F(ListSession, OffersWhatWasNotSavedAgain) {
   crash();
 
   ASSERT_NE(session->left(), nullptr);
-  EXPECT_EQ(session->left()->steps, (std::vector<std::string>{"lock News\nskip Films", "rename Music Jazz"}));
+  EXPECT_EQ(lines_left(), (std::vector<std::string>{"lock News\nskip Films", "rename Music Jazz"}));
   EXPECT_TRUE(session->is_left_of_this_list());
   EXPECT_EQ(image_in_memory(), before.data);
   EXPECT_EQ(session->take_left(), std::vector<std::string>());
@@ -220,7 +245,7 @@ TEST_F(ListSession, LeavesAStepOutThatWasCutOffInTheMiddle) {
     write_file(journal_path(), whole.substr(0, length));
     session = std::make_unique<list_session>(path());
     ASSERT_NE(session->left(), nullptr) << length;
-    ASSERT_EQ(session->left()->steps, std::vector<std::string>{"lock News"}) << length;
+    ASSERT_EQ(lines_left(), std::vector<std::string>{"lock News"}) << length;
   }
   session->take_left();
   session->apply("skip Films");
@@ -379,6 +404,157 @@ TEST_F(ListSession, KnowsWhatIsNewSinceTheBackup) {
   EXPECT_EQ(error_of([&] { static_cast<void>(session->services_since_backup()); }),
             path("list.dat.bak") + ": No such file or directory");
   EXPECT_EQ(image_in_memory(), image);
+}
+
+TEST_F(ListSession, TakesTheOrderOfAListOfAnyFormat) {
+  channel_file mine;
+  for (const service_data &service : {music, news}) {
+    mine.service(service).entry(VIEW_ALL, service, 1);
+  }
+  write_file(path("mine.dat"), mine.data);
+  run({"export", "mine.dat", "-o", "mine.csv"});
+
+  session->apply("order --like " + path("mine.csv"));
+
+  EXPECT_EQ(names_in_all(), (std::vector<std::string>{"Music", "News", "Films", "Sport"}));
+  fs::remove(path("mine.csv"));
+  session->apply("lock News");
+  session->undo();
+  session->undo();
+  EXPECT_EQ(image_in_memory(), before.data);
+  session->redo();
+  EXPECT_EQ(names_in_all().front(), "Music");
+}
+
+TEST_F(ListSession, LeavesTheListAloneWhenAReferenceCannotBeRead) {
+  run({"export", "list.dat", "-o", "mine.csv"});
+
+  EXPECT_NE(error_of([&] { session->apply("order --like " + path("mine.csv") + "\norder --like nothing.csv"); }), "");
+
+  EXPECT_EQ(image_in_memory(), before.data);
+}
+
+TEST_F(ListSession, MergesAScanAsOneStep) {
+  write_file(path("scan.dat"), scanned_list());
+  const std::string line = "merge " + path("scan.dat");
+
+  const chlist::step_outcome shown = session->preview(line);
+  EXPECT_EQ(image_in_memory(), before.data);
+  ASSERT_EQ(shown.tables.size(), 1U);
+  EXPECT_NE(shown.tables[0].find("1 service added, 1 deleted, 3 kept"), std::string::npos) << shown.tables[0];
+
+  session->apply(line);
+  EXPECT_EQ(names_in_all(), (std::vector<std::string>{"News", "Music", "Sport", "Nature"}));
+  EXPECT_EQ(session->unsaved_lines(), line + '\n');
+  session->undo();
+  EXPECT_EQ(image_in_memory(), before.data);
+}
+
+TEST_F(ListSession, KeepsWhatAScanMadeAcrossACrashWithoutTheScan) {
+  write_file(path("scan.dat"), scanned_list());
+  session->apply("lock Sport");
+  session->apply("merge " + path("scan.dat"));
+  session->apply("rename Nature Wild");
+  const std::string image = image_in_memory();
+  fs::remove(path("scan.dat"));
+
+  crash();
+
+  EXPECT_EQ(session->take_left(), std::vector<std::string>());
+  EXPECT_EQ(image_in_memory(), image);
+  session->save();
+  session.reset();
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.history"}));
+}
+
+TEST_F(ListSession, MergesAgainWhenTheFileIsAnotherOne) {
+  write_file(path("scan.dat"), scanned_list());
+  session->apply("merge " + path("scan.dat"));
+  channel_file other;
+  other.service(news).entry(VIEW_ALL, news, 7).entry(VIEW_TV, news, 7);
+  write_file(path(), other.data);
+
+  EXPECT_EQ(session->read_again(), std::vector<std::string>());
+
+  EXPECT_EQ(names_in_all(), (std::vector<std::string>{"News", "Nature", "Music", "Sport"}));
+}
+
+TEST_F(ListSession, KeepsWhatStandsBesideServicesThatAScanMoved) {
+  write_file(path("channels.conf"), vdr_lines);
+  run({"import", "channels.conf", "-o", "all.dat"});
+  const std::string moved = std::string(vdr_lines).replace(vdr_lines.find("11953"), 5, "12110");
+  write_file(path("moved.conf"), moved);
+  run({"import", "moved.conf", "-o", "moved.dat"});
+  fs::remove(path("moved.dat.more.json"));
+  auto other = std::make_unique<list_session>(path("all.dat"));
+  other->apply("merge " + path("moved.dat"));
+  other.reset();
+  EXPECT_TRUE(fs::exists(path("all.dat.edits")));
+
+  other = std::make_unique<list_session>(path("all.dat"));
+  other->take_left();
+  other->save();
+
+  EXPECT_NE(read_file(path("all.dat.more.json")).find("ZDFvision"), std::string::npos);
+}
+
+TEST_F(ListSession, OpensADamagedFileToBeSalvaged) {
+  const bytes damaged = before.data.substr(0, before.data.size() - 100);
+  session.reset();
+  write_file(path(), damaged);
+
+  session = std::make_unique<list_session>(path());
+
+  EXPECT_EQ(session->damage(), path() + ": ends too early for a channel file of version 10");
+  EXPECT_EQ(session->list().services.size(), 0U);
+  EXPECT_TRUE(session->is_saved());
+  session->apply("salvage " + path());
+  EXPECT_EQ(session->list().services.size(), 3U);
+  session->undo();
+  EXPECT_EQ(session->list().services.size(), 0U);
+  session->redo();
+  session->save();
+  EXPECT_EQ(session->damage(), "");
+  EXPECT_EQ(read_file(path("list.dat.bak")), damaged);
+  EXPECT_EQ(read_file(path()), image_in_memory());
+}
+
+TEST_F(ListSession, LeavesADamagedFileAloneThatNobodySalvages) {
+  const bytes damaged = before.data.substr(0, 1000);
+  session.reset();
+  write_file(path(), damaged);
+
+  session = std::make_unique<list_session>(path());
+  session.reset();
+
+  expect_bytes(damaged);
+  EXPECT_EQ(files(), std::vector<std::string>{"list.dat"});
+}
+
+TEST_F(ListSession, KeepsItsEditsWhenTheFileIsDamagedMeanwhile) {
+  session->apply("lock News");
+  const std::string image = image_in_memory();
+  write_file(path(), before.data.substr(0, 1000));
+
+  EXPECT_EQ(error_of([&] { session->read_again(); }), path() + ": ends too early for a channel file of version 10");
+
+  EXPECT_EQ(image_in_memory(), image);
+  EXPECT_EQ(journal(), "lock News\n\n");
+}
+
+TEST_F(ListSession, TakesFilesPartByPartUntilItEnds) {
+  const fs::path first = session->take_file("../scan.dat", 0, "ab");
+  EXPECT_EQ(session->take_file("../scan.dat", 2, "cd"), first);
+  const fs::path second = session->take_file("../scan.dat", 0, "ef");
+
+  EXPECT_EQ(first, path("list.dat.edits.files/1-.._scan.dat"));
+  EXPECT_EQ(second, path("list.dat.edits.files/2-.._scan.dat"));
+  EXPECT_EQ(read_file(first.string()), "abcd");
+  EXPECT_EQ(error_of([&] { session->take_file("scan.dat", 7, "gh"); }), "scan.dat: a part of it is missing");
+  EXPECT_EQ(error_of([&] { session->take_file("scan.dat", 2, std::string(16U << 20U, 'x')); }),
+            "scan.dat: has more than 16 MiB");
+  session.reset();
+  EXPECT_EQ(files(), std::vector<std::string>{"list.dat"});
 }
 
 TEST_F(ListSession, IsOpenInOneEditorAlone) {

@@ -45,6 +45,9 @@ file_findings findings_in(byte_span file) {
       check(framed, result.findings);
     }
   }
+  for (finding &each : result.findings) {
+    each.place = place_at(each.offset, framed);
+  }
   sort_by_gravity(result.findings);
   return result;
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/check/finding_place.h"
 #include "chlist/files/file_bytes.h"
 
 namespace chlist {
@@ -23,6 +24,7 @@ struct finding {
   std::string_view kind;    // a short name, for programs: "unresolved-entry"
   std::string what;         // one line; harmless on a terminal
   std::string consequence;  // what a receiver does with it
+  finding_place place = {};
 };
 
 struct file_findings {

@@ -42,19 +42,19 @@ std::string text_of_cut(const cut_array &cut) {
   return fmt::format("{}: counts {}, taken as {}", name_of(cut), cut.counted, cut.carried);
 }
 
-void print_row(std::string_view what, std::size_t count) {
+void print_row(std::FILE *to, std::string_view what, std::size_t count) {
   if (count > 0) {
-    fmt::print("  {:<48}{:>6}\n", what, count);
+    fmt::print(to, "  {:<48}{:>6}\n", what, count);
   }
 }
 
-void print_losses(const conversion &result) {
+void print_losses(std::FILE *to, const conversion &result) {
   if (!result.has_losses()) {
     return;
   }
-  fmt::print("Not carried:\n");
+  fmt::print(to, "Not carried:\n");
   for (const loss &lost : result.losses) {
-    print_row(lost.text, lost.count);
+    print_row(to, lost.text, lost.count);
   }
 }
 

@@ -1,6 +1,7 @@
 // What a conversion did not carry and what it found, as text and JSON: for every command that converts.
 #pragma once
 
+#include <cstdio>
 #include <string>
 
 #include "chlist/convert/conversion.h"
@@ -16,9 +17,9 @@ json json_of_findings(const conversion &result);
 std::string text_of_duplicate(const known_service &service);
 std::string text_of_cut(const cut_array &cut);
 
-void print_row(std::string_view what, std::size_t count);
+void print_row(std::FILE *to, std::string_view what, std::size_t count);
 
 // Nothing when everything was carried.
-void print_losses(const conversion &result);
+void print_losses(std::FILE *to, const conversion &result);
 
 }  // namespace chlist

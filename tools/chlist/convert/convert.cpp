@@ -54,14 +54,14 @@ void report_findings(const new_list_options &options, const conversion &result) 
 
 void print_carried(const conversion &result) {
   fmt::print("Carried:\n");
-  print_row("networks", result.carried.networks);
-  print_row("transponders", result.carried.transponders);
-  print_row("services", result.carried.services);
+  print_row(stdout, "networks", result.carried.networks);
+  print_row(stdout, "transponders", result.carried.transponders);
+  print_row(stdout, "services", result.carried.services);
   for (const list_view &view : views_of(*get_channel_list())) {
-    print_row("entries: " + label_of(view.name), view.size());
+    print_row(stdout, "entries: " + label_of(view.name), view.size());
   }
   for (const group_table &table : groups_of(*get_channel_list())) {
-    print_row(table.name, static_cast<std::size_t>(table.count));
+    print_row(stdout, table.name, static_cast<std::size_t>(table.count));
   }
 }
 
@@ -70,7 +70,7 @@ void print_result(const new_list_options &options, const conversion &result) {
   fmt::print("{}: converted from version {}, {}\n", options.output.string(), result.version,
              counted(result.carried.services, "service"));
   print_carried(result);
-  print_losses(result);
+  print_losses(stdout, result);
 }
 
 conversion convert(const new_list_options &options) { return convert_to_memory(channel_file(options.input)); }

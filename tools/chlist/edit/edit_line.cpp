@@ -76,6 +76,11 @@ class word_reader {
   std::string_view rest_;
 };
 
+bool names_a_file(const option &given) {
+  const auto *const *path = std::get_if<std::filesystem::path *>(&given.target);
+  return path != nullptr && !(*path)->empty();
+}
+
 bool is_plain(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
          std::string_view("-_.:,=/+@%").find(c) != std::string_view::npos || static_cast<unsigned char>(c) >= 0x80;
@@ -91,10 +96,11 @@ class edit_line_reader::known_edits {
     }
   }
 
-  list_edit read(std::vector<std::string> words) {
+  named_edit read(std::vector<std::string> words) {
     readable_edit &edit = named(words);
     edit.parser.parse(std::move(words));
-    return edit.row.take();
+    const bool reads_files = std::ranges::any_of(edit.row.options, names_a_file);
+    return {edit.row.take(), reads_files};
   }
 
  private:
@@ -139,9 +145,9 @@ class edit_line_reader::known_edits {
 edit_line_reader::edit_line_reader() : known_(std::make_unique<known_edits>()) {}
 edit_line_reader::~edit_line_reader() = default;
 
-list_edit edit_line_reader::read(std::string_view line) {
+named_edit edit_line_reader::read(std::string_view line) {
   std::vector<std::string> words = words_of_edit(line);
-  return words.empty() ? [](edited_list & /*list*/) {} : known_->read(std::move(words));
+  return words.empty() ? named_edit{[](edited_list & /*list*/) {}} : known_->read(std::move(words));
 }
 
 namespace {
@@ -235,7 +241,7 @@ std::vector<read_edit> edits_in(std::string_view text, const std::string &source
   text_lines lines(text);
   while (const std::optional<std::string_view> line = lines.next()) {
     try {
-      edits.push_back({lines.number(), std::string(without_blanks_around(*line)), reader.read(*line)});
+      edits.push_back({reader.read(*line), lines.number(), std::string(without_blanks_around(*line))});
     } catch (const std::runtime_error &error) {
       throw std::runtime_error(fmt::format("{}:{}: {}", source, lines.number(), error.what()));
     }

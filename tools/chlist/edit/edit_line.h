@@ -20,6 +20,12 @@ std::string quoted_word(std::string_view word);
 
 std::string line_of_words(const std::vector<std::string> &words);
 
+// What a line does, and whether files that it names have a part in it: it may do something else another time.
+struct named_edit {
+  list_edit apply;
+  bool reads_files = false;
+};
+
 // Reads edits line by line: the rows of the edits that lines name are parsed once.
 class edit_line_reader {
  public:
@@ -27,7 +33,7 @@ class edit_line_reader {
   ~edit_line_reader();
 
   // Does nothing for a line without words. Throws std::runtime_error when it cannot be read.
-  list_edit read(std::string_view line);
+  named_edit read(std::string_view line);
 
  private:
   class known_edits;
@@ -35,10 +41,9 @@ class edit_line_reader {
 };
 
 // A line and what it does.
-struct read_edit {
+struct read_edit : named_edit {
   std::size_t line = 0;
   std::string text;
-  list_edit apply;
 };
 
 // The edits of a whole text. Throws std::runtime_error that begins with the source and the number of the line that

@@ -9,7 +9,7 @@ namespace chlist {
 std::vector<edit_row> every_edit() {
   std::vector<edit_row> rows = {rename_edit(), renumber_edit(),   lock_edit(), unlock_edit(), skip_edit(),
                                 unskip_edit(), remove_edit(),     keep_edit(), move_edit(),   sort_edit(),
-                                order_edit(),  duplicates_edit(), set_edit()};
+                                order_edit(),  duplicates_edit(), set_edit(),  merge_edit(),  salvage_edit()};
   std::ranges::move(favourite_edits(), std::back_inserter(rows));
   return rows;
 }

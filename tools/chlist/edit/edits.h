@@ -18,6 +18,8 @@ edit_row sort_edit();
 edit_row order_edit();
 edit_row duplicates_edit();
 edit_row set_edit();
+edit_row merge_edit();
+edit_row salvage_edit();
 
 // Those of `chlist fav`.
 std::vector<edit_row> favourite_edits();

@@ -47,7 +47,7 @@ class script_attempt {
  private:
   void apply(const std::string &line) {
     try {
-      reader_.read(line)(list_);
+      reader_.read(line).apply(list_);
       lines_.push_back(line);
     } catch (const std::runtime_error &) {
       refused_.insert(line);

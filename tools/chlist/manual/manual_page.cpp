@@ -10,7 +10,6 @@
 
 #include "chlist/text/shown.h"
 
-
 namespace chlist {
 namespace {
 

@@ -1,23 +1,29 @@
 // `chlist merge`: merges in memory, saves the list unless it is a dry run, shows what is added and deleted.
 #include "chlist/commands.h"
-#include "chlist/edit/edit_line.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "chlist/edit/edit_line.h"
+#include "chlist/edit/edits.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
+#include "chlist/files/faithful_load.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/merge/merge_outcome.h"
+#include "chlist/merge/merge_report.h"
 #include "chlist/merge/merged_companions.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
@@ -27,16 +33,20 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct merge_options {
-  fs::path list;
+// What the command and the line of an edit have in common.
+struct scan_options {
   fs::path scan;
-  fs::path output;
   std::string new_numbers = "next";
   bool keeps_missing = false;
   bool is_forced = false;
+  bool shows_all = false;
+};
+
+struct merge_options : scan_options {
+  fs::path list;
+  fs::path output;
   bool leaves_no_backup = false;
   bool is_dry_run = false;
-  bool shows_all = false;
   bool as_json = false;
 };
 
@@ -89,12 +99,8 @@ json json_of_notes(const merge_outcome &outcome) {
   return notes;
 }
 
-json json_of_outcome(const merge_options &options, const merge_outcome &outcome) {
-  return {{"file", options.list.string()},
-          {"scan", options.scan.string()},
-          {"output", options.is_dry_run ? json() : json(options.output.string())},
-          {"dry_run", options.is_dry_run},
-          {"kept", outcome.kept},
+json json_of_outcome(const merge_outcome &outcome) {
+  return {{"kept", outcome.kept},
           {"added", array_of(outcome.added, json_of_change)},
           {"removed", array_of(outcome.deleted, json_of_change)},
           {"missing", array_of(outcome.missing, json_of_change)},
@@ -108,123 +114,95 @@ json json_of_outcome(const merge_options &options, const merge_outcome &outcome)
           {"notes", json_of_notes(outcome)}};
 }
 
-// "ALL 5, TV 5".
-std::string entries_text(const std::vector<placed_entry> &entries) {
-  std::string text;
-  for (const placed_entry &entry : entries) {
-    text += fmt::format("{}{} {}", text.empty() ? "" : ", ", label_of(entry.view), entry.number);
-  }
-  return text.empty() ? "no entry" : text;
-}
-
-std::string doubt_text(const doubtful_move &service) {
-  return text_of(service) + (service.entries.empty() ? " and goes" : "; it stays: " + entries_text(service.entries));
-}
-
-void report_findings(const merge_options &options, const merge_outcome &outcome) {
-  for (const std::string &lost : outcome.lost) {
-    print_message(fmt::format("{}: {}", options.list.string(), lost));
-  }
-  for (const std::string &note : outcome.notes) {
-    print_message(fmt::format("{}: {}", options.scan.string(), note));
-  }
-  print_messages<doubtful_move>(options.scan, "in doubt", outcome.doubtful, options.shows_all,
-                                [](const auto &service) { return fmt::format("in doubt: {}", doubt_text(service)); });
-  print_messages<placed_entry>(options.list, "dropped, resolves to no service", outcome.dropped, options.shows_all,
-                               [](const auto &entry) { return "dropped, resolves to no service: " + describe(entry); });
-  print_messages<known_service>(options.scan, "taken once, occurs twice", outcome.duplicates, options.shows_all,
-                                [](const auto &service) { return "taken once, occurs twice: " + describe(service); });
-  for (const full_view &full : outcome.full) {
-    print_message(fmt::format("{}: the {} view is full: it holds {}, {} added without an entry there",
-                              options.scan.string(), label_of(full.view), full.capacity,
-                              counted(full.left_out, "service")));
-  }
-}
-
-void print_table(const std::vector<changed_service> &services) {
-  fmt::print("  {:>3} {:>7} {:>5} {:>10} {:>3} {:>7} {:>4}  entries: name\n", "net", "network", "ts", "frequency",
-             "pol", "service", "type");
-  for (const changed_service &service : services) {
-    const channel::identity &id = service.known.id;
-    fmt::print("  {:>3} {:>7} {:>5} {:>10} {:>3} {:>7} {:>4}  {}: {}\n", id.net_index, id.network_id, id.ts_id,
-               id.frequency, polarisation_letter(id), id.service_id, service.service_type,
-               entries_text(service.entries), shown(service.known.name));
-  }
-}
-
-std::size_t favourites_of(const std::vector<changed_service> &services) {
-  std::size_t favourites = 0;
-  for (const changed_service &service : services) {
-    favourites += static_cast<std::size_t>(
-        std::ranges::count_if(service.entries, [](const placed_entry &entry) { return entry.view.is_favourites(); }));
-  }
-  return favourites;
-}
-
-// "22 kept, 2 of them moved, 1 of them missing in the new list".
-std::string kept_text(const merge_outcome &outcome) {
-  std::string text = fmt::format("{} kept", outcome.kept);
-  if (!outcome.moved.empty()) {
-    text += fmt::format(", {} of them moved", outcome.moved.size());
-  }
-  if (!outcome.missing.empty()) {
-    text += fmt::format(", {} of them missing in the new list", outcome.missing.size());
-  }
-  return text;
-}
-
-template <class Change>
-void print_with_entries(std::string_view title, const std::vector<Change> &changes) {
-  if (!changes.empty()) {
-    fmt::print("{}:\n", title);
-  }
-  for (const Change &change : changes) {
-    fmt::print("  {}: {}\n", text_of(change), entries_text(change.entries));
-  }
-}
-
-void print_sources(const std::vector<paired_source> &sources) {
-  for (const paired_source &source : sources) {
-    if (source.is_renumbered()) {
-      fmt::print("Network index {}\n", text_of(source));
-    }
-  }
-}
-
-void print_changes(const merge_options &options, const merge_outcome &outcome) {
-  fmt::print("{}: {} added, {} deleted, {}\n", options.is_dry_run ? "dry run" : options.output.string(),
-             counted(outcome.added.size(), "service"), outcome.deleted.size(), kept_text(outcome));
-  print_sources(outcome.sources);
-  print_with_entries("Moved, and found again by ids or name", outcome.moved);
-  print_with_entries("Renamed in the new list, and called here as before", outcome.renamed);
-  if (!outcome.added.empty()) {
-    fmt::print("Added:\n");
-    print_table(outcome.added);
-  }
-  if (!outcome.deleted.empty()) {
-    fmt::print("Deleted, and with them {}:\n", counted(favourites_of(outcome.deleted), "favourite"));
-    print_table(outcome.deleted);
-  }
-  if (!outcome.missing.empty()) {
-    fmt::print("Missing in the new list, and kept:\n");
-    print_table(outcome.missing);
-  }
+json json_of_merge(const merge_options &options, const merge_outcome &outcome) {
+  json document = {{"file", options.list.string()},
+                   {"scan", options.scan.string()},
+                   {"output", options.is_dry_run ? json() : json(options.output.string())},
+                   {"dry_run", options.is_dry_run}};
+  document.put(json_of_outcome(outcome));
+  return document;
 }
 
 void report(const merge_options &options, const merge_outcome &outcome) {
   if (options.as_json) {
-    print_report([&] { print_json(json_of_outcome(options, outcome)); });
+    print_report([&] { print_json(json_of_merge(options, outcome)); });
   } else {
-    report_findings(options, outcome);
-    print_report([&] { print_changes(options, outcome); });
+    std::ranges::for_each(findings_of(outcome, {options.list, options.scan}, options.shows_all), print_message);
+    print_report([&] { print_changes(stdout, options.is_dry_run ? "dry run" : options.output.string(), outcome); });
   }
 }
 
-numbering numbers_of(const merge_options &options) {
+merge_choices choices_of(const scan_options &options) {
   try {
-    return numbering_from(options.new_numbers);
+    return {.keeps_missing = options.keeps_missing,
+            .is_forced = options.is_forced,
+            .numbers = numbering_from(options.new_numbers)};
   } catch (const std::runtime_error &error) {
     throw usage_error(error.what());
+  }
+}
+
+option option_of_scan(scan_options &options) {
+  return {.names = "SCAN", .target = &options.scan, .about = "the new channel list", .is_required = true};
+}
+
+std::vector<option> options_of_choices(scan_options &options) {
+  return {{.names = "--keep-missing",
+           .target = &options.keeps_missing,
+           .about = "keep services that SCAN lacks, as after a scan of one satellite"},
+          {.names = "--new-numbers",
+           .target = &options.new_numbers,
+           .about = "of added services: next (behind the largest), from N (free ones from there on), or service-id (as "
+                    "receivers number them: modulo 16384, which may give numbers twice)",
+           .value = "HOW"},
+          {.names = "--force",
+           .target = &options.is_forced,
+           .about = "merge a SCAN that has no service of LIST, and delete services that are in doubt"},
+          {.names = "--all",
+           .target = &options.shows_all,
+           .about = "tell every finding, not only the first ten of each kind"}};
+}
+
+std::vector<option> options_of(merge_options &options) {
+  std::vector<option> all = {
+      {.names = "LIST", .target = &options.list, .about = "the channel file to start from", .is_required = true},
+      option_of_scan(options),
+      {.names = "-o,--output", .target = &options.output, .about = "the channel file to write", .value = "OUT"}};
+  std::ranges::move(options_of_choices(options), std::back_inserter(all));
+  all.insert(
+      all.end(),
+      {{.names = "--no-backup",
+        .target = &options.leaves_no_backup,
+        .about = "do not keep the previous file as OUT.bak"},
+       {.names = "--dry-run", .target = &options.is_dry_run, .about = "show what a merge would do; write nothing"},
+       {.names = "--json", .target = &options.as_json, .about = "report as JSON, every finding included"}});
+  return all;
+}
+
+const char *const title_of_list = "the list";
+
+channel_file list_in_memory() {
+  const std::string image = image_of(*get_channel_list());
+  const auto bytes = std::as_bytes(std::span(image));
+  return {title_of_list, {bytes.begin(), bytes.end()}};
+}
+
+void merge_into(const scan_options &options, const channel_file &scan, edited_list &list) {
+  const merge_outcome outcome = merge_in_memory(list_in_memory(), scan, choices_of(options));
+  for (const changed_identity &each : identities_in(outcome)) {
+    list.was_identified(each.before, each.after);
+  }
+  list.services_changed();
+  list.count_as_chosen(outcome.added.size() + outcome.deleted.size());
+  json document = {{"scan", options.scan.string()}};
+  document.put(json_of_outcome(outcome));
+  list.tables.push_back(
+      {text_of_report([&](std::FILE *to) { print_changes(to, options.scan.string(), outcome); }), std::move(document)});
+  for (std::string &each : findings_of(outcome, {title_of_list, options.scan}, options.shows_all)) {
+    list.notes.push_back(std::move(each));
+  }
+  if (!edited_companion(options.scan).kept().is_empty()) {
+    list.notes.push_back(options.scan.string() + ": what stands beside it is not taken: `chlist merge` takes it");
   }
 }
 
@@ -232,8 +210,7 @@ int run_merge(const merge_options &options) {
   if (options.output.empty() && !options.is_dry_run) {
     throw usage_error("--output (or --dry-run) is required");
   }
-  const merge_choices choices = {
-      .keeps_missing = options.keeps_missing, .is_forced = options.is_forced, .numbers = numbers_of(options)};
+  const merge_choices choices = choices_of(options);
   std::optional<edit_lock> lock;
   if (!options.is_dry_run) {
     lock.emplace(options.output);
@@ -282,31 +259,25 @@ command merge_command() {
                       "report could not be written"}},
       .examples = {"chlist merge channels.dat scan.dat --dry-run",
                    "chlist merge channels.dat scan.dat -o channels.dat --keep-missing --new-numbers 900"},
-      .options =
-          {{.names = "LIST", .target = &options->list, .about = "the channel file to start from", .is_required = true},
-           {.names = "SCAN", .target = &options->scan, .about = "the new channel list", .is_required = true},
-           {.names = "-o,--output", .target = &options->output, .about = "the channel file to write", .value = "OUT"},
-           {.names = "--keep-missing",
-            .target = &options->keeps_missing,
-            .about = "keep services that SCAN lacks, as after a scan of one satellite"},
-           {.names = "--new-numbers",
-            .target = &options->new_numbers,
-            .about =
-                "of added services: next (behind the largest), from N (free ones from there on), or service-id (as "
-                "receivers number them: modulo 16384, which may give numbers twice)",
-            .value = "HOW"},
-           {.names = "--force",
-            .target = &options->is_forced,
-            .about = "merge a SCAN that has no service of LIST, and delete services that are in doubt"},
-           {.names = "--no-backup",
-            .target = &options->leaves_no_backup,
-            .about = "do not keep the previous file as OUT.bak"},
-           {.names = "--dry-run", .target = &options->is_dry_run, .about = "show what a merge would do; write nothing"},
-           {.names = "--all",
-            .target = &options->shows_all,
-            .about = "tell every finding, not only the first ten of each kind"},
-           {.names = "--json", .target = &options->as_json, .about = "report as JSON, every finding included"}},
+      .options = options_of(*options),
       .run = [options] { return run_merge(*options); }};
+}
+
+edit_row merge_edit() {
+  auto options = std::make_shared<scan_options>();
+  std::vector<option> all = {option_of_scan(*options)};
+  std::ranges::move(options_of_choices(*options), std::back_inserter(all));
+  return {.name = "merge",
+          .summary = "Merge a new channel list into this one",
+          .details = {"As `chlist merge` does: services that SCAN has and the list lacks are added, others deleted, "
+                      "and services that moved keep what was made of them."},
+          .examples = {},
+          .options = std::move(all),
+          .take = [options]() -> list_edit {
+            const scan_options taken = std::exchange(*options, {});
+            choices_of(taken);
+            return [taken, scan = channel_file(taken.scan)](edited_list &list) { merge_into(taken, scan, list); };
+          }};
 }
 
 }  // namespace chlist

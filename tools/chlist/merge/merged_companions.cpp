@@ -10,17 +10,6 @@
 namespace chlist {
 namespace {
 
-std::vector<changed_identity> identities_in(const merge_outcome &outcome) {
-  std::vector<changed_identity> changes;
-  for (const moved_service &each : outcome.moved) {
-    changes.push_back({each.before.id, each.after.id});
-  }
-  for (const renamed_service &each : outcome.renamed) {
-    changes.push_back({each.before.id, each.after.id});
-  }
-  return changes;
-}
-
 // Finds the services of the merged list as the receiver would: frequencies differ a little from scan to scan.
 class fact_merge {
  public:
@@ -55,6 +44,17 @@ class fact_merge {
 };
 
 }  // namespace
+
+std::vector<changed_identity> identities_in(const merge_outcome &outcome) {
+  std::vector<changed_identity> changes;
+  for (const moved_service &each : outcome.moved) {
+    changes.push_back({each.before.id, each.after.id});
+  }
+  for (const renamed_service &each : outcome.renamed) {
+    changes.push_back({each.before.id, each.after.id});
+  }
+  return changes;
+}
 
 merged_companions::merged_companions(const std::filesystem::path &list, const std::filesystem::path &scan)
     : list_(list), scan_(scan) {}

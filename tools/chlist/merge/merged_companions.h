@@ -2,11 +2,15 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 #include "chlist/files/kept_in_step.h"
 #include "chlist/merge/merge_outcome.h"
 
 namespace chlist {
+
+// Those that services which moved, or have another name, had and have.
+std::vector<changed_identity> identities_in(const merge_outcome &outcome);
 
 class merged_companions {
  public:

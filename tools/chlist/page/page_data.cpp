@@ -113,7 +113,9 @@ json json_of_finding(const finding &found) {
           {"kind", found.kind},
           {"what", found.what},
           {"consequence", found.consequence},
-          {"offset", found.offset}};
+          {"offset", found.offset},
+          {"entry", found.place.view ? json(json::array({*found.place.view, found.place.entry})) : json()},
+          {"service", found.place.service ? json(*found.place.service) : json()}};
 }
 
 }  // namespace

@@ -73,8 +73,9 @@ command report_command() {
   return {
       .name = "report",
       .summary = "Write a channel file as a page for the browser",
-      .details = {"The page shows every view as a table with search, sorting and filters, a plan of the transponders, "
-                  "the totals, and what is wrong with the list. It is one file that loads nothing from anywhere: it "
+      .details = {"The page shows every view as a table with search, sorting and filters, the totals, what is wrong "
+                  "with the list, and a plan of the transponders. Its address names what is shown; that can be copied, "
+                  "saved as CSV and printed. It is one file that loads nothing from anywhere: it "
                   "can be sent, kept, and opened without a network. FILE is of version 10 and is only read. PAGE is "
                   "replaced as a whole or not at all."},
       .exit_codes = {{"0", "the page was written"},

@@ -1,11 +1,10 @@
 // `chlist salvage`: searches the bytes, saves what is left as a list, says what came back and what is lost.
 #include "chlist/commands.h"
 
-#include <channel/views.h>
-#include <fmt/format.h>
-
+#include <algorithm>
+#include <cstdio>
 #include <filesystem>
-#include <functional>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,16 +12,17 @@
 #include <vector>
 
 #include "chlist/convert/conversion_report.h"
+#include "chlist/edit/edits.h"
 #include "chlist/fields/values.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/files/file_records.h"
-#include "chlist/first_of_a_kind.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/new_list.h"
 #include "chlist/report.h"
+#include "chlist/salvage/salvage_report.h"
 #include "chlist/salvage/salvaging.h"
 #include "chlist/terminal.h"
 
@@ -31,7 +31,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct salvage_options : new_list_options {
+struct salvage_options : new_list_options {  // without an output: into the list in memory
   fs::path like;
 };
 
@@ -68,12 +68,6 @@ json json_of_found(const found_again &found) {
   return {{"what", found.what}, {"group_id", found.id}, {"name", found.name}, {"source", found.source}};
 }
 
-std::vector<corrected_count> corrected_counts(const salvage_outcome &outcome) {
-  std::vector<corrected_count> counts = outcome.list.counts;
-  counts.insert(counts.end(), outcome.list.groups.counts.begin(), outcome.list.groups.counts.end());
-  return counts;
-}
-
 json json_of_made(const made_record &record) {
   json object = {{"what", record.kind}, {"net_index", record.id.net_index}, {"network_id", record.id.network_id}};
   if (record.kind == "transponder") {
@@ -108,7 +102,7 @@ json json_of_outcome(const salvage_options &options, const salvage_outcome &outc
   return {{"file", options.input.string()},
           {"bytes", outcome.size},
           {"version", outcome.version},
-          {"output", options.output.string()},
+          {"output", options.output.empty() ? json() : json(options.output.string())},
           {"recovered",
            {{"networks", outcome.recovered.networks},
             {"transponders", outcome.recovered.transponders},
@@ -142,221 +136,6 @@ json json_of_outcome(const salvage_options &options, const salvage_outcome &outc
           {"services_of_another_list", array_of(outcome.strangers, json_of_service)},
           {"made_records", array_of(outcome.made, json_of_made)},
           {"differences", outcome.is_compared ? json_of_differences(outcome.differences) : json()}};
-}
-
-void print_heading(const std::string &text, style look) { fmt::print("{}\n", painted(text, look)); }
-
-// Of each list the first ten lines, unless all are asked for.
-class printed_lists {
- public:
-  explicit printed_lists(bool shows_all) : shows_all_(shows_all) {}
-
-  template <class Record>
-  void print(const std::vector<Record> &records, const std::string &heading,
-             const std::function<std::string(const Record &)> &text) const {
-    if (records.empty()) {
-      return;
-    }
-    print_heading(heading, style::yellow);
-    first_of_a_kind printed(shows_all_);
-    for (const Record &record : records) {
-      if (printed.takes(heading)) {
-        fmt::print("  {}\n", text(record));
-      }
-    }
-    for (const auto &[kind, count] : printed.left_out()) {
-      fmt::print("        ...  and {} more (--all)\n", count);
-    }
-  }
-
- private:
-  bool shows_all_;
-};
-
-std::string text_of_placed(const placed_service &service) {
-  return fmt::format("{:>9}  {}", service.offset, describe(service.known));
-}
-
-std::string text_of_made(const made_record &record) {
-  const std::string network = fmt::format("net {}, network {}", record.id.net_index, record.id.network_id);
-  return record.kind == "network" ? fmt::format("network ({}): its name is lost", network)
-                                  : fmt::format("transponder ({}, ts {}, {} {})", network, record.id.ts_id,
-                                                record.id.frequency, polarisation_letter(record.id));
-}
-
-void print_recovered(const salvage_options &options, const salvage_outcome &outcome) {
-  fmt::print("{}: {} on {} in {}, from {} of version {}\n", options.output.string(),
-             counted(outcome.recovered.services, "service"), counted(outcome.recovered.transponders, "transponder"),
-             counted(outcome.recovered.networks, "network"), counted(outcome.size, "byte"), outcome.version);
-  for (const list_view &view : views_of(*get_channel_list())) {
-    if (view.size() > 0) {
-      fmt::print("  {:<40}{:>6}\n", "entries: " + label_of(view.name), view.size());
-    }
-  }
-}
-
-void print_list_record(const salvage_outcome &outcome) {
-  for (const torn_place &place : outcome.torn) {
-    print_heading(fmt::format("The list's own record: {} {} near offset {}",
-                              counted(static_cast<std::size_t>(std::abs(place.bytes)), "byte"),
-                              place.bytes > 0 ? "inserted" : "cut out", place.offset),
-                  style::yellow);
-  }
-  if (outcome.list_bytes_missing > 0) {
-    print_heading(fmt::format("The list's own record lacks its last {}", counted(outcome.list_bytes_missing, "byte")),
-                  style::yellow);
-  }
-  if (outcome.has_wrong_version) {
-    print_heading(fmt::format("The version that the file names is not its own, {}", outcome.version), style::yellow);
-  }
-  if (outcome.has_lost_settings) {
-    print_heading("The settings are lost", style::red);
-  }
-}
-
-// "1 network, 2 services".
-std::string text_of(const record_counts &records) {
-  const std::pair<std::size_t, std::string_view> kinds[] = {
-      {records.networks, "network"}, {records.transponders, "transponder"}, {records.services, "service"}};
-  std::vector<std::string> parts;
-  for (const auto &[count, kind] : kinds) {
-    if (count > 0) {
-      parts.push_back(counted(count, kind));
-    }
-  }
-  return joined(parts, ", ");
-}
-
-void print_repeated(const salvage_outcome &outcome) {
-  for (const std::size_t offset : outcome.other_lists) {
-    print_heading(fmt::format("Another list begins at offset {}: its settings, groups and views are left out", offset),
-                  style::yellow);
-  }
-  if (!outcome.repeated.is_none()) {
-    print_heading(fmt::format("Dropped, being there already: {}", text_of(outcome.repeated)), style::yellow);
-  }
-}
-
-void print_notices(const salvage_outcome &outcome) {
-  if (!outcome.transfer.empty()) {
-    print_heading(fmt::format("A transfer in text mode, {}, was undone: offsets are those of the file before it",
-                              outcome.transfer),
-                  style::yellow);
-  }
-  print_list_record(outcome);
-  print_repeated(outcome);
-  if (outcome.list.all == all_view::numbered_anew) {
-    print_heading("No view had an entry left: all services are numbered anew", style::red);
-  }
-  if (outcome.list.all == all_view::filled) {
-    print_heading("Entries of the ALL view are lost: services have the numbers of other views, or new ones",
-                  style::red);
-  }
-  if (const std::size_t named = outcome.list.groups.named_favourites; named > 0) {
-    print_heading(fmt::format("Favourite groups with a new name, the old ones being lost: {}", named), style::yellow);
-  }
-  if (outcome.list.has_empty_favourites) {
-    print_heading("Favourite groups have no entry: whether they had some, nothing tells", style::yellow);
-  }
-  if (outcome.list.entries_without_service > 0) {
-    print_heading(fmt::format("No service is left: {} kept, without anything to tune to",
-                              outcome.list.entries_without_service == 1
-                                  ? "1 entry is"
-                                  : fmt::format("{} entries are", outcome.list.entries_without_service)),
-                  style::red);
-  }
-  if (!outcome.missing.is_none()) {
-    print_heading(fmt::format("Counts claim {} more than came back", text_of(outcome.missing)), style::yellow);
-  }
-}
-
-std::string text_of_count(const corrected_count &count) {
-  return fmt::format("{}: {} -> {}", count.what, count.counted, count.present);
-}
-
-std::string text_of_group(const lost_group &group) {
-  const std::string where = fmt::format("{}, position {}", group.table, position_of(group.position));
-  switch (group.loss) {
-    case group_loss::empty:
-      return where + ": nothing is left of it";
-    case group_loss::unreadable:
-      return where + ": its name is damaged";
-    case group_loss::repeated:
-      return fmt::format("{}: has the id {} of an earlier one", where, group.id);
-    default:
-      return fmt::format("{} {}: {} it, and it is not there", group.table, group.id,
-                         group.services == 1 ? "1 service has" : fmt::format("{} services have", group.services));
-  }
-}
-
-std::string text_of_found(const found_again &found) {
-  const std::string name = found.name.empty() ? "" : ' ' + shown(found.name);
-  return fmt::format("{}{}{}, in {}", found.what, found.what == "settings" ? "" : fmt::format(" {}", found.id), name,
-                     found.source);
-}
-
-std::string text_of_forsaken(const forsaken_record &record) {
-  return fmt::format("{:>9}  {}", record.offset, record.kind);
-}
-
-std::string text_of_range(const byte_range &range) {
-  return fmt::format("{:>9}  {}", range.offset, counted(range.size, "byte"));
-}
-
-// Entries that resolve to no service are among the lost ones.
-void print_conversion(const conversion &converted, const printed_lists &lists) {
-  print_losses(converted);
-  lists.print<known_service>(converted.duplicates, "The conversion dropped services:", text_of_duplicate);
-  lists.print<cut_array>(converted.cut, "Counts outside their arrays:", text_of_cut);
-}
-
-// A file has no checksum: of what stands in it once nothing tells whether it is as it was.
-std::string text_of_soundness(const salvage_options &options, const salvage_outcome &outcome) {
-  if (outcome.is_compared) {
-    return fmt::format("Everything came back: {} has the same.", options.like.string());
-  }
-  return outcome.converted && outcome.converted->has_losses()
-             ? "Nothing is missing that version 10 has a place for, and nothing contradicts itself."
-             : "Nothing is missing, and nothing contradicts itself.";
-}
-
-void print_comparison(const salvage_options &options, const salvage_outcome &outcome) {
-  if (!outcome.differences.empty()) {
-    print_heading(fmt::format("From {} to what came back:", options.like.string()), style::yellow);
-    fmt::print("{}", text_of_differences(outcome.differences));
-  }
-}
-
-void print_outcome(const salvage_options &options, const salvage_outcome &outcome) {
-  const printed_lists lists(options.shows_all);
-  print_recovered(options, outcome);
-  print_notices(outcome);
-  lists.print<corrected_count>(corrected_counts(outcome), "Counts that were corrected:", text_of_count);
-  lists.print<lost_group>(outcome.list.groups.lost, "Lost groups:", text_of_group);
-  lists.print<found_again>(outcome.list.groups.found, "Found again in other copies:", text_of_found);
-  if (outcome.converted) {
-    print_conversion(*outcome.converted, lists);
-  }
-  lists.print<made_record>(outcome.made, "Records made anew from their services:", text_of_made);
-  lists.print<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
-  lists.print<placed_service>(outcome.contradicted,
-                              "In doubt, the views name other services in their places:", text_of_placed);
-  lists.print<placed_entry>(outcome.list.other_numbers, "In doubt, ALL shows them under other numbers:",
-                            [](const placed_entry &entry) { return describe(entry); });
-  lists.print<placed_service>(outcome.strangers,
-                              "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
-  lists.print<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",
-                            [](const placed_entry &entry) { return describe(entry); });
-  if (outcome.list.blank_entries > 0) {
-    print_heading(fmt::format("Lost entries of which nothing is left: {}", outcome.list.blank_entries), style::yellow);
-  }
-  lists.print<forsaken_record>(outcome.forsaken,
-                               "Lost transponders and networks, none of their services came back:", text_of_forsaken);
-  lists.print<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
-  print_comparison(options, outcome);
-  if (!outcome.has_findings()) {
-    print_heading(text_of_soundness(options, outcome), style::green);
-  }
 }
 
 // Another channel file, whatever is left of it.
@@ -412,7 +191,51 @@ salvage_outcome salvage(const salvage_options &options) {
   }
 }
 
-constexpr new_list_road<salvage_options, salvage_outcome> road = {salvage, json_of_outcome, print_outcome};
+void print_salvage(const salvage_options &options, const salvage_outcome &outcome) {
+  print_outcome(stdout, {options.output.string(), options.like.string(), options.shows_all}, outcome);
+}
+
+constexpr new_list_road<salvage_options, salvage_outcome> road = {salvage, json_of_outcome, print_salvage};
+
+// What came back takes the place of the whole list.
+void salvage_into(const salvage_options &options, edited_list &list) {
+  const salvage_outcome outcome = salvage(options);
+  list.services_changed();
+  list.count_as_chosen(outcome.recovered.services);
+  list.tables.push_back({text_of_report([&](std::FILE *to) {
+                           print_outcome(to, {"the list", options.like.string(), options.shows_all}, outcome);
+                         }),
+                         json_of_outcome(options, outcome)});
+  if (outcome.has_findings()) {
+    list.notes.push_back(options.input.string() + ": something of it is lost, or in doubt");
+  }
+}
+
+option option_of_damaged(salvage_options &options) {
+  return {.names = "DAMAGED", .target = &options.input, .about = "the channel file to read", .is_required = true};
+}
+
+std::vector<option> options_of_search(salvage_options &options) {
+  return {{.names = "--like",
+           .target = &options.like,
+           .about = "another copy of the list, or one that is like it",
+           .value = "LIST"},
+          {.names = "--all",
+           .target = &options.shows_all,
+           .about = "tell every finding, not only the first ten of each kind"}};
+}
+
+std::vector<option> options_of(salvage_options &options) {
+  std::vector<option> all = {option_of_damaged(options),
+                             {.names = "-o,--output",
+                              .target = &options.output,
+                              .about = "the channel file to write",
+                              .value = "OUT",
+                              .is_required = true}};
+  std::ranges::move(options_of_search(options), std::back_inserter(all));
+  all.push_back({.names = "--json", .target = &options.as_json, .about = "report as JSON, every finding included"});
+  return all;
+}
 
 }  // namespace
 
@@ -441,22 +264,21 @@ command salvage_command() {
                            "cannot be written; or only the report could not be written"}},
       .examples = {"chlist check channels.dat",
                    "chlist salvage channels.dat -o rescued.dat && chlist check rescued.dat"},
-      .options =
-          {{.names = "DAMAGED", .target = &options->input, .about = "the channel file to read", .is_required = true},
-           {.names = "-o,--output",
-            .target = &options->output,
-            .about = "the channel file to write",
-            .value = "OUT",
-            .is_required = true},
-           {.names = "--like",
-            .target = &options->like,
-            .about = "another copy of the list, or one that is like it",
-            .value = "LIST"},
-           {.names = "--all",
-            .target = &options->shows_all,
-            .about = "tell every finding, not only the first ten of each kind"},
-           {.names = "--json", .target = &options->as_json, .about = "report as JSON, every finding included"}},
+      .options = options_of(*options),
       .run = [options] { return make_new_list(*options, road); }};
+}
+
+edit_row salvage_edit() {
+  auto options = std::make_shared<salvage_options>();
+  std::vector<option> all = {option_of_damaged(*options)};
+  std::ranges::move(options_of_search(*options), std::back_inserter(all));
+  return {.name = "salvage",
+          .summary = "Take what is left of a damaged file in place of the list",
+          .details = {"As `chlist salvage` does: services are found wherever they stand, and the report tells what "
+                      "came back and what is lost."},
+          .examples = {},
+          .options = std::move(all),
+          .take = taking<salvage_options>(options, salvage_into)};
 }
 
 }  // namespace chlist

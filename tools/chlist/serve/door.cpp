@@ -14,7 +14,8 @@
 namespace chlist {
 namespace {
 
-constexpr std::array own_names = {"127.0.0.1", "localhost"};
+// What browsers call this machine, as they write it in front of a port.
+constexpr std::array own_names = {"127.0.0.1", "localhost", "[::1]"};
 
 bool has_readable_body(const http_request &head) {
   return head.count("Transfer-Encoding") == 0 && head.count("Content-Encoding") == 0 &&

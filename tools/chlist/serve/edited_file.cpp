@@ -49,7 +49,7 @@ class edited_channel_file : public edited_file {
       : path_(std::move(path)), input_(read_to_edit(path_)), beside_(path_), first_beside_(beside_.kept()) {}
 
   std::vector<std::string> load() override {
-    std::vector<std::string> notes = load_faithfully(input_);
+    std::vector<std::string> notes = load_what_can_be_read();
     if (!beside_.note().empty()) {
       notes.push_back(beside_.note());
     }
@@ -72,13 +72,26 @@ class edited_channel_file : public edited_file {
     save_edited_list(path_, path_, false, {beside_.to_write(path_, std::move(beside)), edits.lines});
     input_ = read_to_edit(path_);
     beside_ = edited_companion(path_);
+    damage_.clear();
   }
 
+  [[nodiscard]] std::string damage() const override { return damage_; }
+
  private:
+  std::vector<std::string> load_what_can_be_read() {
+    try {
+      return load_faithfully(input_);
+    } catch (const std::runtime_error &error) {
+      damage_ = error.what();
+      return {};
+    }
+  }
+
   fs::path path_;
   channel_file input_;
   edited_companion beside_;  // as it stands on the disk
   companion first_beside_;   // as it was before all changes
+  std::string damage_;
 };
 
 // Every file of a folder, or the one.
@@ -133,9 +146,9 @@ class edited_foreign_list : public edited_file {
     std::ranges::transform(filled.skipped, std::back_inserter(notes), [](const skipped_line &line) {
       return fmt::format("line {} stays as it is: {}", line.line, line.reason);
     });
-    const exported_list again = written({});
-    for (const loss_counts::row &lost : again.lost.rows()) {
-      notes.push_back(fmt::format("not written again, {}: {}", lost.what, lost.count));
+    add_losses(written({}).lost, notes);
+    if (format_.layout == nullptr) {
+      add_losses(lost_in_reading_, notes);
     }
     return notes;
   }
@@ -158,11 +171,17 @@ class edited_foreign_list : public edited_file {
   }
 
  private:
+  static void add_losses(const loss_counts &lost, std::vector<std::string> &notes) {
+    for (const loss_counts::row &row : lost.rows()) {
+      notes.push_back(fmt::format("not written again, {}: {}", row.what, row.count));
+    }
+  }
+
   filled_list fill() {
-    loss_counts lost;
     read_files files;
-    line_up list = reading(source_, [&] { return format_.read(recorded(source_, files), lost); });
+    line_up list = reading(source_, [&] { return format_.read(recorded(source_, files), lost_in_reading_); });
     const std::vector<line_up_service> services_read = list.services;
+    loss_counts lost;
     take_transponders(list, nullptr, lost);
     choose_groups(list, {}, lost);
     filled_list filled = fill_list(list, lost);
@@ -207,6 +226,7 @@ class edited_foreign_list : public edited_file {
   std::map<fs::path, file_stamp> stamps_;
   list_source source_;
   const format &format_;
+  loss_counts lost_in_reading_;
   companion first_beside_;  // as it was before all changes
 };
 

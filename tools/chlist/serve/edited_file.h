@@ -24,6 +24,10 @@ class edited_file {
   // Takes what was read into memory. Returns what of it a save does not write again, one text for each.
   virtual std::vector<std::string> load() = 0;
 
+  // Why nothing of it could be taken, as of a damaged channel file: the list in memory is an empty one then. Empty when
+  // it was read.
+  [[nodiscard]] virtual std::string damage() const { return {}; }
+
   // Whether somebody else wrote it since it was read.
   [[nodiscard]] virtual bool is_changed() const = 0;
 

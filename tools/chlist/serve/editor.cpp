@@ -181,7 +181,9 @@ command editor_command() {
            "while. The address has a secret in it: nobody without it gets in.",
            "What is done there are the edits of `chlist apply`. They are kept in FILE.edits as they are made, so that "
            "a "
-           "crash loses nothing: the next `chlist edit` offers them again. FILE is replaced when somebody saves, as a "
+           "crash loses nothing: the next `chlist edit` offers them again; FILE.edits.files has what they made of "
+           "other "
+           "files. A channel file that is damaged opens to be salvaged. FILE is replaced when somebody saves, as a "
            "whole or not at all, and kept as FILE.bak; a FILE that somebody else wrote meanwhile is told, and never "
            "overwritten.",
            "FILE is a channel file, or a list of another format that `chlist import` reads and `chlist export` writes, "

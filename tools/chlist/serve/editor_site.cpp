@@ -13,6 +13,8 @@
 #include "chlist/fields/where.h"
 #include "chlist/page/browser_files.h"
 #include "chlist/page/page.h"
+#include "chlist/serve/edit_form.h"
+#include "chlist/text/base64.h"
 
 namespace chlist {
 namespace {
@@ -124,6 +126,7 @@ json json_of_outcome(const step_outcome &outcome) {
   return {{"notes", outcome.notes},
           {"tables", outcome.tables},
           {"chosen", outcome.chosen ? json(*outcome.chosen) : json()},
+          {"is_changed", !outcome.changes.empty()},
           {"changes", shown_changes(outcome.changes)}};
 }
 
@@ -146,7 +149,9 @@ std::span<const editor_site::call> editor_site::calls() {
                                  {"drop-left", &editor_site::drop_left},
                                  {"changes-of-file", &editor_site::changes_of_file},
                                  {"read-again", &editor_site::read_again},
-                                 {"save", &editor_site::save}};
+                                 {"save", &editor_site::save},
+                                 {"form", &editor_site::form},
+                                 {"take-file", &editor_site::take_file}};
   return all;
 }
 
@@ -219,6 +224,7 @@ json editor_site::state() const {
   return {{"revision", session_.revision()},
           {"file", session_.file().string()},
           {"is_saved", session_.is_saved()},
+          {"damage", session_.damage().empty() ? json() : json(session_.damage())},
           {"can_undo", session_.can_undo()},
           {"can_redo", session_.can_redo()},
           {"done", session_.done()},
@@ -299,6 +305,17 @@ json editor_site::changes_of_file(const json & /*asked*/) {
 
 json editor_site::read_again(const json &asked) {
   return changed_by(asked, [&] { return json{{"failures", session_.read_again()}}; });
+}
+
+json editor_site::form(const json &asked) { return form_of_edit(asked["edit"].as_string()); }
+
+json editor_site::take_file(const json &asked) {
+  const std::optional<std::string> bytes = bytes_of_base64(asked["bytes"].as_string());
+  const std::int64_t at = asked["at"].as_integer();
+  if (!bytes || at < 0) {
+    throw std::runtime_error("these are no bytes of a file");
+  }
+  return {{"path", session_.take_file(asked["name"].as_string(), static_cast<std::size_t>(at), *bytes).string()}};
 }
 
 json editor_site::save(const json &asked) {

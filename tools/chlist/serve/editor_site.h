@@ -53,6 +53,8 @@ class editor_site {
   json changes_of_file(const json &asked);
   json read_again(const json &asked);
   json save(const json &asked);
+  json form(const json &asked);
+  json take_file(const json &asked);
 
   std::mutex mutex_;
   list_session &session_;

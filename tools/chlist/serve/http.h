@@ -2,11 +2,13 @@
 // library that brings them through sockets.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -44,11 +46,16 @@ struct http_site {
 inline constexpr std::size_t largest_request = std::size_t{4} << 20U;
 inline constexpr std::chrono::milliseconds longest_request(10'000);
 
+// What this machine calls itself: browsers take either for "localhost".
+inline constexpr std::array loopback_addresses = {"127.0.0.1", "::1"};
+
 // Requests are answered in threads of the server's own, one request a connection.
 class http_server {
  public:
-  // Listens on a port of the loopback address; 0: one that is free. Throws when it cannot be had.
-  explicit http_server(int port, std::chrono::milliseconds longest = longest_request);
+  // Listens on one port of all these addresses; 0: one that is free. An address that the machine does not have is left
+  // out, but for the first: ::1 where there is no IPv6. Throws when the port cannot be had.
+  explicit http_server(int port, std::chrono::milliseconds longest = longest_request,
+                       std::span<const char *const> addresses = loopback_addresses);
   ~http_server();
   http_server(const http_server &) = delete;
   http_server &operator=(const http_server &) = delete;
@@ -60,7 +67,9 @@ class http_server {
 
  private:
   class listener;
-  std::unique_ptr<listener> listener_;
+  void listen(int port, std::chrono::milliseconds longest, std::span<const char *const> addresses);
+
+  std::vector<std::unique_ptr<listener>> listeners_;  // one an address
   int port_ = 0;
 };
 

@@ -1,6 +1,8 @@
 // The HTTP library behind our own streams: it bounds single reads, not what a client that sends a byte a second holds
 // up.
+#include <fmt/format.h>
 #include <httplib.h>
+#include <netdb.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -20,17 +22,17 @@ namespace {
 
 using clock = std::chrono::steady_clock;
 
-constexpr const char *loopback = "127.0.0.1";
 constexpr std::size_t answering_threads = 16;
 constexpr int waiting_connections = 128;
 constexpr int slice_ms = 50;  // after which it is seen that the server stops
 constexpr std::chrono::milliseconds time_to_linger(500);
+constexpr int attempts = 16;  // to find a port that is free on every address
 
 // A connection that ends when its time is over, or the server stops.
 class timed_stream : public httplib::Stream {
  public:
-  timed_stream(int socket, std::chrono::milliseconds time, const std::atomic<bool> &is_stopping)
-      : socket_(socket), time_(time), is_stopping_(is_stopping), end_(clock::now() + time) {}
+  timed_stream(int socket, const char *address, std::chrono::milliseconds time, const std::atomic<bool> &is_stopping)
+      : socket_(socket), address_(address), time_(time), is_stopping_(is_stopping), end_(clock::now() + time) {}
   timed_stream(const timed_stream &) = delete;
   timed_stream &operator=(const timed_stream &) = delete;
 
@@ -56,7 +58,7 @@ class timed_stream : public httplib::Stream {
   }
 
   void get_remote_ip_and_port(std::string &ip, int &port) const override {
-    ip = loopback;
+    ip = address_;
     port = 0;
   }
   void get_local_ip_and_port(std::string &ip, int &port) const override { get_remote_ip_and_port(ip, port); }
@@ -83,6 +85,7 @@ class timed_stream : public httplib::Stream {
   }
 
   int socket_;
+  const char *address_;
   std::chrono::milliseconds time_;
   const std::atomic<bool> &is_stopping_;
   clock::time_point end_;
@@ -108,11 +111,29 @@ void reuse_address(int socket) {
   ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
 }
 
+// Whether sockets can be bound to an address, whatever their port.
+bool has_address(const char *address) {
+  addrinfo asked = {};
+  asked.ai_flags = AI_NUMERICHOST;
+  asked.ai_socktype = SOCK_STREAM;
+  addrinfo *found = nullptr;
+  if (::getaddrinfo(address, nullptr, &asked, &found) != 0) {
+    return false;
+  }
+  const int socket = ::socket(found->ai_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const bool is_bound = socket >= 0 && ::bind(socket, found->ai_addr, found->ai_addrlen) == 0;
+  ::freeaddrinfo(found);
+  if (socket >= 0) {
+    ::close(socket);
+  }
+  return is_bound;
+}
+
 }  // namespace
 
 class http_server::listener : public httplib::Server {
  public:
-  explicit listener(std::chrono::milliseconds longest) : longest_(longest) {
+  listener(const char *address, std::chrono::milliseconds longest) : address_(address), longest_(longest) {
     set_socket_options(reuse_address);
     set_payload_max_length(largest_request);
     new_task_queue = [] { return new httplib::ThreadPool(answering_threads); };
@@ -124,7 +145,7 @@ class http_server::listener : public httplib::Server {
   // Returns the port, or -1. The library lets five connections wait; a browser opens more at once, and each that finds
   // no room comes a second later.
   int bind(int port) {
-    const int bound = port == 0 ? bind_to_any_port(loopback) : bind_to_port(loopback, port) ? port : -1;
+    const int bound = port == 0 ? bind_to_any_port(address_) : bind_to_port(address_, port) ? port : -1;
     return bound > 0 && ::listen(svr_sock_, waiting_connections) == 0 ? bound : -1;
   }
 
@@ -160,7 +181,7 @@ class http_server::listener : public httplib::Server {
 
  private:
   bool process_and_close_socket(socket_t socket) override {
-    timed_stream stream(socket, longest_, is_stopping_);
+    timed_stream stream(socket, address_, longest_, is_stopping_);
     bool is_closed = false;
     const bool is_answered = process_request(stream, true, is_closed, [](httplib::Request & /*request*/) {});
     stream.linger();
@@ -168,22 +189,53 @@ class http_server::listener : public httplib::Server {
     return is_answered;
   }
 
+  const char *address_;
   std::chrono::milliseconds longest_;
   std::atomic<bool> is_stopping_ = false;
   std::atomic<bool> has_ended_ = false;
   std::thread thread_;
 };
 
-http_server::http_server(int port, std::chrono::milliseconds longest) : listener_(std::make_unique<listener>(longest)) {
-  port_ = listener_->bind(port);
-  if (port_ <= 0) {
-    throw std::runtime_error("port " + std::to_string(port) + " of " + loopback + " cannot be had");
+// A free port of one address may be somebody else's on the next one.
+http_server::http_server(int port, std::chrono::milliseconds longest, std::span<const char *const> addresses) {
+  for (int left = port == 0 ? attempts : 1; listeners_.empty(); --left) {
+    try {
+      listen(port, longest, addresses);
+    } catch (const std::runtime_error &) {
+      listeners_.clear();
+      if (left == 1) {
+        throw;
+      }
+    }
+  }
+}
+
+void http_server::listen(int port, std::chrono::milliseconds longest, std::span<const char *const> addresses) {
+  port_ = port;
+  for (const char *address : addresses) {
+    if (address == addresses.front() || has_address(address)) {
+      listeners_.push_back(std::make_unique<listener>(address, longest));
+      const int bound = listeners_.back()->bind(port_);
+      if (bound <= 0) {
+        throw std::runtime_error(fmt::format("port {} of {} cannot be had", port_, address));
+      }
+      port_ = bound;
+    }
   }
 }
 
 http_server::~http_server() = default;
 
-void http_server::start(const http_site &site) { listener_->serve(site); }
-void http_server::stop() { listener_->finish(); }
+void http_server::start(const http_site &site) {
+  for (const std::unique_ptr<listener> &each : listeners_) {
+    each->serve(site);
+  }
+}
+
+void http_server::stop() {
+  for (const std::unique_ptr<listener> &each : listeners_) {
+    each->finish();
+  }
+}
 
 }  // namespace chlist

@@ -24,8 +24,8 @@ namespace {
 constexpr std::string_view source_of_lines = "edit";
 
 // Without comments and empty lines, which would end a step of the journal.
-edit_step step_of(std::string_view text) {
-  edit_step step;
+std::string lines_of(std::string_view text) {
+  std::string step;
   text_lines lines(text);
   while (const std::optional<std::string_view> line = lines.next()) {
     if (!words_of_edit(*line).empty()) {
@@ -36,9 +36,9 @@ edit_step step_of(std::string_view text) {
 }
 
 // The number of a line is told when there are several.
-std::string without_source(const std::string &message, const edit_step &step) {
+std::string without_source(const std::string &message, const std::string &step) {
   const std::string only_line = fmt::format("{}:1: ", source_of_lines);
-  const bool is_only = step.find('\n') == edit_step::npos;
+  const bool is_only = step.find('\n') == std::string::npos;
   return is_only && message.starts_with(only_line) ? message.substr(only_line.size()) : message;
 }
 
@@ -48,8 +48,14 @@ std::filesystem::path named_path(const std::filesystem::path &file) {
   return path.has_filename() ? path : path.parent_path();
 }
 
-void apply_lines(const edit_step &step, edited_list &list) {
-  for (const read_edit &edit : edits_in(step, std::string(source_of_lines))) {
+std::vector<read_edit> edits_of(const std::string &lines) { return edits_in(lines, std::string(source_of_lines)); }
+
+edit_step step_of(const std::string &lines, const step_outcome &outcome, std::string made) {
+  return outcome.reads_files ? edit_step{lines, std::move(made), outcome.identities} : edit_step{lines, {}, {}};
+}
+
+void apply_all(const std::vector<read_edit> &edits, edited_list &list) {
+  for (const read_edit &edit : edits) {
     try {
       edit.apply(list);
     } catch (const std::runtime_error &error) {
@@ -97,7 +103,8 @@ std::vector<std::string> list_session::take_left() {
     begin_at(unfinished.image);
     is_journal_of_file_ = false;
   }
-  std::vector<std::string> failures = do_as_many(unfinished.steps);
+  const bool is_same_list = is_left_of_this_list();
+  std::vector<std::string> failures = do_as_many(unfinished.steps, is_same_list);
   if (failures.empty()) {
     journal_.take_up();
     return failures;
@@ -113,50 +120,58 @@ std::vector<std::string> list_session::take_left() {
 
 void list_session::drop_left() { journal_.start(saved_image_); }
 
-step_outcome list_session::do_lines(std::string_view lines) {
-  const edit_step step(lines);
+// Reading another list may take the one in memory.
+step_outcome list_session::do_lines(const std::string &lines) {
   edited_list edited;
+  bool reads_files = false;
   try {
-    apply_lines(step, edited);
+    const std::vector<read_edit> edits = edits_of(lines);
+    reads_files = std::ranges::any_of(edits, &read_edit::reads_files);
+    if (reads_files) {
+      load_image(image_);
+    }
+    apply_all(edits, edited);
   } catch (const std::runtime_error &error) {
     load_image(image_);
-    throw std::runtime_error(without_source(error.what(), step));
+    throw std::runtime_error(without_source(error.what(), lines));
   }
-  step_outcome outcome = {edited.notes, {}, edited.chosen(), {}, edited.identities()};
+  step_outcome outcome = {edited.notes, {}, edited.chosen(), {}, edited.identities(), reads_files};
   std::ranges::transform(edited.tables, std::back_inserter(outcome.tables), &edit_table::text);
   return outcome;
 }
 
 step_outcome list_session::apply(std::string_view lines) {
   must_be_answered();
-  const edit_step step = step_of(lines);
-  step_outcome outcome = do_lines(step);
-  if (image_of(*get_channel_list()) == image_) {
+  const std::string text = lines_of(lines);
+  step_outcome outcome = do_lines(text);
+  std::string made = image_of(*get_channel_list());
+  if (made == image_) {
     return outcome;
   }
+  const edit_step step = step_of(text, outcome, std::move(made));
   try {
     journal_.add(step);
   } catch (const std::exception &) {
     load_image(image_);
     throw;
   }
-  add_step(step, outcome);
+  add_step(step, outcome.identities);
   return outcome;
 }
 
-void list_session::add_step(const edit_step &step, const step_outcome &outcome) {
+void list_session::add_step(const edit_step &step, const std::vector<changed_identity> &identities) {
   steps_.resize(done_);
   identities_.resize(done_);
   states_.forget_behind(done_);
   steps_.push_back(step);
-  identities_.push_back(outcome.identities);
+  identities_.push_back(identities);
   ++done_;
   list_changed();
 }
 
 step_outcome list_session::preview(std::string_view lines) {
   must_be_answered();
-  step_outcome outcome = do_lines(step_of(lines));
+  step_outcome outcome = do_lines(lines_of(lines));
   outcome.changes = differences(list_, line_up_in_memory());
   load_image(image_);
   return outcome;
@@ -187,7 +202,7 @@ void list_session::redo() {
 
 // What was saved is undone: the journal goes on from a list that is in no file.
 void list_session::begin_journal_in_front_of(std::size_t step) {
-  const list_states::state &from = states_.nearest(step - 1);
+  const list_states::state from = state_in_front_of(step - 1);
   journal_.start_from(from.image);
   is_journal_of_file_ = false;
   journal_begin_ = from.step;
@@ -201,12 +216,23 @@ void list_session::load_image(const std::string &image) const {
   load_faithfully(channel_file(file(), {bytes.begin(), bytes.end()}));
 }
 
+// Steps that keep what they made are states as well: the lines behind them read no files.
+list_states::state list_session::state_in_front_of(std::size_t step) const {
+  list_states::state nearest = states_.nearest(step);
+  for (std::size_t i = step; i > nearest.step; --i) {
+    if (!steps_[i - 1].image.empty()) {
+      return {i, steps_[i - 1].image};
+    }
+  }
+  return nearest;
+}
+
 void list_session::go_to(std::size_t step) {
-  const list_states::state &from = states_.nearest(step);
+  const list_states::state from = state_in_front_of(step);
   load_image(from.image);
   edited_list edited;
   for (std::size_t i = from.step; i < step; ++i) {
-    apply_lines(steps_[i], edited);
+    apply_all(edits_of(steps_[i].lines), edited);
   }
   list_changed();
 }
@@ -230,21 +256,33 @@ void list_session::begin_at(std::string image) {
 
 void list_session::file_was_read() {
   notes_ = file_->load();
+  damage_ = file_->damage();
   saved_image_ = image_of(*get_channel_list());
   saved_list_ = line_up_in_memory();
 }
 
 // Those that can be done become the steps of this session.
-std::vector<std::string> list_session::do_as_many(const std::vector<edit_step> &steps) {
+std::vector<std::string> list_session::do_as_many(const std::vector<edit_step> &steps, bool is_same_list) {
   std::vector<std::string> failures;
   for (const edit_step &step : steps) {
     try {
-      add_step(step, do_lines(step));
+      do_again(step, is_same_list && failures.empty());
     } catch (const std::runtime_error &error) {
-      failures.push_back(fmt::format("{}: {}", step, error.what()));
+      failures.push_back(fmt::format("{}: {}", step.lines, error.what()));
     }
   }
   return failures;
+}
+
+// What lines made of the same list is what they make of it, whatever became of the files that they read.
+void list_session::do_again(const edit_step &step, bool is_same_list) {
+  if (is_same_list && !step.image.empty()) {
+    load_image(step.image);
+    add_step(step, step.identities);
+    return;
+  }
+  const step_outcome outcome = do_lines(step.lines);
+  add_step(step_of(step.lines, outcome, image_of(*get_channel_list())), outcome.identities);
 }
 
 std::vector<change> list_session::changes() const { return differences(saved_list_, list_); }
@@ -252,7 +290,7 @@ std::vector<change> list_session::changes() const { return differences(saved_lis
 std::string list_session::unsaved_lines() const {
   std::string lines;
   for (std::size_t i = journal_begin_; is_journal_of_file_ && i < done_; ++i) {
-    lines.append(steps_[i]) += '\n';
+    lines.append(steps_[i].lines) += '\n';
   }
   return lines;
 }
@@ -279,6 +317,7 @@ void list_session::save() {
   journal_.start(saved_image_);
   journal_begin_ = done_;
   is_journal_of_file_ = true;
+  damage_.clear();
   ++revision_;
 }
 
@@ -293,6 +332,9 @@ line_up list_session::list_in(const std::filesystem::path &path) {
   }
   line_up read = line_up_in_memory();
   load_image(image_);
+  if (!other->damage().empty()) {
+    throw std::runtime_error(other->damage());
+  }
   return read;
 }
 
@@ -317,10 +359,11 @@ std::vector<std::string> list_session::read_again() {
     unsaved.assign(steps_.begin() + static_cast<std::ptrdiff_t>(journal_begin_),
                    steps_.begin() + static_cast<std::ptrdiff_t>(done_));
   }
+  list_in(path_);  // or nothing is touched
   file_ = open_to_edit(path_);
   file_was_read();
   begin_at(saved_image_);
-  std::vector<std::string> failures = do_as_many(unsaved);
+  std::vector<std::string> failures = do_as_many(unsaved, false);
   journal_.start(saved_image_);
   std::ranges::for_each(steps_, [this](const edit_step &step) { journal_.add(step); });
   return failures;

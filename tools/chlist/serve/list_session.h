@@ -25,6 +25,7 @@ struct step_outcome {
   std::optional<std::size_t> chosen;  // services, when a condition chose them
   std::vector<change> changes;        // of a preview
   std::vector<changed_identity> identities;
+  bool reads_files = false;  // that the lines name
 };
 
 // Every call that changes something throws std::runtime_error when it cannot be done, and everything is as it was.
@@ -37,6 +38,9 @@ class list_session {
 
   [[nodiscard]] const std::filesystem::path &file() const { return path_; }
   [[nodiscard]] const std::vector<std::string> &notes() const { return notes_; }  // of the file
+  // Why nothing of the file could be read; empty when it was, and when it is saved. The list is empty until somebody
+  // salvages what is left.
+  [[nodiscard]] const std::string &damage() const { return damage_; }
 
   // The list as it is now, and a number that is another one whenever it is another list.
   [[nodiscard]] const line_up &list() const { return list_; }
@@ -57,6 +61,11 @@ class list_session {
   [[nodiscard]] bool can_undo() const { return done_ > 0; }
   [[nodiscard]] bool can_redo() const { return done_ < steps_.size(); }
 
+  // A file that edits are to read, part by part; returns where it is.
+  std::filesystem::path take_file(std::string_view name, std::size_t at, std::string_view bytes) {
+    return journal_.take_file(name, at, bytes);
+  }
+
   // Steps since the list was opened, those that are done.
   [[nodiscard]] std::size_t done() const { return done_; }
   [[nodiscard]] bool is_saved() const { return image_ == saved_image_; }
@@ -75,9 +84,11 @@ class list_session {
 
  private:
   void must_be_answered() const;
-  step_outcome do_lines(std::string_view lines);
-  void add_step(const edit_step &step, const step_outcome &outcome);
-  std::vector<std::string> do_as_many(const std::vector<edit_step> &steps);
+  step_outcome do_lines(const std::string &lines);
+  void add_step(const edit_step &step, const std::vector<changed_identity> &identities);
+  std::vector<std::string> do_as_many(const std::vector<edit_step> &steps, bool is_same_list);
+  void do_again(const edit_step &step, bool is_same_list);
+  [[nodiscard]] list_states::state state_in_front_of(std::size_t step) const;
   void load_image(const std::string &image) const;
   line_up list_in(const std::filesystem::path &path);
   void go_to(std::size_t step);
@@ -91,6 +102,7 @@ class list_session {
   std::unique_ptr<edited_file> file_;
   edit_journal journal_;
   std::vector<std::string> notes_;
+  std::string damage_;
   std::string image_;  // of the list
   std::string saved_image_;
   line_up list_;

@@ -1,10 +1,11 @@
-// Everything that the list holds of one service.
+// What the list holds of one service, by topics; what nobody set is left out.
 
-const set = (value, unset) => (value === unset ? 'not set' : `${value}`);
+const given = (fields) => fields.filter(([, value]) => value !== '' && value !== null && value !== undefined);
+const setPid = (pid) => (pid === unsetPid ? '' : `${pid}`);
+const setTag = (tag) => (tag === unsetTag ? '' : `${tag}`);
 
-function fieldsOf({ number, id, service: of }) {
-  const fields = [
-    ['Number', number || 'none'],
+function topicsOf({ number, id, service: of }) {
+  const identityFields = [
     ['Network index', id.netIndex],
     ['Original network id', id.networkId],
     ['Transport stream id', id.tsId],
@@ -12,40 +13,42 @@ function fieldsOf({ number, id, service: of }) {
     ['Service id', id.serviceId],
   ];
   if (!of) {
-    return [...fields, ['Service', 'the list holds none that this entry names']];
+    return [['Entry', given([['Number', number], ['Service', 'the list holds none that this entry names']])],
+            ['Identity', identityFields]];
   }
-  const { pids, tags } = of;
-  const yes = (bit) => (of.flag & bit ? 'yes' : 'no');
+  const flags = [[scrambled, 'scrambled'], [locked, 'locked'], [skipped, 'skipped'], [carriesData, 'data service']];
   return [
-    ...fields,
-    ['Short name', of.shortName || 'none'],
-    ['Type', of.typeName],
-    ['Source type', of.source],
-    ['Network', of.transponder.network.name || 'none'],
-    ['Provider', of.provider || 'none'],
-    ['Genre', of.genre || 'none'],
-    ['Country', of.country || 'none'],
-    ['Favourite groups', of.favourites.join(', ') || 'none'],
-    ['Scrambled', yes(scrambled)],
-    ['Locked', yes(locked)],
-    ['Skipped', yes(skipped)],
-    ['Data service', yes(carriesData)],
-    ['PMT PID', set(pids.pmt, unsetPid)],
-    ['PCR PID', set(pids.pcr, unsetPid)],
-    ['Video PID', set(pids.video, unsetPid)],
-    ['Video ECM PID', set(pids.videoEcm, unsetPid)],
-    ['Audio PID', set(pids.audio, unsetPid)],
-    ['Video tag', set(tags.video, unsetTag)],
-    ['Audio tag', set(tags.audio, unsetTag)],
-    ['Order key', of.orderKey],
-  ];
+    ['Service', given([
+      ['Short name', of.shortName === of.name ? '' : of.shortName],
+      ['Type', of.typeName],
+      ['Provider', of.provider],
+      ['Genre', of.genre],
+      ['Country', of.country],
+      ['Marks', flags.filter(([bit]) => of.flag & bit).map(([, word]) => word).join(', ')],
+    ])],
+    ['Shown as', of.shownIn.map(([title, shownNumber]) => [title, shownNumber || 'no number'])],
+    ['Identity', [['Network', of.transponder.network.name], ...identityFields].filter(([, value]) => value !== '')],
+    ['Streams', given([
+      ['PMT PID', setPid(of.pids.pmt)],
+      ['PCR PID', setPid(of.pids.pcr)],
+      ['Video PID', setPid(of.pids.video)],
+      ['Video ECM PID', setPid(of.pids.videoEcm)],
+      ['Audio PID', setPid(of.pids.audio)],
+      ['Video tag', setTag(of.tags.video)],
+      ['Audio tag', setTag(of.tags.audio)],
+      ['Source type', of.source],
+      ['Order key', of.orderKey || ''],
+    ])],
+  ].filter(([, fields]) => fields.length > 0);
 }
 
 const details = {
   box: find('details'),
 
-  start() {
+  start(onClose) {
     find('details-close').addEventListener('click', () => this.box.close());
+    find('copy-identity').addEventListener('click', () => copyText(find('details-identity').textContent));
+    this.box.addEventListener('close', onClose);
     this.box.addEventListener('click', (event) => {
       if (event.target === this.box) {
         this.box.close();
@@ -55,10 +58,12 @@ const details = {
 
   show(of) {
     find('details-name').textContent = of.service ? of.service.name || 'A service without a name' : 'No service';
-    find('details-fields').replaceChildren(
-      ...fieldsOf(of).map(([name, value]) =>
-        make('div', {}, make('dt', {}, name), make('dd', { dir: 'auto' }, `${value}`))),
-    );
-    this.box.showModal();
+    find('details-identity').textContent = of.id.text;
+    find('details-topics').replaceChildren(...topicsOf(of).map(([title, fields]) => make('section', {},
+      make('h3', {}, title), make('dl', {}, ...fields.map(([name, value]) =>
+        make('div', {}, make('dt', { dir: 'auto' }, name), make('dd', { dir: 'auto' }, `${value}`)))))));
+    if (!this.box.open) {
+      this.box.showModal();
+    }
   },
 };

@@ -49,5 +49,8 @@ function groupBy(values, keyOf) {
   return groups;
 }
 
+const collator = new Intl.Collator('en', { numeric: true, sensitivity: 'base' });
+
 // Case and accents make no difference to a search.
 const folded = (text) => text.normalize('NFD').replace(/\p{M}/gu, '').toLowerCase();
+const wordsOf = (text) => folded(text).split(/\s+/).filter(Boolean);

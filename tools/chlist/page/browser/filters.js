@@ -1,10 +1,12 @@
-// Which rows of a view are shown: search, type, provider, access, marks and transponder, all of them together.
+// Which rows of a view are shown: search, choices, marks and transponder, all of them together; and how many each choice
+// would show.
 
 const filters = {
   search: '',
+  network: '',
   type: '',
-  provider: '',
   access: '',
+  provider: '',
   favourites: false,
   locked: false,
   skipped: false,
@@ -12,36 +14,62 @@ const filters = {
 };
 
 const noFilters = { ...filters };
+const choices = ['network', 'type', 'access', 'provider'];
+const toggles = { favourites: 'Favourites', locked: 'Locked', skipped: 'Skipped' };
 
 const isFree = (of) => (of.flag & scrambled) === 0;
 
-const conditions = {
-  type: (of, type) => (type === 'other' ? !(of.type in typeNames) : of.type === Number(type)),
-  provider: (of, provider) => of.provider === provider.slice(1),
-  access: (of, access) => isFree(of) === (access === 'free'),
-  favourites: (of) => of.favourites.length > 0,
-  locked: (of) => (of.flag & locked) !== 0,
-  skipped: (of) => (of.flag & skipped) !== 0,
-  transponder: (of, transponder) => of.transponder === transponder,
-};
-
-// Every word of the search is somewhere in the row.
-function filtered(rows) {
-  const words = folded(filters.search).split(/\s+/).filter(Boolean);
-  const active = Object.entries(conditions).filter(([name]) => filters[name]);
-  return rows.filter(
-    (each) =>
-      words.every((word) => each.text.includes(word)) &&
-      active.every(([name, holds]) => each.service && holds(each.service, filters[name])),
-  );
+// What a service is chosen by. Names have a mark in front: an empty choice is none.
+function valuesOf(of) {
+  of.values ??= {
+    network: `=${of.transponder.network.name}`,
+    type: of.type in typeNames ? `${of.type}` : 'other',
+    access: isFree(of) ? 'free' : 'scrambled',
+    provider: `=${of.provider}`,
+    favourites: of.favourites.length > 0,
+    locked: (of.flag & locked) !== 0,
+    skipped: (of.flag & skipped) !== 0,
+    transponder: of.transponder,
+  };
+  return of.values;
 }
 
-function options(select, all, values) {
-  select.append(make('option', { value: '' }, all), ...values.map(([value, text]) => make('option', { value }, text)));
+class ChoiceCounts {
+  constructor() {
+    this.counts = Object.fromEntries([...choices, ...Object.keys(toggles)].map((name) => [name, new Map()]));
+  }
+
+  add(values, name) {
+    const of = this.counts[name];
+    of?.set(values[name], (of.get(values[name]) ?? 0) + 1);
+  }
+
+  of(name, value) {
+    return this.counts[name].get(value) ?? 0;
+  }
+}
+
+// Every word of the search is somewhere in the row. A choice counts rows that meet all filters but its own.
+function filtered(rows) {
+  const words = wordsOf(filters.search);
+  const active = Object.keys(filters).filter((name) => name !== 'search' && filters[name]);
+  const counts = new ChoiceCounts();
+  const countable = Object.keys(counts.counts);
+  const found = rows.filter((each) => words.every((word) => each.text.includes(word)));
+  const shown = found.filter(({ service }) => {
+    const values = service ? valuesOf(service) : {};
+    const failed = active.filter((name) => values[name] !== filters[name]);
+    if (service && failed.length <= 1) {
+      (failed.length === 0 ? countable : failed).forEach((name) => counts.add(values, name));
+    }
+    return failed.length === 0;
+  });
+  return { shown, counts };
 }
 
 const controls = {
   onChange: () => {},
+  texts: new Map(),  // what options say in front of their counts
 
   start(onChange) {
     this.onChange = onChange;
@@ -61,20 +89,38 @@ const controls = {
     if (services.some((each) => !(each.type in typeNames))) {
       types.push(['other', 'Other types']);
     }
-    options(find('filter-type'), 'All types', types);
-    const providers = [...new Set(services.map((each) => each.provider).filter(Boolean))].sort(collator.compare);
-    options(find('filter-provider'), 'All providers', providers.map((name) => [`=${name}`, name]));
-    options(find('filter-access'), 'Any access', [['free', 'Free'], ['scrambled', 'Scrambled']]);
-    for (const name of ['type', 'provider', 'access']) {
-      find(`filter-${name}`).addEventListener('change', (event) => this.set(name, event.target.value));
-    }
+    const named = (nameOf) => [...new Set(services.map(nameOf).filter(Boolean))].sort(collator.compare)
+      .map((name) => [`=${name}`, name]);
+    this.options('network', 'All networks', named((each) => each.transponder.network.name));
+    this.options('type', 'All types', types);
+    this.options('access', 'Any access', [['free', 'Free'], ['scrambled', 'Scrambled']]);
+    this.options('provider', 'All providers', named((each) => each.provider));
+  },
+
+  options(name, all, values) {
+    const select = find(`filter-${name}`);
+    const made = values.map(([value, text]) => make('option', { value }, text));
+    made.forEach((option, i) => this.texts.set(option, values[i][1]));
+    select.append(make('option', { value: '' }, all));
+    appendAll(select, made);
+    select.addEventListener('change', () => this.set(name, select.value));
   },
 
   makeToggles() {
-    for (const [name, text] of [['favourites', 'Favourites'], ['locked', 'Locked'], ['skipped', 'Skipped']]) {
-      find('toggles').append(make('button', { type: 'button', class: 'toggle', id: `filter-${name}`,
-                                              'aria-pressed': 'false', click: () => this.set(name, !filters[name]) },
-                                  text));
+    for (const name of Object.keys(toggles)) {
+      find('toggles').append(make('button', { type: 'button', class: 'tool toggle', id: `filter-${name}`,
+                                              'aria-pressed': 'false', click: () => this.set(name, !filters[name]) }));
+    }
+  },
+
+  showCounts(counts) {
+    for (const [option, text] of this.texts) {
+      const name = option.parentElement.id.slice('filter-'.length);
+      option.textContent = `${text} (${grouped.format(counts.of(name, option.value))})`;
+    }
+    for (const [name, text] of Object.entries(toggles)) {
+      find(`filter-${name}`).replaceChildren(`${text} `, make('span', { class: 'tab-count' },
+                                                              grouped.format(counts.of(name, true))));
     }
   },
 
@@ -94,12 +140,10 @@ const controls = {
     if (find('search').value !== filters.search) {
       find('search').value = filters.search;
     }
-    for (const name of ['type', 'provider', 'access']) {
+    choices.forEach((name) => {
       find(`filter-${name}`).value = filters[name];
-    }
-    for (const name of ['favourites', 'locked', 'skipped']) {
-      find(`filter-${name}`).setAttribute('aria-pressed', filters[name]);
-    }
+    });
+    Object.keys(toggles).forEach((name) => find(`filter-${name}`).setAttribute('aria-pressed', filters[name]));
     const chip = find('transponder-chip');
     chip.hidden = filters.transponder === null;
     if (filters.transponder) {

@@ -1,12 +1,13 @@
-// What stands out of a service, as badges.
+// What stands out of a service, as badges and as words.
 
 const badge = (text, kind, title = null) => make('span', { class: `badge ${kind}`, title }, text);
 
-function marks({ service: of }) {
+// [text, kind, words]: words where the text is a sign.
+function marksOf({ service: of }) {
   if (!of) {
-    return [badge('no service', 'bad')];
+    return [['no service', 'bad']];
   }
-  const made = of.favourites.length > 0 ? [badge('★', 'star', of.favourites.join(', '))] : [];
+  const found = of.favourites.length > 0 ? [['★', 'star', of.favourites.join(', ')]] : [];
   for (const [bit, text, kind] of [
     [scrambled, 'scrambled', 'key'],
     [locked, 'locked', 'lock'],
@@ -14,8 +15,11 @@ function marks({ service: of }) {
     [carriesData, 'data', 'plain'],
   ]) {
     if (of.flag & bit) {
-      made.push(badge(text, kind));
+      found.push([text, kind]);
     }
   }
-  return made;
+  return found;
 }
+
+const marks = (row) => marksOf(row).map(([text, kind, words]) => badge(text, kind, words));
+const markWords = (row) => marksOf(row).map(([text, , words]) => words ?? text).join(', ');

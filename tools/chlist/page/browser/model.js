@@ -49,6 +49,7 @@ class Service {
       pids: { pmt, pcr, video, videoEcm, audio },
       tags: { video: videoTag, audio: audioTag },
       favourites: [],
+      shownIn: [],  // titles of views, and its numbers there
       isListed: false,
     });
   }
@@ -87,7 +88,9 @@ function viewOf(record, services) {
         found.favourites.push(title);
       }
     }
-    return new Row(position, [major, minor], found, found ? found.id : identity(id));
+    const row = new Row(position, [major, minor], found, found ? found.id : identity(id));
+    found?.shownIn.push([title, row.number]);
+    return row;
   });
   return { kind: record.kind, title, isFavourites, group: record.group, rows };
 }
@@ -108,6 +111,6 @@ function modelOf(data) {
   const services = data.services.map((record, index) => new Service(record, index, transponders[record[2]], data));
   services.forEach((each) => each.transponder.services.push(each));
   const rank = (view) => (view.isFavourites ? viewOrder.length : viewOrder.indexOf(view.title));
-  const views = data.views.map((record) => viewOf(record, services)).sort((a, b) => rank(a) - rank(b));
+  const views = data.views.map((record, place) => ({ ...viewOf(record, services), place })).sort((a, b) => rank(a) - rank(b));
   return { networks, transponders, services, views };
 }

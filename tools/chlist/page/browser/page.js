@@ -19,7 +19,7 @@ function showTotals() {
     ['Providers', data.providers.length],
     ['Networks', networks.length],
     ['Transponders', transponders.length],
-  ];
+  ].filter(([name, value]) => value > 0 || name === 'Services');
   find('totals').append(
     ...totals.map(([name, value]) => make('div', {}, make('dt', {}, name), make('dd', {}, grouped.format(value)))),
   );
@@ -29,8 +29,10 @@ let currentView = 0;
 
 function showRows() {
   const { rows } = views[currentView];
-  const shown = filtered(rows);
+  const { shown, counts } = filtered(rows);
   table.show(shown, rows.length);
+  controls.showCounts(counts);
+  showChosenView();
   find('shown-count').textContent = shown.length === rows.length
     ? counted(rows.length, 'entry')
     : `${grouped.format(shown.length)} of ${counted(rows.length, 'entry')}`;
@@ -38,50 +40,90 @@ function showRows() {
   find('nothing').textContent = rows.length === 0 ? 'This view has no entries.' : 'Nothing here matches.';
 }
 
+// Another view, other filters or another order: no row is pointed at any more.
+function showAnew() {
+  Object.assign(place, { row: null, isOpen: false });
+  showRows();
+  place.write();
+}
+
 function chooseView(index) {
   currentView = index;
-  [...find('tabs').children].forEach((tab, i) => {
-    tab.setAttribute('aria-selected', i === index);
-    tab.setAttribute('tabindex', i === index ? 0 : -1);
+  showAnew();
+}
+
+function showChosenView() {
+  const tabs = [...find('tabs').children];
+  const hasTab = tabs.some((tab) => tab.id === `tab-${currentView}`);
+  tabs.forEach((tab, i) => {
+    const isChosen = tab.id === `tab-${currentView}`;
+    tab.setAttribute('aria-selected', isChosen);
+    tab.setAttribute('tabindex', isChosen || (!hasTab && i === 0) ? 0 : -1);
   });
-  find('panel').setAttribute('aria-labelledby', `tab-${index}`);
-  showRows();
+  find('group').value = hasTab ? '' : `${currentView}`;
+  find('group').classList.toggle('chosen', !hasTab);
+  find('panel').setAttribute('aria-labelledby', hasTab ? `tab-${currentView}` : 'group');
 }
 
 function onTabKey(event) {
-  const steps = { ArrowRight: 1, ArrowLeft: -1, Home: -currentView, End: views.length - 1 - currentView };
-  if (event.key in steps) {
+  const tabs = [...find('tabs').children];
+  const at = tabs.indexOf(event.target);
+  const steps = { ArrowRight: 1, ArrowLeft: -1, Home: -at, End: tabs.length - 1 - at };
+  if (at >= 0 && event.key in steps) {
     event.preventDefault();
-    chooseView((currentView + steps[event.key] + views.length) % views.length);
-    find(`tab-${currentView}`).focus();
+    const next = tabs[(at + steps[event.key] + tabs.length) % tabs.length];
+    next.click();
+    next.focus();
   }
 }
 
+// Views as tabs; favourite groups, of which there may be many, as a choice beside them.
 function showTabs() {
-  find('tabs').append(...views.map(({ title, isFavourites, rows }, i) =>
-    make('button', { type: 'button', role: 'tab', id: `tab-${i}`, 'aria-controls': 'panel',
-                     class: isFavourites ? 'tab favourites' : 'tab', click: () => chooseView(i) },
-      make('bdi', {}, title), ' ', make('span', { class: 'tab-count' }, grouped.format(rows.length)))));
+  const groups = make('select', { id: 'group', class: 'groups', 'aria-label': 'Favourite group',
+                                  change: () => chooseView(Number(find('group').value || 0)) });
+  groups.append(make('option', { value: '' }, '★ Favourites'));
+  views.forEach(({ title, isFavourites, rows }, i) => {
+    if (isFavourites) {
+      groups.append(make('option', { value: i }, `★ ${title} (${grouped.format(rows.length)})`));
+    } else {
+      find('tabs').append(make('button', { type: 'button', role: 'tab', id: `tab-${i}`, 'aria-controls': 'panel',
+                                           class: 'tab', click: () => chooseView(i) },
+        title, ' ', make('span', { class: 'tab-count' }, grouped.format(rows.length))));
+    }
+  });
+  groups.hidden = groups.options.length === 1;
+  find('tab-line').append(groups);
   find('tabs').addEventListener('keydown', onTabKey);
 }
 
 showFile(data.file);
 showTotals();
-showFindings(data.findings);
-details.start();
 showTabs();
+showFindings(data.findings);
+startTaking();
 
-const shownPlans = showPlans((transponder) =>
-  controls.set('transponder', filters.transponder === transponder ? null : transponder));
+details.start(() => {
+  place.isOpen = false;
+  place.write();
+});
+
+const shownPlans = showPlans((transponder) => {
+  controls.set('transponder', filters.transponder === transponder ? null : transponder);
+  find('channels').scrollIntoView({ block: 'nearest' });
+});
 
 table.start((column) => {
   table.sortBy(column);
-  showRows();
+  showAnew();
+}, (row) => {
+  Object.assign(place, { row: row.position, isOpen: true });
+  place.write();
+  details.show(row);
 });
 
 controls.start(() => {
   shownPlans.forEach((plan) => plan.choose(filters.transponder));
-  showRows();
+  showAnew();
 });
 
-chooseView(0);
+place.start();

@@ -1,11 +1,13 @@
-// The transponders of every source on its frequencies: a lane for each polarisation, a mark for each transponder, as
-// high as its services are many.
+// The transponders of every source, one small plan below the other on one axis: a lane for each polarisation, a mark for
+// each transponder, as high as its services are many, on one scale for all.
 
-const laneHeight = 76;
-const axisHeight = 26;
-const margin = { left: 34, right: 14, top: 8 };
+const laneHeight = 34;
+const axisHeight = 24;
+const margin = { left: 26, right: 30, top: 4 };
 const labelRoom = 24;  // half of the longest number below the axis
 const narrowest = 560;
+const wideGap = 1_000_000;  // kHz without a transponder that the axis leaves out
+const breakWidth = 28;
 const namedInTip = 12;
 const reach = 14;  // pixels from a mark at which the pointer still means it
 
@@ -61,13 +63,49 @@ function ticks(low, high, wanted) {
   return made;
 }
 
-function scaleOf(plan, width) {
-  const frequencies = plan.members.map((each) => each.frequency);
-  const [first, last] = [least(frequencies), largest(frequencies)];
-  const edge = Math.max((last - first) * 0.03, 5000);
-  const [low, high] = [Math.max(first - edge, 0), last + edge];
-  const room = width - margin.left - margin.right;
-  return { low, high, x: (frequency) => margin.left + ((frequency - low) / (high - low)) * room };
+// Stretches of frequencies between which there is nothing for long.
+function bandsOf(frequencies) {
+  const bands = [];
+  for (const each of frequencies.toSorted((a, b) => a - b)) {
+    const last = bands.at(-1);
+    if (last && each - last.high <= wideGap) {
+      last.high = each;
+    } else {
+      bands.push({ low: each, high: each });
+    }
+  }
+  const edge = Math.max(bands.reduce((sum, { low, high }) => sum + high - low, 0) * 0.02, 5000);
+  return bands.map(({ low, high }) => ({ low: Math.max(low - edge, 0), high: high + edge }));
+}
+
+const bands = bandsOf(transponders.map((each) => each.frequency));
+const mostServices = Math.max(largest(transponders.map((each) => each.services.length)), 1);
+
+// The one scale of all plans: as many pixels a kHz in every band.
+function scaleOf(width) {
+  const span = bands.reduce((sum, { low, high }) => sum + high - low, 0);
+  const perKHz = (width - margin.left - margin.right - (bands.length - 1) * breakWidth) / span;
+  let begin = margin.left;
+  const placed = bands.map((band) => {
+    const from = begin;
+    begin += (band.high - band.low) * perKHz + breakWidth;
+    return { ...band, from, to: begin - breakWidth };
+  });
+  const bandOf = (frequency) => placed.find(({ high }) => frequency <= high) ?? placed.at(-1);
+  const x = (frequency) => {
+    const { from, low } = bandOf(frequency);
+    return from + (frequency - low) * perKHz;
+  };
+  return { placed, perKHz, x };
+}
+
+function axisTicks({ placed, perKHz, x }) {
+  const step = 90 / perKHz;
+  return placed.flatMap(({ low, high, from, to }) => ticks(low, high, Math.max((high - low) / step, 1)).map((at) => {
+    const place = Math.round(x(at)) + 0.5;
+    const hasRoom = place > from + labelRoom / 2 && place < to - labelRoom / 2;
+    return { place, text: hasRoom ? grouped.format(at / 1000) : '' };
+  }));
 }
 
 // As wide as the marks of a lane allow without hiding each other.
@@ -87,34 +125,32 @@ class Plan {
   constructor(plan, onChoose) {
     Object.assign(this, plan);
     this.onChoose = onChoose;
-    this.most = Math.max(largest(this.members.map((each) => each.services.length)), 1);
     this.current = 0;
-    this.scroller = make('div', { class: 'plan-box' });
+    this.box = make('div', {});
     const name = this.title.length > 0 ? this.title.slice(0, 3).join(', ') : 'Unnamed network';
     const others = this.title.length > 3 ? ` and ${this.title.length - 3} more` : '';
+    const count = this.members.reduce((sum, each) => sum + each.services.length, 0);
     this.element = make('figure', { class: 'plan' },
       make('figcaption', {}, make('bdi', { class: 'plan-name' }, name), others,
-        make('span', { class: 'hint' }, ` network index ${this.netIndex}, ${counted(this.members.length, 'transponder')}`)),
-      this.scroller);
-    this.scroller.addEventListener('scroll', () => tip.hide());
+        make('span', { class: 'hint' }, ` ${counted(this.members.length, 'transponder')}, ${counted(count, 'service')}`
+                                        + `, network index ${this.netIndex}`)),
+      this.box);
   }
 
-  draw() {
-    const width = Math.max(this.scroller.clientWidth, narrowest);
-    if (width === this.width) {
-      return;
-    }
+  draw(width) {
     this.width = width;
-    this.scale = scaleOf(this, width);
-    const height = margin.top + this.lanes.length * laneHeight + axisHeight;
+    this.scale = scaleOf(width);
+    const height = margin.top + this.lanes.length * laneHeight;
     this.svg = draw('svg', { width, height, role: 'group', 'aria-label': 'Transponders by frequency',
                              pointermove: (event) => this.onPointer(event), pointerleave: () => this.leave(),
                              click: (event) => this.onClick(event), keydown: (event) => this.onKey(event) });
-    this.svg.append(...this.axis(height), ...this.lanes.flatMap((lane) => this.laneLines(lane)));
+    const lines = axisTicks(this.scale).map(({ place }) =>
+      draw('line', { class: 'tick', x1: place, x2: place, y1: margin.top, y2: height }));
+    this.svg.append(...lines, ...this.lanes.flatMap((lane) => this.laneLines(lane)));
     this.thickness = markWidth(this, this.scale);
     this.marks = this.members.map((each, i) => this.mark(each, i));
     appendAll(this.svg, this.marks);
-    this.scroller.replaceChildren(this.svg);
+    this.box.replaceChildren(this.svg);
     this.choose(filters.transponder);
   }
 
@@ -122,29 +158,20 @@ class Plan {
     return margin.top + (this.lanes.indexOf(lane) + 1) * laneHeight - 0.5;
   }
 
-  axis(height) {
-    const { low, high, x } = this.scale;
-    const lines = ticks(low, high, this.width / 90).map((at) => {
-      const place = Math.round(x(at)) + 0.5;
-      const line = draw('line', { x1: place, x2: place, y1: margin.top, y2: height - axisHeight + 4 });
-      const hasRoom = place > margin.left + labelRoom && place < this.width - labelRoom;
-      const text = draw('text', { x: place, y: height - 8, 'text-anchor': 'middle' }, grouped.format(at / 1000));
-      return draw('g', { class: 'tick' }, line, ...(hasRoom ? [text] : []));
-    });
-    return [...lines, draw('text', { class: 'unit', x: 2, y: height - 8 }, 'MHz')];
-  }
-
   laneLines(lane) {
     const base = this.base(lane);
+    const count = this.members.filter((each) => each.polarisation === lane)
+      .reduce((sum, each) => sum + each.services.length, 0);
     return [
-      draw('line', { class: 'base', x1: margin.left, x2: this.width - margin.right, y1: base, y2: base }),
-      draw('text', { class: 'lane', x: 10, y: base - laneHeight / 2 + 8 }, lane),
+      ...this.scale.placed.map(({ from, to }) => draw('line', { class: 'base', x1: from, x2: to, y1: base, y2: base })),
+      draw('text', { class: 'lane', x: 6, y: base - 4 }, lane),
+      draw('text', { class: 'count', x: this.width - 2, y: base - 4, 'text-anchor': 'end' }, grouped.format(count)),
     ];
   }
 
   mark(of, index) {
     const count = of.services.length;
-    const height = count === 0 ? 4 : 8 + (laneHeight - 24) * (count / this.most);
+    const height = count === 0 ? 3 : 4 + (laneHeight - 10) * (count / mostServices);
     const word = of.polarisation === 'H' ? 'horizontal' : 'vertical';
     return draw('rect', {
       class: `mark lane-${of.polarisation}${count === 0 ? ' empty' : ''}`,
@@ -227,19 +254,44 @@ class Plan {
   }
 
   choose(transponder) {
+    if (!this.svg) {
+      return;
+    }
     this.svg.classList.toggle('has-choice', this.members.includes(transponder));
     this.marks.forEach((mark, i) => mark.setAttribute('aria-pressed', this.members[i] === transponder));
   }
 }
 
+function axis(width) {
+  const scale = scaleOf(width);
+  const texts = axisTicks(scale).filter(({ text }) => text)
+    .map(({ place, text }) => draw('text', { x: place, y: 15, 'text-anchor': 'middle' }, text));
+  return draw('svg', { width, height: axisHeight, 'aria-hidden': 'true' }, ...texts,
+              draw('text', { class: 'unit', x: width - 2, y: 15, 'text-anchor': 'end' }, 'MHz'));
+}
+
+function drawPlans(shown) {
+  const width = Math.max(find('plans').clientWidth, narrowest);
+  if (find('plans').clientWidth > 0 && width !== shown[0]?.width) {
+    shown.forEach((each) => each.draw(width));
+    find('axis').replaceChildren(axis(width));
+  }
+}
+
 function showPlans(onChoose) {
   const shown = plans.map((each) => new Plan(each, onChoose));
+  find('plan-count').textContent = shown.length === 0 ? 'The list holds none.'
+    : `${grouped.format(transponders.length)} on ${counted(shown.length, 'source')}, at most `
+      + `${counted(mostServices, 'service')} each`;
   if (shown.length === 0) {
-    find('plans').append(make('p', { class: 'nothing' }, 'The list holds no transponder.'));
+    return shown;
   }
-  find('plans').append(...shown.map((each) => each.element));
-  shown.forEach((each) => each.draw());
-  addEventListener('resize', () => shown.forEach((each) => each.draw()));
+  appendAll(find('plans'), shown.map((each) => each.element));
+  find('plans').append(make('div', { id: 'axis' }));
+  drawPlans(shown);
+  find('plan').addEventListener('toggle', () => drawPlans(shown));
+  find('plans').addEventListener('scroll', () => tip.hide());
+  addEventListener('resize', () => drawPlans(shown));
   addEventListener('scroll', () => tip.hide(), { passive: true });
   return shown;
 }

@@ -1,6 +1,5 @@
 // The table of a view. Only the rows in sight are in the document, so that thousands cost no more than a few.
 
-const collator = new Intl.Collator('en', { numeric: true, sensitivity: 'base' });
 const extraRows = 8;
 
 const pidText = (pid) => (pid === unsetPid ? '' : `${pid}`);
@@ -17,7 +16,7 @@ const columns = [
   { key: 'name', title: 'Name', width: 0, value: ofService((of) => of.name) },
   { key: 'type', title: 'Type', width: 4.5, value: ofService((of) => of.typeName) },
   { key: 'provider', title: 'Provider', width: 10, value: ofService((of) => of.provider) },
-  { key: 'marks', title: 'Marks', width: 11, value: markRank, cell: marks },
+  { key: 'marks', title: 'Marks', width: 11, value: markRank, cell: marks, text: markWords },
   { key: 'genre', title: 'Genre', width: 7.5, value: ofService((of) => of.genre), isShown: has((of) => of.genre) },
   { key: 'country', title: 'Country', width: 7.5, value: ofService((of) => of.country),
     isShown: has((of) => of.country) },
@@ -52,9 +51,10 @@ const table = {
   sorted: null,  // {column, direction}; none: the view's own order
   current: 0,
   rowHeight: 36,
-  isPrinting: false,
+  pointed: -1,  // the row that a link led to
 
-  start(onSort) {
+  start(onSort, onOpen) {
+    this.onOpen = onOpen;
     find('columns').append(...columns.map(({ width }) => make('col', width ? { style: `width: ${width}rem` } : {})));
     find('titles').append(...columns.map((column) => this.title(column, onSort)));
     const fixed = columns.reduce((sum, { width }) => sum + width, 0);
@@ -77,8 +77,6 @@ const table = {
       }
     });
     addEventListener('resize', () => this.render());
-    addEventListener('beforeprint', () => this.print(true));
-    addEventListener('afterprint', () => this.print(false));
   },
 
   title(column, onSort) {
@@ -90,12 +88,14 @@ const table = {
   // Ascending, descending, the view's own order.
   sortBy(column) {
     if (this.sorted?.column !== column) {
-      this.sorted = { column, direction: 1 };
-    } else if (this.sorted.direction === 1) {
-      this.sorted = { column, direction: -1 };
+      this.setOrder({ column, direction: 1 });
     } else {
-      this.sorted = null;
+      this.setOrder(this.sorted.direction === 1 ? { column, direction: -1 } : null);
     }
+  },
+
+  setOrder(sorted) {
+    this.sorted = sorted;
     const words = { 1: 'ascending', '-1': 'descending' };
     for (const title of find('titles').children) {
       const isSorted = this.sorted?.column.key === title.dataset.key;
@@ -107,6 +107,7 @@ const table = {
   show(rows, rowsOfView) {
     this.rows = this.sorted ? rows.toSorted(compare(this.sorted.column, this.sorted.direction)) : rows;
     this.current = 0;
+    this.pointed = -1;
     this.box.scrollTop = 0;
     this.box.style.setProperty('--rows', Math.max(rowsOfView, 3));
     this.grid.setAttribute('aria-rowcount', rows.length + 1);
@@ -115,8 +116,8 @@ const table = {
 
   render() {
     const height = this.rowHeight;
-    const first = this.isPrinting ? 0 : Math.max(Math.floor(this.box.scrollTop / height) - extraRows, 0);
-    const room = this.isPrinting ? this.rows.length : Math.ceil(this.box.clientHeight / height) + 2 * extraRows;
+    const first = Math.max(Math.floor(this.box.scrollTop / height) - extraRows, 0);
+    const room = Math.ceil(this.box.clientHeight / height) + 2 * extraRows;
     const last = Math.min(first + room, this.rows.length);
     const lines = [];
     for (let i = first; i < last; ++i) {
@@ -141,8 +142,9 @@ const table = {
     const of = this.rows[index];
     const isCurrent = index === this.current;
     const cells = columns.map((column) => this.cell(column, of));
+    const classes = [index % 2 ? 'odd' : 'even', isCurrent && 'current', index === this.pointed && 'pointed'];
     const line = make('tr', { id: `row-${index}`, 'aria-rowindex': index + 2,
-                              class: `${index % 2 ? 'odd' : 'even'}${isCurrent ? ' current' : ''}` }, ...cells);
+                              class: classes.filter(Boolean).join(' ') }, ...cells);
     if (isCurrent) {
       this.grid.setAttribute('aria-activedescendant', line.id);
     }
@@ -187,12 +189,13 @@ const table = {
     if (this.rows[index]) {
       this.current = index;
       this.render();
-      details.show(this.rows[index]);
+      this.onOpen(this.rows[index]);
     }
   },
 
-  print(isPrinting) {
-    this.isPrinting = isPrinting;
-    this.render();
+  // Shows a row as the one that somebody was led to.
+  point(index) {
+    this.pointed = index;
+    this.goTo(index);
   },
 };

@@ -1,5 +1,7 @@
 // What differs from the file, as a dry run shows it, and the edit lines that make it so.
 
+const firstLines = 1000;
+
 const changes = {
   start() {
     find('show-changes').addEventListener('click', () => this.open(find('changes').hidden));
@@ -7,7 +9,7 @@ const changes = {
     find('copy-lines').addEventListener('click', () => this.copy());
     find('typed').addEventListener('submit', (event) => {
       event.preventDefault();
-      this.preview(find('typed-lines').value);
+      this.previewTyped(find('typed-lines').value);
     });
   },
 
@@ -27,7 +29,14 @@ const changes = {
     find('edit-lines').value = text;
   },
 
-  elements: (lines) => lines.map(([depth, text]) => make('p', { class: `depth-${depth}`, dir: 'auto' }, text)),
+  // Of many lines the first, and the others on demand.
+  elements(lines, from = 0) {
+    const shown = lines.slice(from, from + firstLines).map(([depth, text]) =>
+      make('p', { class: `depth-${depth}`, dir: 'auto' }, text));
+    const left = lines.length - from - shown.length;
+    return left === 0 ? shown : [...shown, make('button', { type: 'button', class: 'quiet', click: (event) =>
+      event.target.replaceWith(...this.elements(lines, from + firstLines)) }, `${counted(left, 'more line')}`)];
+  },
 
   async copy() {
     find('edit-lines').select();
@@ -40,29 +49,29 @@ const changes = {
   },
 
   // Lines that are typed are shown before they are done: a condition may choose more than somebody thinks.
-  async preview(text) {
+  async previewTyped(text) {
     find('typed-error').textContent = '';
     try {
-      const { chosen, notes, tables, changes: lines } = await server.ask('preview', { text });
-      const told = chosen === null ? [] : [make('p', {}, `${counted(chosen, 'service')} chosen`)];
-      dialogs.ask({ title: 'What would change', done: 'Apply',
-                    body: [...told, ...notes.map((note) => make('p', { dir: 'auto' }, note)),
-                           ...tables.map((table) => make('pre', { class: 'table', dir: 'auto' }, table)),
-                           make('div', { class: 'change-lines', tabindex: 0, role: 'region',
-                                         'aria-label': 'What would change' }, ...this.elements(lines))],
-                    onDone: () => this.apply(text) });
+      (await this.preview({ text }, () => { find('typed-lines').value = ''; }))();
     } catch (error) {
       find('typed-error').textContent = error.message;
     }
   },
 
-  async apply(text) {
-    try {
-      await server.change('edit', () => ({ text }));
-      find('typed-lines').value = '';
+  // Throws what is wrong with the edits; returns what shows them.
+  async preview(body, onApplied = () => {}) {
+    const { chosen, notes, tables, is_changed: isChanged, changes: lines } = await server.ask('preview', body);
+    const told = chosen === null ? [] : [make('p', {}, `${counted(chosen, 'service')} chosen`)];
+    const region = { class: 'change-lines', tabindex: 0, role: 'region', 'aria-label': 'What would change' };
+    const shown = isChanged ? make('div', region, ...this.elements(lines)) : make('p', {}, 'Nothing changes.');
+    const ask = { title: 'What would change', isWide: true,
+                  body: [...told, ...notes.map((note) => make('p', { class: 'note', dir: 'auto' }, note)),
+                         ...tables.map((table) => make('pre', { class: 'table', dir: 'auto', tabindex: 0 }, table)),
+                         shown] };
+    return () => dialogs.ask(!isChanged ? ask : { ...ask, done: 'Apply', onDone: async () => {
+      await server.change('edit', () => body);
+      onApplied();
       say('Done');
-    } catch (error) {
-      find('typed-error').textContent = error.message;
-    }
+    } });
   },
 };

@@ -26,9 +26,11 @@ const notices = {
 };
 
 const dialogs = {
-  // onDone is given the form, and may refuse by throwing what is told then.
-  ask({ title, body = [], done, onDone }) {
+  // onDone is given the form's fields, and may refuse by throwing what is told then. When it returns a function, that
+  // is what comes when the dialog is closed.
+  ask({ title, body = [], done, onDone, isWide = false }) {
     const box = find('dialog');
+    box.classList.toggle('wide', isWide);
     find('dialog-title').textContent = title;
     find('dialog-body').replaceChildren(...body);
     find('dialog-error').textContent = '';
@@ -40,15 +42,27 @@ const dialogs = {
     }
     find('dialog-form').onsubmit = (event) => {
       event.preventDefault();
-      try {
-        onDone?.(find('dialog-form').elements);
-        box.close();
-      } catch (error) {
-        find('dialog-error').textContent = error.message;
-      }
+      this.finish(onDone);
     };
-    box.showModal();
-    (find('dialog-body').querySelector('input, select') ?? close).focus();
+    if (!box.open) {
+      box.showModal();
+    }
+    (find('dialog-body').querySelector('input, select, button, [tabindex]') ?? close).focus();
+    box.scrollTop = 0;
+  },
+
+  async finish(onDone) {
+    const submit = find('dialog-buttons').querySelector('[type=submit]');
+    find('dialog-error').textContent = '';
+    submit.disabled = true;
+    try {
+      const next = await onDone?.(find('dialog-form').elements);
+      find('dialog').close();
+      next?.();
+    } catch (error) {
+      find('dialog-error').textContent = error.message;
+    }
+    submit.disabled = false;
   },
 
   field(label, name, attributes) {
@@ -62,7 +76,7 @@ const dialogs = {
 
   newGroup(thenAdd = null) {
     this.ask({ title: 'New favourite group', body: [this.field('Name', 'name', { required: true, maxlength: 95 })],
-               done: 'Make it', onDone: async ({ name: { value } }) => {
+               done: 'Make it', onDone: ({ name: { value } }) => async () => {
                  const rows = thenAdd ?? [];
                  const added = rows.length > 0 ? [['fav', 'add', value, ...namesOf(rows)]] : [];
                  if (await edits.run(() => [['fav', 'new', value], ...added], () => `Group ${value} made`)) {
@@ -75,7 +89,7 @@ const dialogs = {
     const { view } = arranged;
     this.ask({ title: `Rename ${view.title}`,
                body: [this.field('Name', 'name', { required: true, maxlength: 95, value: view.title, dir: 'auto' })],
-               done: 'Rename', onDone: async ({ name: { value } }) => {
+               done: 'Rename', onDone: ({ name: { value } }) => async () => {
                  arranged.wanted = value;
                  await edits.group(['rename', arranged.wordForGroup(view), value], `Renamed to ${value}`);
                } });
@@ -93,10 +107,10 @@ const dialogs = {
     this.ask({ title: `Add ${called(rows)} to`, body: [this.choices('Favourite group', 'group', [...groups,
                ['new', 'A new group…']])], done: 'Add', onDone: ({ group: { value } }) => {
       if (value === 'new') {
-        queueMicrotask(() => this.newGroup(rows));
-      } else {
-        edits.add(arranged.groups.find((view) => `${view.group}` === value), rows);
+        return () => this.newGroup(rows);
       }
+      edits.add(arranged.groups.find((view) => `${view.group}` === value), rows);
+      return null;
     } });
   },
 
@@ -107,7 +121,7 @@ const dialogs = {
       this.ask({ title: `Move ${called(rows)}`, done: 'Move',
                  body: [this.field(`To position, 1 to ${most}`, 'place', { type: 'number', min: 1, max: most,
                                                                           required: true })],
-                 onDone: ({ place }) => moveTo(rows, place.valueAsNumber) });
+                 onDone: ({ place }) => { moveTo(rows, place.valueAsNumber); } });
     }
   },
 
@@ -119,7 +133,7 @@ const dialogs = {
                    { type: 'number', min: 1, max: 32767, required: true, value: rows[0].entry?.major || null }),
         this.choices('What has the number already', 'policy', [['refuse', 'keeps it: nothing is done'],
                      ['swap', 'gets the number of this one'], ['shift', 'moves up, and so on']])],
-                 onDone: ({ number, policy }) => edits.number(rows, number.valueAsNumber, policy.value) });
+                 onDone: ({ number, policy }) => { edits.number(rows, number.valueAsNumber, policy.value); } });
     }
   },
 
@@ -131,7 +145,7 @@ const dialogs = {
       make('p', {}, make('button', { type: 'button', class: 'tool', click: () => {
         find('dialog').close();
         edits.renumberView(1);
-      } }, 'Number it from 1 in this order instead'))], onDone: ({ key }) => edits.sort(key.value) });
+      } }, 'Number it from 1 in this order instead'))], onDone: ({ key }) => { edits.sort(key.value); } });
   },
 
   keys() {

@@ -1,6 +1,5 @@
 // Puts the parts together.
 
-const collator = new Intl.Collator('en', { numeric: true, sensitivity: 'base' });
 const lookEvery = 3000;  // milliseconds
 
 // What rows are known by, also when the list changes: their identity, and how often it came before.
@@ -36,6 +35,7 @@ function showState(state) {
   find('redo').disabled = !state.can_redo;
   find('save').disabled = state.is_saved;
   showFileChange(state);
+  showDamage(state);
   showLeft(state);
 }
 
@@ -48,9 +48,18 @@ function showFileChange({ is_file_changed: isChanged, file }) {
   }
 }
 
+function showDamage({ damage, file, can_undo: isEdited }) {
+  const isToBeSalvaged = damage !== null && !isEdited;
+  notices.clear(isToBeSalvaged ? '' : 'damage');
+  if (isToBeSalvaged && !document.querySelector('.notice.damage')) {
+    notices.tell('damage', `${damage}. What is left of it can be salvaged.`,
+                 notices.button('Salvage…', () => forms.open('salvage', { DAMAGED: { path: file } })));
+  }
+}
+
 async function compareFile() {
   const { changes: lines } = await server.ask('changes-of-file', {});
-  dialogs.ask({ title: 'What the other one changed', done: 'Go on from the new file', onDone: () => readAgain(),
+  dialogs.ask({ title: 'What the other one changed', done: 'Go on from the new file', onDone: () => readAgain,
                 body: [make('p', {}, 'What you did is done again on the new file.'),
                        make('div', { class: 'change-lines', tabindex: 0, role: 'region',
                                      'aria-label': 'What the other one changed' }, ...changes.elements(lines))] });
@@ -198,6 +207,7 @@ function startTools() {
     redo: () => edits.turn('redo'),
     save: () => edits.save(),
     'show-keys': () => dialogs.keys(),
+    'show-forms': () => forms.offer(),
     'new-group': () => dialogs.newGroup(),
     'rename-group': () => dialogs.renameGroup(),
     'group-left': () => moveGroup(-1),

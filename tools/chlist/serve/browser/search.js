@@ -82,7 +82,7 @@ const search = {
   },
 
   matches() {
-    const words = this.isCondition ? [] : folded(find('search').value).split(/\s+/).filter(Boolean);
+    const words = this.isCondition ? [] : wordsOf(find('search').value);
     const network = find('filter-network').value;
     const provider = find('filter-provider').value;
     const type = find('filter-type').value;
