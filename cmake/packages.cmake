@@ -55,9 +55,10 @@ set(CPACK_DEBIAN_LIBCHANNEL-DEV_PACKAGE_DEPENDS "libchannel1 (= ${debian_version
 
 # The tool links the static library, since it uses what the shared one does not export: it needs no libchannel1.
 set(CPACK_COMPONENT_CHLIST_DESCRIPTION "command-line tool for channel lists of a digital television receiver
-Shows, compares, checks, mends, edits and merges channel files, converts those
-of earlier versions, and exchanges them with VDR, DVBv5, Enigma2, CSV, M3U and
-JSON.")
+Shows, compares, checks, mends, edits and merges channel files, in a terminal
+and in the browser, and takes edits back. Converts those of earlier versions,
+makes them of transport streams, and exchanges them with VDR, DVBv5, Enigma2,
+CSV, M3U and JSON.")
 set(CPACK_DEBIAN_CHLIST_PACKAGE_NAME chlist)
 set(CPACK_DEBIAN_CHLIST_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_CHLIST_PACKAGE_SHLIBDEPS ON)
@@ -66,11 +67,12 @@ set(CPACK_DEBIAN_CHLIST_PACKAGE_SHLIBDEPS ON)
 # take it away again.
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "channel lists of a digital television receiver for Python scripts
 Reads, checks, edits, merges and converts channel files from Python 3, through
-the shared library.")
+the shared library, and lists of other formats through chlist.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-channel-list)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.11), libchannel1 (>= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "chlist (>= ${PROJECT_VERSION})") # channel files alone need none
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA "${package_files}/python/postinst;${package_files}/python/prerm")
 
 include(CPack)

@@ -82,6 +82,11 @@ build_step() {
   return "$status"
 }
 
+# The version that CMakeLists.txt says.
+project_version() {
+  sed -n 's/^project(channel VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt"
+}
+
 die() {
   printf '%s\n' "$*" >&2
   exit 1

@@ -11,6 +11,26 @@ class LibraryError(ChannelListError):
     """The shared library cannot be loaded, or is not the one that this package is for."""
 
 
+class ToolError(ChannelListError):
+    """The tool `chlist` cannot be run, or is not the one that this package is for."""
+
+
+class CommandError(ChannelListError):
+    """What `chlist` refuses; nothing was done then.
+
+    Attributes:
+        command: the words that call the command, "fav new"; empty when there is no such command.
+        kind: "usage" when the words of the command are at fault, else "failure".
+        message: what is wrong, with the name of the file and the line.
+    """
+
+    def __init__(self, command: str, kind: str, message: str) -> None:
+        super().__init__(message)
+        self.command = command
+        self.kind = kind
+        self.message = message
+
+
 class InUseError(ChannelListError):
     """Another ChannelList holds the one list that a process has."""
 

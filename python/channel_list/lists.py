@@ -13,13 +13,15 @@ from collections.abc import Iterator
 from types import TracebackType
 from typing import Final
 
-from .codes import GroupKind, ServiceFlag, SortType, ViewType
+from .codes import EARLIER_VERSIONS, GroupKind, ServiceFlag, SortType, ViewType
 from .errors import ClosedError, FileError, InUseError, NotFoundError, RefusedError
 from .favourites import Favourites
 from .files import input_file, list_beside, path_of, replacement
 from .library import load_library
 from .loading import list_in_memory, load_open_file, save_and_load, save_open_file
+from .operations import channel_file_of
 from .records import all_services_of, channel_st, networks_of
+from .reports import ImportReport
 from .text import encode
 from .values import Entry, Group, Identity, Network, Service, entry_value, group_name, network_value, service_value
 from .views import (
@@ -125,6 +127,28 @@ class ChannelList:
             if library.repair_channel(file.version, path_of(file.descriptor)) != 0:
                 raise file.ends_too_early()
             save_and_load()
+
+    def read(self, path: _Path, *, format: str | None = None) -> ImportReport | None:
+        """Replaces the list by one of any format: a channel file of version 7 to 10, or what `chlist import` reads.
+
+        Args:
+            path: the list: a file, or the folder of formats that have several files.
+            format: the name of the format; else it is told by the contents.
+
+        Returns:
+            What came through and what did not; None of a channel file.
+
+        Raises:
+            OSError, FileError: as load() and convert() do.
+            ToolError, CommandError: `chlist` cannot be run, or cannot read the list, which is as it was then.
+        """
+        self._must_be_open()
+        with channel_file_of(path, format=format) as file:
+            if file.version in EARLIER_VERSIONS:
+                self.convert(file.path)
+            else:
+                self.load(file.path)
+            return file.report
 
     def save(self, path: _Path) -> None:
         """Writes the list to a channel file of version 10, which is replaced as a whole or not at all.

@@ -1,15 +1,18 @@
-"""The page on the module: its scripts are the examples, and its first look shows what is printed."""
+"""The page on the module: its scripts are the examples, and its first looks show what is printed."""
 
 from __future__ import annotations
 
 import contextlib
+import dataclasses
 import doctest
 import os
 import re
+import shutil
 import subprocess
 import sys
 import unittest
 
+from channel_list import reports
 from support import SOURCE, ListTest, fill
 
 PAGE = (SOURCE / "docs/python.md").read_text()
@@ -21,7 +24,7 @@ class Scripts(unittest.TestCase):
         shown = [block for block in BLOCKS if not block.startswith(">>>")]
         examples = [file.read_text() for file in (SOURCE / "examples/python").glob("*.py")]
         self.assertEqual(sorted(shown), sorted(examples))
-        self.assertEqual(len(examples), 3)
+        self.assertEqual(len(examples), 6)
 
 
 class EditList(ListTest):
@@ -56,16 +59,28 @@ class EditList(ListTest):
 
 class FirstLook(ListTest):
     @unittest.skipUnless("CHLIST" in os.environ, "chlist is not built")
-    def test_the_first_look_shows_what_is_printed(self) -> None:
+    def test_the_first_looks_show_what_is_printed(self) -> None:
         looks = [block for block in BLOCKS if block.startswith(">>>")]
-        self.assertEqual(len(looks), 1)
+        self.assertEqual(len(looks), 2)
         self.channels.close()
-        line_up, file = SOURCE / "samples/channels.conf", self.folder / "channels.dat"
-        command = [os.environ["CHLIST"], "import", line_up, "-o", file, "--groups", "none"]
-        subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
-        look = doctest.DocTestParser().get_doctest(looks[0], {}, "docs/python.md", "docs/python.md", 0)
+        shutil.copy(SOURCE / "samples/channels.conf", self.folder)
         with contextlib.chdir(self.folder):
-            self.assertEqual(doctest.DocTestRunner().run(look).failed, 0)
+            import_list = [os.environ["CHLIST"], "import", "channels.conf", "-o", "channels.dat", "--groups", "none"]
+            subprocess.run(import_list, check=True, stdout=subprocess.DEVNULL)
+            for number, text in enumerate(looks):
+                with self.subTest(number):
+                    look = doctest.DocTestParser().get_doctest(text, {}, "docs/python.md", "docs/python.md", 0)
+                    self.assertEqual(doctest.DocTestRunner().run(look).failed, 0)
+
+
+class Reports(unittest.TestCase):
+    def test_the_names_of_reports_are_keys_of_the_page_on_json(self) -> None:
+        cells = re.findall(r"^\| (`.*?`) \|", (SOURCE / "docs/json.md").read_text(), re.MULTILINE)
+        keys = set(re.findall(r"`(\w+)`", " ".join(cells)))
+        kinds = [each for each in vars(reports).values() if dataclasses.is_dataclass(each)]
+        names = {field.name for kind in kinds for field in dataclasses.fields(kind)}
+        self.assertGreater(len(names), 50)
+        self.assertEqual(names - keys, {"has_findings", "document"})
 
 
 if __name__ == "__main__":

@@ -84,6 +84,7 @@ class Lifecycle(unittest.TestCase):
         identity = Identity(1, 2, 3, 4, 5, 0)
         calls = {
             "load": lambda: channels.load(CURRENT),
+            "read": lambda: channels.read(CURRENT),
             "convert": lambda: channels.convert(CURRENT),
             "save": lambda: channels.save("x"),
             "merge": channels.merge,

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -68,7 +68,7 @@ std::string did_you_mean(std::string_view word, const std::vector<std::string> &
 std::string unknown_name(std::string_view what, std::string_view name, const std::vector<std::string> &names) {
   const std::string meant = did_you_mean(name, names);
   return fmt::format("no {} {}{}{} are {}", what, shown(name), meant, meant.empty() ? ": there" : " There",
-                     harmless(fmt::format("{}", fmt::join(names, ", "))));
+                     harmless(joined(names, ", ")));
 }
 
 }  // namespace chlist

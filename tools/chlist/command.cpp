@@ -7,6 +7,9 @@
 #include <iterator>
 #include <sstream>
 
+#include "chlist/text/shown.h"
+
+
 namespace chlist {
 namespace {
 
@@ -40,7 +43,7 @@ std::string option::value_name() const {
 }
 
 std::string option::explanation() const {
-  return choices.empty() ? about : fmt::format("{}: {}", about, fmt::join(choices, ", "));
+  return choices.empty() ? about : fmt::format("{}: {}", about, joined(choices, ", "));
 }
 
 std::vector<std::string> words_of(const std::vector<term> &terms) {

@@ -37,7 +37,7 @@ std::string refusal_of(const std::string &value, const std::vector<std::string> 
     return "";
   }
   const std::string meant = did_you_mean(value, choices);
-  return meant.empty() ? fmt::format("{} is none of {}", shown(value), fmt::join(choices, ", ")) : shown(value) + meant;
+  return meant.empty() ? fmt::format("{} is none of {}", shown(value), joined(choices, ", ")) : shown(value) + meant;
 }
 
 void add(CLI::App &app, const option &added) {

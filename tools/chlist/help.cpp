@@ -7,6 +7,7 @@
 #include <sstream>
 #include <utility>
 
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -61,7 +62,7 @@ std::string section(const std::string &title, const terms &rows, std::size_t wid
 
 // "-o, --output OUT".
 std::string word_of(const option &shown) {
-  const std::string names = fmt::format("{}", fmt::join(shown.each_name(), ", "));
+  const std::string names = joined(shown.each_name(), ", ");
   return shown.is_flag() || shown.is_argument() ? names : fmt::format("{} {}", names, shown.value_name());
 }
 
@@ -90,7 +91,7 @@ std::string commands_below(const command &row, std::size_t width) {
 }
 
 std::string examples_of(const command &row) {
-  return row.examples.empty() ? "" : fmt::format("\nExamples:\n  {}\n", fmt::join(row.examples, "\n  "));
+  return row.examples.empty() ? "" : fmt::format("\nExamples:\n  {}\n", joined(row.examples, "\n  "));
 }
 
 }  // namespace

@@ -36,8 +36,9 @@ int make_new_list(const Options &options, const new_list_road<Options, Result> &
   const edited_companion beside(options.input);
   const Result result = road.make(options);
   save_list_with(options.output, beside.beside(options.output, {}, line_up_in_memory()));
-  if (!beside.trouble().empty()) {
-    print_message(beside.trouble() + "; it stays as it is");
+  // A damaged file is another one than its companion was written with: that is no news.
+  if (!beside.is_readable()) {
+    print_message(beside.note());
   }
   print_report([&] {
     if (options.as_json) {
@@ -46,7 +47,7 @@ int make_new_list(const Options &options, const new_list_road<Options, Result> &
       road.print(options, result);
     }
   });
-  return result.has_findings() || !beside.trouble().empty() ? exit_findings : exit_done;
+  return result.has_findings() || !beside.is_readable() ? exit_findings : exit_done;
 }
 
 }  // namespace chlist

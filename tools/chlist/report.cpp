@@ -12,7 +12,7 @@
 
 #include "chlist/fields/values.h"
 #include "chlist/pager.h"
-#include "chlist/text/utf8.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -34,36 +34,7 @@ void append(json &object, const channel::identity &id) {
   object["service_id"] = id.service_id;
 }
 
-// JSON leaves the controls U+007F to U+009F as they are.
-void replace_late_controls(std::string &text) {
-  constexpr char lead = '\xC2';
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool is_control = i + 1 < text.size() && text[i] == lead && static_cast<unsigned char>(text[i + 1]) < 0xA0U;
-    if (is_control || text[i] == '\x7F') {
-      text.replace(i, is_control ? 2 : 1, "?");
-    }
-  }
-}
-
 }  // namespace
-
-std::string shown(std::string_view text) {
-  std::string quoted = json(text).dump();
-  replace_late_controls(quoted);
-  return quoted;
-}
-
-std::string harmless(std::string_view text) {
-  std::string valid = valid_utf8(text);
-  std::ranges::replace_if(
-      valid, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
-  replace_late_controls(valid);
-  return valid;
-}
-
-std::string counted(std::size_t count, std::string_view what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
-}
 
 char polarisation_letter(const channel::identity &id) { return id.polarisation == 0 ? 'H' : 'V'; }
 

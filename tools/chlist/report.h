@@ -11,17 +11,9 @@
 
 #include "chlist/json/json.h"
 #include "chlist/list_contents.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
-
-// In quotes, with escapes for what a terminal would obey; bytes that are not UTF-8 become U+FFFD.
-std::string shown(std::string_view text);
-
-// The same without quotes, for cells of tables; nothing is escaped, and controls become "?".
-std::string harmless(std::string_view text);
-
-// "1 service", "2 services".
-std::string counted(std::size_t count, std::string_view what);
 
 // "TV", "favourites 1 \"Films\"".
 std::string label_of(const view_name &view);

@@ -163,8 +163,9 @@ TEST_F(Streams, AChannelFileThatIsReplacedIsKept) {
   EXPECT_TRUE(has_line(again.out, "box.dat: what it was is kept as box.dat.bak")) << again.out;
   EXPECT_TRUE(read("box.dat.bak") == before);
   EXPECT_TRUE(json::parse(quiet.out)["backup"].is_null());
-  EXPECT_EQ(files(), (std::vector<std::string>{"box.dat", "box.dat.bak", "box.dat.more.json", "box.dat.more.json.bak",
-                                               "channels.conf", "new.dat", "new.dat.more.json"}));
+  EXPECT_EQ(files(),
+            (std::vector<std::string>{"box.dat", "box.dat.bak", "box.dat.history", "box.dat.more.json",
+                                      "box.dat.more.json.bak", "channels.conf", "new.dat", "new.dat.more.json"}));
 }
 
 TEST_F(Streams, AFolderIsImportedAgainOverWhatItMade) {

@@ -5,6 +5,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <tuple>
 
 #include "chlist/text/pattern.h"
 
@@ -125,6 +126,18 @@ TEST(Replacing, ReplacesTheFirstOrEachAndKeepsTheRestAsItIs) {
   EXPECT_EQ(replacing("/ +/ /g").apply("A   B  C"), "A B C");
   EXPECT_EQ(replacing("/x*/-/g").apply("ab"), "-a-b-");
   EXPECT_EQ(replacing("/x/y/").apply("News"), "News");
+}
+
+TEST(Replacing, KnowsWhatRegularExpressionsCanSay) {
+  EXPECT_EQ(replacing("/\\bD\\d+\\b/-/g").apply("D1 D22 DX"), "- - DX");
+  EXPECT_EQ(replacing("/(?:uh)?d?$/./").apply("News UHD"), "News .");
+  EXPECT_EQ(replacing("/^(.)(.)?.*$/\\2\\1/").apply("М"), "М");
+  EXPECT_EQ(replacing("/мир/\\0 \\0/").apply("МИР HD"), "МИР МИР HD");
+  EXPECT_EQ(replacing("/./-/g").apply("Ł漢é"), "---");
+}
+
+TEST(Replacing, EndsWhenAnExpressionWouldTakeTooLong) {
+  EXPECT_THROW(std::ignore = replacing("/^(a|a)*$/x/").apply(std::string(40, 'a') + "!"), std::runtime_error);
 }
 
 TEST(Replacing, RefusesWhatHasNotBothParts) {

@@ -143,6 +143,25 @@ TEST_F(MergeTool, ANewListWithoutServicesDeletesAll) {
   EXPECT_EQ(list.vnumber, 0);
 }
 
+// The allocator gives added services the places in memory of those that went.
+TEST_F(MergeTool, ServicesInThePlacesOfDeletedOnesAreAdded) {
+  channel_file own;
+  channel_file scan;
+  for (std::uint16_t id = 1; id <= 20; ++id) {
+    const service_data gone = {.service_id = id, .name = "Gone"};
+    own.service(gone).entry(VIEW_ALL, gone, id).entry(VIEW_TV, gone, id);
+    scan.service({.ts_id = 200, .frequency = 12'000'000, .service_id = static_cast<std::uint16_t>(100 + id)});
+  }
+  write_list(own);
+  write_scan(scan);
+
+  const json report = merged_json({"--force"});
+
+  EXPECT_EQ(report["kept"], 0);
+  EXPECT_EQ(report["added"].size(), 20U);
+  EXPECT_EQ(report["removed"].size(), 20U);
+}
+
 TEST_F(MergeTool, AListWithoutServicesTakesAll) {
   write_list(channel_file());
 

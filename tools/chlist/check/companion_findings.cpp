@@ -18,13 +18,15 @@ void check_services(const companion &kept, byte_span bytes, finding_list &findin
   const places_by_identity places(list);
   const auto unknown = std::ranges::count_if(
       kept.services, [&](const companion_service &each) { return places.of(each.id) == nowhere; });
-  if (unknown > 0) {
-    findings.push_back(
-        {.offset = 0,
-         .level = severity::warning,
-         .kind = "companion-out-of-step",
-         .what = fmt::format("{} beside the file and not in it", counted(static_cast<std::size_t>(unknown), "service")),
-         .consequence = "an export has no symbol rates for what they became"});
+  if (unknown > 0 || kept.is_out_of_step) {
+    findings.push_back({.offset = 0,
+                        .level = severity::warning,
+                        .kind = "companion-out-of-step",
+                        .what = unknown > 0 ? fmt::format("{} beside the file and not in it",
+                                                          counted(static_cast<std::size_t>(unknown), "service"))
+                                            : std::string("what stands beside the file was written with another one"),
+                        .consequence = unknown > 0 ? "an export has no symbol rates for what they became"
+                                                   : "an export may have names and symbol rates of before"});
   }
 }
 

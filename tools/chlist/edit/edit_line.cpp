@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <type_traits>
 #include <variant>
@@ -17,6 +18,7 @@
 #include "chlist/command_line.h"
 #include "chlist/edit/edits.h"
 #include "chlist/exchange/text_lines.h"
+#include "chlist/report.h"
 
 namespace chlist {
 namespace {
@@ -117,7 +119,7 @@ class edit_line_reader::known_edits {
   // Takes the words that name the edit away; there are one or two.
   readable_edit &named(std::vector<std::string> &words) {
     const std::size_t count = words.front() == "fav" && words.size() > 1 ? 2 : 1;
-    const std::string name = fmt::format("{}", fmt::join(words.begin(), words.begin() + static_cast<long>(count), " "));
+    const std::string name = joined(std::span(words).first(count), " ");
     words.erase(words.begin(), words.begin() + static_cast<long>(count));
     const auto row = rows_.find(name);
     if (row == rows_.end()) {

@@ -181,8 +181,8 @@ int run_edit(const edit_options &options, const std::string &line, const list_ed
   const channel_file input(options.file);
   const edited_companion beside(options.file);
   edit_result result = edit_in_memory(input, apply);
-  if (!beside.trouble().empty()) {
-    result.notes.push_back(beside.trouble() + "; it stays as it is");
+  if (!beside.note().empty()) {
+    result.notes.push_back(beside.note());
   }
   if (is_to_be_saved(options, result)) {
     must_be_wanted(options, result);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <span>
 #include <stdexcept>
 #include <utility>
 
@@ -191,7 +192,7 @@ class planned_numbers {
       const std::size_t shown_count = std::min(collisions.size(), most_shown);
       throw std::runtime_error(fmt::format(
           "{} would belong to two services:{}{}", counted(collisions.size(), "number"),
-          fmt::join(collisions.begin(), collisions.begin() + static_cast<std::ptrdiff_t>(shown_count), ""),
+          joined(std::span(collisions).first(shown_count), ""),
           shown_count < collisions.size() ? fmt::format("\n  and {} more", collisions.size() - shown_count) : ""));
     }
   }

@@ -17,6 +17,7 @@
 #include "chlist/exchange/list_source.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/input_file.h"
+#include "chlist/files/kept_in_step.h"
 #include "chlist/files/standard_streams.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"
@@ -47,7 +48,11 @@ any_list filled(const list_source &source, const format &from) {
 any_list with_companion(const fs::path &path) {
   any_list result = {line_up_in(channel_file(path)), {}};
   try {
-    put_back(result.list, companion_beside(path).value_or(companion()));
+    const companion kept = companion_beside(path).value_or(companion());
+    put_back(result.list, kept);
+    if (kept.is_out_of_step) {
+      result.notes.push_back(note_out_of_step(path));
+    }
   } catch (const bad_companion &error) {
     result.notes.emplace_back(error.what());
   }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -68,41 +67,63 @@ class source_capture {
   // Of a folder the services stand in the file that was read first.
   source_text captured() {
     const source_layout &layout = *read_.from.layout;
-    const std::span<const made_file> files = read_.files.files;
-    const bool is_first_apart = !read_.source.is_folder;
-    const std::string &text = is_first_apart ? read_.source.text : files.front().text;
-    source_text made{.format = layout.format_of != nullptr ? layout.format_of(text) : std::string(read_.from.name),
+    std::vector<read_files::file> files = read_.files.files;
+    if (!read_.source.is_folder) {
+      files.insert(files.begin(), {name_of_first(), read_.source.text, read_.source.encoding});
+    }
+    source_text made{.format = layout.format_of != nullptr ? layout.format_of(files.front().text)
+                                                           : std::string(read_.from.name),
                      .url = read_.source.url,
-                     .files = {{.name = name_of_first(text), .pieces = {}}}};
-    take_pieces(text, made.files.front().pieces);
-    for (const made_file &each : files.subspan(is_first_apart ? 0 : 1)) {
-      made.files.push_back({each.name, layout.folder->pieces(each.text, made.files.front())});
+                     .files = {}};
+    for (read_files::file &each : files) {
+      std::vector<source_piece> pieces =
+          made.files.empty() ? pieces_of_first(each) : layout.folder->pieces(each.text, made.files.front());
+      if (!made.files.empty()) {
+        mark_latin_1(pieces, each.encoding);
+      }
+      made.files.push_back({each.name, std::move(pieces), without_lines(std::move(each.encoding))});
     }
     return made;
   }
 
  private:
-  [[nodiscard]] std::string name_of_first(std::string_view text) const {
-    if (read_.source.is_folder) {
-      return read_.files.files.front().name;
-    }
+  [[nodiscard]] std::string name_of_first() const {
     const folder_layout *folder = read_.from.layout->folder;
-    return folder != nullptr ? folder->name_of_first(text) : std::string();
+    return folder != nullptr ? folder->name_of_first(read_.source.text) : std::string();
   }
 
-  void take_pieces(std::string_view text, std::vector<source_piece> &pieces) {
+  // The mark of UTF-8 is in the text.
+  static text_encoding without_lines(text_encoding encoding) {
+    encoding.latin_1_lines.clear();
+    encoding.has_mark = encoding.has_mark && !encoding.charset.empty();
+    return encoding;
+  }
+
+  static void mark_latin_1(std::vector<source_piece> &pieces, const text_encoding &encoding) {
+    std::size_t line = 1;
+    for (source_piece &each : pieces) {
+      const auto lines = static_cast<std::size_t>(std::ranges::count(each.text, '\n'));
+      each.is_latin_1 = is_any_latin_1(encoding, line, lines);
+      line += lines;
+    }
+  }
+
+  std::vector<source_piece> pieces_of_first(const read_files::file &file) {
+    const std::string_view text = file.text;
+    std::vector<source_piece> pieces;
     const std::vector<std::size_t> beginnings = read_.from.layout->cut(text);
     std::size_t line = 1;
     for (std::size_t at = 0; at < beginnings.size(); ++at) {
       const std::size_t end = at + 1 < beginnings.size() ? beginnings[at + 1] : text.size();
       const std::string_view piece = text.substr(beginnings[at], end - beginnings[at]);
-      take_piece(piece, line, pieces);
-      line += static_cast<std::size_t>(std::ranges::count(piece, '\n'));
+      const auto lines = static_cast<std::size_t>(std::ranges::count(piece, '\n'));
+      take_piece(piece, line, is_any_latin_1(file.encoding, line, lines), pieces);
+      line += lines;
     }
+    return pieces;
   }
 
-  void take_piece(std::string_view text, std::size_t line, std::vector<source_piece> &pieces) {
-    const bool is_latin_1 = is_any_latin_1(line, static_cast<std::size_t>(std::ranges::count(text, '\n')));
+  void take_piece(std::string_view text, std::size_t line, bool is_latin_1, std::vector<source_piece> &pieces) {
     if (text.starts_with(byte_order_mark)) {
       pieces.push_back({.text = std::string(byte_order_mark)});
       text.remove_prefix(byte_order_mark.size());
@@ -115,8 +136,8 @@ class source_capture {
     }
   }
 
-  [[nodiscard]] bool is_any_latin_1(std::size_t first_line, std::size_t lines) const {
-    const auto &found = read_.source.latin_1_lines;
+  static bool is_any_latin_1(const text_encoding &encoding, std::size_t first_line, std::size_t lines) {
+    const auto &found = encoding.latin_1_lines;
     const auto first = std::ranges::lower_bound(found, first_line);
     return first != found.end() && *first < first_line + std::max<std::size_t>(lines, 1);
   }
@@ -124,6 +145,14 @@ class source_capture {
   const read_list &read_;
   std::unordered_map<std::size_t, filed_line> records_;
 };
+
+// Of a text that is not kept line by line.
+text_encoding encoding_as_a_whole(text_encoding encoding) {
+  if (!encoding.latin_1_lines.empty()) {
+    encoding = {.charset = latin_1, .has_mark = false, .latin_1_lines = {}};
+  }
+  return encoding;
+}
 
 void put_back(std::string &text, const std::optional<shortened_text> &shortened) {
   if (shortened && text == shortened->kept) {
@@ -135,10 +164,10 @@ void put_back(std::string &text, const std::optional<shortened_text> &shortened)
 
 list_source recorded(const list_source &source, read_files &read) {
   list_source made = source;
-  made.files = [&read, files = source.files](const std::string &name) {
+  made.files = [&read, files = source.files, note = source.read_as](const std::string &name) {
     std::optional<std::string> text = files(name);
-    if (text && std::ranges::find(read.files, name, &made_file::name) == read.files.end()) {
-      read.files.push_back({name, *text});
+    if (text && std::ranges::find(read.files, name, &read_files::file::name) == read.files.end()) {
+      read.files.push_back({name, *text, note->last});
     }
     return text;
   };
@@ -158,6 +187,8 @@ companion companion_of_import(const read_list &read, const std::vector<line_up_s
   companion made{.services = beside_services(services, filled.filed, list), .source = {}};
   if (read.from.layout != nullptr) {
     made.source = source_capture(read, chosen, filled).captured();
+  } else if (const text_encoding encoding = encoding_as_a_whole(read.source.encoding); !encoding.is_plain()) {
+    made.source = {.format = std::string(read.from.name), .files = {{.name = {}, .encoding = encoding}}};
   }
   return made;
 }

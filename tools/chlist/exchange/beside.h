@@ -12,7 +12,12 @@ namespace chlist {
 
 // The files of a folder that a reader asked for, in that order.
 struct read_files {
-  std::vector<made_file> files;
+  struct file {
+    std::string name;
+    std::string text;
+    text_encoding encoding;
+  };
+  std::vector<file> files;
 };
 
 // The same source, which takes down what is read of it.

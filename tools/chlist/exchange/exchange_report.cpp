@@ -103,8 +103,7 @@ std::string losses_text(const loss_counts &lost, std::string_view title) {
     width = std::max(width, row.what.size());
   }
   for (const loss_counts::row &row : rows) {
-    fmt::format_to(std::back_inserter(text), "  {:<{}}{:>5}{}{}\n", row.what, width, row.count,
-                   row.note.empty() ? "" : "  ", row.note);
+    text += fmt::format("  {:<{}}{:>5}{}{}\n", row.what, width, row.count, row.note.empty() ? "" : "  ", row.note);
   }
   return text;
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,7 @@
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
+#include "chlist/files/kept_in_step.h"
 #include "chlist/files/standard_streams.h"
 #include "chlist/files/text_file.h"
 #include "chlist/files/text_folder.h"
@@ -46,6 +48,7 @@ struct export_outcome {
   std::size_t services = 0;
   std::size_t favourite_groups = 0;
   loss_counts lost;
+  std::vector<std::string> notes;
   companion beside;
 };
 
@@ -72,6 +75,9 @@ std::string_view what_is_lost(std::string_view change) { return change.substr(0,
 void take_beside(const export_options &options, line_up &list, export_outcome &result) {
   try {
     result.beside = companion_beside(options.input).value_or(companion());
+    if (result.beside.is_out_of_step) {
+      result.notes.push_back(note_out_of_step(options.input));
+    }
     const std::size_t unknown = put_back(list, result.beside);
     result.lost.leave_out("services that stand beside the list and not in it", unknown);
   } catch (const bad_companion &error) {
@@ -94,10 +100,11 @@ void export_line_up(const channel_file &input, const export_options &options, ex
   for (const std::string &source : options.sources) {
     rename_source(list, source, "network");
   }
-  const exported_list made = export_list({records.list(), list}, result.beside, result.to, options.writing);
+  exported_list made = export_list({records.list(), list}, result.beside, result.to, options.writing);
   write_files(options.output, result.to, made.files);
   result.services = made.services;
   result.favourite_groups = made.favourite_groups;
+  std::ranges::move(made.notes, std::back_inserter(result.notes));
   result.lost.add(made.lost);
 }
 
@@ -110,9 +117,12 @@ std::string summary_of(const export_options &options, const export_outcome &resu
   if (result.to.from_channel_file != nullptr) {
     return fmt::format("{}: the whole channel file as {}\n", output, result.to.name);
   }
-  return fmt::format("{}: {} and {} as {}\n", output, counted(result.services, "service"),
-                     counted(result.favourite_groups, "favourite group"), result.to.name) +
-         losses_text(result.lost, fmt::format("Not carried by {}:", result.to.name));
+  std::string text = fmt::format("{}: {} and {} as {}\n", output, counted(result.services, "service"),
+                                 counted(result.favourite_groups, "favourite group"), result.to.name);
+  for (const std::string &note : result.notes) {
+    text += fmt::format("{}: {}\n", output, note);
+  }
+  return text + losses_text(result.lost, fmt::format("Not carried by {}:", result.to.name));
 }
 
 json json_of_outcome(const export_options &options, const export_outcome &result) {
@@ -121,6 +131,7 @@ json json_of_outcome(const export_options &options, const export_outcome &result
           {"format", result.to.name},
           {"services", result.services},
           {"favourite_groups", result.favourite_groups},
+          {"notes", result.notes},
           {"left_out", json_of_left_out(result.lost)},
           {"not_carried", json_of_losses(result.lost)}};
 }
@@ -144,7 +155,7 @@ int run_export(const export_options &options) {
   must_leave_room_for_report(options.output, options.as_json);
   const channel_file input(options.input);
   input.must_not_be(options.output);
-  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}, .beside = {}};
+  export_outcome result{.to = format_to_write(options.to, options.output), .lost = {}, .notes = {}, .beside = {}};
   must_be_one_file(options, result.to);
   if (options.writing.names_picons && !result.to.is_folder) {
     throw usage_error(fmt::format("--picons: {} has no pictures; a folder of Enigma2 has", result.to.name));
@@ -155,7 +166,7 @@ int run_export(const export_options &options) {
     export_line_up(input, options, result);
   }
   report(options, result);
-  return result.lost.rows().empty() ? exit_done : exit_findings;
+  return result.lost.rows().empty() && !result.beside.is_out_of_step ? exit_done : exit_findings;
 }
 
 }  // namespace
@@ -172,7 +183,8 @@ command export_command() {
            "JSON carries "
            "every byte: importing it gives the same file again.",
            "What stands beside FILE in FILE.more.json is put back: an export to the format that FILE was imported from "
-           "is the text that was imported, and only what was edited since differs. --tuning takes symbol rates, "
+           "is the text that was imported, in its encoding, and only what was edited since differs. --tuning takes "
+           "symbol rates, "
            "modulation, streams and CA ids from OTHER, for the services that both have and for others on the same "
            "transponders.",
            "With -o - the list goes to standard output, in the format that --to names, and the report to standard "

@@ -21,6 +21,7 @@
 #include "chlist/files/channel_file.h"
 #include "chlist/files/input_file.h"
 #include "chlist/files/standard_streams.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -110,7 +111,7 @@ std::vector<term> terms_of(choice is_able) {
   return terms;
 }
 
-std::string names(choice is_able) { return fmt::format("{}", fmt::join(words_of(terms_of(is_able)), ", ")); }
+std::string names(choice is_able) { return joined(words_of(terms_of(is_able)), ", "); }
 
 const format &named(std::string_view name, choice is_able, std::string_view what_for) {
   const format *const found = std::ranges::find(formats, name, &format::name);

@@ -70,7 +70,9 @@ void split_group(favourite_group group, group_list &into) {
   const std::span<const line_up_entry> entries = group.entries;
   for (std::size_t first = 0; first < entries.size(); first += most) {
     const auto part = entries.subspan(first, std::min(most, entries.size() - first));
-    into.push_back({.name = fmt::format("{} {}", group.name, first / most + 1), .entries = {part.begin(), part.end()}});
+    into.push_back({.name = fmt::format("{} {}", group.name, first / most + 1),
+                    .entries = {part.begin(), part.end()},
+                    .origin = group.origin});
   }
 }
 
@@ -89,6 +91,24 @@ void choose_groups(line_up &list, const group_options &options, loss_counts &los
       split_group(std::move(group), list.favourites);
     }
   }
+}
+
+void choose_groups_again(line_up &list, group_options options, const std::vector<favourite_group> &others) {
+  if (!options.chosen.empty()) {
+    std::vector<std::string> there;
+    for (const std::string &each : options.chosen) {
+      for (const std::string_view name : names_in(list.favourites, each)) {
+        there.emplace_back(name);
+      }
+    }
+    std::ranges::transform(others, std::back_inserter(there), &favourite_group::name);
+    std::erase_if(there,
+                  [&](const std::string &each) { return find_group(list.favourites, each) == list.favourites.end(); });
+    list.favourites = groups_named(list.favourites, there);
+    options.chosen.clear();
+  }
+  loss_counts unsaid;
+  choose_groups(list, options, unsaid);
 }
 
 }  // namespace chlist

@@ -1,21 +1,18 @@
-// What becomes of the groups that a list of another format has: bouquets, and the separators of a channels.conf.
+// Chooses among the groups that a list of another format has.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "chlist/exchange/loss_counts.h"
+#include "chlist/line_up/group_options.h"
 #include "chlist/line_up/line_up.h"
 
 namespace chlist {
 
-struct group_options {
-  std::string become = "favourites";  // or "genres", or "none"
-  std::vector<std::string> chosen;    // by name, in this order; all of them when empty
-  bool are_split = false;             // those that are too long for a favourite group, into several
-};
-
 // Throws usage_error when a group is chosen that there is not.
 void choose_groups(line_up &list, const group_options &options, loss_counts &lost);
+
+// The same of a list that was written again: chosen groups that went are none, and others have come.
+void choose_groups_again(line_up &list, group_options options, const std::vector<favourite_group> &others = {});
 
 }  // namespace chlist

@@ -62,6 +62,19 @@ struct import_outcome {
   companion beside;
 };
 
+// Of what is kept of a source alone: services that nobody asked for lose nothing.
+loss_counts losses_of_reading(const import_outcome &result) {
+  std::vector<made_file> asked_for;
+  for (const source_file &each : result.beside.source.files) {
+    asked_for.push_back({each.name, text_of(each)});
+  }
+  list_source source = source_of(asked_for, result.from.is_folder);
+  source.url = result.source.url;
+  loss_counts lost;
+  result.from.read(source, lost);
+  return lost;
+}
+
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
   import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}, .beside = {}};
   fill_options filling;
@@ -73,23 +86,29 @@ import_outcome read_into_list(const import_options &options, const list_source &
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
   }
   read_files files;
-  line_up list = reading(source, [&] { return from.read(recorded(source, files), result.lost); });
+  loss_counts of_reading;
+  line_up list = reading(source, [&] { return from.read(recorded(source, files), of_reading); });
   const std::vector<line_up_service> services_read = list.services;
   for (const std::string &name : options.sources) {
     rename_source(list, name, "source");
   }
-  take_transponders(list, filling.model, result.lost);
+  loss_counts of_filling;
+  take_transponders(list, filling.model, of_filling);
   result.not_asked_for = choose_services(list, options.services);
-  choose_groups(list, options.groups, result.lost);
-  result.filled = fill_list(list, result.lost, filling);
+  choose_groups(list, options.groups, of_filling);
+  result.filled = fill_list(list, of_filling, filling);
   result.beside =
       companion_of_import({source, from, services_read, files}, list.services, result.filled, line_up_in_memory());
+  result.beside.source.groups = options.groups;
+  const bool is_a_part = result.not_asked_for > 0 && result.beside.source.has_text();
+  result.lost = is_a_part ? losses_of_reading(result) : of_reading;
+  result.lost.add(of_filling);
   return result;
 }
 
 // In the text of the source: of formats whose text is not kept the facts are, and not what else a reader passed over.
 bool are_losses_kept(const import_options &options, const import_outcome &result) {
-  return has_companion(options.output, result.beside) && !result.beside.source.files.empty();
+  return has_companion(options.output, result.beside) && result.beside.source.has_text();
 }
 
 std::string summary_of(const import_options &options, const import_outcome &result) {
@@ -140,9 +159,13 @@ void report(const import_options &options, json document, const std::string &sum
   }
 }
 
+new_list_file target_of(const import_options &options) {
+  return {options.output, !options.leaves_no_backup, "import " + options.input.string()};
+}
+
 // Formats of the whole file make one, whose bytes nobody touches.
 int import_whole_file(const import_options &options, const list_source &source, const format &from) {
-  const new_list_file target(options.output, !options.leaves_no_backup);
+  const new_list_file target = target_of(options);
   target.write_bytes(reading(source, [&] { return from.to_channel_file(source.text); }));
   report(options, {{"file", options.input.string()}, {"format", from.name}, {"output", options.output.string()}},
          fmt::format("{}: the whole channel file from {}\n", name_of_output(options.output), from.name), target);
@@ -176,7 +199,7 @@ int run_import(const import_options &options) {
   if (result.filled.counts.services == 0) {
     throw std::runtime_error(source.path.string() + ": no service to import");
   }
-  const new_list_file target(options.output, !options.leaves_no_backup);
+  const new_list_file target = target_of(options);
   target.write_list(result.beside);
   report(options, json_of_outcome(options, result), summary_of(options, result), target);
   const bool is_kept = result.lost.rows().empty() || are_losses_kept(options, result);
@@ -201,7 +224,8 @@ command import_command() {
            "and a channel file has no place for is counted, and kept beside it in OUTPUT.more.json, from where an "
            "export puts it back. OUTPUT is replaced as a whole or not at all; a channel "
            "file "
-           "that is there already is kept as OUTPUT.bak (`chlist merge` brings a list up to date instead).",
+           "that is there already is kept as OUTPUT.bak and in its history, from where `chlist undo` takes it back "
+           "(`chlist merge` brings a list up to date instead).",
            "Bouquets, and the groups of a channels.conf, become favourite groups: they are what somebody made, and a "
            "viewer finds them there. A list holds 20 of 40 services each; what is left out is named. --bouquets "
            "chooses, "
@@ -305,7 +329,7 @@ command import_command() {
                    .value = "ORDER"},
                   {.names = "--no-backup",
                    .target = &options->leaves_no_backup,
-                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
+                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak, nor in its history"},
                   {.names = "--all",
                    .target = &options->shows_all,
                    .about = "tell every line that is skipped and every group that is left out, not only the first ten "

@@ -43,7 +43,7 @@ std::optional<std::string> no_file(const std::string & /*name*/) { return std::n
 list_source source_at(const fs::path &path, const std::string &charset) {
   const text_reader reader{.charset = charset};
   list_source source = {
-      .path = name_of_input(path), .text = {}, .latin_1_lines = {}, .files = no_file, .read_as = reader.note};
+      .path = name_of_input(path), .text = {}, .encoding = {}, .files = no_file, .read_as = reader.note};
   std::error_code unseen;
   source.is_folder = !is_standard_stream(path) && fs::is_directory(path, unseen);
   if (!is_standard_stream(path)) {
@@ -51,7 +51,7 @@ list_source source_at(const fs::path &path, const std::string &charset) {
   }
   if (!source.is_folder) {
     source.text = reader.read(path);
-    source.latin_1_lines = reader.note->latin_1_lines;
+    source.encoding = reader.note->last;
   }
   return source;
 }
@@ -64,7 +64,7 @@ list_source source_of(const std::vector<made_file> &files, bool is_folder) {
   return {.path = {},
           .is_folder = is_folder,
           .text = is_folder ? "" : files.front().text,
-          .latin_1_lines = {},
+          .encoding = {},
           .files = find,
           .read_as = std::make_shared<charset_note>()};
 }

@@ -21,11 +21,11 @@ using folder_files = std::function<std::optional<std::string>(const std::string 
 struct list_source {
   std::filesystem::path path;  // as messages name it
   bool is_folder = false;
-  std::string text;                        // of a file
-  std::vector<std::size_t> latin_1_lines;  // of that, rising
-  folder_files files;                      // of the folder, or of the one that the file stands in
-  std::shared_ptr<charset_note> read_as;   // of all that was read so far
-  std::string url = {};                    // of M3U: how addresses hold ids, as write_options have it
+  std::string text;                       // of a file
+  text_encoding encoding;                 // of that
+  folder_files files;                     // of the folder, or of the one that the file stands in
+  std::shared_ptr<charset_note> read_as;  // of all that was read so far
+  std::string url = {};                   // of M3U: how addresses hold ids, as write_options have it
 };
 
 // "-" is standard input; charset: what texts are of, empty when that is to be told by them. Throws std::runtime_error

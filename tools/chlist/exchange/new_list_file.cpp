@@ -5,11 +5,13 @@
 #include <fmt/format.h>
 
 #include <system_error>
+#include <utility>
 
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/files/history.h"
 #include "chlist/files/input_file.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
@@ -19,7 +21,8 @@ namespace chlist {
 
 namespace fs = std::filesystem;
 
-new_list_file::new_list_file(const fs::path &output, bool keeps_backup) : output_(output) {
+new_list_file::new_list_file(const fs::path &output, bool keeps_backup, std::string made_by)
+    : output_(output), made_by_(std::move(made_by)) {
   std::error_code unseen;
   const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
   keeps_backup_ = is_list && !is_standard_stream(output_) && keeps_backup;
@@ -30,8 +33,7 @@ void new_list_file::write_list(const companion &beside) const {
     write_standard_output(image_of(*get_channel_list()));
   } else {
     const edit_lock lock(output_);
-    keep_what_was();
-    save_list_with(output_, beside);
+    save_edited_list(output_, output_, !keeps_backup_, {beside, {made_by_}});
   }
 }
 
@@ -40,7 +42,11 @@ void new_list_file::write_bytes(std::string_view bytes) const {
     write_standard_output(bytes);
   } else {
     const edit_lock lock(output_);
-    keep_what_was();
+    if (keeps_backup_) {
+      must_be_replaceable(output_);
+      keep_backups(output_);
+      keep_history(output_, {{"", std::string(bytes)}}, {made_by_});
+    }
     write_with(output_, companion(), [&](replacement &file) { file.write(bytes); });
   }
 }
@@ -53,13 +59,6 @@ json new_list_file::backup() const { return keeps_backup_ ? json(name_of_backup(
 
 std::string new_list_file::name_of_backup() const {
   return fs::is_symlink(output_) ? backup_of(output_).string() : output_.string() + ".bak";
-}
-
-void new_list_file::keep_what_was() const {
-  if (keeps_backup_) {
-    must_be_replaceable(output_);
-    keep_backups(output_);
-  }
 }
 
 bool has_companion(const fs::path &output, const companion &beside) {

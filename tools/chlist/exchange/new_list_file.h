@@ -1,5 +1,5 @@
 // The channel file that a command makes of something else. One that is replaced may be somebody's work: what it was is
-// kept, and that is said.
+// kept, as its backup and in its history, and that is said.
 #pragma once
 
 #include <filesystem>
@@ -14,7 +14,8 @@ namespace chlist {
 class new_list_file {
  public:
   // "-" is standard output. A backup is of a channel file only.
-  new_list_file(const std::filesystem::path &output, bool keeps_backup);
+  // made_by: the command, for the history of a list that is replaced.
+  new_list_file(const std::filesystem::path &output, bool keeps_backup, std::string made_by);
 
   // The list in memory, and what stands beside it.
   void write_list(const companion &beside) const;
@@ -27,9 +28,9 @@ class new_list_file {
  private:
   // Beside the output as it was named, unless that is a link.
   [[nodiscard]] std::string name_of_backup() const;
-  void keep_what_was() const;
 
   const std::filesystem::path &output_;
+  std::string made_by_;
   bool keeps_backup_ = false;
 };
 

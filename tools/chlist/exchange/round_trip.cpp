@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -14,9 +15,11 @@
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/enigma2/picons.h"
+#include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/layout/weave.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
+#include "chlist/exchange/source_bytes.h"
 #include "chlist/fields/settings.h"
 #include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
@@ -255,9 +258,11 @@ bool is_counted(const field &which) {
 
 // Returns how many favourite groups come back.
 std::size_t count_round_trip(const records_of_list &before, const std::vector<std::size_t> &places,
-                             const written_list &written, const format &to, loss_counts &lost) {
+                             const written_list &written, const format &to, const group_options &groups,
+                             loss_counts &lost) {
   loss_counts of_reading;
-  const line_up read = to.read(source_of(written.files, to.is_folder), of_reading);
+  line_up read = to.read(source_of(written.files, to.is_folder), of_reading);
+  choose_groups_again(read, groups, before.list.favourites);
   const filled_list filled = fill_list(read, of_reading);
   channel_list_st &records = *get_channel_list();
   const line_up after = line_up_of(records);
@@ -322,15 +327,21 @@ exported_list export_list(const records_of_list &list, const companion &kept, co
   made.lost = std::move(written.left_out);
   count_lacking(given.list, written, to, made.lost);
   if (written.carried.empty()) {
-    made.favourite_groups = count_round_trip(list, given.places, written, to, made.lost);
+    const group_options groups = can_be_woven(kept, to) ? kept.source.groups : group_options();
+    made.favourite_groups = count_round_trip(list, given.places, written, to, groups, made.lost);
   } else {
     count_uncarried(given.list, written, made.lost);
     made.favourite_groups = carries(written, favourites_field) ? given.list.favourites.size() : 0;
   }
+  auto picons = options.names_picons ? std::optional(picons_of(written.files.front().text)) : std::nullopt;
   made.services = written.services.size();
+  made.notes = std::move(written.notes);
   made.files = std::move(written.files);
-  if (options.names_picons) {
-    made.files.push_back(picons_of(made.files.front().text));
+  if (kept.source.format == to.name && !kept.source.files.empty()) {
+    encode_as(kept.source, made.files, made.lost);
+  }
+  if (picons) {
+    made.files.push_back(std::move(*picons));
   }
   return made;
 }

@@ -16,6 +16,7 @@ struct exported_list {
   std::size_t services = 0;
   std::size_t favourite_groups = 0;
   loss_counts lost;
+  std::vector<std::string> notes;  // what became of files that are kept
 };
 
 // Writes a list, which must not be the one in memory: that is filled with what is read again. Of what nobody can read

@@ -27,6 +27,7 @@ struct written_list {
   std::vector<std::size_t> services;   // the places of those that were written, in the order of their lines
   std::vector<std::size_t> lines;      // of each of these; none: they follow each other
   loss_counts left_out;                // the others, by reason
+  std::vector<std::string> notes;      // what became of files that are kept, one text for each
   std::vector<const field *> carried;  // of what nobody reads again: the fields that are in it
 };
 

@@ -10,7 +10,7 @@
 
 #include "chlist/closest.h"
 #include "chlist/fields/pids.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

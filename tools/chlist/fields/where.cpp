@@ -11,8 +11,8 @@
 #include <utility>
 
 #include "chlist/closest.h"
-#include "chlist/report.h"
 #include "chlist/text/pattern.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

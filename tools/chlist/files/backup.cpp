@@ -42,7 +42,7 @@ file_contents contents_to_be(const fs::path &target, const companion_to_write &b
     contents.erase(companion_ending);
   }
   if (beside && !beside->is_empty()) {
-    contents[companion_ending] = text_of(*beside);
+    contents[companion_ending] = text_beside(*beside, contents[""]);
   }
   return contents;
 }

@@ -11,6 +11,7 @@
 
 #include "chlist/fields/pids.h"
 #include "chlist/files/file_bytes.h"
+#include "chlist/files/fingerprint.h"
 #include "chlist/files/replacement.h"
 #include "chlist/json/json.h"
 #include "chlist/line_up/selection.h"
@@ -221,12 +222,37 @@ json json_of_piece(const source_piece &piece) {
   return object;
 }
 
+group_options groups_from(const json &object) {
+  group_options made{.become = text_in(object, "become"), .chosen = {}, .are_split = is_true_in(object, "split")};
+  for (const json &each : elements_of(object, "chosen")) {
+    if (!each.is_string()) {
+      refuse("'chosen' holds no names");
+    }
+    made.chosen.push_back(each.as_string());
+  }
+  return made;
+}
+
+json json_of_groups(const group_options &groups) {
+  json object = {{"become", groups.become}};
+  if (!groups.chosen.empty()) {
+    object.put("chosen", json(groups.chosen));
+  }
+  if (groups.are_split) {
+    object.put("split", true);
+  }
+  return object;
+}
+
 source_text source_from(const json &object) {
   source_text made{.format = text_in(object, "format"), .files = {}};
+  made.groups = object.contains("groups") ? groups_from(object["groups"]) : group_options();
   made.url = object.contains("url") ? text_in(object, "url") : std::string();
   for (const json &file : elements_of(object, "files")) {
     source_file &read = made.files.emplace_back();
     read.name = text_in(file, "name");
+    read.encoding.charset = file.contains("charset") ? text_in(file, "charset") : std::string();
+    read.encoding.has_mark = is_true_in(file, "mark");
     for (const json &piece : elements_of(file, "pieces")) {
       read.pieces.push_back(piece_from(piece));
     }
@@ -234,18 +260,33 @@ source_text source_from(const json &object) {
   return made;
 }
 
+json json_of_file(const source_file &file) {
+  json object = {{"name", file.name}};
+  if (!file.encoding.charset.empty()) {
+    object.put("charset", file.encoding.charset);
+  }
+  if (file.encoding.has_mark) {
+    object.put("mark", true);
+  }
+  json pieces = json::array();
+  for (const source_piece &piece : file.pieces) {
+    pieces.push_back(json_of_piece(piece));
+  }
+  object.put("pieces", std::move(pieces));
+  return object;
+}
+
 json json_of_source(const source_text &source) {
   json files = json::array();
   for (const source_file &each : source.files) {
-    json pieces = json::array();
-    for (const source_piece &piece : each.pieces) {
-      pieces.push_back(json_of_piece(piece));
-    }
-    files.push_back({{"name", each.name}, {"pieces", std::move(pieces)}});
+    files.push_back(json_of_file(each));
   }
   json object = {{"format", source.format}};
   if (!source.url.empty()) {
     object.put("url", source.url);
+  }
+  if (source.groups != group_options()) {
+    object.put("groups", json_of_groups(source.groups));
   }
   object.put("files", std::move(files));
   return object;
@@ -272,7 +313,7 @@ void must_be_small_enough(const fs::path &path) {
   }
 }
 
-std::string bytes_of_companion(const fs::path &path) {
+std::string text_of_bytes(const fs::path &path) {
   const std::vector<std::byte> bytes = bytes_of_file(path);
   return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
 }
@@ -290,6 +331,7 @@ companion companion_from(std::string_view text) {
   const json document = document_from(text);
   must_be_of_schema(document);
   companion made;
+  made.file_sum = document.contains("file_sum") ? text_in(document, "file_sum") : std::string();
   for (const json &each : elements_of(document, "services")) {
     made.services.push_back(service_from(each));
   }
@@ -304,11 +346,28 @@ std::string text_of(const companion &of) {
   for (const companion_service &each : of.services) {
     services.push_back(json_of_service(each));
   }
-  json document = {{"schema", companion_schema}, {"services", std::move(services)}};
+  json document = {{"schema", companion_schema}};
+  if (!of.file_sum.empty()) {
+    document.put("file_sum", of.file_sum);
+  }
+  document.put("services", std::move(services));
   if (!of.source.files.empty()) {
     document.put("source", json_of_source(of.source));
   }
   return document.dump(companion_indentation) + '\n';
+}
+
+std::string text_beside(companion of, std::string_view channel_file) {
+  of.file_sum = fingerprint_of(channel_file);
+  return text_of(of);
+}
+
+std::string text_of(const source_file &file) {
+  std::string text;
+  for (const source_piece &each : file.pieces) {
+    text += each.text;
+  }
+  return text;
 }
 
 // What cannot be read at all is no matter of what it says: whoever asks goes no further.
@@ -319,7 +378,9 @@ std::optional<companion> companion_beside(const fs::path &file) {
   }
   try {
     must_be_small_enough(path);
-    return companion_from(bytes_of_companion(path));
+    companion made = companion_from(text_of_bytes(path));
+    made.is_out_of_step = !made.file_sum.empty() && made.file_sum != fingerprint_of(text_of_bytes(behind_links(file)));
+    return made;
   } catch (const bad_companion &error) {
     throw bad_companion(fmt::format("{}: {}", name_of_companion(file), error.what()));
   }

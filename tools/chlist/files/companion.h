@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "channel/identity.h"
+#include "chlist/line_up/group_options.h"
 #include "chlist/line_up/line_up.h"
+#include "chlist/text/charset.h"
 
 namespace chlist {
 
@@ -43,20 +45,26 @@ struct source_piece {
 };
 
 struct source_file {
-  std::string name;  // within a folder; empty: the source is one file
-  std::vector<source_piece> pieces;
+  std::string name;                    // within a folder; empty: the source is one file
+  std::vector<source_piece> pieces{};  // none: the text is not kept
+  text_encoding encoding{};            // lines of Latin-1 are told by their pieces
 };
 
 // The list of another format that a channel file was made of, as it was.
 struct source_text {
-  std::string format;  // empty: there is none
-  std::string url{};   // of M3U: how its addresses hold ids; empty: as usual
+  std::string format;      // empty: there is none
+  std::string url{};       // of M3U: how its addresses hold ids; empty: as usual
+  group_options groups{};  // what became of its groups
   std::vector<source_file> files;
+
+  [[nodiscard]] bool has_text() const { return !files.empty() && !files.front().pieces.empty(); }
 };
 
 struct companion {
   std::vector<companion_service> services;
   source_text source;
+  std::string file_sum{};       // fingerprint of the channel file that it was written with; empty: nobody knows
+  bool is_out_of_step = false;  // the channel file is another one
 
   [[nodiscard]] bool is_empty() const { return services.empty() && source.files.empty(); }
 };
@@ -84,5 +92,11 @@ std::optional<companion> companion_beside(const std::filesystem::path &file);
 // Throws bad_companion.
 companion companion_from(std::string_view text);
 std::string text_of(const companion &of);
+
+// The text of one that is written with a channel file of these bytes: an end between the two of them is told by it.
+std::string text_beside(companion of, std::string_view channel_file);
+
+// The text of a file that is kept.
+std::string text_of(const source_file &file);
 
 }  // namespace chlist

@@ -3,7 +3,6 @@
 // bytes of the states' files behind them. The last state is whole, each other one a delta from the next.
 #include "chlist/files/history.h"
 
-#include <fmt/chrono.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 
@@ -12,6 +11,7 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -20,6 +20,7 @@
 #include "chlist/files/byte_delta.h"
 #include "chlist/files/companion.h"
 #include "chlist/files/file_bytes.h"
+#include "chlist/files/fingerprint.h"
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 #include "chlist/json/json.h"
@@ -42,13 +43,11 @@ std::string text_of_file(const fs::path &path) {
   return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
 }
 
-// FNV-1a. It tells damage and other files, not intent.
-std::string sum_of(std::string_view bytes) {
-  std::uint64_t sum = 0xCBF29CE484222325;
-  for (const char c : bytes) {
-    sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001B3;
-  }
-  return fmt::format("{:016x}", sum);
+std::string utc_text(std::time_t seconds) {
+  std::tm utc = {};
+  gmtime_r(&seconds, &utc);
+  return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
+                     utc.tm_hour, utc.tm_min, utc.tm_sec);
 }
 
 // No later than SOURCE_DATE_EPOCH where that is set, so that the same edits make the same bytes.
@@ -59,7 +58,7 @@ std::string text_of_time(std::int64_t seconds) {
     std::from_chars(text.data(), text.data() + text.size(), latest);
     seconds = std::min(seconds, latest);
   }
-  return fmt::format("{:%FT%TZ}", std::chrono::sys_seconds(std::chrono::seconds(seconds)));
+  return utc_text(seconds);
 }
 
 struct stat look_at_file(const fs::path &file) {
@@ -144,7 +143,7 @@ void history::read(std::string_view text) {
   }
   const json about = json::parse(text.substr(first_line.size(), end_of_line - first_line.size()));
   text.remove_prefix(end_of_line + 1);
-  if (about["sum"].as_string() != sum_of(text)) {
+  if (about["sum"].as_string() != fingerprint_of(text)) {
     refuse();
   }
   for (const json &each : about["states"].elements()) {
@@ -184,7 +183,7 @@ void history::write() const {
                       {"what", each.about.what},
                       {"files", std::move(files)}});
   }
-  const json about = {{"place", place_}, {"sum", sum_of(contents)}, {"states", std::move(states)}};
+  const json about = {{"place", place_}, {"sum", fingerprint_of(contents)}, {"states", std::move(states)}};
   replacement file(history_of(file_));
   file.take_after(look_at_file(file_));
   file.write(first_line);
@@ -198,7 +197,7 @@ bool history::is_in(std::size_t index, const file_contents &now) const {
   return files.size() == now.size() && std::ranges::all_of(files, [&now](const auto &kept) {
            const auto found = now.find(kept.first);
            return found != now.end() && found->second.size() == kept.second.size &&
-                  sum_of(found->second) == kept.second.sum;
+                  fingerprint_of(found->second) == kept.second.sum;
          });
 }
 
@@ -219,7 +218,7 @@ bool history::find_place(const file_contents &now) {
 history::kept_state history::whole(state about, const file_contents &contents) {
   kept_state made = {std::move(about), {}};
   for (const auto &[name, content] : contents) {
-    made.files[name] = {content, true, content.size(), sum_of(content)};
+    made.files[name] = {content, true, content.size(), fingerprint_of(content)};
   }
   return made;
 }
@@ -228,7 +227,7 @@ history::kept_file history::delta_from(const file_contents &next, const std::str
   const auto found = next.find(name);
   std::string delta = found != next.end() ? delta_between(found->second, bytes) : bytes;
   const bool is_whole = found == next.end() || delta.size() >= bytes.size();
-  return {is_whole ? bytes : std::move(delta), is_whole, bytes.size(), sum_of(bytes)};
+  return {is_whole ? bytes : std::move(delta), is_whole, bytes.size(), fingerprint_of(bytes)};
 }
 
 void history::append(const file_contents &contents, std::string when, std::vector<std::string> what) {
@@ -273,7 +272,7 @@ file_contents history::contents_of(std::size_t index) const {
       if (!file.is_whole) {
         content = file.size <= bounds_.bytes ? apply_delta(next[name], file.bytes, file.size) : std::nullopt;
       }
-      if (!content || content->size() != file.size || sum_of(*content) != file.sum) {
+      if (!content || content->size() != file.size || fingerprint_of(*content) != file.sum) {
         refuse();
       }
       made[name] = std::move(*content);

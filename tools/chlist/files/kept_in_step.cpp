@@ -1,5 +1,7 @@
 #include "chlist/files/kept_in_step.h"
 
+#include <fmt/format.h>
+
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -59,11 +61,17 @@ companion in_step(companion kept, const std::vector<changed_identity> &changes, 
   return kept;
 }
 
-edited_companion::edited_companion(const std::filesystem::path &file) : file_(file) {
+std::string note_out_of_step(const std::filesystem::path &file) {
+  return fmt::format("{}: somebody wrote {} without it", name_of_companion(file), file.filename().string());
+}
+
+edited_companion::edited_companion(const std::filesystem::path &file) {
   try {
     kept_ = companion_beside(file).value_or(companion());
+    note_ = kept_.is_out_of_step ? note_out_of_step(file) : std::string();
   } catch (const bad_companion &error) {
-    trouble_ = error.what();
+    is_readable_ = false;
+    note_ = std::string(error.what()) + "; it stays as it is";
   }
 }
 
@@ -73,10 +81,8 @@ companion_to_write edited_companion::beside(const std::filesystem::path &target,
 }
 
 companion_to_write edited_companion::to_write(const std::filesystem::path &target, companion made) const {
-  const std::filesystem::path there = companion_of(target);
-  const bool is_same = there == companion_of(file_) && text_of(made) == text_of(kept_);
-  const bool is_none = made.is_empty() && !std::filesystem::exists(there);
-  return !trouble_.empty() || is_same || is_none ? std::nullopt : std::optional(std::move(made));
+  const bool is_none = made.is_empty() && !std::filesystem::exists(companion_of(target));
+  return !is_readable_ || is_none ? std::nullopt : std::optional(std::move(made));
 }
 
 }  // namespace chlist

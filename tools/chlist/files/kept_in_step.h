@@ -18,13 +18,18 @@ struct changed_identity {
 // changes: in the order in which they were made.
 companion in_step(companion kept, const std::vector<changed_identity> &changes, const line_up &list);
 
+// What is said of a companion whose channel file is another one than it was written with.
+std::string note_out_of_step(const std::filesystem::path &file);
+
 // The companion of a file that is edited. One that cannot be read is told, and nobody touches it.
 class edited_companion {
  public:
   explicit edited_companion(const std::filesystem::path &file);
 
-  // What there is to say of it; empty when it can be read, or is not there.
-  [[nodiscard]] const std::string &trouble() const { return trouble_; }
+  [[nodiscard]] bool is_readable() const { return is_readable_; }
+
+  // What there is to say of it: it cannot be read, or it is of another file. Empty when all is well, or none is there.
+  [[nodiscard]] const std::string &note() const { return note_; }
 
   // What was kept; nothing of what cannot be read.
   [[nodiscard]] const companion &kept() const { return kept_; }
@@ -37,9 +42,9 @@ class edited_companion {
   [[nodiscard]] companion_to_write to_write(const std::filesystem::path &target, companion made) const;
 
  private:
-  std::filesystem::path file_;
   companion kept_;
-  std::string trouble_;
+  bool is_readable_ = true;
+  std::string note_;
 };
 
 }  // namespace chlist

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "chlist/files/file_bytes.h"
 #include "chlist/files/replacement.h"
 
 namespace chlist {
@@ -54,7 +55,10 @@ void write_with(const fs::path &target, const companion_to_write &beside,
   replacement file(target);
   write(file);
   if (beside) {
-    replaced_companion companion_file(companion_path, beside->is_empty() ? std::string() : text_of(*beside));
+    const std::vector<std::byte> bytes = beside->is_empty() ? std::vector<std::byte>() : bytes_of_file(file.name());
+    const std::string_view written(reinterpret_cast<const char *>(bytes.data()), bytes.size());
+    replaced_companion companion_file(companion_path,
+                                      beside->is_empty() ? std::string() : text_beside(*beside, written));
     write_both(file, companion_file);
   } else {
     file.take_place();

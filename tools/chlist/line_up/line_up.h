@@ -84,6 +84,7 @@ struct favourite_group {
   int id = 0;
   int count = 0;           // as that of a view
   bool is_counted = true;  // false: a channel file has entries here, and no group
+  std::string origin{};    // of formats: what of the source it was made of, in the format's own words
 };
 
 struct line_up_group {

@@ -8,6 +8,9 @@
 #include <string_view>
 #include <utility>
 
+#include "chlist/text/shown.h"
+
+
 namespace chlist {
 namespace {
 
@@ -102,8 +105,7 @@ std::string options_of(const command &row) {
 
 std::string examples_of(const command &row) {
   return row.examples.empty() ? ""
-                              : fmt::format(".PP\n.RS 4\n.nf\n{}\n.fi\n.RE\n",
-                                            escaped(fmt::format("{}", fmt::join(row.examples, "\n"))));
+                              : fmt::format(".PP\n.RS 4\n.nf\n{}\n.fi\n.RE\n", escaped(joined(row.examples, "\n")));
 }
 
 std::string see_also(const std::string &line) {

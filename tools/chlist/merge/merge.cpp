@@ -226,9 +226,9 @@ int run_merge(const merge_options &options) {
         options.list, options.output, options.leaves_no_backup,
         {beside.of(outcome, options.output), {line_of_words({"merge", options.list.string(), options.scan.string()})}});
   }
-  beside.tell_trouble();
+  beside.print_notes();
   report(options, outcome);
-  return outcome.has_findings() || beside.has_trouble() ? exit_findings : exit_done;
+  return outcome.has_findings() || beside.has_notes() ? exit_findings : exit_done;
 }
 
 }  // namespace

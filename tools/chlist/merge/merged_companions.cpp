@@ -68,10 +68,10 @@ companion_to_write merged_companions::of(const merge_outcome &outcome, const std
   return list_.to_write(output, merge.made());
 }
 
-void merged_companions::tell_trouble() const {
+void merged_companions::print_notes() const {
   for (const edited_companion *each : {&list_, &scan_}) {
-    if (!each->trouble().empty()) {
-      print_message(each->trouble() + "; it stays as it is");
+    if (!each->note().empty()) {
+      print_message(each->note());
     }
   }
 }

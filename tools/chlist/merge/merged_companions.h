@@ -19,8 +19,8 @@ class merged_companions {
   // Of the merged list in memory: what is newer wins for the services that the new list has, names stay as they were.
   [[nodiscard]] companion_to_write of(const merge_outcome &outcome, const std::filesystem::path &output) const;
 
-  [[nodiscard]] bool has_trouble() const { return !list_.trouble().empty() || !scan_.trouble().empty(); }
-  void tell_trouble() const;
+  [[nodiscard]] bool has_notes() const { return !list_.note().empty() || !scan_.note().empty(); }
+  void print_notes() const;
 
  private:
   edited_companion list_;

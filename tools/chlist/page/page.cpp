@@ -53,8 +53,8 @@ std::string page_of(const json &data) {
   const std::string html = files_of_kind(".html");
   std::string_view rest = html;
   std::string page;
-  for (const auto &[mark, text] : parts) {
-    page += up_to(mark, rest);
+  for (const auto &[place, text] : parts) {
+    page += up_to(place, rest);
     page += text;
   }
   return page.append(rest);

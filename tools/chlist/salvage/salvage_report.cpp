@@ -101,7 +101,7 @@ std::string text_of(const record_counts &records) {
       parts.push_back(counted(count, kind));
     }
   }
-  return fmt::format("{}", fmt::join(parts, ", "));
+  return joined(parts, ", ");
 }
 
 void print_repeated(std::FILE *to, const salvage_outcome &outcome) {

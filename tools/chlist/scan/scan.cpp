@@ -223,7 +223,7 @@ int run_scan(const scan_command_options &options) {
   if (outcome.filled.counts.services == 0) {
     throw std::runtime_error("no service was found");
   }
-  const new_list_file target(options.output, !options.leaves_no_backup);
+  const new_list_file target(options.output, !options.leaves_no_backup, "scan");
   target.write_list(outcome.beside);
   if (options.as_json) {
     json document = json_of_outcome(options, outcome);
@@ -316,7 +316,7 @@ command scan_command() {
                    .value = "LIST"},
                   {.names = "--no-backup",
                    .target = &options->leaves_no_backup,
-                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak"},
+                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak, nor in its history"},
                   {.names = "--all",
                    .target = &options->shows_all,
                    .about = "tell everything that is missing or left out, not only the first ten of each kind"},

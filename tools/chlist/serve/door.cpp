@@ -49,7 +49,11 @@ std::string random_token() {
   if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
     fail("random numbers");
   }
-  return fmt::format("{:02x}", fmt::join(bytes, ""));
+  std::string token;
+  for (const std::uint8_t byte : bytes) {
+    token += fmt::format("{:02x}", byte);
+  }
+  return token;
 }
 
 bool request_rate::takes(time_point now) {

@@ -50,8 +50,8 @@ class edited_channel_file : public edited_file {
 
   std::vector<std::string> load() override {
     std::vector<std::string> notes = load_what_can_be_read();
-    if (!beside_.trouble().empty()) {
-      notes.push_back(beside_.trouble() + "; it stays as it is");
+    if (!beside_.note().empty()) {
+      notes.push_back(beside_.note());
     }
     return notes;
   }
@@ -161,9 +161,11 @@ class edited_foreign_list : public edited_file {
     if (format_.from_channel_file != nullptr) {
       write("", format_.from_channel_file(file_of_bytes(path_, image_of(*get_channel_list()))));
     } else {
-      for (const made_file &made : written(edits.identities).files) {
-        write(made.name, made.text);
+      const exported_list made = written(edits.identities);
+      for (const made_file &each : made.files) {
+        write(each.name, each.text);
       }
+      remove_others(made.files);
     }
     stamps_ = stamps_of(path_);
   }
@@ -206,6 +208,18 @@ class edited_foreign_list : public edited_file {
     }
     keep_backup(target);
     write_text_file(target, text);
+  }
+
+  // Files that were read and are no part of the list any more.
+  void remove_others(const std::vector<made_file> &made) const {
+    for (const source_file &each : first_beside_.source.files) {
+      const fs::path target = path_ / each.name;
+      if (!each.name.empty() && std::ranges::find(made, each.name, &made_file::name) == made.end() &&
+          fs::exists(target)) {
+        keep_backup(target);
+        fs::remove(target);
+      }
+    }
   }
 
   fs::path path_;

@@ -105,7 +105,8 @@ decoded_text decode_characters(std::string_view encoded) {
   if (const character_table *table = table_of(encoded); table != nullptr) {
     if (charset_converter known(table->name); known.is_open()) {
       converted_text made = known.convert(characters, table->unit);
-      return {std::move(made.text), made.is_whole};
+      const bool is_whole = made.is_whole();
+      return {std::move(made.text), is_whole};
     }
   }
   return decode_of_unknown_table(characters);

@@ -14,10 +14,28 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr const char *latin_1 = "ISO-8859-1";
+// Of the first character of UTF-8.
+std::size_t length_of_first(std::string_view text) {
+  std::size_t length = 1;
+  while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
+    ++length;
+  }
+  return length;
+}
 
 bool has_mark_of_utf16(std::string_view bytes) {
   return bytes.starts_with("\xFF\xFE"sv) || bytes.starts_with("\xFE\xFF"sv);
+}
+
+// "UTF-16" leaves the order of bytes to the mark; who writes it says it.
+std::string with_order_of_bytes(const std::string &charset, std::string_view bytes) {
+  std::string name = charset;
+  std::ranges::transform(name, name.begin(),
+                         [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  if (name != "UTF-16" && name != "UTF16") {
+    return charset;
+  }
+  return bytes.starts_with("\xFE\xFF"sv) ? "UTF-16BE" : "UTF-16LE";
 }
 
 std::string converted_from(const std::string &charset, std::string_view bytes) {
@@ -26,7 +44,7 @@ std::string converted_from(const std::string &charset, std::string_view bytes) {
     throw std::runtime_error("--charset: no charset is named " + charset);
   }
   converted_text made = converter.convert(bytes);
-  if (!made.is_whole) {
+  if (!made.is_whole()) {
     throw std::runtime_error("is no text of " + charset);
   }
   return std::string(without_byte_order_mark(made.text));
@@ -52,7 +70,7 @@ std::string with_lines_of_latin_1(std::string_view bytes, charset_note &note) {
     } else {
       append_latin_1(text, whole);
       ++note.lines;
-      note.latin_1_lines.push_back(number);
+      note.last.latin_1_lines.push_back(number);
     }
     bytes.remove_prefix(whole.size());
   }
@@ -62,7 +80,8 @@ std::string with_lines_of_latin_1(std::string_view bytes, charset_note &note) {
 
 }  // namespace
 
-charset_converter::charset_converter(const std::string &from) : descriptor_(iconv_open("UTF-8", from.c_str())) {}
+charset_converter::charset_converter(const std::string &from, const std::string &to)
+    : descriptor_(iconv_open(to.c_str(), from.c_str())) {}
 
 charset_converter::~charset_converter() {
   if (is_open()) {
@@ -72,22 +91,39 @@ charset_converter::~charset_converter() {
 
 bool charset_converter::is_open() const { return reinterpret_cast<std::intptr_t>(descriptor_) != -1; }
 
+bool charset_converter::take(std::string_view &bytes, std::string &into) {
+  char piece[256];
+  char *in = const_cast<char *>(bytes.data());  // iconv() does not write there
+  std::size_t left = bytes.size();
+  char *out = piece;
+  std::size_t room = sizeof piece;
+  const bool is_stopped = iconv(descriptor_, &in, &left, &out, &room) == std::size_t(-1);
+  into.append(piece, out);
+  const bool is_stuck = is_stopped && left == bytes.size();
+  bytes.remove_prefix(bytes.size() - left);
+  return !is_stuck;
+}
+
 converted_text charset_converter::convert(std::string_view bytes, std::size_t unit) {
   converted_text made;
   while (!bytes.empty()) {
-    char piece[256];
-    char *in = const_cast<char *>(bytes.data());  // iconv() does not write there
-    std::size_t left = bytes.size();
-    char *out = piece;
-    std::size_t room = sizeof piece;
-    const bool is_stopped = iconv(descriptor_, &in, &left, &out, &room) == std::size_t(-1);
-    made.text.append(piece, out);
-    const bool is_stuck = is_stopped && left == bytes.size();
-    bytes.remove_prefix(bytes.size() - left);
-    if (is_stuck) {
+    if (!take(bytes, made.text)) {
       append_utf8(made.text, U'\uFFFD');
-      made.is_whole = false;
+      ++made.replaced;
       bytes.remove_prefix(std::min(unit, bytes.size()));
+    }
+  }
+  return made;
+}
+
+converted_text charset_converter::encode(std::string_view text) {
+  converted_text made;
+  while (!text.empty()) {
+    if (!take(text, made.text)) {
+      std::string_view question_mark = "?";
+      take(question_mark, made.text);
+      ++made.replaced;
+      text.remove_prefix(length_of_first(text));
     }
   }
   return made;
@@ -102,19 +138,36 @@ std::string charset_note::text() const {
 }
 
 std::string utf8_of_file(std::string bytes, const std::string &charset, charset_note &note) {
-  note.latin_1_lines.clear();
+  note.last = {};
   if (!charset.empty() || has_mark_of_utf16(bytes)) {
     note.charset = charset.empty() ? "UTF-16" : charset;
+    note.last = {
+        with_order_of_bytes(note.charset, bytes), has_mark_of_utf16(bytes) || bytes.starts_with(byte_order_mark), {}};
     return converted_from(note.charset, bytes);
   }
+  note.last.has_mark = bytes.starts_with(byte_order_mark);
   return is_utf8(bytes) ? bytes : with_lines_of_latin_1(bytes, note);
 }
 
-std::string latin_1_of(std::string_view utf8) {
+// A charset of one byte a character has no mark.
+converted_text bytes_in(const text_encoding &encoding, std::string_view text) {
+  const bool lacks_mark = encoding.has_mark && !text.starts_with(byte_order_mark);
+  const std::string whole = (lacks_mark ? std::string(byte_order_mark) : std::string()) + std::string(text);
+  if (encoding.charset.empty()) {
+    return {whole, 0};
+  }
+  charset_converter converter("UTF-8", encoding.charset);
+  return converter.is_open() ? converter.encode(whole) : converted_text{whole, 0};
+}
+
+std::optional<std::string> latin_1_of(std::string_view utf8) {
   constexpr char32_t largest = 0xFF;
   std::string bytes;
   for (const char32_t character : characters_of(utf8)) {
-    bytes += character <= largest ? static_cast<char>(character) : '?';
+    if (character > largest) {
+      return std::nullopt;
+    }
+    bytes += static_cast<char>(character);
   }
   return bytes;
 }

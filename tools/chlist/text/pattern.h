@@ -10,10 +10,11 @@ namespace chlist {
 
 class pattern {
  public:
-  // ECMAScript's regular expressions. Throws std::runtime_error that shows the text when it is none.
+  // Regular expressions as Perl has them. Throws std::runtime_error that shows the text when it is none.
   explicit pattern(std::string_view text);
 
-  // Whether it is found anywhere in the text.
+  // Whether it is found anywhere in the text. This and replace throw std::runtime_error when that would take too long:
+  // the time that some expressions take doubles with each character.
   [[nodiscard]] bool is_in(std::string_view text) const;
 
   // The text with the first place where it is found, or each, replaced; what is left keeps its case and its accents.

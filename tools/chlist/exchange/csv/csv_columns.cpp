@@ -1,6 +1,7 @@
 // One table says which columns there are, and the table of fields what they mean.
 #include "chlist/exchange/csv/csv_columns.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "chlist/exchange/csv/csv_line_up.h"
@@ -79,6 +80,12 @@ void set(line_up_service &service, std::string_view column, std::string_view cel
 }
 
 }  // namespace
+
+bool is_told_by_other_columns(std::string_view name) {
+  constexpr std::string_view names[] = {"position",    "name_table", "short_name_table",
+                                        "provider_id", "genre_id",   "country_id"};
+  return std::ranges::find(names, name) != std::end(names);
+}
 
 std::span<const csv_column> csv_columns() { return column_table; }
 

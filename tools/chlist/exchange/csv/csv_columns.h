@@ -16,6 +16,9 @@ struct csv_column {
 // In the order in which they are set.
 std::span<const csv_column> csv_columns();
 
+// Whether a listing has a column of this name that others tell: where a service stands, and what the list numbers anew.
+bool is_told_by_other_columns(std::string_view name);
+
 // Throws bad_line when the text is none of the column's values.
 void set_column(line_up_service &service, const csv_column &column, std::string_view text);
 

@@ -71,7 +71,7 @@ class row_reader {
     std::vector<std::size_t> used(header().size(), 0);
     for (auto row = rows_.begin() + 1; row != rows_.end(); ++row) {
       for (std::size_t at = 0; at < std::min(row->cells.size(), used.size()); ++at) {
-        used[at] += row->cells[at].empty() ? 0 : 1;
+        used[at] += says_something(header()[at], row->cells[at]) ? 1 : 0;
       }
     }
     for (const auto &[column, at] : places_) {
@@ -80,6 +80,12 @@ class row_reader {
     for (std::size_t at = 0; at < used.size(); ++at) {
       lost_.add("cells of the column " + chlist::quoted(header()[at]), used[at]);
     }
+  }
+
+  // A listing has all fields of all services, set or not.
+  static bool says_something(std::string_view column, std::string_view cell) {
+    const bool is_unset = cell.empty() || (cell == "0" && find_field(column) != nullptr);
+    return !is_unset && !is_told_by_other_columns(column);
   }
 
   void read_row(const csv_row &row) {

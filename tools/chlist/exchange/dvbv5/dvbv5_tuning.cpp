@@ -168,7 +168,7 @@ std::string tuning_lines(const line_up_service &service) {
   for (const section_key &key : section_keys) {
     const std::string value = is_key_of(key, by) ? value_for(service, key, by) : std::string();
     if (!value.empty()) {
-      fmt::format_to(std::back_inserter(lines), "\t{} = {}\n", key.name, value);
+      lines += fmt::format("\t{} = {}\n", key.name, value);
     }
   }
   return lines + fmt::format("\tDELIVERY_SYSTEM = {}\n", system_for(service, by));

@@ -126,7 +126,7 @@ class section_writer {
  private:
   template <class... Arguments>
   void line(fmt::format_string<Arguments...> form, Arguments &&...arguments) {
-    fmt::format_to(std::back_inserter(text_), form, std::forward<Arguments>(arguments)...);
+    text_ += fmt::format(form, std::forward<Arguments>(arguments)...);
   }
 
   static std::string minor_of(const channel_number &number) {

@@ -227,7 +227,7 @@ class ordered_list {
       made.services.push_back(std::move(list_.services[service]));
     }
     for (const bouquet &each : bouquets) {
-      favourite_group group{.name = each.name, .entries = {}};
+      favourite_group group{.name = each.name, .entries = {}, .origin = each.file};
       std::ranges::transform(each.entries, std::back_inserter(group.entries), [&](const bouquet::entry &entry) {
         return line_up_entry{places_[entry.service], {}};
       });
@@ -262,7 +262,27 @@ int largest_number(const std::vector<bouquet> &bouquets) {
   return largest;
 }
 
+// What a function reads; nothing of what it throws bad_line for.
+template <class Read>
+auto if_readable(const Read &read) -> std::optional<decltype(read())> {
+  try {
+    return read();
+  } catch (const bad_line &) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace
+
+std::optional<bouquet_reference> reference_in_line(std::string_view line) {
+  const std::string_view reference = behind(line, "#SERVICE").value_or(line);
+  return if_readable([&] { return read_bouquet_reference(without_blanks_around(reference)); });
+}
+
+std::optional<std::string> bouquet_named_in(std::string_view line) {
+  const auto named = behind(line, "#SERVICE") ? reference_in_line(line) : std::nullopt;
+  return named && !named->is_marker() ? if_readable([&] { return file_named_in(named->path); }) : std::nullopt;
+}
 
 line_up with_bouquets(const folder_files &files, lamedb_services services, loss_counts &lost) {
   bouquets_reader read(files, services, lost);

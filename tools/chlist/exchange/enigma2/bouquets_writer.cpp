@@ -11,8 +11,6 @@
 namespace chlist {
 namespace {
 
-constexpr std::string_view hidden_numbered_marker = "#SERVICE 1:832:D:0:0:0:0:0:0:0:\n";
-
 class bouquets_writer {
  public:
   bouquets_writer(const line_up &list, std::span<const service_reference> references)
@@ -23,8 +21,10 @@ class bouquets_writer {
     for (const favourite_group &group : list_.favourites) {
       write_group(group);
     }
-    made_.push_back({"bouquets.tv", "#NAME Bouquets (TV)\n" + television_});
-    made_.push_back({"bouquets.radio", "#NAME Bouquets (Radio)\n" + radio_});
+    for (std::size_t at = 0; at < bouquet_indexes.size(); ++at) {
+      const bouquet_index &index = bouquet_indexes[at];
+      made_.push_back({std::string(index.file), std::string(index.beginning) + lines_of_indexes_[at]});
+    }
     write_blacklist();
     return std::move(made_);
   }
@@ -42,7 +42,7 @@ class bouquets_writer {
         text += gap_before(list_.services[i]) + "#SERVICE " + line_of(i);
       }
     }
-    add_bouquet(television_, 1, std::string(file_of_all), std::move(text));
+    add_bouquet(false, std::string(file_of_all), std::move(text));
   }
 
   // Numbers rise in a bouquet, and have no minor part.
@@ -51,7 +51,7 @@ class bouquets_writer {
     const channel_number wanted = service.number.value_or(channel_number{last_number_ + 1});
     if (wanted.major > last_number_ && wanted.major <= largest_channel_number) {
       for (; last_number_ + 1 < wanted.major; ++last_number_) {
-        text += hidden_numbered_marker;
+        text += std::string(hidden_numbered_marker) + "\n";
       }
     }
     ++last_number_;
@@ -66,13 +66,11 @@ class bouquets_writer {
     for (const line_up_entry &entry : group.entries) {
       text += "#SERVICE " + line_of(entry.service);
     }
-    add_bouquet(is_radio ? radio_ : television_, is_radio ? 2 : 1,
-                fmt::format("userbouquet.favourites_{:02}.{}", ++groups_, is_radio ? "radio" : "tv"), std::move(text));
+    add_bouquet(is_radio, file_of_group(++groups_, index_for(is_radio)), std::move(text));
   }
 
-  void add_bouquet(std::string &index, int type, std::string file, std::string text) {
-    fmt::format_to(std::back_inserter(index), "#SERVICE 1:7:{}:0:0:0:0:0:0:0:FROM BOUQUET \"{}\" ORDER BY bouquet\n",
-                   type, file);
+  void add_bouquet(bool is_radio, std::string file, std::string text) {
+    lines_of_indexes_[is_radio ? 1 : 0] += line_of_index(index_for(is_radio), file) + "\n";
     made_.push_back({std::move(file), std::move(text)});
   }
 
@@ -90,12 +88,19 @@ class bouquets_writer {
   std::span<const service_reference> references_;
   int last_number_ = 0;
   int groups_ = 0;
-  std::string television_;
-  std::string radio_;
+  std::array<std::string, bouquet_indexes.size()> lines_of_indexes_;
   std::vector<made_file> made_;
 };
 
 }  // namespace
+
+std::string line_of_index(const bouquet_index &index, std::string_view file) {
+  return fmt::format("#SERVICE 1:7:{}:0:0:0:0:0:0:0:FROM BOUQUET \"{}\" ORDER BY bouquet", index.type, file);
+}
+
+std::string file_of_group(int number, const bouquet_index &index) {
+  return fmt::format("userbouquet.favourites_{:02}.{}", number, index.ending);
+}
 
 std::vector<made_file> write_bouquets(const line_up &list, std::span<const service_reference> references) {
   return bouquets_writer(list, references).write();

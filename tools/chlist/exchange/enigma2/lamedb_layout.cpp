@@ -6,22 +6,19 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <unordered_map>
 
-#include "chlist/exchange/enigma2/bouquets.h"
+#include "chlist/exchange/enigma2/bouquets_layout.h"
 #include "chlist/exchange/enigma2/lamedb_fields.h"
-#include "chlist/exchange/enigma2/service_reference.h"
+#include "chlist/exchange/enigma2/lamedb_transponders.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/text_units.h"
 #include "chlist/exchange/text_lines.h"
-#include "chlist/line_up/selection.h"
 
 namespace chlist {
 namespace {
 
 constexpr std::string_view line_of_version_5 = "s:";
-constexpr std::string_view marker_in_place = "#SERVICE 1:832:D:0:0:0:0:0:0:0:";
 
 std::size_t end_of_line(std::string_view text, std::size_t at) {
   return at < text.size() ? std::min(text.find('\n', at), text.size() - 1) + 1 : at;
@@ -137,7 +134,23 @@ std::string merged_service(const piece_versions &versions) {
                                    : fmt::format("{0}{1}{2}{1}{3}", numbers, kept.end_of_lines, name, options);
 }
 
-// Of a piece of the lamedb.
+// "eDVB services /4/"
+std::string format_of_lamedb(std::string_view text) {
+  const std::size_t slash = text.find('/');
+  return "lamedb" + std::string(slash != std::string_view::npos ? text.substr(slash + 1, 1) : "");
+}
+
+std::string name_of_lamedb(std::string_view text) { return format_of_lamedb(text) == "lamedb5" ? "lamedb5" : "lamedb"; }
+
+constexpr folder_layout bouquet_layout = {.name_of_first = name_of_lamedb,
+                                          .pieces = pieces_of_bouquet,
+                                          .in_terms_of = lamedb_in_terms_of,
+                                          .missing = lamedb_transponders_missing,
+                                          .is_behind_missing = is_behind_lamedb_transponders,
+                                          .woven = woven_bouquets};
+
+}  // namespace
+
 std::optional<lamedb_service> service_in_piece(std::string_view piece) {
   try {
     std::string_view line = line_at(piece, 0);
@@ -147,138 +160,6 @@ std::optional<lamedb_service> service_in_piece(std::string_view piece) {
     return std::nullopt;
   }
 }
-
-// Of a line of a bouquet or of the blacklist.
-std::optional<service_reference> reference_in_line(std::string_view line) {
-  constexpr std::string_view keyword = "#SERVICE";
-  if (line.starts_with(keyword)) {
-    line.remove_prefix(keyword.size() + (line.substr(keyword.size()).starts_with(':') ? 1 : 0));
-  }
-  try {
-    const bouquet_reference read = read_bouquet_reference(without_blanks_around(line));
-    return read.is_service() ? std::optional(read.service) : std::nullopt;
-  } catch (const bad_line &) {
-    return std::nullopt;
-  }
-}
-
-std::vector<source_piece> pieces_of_bouquet(const std::string &text, const source_file &first) {
-  std::unordered_map<service_reference, channel::identity, service_reference::hash> services;
-  for (const source_piece &each : first.pieces) {
-    if (const auto read = each.service && !each.is_again ? service_in_piece(each.text) : std::nullopt) {
-      services.emplace(read->reference, *each.service);
-    }
-  }
-  std::vector<source_piece> pieces;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = end_of_line(text, at);
-    const auto reference = reference_in_line(line_at(text, at));
-    const auto found = reference ? services.find(*reference) : services.end();
-    pieces.push_back({.text = text.substr(at, end - at),
-                      .service = found != services.end() ? std::optional(found->second) : std::nullopt});
-    at = end;
-  }
-  return pieces;
-}
-
-std::string bouquet_line_of(const referred_service &service) {
-  const auto read = service_in_piece(service.text);
-  return bouquet_line(read ? read->reference : service_reference(), service.service->fields.service_type);
-}
-
-// Follows the services of a list through lines that refer to them.
-class kept_lines {
- public:
-  explicit kept_lines(const std::vector<referred_service> &services) {
-    for (const referred_service &each : services) {
-      services_.emplace(identity_text(each.service->id()), &each);
-    }
-  }
-
-  std::string bouquet(const source_file &file) {
-    std::string text;
-    for (const source_piece &each : file.pieces) {
-      const referred_service *service = service_of(each);
-      const bool is_gone = each.service && service == nullptr;
-      text += is_gone ? with_end_of(each.text, std::string(marker_in_place)) : line_of(each, service, "#SERVICE ");
-    }
-    return text;
-  }
-
-  // Locks that went are left out, those that came stand at the end.
-  std::string blacklist(const source_file &file) {
-    std::string text;
-    std::unordered_map<const referred_service *, bool> are_listed;
-    for (const source_piece &each : file.pieces) {
-      const referred_service *service = service_of(each);
-      const bool is_locked = service != nullptr && service->service->has_flag(CHANNEL_FLAG_LOCKED);
-      are_listed[service] = true;
-      text += !each.service || is_locked ? line_of(each, service, "") : "";
-    }
-    for (const auto &[id, service] : services_) {
-      const bool is_new = service->service->has_flag(CHANNEL_FLAG_LOCKED) && !are_listed.contains(service);
-      text += is_new ? bouquet_line_of(*service) + "\n" : "";
-    }
-    return text;
-  }
-
- private:
-  [[nodiscard]] const referred_service *service_of(const source_piece &piece) const {
-    const auto found = piece.service ? services_.find(identity_text(*piece.service)) : services_.end();
-    return found != services_.end() && !found->second->text.empty() ? found->second : nullptr;
-  }
-
-  static std::string with_end_of(std::string_view line, const std::string &text) {
-    return text + std::string(line.ends_with("\r\n") ? "\r\n" : line.ends_with('\n') ? "\n" : "");
-  }
-
-  // A reference that is another one now is written anew.
-  static std::string line_of(const source_piece &piece, const referred_service *service, std::string_view keyword) {
-    const auto read = service != nullptr ? service_in_piece(service->text) : std::nullopt;
-    const bool is_same = !read || reference_in_line(line_at(piece.text, 0)) == read->reference;
-    return is_same ? piece.text : with_end_of(piece.text, std::string(keyword) + bouquet_line_of(*service));
-  }
-
-  std::map<std::string, const referred_service *> services_;
-};
-
-std::vector<made_file> kept_bouquets(const std::vector<source_file> &kept,
-                                     const std::vector<referred_service> &services) {
-  kept_lines lines(services);
-  std::vector<made_file> files;
-  bool has_blacklist = false;
-  for (std::size_t at = 1; at < kept.size(); ++at) {
-    const bool is_blacklist = kept[at].name == "blacklist";
-    has_blacklist = has_blacklist || is_blacklist;
-    files.push_back({kept[at].name, is_blacklist ? lines.blacklist(kept[at]) : lines.bouquet(kept[at])});
-  }
-  if (const std::string text = has_blacklist ? "" : lines.blacklist({}); !text.empty()) {
-    files.push_back({"blacklist", text});
-  }
-  return files;
-}
-
-std::vector<made_file> bouquets_anew(const line_up &list, const std::vector<referred_service> &services) {
-  std::vector<service_reference> references;
-  for (const referred_service &each : services) {
-    const auto read = service_in_piece(each.text);
-    references.push_back(read ? read->reference : service_reference());
-  }
-  return write_bouquets(list, references);
-}
-
-// "eDVB services /4/"
-std::string format_of_lamedb(std::string_view text) {
-  const std::size_t slash = text.find('/');
-  return "lamedb" + std::string(slash != std::string_view::npos ? text.substr(slash + 1, 1) : "");
-}
-
-std::string name_of_lamedb(std::string_view text) { return format_of_lamedb(text) == "lamedb5" ? "lamedb5" : "lamedb"; }
-
-constexpr folder_layout bouquet_layout = {
-    .name_of_first = name_of_lamedb, .pieces = pieces_of_bouquet, .kept = kept_bouquets, .anew = bouquets_anew};
-
-}  // namespace
 
 const source_layout lamedb_layout = {.cut = beginnings_in_lamedb,
                                      .is_service = is_lamedb_service,

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "chlist/exchange/streams.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -143,7 +144,7 @@ std::string lamedb_parameters(const line_up_service &service, delivery by, int p
     fields[2] = std::to_string(polarisation_number(service));
     fields[4] = std::to_string(position);
   }
-  return fmt::format("{}", fmt::join(fields.begin() + 1, fields.end(), ":"));
+  return joined(std::span(fields).subspan(1), ":");
 }
 
 }  // namespace chlist

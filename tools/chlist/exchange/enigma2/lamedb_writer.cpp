@@ -149,8 +149,8 @@ class lamedb_writer {
     const std::string parameters = parameters_of(service, from);
     const char letter = from.by == delivery::satellite ? 's' : from.by == delivery::cable ? 'c' : 't';
     const char *form = version_ == 5 ? "t:{:08x}:{:04x}:{:04x},{}:{}\n" : "{:08x}:{:04x}:{:04x}\n\t{} {}\n/\n";
-    fmt::format_to(std::back_inserter(transponders_), fmt::runtime(form), reference.name_space, reference.transport_id,
-                   reference.network_id, letter, parameters);
+    transponders_ += fmt::format(fmt::runtime(form), reference.name_space, reference.transport_id, reference.network_id,
+                                 letter, parameters);
   }
 
   [[nodiscard]] std::string parameters_of(const line_up_service &service, const place &from) const {

@@ -17,6 +17,19 @@ struct piece_versions {
   std::string_view now;     // as it writes what the list says
 };
 
+// A line between services.
+struct separator {
+  std::optional<int> number{};  // that it raises the next one to
+  std::string group{};          // the name of the group that it begins; empty: none
+};
+
+struct separator_layout {
+  // Of a line without its end; nothing of others.
+  std::optional<separator> (*read)(std::string_view line);
+  // Empty when it says nothing.
+  std::string (*written)(const separator &line);
+};
+
 struct folder_layout;
 
 struct source_layout {
@@ -26,11 +39,9 @@ struct source_layout {
   bool (*is_service)(std::string_view piece);
   // What is kept, with the differences of the others: without any it is kept as it is.
   std::string (*merge)(const piece_versions &versions);
-  // Of formats that do not number each service: the number that a piece raises the next one to; such a piece, and one
-  // without that number, which may be empty. Null where services have their numbers themselves.
-  std::optional<int> (*number_in)(std::string_view piece) = nullptr;
-  std::string (*raising_to)(int number) = nullptr;
-  std::string (*without_number)(std::string_view piece) = nullptr;
+  // Of formats that do not number each service, and whose groups are what stands between two lines. Null: services have
+  // their numbers and groups themselves.
+  const separator_layout *separators = nullptr;
   // The name of the format that a text is of, where one reader takes several; empty: that of the format.
   std::string (*format_of)(std::string_view text) = nullptr;
   // Of formats that are a folder: the files beside the one that the services stand in. Null: there are none.

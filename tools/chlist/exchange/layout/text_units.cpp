@@ -20,6 +20,17 @@ void insert_unit(unit_row &kept, const unit_row &now, unit_row::const_iterator w
 
 }  // namespace
 
+std::string_view line_end_of(std::string_view text) {
+  if (text.ends_with("\r\n")) {
+    return "\r\n";
+  }
+  return text.ends_with('\n') ? "\n" : "";
+}
+
+std::string_view without_line_end(std::string_view text) {
+  return text.substr(0, text.size() - line_end_of(text).size());
+}
+
 std::vector<text_unit> merged_units(std::vector<text_unit> kept, const std::vector<text_unit> &before,
                                     const std::vector<text_unit> &now) {
   for (auto each = now.begin(); each != now.end(); ++each) {

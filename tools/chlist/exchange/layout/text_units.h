@@ -1,10 +1,16 @@
-// Three-way merges of the parts of a line: what the list changed is taken over, all else stays as somebody wrote it.
+// The ends of lines, and three-way merges of the parts of one: what the list changed is taken over, all else stays as
+// somebody wrote it.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace chlist {
+
+// What a line ends with: "\n", "\r\n" or nothing.
+std::string_view line_end_of(std::string_view text);
+std::string_view without_line_end(std::string_view text);
 
 struct text_unit {
   std::string key;   // the same in all versions of a part

@@ -4,42 +4,34 @@
 
 #include <algorithm>
 #include <iterator>
-#include <list>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/layout/folder_layout.h"
+#include "chlist/exchange/layout/group_edits.h"
+#include "chlist/exchange/layout/row_order.h"
+#include "chlist/exchange/layout/separators.h"
 #include "chlist/exchange/layout/source_layout.h"
+#include "chlist/exchange/layout/text_units.h"
+#include "chlist/exchange/layout/woven_contents.h"
+#include "chlist/exchange/layout/woven_row.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/line_up/moved.h"
 #include "chlist/line_up/places.h"
-#include "chlist/text/charset.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
 
-std::string_view line_end_of(std::string_view text) {
-  if (text.ends_with("\r\n")) {
-    return "\r\n";
-  }
-  return text.ends_with('\n') ? "\n" : "";
-}
-
-std::string_view without_line_end(std::string_view text) {
-  return text.substr(0, text.size() - line_end_of(text).size());
-}
-
 std::size_t lines_in(std::string_view text) { return static_cast<std::size_t>(std::ranges::count(text, '\n')); }
 
 // What a writer makes of each service of a list, by its place; empty of those that it leaves out.
-std::vector<std::string> texts_of_services(const line_up &list, const format &to, const write_options &options) {
-  std::vector<std::string> texts(list.services.size());
-  const written_list written = to.write(list, options);
+std::vector<std::string> texts_of_services(const written_list &written, std::size_t services, const format &to) {
+  std::vector<std::string> texts(services);
   const std::string_view text = written.files.front().text;
   const std::vector<std::size_t> beginnings = to.layout->cut(text);
   std::size_t service = 0;
@@ -53,106 +45,6 @@ std::vector<std::string> texts_of_services(const line_up &list, const format &to
   return texts;
 }
 
-struct woven_piece {
-  const source_piece *kept = nullptr;  // none of a new service
-  std::size_t read = nowhere;          // the service that the kept piece is read as
-  std::size_t service = nowhere;       // the one of the list
-  std::string text{};                  // without the end of its last line
-};
-
-line_up read_again(const written_list &made, const format &to) {
-  loss_counts unsaid;
-  return to.read(source_of(made.files, true), unsaid);
-}
-
-// What a folder says that was just made, held against the list.
-class woven_contents {
- public:
-  woven_contents(const written_list &made, const line_up &now, const format &to)
-      : now_(now), read_(read_again(made, to)) {
-    loss_counts unsaid;
-    const filled_list filled = fill_list(read_, unsaid);
-    after_ = in_order_of_all(line_up_in_memory()).list;
-    find_places(made, filled);
-  }
-
-  [[nodiscard]] bool has_same_services() const {
-    return read_.services.size() >= written_ &&
-           std::ranges::all_of(pairs_,
-                               [&](const auto &pair) {
-                                 const line_up_service &was = now_.services[pair.second];
-                                 const line_up_service &is = read_.services[pair.first];
-                                 return was.fields.frequency == is.fields.frequency &&
-                                        was.fields.polarisation == is.fields.polarisation &&
-                                        was.fields.network_id == is.fields.network_id &&
-                                        was.fields.ts_id == is.fields.ts_id &&
-                                        was.fields.service_id == is.fields.service_id &&
-                                        was.further.tuned == is.further.tuned;
-                               }) &&
-           pairs_.size() == written_;
-  }
-
-  [[nodiscard]] bool has_same_views() const {
-    return numbers_of(now_, {}) == numbers_of(after_, places_) &&
-           favourites_of(now_, {}) == favourites_of(after_, places_);
-  }
-
- private:
-  using numbered_places = std::vector<std::pair<std::size_t, int>>;
-  using named_places = std::vector<std::pair<std::string, std::vector<std::size_t>>>;
-
-  // The places in the list of the services that were read, and of those that the list became of them.
-  void find_places(const written_list &made, const filled_list &filled) {
-    written_ = made.services.size();
-    std::unordered_map<std::size_t, std::size_t> by_line;
-    for (std::size_t at = 0; at < made.lines.size(); ++at) {
-      by_line.emplace(made.lines[at], made.services[at]);
-    }
-    const places_by_identity after(after_);
-    places_.assign(after_.services.size(), nowhere);
-    for (std::size_t at = 0; at < read_.services.size(); ++at) {
-      const auto found = by_line.find(read_.services[at].line);
-      if (found != by_line.end() && filled.filed[at] != nullptr) {
-        pairs_.emplace_back(at, found->second);
-        places_[after.of(channel::identity_of(*filled.filed[at]))] = found->second;
-      }
-    }
-  }
-
-  static std::size_t place_in(std::size_t place, const std::vector<std::size_t> &places) {
-    return places.empty() ? place : places[place];
-  }
-
-  static numbered_places numbers_of(const line_up &list, const std::vector<std::size_t> &places) {
-    numbered_places numbers;
-    for (std::size_t at = 0; at < list.services.size(); ++at) {
-      const line_up_service &service = list.services[at];
-      if (service.is_listed && service.number) {
-        numbers.emplace_back(place_in(at, places), service.number->major);
-      }
-    }
-    return numbers;
-  }
-
-  static named_places favourites_of(const line_up &list, const std::vector<std::size_t> &places) {
-    named_places groups;
-    for (const favourite_group &group : list.favourites) {
-      std::vector<std::size_t> &entries = groups.emplace_back(group.name, std::vector<std::size_t>()).second;
-      for (const line_up_entry &entry : group.entries) {
-        entries.push_back(place_in(entry.service, places));
-      }
-    }
-    return groups;
-  }
-
-  const line_up &now_;
-  line_up read_;
-  line_up after_;
-  std::vector<std::size_t> places_;                         // in the list, of the services of after_
-  std::vector<std::pair<std::size_t, std::size_t>> pairs_;  // of those that were read with those of the list
-  std::size_t written_ = 0;
-};
-
 class weaver {
  public:
   weaver(const line_up &list, const companion &kept, const format &to, const write_options &options)
@@ -160,21 +52,43 @@ class weaver {
 
   written_list woven() {
     read_pieces();
+    if (is_folder() || to_.layout->separators != nullptr) {
+      find_group_edits();
+    }
     call_sources_as_the_text_does();
-    const written_list written = to_.write(now_, options_);
+    const written_list written = written_in_terms_of_text(now_);
     take_in_order(is_folder() ? kept_order_of(written.services) : written.services);
     if (!is_folder()) {
       number();
     }
     write_services();
+    if (is_folder()) {
+      add_missing(written.files.front().text);
+    }
     written_list made = joined(written);
     return is_folder() ? with_other_files(std::move(made)) : made;
   }
 
  private:
-  using row = std::list<woven_piece>;
-
   [[nodiscard]] bool is_folder() const { return to_.layout->folder != nullptr; }
+
+  [[nodiscard]] written_list written_in_terms_of_text(const line_up &list) const {
+    written_list written = to_.write(list, options_);
+    if (is_folder()) {
+      written.files.front().text = to_.layout->folder->in_terms_of(written.files.front().text, first_text_);
+    }
+    return written;
+  }
+
+  // What new services stand on.
+  void add_missing(const std::string &written) {
+    const folder_layout &folder = *to_.layout->folder;
+    const auto behind =
+        std::ranges::find_if(row_, [&](const woven_piece &each) { return folder.is_behind_missing(each.current()); });
+    for (std::string &line : folder.missing(written, first_text_)) {
+      row_.insert(behind, {.text = std::move(line)});
+    }
+  }
 
   // Services have their order elsewhere: new ones stand at the end.
   [[nodiscard]] std::vector<std::size_t> kept_order_of(const std::vector<std::size_t> &written) const {
@@ -194,19 +108,23 @@ class weaver {
     return order;
   }
 
-  // The other files as they are kept; anew when they say something else than the list, and all files when not even the
-  // services come back: on transponders that are not there, for one.
+  // The other files in the first way in which the services keep their numbers; all files anew when not even the
+  // services come back.
   written_list with_other_files(written_list made) {
     const std::vector<referred_service> services = referred_services();
     const std::vector<made_file> first = made.files;
-    std::ranges::move(to_.layout->folder->kept(kept_.source.files, services), std::back_inserter(made.files));
-    const woven_contents kept(made, now_, to_);
-    if (!kept.has_same_services()) {
-      return to_.write(now_, options_);
-    }
-    if (!kept.has_same_views()) {
+    for (const numbered_by way : ways_to_number) {
       made.files = first;
-      std::ranges::move(to_.layout->folder->anew(now_, services), std::back_inserter(made.files));
+      made.notes.clear();
+      std::ranges::move(to_.layout->folder->woven({kept_.source.files, services, groups_, way}, made.notes),
+                        std::back_inserter(made.files));
+      const woven_contents contents(made, now_, to_);
+      if (!contents.has_same_services()) {
+        return to_.write(now_, options_);
+      }
+      if (contents.has_same_numbers()) {
+        break;
+      }
     }
     return made;
   }
@@ -218,7 +136,7 @@ class weaver {
     }
     for (const woven_piece &each : row_) {
       if (each.service != nowhere) {
-        services[each.service].text = is_changed_.contains(&each) ? each.text : each.kept->text;
+        services[each.service].text = each.current();
       }
     }
     return services;
@@ -226,24 +144,52 @@ class weaver {
 
   // The reader tells by its lines which piece a service is of.
   void read_pieces() {
-    std::string text;
     std::unordered_map<std::size_t, std::size_t> piece_of_line;
     std::size_t line = 1;
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
       piece_of_line[line] = at;
-      text += pieces_[at].text;
       line += lines_in(pieces_[at].text);
     }
     loss_counts unsaid;
-    list_source source = source_of({{"", std::move(text)}}, false);
+    const std::vector<made_file> files = kept_files();
+    first_text_ = files.front().text;
+    list_source source = source_of(files, false);
     source.url = kept_.source.url;
     before_ = to_.read(source, unsaid);
+    choose_groups_again(before_, kept_.source.groups);
     services_of_pieces_.assign(pieces_.size(), nowhere);
     for (std::size_t place = 0; place < before_.services.size(); ++place) {
       if (const auto found = piece_of_line.find(before_.services[place].line); found != piece_of_line.end()) {
         services_of_pieces_[found->second] = place;
       }
     }
+  }
+
+  [[nodiscard]] std::vector<made_file> kept_files() const {
+    std::vector<made_file> files;
+    for (const source_file &each : kept_.source.files) {
+      files.push_back({files.empty() ? std::string() : each.name, text_of(each)});
+    }
+    return files;
+  }
+
+  // A list has no room for some groups and services: what it was filled with tells what is an edit.
+  void find_group_edits() {
+    loss_counts unsaid;
+    const filled_list filled = fill_list(before_, unsaid);
+    const line_up list = in_order_of_all(line_up_in_memory()).list;
+    const places_by_identity now(now_);
+    const places_by_identity after(list);
+    std::vector<std::size_t> places_of_read(before_.services.size(), nowhere);
+    std::vector<std::size_t> places_of_filled(list.services.size(), nowhere);
+    for (std::size_t at = 0; at < pieces_.size(); ++at) {
+      const std::size_t read = services_of_pieces_[at];
+      if (read != nowhere && pieces_[at].service && filled.same[read] != nullptr) {
+        places_of_read[read] = now.of(*pieces_[at].service);
+        places_of_filled[after.of(channel::identity_of(*filled.same[read]))] = places_of_read[read];
+      }
+    }
+    groups_ = group_edits({before_, list, places_of_read, places_of_filled}, now_.favourites);
   }
 
   // Somebody may have named a source in the list alone.
@@ -261,107 +207,59 @@ class weaver {
   void take_in_order(const std::vector<std::size_t> &order) {
     const places_by_identity places(now_);
     const std::unordered_set<std::size_t> are_written(order.begin(), order.end());
-    std::vector<std::size_t> before;
+    std::unordered_set<std::size_t> known;
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
       const source_piece &piece = pieces_[at];
       const std::size_t service = piece.service ? places.of(*piece.service) : nowhere;
       const bool is_kept_again = piece.is_again && are_written.contains(service);
       if (!piece.service || is_kept_again) {
         row_.push_back({&piece});
-      } else if (are_written.contains(service) && !known_.contains(service)) {
+      } else if (are_written.contains(service) && known.insert(service).second) {
         row_.push_back({&piece, services_of_pieces_[at], service});
-        known_[service] = std::prev(row_.end());
-        before.push_back(service);
       }
     }
-    bring_into_order(before, order);
+    bring_into_order(row_, &woven_piece::service, order,
+                     [](std::size_t service) { return woven_piece{.service = service}; });
   }
 
-  void bring_into_order(const std::vector<std::size_t> &before, const std::vector<std::size_t> &order) {
-    const std::vector<std::size_t> moved = moved_between(before, order);
-    const std::unordered_set<std::size_t> are_moved(moved.begin(), moved.end());
-    auto behind = std::ranges::find_if(row_, [](const woven_piece &each) { return each.service != nowhere; });
-    for (const std::size_t service : order) {
-      const auto known = known_.find(service);
-      if (known == known_.end()) {
-        behind = std::next(row_.insert(behind, {.service = service}));
-      } else if (are_moved.contains(service)) {
-        behind = behind == known->second ? std::next(behind) : behind;
-        row_.splice(behind, row_, known->second);
-      } else {
-        behind = std::next(known->second);
-      }
-    }
-  }
-
-  // Numbers follow each other unless a piece says another one; the reader numbers them so.
   void number() {
+    if (to_.layout->separators != nullptr) {
+      follow_groups(row_, pieces_, groups_, *to_.layout->separators);
+      follow_numbers(row_, pieces_, now_, *to_.layout->separators);
+    } else {
+      forget_implied_numbers();
+    }
+  }
+
+  // A service whose number is the next one needs not say so, unless it did.
+  void forget_implied_numbers() {
     int next = 1;
-    for (auto at = row_.begin(); at != row_.end(); ++at) {
-      if (at->service != nowhere) {
-        next = number_service(at, next);
-      } else if (const auto raised = number_raised_by(*at)) {
-        next = keep_number(at, std::max(next, *raised), next);
+    for (const woven_piece &each : row_) {
+      if (each.is_service()) {
+        line_up_service &service = now_.services[each.service];
+        const bool has_own = each.read != nowhere && before_.services[each.read].number.has_value();
+        const int wanted = service.number ? service.number->major : next;
+        if (!has_own && each.kept != nullptr && service.number == channel_number{next}) {
+          service.number.reset();
+        }
+        next = std::max(next, wanted + 1);
       }
     }
-  }
-
-  [[nodiscard]] std::optional<int> number_raised_by(const woven_piece &piece) const {
-    return to_.layout->number_in != nullptr ? to_.layout->number_in(piece.kept->text) : std::nullopt;
-  }
-
-  // One beyond what the service behind it has now is taken out.
-  int keep_number(row::iterator at, int raised, int next) {
-    const auto follower = std::find_if(at, row_.end(), [](const woven_piece &each) { return each.service != nowhere; });
-    if (follower == row_.end() || number_of(*follower).value_or(raised) >= raised) {
-      return raised;
-    }
-    at->text = to_.layout->without_number(without_line_end(at->kept->text));
-    is_changed_.insert(&*at);
-    return next;
-  }
-
-  [[nodiscard]] std::optional<int> number_of(const woven_piece &piece) const {
-    const auto &own = now_.services[piece.service].number;
-    return own ? std::optional(own->major) : std::nullopt;
-  }
-
-  // Returns the number that follows.
-  int number_service(row::iterator at, int next) {
-    const int wanted = number_of(*at).value_or(next);
-    if (to_.layout->raising_to == nullptr) {
-      line_up_service &service = now_.services[at->service];
-      const bool has_own = at->read != nowhere && before_.services[at->read].number.has_value();
-      const bool is_implied = service.number == channel_number{next};
-      if (!has_own && is_implied && at->kept != nullptr) {
-        service.number.reset();
-      }
-    } else if (wanted > next) {
-      row_.insert(at, {.text = to_.layout->raising_to(wanted)});
-    }
-    return std::max(next, wanted + 1);
   }
 
   void write_services() {
-    const std::vector<std::string> before = texts_of_services(before_, to_, options_);
-    const std::vector<std::string> now = texts_of_services(now_, to_, options_);
+    const std::vector<std::string> before =
+        texts_of_services(written_in_terms_of_text(before_), before_.services.size(), to_);
+    const std::vector<std::string> now = texts_of_services(written_in_terms_of_text(now_), now_.services.size(), to_);
     for (woven_piece &each : row_) {
-      if (each.service == nowhere) {
+      if (!each.is_service()) {
         continue;
       }
-      each.text = now[each.service];
-      is_changed_.insert(&each);
-      if (each.read != nowhere) {
-        merge(each, before[each.read]);
+      if (each.read == nowhere) {
+        each.change_to(now[each.service]);
+      } else if (const std::string &is = now[each.service]; is != before[each.read]) {
+        each.change_to(to_.layout->merge({without_line_end(each.kept->text), before[each.read], is}));
       }
-    }
-  }
-
-  void merge(woven_piece &piece, const std::string &before) {
-    if (piece.text == before) {
-      is_changed_.erase(&piece);
-    } else {
-      piece.text = to_.layout->merge({without_line_end(piece.kept->text), before, piece.text});
     }
   }
 
@@ -396,8 +294,8 @@ class weaver {
 
   [[nodiscard]] std::string text_of_piece(const woven_piece &piece, std::string_view usual_end, bool is_last) const {
     const bool is_new = piece.kept == nullptr;
-    if (!is_new && !is_changed_.contains(&piece)) {
-      const std::string text = piece.kept->is_latin_1 ? latin_1_of(piece.kept->text) : piece.kept->text;
+    if (!is_new && !piece.is_changed) {
+      const std::string &text = piece.kept->text;
       const bool ends = is_last || !line_end_of(text).empty() || text == byte_order_mark;
       return ends ? text : text + std::string(usual_end);
     }
@@ -414,17 +312,17 @@ class weaver {
   const format &to_;
   const write_options &options_;
   const std::vector<source_piece> &pieces_;
-  line_up before_;  // what the pieces say
+  std::string first_text_;  // of the first file, as it is kept
+  line_up before_;          // what the pieces say
+  std::vector<group_edit> groups_;
   std::vector<std::size_t> services_of_pieces_;
-  row row_;
-  std::unordered_map<std::size_t, row::iterator> known_;  // by the service
-  std::unordered_set<const woven_piece *> is_changed_;
+  woven_row row_;
 };
 
 }  // namespace
 
 bool can_be_woven(const companion &kept, const format &to) {
-  return to.layout != nullptr && kept.source.format == to.name && !kept.source.files.empty();
+  return to.layout != nullptr && kept.source.format == to.name && kept.source.has_text();
 }
 
 written_list woven_text(const line_up &list, const companion &kept, const format &to, const write_options &options) {

@@ -49,7 +49,7 @@ m3u_information m3u_information_in(std::string_view line) {
     const std::string_view name = line.substr(at, end - at);
     at = end;
     if (line.substr(at).starts_with('=')) {
-      m3u_attribute &made = read.attributes.emplace_back(begin, std::string(name), std::string_view());
+      m3u_attribute &made = read.attributes.emplace_back(m3u_attribute{begin, std::string(name), std::string_view()});
       at = read_value(line, at + 1, made.value);
     }
   }

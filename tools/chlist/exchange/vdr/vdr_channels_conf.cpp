@@ -122,24 +122,13 @@ class line_reader {
   vdr_line_up take() { return std::move(line_up_); }
 
  private:
-  // ":[@N][ name]": N raises the numbers of the services that follow and never lowers them.
+  // N raises the numbers of the services that follow and never lowers them.
   void read_separator(std::string_view text) {
-    if (text.size() > 1 && text.front() == '@') {
-      text.remove_prefix(1);
-      const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-      if (digits > 0) {
-        raise_number(text.substr(0, digits));
-      }
-      text.remove_prefix(digits);
+    const vdr_separator read = read_vdr_separator(text);
+    lowest_number_ = std::max(lowest_number_, read.number.value_or(0));
+    if (!read.group.empty()) {
+      line_up_.groups.push_back({read.group, line_up_.services.size()});
     }
-    if (const std::string_view name = without_leading_blanks(text); !name.empty()) {
-      line_up_.groups.push_back({readable_name(name), line_up_.services.size()});
-    }
-  }
-
-  void raise_number(std::string_view digits) {
-    const int number = read_number<int>(digits, "channel number", 0, largest_channel_number);
-    lowest_number_ = std::max(lowest_number_, number);
   }
 
   vdr_line_up line_up_;
@@ -147,6 +136,20 @@ class line_reader {
 };
 
 }  // namespace
+
+vdr_separator read_vdr_separator(std::string_view text) {
+  vdr_separator made;
+  if (text.size() > 1 && text.front() == '@') {
+    text.remove_prefix(1);
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    if (digits > 0) {
+      made.number = read_number<int>(text.substr(0, digits), "channel number", 0, largest_channel_number);
+    }
+    text.remove_prefix(digits);
+  }
+  made.group = readable_name(without_leading_blanks(text));
+  return made;
+}
 
 vdr_line_up parse_vdr_channels_conf(std::string_view text) {
   line_reader made;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -67,6 +68,15 @@ struct vdr_group {
   std::string name;
   std::size_t first_service = 0;
 };
+
+// What stands behind the colon of a separator, "[@N][ name]".
+struct vdr_separator {
+  std::optional<int> number;
+  std::string group;  // empty: the line begins none
+};
+
+// Throws bad_line when the number is none of a channel.
+vdr_separator read_vdr_separator(std::string_view text);
 
 struct vdr_line_up {
   std::vector<vdr_service> services;

@@ -4,11 +4,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
+#include <optional>
 
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/layout/text_units.h"
 #include "chlist/exchange/text_lines.h"
+#include "chlist/exchange/vdr/vdr_channels_conf.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -38,28 +40,24 @@ std::string merged_line(const piece_versions &versions) {
   return line;
 }
 
-// What stands behind ":@".
-std::optional<std::string_view> behind_at(std::string_view piece) {
-  constexpr std::string_view beginning = ":@";
-  return piece.starts_with(beginning) ? std::optional(piece.substr(beginning.size())) : std::nullopt;
-}
-
-std::optional<int> number_in_separator(std::string_view piece) {
-  const auto digits = behind_at(piece);
-  int number = 0;
-  if (!digits || std::from_chars(digits->data(), digits->data() + digits->size(), number).ec != std::errc()) {
+std::optional<separator> read_separator(std::string_view line) {
+  if (!line.starts_with(':')) {
     return std::nullopt;
   }
-  return number;
+  try {
+    const vdr_separator read = read_vdr_separator(without_trailing_blanks(line).substr(1));
+    return separator{read.number, read.group};
+  } catch (const bad_line &) {
+    return std::nullopt;
+  }
 }
 
-std::string separator_raising_to(int number) { return fmt::format(":@{}", number); }
-
-std::string separator_without_number(std::string_view piece) {
-  const std::string_view behind = behind_at(piece).value_or(std::string_view());
-  const std::string_view name =
-      without_blanks_around(behind.substr(std::min(behind.find_first_not_of("0123456789"), behind.size())));
-  return name.empty() ? std::string() : ":" + std::string(name);
+std::string written_separator(const separator &line) {
+  std::string group = in_one_line(line.group);
+  std::ranges::replace(group, ':', '|');
+  const std::string number = line.number ? fmt::format("@{}", *line.number) : "";
+  const bool says_nothing = group.empty() && number.empty();
+  return says_nothing ? "" : fmt::format(":{}{}{}", number, group.empty() || number.empty() ? "" : " ", group);
 }
 
 std::vector<std::size_t> beginnings_of_lines(std::string_view text) {
@@ -70,13 +68,11 @@ std::vector<std::size_t> beginnings_of_lines(std::string_view text) {
   return places;
 }
 
+constexpr separator_layout vdr_separators = {.read = read_separator, .written = written_separator};
+
 }  // namespace
 
-const source_layout vdr_layout = {.cut = beginnings_of_lines,
-                                  .is_service = is_vdr_service,
-                                  .merge = merged_line,
-                                  .number_in = number_in_separator,
-                                  .raising_to = separator_raising_to,
-                                  .without_number = separator_without_number};
+const source_layout vdr_layout = {
+    .cut = beginnings_of_lines, .is_service = is_vdr_service, .merge = merged_line, .separators = &vdr_separators};
 
 }  // namespace chlist

@@ -70,7 +70,8 @@ std::vector<favourite_group> groups_of(const vdr_line_up &parsed) {
     }
     auto same = std::ranges::find(groups, parsed.groups[at].name, &favourite_group::name);
     if (same == groups.end()) {
-      same = groups.insert(same, {.name = parsed.groups[at].name, .entries = {}});
+      const std::string &name = parsed.groups[at].name;
+      same = groups.insert(same, {.name = name, .entries = {}, .origin = name});
     }
     for (std::size_t service = first; service < end; ++service) {
       same->entries.push_back({service, {}});
