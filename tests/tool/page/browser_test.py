@@ -84,8 +84,6 @@ class Page(page_host.PageTest):
         self.addCleanup(self.expect_silence)
         shown.resize(1280, 900)
         shown.prefer("light")
-        shown.console()
-        shown.requests()
         self.open("rich")
 
     def open(self, name):

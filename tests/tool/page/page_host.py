@@ -27,6 +27,8 @@ def open_browser():
     unittest.addModuleCleanup(folder.cleanup)
     shown = browser.Browser(f"{folder.name}/profile")
     unittest.addModuleCleanup(shown.close)
+    shown.visit("about:blank")
+    shown.requests()  # what the browser asks for by itself
     return folder.name, shown
 
 

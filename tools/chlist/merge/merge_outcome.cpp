@@ -1,5 +1,5 @@
 // The library merges; here the new list is made ready for it, and the lists before and after are compared. A surviving
-// service keeps its record where it is, so the addresses of those that stay tell what is new and what is gone.
+// service keeps its record where it is, so addresses tell what is new and what is gone.
 #include "chlist/merge/merge_outcome.h"
 
 #include <channel/store.h>
@@ -41,14 +41,6 @@ address address_of(const channel_st *service) { return reinterpret_cast<address>
 
 auto services_in_memory() { return channel::all_services_of(get_channel_list()->network_list); }
 
-std::set<address> addresses_in_memory() {
-  std::set<address> addresses;
-  for (const channel::filed_service &filed : services_in_memory()) {
-    addresses.insert(address_of(&filed.service));
-  }
-  return addresses;
-}
-
 struct snapshot {
   std::vector<address> order;
   std::unordered_map<address, changed_service> services;
@@ -77,11 +69,11 @@ snapshot take_snapshot() {
   return taken;
 }
 
-// The services of a list that are none of those which stay.
-std::vector<changed_service> others_than(const std::set<address> &staying, const snapshot &of) {
+// The services of a list but for those that stayed.
+std::vector<changed_service> without(const snapshot &of, const std::set<address> &stayed) {
   std::vector<changed_service> only_here;
   for (const address service : of.order) {
-    if (!staying.contains(service)) {
+    if (!stayed.contains(service)) {
       only_here.push_back(of.services.at(service));
     }
   }
@@ -153,8 +145,8 @@ void delete_unmarked() {
 }
 
 // A merge marks the services that it finds in their countries, from 0 on, and selects views; what is marked before
-// stays. What goes, goes first: a view that is nearly full has room for what comes then. What comes may stand at the
-// address of what went, so what stays is returned, as it was in between.
+// stays. What goes, goes first: a view that is nearly full has room for what comes then. What is left is what stays: a
+// service that comes may be given the place in memory of one that went.
 std::set<address> merge_keeping_what_stays(channel_list_st &merged, const std::set<address> &going) {
   const kept_view_settings settings;
   std::unordered_map<address, std::int16_t> countries;
@@ -163,13 +155,16 @@ std::set<address> merge_keeping_what_stays(channel_list_st &merged, const std::s
     countries[where] = std::exchange(filed.service.country_id, static_cast<std::int16_t>(!going.contains(where)));
   }
   delete_unmarked();
-  const std::set<address> staying = addresses_in_memory();
+  std::set<address> stayed;
+  for (const channel::filed_service &filed : services_in_memory()) {
+    stayed.insert(address_of(&filed.service));
+  }
   channel::persist::merge_list(merged);
   for (const channel::filed_service &filed : services_in_memory()) {
     const address where = address_of(&filed.service);
-    filed.service.country_id = staying.contains(where) ? countries.at(where) : std::int16_t{0};
+    filed.service.country_id = stayed.contains(where) ? countries.at(where) : std::int16_t{0};
   }
-  return staying;
+  return stayed;
 }
 
 // The records of a list that was read, numbered as another one numbers its sources.
@@ -369,8 +364,8 @@ class merge {
   }
 
   // Whatever went aside in order to go is told as the list knew it.
-  void tell_deleted(const snapshot &before, const std::set<address> &staying) {
-    outcome_.deleted = others_than(staying, before);
+  void tell_deleted(const snapshot &before, const std::set<address> &stayed) {
+    outcome_.deleted = without(before, stayed);
     for (changed_service &each : outcome_.deleted) {
       const auto found = aside_.find(identity_text(each.known.id));
       each.known.id = found != aside_.end() ? found->second : each.known.id;
@@ -379,12 +374,12 @@ class merge {
 
   void merge_services() {
     const snapshot before = take_snapshot();
-    const std::set<address> staying = merge_keeping_what_stays(scan_, going_);
-    name_groups_of_added(staying);
+    const std::set<address> stayed = merge_keeping_what_stays(scan_, going_);
+    name_groups_of_added(stayed);
     append(outcome_.notes, number_added(added_, choices_.numbers));
     const snapshot after = take_snapshot();
-    outcome_.added = others_than(staying, after);
-    tell_deleted(before, staying);
+    outcome_.added = without(after, stayed);
+    tell_deleted(before, stayed);
     outcome_.kept = after.order.size() - outcome_.added.size();
     outcome_.duplicates = dropped_among(match_services(scan_));
     outcome_.full = find_full(before, after, outcome_.added);
@@ -416,7 +411,7 @@ class merge {
   }
 
   // A new service is in the groups that have the names of those which the new list says.
-  void name_groups_of_added(const std::set<address> &staying) {
+  void name_groups_of_added(const std::set<address> &stayed) {
     std::map<std::string, const line_up_service *> scanned;
     for (const line_up_service &service : scanned_.services) {
       scanned.try_emplace(identity_text(service.id()), &service);
@@ -426,7 +421,7 @@ class merge {
     group_names countries(GROUP_COUNTRY);
     loss_counts lost;
     for (const channel::filed_service &filed : services_in_memory()) {
-      if (staying.contains(address_of(&filed.service))) {
+      if (stayed.contains(address_of(&filed.service))) {
         continue;
       }
       added_.push_back(&filed.service);
