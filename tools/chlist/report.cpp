@@ -10,8 +10,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "chlist/fields/values.h"
 #include "chlist/pager.h"
+#include "chlist/position.h"
 #include "chlist/text/shown.h"
 
 namespace chlist {

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
+#include "chlist/compare/difference.h"
 #include "chlist/files/file_records.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "support/channel_file.h"
 #include "support/cpu_time.h"

@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/compare/difference.h"
 #include "chlist/files/file_line_up.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/salvage/salvaging.h"
 #include "tool/chlist_host.h"

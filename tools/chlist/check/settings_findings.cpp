@@ -13,6 +13,7 @@
 #include "chlist/check/rules.h"
 #include "chlist/fields/values.h"
 #include "chlist/list_contents.h"
+#include "chlist/position.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 

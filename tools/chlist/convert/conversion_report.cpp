@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "chlist/fields/values.h"
+#include "chlist/position.h"
 
 namespace chlist {
 namespace {

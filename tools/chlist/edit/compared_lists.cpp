@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "chlist/fields/values.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/position.h"
 #include "chlist/text/plain_text.h"
 
 namespace chlist {

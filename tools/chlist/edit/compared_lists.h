@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/compare/pairing.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/line_up/pairing.h"
 
 namespace chlist {
 

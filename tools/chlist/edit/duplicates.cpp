@@ -5,14 +5,15 @@
 #include <string_view>
 #include <utility>
 
+#include "chlist/compare/duplicates.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
 #include "chlist/edit/service_edits.h"
 #include "chlist/edit/view_order.h"
 #include "chlist/first_of_a_kind.h"
-#include "chlist/line_up/duplicates.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/position.h"
 #include "chlist/report.h"
 #include "chlist/text_table.h"
 

@@ -14,6 +14,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "chlist/compare/difference.h"
 #include "chlist/edit/edit_line.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/backup.h"
@@ -21,7 +22,6 @@
 #include "chlist/files/edit_lock.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/kept_in_step.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"

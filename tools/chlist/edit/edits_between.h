@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "chlist/compare/difference.h"
 #include "chlist/files/channel_file.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/line_up/line_up.h"
 
 namespace chlist {

@@ -5,7 +5,7 @@
 
 #include "chlist/edit/edit_line.h"
 #include "chlist/edit/service_lines.h"
-#include "chlist/fields/values.h"
+#include "chlist/position.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

@@ -8,11 +8,11 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "chlist/compare/moved.h"
 #include "chlist/edit/compared_lists.h"
 #include "chlist/edit/edit_line.h"
-#include "chlist/fields/values.h"
-#include "chlist/line_up/moved.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/position.h"
 
 namespace chlist {
 namespace {

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <utility>
 
+#include "chlist/compare/sources.h"
 #include "chlist/first_of_a_kind.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/line_up/sources.h"
 #include "chlist/report.h"
 #include "chlist/text_table.h"
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "chlist/compare/rescan.h"
 #include "chlist/edit/edited_list.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/line_up/rescan.h"
 
 namespace chlist {
 

@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "chlist/fields/values.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/position.h"
 
 namespace chlist {
 namespace {

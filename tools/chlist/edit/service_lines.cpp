@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "chlist/compare/rescan.h"
 #include "chlist/edit/edit_line.h"
 #include "chlist/fields/service_fields.h"
-#include "chlist/line_up/rescan.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/report.h"
 #include "chlist/text/plain_text.h"

@@ -9,12 +9,12 @@
 #include <stdexcept>
 
 #include "chlist/commands.h"
+#include "chlist/compare/difference.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/history.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
 #include "chlist/text_table.h"

@@ -5,8 +5,8 @@
 #include <map>
 #include <tuple>
 
+#include "chlist/compare/quality.h"
 #include "chlist/fields/pids.h"
-#include "chlist/line_up/quality.h"
 
 namespace chlist {
 namespace {

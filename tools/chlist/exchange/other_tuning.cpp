@@ -5,9 +5,9 @@
 #include <tuple>
 #include <utility>
 
+#include "chlist/compare/pairing.h"
+#include "chlist/compare/sources.h"
 #include "chlist/exchange/any_list.h"
-#include "chlist/line_up/pairing.h"
-#include "chlist/line_up/sources.h"
 
 namespace chlist {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <channel/records.h>
 
+#include "chlist/compare/pairing.h"
 #include "chlist/exchange/loss_counts.h"
-#include "chlist/line_up/pairing.h"
 
 namespace chlist {
 

@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "chlist/compare/difference.h"
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/broadcast_service.h"
 #include "chlist/exchange/enigma2/picons.h"
@@ -21,7 +22,6 @@
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/exchange/source_bytes.h"
 #include "chlist/fields/settings.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/list_contents.h"
 #include "chlist/report.h"

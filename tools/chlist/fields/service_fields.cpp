@@ -10,6 +10,7 @@
 
 #include "chlist/closest.h"
 #include "chlist/fields/pids.h"
+#include "chlist/position.h"
 #include "chlist/text/shown.h"
 
 namespace chlist {

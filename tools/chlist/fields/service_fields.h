@@ -13,18 +13,6 @@
 
 namespace chlist {
 
-// A service as a view shows it; a service that is looked at by itself has no entry, and an entry whose identity leads
-// to nothing no service.
-struct service_row {
-  const line_up *list = nullptr;
-  const line_up_service *service = nullptr;
-  const line_up_entry *entry = nullptr;
-  std::size_t index = 0;  // of the entry in its view
-
-  // What either has.
-  [[nodiscard]] channel::identity id() const { return service != nullptr ? service->id() : entry->id; }
-};
-
 enum class field_owner : std::uint8_t {
   entry,     // of one that shows the service
   service,   // the service's own

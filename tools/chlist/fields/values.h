@@ -1,7 +1,6 @@
 // What a value may be, and how it is spelled: one reading of texts for the command line, for CSV and for filters.
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -36,17 +35,6 @@ struct value_range {
   std::span<const word> words = {};  // of named values and of switches; the first of a number is the one that is shown
   std::string_view prefix = {};      // in front of a number that has no name: "type "
 };
-
-// Where an element stands, in a view or among the favourite groups: people and programs count from 1, as they do with
-// channel numbers, and arrays from 0.
-template <std::integral Index>
-constexpr Index position_of(Index index) {
-  return index + 1;
-}
-constexpr std::optional<std::size_t> index_at(std::int64_t position, std::size_t count) {
-  const bool is_there = position >= 1 && static_cast<std::uint64_t>(position) <= count;
-  return is_there ? std::optional(static_cast<std::size_t>(position - 1)) : std::nullopt;
-}
 
 // Nothing for what is not set, the name of a number that has one, true or false.
 json shown_value(const value_range &values, std::int64_t number);

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "chlist/closest.h"
-#include "chlist/fields/service_fields.h"
+#include "chlist/position.h"
 #include "chlist/report.h"
 #include "chlist/text/utf8.h"
 

@@ -10,7 +10,6 @@
 
 #include "channel/identity.h"
 #include "chlist/command.h"
-#include "chlist/fields/service_fields.h"
 #include "chlist/line_up/line_up.h"
 
 namespace chlist {

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "chlist/compare/difference.h"
+#include "chlist/compare/sources.h"
 #include "chlist/edit/edits_between.h"
 #include "chlist/exchange/text_lines.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/line_up/sources.h"
 #include "chlist/listing/scan_difference.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"

@@ -3,8 +3,8 @@
 
 #include <vector>
 
+#include "chlist/compare/rescan_report.h"
 #include "chlist/json/json.h"
-#include "chlist/line_up/rescan_report.h"
 
 namespace chlist {
 

@@ -14,6 +14,7 @@
 #include "chlist/fields/service_fields.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/position.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
 #include "chlist/text_table.h"

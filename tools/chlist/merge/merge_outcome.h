@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "chlist/compare/rescan.h"
+#include "chlist/compare/rescan_report.h"
+#include "chlist/compare/sources.h"
 #include "chlist/files/channel_file.h"
-#include "chlist/line_up/rescan.h"
-#include "chlist/line_up/rescan_report.h"
-#include "chlist/line_up/sources.h"
 #include "chlist/list_contents.h"
 #include "chlist/merge/new_numbers.h"
 

@@ -11,16 +11,16 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/compare/difference.h"
 #include "chlist/convert/conversion_report.h"
 #include "chlist/edit/edits.h"
-#include "chlist/fields/values.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/files/file_records.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/new_list.h"
+#include "chlist/position.h"
 #include "chlist/report.h"
 #include "chlist/salvage/salvage_report.h"
 #include "chlist/salvage/salvaging.h"

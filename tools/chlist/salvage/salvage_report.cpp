@@ -9,6 +9,7 @@
 
 #include "chlist/convert/conversion_report.h"
 #include "chlist/first_of_a_kind.h"
+#include "chlist/position.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
 

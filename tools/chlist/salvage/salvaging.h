@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/compare/difference.h"
 #include "chlist/convert/conversion.h"
 #include "chlist/files/file_bytes.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/list_contents.h"
 #include "chlist/salvage/list_repair.h"
 #include "chlist/salvage/salvaged_records.h"

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/line_up/difference.h"
+#include "chlist/compare/difference.h"
 #include "chlist/line_up/line_up.h"
 #include "chlist/serve/edit_journal.h"
 #include "chlist/serve/edited_file.h"

@@ -10,8 +10,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "chlist/compare/moved.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/line_up/moved.h"
 
 namespace chlist {
 

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "chlist/compare/pairing.h"
 #include "chlist/json/json.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/line_up/pairing.h"
 
 namespace chlist {
 

@@ -1,5 +1,5 @@
 // A longest increasing subsequence, found by patience sorting, stays where it is; the others moved.
-#include "chlist/line_up/moved.h"
+#include "chlist/compare/moved.h"
 
 #include <algorithm>
 #include <limits>

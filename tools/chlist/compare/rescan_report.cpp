@@ -1,5 +1,5 @@
 // A service that stays what it was has nothing to tell.
-#include "chlist/line_up/rescan_report.h"
+#include "chlist/compare/rescan_report.h"
 
 #include <fmt/format.h>
 

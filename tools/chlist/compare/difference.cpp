@@ -1,5 +1,5 @@
 // Holds two line-ups against each other, record by record.
-#include "chlist/line_up/difference.h"
+#include "chlist/compare/difference.h"
 
 #include <fmt/format.h>
 
@@ -10,9 +10,9 @@
 #include <tuple>
 #include <unordered_map>
 
+#include "chlist/compare/moved.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/fields/settings.h"
-#include "chlist/line_up/moved.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/report.h"
 

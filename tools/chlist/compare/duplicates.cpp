@@ -1,5 +1,5 @@
 // Services without a name are the same by their ids alone.
-#include "chlist/line_up/duplicates.h"
+#include "chlist/compare/duplicates.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "chlist/closest.h"
-#include "chlist/line_up/quality.h"
+#include "chlist/compare/quality.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

@@ -1,5 +1,5 @@
 // Line-ups of the list in memory and what differs between them: for every field that is compared, a change is seen.
-#include "chlist/line_up/difference.h"
+#include "chlist/compare/difference.h"
 
 #include <channel/channel.h>
 #include <gtest/gtest.h>

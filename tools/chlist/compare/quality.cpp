@@ -1,5 +1,5 @@
 // Words count behind a blank alone: "TV5" and "Ahd" are names.
-#include "chlist/line_up/quality.h"
+#include "chlist/compare/quality.h"
 
 #include <algorithm>
 #include <array>
@@ -15,12 +15,12 @@ struct picture_word {
   picture value;
 };
 
-constexpr std::array<picture_word, 6> words = {{{"sd", picture::standard},
-                                                {"hd", picture::high},
-                                                {"fhd", picture::high},
-                                                {"uhd", picture::ultra_high},
-                                                {"4k", picture::ultra_high},
-                                                {"8k", picture::ultra_high}}};
+constexpr std::array<picture_word, 6> picture_words = {{{"sd", picture::standard},
+                                                        {"hd", picture::high},
+                                                        {"fhd", picture::high},
+                                                        {"uhd", picture::ultra_high},
+                                                        {"4k", picture::ultra_high},
+                                                        {"8k", picture::ultra_high}}};
 
 // Takes the last word off a folded name when it is one of them, and more than it is there.
 std::optional<picture> take_word(std::string &folded_name) {
@@ -29,8 +29,8 @@ std::optional<picture> take_word(std::string &folded_name) {
     return std::nullopt;
   }
   const auto *const word =
-      std::ranges::find(words, std::string_view(folded_name).substr(blank + 1), &picture_word::text);
-  if (word == words.end()) {
+      std::ranges::find(picture_words, std::string_view(folded_name).substr(blank + 1), &picture_word::text);
+  if (word == picture_words.end()) {
     return std::nullopt;
   }
   folded_name.resize(folded_name.find_last_not_of(' ', blank) + 1);

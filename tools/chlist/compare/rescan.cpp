@@ -1,5 +1,5 @@
 // Each way of finding a service goes over what the ways before it left.
-#include "chlist/line_up/rescan.h"
+#include "chlist/compare/rescan.h"
 
 #include <algorithm>
 #include <array>
@@ -8,8 +8,8 @@
 #include <tuple>
 #include <utility>
 
-#include "chlist/line_up/pairing.h"
-#include "chlist/line_up/quality.h"
+#include "chlist/compare/pairing.h"
+#include "chlist/compare/quality.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

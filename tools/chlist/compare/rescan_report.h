@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "chlist/compare/rescan.h"
 #include "chlist/json/json.h"
-#include "chlist/line_up/rescan.h"
 
 namespace chlist {
 

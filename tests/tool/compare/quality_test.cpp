@@ -1,5 +1,5 @@
 // What names and types tell of the picture.
-#include "chlist/line_up/quality.h"
+#include "chlist/compare/quality.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Names first, positions next, the original network ids that both have last.
-#include "chlist/line_up/sources.h"
+#include "chlist/compare/sources.h"
 
 #include <fmt/format.h>
 

@@ -1,5 +1,5 @@
 // Records are the same when they lead to the same place of the second line-up.
-#include "chlist/line_up/pairing.h"
+#include "chlist/compare/pairing.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,7 @@
 
 #include "channel/identity.h"
 #include "channel/store/service_index.h"
-#include "chlist/fields/values.h"
+#include "chlist/position.h"
 
 namespace chlist {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "chlist/compare/difference.h"
 #include "chlist/fields/values.h"
-#include "chlist/line_up/difference.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
 

@@ -1,5 +1,5 @@
 // The fewest things that moved between two rows.
-#include "chlist/line_up/moved.h"
+#include "chlist/compare/moved.h"
 
 #include <gtest/gtest.h>
 
