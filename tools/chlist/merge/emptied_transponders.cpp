@@ -1,6 +1,7 @@
 #include "chlist/merge/emptied_transponders.h"
 
 #include <channel/store.h>
+#include <channel/views.h>
 
 #include "channel/store/hierarchy.h"
 #include "channel/store/release.h"
