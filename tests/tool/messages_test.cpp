@@ -101,11 +101,22 @@ TEST_F(OtherLists, AreToldForWhatTheyAre) {
   tool_test::write_file(path("dvb.txt"), "[News]\n\tSERVICE_ID = 1\n");
   expect_told("dvb.txt",
               "dvbv5 (sections of libdvbv5 and its tools): `chlist import dvb.txt -o dvb.dat` makes one of it");
-  tool_test::write_file(path("list.csv"), "name,service_id\nNews,1\n");
-  expect_told("list.csv", "csv (comma-separated values with a header line that names the columns): "
-                          "`chlist import list.csv -o list.dat` makes one of it");
-  tool_test::write_file(path("list.m3u"), "#EXTM3U\n");
-  expect_told("list.m3u", "m3u (extended M3U playlist): `chlist import list.m3u -o list.dat` makes one of it");
+  tool_test::write_file(path("table.csv"), "name,service_id\nNews,1\n");
+  expect_told("table.csv", "csv (comma-separated values with a header line that names the columns): "
+                           "`chlist import table.csv -o table.dat` makes one of it");
+  tool_test::write_file(path("play.m3u"), "#EXTM3U\n");
+  expect_told("play.m3u", "m3u (extended M3U playlist): `chlist import play.m3u -o play.dat` makes one of it");
+}
+
+// Whoever does what the message says replaces no list.
+TEST_F(OtherLists, AreToBecomeAFileThatIsNotThereYet) {
+  const std::string conf = "vdr (channels.conf of VDR): `chlist import ";
+  tool_test::write_file(path("list.conf"), tool_test::service_line().text() + "\n");
+  tool_test::write_file(path("list.dat"), tool_test::service_line().text() + "\n");
+  expect_told("list.conf", conf + "list.conf -o list-2.dat` makes one of it");
+  expect_told("list.dat", conf + "list.dat -o list-2.dat` makes one of it");
+  tool_test::write_file(path("list-2.dat"), "");
+  expect_told("list.conf", conf + "list.conf -o list-3.dat` makes one of it");
 }
 
 TEST_F(OtherLists, InFoldersAreToldForWhatTheyAre) {

@@ -1,6 +1,7 @@
 // chlist: works on the channel files of a receiver. Its commands are in commands.h.
 #include <base/verbosity.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <exception>
@@ -32,8 +33,12 @@ void occupy_closed_streams() {
   ::close(fd);
 }
 
+// A write beyond the user's limit fails as on a full disk, and what was begun is removed.
+void fail_at_the_size_limit() { ::signal(SIGXFSZ, SIG_IGN); }
+
 int run(int argc, char **argv) {
   occupy_closed_streams();
+  fail_at_the_size_limit();
   int &log_level = verbosity_map[channel_list_module];
   log_level = -1;
   const chlist::command program = chlist::whole_program(log_level);

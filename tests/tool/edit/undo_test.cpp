@@ -86,6 +86,21 @@ TEST_F(Undo, TellsTheHistory) {
   EXPECT_EQ(document["states"][1]["is_current"], json(true));
 }
 
+// Of which a history keeps the first alone.
+TEST_F(Undo, TellsHowManyLinesWereApplied) {
+  std::string lines;
+  for (int number = 1; number <= 250; ++number) {
+    lines += "rename Movies \"Films " + std::to_string(number) + "\"\nrename \"Films " + std::to_string(number) +
+             "\" Movies\n";
+  }
+  lines += "unlock News\n";
+  write_file(path("many.edits"), lines);
+  ASSERT_EQ(run({"apply", "list.dat", "many.edits"}).exit_code, 0);
+
+  EXPECT_TRUE(run({"history", "list.dat"}).out.ends_with("rename Movies \"Films 1\" and 500 more\n"));
+  EXPECT_TRUE(run({"undo", "list.dat"}).out.starts_with("list.dat: undone: rename Movies \"Films 1\" and 500 more\n"));
+}
+
 TEST_F(Undo, ANewEditDropsWhatWasUndone) {
   ASSERT_EQ(run({"undo", "list.dat"}).exit_code, 0);
   write_file(path("a.edits"), "skip News  # at night\nskip Sport\n");

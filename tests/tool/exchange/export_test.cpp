@@ -26,6 +26,11 @@ class Export : public tool_test::import_test {
   [[nodiscard]] std::string read(const std::string &name) const { return read_file(dir.path() + name); }
 };
 
+// Nobody, not even root, makes a file there.
+TEST_F(Export, AFolderThatTakesNoFileIsNamed) {
+  EXPECT_EQ(exported("/proc/box.csv").err, "chlist: export: temporary file in /proc: No such file or directory\n");
+}
+
 TEST_F(Export, TheNameTellsTheFormat) {
   EXPECT_EQ(exported("box.json").exit_code, 0);
   EXPECT_EQ(exported("box.csv").exit_code, 1);

@@ -57,6 +57,21 @@ TEST_P(ChlistFullDisk, KeepsTheEarlierOutputUntilTheNewOneFits) {
   EXPECT_GT(read_file(output()).size(), test_support::list_size);
 }
 
+// The signal that tells of it would end the program and leave what it had begun.
+TEST_P(ChlistFullDisk, ALimitOfTheSizeOfFilesIsNoOtherThanAFullDisk) {
+  std::string line = "ulimit -f 10; exec " CHLIST_PROGRAM;
+  for (const std::string &argument : GetParam().arguments) {
+    line += ' ' + argument;
+  }
+
+  const program_result result = run_program({"/bin/sh", "-c", line + " out.dat"}, dir.path());
+
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_TRUE(result.err.ends_with("out.dat: the channel file could not be written\n")) << result.err;
+  EXPECT_EQ(result.out, "");
+  EXPECT_TRUE(folder() == before);
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, ChlistFullDisk,
                          ::testing::Values(command{"import", {"import", "channels.conf", "-o"}},
                                            command{"convert", {"convert", "old.dat"}},

@@ -216,6 +216,8 @@ TEST_F(History, KeepsTheFirstLinesOfMany) {
   const history kept(path());
   EXPECT_EQ(kept.at(1).what.size(), 101U);
   EXPECT_EQ(kept.at(1).what.back(), "# and 400 more");
+  EXPECT_EQ(kept.at(1).lines(), 500U);
+  EXPECT_EQ(kept.at(0).lines(), 0U);
 }
 
 // Whatever is wrong with it, it is refused, or tells what it was made of.

@@ -270,6 +270,23 @@ TEST_F(Rescan, ServicesMayChangeTheirIds) {
   EXPECT_EQ(majors(VIEW_ALL), (std::vector<int>{101, 102}));
 }
 
+// Another one is still called as it was: what has its ids has not moved for that.
+TEST_F(Rescan, OneOfTwoServicesOfANameMayBeRenamed) {
+  service_data twin = films;
+  twin.service_id = 3;
+  channel_file own = own_list();
+  write_list(own.service(twin).entry(VIEW_ALL, twin, 103));
+  service_data renamed = films;
+  renamed.name = "Films Extra";
+  write_scan(scan_of({news, renamed, twin}));
+
+  const json report = merged_json();
+
+  EXPECT_EQ(report["moved"].size(), 0U);
+  EXPECT_EQ(names_in(report["renamed"]), names{"Films"});
+  EXPECT_EQ(report["kept"], 3);
+}
+
 TEST_F(Rescan, AServiceMayTakeTheIdsOfOneThatGoes) {
   service_data shifted = films;
   shifted.service_id = news.service_id;

@@ -50,7 +50,7 @@ TEST_F(MergeTool, TheJsonReportSaysTheSame) {
                    "polarisation": "H", "service_id": 2, "service_type": 1,
                    "entries": [{"view": "ALL", "number": 102}, {"view": "TV", "number": 102},
                                {"view": "favourites", "group": 1, "group_name": "Best", "number": 102}]}],
-      "missing": [], "moved": [], "renamed": [], "doubtful": [], "renumbered_sources": [],
+      "missing": [], "moved": [], "renamed": [], "doubtful": [], "removed_transponders": [], "renumbered_sources": [],
       "dropped_entries": [], "duplicate_services": [], "full_views": [], "notes": []})"));
 }
 

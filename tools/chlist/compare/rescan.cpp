@@ -60,6 +60,7 @@ class service_search {
   rescan found(search_reach reach) {
     find_by_identity();
     find(found_by::name, name_key_of);
+    take_back_identities();
     find(found_by::ids, ids_key_of);
     if (reach >= search_reach::other_receiver) {
       find(found_by::name_elsewhere, [](const line_up_service &service) {
@@ -94,12 +95,23 @@ class service_search {
       if (is_other_name && (names_after.of(before) == 1 || names_before.of(after) == 1)) {
         result_.gone.push_back(was);
         result_.added.push_back(is);
+        set_aside_.push_back({was, is});
       } else {
         result_.found.push_back({was, is, found_by::identity});
       }
     }
     std::ranges::sort(result_.gone);
     std::ranges::sort(result_.added);
+  }
+
+  // What no name was found for is the same service after all, and called otherwise.
+  void take_back_identities() {
+    for (const auto &[was, is] : set_aside_) {
+      if (std::ranges::binary_search(result_.gone, was) && std::ranges::binary_search(result_.added, is)) {
+        result_.found.push_back({was, is, found_by::identity});
+      }
+    }
+    forget_found();
   }
 
   template <class KeyOf>
@@ -158,6 +170,7 @@ class service_search {
   const line_up &before_;
   const line_up &after_;
   rescan result_;
+  std::vector<pairing::pair> set_aside_;  // of one identity, and with names that stand elsewhere
   std::map<std::size_t, doubtful_service> doubtful_;
 };
 

@@ -61,7 +61,7 @@ std::string text_of(const history::state &state) {
     return state.number == 1 ? "as it was before the first edit" : "changed by something else";
   }
   const std::string first = harmless(state.what.front());
-  return state.what.size() == 1 ? first : fmt::format("{} and {} more", first, state.what.size() - 1);
+  return state.lines() == 1 ? first : fmt::format("{} and {} more", first, state.lines() - 1);
 }
 
 // Whose differences are not to be told when one of the states is no list that can be read.

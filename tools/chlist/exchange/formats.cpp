@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <system_error>
 
 #include "chlist/closest.h"
 #include "chlist/exchange/csv/csv_line_up.h"
@@ -129,6 +130,16 @@ const format *format_like(const fs::path &input, bool is_folder, std::string_vie
   return found != std::end(formats) ? found : nullptr;
 }
 
+// Of a list that an import makes: whoever does what a message says replaces no other one.
+fs::path free_name_beside(const fs::path &input) {
+  fs::path name = fs::path(input).replace_extension(".dat");
+  std::error_code none;
+  for (int number = 2; fs::exists(name, none); ++number) {
+    name.replace_filename(fmt::format("{}-{}.dat", input.stem().string(), number));
+  }
+  return name;
+}
+
 }  // namespace
 
 std::span<const format> all_formats() { return formats; }
@@ -164,7 +175,7 @@ void must_be_no_other_list(const fs::path &input) {
   }
   throw std::runtime_error(fmt::format("{}: is no channel file but {} ({}): `chlist import {} -o {}` makes one of it",
                                        input.string(), like->name, like->about, input.string(),
-                                       fs::path(input).replace_extension(".dat").string()));
+                                       free_name_beside(input).string()));
 }
 
 const format &format_to_write(std::string_view name, const fs::path &output) {

@@ -69,13 +69,26 @@ struct stat look_at_file(const fs::path &file) {
   return found;
 }
 
+constexpr std::string_view before_more = "# and ";
+
 std::vector<std::string> first_lines(std::vector<std::string> lines) {
   if (lines.size() > most_kept_lines) {
     const std::size_t more = lines.size() - most_kept_lines;
     lines.resize(most_kept_lines);
-    lines.push_back(fmt::format("# and {} more", more));
+    lines.push_back(fmt::format("{}{} more", before_more, more));
   }
   return lines;
+}
+
+// Behind the first lines; 0 when all are kept.
+std::size_t lines_left_out(const std::vector<std::string> &lines) {
+  if (lines.size() <= most_kept_lines || !lines.back().starts_with(before_more)) {
+    return 0;
+  }
+  const std::string_view count = std::string_view(lines.back()).substr(before_more.size());
+  std::size_t more = 0;
+  std::from_chars(count.data(), count.data() + count.size(), more);
+  return more;
 }
 
 std::size_t count_in(const json &object, std::string_view key) {
@@ -114,6 +127,11 @@ file_contents contents_on_disk(const fs::path &file) {
 void write_contents(const fs::path &file, const file_contents &contents) {
   const auto beside = contents.find(companion_ending);
   write_both_files(real_path(file), contents.at(""), beside != contents.end() ? beside->second : std::string());
+}
+
+std::size_t history::state::lines() const {
+  const std::size_t left_out = lines_left_out(what);
+  return left_out == 0 ? what.size() : most_kept_lines + left_out;
 }
 
 history::history(const fs::path &file, const history_bounds &bounds) : file_(real_path(file)), bounds_(bounds) {

@@ -34,6 +34,9 @@ class history {
     int number = 0;                 // of those that were ever taken
     std::string when;               // "2026-11-22T15:04:05Z"
     std::vector<std::string> what;  // the lines of the edits that made it; none: something else did
+
+    // How many lines they were: of many the first are kept, and behind them how many more there were.
+    [[nodiscard]] std::size_t lines() const;
   };
 
   // Of a file, whether there is one or not. Throws std::runtime_error when it is damaged, or something else.

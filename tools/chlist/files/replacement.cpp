@@ -68,7 +68,7 @@ working_directory::~working_directory() { static_cast<void>(::fchdir(before_.get
 replacement::replacement(const fs::path &target)
     : target_(behind_links(target)), model_(look_at(target_)), folder_name_(target_.parent_path()),
       folder_(::open(folder_name_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder_name_),
-      inside_(folder_, folder_name_), file_(::mkostemp(name_, O_CLOEXEC), "temporary file") {}
+      inside_(folder_, folder_name_), file_(::mkostemp(name_, O_CLOEXEC), "temporary file in " + folder_name_) {}
 
 replacement::~replacement() {
   if (!is_renamed_) {

@@ -70,6 +70,14 @@ json json_with_entries(const Change &change) {
   return object;
 }
 
+json json_of_transponder(const channel::identity &id) {
+  return {{"net_index", id.net_index},
+          {"network_id", id.network_id},
+          {"ts_id", id.ts_id},
+          {"frequency", id.frequency},
+          {"polarisation", std::string(1, polarisation_letter(id))}};
+}
+
 json json_of_source(const paired_source &source) {
   return {{"name", source.name}, {"before", source.net_index}, {"after", source.other}};
 }
@@ -107,6 +115,7 @@ json json_of_outcome(const merge_outcome &outcome) {
           {"moved", array_of(outcome.moved, json_with_entries)},
           {"renamed", array_of(outcome.renamed, json_with_entries)},
           {"doubtful", array_of(outcome.doubtful, json_with_entries)},
+          {"removed_transponders", array_of(outcome.emptied, json_of_transponder)},
           {"renumbered_sources", json_of_sources(outcome.sources)},
           {"dropped_entries", array_of(outcome.dropped, json_of)},
           {"duplicate_services", array_of(outcome.duplicates, json_of)},
@@ -245,7 +254,8 @@ command merge_command() {
            "name and type or by its network and service id, and keeps its numbers, marks, name and favourites; "
            "where several could be it, that is said, and it stays as it is. Sources are paired by their names, "
            "orbital positions or network ids when the files number them differently, and added services are in "
-           "the groups that have the names of those in SCAN. Both files are of version 10 and are only read. OUT "
+           "the groups that have the names of those in SCAN. A transponder goes with its last service, if SCAN has "
+           "any of its source. Both files are of version 10 and are only read. OUT "
            "is replaced as a whole or not at all, and kept as OUT.bak; it may be LIST, but not SCAN."},
       .exit_codes = {{"0", "merged (or, with --dry-run, could be)"},
                      {"1",

@@ -27,6 +27,7 @@
 #include "chlist/files/faithful_load.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/merge/emptied_transponders.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -197,6 +198,7 @@ class merge {
   merge_outcome made() {
     own_ = line_up_in_memory();
     pair_sources_of_scan();
+    const occupied_transponders occupied;
     again_ = find_again(own_, scanned_);
     refuse_to_keep_nothing();
     outcome_.dropped = unresolved_entries();
@@ -205,6 +207,7 @@ class merge {
     choose_what_goes();
     move_services();
     merge_services();
+    outcome_.emptied = occupied.remove_emptied(covered_sources());
     return std::move(outcome_);
   }
 
@@ -259,6 +262,14 @@ class merge {
       outcome_.notes.push_back(fmt::format("has no service of network index {} of the list: {} {}", net_index, services,
                                            choices_.keeps_missing ? "stay" : "go; --keep-missing keeps them"));
     }
+  }
+
+  [[nodiscard]] std::set<std::uint8_t> covered_sources() const {
+    std::set<std::uint8_t> covered;
+    for (const line_up_service &service : scanned_.services) {
+      covered.insert(service.fields.net_index);
+    }
+    return covered;
   }
 
   // What is in doubt stays, unless the merge is forced.

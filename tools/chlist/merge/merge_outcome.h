@@ -60,8 +60,9 @@ struct merge_outcome {
   std::vector<placed_entry> dropped;      // entries of the list that resolved to no service before
   std::vector<known_service> duplicates;  // services of the new list that occur twice in it
   std::vector<full_view> full;
-  std::vector<std::string> lost;   // what of the list's file cannot be saved again
-  std::vector<std::string> notes;  // groups and numbers that do not fit
+  std::vector<channel::identity> emptied;  // transponders that went with their last service
+  std::vector<std::string> lost;           // what of the list's file cannot be saved again
+  std::vector<std::string> notes;          // groups and numbers that do not fit
 
   [[nodiscard]] bool has_findings() const;
 };

@@ -75,6 +75,18 @@ void print_sources(std::FILE *to, const std::vector<paired_source> &sources) {
   }
 }
 
+void print_transponders(std::FILE *to, const std::vector<channel::identity> &transponders) {
+  if (transponders.empty()) {
+    return;
+  }
+  fmt::print(to, "Left without services, and removed: {}\n", counted(transponders.size(), "transponder"));
+  fmt::print(to, "  {:>3} {:>7} {:>5} {:>10} {:>3}\n", "net", "network", "ts", "frequency", "pol");
+  for (const channel::identity &id : transponders) {
+    fmt::print(to, "  {:>3} {:>7} {:>5} {:>10} {:>3}\n", id.net_index, id.network_id, id.ts_id, id.frequency,
+               polarisation_letter(id));
+  }
+}
+
 void append(std::vector<std::string> &to, const std::vector<std::string> &more) {
   to.insert(to.end(), more.begin(), more.end());
 }
@@ -127,6 +139,7 @@ void print_changes(std::FILE *to, const std::string &made, const merge_outcome &
     fmt::print(to, "Deleted, and with them {}:\n", counted(favourites_of(outcome.deleted), "favourite"));
     print_table(to, outcome.deleted);
   }
+  print_transponders(to, outcome.emptied);
   if (!outcome.missing.empty()) {
     fmt::print(to, "Missing in the new list, and kept:\n");
     print_table(to, outcome.missing);
