@@ -9,6 +9,7 @@
 
 #include "chlist/check/findings.h"
 #include "chlist/check/rules.h"
+#include "chlist/common_options.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_file.h"
@@ -134,10 +135,8 @@ command check_command() {
                    "chlist check --json channels.dat | jq '.findings[] | select(.severity == \"error\")'"},
       .options =
           {{.names = "FILE", .target = &options->file, .about = "the channel file to look at", .is_required = true},
-           {.names = "--all",
-            .target = &options->shows_all,
-            .about = "show every finding, not only the first ten of each kind"},
-           {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+           all_findings_option(options->shows_all),
+           json_option(options->as_json)},
       .run = [options] { return run_check(*options); }};
 }
 

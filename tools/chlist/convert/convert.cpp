@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "chlist/common_options.h"
 #include "chlist/convert/conversion.h"
 #include "chlist/convert/conversion_report.h"
 #include "chlist/files/channel_file.h"
@@ -96,10 +97,8 @@ command convert_command() {
       .options =
           {{.names = "OLD", .target = &options->input, .about = "the channel file to read", .is_required = true},
            {.names = "NEW", .target = &options->output, .about = "the channel file to write", .is_required = true},
-           {.names = "--all",
-            .target = &options->shows_all,
-            .about = "tell every finding, not only the first ten of each kind"},
-           {.names = "--json", .target = &options->as_json, .about = "report as JSON, every finding included"}},
+           all_findings_option(options->shows_all),
+           json_option(options->as_json)},
       .run = [options] { return make_new_list(*options, road); }};
 }
 

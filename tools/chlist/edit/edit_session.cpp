@@ -14,6 +14,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "chlist/common_options.h"
 #include "chlist/compare/difference.h"
 #include "chlist/edit/edit_line.h"
 #include "chlist/exit_codes.h"
@@ -206,7 +207,7 @@ std::vector<option> common_options(edit_options &options) {
           {.names = "--no-backup",
            .target = &options.leaves_no_backup,
            .about = "do not keep the previous file as FILE.bak, nor in FILE.history"},
-          {.names = "--json", .target = &options.as_json, .about = "report as JSON, notes included"}};
+          json_option(options.as_json)};
 }
 
 // The line that does for `chlist apply` what the command does.

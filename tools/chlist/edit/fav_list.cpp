@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "chlist/common_options.h"
 #include "chlist/exit_codes.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/files/file_line_up.h"
@@ -108,7 +109,7 @@ command fav_list_command() {
                       {.names = "GROUP",
                        .target = &options->group,
                        .about = "the group: its name, or its position, 1 to 20"},
-                      {.names = "--json", .target = &options->as_json, .about = "print JSON"}},
+                      json_option(options->as_json)},
           .run = [options] { return list_favourites(*options); }};
 }
 

@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "chlist/commands.h"
+#include "chlist/common_options.h"
 #include "chlist/compare/difference.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/channel_file.h"
@@ -222,7 +223,7 @@ command step_command(const std::string &name, const std::string &summary, const 
                       {.names = "--dry-run",
                        .target = &options->is_dry_run,
                        .about = "show what would change; write nothing"},
-                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+                      json_option(options->as_json)},
           .run = [options, choose] { return go(*options, choose); }};
 }
 
@@ -269,7 +270,7 @@ command history_command() {
                          {"2", "no history or a damaged one, a file that cannot be read; or it could not be written"}},
           .examples = {"chlist history channels.dat"},
           .options = {{.names = "FILE", .target = &options->file, .about = "the channel file", .is_required = true},
-                      {.names = "--json", .target = &options->as_json, .about = "print JSON"}},
+                      json_option(options->as_json)},
           .run = [options] { return show_history(*options); }};
 }
 

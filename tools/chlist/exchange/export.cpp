@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/common_options.h"
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
@@ -231,7 +232,7 @@ command export_command() {
            {.names = "--picons",
             .target = &options->writing.names_picons,
             .about = "Enigma2: write picons.csv as well, with the name of each service's picture"},
-           {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
+           json_option(options->as_json)},
       .run = [options] { return run_export(*options); }};
 }
 

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/common_options.h"
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/formats.h"
@@ -274,11 +275,7 @@ command import_command() {
                    .target = &options->input,
                    .about = "the file to read, or the folder of formats that have several files; - is standard input",
                    .is_required = true},
-                  {.names = "-o,--output",
-                   .target = &options->output,
-                   .about = "the channel file to write; - is standard output",
-                   .value = "OUTPUT",
-                   .is_required = true},
+                  new_list_option(options->output),
                   {.names = "--from", .target = &options->from, .about = "the format of INPUT", .value = "FORMAT"},
                   {.names = "--charset",
                    .target = &options->charset,
@@ -327,14 +324,9 @@ command import_command() {
                    .target = &options->preferred,
                    .about = "what comes first when there is no room for all (favourites,numbered,free)",
                    .value = "ORDER"},
-                  {.names = "--no-backup",
-                   .target = &options->leaves_no_backup,
-                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak, nor in its history"},
-                  {.names = "--all",
-                   .target = &options->shows_all,
-                   .about = "tell every line that is skipped and every group that is left out, not only the first ten "
-                            "of each kind"},
-                  {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
+                  no_backup_option(options->leaves_no_backup),
+                  all_findings_option(options->shows_all),
+                  json_option(options->as_json)},
       .run = [options] { return run_import(*options); }};
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "chlist/common_options.h"
 #include "chlist/compare/difference.h"
 #include "chlist/compare/sources.h"
 #include "chlist/edit/edits_between.h"
@@ -185,7 +186,7 @@ command diff_command() {
                        .target = &options->as_edits,
                        .about = "print the lines of `chlist apply` that make AFTER of BEFORE",
                        .excluded = {"--scan", "--json"}},
-                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+                      json_option(options->as_json)},
           .run = [options] { return run_diff(*options); }};
 }
 

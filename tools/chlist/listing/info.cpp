@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/common_options.h"
 #include "chlist/exit_codes.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/fields/settings.h"
@@ -298,7 +299,7 @@ command info_command() {
                    .target = &options->file,
                    .about = "the channel file, of version 7 to 10",
                    .is_required = true},
-                  {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+                  json_option(options->as_json)},
       .run = [options] { return run_info(*options); }};
 }
 

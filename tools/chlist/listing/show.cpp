@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/common_options.h"
 #include "chlist/exit_codes.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/files/file_line_up.h"
@@ -196,7 +197,7 @@ command show_command() {
                        .target = &options->view,
                        .about = "the view that a number is of (all)",
                        .value = "VIEW"},
-                      {.names = "--json", .target = &options->as_json, .about = "report as JSON"}},
+                      json_option(options->as_json)},
           .run = [options] { return run_show(*options); }};
 }
 

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/common_options.h"
 #include "chlist/edit/edit_line.h"
 #include "chlist/edit/edits.h"
 #include "chlist/exit_codes.h"
@@ -167,9 +168,7 @@ std::vector<option> options_of_choices(scan_options &options) {
           {.names = "--force",
            .target = &options.is_forced,
            .about = "merge a SCAN that has no service of LIST, and delete services that are in doubt"},
-          {.names = "--all",
-           .target = &options.shows_all,
-           .about = "tell every finding, not only the first ten of each kind"}};
+          all_findings_option(options.shows_all)};
 }
 
 std::vector<option> options_of(merge_options &options) {
@@ -184,7 +183,7 @@ std::vector<option> options_of(merge_options &options) {
         .target = &options.leaves_no_backup,
         .about = "do not keep the previous file as OUT.bak"},
        {.names = "--dry-run", .target = &options.is_dry_run, .about = "show what a merge would do; write nothing"},
-       {.names = "--json", .target = &options.as_json, .about = "report as JSON, every finding included"}});
+       json_option(options.as_json)});
   return all;
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "chlist/check/findings.h"
+#include "chlist/common_options.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/text_file.h"
@@ -90,7 +91,7 @@ command report_command() {
             .about = "the page to write",
             .value = "PAGE",
             .is_required = true},
-           {.names = "--json", .target = &options->as_json, .about = "sum up as JSON"}},
+           json_option(options->as_json)},
       .run = [options] { return run_report(*options); }};
 }
 

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/common_options.h"
 #include "chlist/compare/difference.h"
 #include "chlist/convert/conversion_report.h"
 #include "chlist/edit/edits.h"
@@ -220,9 +221,7 @@ std::vector<option> options_of_search(salvage_options &options) {
            .target = &options.like,
            .about = "another copy of the list, or one that is like it",
            .value = "LIST"},
-          {.names = "--all",
-           .target = &options.shows_all,
-           .about = "tell every finding, not only the first ten of each kind"}};
+          all_findings_option(options.shows_all)};
 }
 
 std::vector<option> options_of(salvage_options &options) {
@@ -233,7 +232,7 @@ std::vector<option> options_of(salvage_options &options) {
                               .value = "OUT",
                               .is_required = true}};
   std::ranges::move(options_of_search(options), std::back_inserter(all));
-  all.push_back({.names = "--json", .target = &options.as_json, .about = "report as JSON, every finding included"});
+  all.push_back(json_option(options.as_json));
   return all;
 }
 

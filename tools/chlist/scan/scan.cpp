@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "chlist/commands.h"
+#include "chlist/common_options.h"
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/exchange_report.h"
 #include "chlist/exchange/field_reading.h"
@@ -280,11 +281,7 @@ command scan_command() {
                    .target = &options->captures,
                    .about = "a file, an address of the network, or - for standard input; several are read in turn",
                    .is_required = true},
-                  {.names = "-o,--output",
-                   .target = &options->output,
-                   .about = "the channel file to write; - is standard output",
-                   .value = "OUTPUT",
-                   .is_required = true},
+                  new_list_option(options->output),
                   {.names = "--tuned",
                    .target = &options->tuned,
                    .about = "the frequency of a capture in MHz, of a satellite with H, V, L or R, as 11493H; once for "
@@ -314,13 +311,9 @@ command scan_command() {
                    .target = &options->model,
                    .about = "take network indexes and the ids and order of groups from this channel file",
                    .value = "LIST"},
-                  {.names = "--no-backup",
-                   .target = &options->leaves_no_backup,
-                   .about = "do not keep the channel file that OUTPUT was as OUTPUT.bak, nor in its history"},
-                  {.names = "--all",
-                   .target = &options->shows_all,
-                   .about = "tell everything that is missing or left out, not only the first ten of each kind"},
-                  {.names = "--json", .target = &options->as_json, .about = "print the report as JSON"}},
+                  no_backup_option(options->leaves_no_backup),
+                  all_findings_option(options->shows_all),
+                  json_option(options->as_json)},
       .run = [options] { return run_scan(*options); }};
 }
 
