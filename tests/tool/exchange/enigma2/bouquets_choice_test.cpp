@@ -76,6 +76,18 @@ TEST(BouquetsOfOtherReceivers, TitlesBetweenBouquetsAreNoGroups) {
   EXPECT_EQ(count_of(lost, "bouquets without a service"), 2U);
 }
 
+TEST(BouquetsOfOtherReceivers, TheOrderOfAllServicesIsOneOfTelevisionAlone) {
+  folder files = folder_of(1);
+  files["bouquets.radio"] = "#NAME Bouquets\n" + (index_line + std::string("userbouquet.all_channels.tv\n"));
+  files["userbouquet.all_channels.tv"] = "#NAME *\n";
+  loss_counts lost;
+
+  const line_up read = read_folder(files, lost);
+
+  EXPECT_EQ(favourites_of(read), texts());
+  EXPECT_EQ(count_of(lost, "bouquets without a service"), 1U);
+}
+
 class BouquetChoice : public tool_test::import_test {
  protected:
   // 22 bouquets: "Long" of 90 services, and 21 of one.

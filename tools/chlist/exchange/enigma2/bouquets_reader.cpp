@@ -55,10 +55,11 @@ struct bouquet {
   std::string file;
   std::string name;
   std::vector<entry> entries;
-  bool has_references = false;  // to whatever
+  bool has_references = false;   // to whatever
+  bool is_order_of_all = false;  // no group, but what all services are numbered by
 
   [[nodiscard]] bool is_separator() const {
-    return entries.empty() && file != file_of_all && (has_references || is_like_separator(name));
+    return entries.empty() && !is_order_of_all && (has_references || is_like_separator(name));
   }
 };
 
@@ -92,6 +93,7 @@ class bouquets_reader {
         if (!read) {
           throw bad_line(quoted(std::string_view(name)) + " is not in the folder");
         }
+        read->is_order_of_all = file == index_for(false).file && name == file_of_all;
         take_bouquet(std::move(*read), made);
       }
     });
@@ -286,10 +288,10 @@ std::optional<std::string> bouquet_named_in(std::string_view line) {
 
 line_up with_bouquets(const folder_files &files, lamedb_services services, loss_counts &lost) {
   bouquets_reader read(files, services, lost);
-  std::vector<bouquet> television = read.read_bouquets("bouquets.tv");
-  std::vector<bouquet> radio = read.read_bouquets("bouquets.radio");
+  std::vector<bouquet> television = read.read_bouquets(std::string(index_for(false).file));
+  std::vector<bouquet> radio = read.read_bouquets(std::string(index_for(true).file));
   ordered_list made(std::move(services.list));
-  if (const auto all = std::ranges::find(television, file_of_all, &bouquet::file); all != television.end()) {
+  if (const auto all = std::ranges::find(television, true, &bouquet::is_order_of_all); all != television.end()) {
     append_numbered(made, *all, 0);
     made.append_others(false);
     television.erase(all);
