@@ -924,6 +924,20 @@ TEST_F(Companion, AListWhoseGroupsBecameSomethingElseGoesOutAsItCameIn) {
   }
 }
 
+// The model has the last two of twenty-two, so that others have no room.
+TEST_F(Companion, AFolderWhoseGroupsFollowAnotherListGoesOutAsItCameIn) {
+  const auto folder = folder_of_many_bouquets();
+  import_folder(folder);
+  ASSERT_EQ(run({"import", "box", "-o", "model.dat", "--bouquets", "B22,B21"}).exit_code, 0);
+  ASSERT_EQ(run({"import", "box", "-o", "list.dat", "--like", "model.dat"}).exit_code, 1);
+  load("list.dat");
+  EXPECT_STREQ(get_fav_group_info(0)->name, "B22");
+  EXPECT_STREQ(get_fav_group_info(1)->name, "B21");
+  EXPECT_STREQ(get_fav_group_info(2)->name, "B1");
+
+  EXPECT_EQ(exported_folder("lamedb5"), folder);
+}
+
 TEST_F(Companion, AGroupThatIsNewIsWrittenWhereOthersWereChosen) {
   write_file(path("source"), six_in_groups);
   ASSERT_LE(run({"import", "source", "--from", "vdr", "-o", "list.dat", "--bouquets", "Films"}).exit_code, 1);

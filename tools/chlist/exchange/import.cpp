@@ -77,6 +77,7 @@ loss_counts losses_of_reading(const import_outcome &result) {
 }
 
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
+  group_options groups = options.groups;
   import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}, .beside = {}};
   fill_options filling;
   if (!options.preferred.empty()) {
@@ -85,6 +86,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
   std::optional<line_up> model;
   if (!options.model.empty()) {
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
+    follow_groups_of(*model, groups);
   }
   read_files files;
   loss_counts of_reading;
@@ -96,11 +98,11 @@ import_outcome read_into_list(const import_options &options, const list_source &
   loss_counts of_filling;
   take_transponders(list, filling.model, of_filling);
   result.not_asked_for = choose_services(list, options.services);
-  choose_groups(list, options.groups, of_filling);
+  choose_groups(list, groups, of_filling);
   result.filled = fill_list(list, of_filling, filling);
   result.beside =
       companion_of_import({source, from, services_read, files}, list.services, result.filled, line_up_in_memory());
-  result.beside.source.groups = options.groups;
+  result.beside.source.groups = groups;
   const bool is_a_part = result.not_asked_for > 0 && result.beside.source.has_text();
   result.lost = is_a_part ? losses_of_reading(result) : of_reading;
   result.lost.add(of_filling);

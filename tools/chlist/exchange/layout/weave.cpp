@@ -225,7 +225,9 @@ class weaver {
   // A list has no room for some groups and services: what it was filled with tells what is an edit.
   void find_group_edits() {
     loss_counts unsaid;
-    const filled_list filled = fill_list(before_, unsaid);
+    line_up ordered = before_;
+    order_groups(ordered, kept_.source.groups.order);
+    const filled_list filled = fill_list(ordered, unsaid);
     const line_up list = in_order_of_all(line_up_in_memory()).list;
     const places_by_identity now(now_);
     const places_by_identity after(list);
