@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -143,6 +144,19 @@ json json_of_outcome(const import_options &options, const import_outcome &result
   return document;
 }
 
+// What would take in more of the groups that there was no room for.
+void report_choices(const fs::path &input, const std::vector<group_left_out> &groups) {
+  const auto is_any = [&](bool is_cut) {
+    return std::ranges::find(groups, is_cut, &group_left_out::is_cut) != groups.end();
+  };
+  if (is_any(false)) {
+    print_message(input.string() + ": --bouquets chooses among groups; --groups genres makes genres of them instead");
+  }
+  if (is_any(true)) {
+    print_message(input.string() + ": --split makes several groups of one that is too long");
+  }
+}
+
 void report_findings(const import_options &options, const import_outcome &result) {
   if (options.as_json) {
     return;
@@ -151,6 +165,7 @@ void report_findings(const import_options &options, const import_outcome &result
   report_skipped(input, result.filled.skipped, options.shows_all);
   report_left_out(input, result.lost);
   report_full_tables(input, result.filled, options.shows_all);
+  report_choices(input, result.filled.groups_left_out);
 }
 
 void report(const import_options &options, json document, const std::string &summary, const new_list_file &target) {
