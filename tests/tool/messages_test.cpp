@@ -104,6 +104,10 @@ TEST_F(OtherLists, AreToldForWhatTheyAre) {
   tool_test::write_file(path("table.csv"), "name,service_id\nNews,1\n");
   expect_told("table.csv", "csv (comma-separated values with a header line that names the columns): "
                            "`chlist import table.csv -o table.dat` makes one of it");
+  tool_test::write_file(path("it's mine.m3u"), "#EXTM3U\n");
+  expect_told("it's mine.m3u",
+              "m3u (extended M3U playlist): `chlist import 'it'\\''s mine.m3u' -o 'it'\\''s mine.dat'` makes "
+              "one of it");
   tool_test::write_file(path("play.m3u"), "#EXTM3U\n");
   expect_told("play.m3u", "m3u (extended M3U playlist): `chlist import play.m3u -o play.dat` makes one of it");
 }

@@ -63,6 +63,13 @@ class Companion : public tool_test::import_test {
     return files;
   }
 
+  // A list of VDR's stands for what was received.
+  void merge_scan(const std::string &lines) {
+    write_file(path("scan.conf"), lines);
+    ASSERT_LE(run({"import", "scan.conf", "--like", "list.dat", "-o", "scan.dat", "--no-backup"}).exit_code, 1);
+    ASSERT_LE(run({"merge", "list.dat", "scan.dat", "-o", "list.dat", "--keep-missing"}).exit_code, 1);
+  }
+
   void edit(const std::vector<std::string> &arguments) {
     const program_result result = run(arguments);
     ASSERT_EQ(result.exit_code, 0) << result.err;
@@ -367,6 +374,67 @@ TEST_F(Companion, AServiceOfAKnownTransponderIsALineOfTheLamedb) {
   const auto made = exported_folder("lamedb5");
 
   EXPECT_EQ(made.at("lamedb5"), folder["lamedb5"]);
+}
+
+// Twenty-two bouquets of a service each, two more than a list has room for.
+Companion::file_texts folder_of_many_bouquets() {
+  Companion::file_texts folder;
+  std::string &lamedb = folder["lamedb5"] = "eDVB services /5/\n# by hand\n"
+                                            "t:00c0044c:0001:0001,s:11494000:22000000:0:2:192:0:0\n";
+  std::string &index = folder["bouquets.tv"] = "#NAME My bouquets\n";
+  for (int n = 1; n <= 22; ++n) {
+    const std::string bouquet = fmt::format("userbouquet.{:02}.tv", n);
+    lamedb += fmt::format("s:{:04x}:00c0044c:0001:0001:25:0:0,\"S{}\",p:P\n", n, n);
+    index += fmt::format("#SERVICE 1:7:1:0:0:0:0:0:0:0:FROM BOUQUET \"{}\" ORDER BY bouquet\n", bouquet);
+    folder[bouquet] = fmt::format("#NAME B{}\n#SERVICE 1:0:19:{:X}:1:1:C0044C:0:0:0:\n", n, n);
+  }
+  return folder;
+}
+
+TEST_F(Companion, WhatALamedbHasNoPlaceForChangesNothing) {
+  const auto folder = folder_of_many_bouquets();
+  import_folder(folder);
+  merge_scan("S1;P:11494:HC23M2S0:S19.2E:22000:0:0:0:0:1:1:1:0\n");
+
+  EXPECT_EQ(exported_folder("lamedb5"), folder);
+}
+
+TEST_F(Companion, ATransponderThatIsReceivedOtherwiseChangesItsLine) {
+  auto folder = folder_of_many_bouquets();
+  import_folder(folder);
+  merge_scan("S1;P:11494:HC56M5S1:S19.2E:27500:0:0:0:0:1:1:1:0\n");
+
+  replace_in(folder["lamedb5"], "11494000:22000000:0:2:192:0:0", "11494000:27500000:0:4:192:0:0:1:2:0:2");
+  EXPECT_EQ(exported_folder("lamedb5"), folder);
+}
+
+TEST_F(Companion, TheThreeLinesOfATransponderAreOneThatChanges) {
+  auto folder = folder_of_many_bouquets();
+  folder.erase("lamedb5");
+  folder["lamedb"] = "eDVB services /4/\ntransponders\n00c0044c:0001:0001\n\ts 11494000:22000000:0:2:192:0:0\n/\nend\n"
+                     "services\n0001:00c0044c:0001:0001:25:0\nS1\np:P\nend\nby hand\n";
+  import_folder(folder);
+  merge_scan("S1;P:11494:HC56M2S0:S19.2E:22000:0:0:0:0:1:1:1:0\n");
+
+  replace_in(folder["lamedb"], "11494000:22000000:0:2:", "11494000:22000000:0:4:");
+  EXPECT_EQ(exported_folder("lamedb4").at("lamedb"), folder["lamedb"]);
+}
+
+// Its transponder stands behind all services: nobody would read it.
+TEST_F(Companion, ALamedbThatIsWrittenAnewIsToldAndKeepsTheBouquets) {
+  auto folder = folder_of_many_bouquets();
+  folder["lamedb5"] += "t:00c01234:0001:0001,s:11538000:22000000:0:5:192:2:0\n"
+                       "s:0099:00c01234:0001:0001:25:0:0,\"Late\",p:P\n";
+  import_folder(folder);
+  edit({"set", "list.dat", "S1", "frequency=11538000"});
+
+  const program_result result = run({"export", "list.dat", "-o", "out", "--to", "lamedb5"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "chlist: export: list.dat: left out: lines of lamedb5 as they were: 26 (written anew: services "
+                        "would not come back from it otherwise)\n");
+  EXPECT_EQ(read_file(path("out/bouquets.tv")), folder["bouquets.tv"]);
+  EXPECT_EQ(read_file(path("out/userbouquet.22.tv")), "#NAME B22\n#SERVICE 1:0:1:16:1:1:C02CE6:0:0:0:\n");
 }
 
 TEST_F(Companion, LineEndsMarksAndOtherCharactersGoOutAsTheyCameIn) {
@@ -744,6 +812,38 @@ TEST_F(Companion, AMergeTakesTheNewerTuning) {
   EXPECT_TRUE(lines[4].starts_with("Third;One:11494:HC56M2S0:S19.2E:27500:301:302=deu:")) << lines[4];
 }
 
+TEST_F(Companion, AScanChangesHowAServiceIsReceivedAndNothingElse) {
+  std::string text = "# by hand\nFirst;One:11494:HC23I0M2S0:S19.2E:22000:0:0:0:0:1:1:1:0\n"
+                     "Second;One:11600:HC23I0M2S0:S19.2E:22000:0:0:0:0:2:1:2:0\n";
+  import_text(text);
+  merge_scan("First;One:11494:HC56M2S0:S19.2E:27500:0:0:0:0:1:1:1:0\n");
+
+  replace_in(text, "HC23I0M2S0:S19.2E:22000", "HC56I0M2S0:S19.2E:27500");
+  EXPECT_EQ(exported(), text);
+}
+
+TEST_F(Companion, AScanChangesTheLinesOfASectionThatTellHowItIsReceived) {
+  std::string text = "# by hand\n[First]\n\tSERVICE_ID = 1\n\tNETWORK_ID = 1\n\tTRANSPORT_ID = 1\n"
+                     "\tFREQUENCY = 11494000\n\tPOLARIZATION = HORIZONTAL\n\tSYMBOL_RATE = 22000000\n"
+                     "\tINNER_FEC = 2/3\n\tINVERSION = OFF\n\tMY_KEY = 7\n\tDELIVERY_SYSTEM = DVBS\n";
+  import_text(text, "dvbv5");
+  merge_scan("First;One:11494:HC56M2S0:S19.2E:27500:0:0:0:0:1:1:1:0\n");
+
+  const std::string made = exported("dvbv5");
+
+  replace_in(text, "SYMBOL_RATE = 22000000", "SYMBOL_RATE = 27500000");
+  replace_in(text, "INNER_FEC = 2/3", "INNER_FEC = 5/6");
+  EXPECT_EQ(made, text);
+}
+
+// A guard interval of the one is none of the other.
+TEST_F(Companion, AnotherDeliverySystemIsReceivedAsTheScanTellsAlone) {
+  import_text("First;One:474000:B8C23G4M64S0T8Y0:T:27500:0:0:0:0:1:1:1:0\n");
+  merge_scan("First;One:474000:B8M256S1:T:27500:0:0:0:0:1:1:1:0\n");
+
+  EXPECT_EQ(exported(), "First;One:474000:B8M256S1:T:27500:0:0:0:0:1:1:1:0\n");
+}
+
 TEST_F(Companion, ACheckTellsOfOneThatIsOutOfStep) {
   import_text(two_services);
   EXPECT_EQ(run({"check", "list.dat"}).exit_code, 0);
@@ -822,6 +922,20 @@ TEST_F(Companion, AListWhoseGroupsBecameSomethingElseGoesOutAsItCameIn) {
     EXPECT_EQ(exported(), text) << options.front();
     EXPECT_EQ(said.find("Not carried"), std::string::npos) << options.front() << said;
   }
+}
+
+// The model has the last two of twenty-two, so that others have no room.
+TEST_F(Companion, AFolderWhoseGroupsFollowAnotherListGoesOutAsItCameIn) {
+  const auto folder = folder_of_many_bouquets();
+  import_folder(folder);
+  ASSERT_EQ(run({"import", "box", "-o", "model.dat", "--bouquets", "B22,B21"}).exit_code, 0);
+  ASSERT_EQ(run({"import", "box", "-o", "list.dat", "--like", "model.dat"}).exit_code, 1);
+  load("list.dat");
+  EXPECT_STREQ(get_fav_group_info(0)->name, "B22");
+  EXPECT_STREQ(get_fav_group_info(1)->name, "B21");
+  EXPECT_STREQ(get_fav_group_info(2)->name, "B1");
+
+  EXPECT_EQ(exported_folder("lamedb5"), folder);
 }
 
 TEST_F(Companion, AGroupThatIsNewIsWrittenWhereOthersWereChosen) {

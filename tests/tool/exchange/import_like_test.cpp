@@ -50,6 +50,24 @@ TEST_F(ImportLike, GroupsThatNoServiceIsInAreNotTaken) {
   EXPECT_EQ(provider_names(), (std::vector<std::string>{"Ant", "Bear", "Cat", "Zebra"}));
 }
 
+TEST_F(ImportLike, FavouriteGroupsComeInTheOrderOfTheModel) {
+  write_file(path("old.conf"), ":Films\n" + service(1, "Ant", "C") + ":News\n" + service(2, "Ant", "C"));
+  write_file(path("scan.conf"), ":Sport\n" + service(3, "Ant", "C") + ":News\n" + service(2, "Ant", "C") + ":Films\n" +
+                                    service(1, "Ant", "C"));
+  ASSERT_EQ(run({"import", "old.conf", "-o", "old.dat"}).exit_code, 0);
+
+  EXPECT_EQ(run({"import", "scan.conf", "-o", "scan.dat", "--like", "old.dat"}).exit_code, 0);
+
+  load("scan.dat");
+  std::vector<std::string> names;
+  for (std::int16_t group = 0; group < get_fav_group_number(); ++group) {
+    names.emplace_back(get_fav_group_info(group)->name);
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"Films", "News", "Sport"}));
+  ASSERT_LE(run({"export", "scan.dat", "-o", "again.conf", "--to", "vdr"}).exit_code, 1);
+  EXPECT_EQ(read_file(path("again.conf")), read_file(path("scan.conf")));
+}
+
 TEST_F(ImportLike, AMergeKeepsWhatIsTheSame) {
   run({"import", "scan.conf", "-o", "scan.dat", "--like", "old.dat"});
 

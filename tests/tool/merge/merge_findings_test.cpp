@@ -123,7 +123,8 @@ TEST_F(MergeTool, AServiceWithoutAnEntryInAFullViewIsAFinding) {
 
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.err,
-            "chlist: merge: scan.dat: the radio view is full: it holds 1000, 1 service added without an entry there\n");
+            "chlist: merge: scan.dat: the radio view is full: it holds 1000, 1 service added without an entry there; "
+            "`chlist remove` and `chlist keep` make room first\n");
   EXPECT_TRUE(has_line(result.out, "    1       1   100   11000000   H    3000    2  ALL 1001: \"More\""))
       << result.out;
   EXPECT_EQ(merged_json()["full_views"],

@@ -174,8 +174,8 @@ void must_be_no_other_list(const fs::path &input) {
     return;
   }
   throw std::runtime_error(fmt::format("{}: is no channel file but {} ({}): `chlist import {} -o {}` makes one of it",
-                                       input.string(), like->name, like->about, input.string(),
-                                       free_name_beside(input).string()));
+                                       input.string(), like->name, like->about, shell_word(input.string()),
+                                       shell_word(free_name_beside(input).string())));
 }
 
 const format &format_to_write(std::string_view name, const fs::path &output) {

@@ -12,6 +12,7 @@
 #include "chlist/closest.h"
 #include "chlist/command.h"
 #include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/group_names.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -78,6 +79,18 @@ void split_group(favourite_group group, group_list &into) {
 
 }  // namespace
 
+void order_groups(line_up &list, const std::vector<std::string> &order) {
+  std::ranges::stable_sort(list.favourites, {}, [&](const favourite_group &each) {
+    return std::ranges::find(order, cut_utf8(each.name, longest_group_name)) - order.begin();
+  });
+}
+
+void follow_groups_of(const line_up &model, group_options &options) {
+  if (options.chosen.empty() && options.become == "favourites") {
+    options.order = names_of(model.favourites);
+  }
+}
+
 void choose_groups(line_up &list, const group_options &options, loss_counts &lost) {
   if (!options.chosen.empty()) {
     list.favourites = groups_named(list.favourites, options.chosen);
@@ -91,6 +104,7 @@ void choose_groups(line_up &list, const group_options &options, loss_counts &los
       split_group(std::move(group), list.favourites);
     }
   }
+  order_groups(list, options.order);
 }
 
 void choose_groups_again(line_up &list, group_options options, const std::vector<favourite_group> &others) {
@@ -106,6 +120,9 @@ void choose_groups_again(line_up &list, group_options options, const std::vector
                   [&](const std::string &each) { return find_group(list.favourites, each) == list.favourites.end(); });
     list.favourites = groups_named(list.favourites, there);
     options.chosen.clear();
+  }
+  if (!options.order.empty()) {
+    options.order = names_of(others);
   }
   loss_counts unsaid;
   choose_groups(list, options, unsaid);

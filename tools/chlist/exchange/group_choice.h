@@ -9,10 +9,17 @@
 
 namespace chlist {
 
+// Favourite groups come in the order that another list has them in, unless somebody names them in one.
+void follow_groups_of(const line_up &model, group_options &options);
+
+// Those with these names first, in their order.
+void order_groups(line_up &list, const std::vector<std::string> &order);
+
 // Throws usage_error when a group is chosen that there is not.
 void choose_groups(line_up &list, const group_options &options, loss_counts &lost);
 
-// The same of a list that was written again: chosen groups that went are none, and others have come.
+// The same of a list that was written again: chosen groups that went are none, others have come, and they are in the
+// order of these.
 void choose_groups_again(line_up &list, group_options options, const std::vector<favourite_group> &others = {});
 
 }  // namespace chlist

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -77,6 +78,7 @@ loss_counts losses_of_reading(const import_outcome &result) {
 }
 
 import_outcome read_into_list(const import_options &options, const list_source &source, const format &from) {
+  group_options groups = options.groups;
   import_outcome result{.source = source, .from = from, .filled = {}, .lost = {}, .beside = {}};
   fill_options filling;
   if (!options.preferred.empty()) {
@@ -85,6 +87,7 @@ import_outcome read_into_list(const import_options &options, const list_source &
   std::optional<line_up> model;
   if (!options.model.empty()) {
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
+    follow_groups_of(*model, groups);
   }
   read_files files;
   loss_counts of_reading;
@@ -96,11 +99,11 @@ import_outcome read_into_list(const import_options &options, const list_source &
   loss_counts of_filling;
   take_transponders(list, filling.model, of_filling);
   result.not_asked_for = choose_services(list, options.services);
-  choose_groups(list, options.groups, of_filling);
+  choose_groups(list, groups, of_filling);
   result.filled = fill_list(list, of_filling, filling);
   result.beside =
       companion_of_import({source, from, services_read, files}, list.services, result.filled, line_up_in_memory());
-  result.beside.source.groups = options.groups;
+  result.beside.source.groups = groups;
   const bool is_a_part = result.not_asked_for > 0 && result.beside.source.has_text();
   result.lost = is_a_part ? losses_of_reading(result) : of_reading;
   result.lost.add(of_filling);
@@ -141,6 +144,19 @@ json json_of_outcome(const import_options &options, const import_outcome &result
   return document;
 }
 
+// What would take in more of the groups that there was no room for.
+void report_choices(const fs::path &input, const std::vector<group_left_out> &groups) {
+  const auto is_any = [&](bool is_cut) {
+    return std::ranges::find(groups, is_cut, &group_left_out::is_cut) != groups.end();
+  };
+  if (is_any(false)) {
+    print_message(input.string() + ": --bouquets chooses among groups; --groups genres makes genres of them instead");
+  }
+  if (is_any(true)) {
+    print_message(input.string() + ": --split makes several groups of one that is too long");
+  }
+}
+
 void report_findings(const import_options &options, const import_outcome &result) {
   if (options.as_json) {
     return;
@@ -149,6 +165,7 @@ void report_findings(const import_options &options, const import_outcome &result
   report_skipped(input, result.filled.skipped, options.shows_all);
   report_left_out(input, result.lost);
   report_full_tables(input, result.filled, options.shows_all);
+  report_choices(input, result.filled.groups_left_out);
 }
 
 void report(const import_options &options, json document, const std::string &summary, const new_list_file &target) {

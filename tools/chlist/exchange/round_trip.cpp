@@ -168,30 +168,6 @@ class difference_counter {
   loss_counts &lost_;
 };
 
-// Where each service that was read stands among those that were written: by its line, which the writer tells, or else
-// lines come in the order of writing, and those that became no service were skipped.
-std::vector<std::size_t> places_among_written(const line_up &read, const written_list &written) {
-  std::set<std::size_t> lines(written.lines.begin(), written.lines.end());
-  if (lines.empty()) {
-    for (const line_up_service &service : read.services) {
-      lines.insert(service.line);
-    }
-    if (lines.size() < written.services.size()) {
-      std::ranges::transform(read.skipped, std::inserter(lines, lines.end()), &skipped_line::line);
-    }
-  }
-  std::unordered_map<std::size_t, std::size_t> places;
-  for (const std::size_t line : lines) {
-    places.emplace(line, places.size());
-  }
-  std::vector<std::size_t> made;
-  std::ranges::transform(read.services, std::back_inserter(made), [&](const line_up_service &service) {
-    const auto found = places.find(service.line);
-    return found != places.end() ? found->second : nowhere;
-  });
-  return made;
-}
-
 // written: the places of the services in the list before, in the order of writing; places: of those that were read,
 // among these.
 pairing pair_written(const std::vector<std::size_t> &written, std::size_t before,

@@ -8,6 +8,7 @@
 #include "chlist/exchange/loss_counts.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/files/text_folder.h"
+#include "chlist/line_up/line_up.h"
 
 namespace chlist {
 
@@ -30,5 +31,9 @@ struct written_list {
   std::vector<std::string> notes;      // what became of files that are kept, one text for each
   std::vector<const field *> carried;  // of what nobody reads again: the fields that are in it
 };
+
+// Where each service that was read stands among those that were written: by its line, which the writer tells, or else
+// lines come in the order of writing, and those that became no service were skipped.
+std::vector<std::size_t> places_among_written(const line_up &read, const written_list &written);
 
 }  // namespace chlist

@@ -222,15 +222,22 @@ json json_of_piece(const source_piece &piece) {
   return object;
 }
 
-group_options groups_from(const json &object) {
-  group_options made{.become = text_in(object, "become"), .chosen = {}, .are_split = is_true_in(object, "split")};
-  for (const json &each : elements_of(object, "chosen")) {
+std::vector<std::string> names_in(const json &object, std::string_view member) {
+  std::vector<std::string> names;
+  for (const json &each : elements_of(object, member)) {
     if (!each.is_string()) {
-      refuse("'chosen' holds no names");
+      refuse(fmt::format("'{}' holds no names", member));
     }
-    made.chosen.push_back(each.as_string());
+    names.push_back(each.as_string());
   }
-  return made;
+  return names;
+}
+
+group_options groups_from(const json &object) {
+  return {.become = text_in(object, "become"),
+          .chosen = names_in(object, "chosen"),
+          .are_split = is_true_in(object, "split"),
+          .order = names_in(object, "order")};
 }
 
 json json_of_groups(const group_options &groups) {
@@ -240,6 +247,9 @@ json json_of_groups(const group_options &groups) {
   }
   if (groups.are_split) {
     object.put("split", true);
+  }
+  if (!groups.order.empty()) {
+    object.put("order", json(groups.order));
   }
   return object;
 }

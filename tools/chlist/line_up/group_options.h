@@ -8,8 +8,9 @@ namespace chlist {
 
 struct group_options {
   std::string become = "favourites";  // or "genres", or "none"
-  std::vector<std::string> chosen;    // by name, in this order; all of them when empty
+  std::vector<std::string> chosen;    // by name, in this order, which holds; all of them when empty
   bool are_split = false;             // those that are too long for a favourite group, into several
+  std::vector<std::string> order{};   // names that come first, in this order; the others behind them as they are
 
   bool operator==(const group_options &) const = default;
 };

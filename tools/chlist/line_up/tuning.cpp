@@ -48,6 +48,12 @@ bool is_decimal(std::string_view text) {
   return !text.empty() && text.size() <= most_digits && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+bool is_other_system(const tuning &known, const tuning &newer) {
+  const auto was = known.find(tuning_parameter::system);
+  const auto is = newer.find(tuning_parameter::system);
+  return was != known.end() && is != newer.end() && was->second != is->second;
+}
+
 }  // namespace
 
 const parameter_words &words_of(tuning_parameter parameter) { return parameters[static_cast<std::size_t>(parameter)]; }
@@ -60,8 +66,11 @@ bool is_value_of(tuning_parameter parameter, std::string_view value) {
 std::string_view name_of_stream(stream_kind kind) { return stream_kinds[static_cast<std::size_t>(kind)]; }
 
 void take_further(further_facts &known, const further_facts &newer) {
-  if (!newer.tuned.empty()) {
-    known.tuned = newer.tuned;
+  if (is_other_system(known.tuned, newer.tuned)) {
+    known.tuned.clear();
+  }
+  for (const auto &[parameter, value] : newer.tuned) {
+    known.tuned[parameter] = value;
   }
   if (!newer.streams.empty()) {
     known.streams = newer.streams;

@@ -76,7 +76,7 @@ struct further_facts {
   bool operator==(const further_facts &) const = default;
 };
 
-// What is told wins over what was known.
+// What is told wins over what was known. How another delivery system is received tells nothing of this one.
 void take_further(further_facts &known, const further_facts &newer);
 
 }  // namespace chlist

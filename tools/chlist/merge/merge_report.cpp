@@ -99,8 +99,9 @@ std::vector<std::string> with_beginning(const std::string &beginning, std::vecto
 }
 
 std::string text_of(const full_view &full) {
-  return fmt::format("the {} view is full: it holds {}, {} added without an entry there", label_of(full.view),
-                     full.capacity, counted(full.left_out, "service"));
+  return fmt::format("the {} view is full: it holds {}, {} added without an entry there; `chlist remove` and `chlist "
+                     "keep` make room first",
+                     label_of(full.view), full.capacity, counted(full.left_out, "service"));
 }
 
 }  // namespace

@@ -118,12 +118,14 @@ scan_outcome scanned(const scan_command_options &options) {
     outcome.captures.push_back(read_one(options, at));
   }
   outcome.made = line_up_of(outcome.captures, making, outcome.lost);
-  choose_groups(outcome.made.list, options.groups, outcome.lost);
+  group_options groups = options.groups;
   fill_options filling;
   std::optional<line_up> model;
   if (!options.model.empty()) {
     filling.model = &model.emplace(line_up_in(channel_file(options.model)));
+    follow_groups_of(*model, groups);
   }
+  choose_groups(outcome.made.list, groups, outcome.lost);
   outcome.filled = fill_list(outcome.made.list, outcome.lost, filling);
   outcome.beside = companion_of_services(outcome.made.list.services, outcome.filled.filed, line_up_in_memory());
   return outcome;

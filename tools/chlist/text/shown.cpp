@@ -37,6 +37,24 @@ std::string harmless(std::string_view text) {
   return valid;
 }
 
+std::string shell_word(std::string_view word) {
+  constexpr std::string_view harmless_to_shells = "@%+=:,./-_";
+  const bool is_plain = !word.empty() && std::ranges::all_of(word, [&](char each) {
+    const bool is_letter = (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z');
+    const bool is_other_than_ascii = static_cast<unsigned char>(each) >= 0x80;
+    return is_letter || (each >= '0' && each <= '9') || is_other_than_ascii ||
+           harmless_to_shells.find(each) != std::string_view::npos;
+  });
+  if (is_plain) {
+    return std::string(word);
+  }
+  std::string quoted = "'";
+  for (const char each : word) {
+    quoted += each == '\'' ? "'\\''" : std::string(1, each);
+  }
+  return quoted + '\'';
+}
+
 std::string counted(std::size_t count, std::string_view what) {
   return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }

@@ -14,6 +14,9 @@ std::string shown(std::string_view text);
 // The same without quotes, for cells of tables; nothing is escaped, and controls become "?".
 std::string harmless(std::string_view text);
 
+// A word of a command line as a shell takes it: in quotes where it needs them.
+std::string shell_word(std::string_view word);
+
 // "1 service", "2 services".
 std::string counted(std::size_t count, std::string_view what);
 

@@ -126,7 +126,9 @@ TEST_F(BouquetChoice, WhatHasNoRoomIsNamed) {
             "chlist: import: box: favourite groups are full: each holds 40, 50 more favourites are left out\n"
             "chlist: import: box: left out: favourite group \"Long\": 50 of 90 services\n"
             "chlist: import: box: left out: favourite group \"B20\": 1 service\n"
-            "chlist: import: box: left out: favourite group \"B21\": 1 service\n");
+            "chlist: import: box: left out: favourite group \"B21\": 1 service\n"
+            "chlist: import: box: --bouquets chooses among groups; --groups genres makes genres of them instead\n"
+            "chlist: import: box: --split makes several groups of one that is too long\n");
   EXPECT_EQ(json::parse(imported({"--json"}).out)["groups_left_out"][0],
             (json{{"group_name", "Long"}, {"services", 90}, {"count", 50}}));
 }

@@ -88,14 +88,6 @@ service_parts parts_of_service(std::string_view piece) {
   return piece.starts_with(line_of_version_5) ? parts_of_line(piece) : parts_of_lines(piece);
 }
 
-std::vector<text_unit> numbers_in(std::string_view numbers) {
-  std::vector<text_unit> units;
-  for (const std::string_view number : split(numbers, ':')) {
-    units.push_back({std::to_string(units.size()), std::string(number)});
-  }
-  return units;
-}
-
 // "p:Provider, Inc", "c:000065", "C:1702": by their letter, cached PIDs by their kind, those that repeat by their
 // order. A part without a letter belongs to the one in front of it.
 std::vector<text_unit> options_in(std::string_view options) {
@@ -113,20 +105,14 @@ std::vector<text_unit> options_in(std::string_view options) {
   return units;
 }
 
-std::string joined_units(const std::vector<text_unit> &units, std::string_view separator) {
-  std::string text;
-  for (const text_unit &each : units) {
-    text += (text.empty() ? "" : std::string(separator)) + each.text;
-  }
-  return text;
-}
-
 std::string merged_service(const piece_versions &versions) {
   const service_parts kept = parts_of_service(versions.kept);
   const service_parts before = parts_of_service(versions.before);
   const service_parts now = parts_of_service(versions.now);
   const std::string numbers =
-      joined_units(merged_units(numbers_in(kept.numbers), numbers_in(before.numbers), numbers_in(now.numbers)), ":");
+      joined_units(merged_units(units_by_place(kept.numbers, ':'), units_by_place(before.numbers, ':'),
+                                units_by_place(now.numbers, ':')),
+                   ":");
   const std::string name = before.name == now.name ? kept.name : now.name;
   const std::string options =
       joined_units(merged_units(options_in(kept.options), options_in(before.options), options_in(now.options)), ",");
@@ -145,6 +131,7 @@ std::string name_of_lamedb(std::string_view text) { return format_of_lamedb(text
 constexpr folder_layout bouquet_layout = {.name_of_first = name_of_lamedb,
                                           .pieces = pieces_of_bouquet,
                                           .in_terms_of = lamedb_in_terms_of,
+                                          .changed = lamedb_transponders_changed,
                                           .missing = lamedb_transponders_missing,
                                           .is_behind_missing = is_behind_lamedb_transponders,
                                           .woven = woven_bouquets};

@@ -12,6 +12,7 @@
 
 #include "chlist/exchange/enigma2/lamedb_fields.h"
 #include "chlist/exchange/field_reading.h"
+#include "chlist/exchange/layout/text_units.h"
 #include "chlist/exchange/text_lines.h"
 
 namespace chlist {
@@ -24,6 +25,9 @@ struct transponder_lines {
   transponder_reference reference;
   lamedb_transponder transponder;
   std::vector<std::string> lines;
+  std::size_t number = 0;  // of the line with the parameters
+
+  [[nodiscard]] const std::string &parameters() const { return lines[lines.size() > 1 ? 1 : 0]; }
 };
 
 bool is_same(const transponder_lines &a, const transponder_lines &b) {
@@ -37,7 +41,7 @@ bool is_same(const transponder_lines &a, const transponder_lines &b) {
 
 std::optional<transponder_lines> transponder_of(std::string_view reference, std::string_view parameters) {
   try {
-    return transponder_lines{read_transponder_reference(reference), read_transponder(parameters), {}};
+    return transponder_lines{read_transponder_reference(reference), read_transponder(parameters), {}, 0};
   } catch (const bad_line &) {
     return std::nullopt;
   }
@@ -50,6 +54,7 @@ std::optional<transponder_lines> next_transponder(std::string_view line, text_li
     auto made = transponder_of(reference, parameters.value_or(std::string_view()));
     if (made) {
       made->lines = {std::string(line)};
+      made->number = behind.number();
     }
     return made;
   }
@@ -58,6 +63,7 @@ std::optional<transponder_lines> next_transponder(std::string_view line, text_li
   if (made) {
     made->lines = {std::string(line), std::string(*parameters), "/"};
     behind.next();
+    made->number = behind.number();
   }
   return made;
 }
@@ -74,6 +80,22 @@ std::vector<transponder_lines> transponders_in(std::string_view text) {
     }
   }
   return all;
+}
+
+// Of transponders that are there again, a reader knows the first.
+std::map<transponder_reference, transponder_lines> transponders_by_reference(std::string_view text) {
+  std::map<transponder_reference, transponder_lines> all;
+  for (transponder_lines &each : transponders_in(text)) {
+    all.try_emplace(each.reference, std::move(each));
+  }
+  return all;
+}
+
+std::string merged_parameters(const transponder_lines &kept, const transponder_lines &before,
+                              const transponder_lines &now) {
+  return joined_units(merged_units(units_by_place(kept.parameters(), ':'), units_by_place(before.parameters(), ':'),
+                                   units_by_place(now.parameters(), ':')),
+                      ":");
 }
 
 // What each transponder of a text is called in another one.
@@ -156,11 +178,25 @@ std::string lamedb_in_terms_of(const std::string &written, const std::string &ke
   return made;
 }
 
+std::map<std::size_t, std::string> lamedb_transponders_changed(const piece_versions &files) {
+  const auto kept = transponders_by_reference(files.kept);
+  const auto now = transponders_by_reference(files.now);
+  std::map<std::size_t, std::string> changed;
+  for (const auto &[reference, before] : transponders_by_reference(files.before)) {
+    const auto own = kept.find(reference);
+    const auto newer = now.find(reference);
+    if (own != kept.end() && newer != now.end() && newer->second.parameters() != before.parameters()) {
+      changed.emplace(own->second.number, merged_parameters(own->second, before, newer->second));
+    }
+  }
+  return changed;
+}
+
 std::vector<std::string> lamedb_transponders_missing(const std::string &written, const std::string &kept) {
-  const std::vector<transponder_lines> known = transponders_in(kept);
+  const auto known = transponders_by_reference(kept);
   std::vector<std::string> missing;
   for (const transponder_lines &each : transponders_in(written)) {
-    if (std::ranges::find(known, each.reference, &transponder_lines::reference) == known.end()) {
+    if (!known.contains(each.reference)) {
       missing.insert(missing.end(), each.lines.begin(), each.lines.end());
     }
   }

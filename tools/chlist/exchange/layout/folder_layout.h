@@ -3,11 +3,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "chlist/exchange/layout/group_edits.h"
+#include "chlist/exchange/layout/source_layout.h"
 #include "chlist/exchange/written_list.h"
 #include "chlist/files/companion.h"
 
@@ -37,9 +40,11 @@ struct folder_layout {
   std::string (*name_of_first)(std::string_view text);
   // The pieces of another file, those of services with their identities, which the pieces of the first file tell.
   std::vector<source_piece> (*pieces)(const std::string &text, const source_file &first);
-  // The first file as a writer made it, with what services stand on called as in the kept one; and the lines of that
-  // which the kept one lacks, in front of whose piece they come.
+  // The first file as a writer made it, with what services stand on called as in the kept one. Of that, the lines of
+  // the kept one that the list says otherwise now, by their numbers; and those that it lacks, in front of whose piece
+  // they come.
   std::string (*in_terms_of)(const std::string &written, const std::string &kept);
+  std::map<std::size_t, std::string> (*changed)(const piece_versions &files);
   std::vector<std::string> (*missing)(const std::string &written, const std::string &kept);
   bool (*is_behind_missing)(std::string_view piece);
   // The other files, in which only the lines differ that edits are about. notes: what became of files.

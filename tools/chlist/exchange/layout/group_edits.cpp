@@ -131,10 +131,24 @@ class edit_finder {
     place = std::min(place, partner);
   }
 
+  // Whether nobody moved a group, or made one in front of others.
+  [[nodiscard]] bool is_in_filled_order() const {
+    place_row row;
+    std::ranges::copy_if(partners_, std::back_inserter(row), [](std::size_t place) { return place != nowhere; });
+    for (std::size_t at = 0; at < made_.size(); ++at) {
+      if (made_[at].origin.empty()) {
+        row.push_back(places_[at]);
+      }
+    }
+    return std::ranges::is_sorted(row);
+  }
+
   std::vector<group_edit> in_order() {
     std::vector<std::size_t> order(made_.size());
     std::ranges::generate(order, [at = std::size_t{0}]() mutable { return at++; });
-    std::ranges::stable_sort(order, {}, [&](std::size_t at) { return places_[at]; });
+    const bool is_moved = !is_in_filled_order();
+    std::ranges::stable_sort(order, {},
+                             [&](std::size_t at) { return is_moved || made_[at].is_gone ? places_[at] : at; });
     std::vector<group_edit> sorted;
     for (const std::size_t at : order) {
       sorted.push_back(std::move(made_[at]));

@@ -28,7 +28,8 @@ struct groups_before {
   const std::vector<std::size_t> &places_of_filled;  // the same
 };
 
-// In the list's order, those that are gone at the end. Parts of one group of the source are one.
+// In the order of the source, or of the list where somebody moved groups; those that are gone at the end. Parts of one
+// group of the source are one.
 std::vector<group_edit> group_edits(const groups_before &before, const std::vector<favourite_group> &now);
 
 }  // namespace chlist

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "chlist/exchange/field_reading.h"
+
 namespace chlist {
 namespace {
 
@@ -29,6 +31,22 @@ std::string_view line_end_of(std::string_view text) {
 
 std::string_view without_line_end(std::string_view text) {
   return text.substr(0, text.size() - line_end_of(text).size());
+}
+
+std::vector<text_unit> units_by_place(std::string_view text, char separator) {
+  unit_row units;
+  for (const std::string_view part : split(text, separator)) {
+    units.push_back({std::to_string(units.size()), std::string(part)});
+  }
+  return units;
+}
+
+std::string joined_units(const std::vector<text_unit> &units, std::string_view separator) {
+  std::string text;
+  for (auto each = units.begin(); each != units.end(); ++each) {
+    text += (each == units.begin() ? "" : std::string(separator)) + each->text;
+  }
+  return text;
 }
 
 std::vector<text_unit> merged_units(std::vector<text_unit> kept, const std::vector<text_unit> &before,

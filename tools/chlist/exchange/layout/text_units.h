@@ -19,6 +19,10 @@ struct text_unit {
   bool operator==(const text_unit &) const = default;
 };
 
+// The parts between separators, each known by its place; and parts put together again.
+std::vector<text_unit> units_by_place(std::string_view text, char separator);
+std::string joined_units(const std::vector<text_unit> &units, std::string_view separator);
+
 // A part that is new stands behind the one that it follows in the newer version.
 std::vector<text_unit> merged_units(std::vector<text_unit> kept, const std::vector<text_unit> &before,
                                     const std::vector<text_unit> &now);

@@ -2,24 +2,29 @@
 // format's writer makes of both.
 #include "chlist/exchange/layout/weave.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/group_choice.h"
 #include "chlist/exchange/layout/folder_layout.h"
 #include "chlist/exchange/layout/group_edits.h"
+#include "chlist/exchange/layout/made_contents.h"
 #include "chlist/exchange/layout/row_order.h"
 #include "chlist/exchange/layout/separators.h"
 #include "chlist/exchange/layout/source_layout.h"
 #include "chlist/exchange/layout/text_units.h"
-#include "chlist/exchange/layout/woven_contents.h"
 #include "chlist/exchange/layout/woven_row.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
+#include "chlist/exchange/text_lines.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/places.h"
 #include "chlist/text/utf8.h"
@@ -61,9 +66,12 @@ class weaver {
     if (!is_folder()) {
       number();
     }
-    write_services();
+    const written_list before = written_in_terms_of_text(before_);
+    const written_list now = written_in_terms_of_text(now_);
+    write_services(before, now);
     if (is_folder()) {
-      add_missing(written.files.front().text);
+      change_lines({first_text_, before.files.front().text, now.files.front().text});
+      add_missing(now.files.front().text);
     }
     written_list made = joined(written);
     return is_folder() ? with_other_files(std::move(made)) : made;
@@ -78,6 +86,21 @@ class weaver {
       written.files.front().text = to_.layout->folder->in_terms_of(written.files.front().text, first_text_);
     }
     return written;
+  }
+
+  // What services stand on that is received otherwise now.
+  void change_lines(const piece_versions &files) {
+    const std::map<std::size_t, std::string> changed = to_.layout->folder->changed(files);
+    for (woven_piece &each : row_) {
+      const auto found = each.kept != nullptr ? changed.find(line_of(*each.kept)) : changed.end();
+      if (found != changed.end()) {
+        each.change_to(found->second);
+      }
+    }
+  }
+
+  [[nodiscard]] std::size_t line_of(const source_piece &piece) const {
+    return lines_of_pieces_[static_cast<std::size_t>(&piece - pieces_.data())];
   }
 
   // What new services stand on.
@@ -108,38 +131,63 @@ class weaver {
     return order;
   }
 
-  // The other files in the first way in which the services keep their numbers; all files anew when not even the
-  // services come back.
+  // Where services would not come back from the first file as it is kept, it is written anew, and told. The other files
+  // follow either one: what they say of services that the list does not have stays.
   written_list with_other_files(written_list made) {
-    const std::vector<referred_service> services = referred_services();
-    const std::vector<made_file> first = made.files;
+    const written_list anew = to_.write(now_, options_);
+    const made_contents wanted(anew, now_, to_);
+    if (weave_others(made, texts_in_row(), wanted)) {
+      return made;
+    }
+    written_list instead = anew;
+    instead.files.resize(1);
+    tell_lines_lost(instead);
+    weave_others(instead, texts_of_services(anew, now_.services.size(), to_), wanted);
+    return instead;
+  }
+
+  // In the first way in which the services keep their numbers. texts: of services in the first file, which is made.
+  // Returns whether they come back.
+  bool weave_others(written_list &made, const std::vector<std::string> &texts, const made_contents &wanted) const {
+    std::vector<referred_service> services;
+    for (std::size_t place = 0; place < texts.size(); ++place) {
+      services.push_back({&now_.services[place], texts[place]});
+    }
     for (const numbered_by way : ways_to_number) {
-      made.files = first;
+      made.files.resize(1);
       made.notes.clear();
       std::ranges::move(to_.layout->folder->woven({kept_.source.files, services, groups_, way}, made.notes),
                         std::back_inserter(made.files));
-      const woven_contents contents(made, now_, to_);
-      if (!contents.has_same_services()) {
-        return to_.write(now_, options_);
+      const made_contents contents(made, now_, to_);
+      if (!contents.has_services_of(wanted)) {
+        return false;
       }
       if (contents.has_same_numbers()) {
         break;
       }
     }
-    return made;
+    return true;
   }
 
-  [[nodiscard]] std::vector<referred_service> referred_services() const {
-    std::vector<referred_service> services;
-    for (const line_up_service &each : now_.services) {
-      services.push_back({&each, {}});
-    }
+  [[nodiscard]] std::vector<std::string> texts_in_row() const {
+    std::vector<std::string> texts(now_.services.size());
     for (const woven_piece &each : row_) {
       if (each.service != nowhere) {
-        services[each.service].text = each.current();
+        texts[each.service] = each.current();
       }
     }
-    return services;
+    return texts;
+  }
+
+  void tell_lines_lost(written_list &anew) const {
+    const made_file &first = anew.files.front();
+    const std::vector<std::string_view> written = split(first.text, '\n');
+    const std::unordered_set<std::string_view> are_written(written.begin(), written.end());
+    const auto lost = std::ranges::count_if(split(first_text_, '\n'), [&](std::string_view line) {
+      return !are_written.contains(line) && !are_written.contains(without_trailing_blanks(line));
+    });
+    anew.left_out.leave_out(fmt::format("lines of {} as they were", first.name), static_cast<std::size_t>(lost),
+                            "written anew: services would not come back from it otherwise");
   }
 
   // The reader tells by its lines which piece a service is of.
@@ -148,6 +196,7 @@ class weaver {
     std::size_t line = 1;
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
       piece_of_line[line] = at;
+      lines_of_pieces_.push_back(line);
       line += lines_in(pieces_[at].text);
     }
     loss_counts unsaid;
@@ -176,7 +225,9 @@ class weaver {
   // A list has no room for some groups and services: what it was filled with tells what is an edit.
   void find_group_edits() {
     loss_counts unsaid;
-    const filled_list filled = fill_list(before_, unsaid);
+    line_up ordered = before_;
+    order_groups(ordered, kept_.source.groups.order);
+    const filled_list filled = fill_list(ordered, unsaid);
     const line_up list = in_order_of_all(line_up_in_memory()).list;
     const places_by_identity now(now_);
     const places_by_identity after(list);
@@ -247,10 +298,9 @@ class weaver {
     }
   }
 
-  void write_services() {
-    const std::vector<std::string> before =
-        texts_of_services(written_in_terms_of_text(before_), before_.services.size(), to_);
-    const std::vector<std::string> now = texts_of_services(written_in_terms_of_text(now_), now_.services.size(), to_);
+  void write_services(const written_list &written_before, const written_list &written_now) {
+    const std::vector<std::string> before = texts_of_services(written_before, before_.services.size(), to_);
+    const std::vector<std::string> now = texts_of_services(written_now, now_.services.size(), to_);
     for (woven_piece &each : row_) {
       if (!each.is_service()) {
         continue;
@@ -316,6 +366,7 @@ class weaver {
   line_up before_;          // what the pieces say
   std::vector<group_edit> groups_;
   std::vector<std::size_t> services_of_pieces_;
+  std::vector<std::size_t> lines_of_pieces_;  // where each begins
   woven_row row_;
 };
 

@@ -19,25 +19,13 @@ constexpr std::size_t fields_of_a_line = 13;
 
 bool is_vdr_service(std::string_view piece) { return !piece.empty() && piece.front() != ':'; }
 
-std::vector<text_unit> fields_in(std::string_view line) {
-  std::vector<text_unit> units;
-  for (const std::string_view field : split(line, ':')) {
-    units.push_back({std::to_string(units.size()), std::string(field)});
-  }
-  return units;
-}
-
 // A line of an older form has other fields at these places: it is written anew.
 std::string merged_line(const piece_versions &versions) {
-  const std::vector<text_unit> kept = fields_in(versions.kept);
+  const std::vector<text_unit> kept = units_by_place(versions.kept, ':');
   if (kept.size() < fields_of_a_line) {
     return std::string(versions.now);
   }
-  std::string line;
-  for (const text_unit &each : merged_units(kept, fields_in(versions.before), fields_in(versions.now))) {
-    line += (each.key == "0" ? "" : ":") + each.text;
-  }
-  return line;
+  return joined_units(merged_units(kept, units_by_place(versions.before, ':'), units_by_place(versions.now, ':')), ":");
 }
 
 std::optional<separator> read_separator(std::string_view line) {
