@@ -31,11 +31,7 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::service_data;
 
-namespace entry_field = test_support::entry_field;
-namespace list_field = test_support::list_field;
-namespace network_field = test_support::network_field;
-namespace service_field = test_support::service_field;
-namespace transponder_field = test_support::transponder_field;
+using namespace test_support::record_fields;
 
 inline constexpr const char *nothing_left = "nothing of a channel list is left in it: there is nothing to recover";
 

@@ -20,7 +20,7 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::service_data;
 
-namespace list_field = test_support::list_field;
+using namespace test_support::record_fields;
 
 TEST_F(Salvaging, WhatIsLostIsTold) {
   const record_place &service = original.records[4];

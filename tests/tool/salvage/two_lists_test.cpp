@@ -16,8 +16,7 @@ using test_support::channel_file;
 using test_support::record_place;
 using test_support::service_data;
 
-namespace list_field = test_support::list_field;
-namespace service_field = test_support::service_field;
+using namespace test_support::record_fields;
 
 TEST_F(Salvaging, AListThatIsThereTwiceComesBackOnce) {
   const salvage_outcome outcome = expect_salvaged({"twice", original.data + original.data, {}});
