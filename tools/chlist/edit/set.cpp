@@ -45,7 +45,7 @@ std::optional<std::int16_t> group_id_from(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
-// By id when the table has it, else by name.
+// A value is an id when the table has it, and a name otherwise.
 const group_st *find_group(std::int8_t kind, std::string_view value) {
   if (const auto wanted = group_id_from(value)) {
     if (const group_st *group = get_group_st_by_id(kind, *wanted)) {
