@@ -1,5 +1,5 @@
-// The editor as requests and answers: a page, its files, and calls in JSON. A pure function of the session; sockets are
-// the server's.
+// The editor as requests and answers: a page, its files, and calls in JSON. Answers are made of the session alone;
+// sockets are the server's.
 #pragma once
 
 #include <functional>
