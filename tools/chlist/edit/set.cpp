@@ -21,6 +21,7 @@
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/service_fields.h"
+#include "chlist/list_contents.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/plain_text.h"
@@ -177,13 +178,7 @@ class edited_service {
     record_.service_type = edited.service_type;
     record_.source_type = edited.source_type;
     record_.user_order_key = edited.user_order_key;
-    record_.pmt_pid = edited.pmt_pid;
-    record_.pcr_pid = edited.pcr_pid;
-    record_.video_pid = edited.video_pid;
-    record_.video_ecm_pid = edited.video_ecm_pid;
-    record_.video_tag = edited.video_tag;
-    record_.audio_pid = edited.audio_pid;
-    record_.audio_tag = edited.audio_tag;
+    take_streams(record_, edited);
   }
 
   channel_st &record_;
