@@ -169,7 +169,7 @@ class Salvaging : public test_support::store_test {
 
   static bool is_in_doubt(const salvage_outcome &outcome, int service_id) {
     const auto is_it = [=](const chlist::placed_service &service) { return service.known.id.service_id == service_id; };
-    return std::ranges::any_of(outcome.contradicted, is_it) || std::ranges::any_of(outcome.strangers, is_it);
+    return std::ranges::any_of(outcome.contradicted, is_it) || std::ranges::any_of(outcome.of_another_list, is_it);
   }
 
   // Every service whose bytes are whole, and none that was not there.

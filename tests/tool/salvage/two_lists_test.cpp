@@ -30,7 +30,7 @@ TEST_F(Salvaging, AListThatIsThereTwiceComesBackOnce) {
   EXPECT_EQ(outcome.other_lists, std::vector<std::size_t>{original.data.size()});
   EXPECT_TRUE(outcome.missing.is_none());
   EXPECT_TRUE(outcome.unexplained.empty());
-  EXPECT_TRUE(outcome.forsaken.empty());
+  EXPECT_TRUE(outcome.without_services.empty());
   EXPECT_TRUE(outcome.has_findings());
 }
 
@@ -65,7 +65,7 @@ TEST_F(Salvaging, AListBehindAnotherLeavesItsOwnRecordOut) {
   EXPECT_EQ(outcome.other_lists, std::vector<std::size_t>{original.data.size()});
   EXPECT_EQ(outcome.recovered.services, 15U);
   EXPECT_EQ(outcome.repeated.services, 1U);
-  EXPECT_EQ(outcome.strangers.size(), 3U);
+  EXPECT_EQ(outcome.of_another_list.size(), 3U);
   EXPECT_TRUE(outcome.missing.is_none());
   EXPECT_EQ(get_channel_list()->vnumber, 12);
 }
@@ -80,8 +80,8 @@ TEST_F(Salvaging, ServicesBehindTheLastNetworkThatIsCountedAreStrangersWhenNoVie
   const salvage_outcome outcome = salvage(original.data);
 
   EXPECT_EQ(outcome.recovered.services, 13U);
-  ASSERT_EQ(outcome.strangers.size(), 1U);
-  EXPECT_EQ(outcome.strangers[0].known.id.service_id, 70);
+  ASSERT_EQ(outcome.of_another_list.size(), 1U);
+  EXPECT_EQ(outcome.of_another_list[0].known.id.service_id, 70);
   EXPECT_TRUE(outcome.has_findings());
 }
 

@@ -178,7 +178,7 @@ std::string text_of_found(const found_again &found) {
                      found.source);
 }
 
-std::string text_of_forsaken(const forsaken_record &record) {
+std::string text_of_record_without_services(const record_without_services &record) {
   return fmt::format("{:>9}  {}", record.offset, record.kind);
 }
 
@@ -217,7 +217,7 @@ void print_doubts(const printed_lists &lists, const salvage_outcome &outcome) {
   lists.print<placed_service>(outcome.contradicted,
                               "In doubt, the views name other services in their places:", text_of_placed);
   lists.print<placed_entry>(outcome.list.other_numbers, "In doubt, ALL shows them under other numbers:", text_of_entry);
-  lists.print<placed_service>(outcome.strangers,
+  lists.print<placed_service>(outcome.of_another_list,
                               "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
 }
 
@@ -228,8 +228,9 @@ void print_lost(std::FILE *to, const printed_lists &lists, const salvage_outcome
     print_heading(to, fmt::format("Lost entries of which nothing is left: {}", outcome.list.blank_entries),
                   style::yellow);
   }
-  lists.print<forsaken_record>(outcome.forsaken,
-                               "Lost transponders and networks, none of their services came back:", text_of_forsaken);
+  lists.print<record_without_services>(
+      outcome.without_services,
+      "Lost transponders and networks, none of their services came back:", text_of_record_without_services);
   lists.print<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
 }
 
