@@ -27,12 +27,7 @@ using test_support::service_ids;
 using test_support::view_place;
 using test_support::write_file;
 
-namespace entry_field = test_support::entry_field;
-namespace group_field = test_support::group_field;
-namespace list_field = test_support::list_field;
-namespace network_field = test_support::network_field;
-namespace service_field = test_support::service_field;
-namespace transponder_field = test_support::transponder_field;
+using namespace test_support::record_fields;
 
 class chlist_test : public test_support::file_test {
  protected:

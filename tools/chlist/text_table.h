@@ -21,7 +21,7 @@ class text_table {
 
   explicit text_table(std::vector<column> columns) : columns_(std::move(columns)) {}
 
-  // As many cells as there are columns.
+  // A row has as many cells as there are columns.
   void add(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
 
   // Each row is a line; the titles, painted on a terminal, are the first. No line ends in blanks.

@@ -21,12 +21,7 @@ using test_support::service_size;
 using test_support::transponder_size;
 using test_support::view_place;
 
-namespace entry_field = test_support::entry_field;
-namespace group_field = test_support::group_field;
-namespace list_field = test_support::list_field;
-namespace network_field = test_support::network_field;
-namespace service_field = test_support::service_field;
-namespace transponder_field = test_support::transponder_field;
+using namespace test_support::record_fields;
 
 constexpr std::size_t sector = 512;
 constexpr std::size_t page_size = 4096;

@@ -20,10 +20,7 @@ using test_support::channel_file;
 using test_support::group_place;
 using test_support::group_size;
 
-namespace entry_field = test_support::entry_field;
-namespace group_field = test_support::group_field;
-namespace list_field = test_support::list_field;
-namespace service_field = test_support::service_field;
+using namespace test_support::record_fields;
 
 class LostGroups : public Salvaging {
  protected:

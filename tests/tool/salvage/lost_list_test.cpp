@@ -22,7 +22,7 @@ using test_support::bytes;
 using test_support::record_kind;
 using test_support::record_place;
 
-namespace list_field = test_support::list_field;
+using namespace test_support::record_fields;
 
 TEST_F(Salvaging, RunsInsertedIntoTheListsRecordShiftItBack) {
   for (const std::size_t at : {std::size_t{8}, std::size_t{30'000}, std::size_t{79'000}, list_field::vch,

@@ -31,11 +31,7 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::service_data;
 
-namespace entry_field = test_support::entry_field;
-namespace list_field = test_support::list_field;
-namespace network_field = test_support::network_field;
-namespace service_field = test_support::service_field;
-namespace transponder_field = test_support::transponder_field;
+using namespace test_support::record_fields;
 
 inline constexpr const char *nothing_left = "nothing of a channel list is left in it: there is nothing to recover";
 
@@ -173,7 +169,7 @@ class Salvaging : public test_support::store_test {
 
   static bool is_in_doubt(const salvage_outcome &outcome, int service_id) {
     const auto is_it = [=](const chlist::placed_service &service) { return service.known.id.service_id == service_id; };
-    return std::ranges::any_of(outcome.contradicted, is_it) || std::ranges::any_of(outcome.strangers, is_it);
+    return std::ranges::any_of(outcome.contradicted, is_it) || std::ranges::any_of(outcome.of_another_list, is_it);
   }
 
   // Every service whose bytes are whole, and none that was not there.

@@ -20,7 +20,7 @@ using test_support::record_kind;
 using test_support::record_place;
 using test_support::service_data;
 
-namespace list_field = test_support::list_field;
+using namespace test_support::record_fields;
 
 TEST_F(Salvaging, WhatIsLostIsTold) {
   const record_place &service = original.records[4];
@@ -62,9 +62,9 @@ TEST_F(Salvaging, ATransponderWithoutItsServicesCountsThem) {
   const salvage_outcome outcome = expect_salvaged(truncated(original.records[7].offset));
 
   ASSERT_EQ(original.records[6].kind, record_kind::transponder);
-  ASSERT_EQ(outcome.forsaken.size(), 1U);
-  EXPECT_EQ(outcome.forsaken[0].kind, "transponder");
-  EXPECT_EQ(outcome.forsaken[0].offset, original.records[6].offset);
+  ASSERT_EQ(outcome.without_services.size(), 1U);
+  EXPECT_EQ(outcome.without_services[0].kind, "transponder");
+  EXPECT_EQ(outcome.without_services[0].offset, original.records[6].offset);
   EXPECT_EQ(outcome.missing.services, 3U);
 }
 

@@ -16,8 +16,7 @@ using test_support::channel_file;
 using test_support::record_place;
 using test_support::service_data;
 
-namespace list_field = test_support::list_field;
-namespace service_field = test_support::service_field;
+using namespace test_support::record_fields;
 
 TEST_F(Salvaging, AListThatIsThereTwiceComesBackOnce) {
   const salvage_outcome outcome = expect_salvaged({"twice", original.data + original.data, {}});
@@ -31,7 +30,7 @@ TEST_F(Salvaging, AListThatIsThereTwiceComesBackOnce) {
   EXPECT_EQ(outcome.other_lists, std::vector<std::size_t>{original.data.size()});
   EXPECT_TRUE(outcome.missing.is_none());
   EXPECT_TRUE(outcome.unexplained.empty());
-  EXPECT_TRUE(outcome.forsaken.empty());
+  EXPECT_TRUE(outcome.without_services.empty());
   EXPECT_TRUE(outcome.has_findings());
 }
 
@@ -66,7 +65,7 @@ TEST_F(Salvaging, AListBehindAnotherLeavesItsOwnRecordOut) {
   EXPECT_EQ(outcome.other_lists, std::vector<std::size_t>{original.data.size()});
   EXPECT_EQ(outcome.recovered.services, 15U);
   EXPECT_EQ(outcome.repeated.services, 1U);
-  EXPECT_EQ(outcome.strangers.size(), 3U);
+  EXPECT_EQ(outcome.of_another_list.size(), 3U);
   EXPECT_TRUE(outcome.missing.is_none());
   EXPECT_EQ(get_channel_list()->vnumber, 12);
 }
@@ -81,8 +80,8 @@ TEST_F(Salvaging, ServicesBehindTheLastNetworkThatIsCountedAreStrangersWhenNoVie
   const salvage_outcome outcome = salvage(original.data);
 
   EXPECT_EQ(outcome.recovered.services, 13U);
-  ASSERT_EQ(outcome.strangers.size(), 1U);
-  EXPECT_EQ(outcome.strangers[0].known.id.service_id, 70);
+  ASSERT_EQ(outcome.of_another_list.size(), 1U);
+  EXPECT_EQ(outcome.of_another_list[0].known.id.service_id, 70);
   EXPECT_TRUE(outcome.has_findings());
 }
 

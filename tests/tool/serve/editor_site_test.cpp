@@ -1,6 +1,7 @@
 // The editor as requests and answers, without a socket.
 #include "chlist/serve/editor_site.h"
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -220,14 +221,14 @@ TEST_F(EditorSite, TellsWhatAnEditTakes) {
   EXPECT_EQ(like["name"].as_string(), "--like");
   EXPECT_EQ(like["kind"].as_string(), "file");
   EXPECT_TRUE(like["is_required"].as_bool());
-  for (const json &each : form["options"].elements()) {
-    if (each["name"].as_string() == "--rest") {
-      EXPECT_EQ(each["kind"].as_string(), "choice");
-      EXPECT_EQ(each["value"].as_string(), "append");
-      EXPECT_EQ(each["choices"][0][0].as_string(), "keep");
-      EXPECT_EQ(each["choices"][0][1].as_string(), "stay at their positions, the others around them");
-    }
-  }
+  const json options = form["options"];
+  const auto rest =
+      std::ranges::find_if(options.elements(), [](const json &each) { return each["name"].as_string() == "--rest"; });
+  ASSERT_NE(rest, options.elements().end());
+  EXPECT_EQ((*rest)["kind"].as_string(), "choice");
+  EXPECT_EQ((*rest)["value"].as_string(), "append");
+  EXPECT_EQ((*rest)["choices"][0][0].as_string(), "keep");
+  EXPECT_EQ((*rest)["choices"][0][1].as_string(), "stay at their positions, the others around them");
   EXPECT_EQ(post("form", R"({"edit": "nothing"})").status, 409);
 }
 

@@ -14,7 +14,7 @@ struct finding_place {
   std::optional<std::size_t> service = {};  // in the file's order
 };
 
-// Of neither when something else stands there.
+// Neither is told when something else stands there.
 finding_place place_at(std::size_t offset, const file_records &framed);
 
 }  // namespace chlist

@@ -32,7 +32,7 @@ struct change {
   std::vector<field_change> fields;
 };
 
-// Of records that stand for each other. In list order, services first.
+// What differs between records that stand for each other, in list order, services first.
 std::vector<change> differences(const line_up &before, const line_up &after, const paired_records &pairs);
 
 // Records stand for each other when the library's finders find them in the second line-up.

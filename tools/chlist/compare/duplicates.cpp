@@ -18,24 +18,19 @@
 namespace chlist {
 namespace {
 
-struct sameness_word {
+template <class Value>
+struct explained_word {
   std::string_view word;
-  sameness by;
+  Value value;
   std::string_view about;
 };
 
-constexpr std::array<sameness_word, 3> samenesses = {
+constexpr std::array<explained_word<sameness>, 3> samenesses = {
     {{"ids", sameness::ids, "original network id, service id and name, whatever the source and the transponder"},
      {"name", sameness::name, "the name, without SD, HD, FHD, UHD, 4K or 8K at its end"},
      {"name+quality", sameness::name_and_quality, "the same, and what these words or the type tell of the picture"}}};
 
-struct merit_word {
-  std::string_view word;
-  merit value;
-  std::string_view about;
-};
-
-constexpr std::array<merit_word, 3> merits_by_word = {
+constexpr std::array<explained_word<merit>, 3> merits_by_word = {
     {{"hd", merit::high_definition, "the better picture"},
      {"free", merit::free_to_air, "what is not scrambled"},
      {"lower-number", merit::lower_number, "the lower number in ALL"}}};
@@ -115,7 +110,7 @@ class judge_of_services {
 };
 
 merit merit_named(std::string_view word) {
-  const auto *const found = std::ranges::find(merits_by_word, word, &merit_word::word);
+  const auto *const found = std::ranges::find(merits_by_word, word, &explained_word<merit>::word);
   if (found == merits_by_word.end()) {
     throw std::runtime_error(unknown_name("preference", word, words_of(kinds_of_merit())));
   }
@@ -124,7 +119,9 @@ merit merit_named(std::string_view word) {
 
 }  // namespace
 
-sameness sameness_named(std::string_view word) { return std::ranges::find(samenesses, word, &sameness_word::word)->by; }
+sameness sameness_named(std::string_view word) {
+  return std::ranges::find(samenesses, word, &explained_word<sameness>::word)->value;
+}
 
 std::vector<term> kinds_of_sameness() { return terms_of(samenesses); }
 

@@ -14,7 +14,7 @@ namespace chlist {
 // The places of services that are the same, the one that is preferred first.
 using duplicate_group = std::vector<std::size_t>;
 
-// By what services are the same.
+// What services that are the same have in common.
 enum class sameness : std::uint8_t { ids, name, name_and_quality };
 sameness sameness_named(std::string_view word);
 std::vector<term> kinds_of_sameness();

@@ -46,7 +46,7 @@ pairing pair_keys(const std::vector<Key> &before, const std::vector<Key> &after)
   return result;
 }
 
-// As the library's finder finds them in the second line-up, its tolerance of frequencies included.
+// Services stand for those that the library's finder finds in the second line-up, its tolerance included.
 pairing pair_services(const line_up &before, const line_up &after);
 
 // A group of one of the tables. A favourite group that a channel file has no group for is none.

@@ -11,7 +11,7 @@ namespace chlist {
 
 enum class picture : std::uint8_t { standard, high, ultra_high };
 
-// Of a name, and of a service whose name does not tell by its type (EN 300 468).
+// The name tells the picture, or else the service type does (EN 300 468).
 picture picture_of(const line_up_service &service);
 
 // A name as people look for it, folded, without the words at its end that tell of the picture.

@@ -45,7 +45,7 @@ struct edit_options {
   [[nodiscard]] const fs::path &target() const { return output.empty() ? file : output; }
 };
 
-// Behind an edit's own.
+// What all edits have in common stands behind an edit's own.
 std::vector<std::string> with_common_details(std::vector<std::string> details) {
   details.insert(
       details.end(),
@@ -151,7 +151,7 @@ bool is_to_be_asked(const edit_options &options, const edit_result &result) {
   return !options.is_dry_run && !options.is_sure && result.is_changed && result.chosen.value_or(0) > 1;
 }
 
-// Of somebody who is there to answer.
+// Only somebody at a terminal can say yes.
 bool says_yes(const std::string &question) {
   std::cerr << question << " [y/N] " << std::flush;
   std::string answer;

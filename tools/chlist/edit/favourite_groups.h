@@ -20,7 +20,7 @@ struct favourites {
   [[nodiscard]] std::int8_t view() const { return static_cast<std::int8_t>(VIEW_FAVOURITE + index); }
 };
 
-// By name or position. Throws when there is none, or when the group's id leads to another group.
+// A group is named by its name or its position. Throws when there is none, or when its id leads to another group.
 favourites favourites_named(std::string_view text, edited_list &list);
 
 // Groups are told apart without regard to case. The first one of a name, but for one of them; throws as

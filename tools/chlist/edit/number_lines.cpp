@@ -103,7 +103,7 @@ class numbered_view {
     }
   }
 
-  // Of a service's entries that have the former number.
+  // The change is of those of a service's entries that have the former number.
   [[nodiscard]] number_change change_for(std::size_t service, const channel_number &former,
                                          const channel_number &to) const {
     number_change change;
@@ -239,7 +239,7 @@ class number_search {
     views_ = std::move(is_followed ? followed : alone);
   }
 
-  // With is_meant only what sets all entries right that it is for.
+  // is_meant: a change is taken only when it sets all entries right that it is for.
   bool takes_everywhere(const numbered_entry &wrong, bool is_meant) {
     std::vector<number_change> changes;
     int gain = 0;

@@ -177,7 +177,7 @@ class view_order {
     return line_of_words(words);
   }
 
-  // Behind what stands in front of them in the wanted order. Returns how many come in front of them.
+  // They go behind what stands in front of them in the wanted order. Returns how many come in front of them.
   std::size_t move_now(const entry_row &group, std::size_t first) {
     const std::unordered_set<std::size_t> leaving(group.begin(), group.end());
     std::erase_if(now_, [&leaving](std::size_t each) { return leaving.contains(each); });

@@ -21,7 +21,7 @@ void set_flag(const channel_st &service, std::uint8_t bits, bool sets);
 enum class name_place : std::uint8_t { first, second };
 void set_name(const channel_st &service, name_place place, const std::string &wanted, edited_list &list);
 
-// With its entries in all views and favourite groups. Throws when it has no frequency.
+// Its entries go with it, in all views and favourite groups. Throws when it has no frequency.
 void remove_service(const channel_st &service, edited_list &list);
 
 }  // namespace chlist

@@ -21,6 +21,7 @@
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/service_fields.h"
+#include "chlist/list_contents.h"
 #include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/plain_text.h"
@@ -45,7 +46,7 @@ std::optional<std::int16_t> group_id_from(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
-// By id when the table has it, else by name.
+// A value is an id when the table has it, and a name otherwise.
 const group_st *find_group(std::int8_t kind, std::string_view value) {
   if (const auto wanted = group_id_from(value)) {
     if (const group_st *group = get_group_st_by_id(kind, *wanted)) {
@@ -177,13 +178,7 @@ class edited_service {
     record_.service_type = edited.service_type;
     record_.source_type = edited.source_type;
     record_.user_order_key = edited.user_order_key;
-    record_.pmt_pid = edited.pmt_pid;
-    record_.pcr_pid = edited.pcr_pid;
-    record_.video_pid = edited.video_pid;
-    record_.video_ecm_pid = edited.video_ecm_pid;
-    record_.video_tag = edited.video_tag;
-    record_.audio_pid = edited.audio_pid;
-    record_.audio_tag = edited.audio_tag;
+    take_streams(record_, edited);
   }
 
   channel_st &record_;

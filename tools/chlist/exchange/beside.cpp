@@ -64,7 +64,7 @@ class source_capture {
     }
   }
 
-  // Of a folder the services stand in the file that was read first.
+  // The services of a folder stand in the file that was read first.
   source_text captured() {
     const source_layout &layout = *read_.from.layout;
     std::vector<read_files::file> files = read_.files.files;
@@ -146,7 +146,7 @@ class source_capture {
   std::unordered_map<std::size_t, filed_line> records_;
 };
 
-// Of a text that is not kept line by line.
+// A text that is not kept line by line is written in one encoding.
 text_encoding encoding_as_a_whole(text_encoding encoding) {
   if (!encoding.latin_1_lines.empty()) {
     encoding = {.charset = latin_1, .has_mark = false, .latin_1_lines = {}};

@@ -130,7 +130,7 @@ const format *format_like(const fs::path &input, bool is_folder, std::string_vie
   return found != std::end(formats) ? found : nullptr;
 }
 
-// Of a list that an import makes: whoever does what a message says replaces no other one.
+// Whoever does what a message says replaces no other list.
 fs::path free_name_beside(const fs::path &input) {
   fs::path name = fs::path(input).replace_extension(".dat");
   std::error_code none;
@@ -141,8 +141,6 @@ fs::path free_name_beside(const fs::path &input) {
 }
 
 }  // namespace
-
-std::span<const format> all_formats() { return formats; }
 
 const format &format_to_read(std::string_view name, const list_source &input) {
   if (!name.empty()) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <filesystem>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,8 +40,6 @@ struct format {
   [[nodiscard]] bool can_read() const { return read != nullptr || to_channel_file != nullptr; }
   [[nodiscard]] bool can_write() const { return write != nullptr || from_channel_file != nullptr; }
 };
-
-std::span<const format> all_formats();
 
 // The format with a name, or else the one that a file is like. Throw std::runtime_error that names the formats that
 // there are.

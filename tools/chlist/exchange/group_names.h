@@ -27,7 +27,7 @@ group_st group_named(std::string_view name);
 
 class group_names {
  public:
-  // Of a table of the list in memory, GROUP_PROVIDER, GROUP_GENRE or GROUP_COUNTRY, with the groups that it has.
+  // kind: GROUP_PROVIDER, GROUP_GENRE or GROUP_COUNTRY of the list in memory, with the groups that it has.
   explicit group_names(std::int8_t kind);
 
   // The id of the group with a name, of several the first; it is added to the table when that has room. Without a name,

@@ -215,6 +215,23 @@ void list_builder::append(channel_st &filed, channel_number number) {
   numbers_[&filed] = number;
 }
 
+// Whether the group had room for it. A service that was left out wants none.
+bool list_builder::add_favourite(std::int16_t group_id, const line_up_entry &entry) {
+  channel_st *filed = added_.at(entry.service);
+  if (filed == nullptr) {
+    lost_.add("favourites whose service is left out");
+    return true;
+  }
+  const channel_number number = entry.number == channel_number{} ? numbers_[filed] : entry.number;
+  const virtual_channel_st added = entry_of(*filed, number.major, number.minor);
+  const std::int16_t held = get_fav_vch_number(get_fav_index(group_id));
+  const bool has_room = add_fav_virtual_channel(group_id, &added) == 0;
+  if (has_room && get_fav_vch_number(get_fav_index(group_id)) == held) {
+    lost_.add("services that are twice in a favourite group");
+  }
+  return has_room;
+}
+
 void list_builder::add(const favourite_group &group) {
   constexpr std::string_view long_names = "favourite group names beyond 97 bytes";
   lost_.add(long_names, group.name.size() > longest_group_name ? 1 : 0);
@@ -224,22 +241,10 @@ void list_builder::add(const favourite_group &group) {
     groups_left_out_.push_back({group.name, group.entries.size(), group.entries.size(), false});
     return;
   }
-  std::size_t left_out = 0;
   lost_.add("favourite groups that are joined to one of the same name", get_fav_group_number() == before ? 1 : 0);
+  std::size_t left_out = 0;
   for (const line_up_entry &entry : group.entries) {
-    channel_st *filed = added_.at(entry.service);
-    if (filed == nullptr) {
-      lost_.add("favourites whose service is left out");
-      continue;
-    }
-    const channel_number number = entry.number == channel_number{} ? numbers_[filed] : entry.number;
-    const virtual_channel_st added = entry_of(*filed, number.major, number.minor);
-    const std::int16_t held = get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id)));
-    if (add_fav_virtual_channel(static_cast<std::int16_t>(id), &added) != 0) {
-      ++left_out;
-    } else if (get_fav_vch_number(get_fav_index(static_cast<std::int16_t>(id))) == held) {
-      lost_.add("services that are twice in a favourite group");
-    }
+    left_out += add_favourite(static_cast<std::int16_t>(id), entry) ? 0 : 1;
   }
   if (left_out > 0) {
     groups_left_out_.push_back({group.name, group.entries.size(), left_out, true});
@@ -330,32 +335,50 @@ list_counts list_builder::counts() const {
   return counts;
 }
 
+namespace {
+
+// Each takes its place in the order of adding, also one that does not fit or is refused.
+std::vector<skipped_line> add_services(list_builder &builder, const line_up &from, const std::vector<bool> &fits) {
+  std::vector<skipped_line> skipped = from.skipped;
+  for (std::size_t place = 0; place < from.services.size(); ++place) {
+    if (!fits[place]) {
+      builder.pass_over();
+    } else if (auto reason = builder.add(from.services[place])) {
+      skipped.push_back({from.services[place].line, std::move(*reason)});
+    }
+  }
+  builder.drop_unused_groups();
+  std::ranges::stable_sort(skipped, {}, &skipped_line::line);
+  return skipped;
+}
+
+// What the list and its views had no room for.
+std::vector<std::string> build_views(list_builder &builder, std::span<const std::size_t> preferred,
+                                     const std::vector<bool> &fits, const preference_order &order) {
+  std::vector<std::string> left_out;
+  if (const auto beyond = std::ranges::count(fits, false); beyond > 0) {
+    left_out.push_back(
+        fmt::format("the list is full: it holds {} services, {} more are left out", +MAX_CHANNEL, beyond));
+  }
+  std::ranges::move(builder.build_views(preferred), std::back_inserter(left_out));
+  if (!left_out.empty()) {
+    left_out.push_back(fmt::format("first come {} (--prefer)", text_of(order)));
+  }
+  return left_out;
+}
+
+}  // namespace
+
 filled_list fill_list(const line_up &from, loss_counts &lost, const fill_options &options) {
   filled_list result;
-  result.skipped = from.skipped;
   list_builder builder;
   if (options.model != nullptr) {
     builder.follow(*options.model);
   }
   const std::vector<std::size_t> preferred = preferred_first(from, options.preferred);
   const std::vector<bool> fits = that_fit(from, preferred);
-  for (std::size_t place = 0; place < from.services.size(); ++place) {
-    if (!fits[place]) {
-      builder.pass_over();
-    } else if (auto reason = builder.add(from.services[place])) {
-      result.skipped.push_back({from.services[place].line, std::move(*reason)});
-    }
-  }
-  builder.drop_unused_groups();
-  if (const auto beyond = std::ranges::count(fits, false); beyond > 0) {
-    result.left_out.push_back(
-        fmt::format("the list is full: it holds {} services, {} more are left out", +MAX_CHANNEL, beyond));
-  }
-  std::ranges::stable_sort(result.skipped, {}, &skipped_line::line);
-  std::ranges::move(builder.build_views(preferred), std::back_inserter(result.left_out));
-  if (!result.left_out.empty()) {
-    result.left_out.push_back(fmt::format("first come {} (--prefer)", text_of(options.preferred)));
-  }
+  result.skipped = add_services(builder, from, fits);
+  result.left_out = build_views(builder, preferred, fits, options.preferred);
   for (const favourite_group &group : from.favourites) {
     builder.add(group);
   }

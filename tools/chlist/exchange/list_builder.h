@@ -87,6 +87,7 @@ class list_builder {
   std::optional<std::uint8_t> net_index_of(const line_up_service &service);
   void set_groups(channel_st &filed, const line_up_service &service);
   void append(channel_st &filed, channel_number number);
+  bool add_favourite(std::int16_t group_id, const line_up_entry &entry);
   std::unordered_set<const channel_st *> first_of_type(std::uint8_t type, std::size_t most,
                                                        std::span<const std::size_t> preferred) const;
   void check_network_name(const channel_st &filed, const std::string &source);

@@ -26,7 +26,7 @@ class new_list_file {
   [[nodiscard]] json backup() const;
 
  private:
-  // Beside the output as it was named, unless that is a link.
+  // The backup stands beside the output as it was named, unless that is a link.
   [[nodiscard]] std::string name_of_backup() const;
 
   const std::filesystem::path &output_;

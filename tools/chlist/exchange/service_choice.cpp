@@ -149,7 +149,7 @@ std::span<const Item> first_of(const std::vector<Item> &items, std::size_t most)
   return std::span(items).first(std::min(items.size(), most));
 }
 
-// Of groups and services beyond those that a list has room for nothing comes anyway.
+// Groups and services beyond those that a list has room for count for nothing: they do not come anyway.
 std::vector<bool> held_by_favourites(const line_up &list) {
   std::vector<bool> is_favourite(list.services.size(), false);
   for (const favourite_group &group : first_of(list.favourites, MAX_FAV)) {

@@ -20,7 +20,7 @@ struct service_options {
 // as where, for what names nothing.
 std::size_t choose_services(line_up &list, const service_options &options);
 
-// By what services come first when there is no room for all.
+// Which services come first when there is no room for all.
 enum class preference { favourites, numbered, free };
 inline constexpr std::size_t preferences = 3;
 using preference_order = std::array<preference, preferences>;

@@ -25,7 +25,7 @@ class text_lines {
   // The next line without going on to it.
   [[nodiscard]] std::optional<std::string_view> peek() const;
 
-  // Of the line that next() gave last; 0 before the first.
+  // The number of the line that next() gave last; 0 before the first.
   [[nodiscard]] std::size_t number() const { return number_; }
 
  private:

@@ -13,6 +13,5 @@ inline constexpr std::uint16_t largest_pid = 0x1FFF;
 
 // Whether a PID can be that of a stream.
 constexpr bool is_stream_pid(std::uint16_t pid) { return pid != 0 && pid <= largest_pid; }
-constexpr bool is_odd_pid(std::uint16_t pid) { return pid != unset_pid && !is_stream_pid(pid); }
 
 }  // namespace chlist

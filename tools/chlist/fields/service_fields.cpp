@@ -99,7 +99,7 @@ json of_text(row shown) {
   return shown.service != nullptr ? json(shown.service->*Member) : json();
 }
 
-// Of texts that not every service has.
+// Not every service has these texts.
 template <auto Member>
 json of_text_if_any(row shown) {
   return shown.service != nullptr && !(shown.service->*Member).empty() ? json(shown.service->*Member) : json();

@@ -14,7 +14,7 @@ namespace chlist {
 // Throws when it cannot be kept.
 void keep_backup(const std::filesystem::path &file);
 
-// Of a channel file, and of what stands beside it.
+// Both a channel file and what stands beside it get one.
 void keep_backups(const std::filesystem::path &file);
 
 // Where keep_backup() puts it.

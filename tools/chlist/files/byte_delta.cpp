@@ -26,7 +26,7 @@ constexpr std::uint64_t power(std::uint64_t base, std::size_t exponent) {
 
 std::uint64_t value_of(char c) { return static_cast<unsigned char>(c); }
 
-// Of the block that a text begins with, and of the one that begins a byte further.
+// The hash is that of the block that a text begins with; the next one is that of the block a byte further.
 std::uint64_t hash_of(std::string_view block) {
   std::uint64_t hash = 0;
   for (const char c : block.substr(0, block_size)) {
@@ -110,7 +110,7 @@ class delta_writer {
   std::string_view before_;
   std::string_view after_;
   std::unordered_map<std::uint64_t, std::size_t> blocks_;
-  // By the high bits of the hashes: most places of what is new are asked for no further.
+  // The high bits of a hash rule out most places of what is new, without a look into the table.
   static constexpr int unfiltered_bits = 42;
   std::vector<bool> may_be_known_ = std::vector<bool>(std::size_t{1} << (64 - unfiltered_bits));
   std::string delta_;

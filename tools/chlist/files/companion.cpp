@@ -64,7 +64,7 @@ Number number_from(const json &value, std::string_view name, Number most = std::
   return static_cast<Number>(value.as_integer());
 }
 
-// Of an array that need not be there.
+// The array need not be there.
 std::span<const json> elements_of(const json &object, std::string_view name) {
   const json *found = object.find(name);
   if (found != nullptr && !found->is_array()) {

@@ -11,7 +11,7 @@ namespace chlist {
 // What tells a file from one that took its place, and from itself before somebody wrote to it.
 class file_stamp {
  public:
-  // Of nothing when there is no such file. Throws std::system_error when that cannot be found out.
+  // The stamp is empty when there is no such file. Throws std::system_error when that cannot be found out.
   explicit file_stamp(const std::filesystem::path &path);
 
   friend bool operator==(const file_stamp &a, const file_stamp &b);

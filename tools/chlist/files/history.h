@@ -16,7 +16,7 @@ namespace chlist {
 // Files that are written together, by what is appended to the path of the first: a channel file, and its companion.
 using file_contents = std::map<std::string, std::string>;
 
-// As they are on the disk; those that are not there are left out.
+// What is on the disk; files that are not there are left out.
 file_contents contents_on_disk(const std::filesystem::path &file);
 
 // Brings them to the disk, both or neither.
@@ -49,7 +49,7 @@ class history {
   [[nodiscard]] std::size_t place() const { return place_; }
   bool find_place(const file_contents &now);
 
-  // Behind the one that the file is in: those that came after it are gone.
+  // The state comes behind the one that the file is in: those that came after that are gone.
   void append(const file_contents &contents, std::string when, std::vector<std::string> what);
 
   // Throws std::runtime_error when they cannot be put together.

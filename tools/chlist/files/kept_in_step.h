@@ -34,7 +34,7 @@ class edited_companion {
   // What was kept; nothing of what cannot be read.
   [[nodiscard]] const companion &kept() const { return kept_; }
 
-  // Beside the target, of a list as it is now.
+  // What is to stand beside the target, for a list as it is now.
   [[nodiscard]] companion_to_write beside(const std::filesystem::path &target,
                                           const std::vector<changed_identity> &changes, const line_up &list) const;
 

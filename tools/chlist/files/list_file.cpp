@@ -81,6 +81,4 @@ void save_list_with(const fs::path &target, const companion_to_write &beside) {
   });
 }
 
-void save_list_as(const fs::path &target) { save_list_with(target, std::nullopt); }
-
 }  // namespace chlist

@@ -17,10 +17,8 @@ class replacement;
 // companion any more.
 using companion_to_write = std::optional<companion>;
 
-// Throws std::runtime_error (or std::system_error) with a readable text; the target is then as it was.
-void save_list_as(const std::filesystem::path &target);
-
-// The list and what stands beside it are both replaced, or neither.
+// The list and what stands beside it are both replaced, or neither. Throws std::runtime_error (or std::system_error)
+// with a readable text; the target is then as it was.
 void save_list_with(const std::filesystem::path &target, const companion_to_write &beside);
 
 // The same of bytes. companion_text: empty when there is to be none.

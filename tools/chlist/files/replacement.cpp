@@ -35,7 +35,7 @@ std::optional<struct stat> look_at(const fs::path &target) {
   return found;
 }
 
-// As many as the system follows.
+// The system itself follows no more.
 constexpr int most_links = 40;
 
 }  // namespace

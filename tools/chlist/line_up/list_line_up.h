@@ -11,7 +11,7 @@ namespace chlist {
 // nothing is said, and the list stays as it is.
 line_up line_up_of(channel_list_st &list);
 
-// Of the one in memory.
+// The same of the list in memory.
 line_up line_up_in_memory();
 
 }  // namespace chlist

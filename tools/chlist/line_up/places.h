@@ -9,7 +9,7 @@
 
 namespace chlist {
 
-// Without the finder's tolerance: of a service that is known as it was filed, or written.
+// There is no tolerance as the finder has it: services are known here as they were filed, or written.
 class places_by_identity {
  public:
   explicit places_by_identity(const line_up &list);

@@ -16,7 +16,7 @@ struct scan_difference {
   [[nodiscard]] bool is_empty() const;
 };
 
-// Of scans that number their sources alike.
+// The scans have to number their sources alike.
 scan_difference difference_of_scans(const line_up &before, const line_up &after);
 
 // Added, removed, moved, renamed and doubtful services, as a merge reports them.

@@ -27,6 +27,7 @@
 #include "chlist/files/faithful_load.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/list_contents.h"
 #include "chlist/merge/emptied_transponders.h"
 #include "chlist/report.h"
 
@@ -178,17 +179,6 @@ void renumber(channel_list_st &list, const std::vector<paired_source> &sources) 
       }
     }
   }
-}
-
-// What a receiver tunes to and listens for goes with the service; what the user made of it stays.
-void take_streams(channel_st &service, const channel_st &scanned) {
-  service.pmt_pid = scanned.pmt_pid;
-  service.pcr_pid = scanned.pcr_pid;
-  service.video_pid = scanned.video_pid;
-  service.video_tag = scanned.video_tag;
-  service.video_ecm_pid = scanned.video_ecm_pid;
-  service.audio_pid = scanned.audio_pid;
-  service.audio_tag = scanned.audio_tag;
 }
 
 class merge {
@@ -362,6 +352,7 @@ class merge {
       missing_.insert(address_of(records_[found.before]));
       return;
     }
+    // What a receiver tunes to and listens for goes with the service; what the user made of it stays.
     take_streams(*records_[found.before], scanned);
     outcome_.moved.push_back({{known_as(was), {was.name, wanted}, found.by}, {}});
   }

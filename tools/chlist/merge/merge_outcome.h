@@ -29,7 +29,7 @@ struct changed_service {
   std::vector<placed_entry> entries;  // that it got, or that it takes along
 };
 
-// With the entries that they keep. The list goes on calling them as before.
+// What moved keeps its entries. The list goes on calling it as before.
 struct moved_service : service_move {
   std::vector<placed_entry> entries;
 };

@@ -16,7 +16,7 @@ class merged_companions {
  public:
   merged_companions(const std::filesystem::path &list, const std::filesystem::path &scan);
 
-  // Of the merged list in memory: what is newer wins for the services that the new list has, names stay as they were.
+  // The list in memory is the merged one. What is newer wins for the services that the new list has; names stay.
   [[nodiscard]] companion_to_write of(const merge_outcome &outcome, const std::filesystem::path &output) const;
 
   [[nodiscard]] bool has_notes() const { return !list_.note().empty() || !scan_.note().empty(); }

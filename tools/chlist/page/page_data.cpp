@@ -73,7 +73,7 @@ json services_of(const line_up &list) {
   return services;
 }
 
-// Of those that occur.
+// Only types that occur have a name on the page.
 json names_of_service_types(const line_up &list) {
   json names = json::object();
   for (const line_up_service &service : list.services) {

@@ -116,7 +116,7 @@ std::vector<std::size_t> other_lists_in(byte_span file, const record_sizes &size
   return lists;
 }
 
-// Of the networks that are there, whatever is lost between them and the first service.
+// Networks that are there count, whatever is lost between them and the first service.
 std::size_t first_network_of(const salvaged_records &records, std::size_t otherwise) {
   std::size_t first = otherwise;
   for (const salvaged_network &network : records.networks) {

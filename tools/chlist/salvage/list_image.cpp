@@ -50,7 +50,7 @@ class shifted_places {
   shifted_places(std::size_t file_size, std::vector<shift_step> steps)
       : file_size_(file_size), steps_(std::move(steps)) {}
 
-  // Of a byte that was cut out, the end of the file.
+  // A byte that was cut out stands nowhere: the end of the file is given for it.
   [[nodiscard]] std::size_t operator[](std::size_t at) const {
     std::ptrdiff_t shift = 0;
     for (const shift_step &step : steps_) {

@@ -135,7 +135,7 @@ number_table numbers_in_views() {
   return numbers;
 }
 
-// By number; behind them those that no view lists, in the file's order.
+// They come by number, and behind them those that no view lists, in the file's order.
 std::vector<channel_st *> services_by_number(channel::service_index &index, const number_table &numbers) {
   std::vector<channel_st *> services;
   for (const channel_st *each : services_of(channel::channel_list)) {

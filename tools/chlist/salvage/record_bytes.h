@@ -73,7 +73,7 @@ inline bool same_network(const channel::identity &a, const channel::identity &b)
   return a.net_index == b.net_index && a.network_id == b.network_id;
 }
 
-// By the rule with which transponders are found; by the transport stream id where there is no frequency.
+// The rule is that of the finder, or, where there is no frequency, the transport stream id.
 inline bool same_transponder(const channel::identity &a, const channel::identity &b) {
   return a.frequency != 0 ? channel::same_frequency(a.frequency, b.frequency) && a.polarisation == b.polarisation
                           : a.ts_id == b.ts_id && b.frequency == 0;

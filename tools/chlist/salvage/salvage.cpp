@@ -79,7 +79,9 @@ json json_of_made(const made_record &record) {
   return object;
 }
 
-json json_of_forsaken(const forsaken_record &record) { return {{"what", record.kind}, {"offset", record.offset}}; }
+json json_of_record_without_services(const record_without_services &record) {
+  return {{"what", record.kind}, {"offset", record.offset}};
+}
 
 json json_of_counts(const record_counts &counts) {
   return {{"networks", counts.networks}, {"transponders", counts.transponders}, {"services", counts.services}};
@@ -129,12 +131,12 @@ json json_of_outcome(const salvage_options &options, const salvage_outcome &outc
             {"lost_entries", array_of(outcome.list.lost_entries, json_of)},
             {"blank_entries", outcome.list.blank_entries},
             {"counted_but_missing", json_of_counts(outcome.missing)},
-            {"records_without_services", array_of(outcome.forsaken, json_of_forsaken)},
+            {"records_without_services", array_of(outcome.without_services, json_of_record_without_services)},
             {"bytes_of_no_record", array_of(outcome.unexplained, json_of_range)}}},
           {"other_numbers", array_of(outcome.list.other_numbers, json_of)},
           {"doubtful_services", array_of(outcome.doubtful, json_of_service)},
           {"contradicted_services", array_of(outcome.contradicted, json_of_service)},
-          {"services_of_another_list", array_of(outcome.strangers, json_of_service)},
+          {"services_of_another_list", array_of(outcome.of_another_list, json_of_service)},
           {"made_records", array_of(outcome.made, json_of_made)},
           {"differences", outcome.is_compared ? json_of_differences(outcome.differences) : json()}};
 }

@@ -20,7 +20,7 @@ void print_heading(std::FILE *to, const std::string &text, style look) {
   fmt::print(to, "{}\n", painted(text, look, to));
 }
 
-// Of each list the first ten lines, unless all are asked for.
+// A list is printed with its first ten lines, unless all are asked for.
 class printed_lists {
  public:
   printed_lists(std::FILE *to, bool shows_all) : to_(to), shows_all_(shows_all) {}
@@ -116,6 +116,28 @@ void print_repeated(std::FILE *to, const salvage_outcome &outcome) {
   }
 }
 
+// What became of the views and their numbers.
+void print_views(std::FILE *to, const list_repair &list) {
+  if (list.all == all_view::numbered_anew) {
+    print_heading(to, "No view had an entry left: all services are numbered anew", style::red);
+  }
+  if (list.all == all_view::filled) {
+    print_heading(to, "Entries of the ALL view are lost: services have the numbers of other views, or new ones",
+                  style::red);
+  }
+  if (const std::size_t named = list.groups.named_favourites; named > 0) {
+    print_heading(to, fmt::format("Favourite groups with a new name, the old ones being lost: {}", named),
+                  style::yellow);
+  }
+  if (list.has_empty_favourites) {
+    print_heading(to, "Favourite groups have no entry: whether they had some, nothing tells", style::yellow);
+  }
+  if (const std::size_t kept = list.entries_without_service; kept > 0) {
+    const std::string entries = kept == 1 ? "1 entry is" : fmt::format("{} entries are", kept);
+    print_heading(to, fmt::format("No service is left: {} kept, without anything to tune to", entries), style::red);
+  }
+}
+
 void print_notices(std::FILE *to, const salvage_outcome &outcome) {
   if (!outcome.transfer.empty()) {
     print_heading(to,
@@ -125,28 +147,7 @@ void print_notices(std::FILE *to, const salvage_outcome &outcome) {
   }
   print_list_record(to, outcome);
   print_repeated(to, outcome);
-  if (outcome.list.all == all_view::numbered_anew) {
-    print_heading(to, "No view had an entry left: all services are numbered anew", style::red);
-  }
-  if (outcome.list.all == all_view::filled) {
-    print_heading(to, "Entries of the ALL view are lost: services have the numbers of other views, or new ones",
-                  style::red);
-  }
-  if (const std::size_t named = outcome.list.groups.named_favourites; named > 0) {
-    print_heading(to, fmt::format("Favourite groups with a new name, the old ones being lost: {}", named),
-                  style::yellow);
-  }
-  if (outcome.list.has_empty_favourites) {
-    print_heading(to, "Favourite groups have no entry: whether they had some, nothing tells", style::yellow);
-  }
-  if (outcome.list.entries_without_service > 0) {
-    print_heading(to,
-                  fmt::format("No service is left: {} kept, without anything to tune to",
-                              outcome.list.entries_without_service == 1
-                                  ? "1 entry is"
-                                  : fmt::format("{} entries are", outcome.list.entries_without_service)),
-                  style::red);
-  }
+  print_views(to, outcome.list);
   if (!outcome.missing.is_none()) {
     print_heading(to, fmt::format("Counts claim {} more than came back", text_of(outcome.missing)), style::yellow);
   }
@@ -177,7 +178,7 @@ std::string text_of_found(const found_again &found) {
                      found.source);
 }
 
-std::string text_of_forsaken(const forsaken_record &record) {
+std::string text_of_record_without_services(const record_without_services &record) {
   return fmt::format("{:>9}  {}", record.offset, record.kind);
 }
 
@@ -209,6 +210,30 @@ void print_comparison(std::FILE *to, const salvage_report &report, const salvage
   }
 }
 
+std::string text_of_entry(const placed_entry &entry) { return describe(entry); }
+
+void print_doubts(const printed_lists &lists, const salvage_outcome &outcome) {
+  lists.print<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
+  lists.print<placed_service>(outcome.contradicted,
+                              "In doubt, the views name other services in their places:", text_of_placed);
+  lists.print<placed_entry>(outcome.list.other_numbers, "In doubt, ALL shows them under other numbers:", text_of_entry);
+  lists.print<placed_service>(outcome.of_another_list,
+                              "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
+}
+
+void print_lost(std::FILE *to, const printed_lists &lists, const salvage_outcome &outcome) {
+  lists.print<placed_entry>(outcome.list.lost_entries,
+                            "Lost entries, their services did not come back:", text_of_entry);
+  if (outcome.list.blank_entries > 0) {
+    print_heading(to, fmt::format("Lost entries of which nothing is left: {}", outcome.list.blank_entries),
+                  style::yellow);
+  }
+  lists.print<record_without_services>(
+      outcome.without_services,
+      "Lost transponders and networks, none of their services came back:", text_of_record_without_services);
+  lists.print<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
+}
+
 }  // namespace
 
 std::vector<corrected_count> corrected_counts(const salvage_outcome &outcome) {
@@ -228,22 +253,8 @@ void print_outcome(std::FILE *to, const salvage_report &report, const salvage_ou
     print_conversion(to, *outcome.converted, lists);
   }
   lists.print<made_record>(outcome.made, "Records made anew from their services:", text_of_made);
-  lists.print<placed_service>(outcome.doubtful, "In doubt, their names or frequencies are damaged:", text_of_placed);
-  lists.print<placed_service>(outcome.contradicted,
-                              "In doubt, the views name other services in their places:", text_of_placed);
-  lists.print<placed_entry>(outcome.list.other_numbers, "In doubt, ALL shows them under other numbers:",
-                            [](const placed_entry &entry) { return describe(entry); });
-  lists.print<placed_service>(outcome.strangers,
-                              "In doubt, they stand behind the list's end and in none of its views:", text_of_placed);
-  lists.print<placed_entry>(outcome.list.lost_entries, "Lost entries, their services did not come back:",
-                            [](const placed_entry &entry) { return describe(entry); });
-  if (outcome.list.blank_entries > 0) {
-    print_heading(to, fmt::format("Lost entries of which nothing is left: {}", outcome.list.blank_entries),
-                  style::yellow);
-  }
-  lists.print<forsaken_record>(outcome.forsaken,
-                               "Lost transponders and networks, none of their services came back:", text_of_forsaken);
-  lists.print<byte_range>(outcome.unexplained, "Lost bytes, which belong to no record:", text_of_range);
+  print_doubts(lists, outcome);
+  print_lost(to, lists, outcome);
   print_comparison(to, report, outcome);
   if (!outcome.has_findings()) {
     print_heading(to, text_of_soundness(report, outcome), style::green);

@@ -15,10 +15,10 @@ struct salvage_report {
   bool shows_all = false;
 };
 
-// Of the list's own record and of its groups.
+// Those of the list's own record, and of its groups.
 std::vector<corrected_count> corrected_counts(const salvage_outcome &outcome);
 
-// Of the list in memory, which the salvage made.
+// Views are counted in the list in memory, which the salvage made.
 void print_outcome(std::FILE *to, const salvage_report &report, const salvage_outcome &outcome);
 
 }  // namespace chlist

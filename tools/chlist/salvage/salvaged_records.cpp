@@ -328,7 +328,7 @@ class hierarchy_builder {
     if (counted == 0 && current_network_) {
       current_transponder_ = take_record(*pending_, *current_network_);
     } else {
-      records_.forsaken.push_back({"transponder", *pending_, counted});
+      records_.without_services.push_back({"transponder", *pending_, counted});
     }
     pending_.reset();
   }
@@ -336,7 +336,7 @@ class hierarchy_builder {
   void forsake_networks() {
     for (salvaged_network &network : records_.networks) {
       if (network.transponders.empty() && network.counted > 0 && network.offset) {
-        records_.forsaken.push_back({"network", *network.offset, network.counted});
+        records_.without_services.push_back({"network", *network.offset, network.counted});
       }
     }
   }

@@ -30,7 +30,7 @@ struct salvaged_network {
 };
 
 // A transponder or a network none of whose services is left.
-struct forsaken_record {
+struct record_without_services {
   std::string_view kind;
   std::size_t offset = 0;
   std::size_t counted = 0;  // by it, of what should stand below it
@@ -45,7 +45,7 @@ struct salvaged_records {
   std::vector<salvaged_network> networks;
   std::vector<salvaged_transponder> transponders;
   std::vector<found_service> services;
-  std::vector<forsaken_record> forsaken;
+  std::vector<record_without_services> without_services;
   std::vector<byte_range> unexplained;       // bytes that belong to no record
   std::vector<found_service> repeated;       // of an identity that was there already, dropped
   std::vector<std::size_t> network_records;  // their offsets, in the file's order, also of networks that came again

@@ -105,7 +105,7 @@ record_counts missing_in(const damaged_list &result) {
   for (const salvaged_transponder &transponder : records.transponders) {
     missing.services += lacking(transponder.counted, transponder.services.size() + transponder.repeated);
   }
-  for (const forsaken_record &record : records.forsaken) {
+  for (const record_without_services &record : records.without_services) {
     missing.services += record.kind == "transponder" ? record.counted : 0;
   }
   return missing;
@@ -131,11 +131,11 @@ std::size_t end_of_first_list(byte_span file, const damaged_list &result) {
   return end;
 }
 
-void note_strangers(byte_span file, const damaged_list &result, salvage_outcome &outcome) {
+void note_services_of_another_list(byte_span file, const damaged_list &result, salvage_outcome &outcome) {
   const std::size_t end = end_of_first_list(file, result);
   for (const found_service &service : result.records.services) {
     if (service.offset >= end && !result.known.list(service.id)) {
-      outcome.strangers.push_back(placed(file, service));
+      outcome.of_another_list.push_back(placed(file, service));
     }
   }
 }
@@ -209,12 +209,12 @@ salvage_outcome outcome_of(byte_span damaged, const damaged_list &result) {
   outcome.version = result.version;
   note_services(damaged, result, outcome);
   note_made(result, outcome);
-  outcome.forsaken = result.records.forsaken;
+  outcome.without_services = result.records.without_services;
   outcome.unexplained = result.records.unexplained;
   outcome.missing = missing_in(result);
   outcome.repeated = repeated_in(result.records);
   outcome.other_lists = result.other_lists;
-  note_strangers(damaged, result, outcome);
+  note_services_of_another_list(damaged, result, outcome);
   std::ptrdiff_t before = 0;
   for (const shift_step &step : result.list.steps) {
     outcome.torn.push_back(
@@ -276,7 +276,8 @@ bool salvage_outcome::has_findings() const {
 }
 
 bool salvage_outcome::has_lost_records() const {
-  return !made.empty() || !forsaken.empty() || !unexplained.empty() || !missing.is_none() || !repeated.is_none();
+  return !made.empty() || !without_services.empty() || !unexplained.empty() || !missing.is_none() ||
+         !repeated.is_none();
 }
 
 bool salvage_outcome::has_lost_of_list() const {
@@ -287,7 +288,7 @@ bool salvage_outcome::has_lost_of_list() const {
 
 bool salvage_outcome::has_doubts() const {
   return !transfer.empty() || !differences.empty() || !doubtful.empty() || !contradicted.empty() ||
-         !other_lists.empty() || !strangers.empty() || !list.counts.empty() || !list.groups.counts.empty() ||
+         !other_lists.empty() || !of_another_list.empty() || !list.counts.empty() || !list.groups.counts.empty() ||
          !list.other_numbers.empty() || list.has_empty_favourites;
 }
 

@@ -50,16 +50,16 @@ struct salvage_outcome {
   std::vector<placed_service> doubtful;      // taken, with a damaged name or frequency
   std::vector<placed_service> contradicted;  // taken, though the views name another service in its place
   std::vector<made_record> made;             // records that were lost and made anew from their services
-  std::vector<forsaken_record> forsaken;
+  std::vector<record_without_services> without_services;
   std::vector<byte_range> unexplained;   // bytes of no record
   record_counts missing;                 // that counts claim and that did not come back; a count may be what is damaged
   record_counts repeated;                // that were there already, and were dropped
   std::vector<std::size_t> other_lists;  // where more lists begin in the file; their own records are left out
-  std::vector<placed_service> strangers;  // behind the list's end, and in none of its views
-  std::vector<torn_place> torn;           // of the list's own record
-  std::size_t list_bytes_missing = 0;     // at the end of the list's own record
-  bool has_wrong_version = false;         // the file names another one than it is of
-  bool has_lost_settings = false;         // of the list's own record nothing was right
+  std::vector<placed_service> of_another_list;  // behind the list's end, and in none of its views
+  std::vector<torn_place> torn;                 // of the list's own record
+  std::size_t list_bytes_missing = 0;           // at the end of the list's own record
+  bool has_wrong_version = false;               // the file names another one than it is of
+  bool has_lost_settings = false;               // of the list's own record nothing was right
   list_repair list;
   bool is_compared = false;             // with another copy of the list
   std::vector<change> differences;      // from that

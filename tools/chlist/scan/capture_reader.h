@@ -55,7 +55,7 @@ class capture_reader {
   bool has_atsc_ = false;
 };
 
-// To its end. Throws std::system_error.
+// Reads to the end of the input. Throws std::system_error.
 read_capture read_whole(capture_input &input);
 
 }  // namespace chlist

@@ -132,7 +132,7 @@ void join(std::string &languages, std::string_view language) {
   }
 }
 
-// Of records that begin with a language.
+// The records of such a descriptor begin with a language.
 std::string languages_in(const descriptor_loop &loop, std::uint8_t tag, std::size_t record_size) {
   std::string languages;
   const descriptor_bytes *found = find_descriptor(loop, tag);

@@ -93,34 +93,54 @@ struct own_stream {
   bool has_network_id = false;
 };
 
-own_stream own_stream_of(const capture &from, const scan_options &options) {
-  const broadcast_tables &tables = from.read.tables;
-  own_stream own;
-  scanned_stream &stream = own.stream;
-  if (const service_description *services = own_services(tables); services != nullptr) {
-    stream.ts_id = services->ts_id;
-    stream.network_id = services->original_network_id;
-    own.has_network_id = true;
-  } else if (tables.programs) {
-    stream.ts_id = tables.programs->ts_id;
-    for (const network_or_bouquet *network : networks_in_order(tables)) {
-      const described_stream *described = find_stream_in(*network, stream.ts_id, std::nullopt);
-      if (described != nullptr && !own.has_network_id) {
-        stream.network_id = described->original_network_id;
-        own.has_network_id = true;
-      }
+std::optional<std::uint16_t> network_id_in_networks(const broadcast_tables &tables, std::uint16_t ts_id) {
+  for (const network_or_bouquet *network : networks_in_order(tables)) {
+    if (const described_stream *described = find_stream_in(*network, ts_id, std::nullopt); described != nullptr) {
+      return described->original_network_id;
     }
   }
+  return std::nullopt;
+}
+
+// Its ids. Without the services' own table the programs still tell the stream, and the networks where it comes from.
+own_stream own_ids_in(const broadcast_tables &tables) {
+  own_stream own;
+  if (const service_description *services = own_services(tables); services != nullptr) {
+    own.stream.ts_id = services->ts_id;
+    own.stream.network_id = services->original_network_id;
+    own.has_network_id = true;
+  } else if (tables.programs) {
+    const auto network_id = network_id_in_networks(tables, tables.programs->ts_id);
+    own.stream.ts_id = tables.programs->ts_id;
+    own.stream.network_id = network_id.value_or(0);
+    own.has_network_id = network_id.has_value();
+  }
+  return own;
+}
+
+// What it is received from, as somebody says it, or else as the tables have it; without either, as it was tuned to.
+std::string own_source(const capture &from, const scan_options &options, const std::optional<delivery_facts> &where) {
+  if (!options.source.empty()) {
+    return options.source;
+  }
+  if (where) {
+    return source_of(where->from);
+  }
+  if (const auto around = reception_of_network(from.read.tables)) {
+    return source_of(*around);
+  }
+  return from.tuned ? source_of(reception_tuned(*from.tuned)) : "";
+}
+
+own_stream own_stream_of(const capture &from, const scan_options &options) {
+  const broadcast_tables &tables = from.read.tables;
+  own_stream own = own_ids_in(tables);
+  scanned_stream &stream = own.stream;
   // The tables of a cable network may call the stream's origin differently.
   const auto exactly = delivery_of(tables, stream.network_id, stream.ts_id);
   const auto found = exactly ? exactly : delivery_of(tables, std::nullopt, stream.ts_id);
-  const auto around = reception_of_network(tables);
   stream.where = found.value_or(delivery_facts{});
-  stream.source = found        ? source_of(found->from)
-                  : around     ? source_of(*around)
-                  : from.tuned ? source_of(reception_tuned(*from.tuned))
-                               : "";
-  stream.source = options.source.empty() ? stream.source : options.source;
+  stream.source = own_source(from, options, found);
   if (from.tuned) {
     tune(stream.where, *from.tuned);
   }
@@ -361,7 +381,7 @@ class line_up_maker {
     put_in_order(std::move(services), settled.numbers);
   }
 
-  // By number, and then those without one as they were found.
+  // Services come by number, and then those without one as they were found.
   void put_in_order(std::vector<line_up_service> services, const std::vector<std::optional<int>> &given) {
     std::vector<std::size_t> order(services.size());
     std::iota(order.begin(), order.end(), std::size_t{0});

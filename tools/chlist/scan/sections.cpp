@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "chlist/scan/tables.h"
+
 namespace chlist {
 namespace {
 
@@ -12,7 +14,6 @@ constexpr std::size_t header_size = 3;
 constexpr std::size_t long_header_size = 8;
 constexpr std::size_t crc_size = 4;
 constexpr std::size_t largest_table_section = 1024;
-constexpr std::uint8_t time_offset_table = 0x73;  // short, and has a CRC all the same
 
 constexpr std::array<std::uint32_t, 256> make_crc_table() {
   constexpr std::uint32_t polynomial = 0x04C11DB7;
@@ -88,14 +89,14 @@ struct table_form {
 };
 
 constexpr table_form forms[] = {
-    {0x00, is_program_association},
-    {0x01, are_descriptors},
-    {0x02, is_program_map},
-    {0x40, is_network},
-    {0x41, is_network},
-    {0x42, is_service_description},
-    {0x46, is_service_description},
-    {0x4A, is_network},
+    {table_id::program_association, is_program_association},
+    {table_id::conditional_access, are_descriptors},
+    {table_id::program_map, is_program_map},
+    {table_id::network_actual, is_network},
+    {table_id::network_other, is_network},
+    {table_id::services_actual, is_service_description},
+    {table_id::services_other, is_service_description},
+    {table_id::bouquet, is_network},
 };
 
 bool has_form(const section &whole) {
@@ -108,7 +109,8 @@ bool has_form(const section &whole) {
          form->is_sound(whole.content());
 }
 
-bool has_crc(const section &whole) { return whole.is_long() || whole.table_id() == time_offset_table; }
+// A time offset section is short, and has a CRC all the same.
+bool has_crc(const section &whole) { return whole.is_long() || whole.table_id() == table_id::time_offset; }
 
 }  // namespace
 

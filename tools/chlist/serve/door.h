@@ -54,7 +54,7 @@ class site_door {
 
 http_answer plain_answer(int status, std::string_view text);
 
-// With what browsers are told of every answer: to load nothing from elsewhere, to show it nowhere else, to keep
+// Adds what browsers are told of every answer: to load nothing from elsewhere, to show it nowhere else, to keep
 // nothing.
 http_answer secured(http_answer answer);
 

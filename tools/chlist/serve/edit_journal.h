@@ -49,7 +49,7 @@ class edit_journal {
   [[nodiscard]] const unfinished_edits &left() const { return left_; }
   void take_up();
 
-  // With nothing in it, from the list in the file, or from another one that is kept beside it.
+  // A journal begins with nothing in it, from the list in the file, or from another one that is kept beside it.
   void start(std::string_view image);
   void start_from(std::string_view image);
   // Bring the step to the disk, or throw and leave everything as it was.

@@ -200,7 +200,7 @@ class edited_foreign_list : public edited_file {
     return export_list({records.list(), list}, beside, format_, {});
   }
 
-  // Of a folder, only the files that differ.
+  // A file that does not differ is not written.
   void write(const std::string &name, const std::string &text) const {
     const fs::path target = name.empty() ? path_ : path_ / name;
     if (fs::exists(target) && read_input_file(target) == text) {

@@ -119,7 +119,7 @@ std::string lines_asked(const json &asked) {
 
 json json_of_line(const difference_line &line) { return json::array({line.depth, line.text}); }
 
-// As a dry run shows them.
+// A dry run shows them alike.
 json shown_changes(const std::vector<change> &changes) { return array_of(lines_of_differences(changes), json_of_line); }
 
 json json_of_outcome(const step_outcome &outcome) {
@@ -235,7 +235,7 @@ json editor_site::state() const {
           {"notes", session_.notes()}};
 }
 
-// Of what changes the list: the page must show it as it is.
+// A page that shows another list than there is changes nothing.
 json editor_site::changed_by(const json &asked, const std::function<json()> &change) {
   const std::int64_t shown_revision = asked["revision"].as_integer();
   if (std::cmp_not_equal(shown_revision, session_.revision())) {

@@ -1,5 +1,5 @@
-// The editor as requests and answers: a page, its files, and calls in JSON. A pure function of the session; sockets are
-// the server's.
+// The editor as requests and answers: a page, its files, and calls in JSON. Answers are made of the session alone;
+// sockets are the server's.
 #pragma once
 
 #include <functional>
@@ -22,7 +22,7 @@ class editor_site {
   editor_site &operator=(const editor_site &) = delete;
 
   std::optional<http_answer> refusal(const http_request &head);
-  // Of requests that were not refused. One at a time: the list in memory is one.
+  // For requests that refusal() has nothing against. One is answered at a time: the list in memory is one.
   http_answer answer(const http_request &request);
 
   [[nodiscard]] std::string address() const { return door_.address(); }
@@ -36,7 +36,6 @@ class editor_site {
   http_answer answer_call(std::string_view name, const json &asked);
   json whole_list();
   json state() const;
-  json update_since(const json &before, std::size_t revision);
   json changed_by(const json &asked, const std::function<json()> &change);
 
   struct call;

@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::string_view source_of_lines = "edit";
 
-// Without comments and empty lines, which would end a step of the journal.
+// Comments are left out, and empty lines, which would end a step of the journal.
 std::string lines_of(std::string_view text) {
   std::string step;
   text_lines lines(text);
@@ -42,7 +42,7 @@ std::string without_source(const std::string &message, const std::string &step) 
   return is_only && message.starts_with(only_line) ? message.substr(only_line.size()) : message;
 }
 
-// Also of a folder that is named with a slash behind it.
+// A folder may be named with a slash behind it.
 std::filesystem::path named_path(const std::filesystem::path &file) {
   const std::filesystem::path path = std::filesystem::absolute(file).lexically_normal();
   return path.has_filename() ? path : path.parent_path();

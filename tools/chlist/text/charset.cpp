@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// Of the first character of UTF-8.
+// How many bytes the first character of UTF-8 has.
 std::size_t length_of_first(std::string_view text) {
   std::size_t length = 1;
   while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {

@@ -20,7 +20,7 @@ struct converted_text {
 
 class charset_converter {
  public:
-  // By the names that iconv_open() knows.
+  // from, to: names that iconv_open() knows.
   explicit charset_converter(const std::string &from, const std::string &to = "UTF-8");
   ~charset_converter();
   charset_converter(const charset_converter &) = delete;
@@ -57,7 +57,7 @@ struct charset_note {
   std::size_t lines = 0;  // that were not UTF-8
   text_encoding last{};   // of the file that was read last
 
-  // For people; empty of UTF-8.
+  // What it is called in reports; empty for UTF-8.
   [[nodiscard]] std::string text() const;
 };
 

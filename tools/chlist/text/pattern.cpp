@@ -39,7 +39,7 @@ struct folded_text {
     places.push_back(characters.size());
   }
 
-  // Of the text itself, accents and all.
+  // What stands there in the text itself, accents and all.
   [[nodiscard]] std::string between(std::size_t begin, std::size_t end) const {
     std::string text;
     for (std::size_t i = places[begin]; i < places[end]; ++i) {

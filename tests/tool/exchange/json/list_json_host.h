@@ -24,11 +24,7 @@ using test_support::channel_file;
 using test_support::record_kind;
 using test_support::service_data;
 
-namespace group_field = test_support::group_field;
-namespace list_field = test_support::list_field;
-namespace network_field = test_support::network_field;
-namespace service_field = test_support::service_field;
-namespace transponder_field = test_support::transponder_field;
+using namespace test_support::record_fields;
 
 inline std::string text_of(const bytes &file) { return {file.begin(), file.end()}; }
 

@@ -136,7 +136,7 @@ class row_reader {
     return place < row.cells.size() ? std::string_view(row.cells[place]) : std::string_view();
   }
 
-  // Of a row that is read.
+  // Only rows that are read lose something.
   void count_losses(const csv_row &row) {
     const std::string_view number = cell_of(row, "number");
     const std::string_view minor = cell_of(row, "minor");

@@ -49,7 +49,7 @@ std::string_view line_in(std::string_view text) { return without_trailing_blanks
 
 bool is_hidden_marker(const bouquet_line_of_row &line) { return line_in(line.text) == hidden_numbered_marker; }
 
-// Of a bouquet, all but its name, descriptions and markers without a number; as the reader counts.
+// All of a bouquet takes a number but its name, descriptions and markers without one; the reader counts so, too.
 bool takes_number(const bouquet_line_of_row &line) {
   const auto read = line.text.starts_with("#SERVICE") ? reference_in_line(line_in(line.text)) : std::nullopt;
   return read && (read->is_marker() ? (read->flags & bouquet_reference::numbered_marker) != 0

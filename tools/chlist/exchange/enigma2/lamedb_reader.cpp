@@ -242,7 +242,7 @@ line_up parse_file(const std::string &name, std::string_view text, const folder_
   }
 }
 
-// Of a folder, the first of the two files that is there.
+// A folder has one of two files, or both: the first that is there is read.
 line_up read_preferred(const list_source &from, const std::array<const char *, 2> &names, loss_counts &lost) {
   if (!from.is_folder) {
     return parse_lamedb_folder(from.text, from.files, lost);

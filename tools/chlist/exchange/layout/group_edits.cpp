@@ -115,7 +115,7 @@ class edit_finder {
     take(std::move(edit), partner);
   }
 
-  // Of a group in parts the name is nobody's.
+  // Parts of one group are joined; they are called otherwise than the group, which renames nothing.
   void take(group_edit edit, std::size_t partner) {
     const auto known = std::ranges::find(made_, edit.origin, &group_edit::origin);
     if (known == made_.end()) {

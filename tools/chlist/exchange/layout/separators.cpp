@@ -94,7 +94,7 @@ class section_lines {
     });
   }
 
-  // Of groups that the list has no room for, or not for this service, the text alone tells.
+  // The text alone tells of groups that the list has no room for, or not for this service.
   [[nodiscard]] std::vector<std::string> sections_of_service(const woven_piece &piece) {
     std::vector<std::string> sections;
     for (const std::string &each : order_) {

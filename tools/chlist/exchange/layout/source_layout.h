@@ -24,7 +24,7 @@ struct separator {
 };
 
 struct separator_layout {
-  // Of a line without its end; nothing of others.
+  // Takes a line without its end, and gives nothing of one that is no separator.
   std::optional<separator> (*read)(std::string_view line);
   // Empty when it says nothing.
   std::string (*written)(const separator &line);

@@ -9,7 +9,7 @@ namespace {
 
 using unit_row = std::vector<text_unit>;
 
-// Behind the nearest of the units in front of it that is kept, or in front of all.
+// It goes behind the nearest of the units in front of it that is kept, or in front of all.
 void insert_unit(unit_row &kept, const unit_row &now, unit_row::const_iterator which) {
   auto place = kept.begin();
   for (auto before = which; before != now.begin() && place == kept.begin();) {
