@@ -63,7 +63,7 @@ TEST_F(ImportLike, FavouriteGroupsComeInTheOrderOfTheModel) {
   for (std::int16_t group = 0; group < get_fav_group_number(); ++group) {
     names.emplace_back(get_fav_group_info(group)->name);
   }
-  EXPECT_EQ(names, (std::vector<std::string>{"Films", "News", "Sport"}));
+  EXPECT_EQ(names, (std::vector<std::string>{"Sport", "Films", "News"}));
   ASSERT_LE(run({"export", "scan.dat", "-o", "again.conf", "--to", "vdr"}).exit_code, 1);
   EXPECT_EQ(read_file(path("again.conf")), read_file(path("scan.conf")));
 }

@@ -329,7 +329,7 @@ class Elsewhere(Page):
         self.open("full")
         before = time.monotonic()
         printed = base64.b64decode(shown.devtools("Page.printToPDF")["data"])
-        self.assertLess(time.monotonic() - before, 20)
+        self.assertLess(time.monotonic() - before, 60)  # other tests run beside this one; alone it takes a few
         pages = len(re.findall(rb"/Type\s*/Page\b", printed))
         self.assertTrue(40 < pages < 150, pages)
 

@@ -80,9 +80,25 @@ void split_group(favourite_group group, group_list &into) {
 }  // namespace
 
 void order_groups(line_up &list, const std::vector<std::string> &order) {
-  std::ranges::stable_sort(list.favourites, {}, [&](const favourite_group &each) {
+  const auto rank = [&](const favourite_group &each) {
     return std::ranges::find(order, cut_utf8(each.name, longest_group_name)) - order.begin();
-  });
+  };
+  if (list.favourites.size() > MAX_FAV) {
+    std::ranges::stable_sort(list.favourites, {}, rank);
+    return;
+  }
+  std::vector<favourite_group> known;
+  std::vector<favourite_group *> places;
+  for (favourite_group &each : list.favourites) {
+    if (std::cmp_less(rank(each), order.size())) {
+      known.push_back(std::move(each));
+      places.push_back(&each);
+    }
+  }
+  std::ranges::stable_sort(known, {}, rank);
+  for (std::size_t i = 0; i < known.size(); ++i) {
+    *places[i] = std::move(known[i]);
+  }
 }
 
 void follow_groups_of(const line_up &model, group_options &options) {

@@ -12,7 +12,8 @@ namespace chlist {
 // Favourite groups come in the order that another list has them in, unless somebody names them in one.
 void follow_groups_of(const line_up &model, group_options &options);
 
-// Those with these names first, in their order.
+// Those with these names change places until they are in their order, and the others stay; of more than a list holds,
+// those with the names come first.
 void order_groups(line_up &list, const std::vector<std::string> &order);
 
 // Throws usage_error when a group is chosen that there is not.

@@ -10,7 +10,7 @@ struct group_options {
   std::string become = "favourites";  // or "genres", or "none"
   std::vector<std::string> chosen;    // by name, in this order, which holds; all of them when empty
   bool are_split = false;             // those that are too long for a favourite group, into several
-  std::vector<std::string> order{};   // names that come first, in this order; the others behind them as they are
+  std::vector<std::string> order{};   // of groups that are in it, whatever stands between them
 
   bool operator==(const group_options &) const = default;
 };
