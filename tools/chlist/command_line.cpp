@@ -192,10 +192,8 @@ int run(const called_command &called, bool as_json) {
     throw;
   } catch (const usage_error &error) {
     return report_failure(called, as_json, "usage", with_help(error.what(), called.line));
-  } catch (const std::filesystem::filesystem_error &error) {
-    return report_failure(called, as_json, "failure", error.path1().string() + ": " + error.code().message());
   } catch (const std::exception &error) {
-    return report_failure(called, as_json, "failure", error.what());
+    return report_failure(called, as_json, "failure", reason_of(error));
   }
 }
 

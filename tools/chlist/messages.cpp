@@ -2,6 +2,7 @@
 #include "chlist/messages.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <utility>
 
 namespace chlist {
@@ -19,6 +20,11 @@ void speak_as(std::string line) {
     line.insert(blank, 1, ':');
   }
   beginning() = std::move(line) + ": ";
+}
+
+std::string reason_of(const std::exception &error) {
+  const auto *of_path = dynamic_cast<const std::filesystem::filesystem_error *>(&error);
+  return of_path != nullptr ? of_path->path1().string() + ": " + of_path->code().message() : error.what();
 }
 
 void print_message(std::string_view text) {

@@ -2,6 +2,7 @@
 // them it is known which one speaks.
 #pragma once
 
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -14,6 +15,9 @@ namespace chlist {
 
 // Messages come from "chlist list" from now on.
 void speak_as(std::string line);
+
+// What a message says of a failure: of one to ask the file system, the path and the reason.
+std::string reason_of(const std::exception &error);
 
 // "chlist: list: channels.dat: No such file or directory". Standard error that cannot be written changes nothing.
 void print_message(std::string_view text);

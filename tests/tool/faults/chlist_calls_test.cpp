@@ -1,41 +1,17 @@
 // chlist with its first call to the file system failing, its second, and so on until it succeeds: it ends with a
 // message and nothing done, or with everything done. No input is ever lost, and no part of a file stays behind.
-#include <stdlib.h>
-
 #include "tool/faults/commands.h"
+#include "tool/faults/failing_call.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 using tool_test::command;
+using tool_test::failing_call;
 using tool_test::file_set;
 using tool_test::json;
 using tool_test::program_result;
-
-// For the programs that start while it lives, the n-th call to the file system fails.
-class failing_call {
- public:
-  failing_call(int n, const std::string &told_in) : told_in_(told_in) {
-    ::setenv("LD_PRELOAD", FAILING_CALLS_LIBRARY, 1);
-    ::setenv("FAILING_CALL", std::to_string(n).c_str(), 1);
-    ::setenv("FAILED_CALL", told_in.c_str(), 1);
-    fs::remove(told_in);
-  }
-  ~failing_call() {
-    for (const char *name : {"LD_PRELOAD", "FAILING_CALL", "FAILED_CALL"}) {
-      ::unsetenv(name);
-    }
-  }
-  failing_call(const failing_call &) = delete;
-  failing_call &operator=(const failing_call &) = delete;
-
-  // The name of the call that failed; empty when there was none any more.
-  [[nodiscard]] std::string name() const { return test_support::read_file(told_in_); }
-
- private:
-  std::string told_in_;
-};
 
 class failing_commands : public tool_test::commands_test {
  protected:
@@ -69,6 +45,16 @@ class failing_commands : public tool_test::commands_test {
     return result;
   }
 
+  // What failed, behind what is said when nothing does.
+  static std::string said_besides(const program_result &result, const program_result &whole) {
+    const bool goes_on = result.err.starts_with(whole.err);
+    return goes_on ? result.err.substr(whole.err.size()) : result.err;
+  }
+
+  [[nodiscard]] bool is_of_the_report(const std::string &error) const {
+    return error == message(GetParam().arguments, "standard output: Input/output error");
+  }
+
   static void expect_one_message(const std::string &error) {
     EXPECT_TRUE(error.starts_with("chlist: ")) << error;
     EXPECT_EQ(tool_test::lines_of(error).size(), 1U) << error;
@@ -94,37 +80,49 @@ TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
   fail_every_call(before, [&](const program_result &result, const file_set &left) {
     if (result.exit_code == whole.exit_code) {
       EXPECT_EQ(result.out, whole.out);
-      EXPECT_EQ(result.err, "");
+      EXPECT_EQ(result.err, whole.err);
       EXPECT_TRUE(left == after);
       return;
     }
     EXPECT_EQ(result.exit_code, 2);
-    expect_one_message(result.err);
-    const bool is_report_lost = result.err == message(GetParam().arguments, "standard output: Input/output error");
-    EXPECT_TRUE(left == before || (is_report_lost && left == after));
-    EXPECT_TRUE(is_report_lost || result.out.empty()) << result.out;
+    const std::string error = said_besides(result, whole);
+    expect_one_message(error);
+    EXPECT_TRUE(left == before || (is_of_the_report(error) && left == after));
+    EXPECT_TRUE(is_of_the_report(error) || result.out.empty()) << result.out;
   });
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Of, ChlistFaults,
-    ::testing::Values(command{"import", {"import", "channels.conf", "-o", "out.dat"}},
-                      command{"export_vdr", {"export", "list.dat", "-o", "out.dat", "--to", "vdr"}},
-                      command{"export_csv", {"export", "list.dat", "-o", "out.dat", "--to", "csv", "--json"}},
-                      command{"export_json", {"export", "list.dat", "-o", "out.dat", "--to", "json"}},
-                      command{"convert", {"convert", "old.dat", "out.dat"}},
-                      command{"convert_json", {"convert", "old.dat", "out.dat", "--json"}},
-                      command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat", "--no-backup"}},
-                      command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat", "--no-backup"}},
-                      command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}},
-                      command{"edit_dry_run", {"lock", "list.dat", "News", "--dry-run"}},
-                      command{"edit_without_backup", {"lock", "list.dat", "News", "--no-backup"}},
-                      command{"edit_with_companion", {"set", "kept.dat", "News", "service_id=9", "--no-backup"}},
-                      command{"remove_with_companion", {"remove", "kept.dat", "News", "--no-backup"}},
-                      command{"import_over_companion", {"import", "channels.conf", "-o", "kept.dat", "--no-backup"}},
-                      command{"edit_to_another", {"remove", "list.dat", "News", "-o", "out.dat", "--no-backup"}},
-                      command{"favourites", {"fav", "list", "list.dat"}},
-                      command{"report", {"report", "sound.dat", "-o", "out.dat"}}),
+    ::testing::Values(
+        command{"import", {"import", "channels.conf", "-o", "out.dat"}},
+        command{"export_vdr", {"export", "list.dat", "-o", "out.dat", "--to", "vdr"}},
+        command{"export_csv", {"export", "list.dat", "-o", "out.dat", "--to", "csv", "--json"}},
+        command{"export_json", {"export", "list.dat", "-o", "out.dat", "--to", "json"}},
+        command{"convert", {"convert", "old.dat", "out.dat"}},
+        command{"convert_json", {"convert", "old.dat", "out.dat", "--json"}},
+        command{"merge", {"merge", "list.dat", "scan.dat", "-o", "out.dat", "--no-backup"}},
+        command{"merge_in_place", {"merge", "list.dat", "scan.dat", "-o", "list.dat", "--no-backup"}},
+        command{"merge_dry_run", {"merge", "list.dat", "scan.dat", "--dry-run", "--json"}},
+        command{"edit_dry_run", {"lock", "list.dat", "News", "--dry-run"}},
+        command{"edit_without_backup", {"lock", "list.dat", "News", "--no-backup"}},
+        command{"edit_with_companion", {"set", "kept.dat", "News", "service_id=9", "--no-backup"}},
+        command{"remove_with_companion", {"remove", "kept.dat", "News", "--no-backup"}},
+        command{"import_over_companion", {"import", "channels.conf", "-o", "kept.dat", "--no-backup"}},
+        command{"edit_to_another", {"remove", "list.dat", "News", "-o", "out.dat", "--no-backup"}},
+        command{"favourites", {"fav", "list", "list.dat"}}, command{"report", {"report", "sound.dat", "-o", "out.dat"}},
+        command{"report_with_companion", {"report", "kept.dat", "-o", "out.dat"}},
+        command{"info", {"info", "kept.dat", "--json"}}, command{"list", {"list", "kept.dat"}},
+        command{"show", {"show", "kept.dat", "News", "--json"}}, command{"diff", {"diff", "kept.dat", "scan.dat"}},
+        command{"check", {"check", "kept.dat"}}, command{"scan", {"scan", "capture.ts", "-o", "out.dat"}},
+        command{"salvage", {"salvage", "cut.dat", "-o", "out.dat"}},
+        command{"import_folder", {"import", "box", "-o", "out.dat"}},
+        command{"export_with_companion", {"export", "kept.dat", "-o", "out.dat", "--to", "vdr"}},
+        command{"export_folder", {"export", "list.dat", "-o", "made", "--to", "lamedb4"}},
+        command{"duplicates", {"duplicates", "twice.dat", "--remove", "--yes", "--no-backup"}},
+        command{"order", {"order", "list.dat", "--like", "box", "--rest", "hide", "--yes", "--no-backup"}},
+        command{"renumber_by_plan", {"renumber", "list.dat", "--plan", "plan.txt", "--yes", "--no-backup"}},
+        command{"apply", {"apply", "list.dat", "edits.txt", "--yes", "--no-backup"}}),
     tool_test::name_of_command);
 
 class ChlistRefusals : public failing_commands {};
@@ -196,6 +194,80 @@ INSTANTIATE_TEST_SUITE_P(Of, ChlistEditFaults,
                                            command{"set_json",
                                                    {"set", "list.dat", "News", "frequency=13000000", "--json"}},
                                            command{"merge", {"merge", "list.dat", "scan.dat", "-o", "list.dat"}}),
+                         tool_test::name_of_command);
+
+// Files that are written one after the other, by the names of those that are written as one.
+using file_order = std::vector<std::vector<std::string>>;
+
+class ChlistKeptFaults : public failing_commands {
+ protected:
+  void SetUp() override {
+    failing_commands::SetUp();
+    for (const char *name : {"list.dat", "kept.dat"}) {
+      ASSERT_EQ(tool_test::run_program({CHLIST_PROGRAM, "set", name, "Films", "service_id=7"}, dir.path()).exit_code,
+                0);
+      ASSERT_EQ(tool_test::run_program({CHLIST_PROGRAM, "set", name, "News", "service_id=9"}, dir.path()).exit_code, 0);
+      ASSERT_EQ(tool_test::run_program({CHLIST_PROGRAM, "undo", name}, dir.path()).exit_code, 0);
+    }
+    earlier = folder();
+  }
+
+  static file_order order_of(const std::string &name) {
+    return {{name + ".bak"}, {name + ".more.json.bak"}, {name + ".history"}, {name, name + ".more.json"}};
+  }
+
+  static void take(file_set &files, const std::vector<std::string> &names, const file_set &from) {
+    for (const std::string &name : names) {
+      files.erase(name);
+      if (const auto found = from.find(name); found != from.end()) {
+        files.insert(*found);
+      }
+    }
+  }
+
+  // As after the first of these, or after none of them.
+  [[nodiscard]] bool is_on_the_way(const file_set &left, const file_set &after, const std::string &name) const {
+    file_set reached = earlier;
+    bool is_found = left == reached;
+    for (const std::vector<std::string> &names : order_of(name)) {
+      const bool is_last = names.front() == name;
+      take(reached, names, after);
+      is_found = is_found || (!is_last && left == reached);
+    }
+    return is_found;
+  }
+
+  file_set earlier;
+};
+
+// The list and what stands beside it are the old ones or the new ones, both; what they were is kept before they change.
+TEST_P(ChlistKeptFaults, LeaveTheListAndItsCompanionTogether) {
+  const program_result whole = run();
+  ASSERT_LT(whole.exit_code, 2) << whole.err;
+  const file_set after = folder();
+  const std::string name = after.at("kept.dat") != earlier.at("kept.dat") ? "kept.dat" : "list.dat";
+
+  fail_every_call(earlier, [&](const program_result &result, const file_set &left) {
+    if (result.exit_code == whole.exit_code) {
+      EXPECT_EQ(result.out, whole.out);
+      EXPECT_EQ(result.err, whole.err);
+      EXPECT_TRUE(left == after);
+      return;
+    }
+    EXPECT_EQ(result.exit_code, 2);
+    const std::string error = said_besides(result, whole);
+    expect_one_message(error);
+    EXPECT_TRUE(is_of_the_report(error) ? left == after : is_on_the_way(left, after, name));
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ChlistKeptFaults,
+                         ::testing::Values(command{"undo", {"undo", "kept.dat"}}, command{"redo", {"redo", "list.dat"}},
+                                           command{"restore", {"restore", "list.dat", "1", "--json"}},
+                                           command{"history", {"history", "list.dat"}},
+                                           command{"import", {"import", "channels.conf", "-o", "kept.dat"}},
+                                           command{"merge", {"merge", "kept.dat", "scan.dat", "-o", "kept.dat"}},
+                                           command{"apply", {"apply", "kept.dat", "edits.txt", "--yes"}}),
                          tool_test::name_of_command);
 
 }  // namespace

@@ -13,17 +13,21 @@
 #include "chlist/files/companion.h"
 #include "support/old_channel_file.h"
 #include "tool/chlist_host.h"
+#include "tool/exchange/enigma2/lamedb_folder.h"
 #include "tool/exchange/vdr/service_line.h"
 
 namespace tool_test {
 
-// Contents and mode of every file in a directory.
+// Contents and mode of every file in a directory, and below it; folders end with a slash.
 using file_set = std::map<std::string, std::pair<std::string, std::filesystem::perms>>;
 
 inline file_set files_in(const std::string &directory) {
   file_set found;
-  for (const std::filesystem::directory_entry &entry : std::filesystem::directory_iterator(directory)) {
-    found[entry.path().filename()] = {read_file(entry.path()), entry.status().permissions()};
+  for (const std::filesystem::directory_entry &entry : std::filesystem::recursive_directory_iterator(directory)) {
+    const std::string name = entry.path().lexically_relative(directory);
+    const bool is_folder = entry.is_directory();
+    found[is_folder ? name + '/' : name] = {is_folder ? std::string() : read_file(entry.path()),
+                                            entry.status().permissions()};
   }
   return found;
 }
@@ -55,17 +59,32 @@ inline file_set inputs() {
   const service_data films = {.service_id = 2, .name = "Films"};
   channel_file list;
   list.service(news).service(films).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).entry(VIEW_ALL, films, 2);
-  return {{"list.dat", {list.data, mode}},
-          {"sound.dat", {channel_file().service(news).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).data, mode}},
-          {"kept.dat", {list.data, mode}},
-          {"kept.dat.more.json", {companion_text(news), mode}},
-          {"scan.dat", {channel_file().service(news).service({.service_id = 5}).data, mode}},
-          {"old.dat", {in_version(test_support::old_version_of(8), list).data, mode}},
-          {"channels.conf", {service_line().text(), mode}},
-          {"out.dat", {"before", mode}}};
+  const service_data again = {.ts_id = 200, .frequency = 12'000'000, .service_id = 1, .name = "News"};
+  channel_file twice;
+  twice.service(news).service(again).entry(VIEW_ALL, news, 1).entry(VIEW_ALL, again, 2);
+  file_set made = {
+      {"list.dat", {list.data, mode}},
+      {"sound.dat", {channel_file().service(news).entry(VIEW_ALL, news, 1).entry(VIEW_TV, news, 1).data, mode}},
+      {"kept.dat", {list.data, mode}},
+      {"kept.dat.more.json", {companion_text(news), mode}},
+      {"scan.dat", {channel_file().service(news).service({.service_id = 5}).data, mode}},
+      {"old.dat", {in_version(test_support::old_version_of(8), list).data, mode}},
+      {"channels.conf", {service_line().text(), mode}},
+      {"twice.dat", {twice.data, mode}},
+      {"cut.dat", {list.data.substr(0, list.data.size() - 40), mode}},
+      {"capture.ts", {read_file(CHANNEL_SAMPLES_DIR "/11306h-today.ts"), mode}},
+      {"plan.txt", {"all from 10\n", mode}},
+      {"edits.txt", {"merge scan.dat\norder --like channels.conf --rest hide\n", mode}},
+      {"box/", {"", std::filesystem::perms(0750)}},
+      {"out.dat", {"before", mode}}};
+  for (const auto &[name, text] : written_folder(list_of({plain_service(1)}))) {
+    made["box/" + name] = {text, mode};
+  }
+  return made;
 }
 
-class commands_test : public chlist_test, public ::testing::WithParamInterface<command> {
+// The inputs in a directory of their own, and what the directory holds.
+class inputs_test : public chlist_test {
  protected:
   // Histories tell when an edit was made: runs are compared byte for byte.
   void SetUp() override {
@@ -82,22 +101,33 @@ class commands_test : public chlist_test, public ::testing::WithParamInterface<c
   void put(const file_set &wanted, const file_set &present) const {
     for (const auto &[name, file] : present) {
       if (!wanted.contains(name)) {
-        std::filesystem::remove(path(name));
+        std::filesystem::remove_all(path(name));
       }
     }
     for (const auto &[name, file] : wanted) {
       if (const auto found = present.find(name); found == present.end() || found->second != file) {
-        write_file(path(name), file.first);
+        make(name, file.first);
         std::filesystem::permissions(path(name), file.second);
       }
     }
   }
 
+  void make(const std::string &name, const std::string &contents) const {
+    if (name.ends_with('/')) {
+      std::filesystem::create_directory(path(name));
+    } else {
+      write_file(path(name), contents);
+    }
+  }
+
   [[nodiscard]] file_set folder() const { return files_in(dir.path()); }
 
-  [[nodiscard]] program_result run() const { return chlist_test::run(GetParam().arguments); }
-
   const file_set before = inputs();
+};
+
+class commands_test : public inputs_test, public ::testing::WithParamInterface<command> {
+ protected:
+  [[nodiscard]] program_result run() const { return chlist_test::run(GetParam().arguments); }
 };
 
 }  // namespace tool_test

@@ -2,6 +2,7 @@
 // counted from 1 over all kinds of calls, stands in FAILING_CALL. The name of the call is then written to the file that
 // FAILED_CALL names. Nothing is synced: tests need not wait for the disk.
 #define _GNU_SOURCE
+#include <dirent.h>
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
@@ -10,8 +11,10 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 // By system calls: those do not count.
@@ -23,7 +26,7 @@ static void tell(const char *name) {
 }
 
 static bool fails(const char *name) {
-  static long calls;
+  static _Atomic long calls;
   const char *failing = getenv("FAILING_CALL");
   const bool is_failing = failing != NULL && ++calls == strtol(failing, NULL, 10);
   if (is_failing) {
@@ -79,10 +82,25 @@ FAILING_CALL(ssize_t, -1, read, (fd, data, size), int fd, void *data, size_t siz
 FAILING_CALL(ssize_t, -1, pread, (fd, data, size, at), int fd, void *data, size_t size, off_t at)
 FAILING_CALL(ssize_t, -1, pread64, (fd, data, size, at), int fd, void *data, size_t size, off64_t at)
 FAILING_CALL(ssize_t, -1, write, (fd, data, size), int fd, const void *data, size_t size)
+FAILING_CALL(ssize_t, -1, pwrite, (fd, data, size, at), int fd, const void *data, size_t size, off_t at)
+FAILING_CALL(ssize_t, -1, pwrite64, (fd, data, size, at), int fd, const void *data, size_t size, off64_t at)
+FAILING_CALL(ssize_t, -1, writev, (fd, parts, count), int fd, const struct iovec *parts, int count)
 FAILING_CALL(size_t, 0, fread, (data, size, items, file), void *data, size_t size, size_t items, FILE *file)
 FAILING_CALL(size_t, 0, fwrite, (data, size, items, file), const void *data, size_t size, size_t items, FILE *file)
+FAILING_CALL(int, -1, ftruncate, (fd, size), int fd, off_t size)
+FAILING_CALL(int, -1, ftruncate64, (fd, size), int fd, off64_t size)
+FAILING_CALL(int, -1, flock, (fd, operation), int fd, int operation)
+FAILING_CALL(int, -1, chmod, (path, mode), const char *path, mode_t mode)
 FAILING_CALL(int, -1, fchmod, (fd, mode), int fd, mode_t mode)
 FAILING_CALL(int, -1, fchdir, (fd), int fd)
+FAILING_CALL(int, -1, mkdir, (path, mode), const char *path, mode_t mode)
+FAILING_CALL(char *, NULL, mkdtemp, (name), char *name)
+FAILING_CALL(DIR *, NULL, opendir, (path), const char *path)
+FAILING_CALL(DIR *, NULL, fdopendir, (fd), int fd)
+FAILING_CALL(struct dirent *, NULL, readdir, (folder), DIR *folder)
+FAILING_CALL(struct dirent64 *, NULL, readdir64, (folder), DIR *folder)
+FAILING_CALL(char *, NULL, getcwd, (path, size), char *path, size_t size)
+FAILING_CALL(ssize_t, -1, readlink, (path, target, size), const char *path, char *target, size_t size)
 FAILING_CALL(int, -1, rename, (from, to), const char *from, const char *to)
 FAILING_CALL(int, -1, renameat2, (from_folder, from, to_folder, to, flags), int from_folder, const char *from,
              int to_folder, const char *to, unsigned flags)
@@ -100,10 +118,14 @@ FAILING_AFTERWARDS(close, int)
 FAILING_AFTERWARDS(fclose, FILE *)
 FAILING_AFTERWARDS(fflush, FILE *)
 
-int fsync(int fd);
-int fsync(int fd) {
-  (void)fd;
-  return fails("fsync") ? -1 : 0;
-}
+#define FAILING_SYNC(name)        \
+  int name(int fd);               \
+  int name(int fd) {              \
+    (void)fd;                     \
+    return fails(#name) ? -1 : 0; \
+  }
+
+FAILING_SYNC(fsync)
+FAILING_SYNC(fdatasync)
 
 void sync(void) {}

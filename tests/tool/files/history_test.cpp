@@ -45,8 +45,8 @@ TEST(ByteDelta, IsSmallForWhatMovedOrChangedALittle) {
 
 TEST(ByteDelta, MakesWhateverIsWanted) {
   std::mt19937 chance(2);
-  for (const std::size_t size : {0, 1, 31, 32, 33, 63, 64, 65, 1000}) {
-    for (const std::size_t other : {0, 1, 31, 32, 33, 1000}) {
+  for (const std::size_t size : {0U, 1U, 31U, 32U, 33U, 63U, 64U, 65U, 1000U}) {
+    for (const std::size_t other : {0U, 1U, 31U, 32U, 33U, 1000U}) {
       expect_delta(by_chance(chance, size), by_chance(chance, other), other + 24);
       expect_delta(std::string(size, '\0'), std::string(other, '\0'), other + 24);
     }

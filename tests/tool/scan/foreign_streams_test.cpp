@@ -16,7 +16,7 @@ using tool_test::json;
 using tool_test::program_result;
 using tool_test::run_program;
 
-class ForeignStreams : public scan_test::scan_test {
+class ForeignStreams : public scan_test::scan_host {
  protected:
   static bool is_installed(const std::string &program) { return std::filesystem::exists("/usr/bin/" + program); }
 

@@ -64,7 +64,7 @@ class sender {
 // One that nothing listens on, most likely.
 std::uint16_t some_port() { return static_cast<std::uint16_t>(20'000 + ::getpid() % 20'000); }
 
-class NetworkCapture : public scan_test::scan_test {
+class NetworkCapture : public scan_test::scan_host {
  protected:
   [[nodiscard]] program_result scan_address(const std::string &address) const {
     return run({"scan", address, "--seconds", "1", "-o", "list.dat"});

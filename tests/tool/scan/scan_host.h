@@ -68,7 +68,7 @@ struct astra {
   }
 };
 
-class scan_test : public tool_test::import_test {
+class scan_host : public tool_test::import_test {
  protected:
   void write_capture(const std::string &name, const transport_stream &stream) const {
     tool_test::write_file(path(name), stream.bytes());

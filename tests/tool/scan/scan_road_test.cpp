@@ -14,7 +14,7 @@ using namespace scan_test;
 using tool_test::has_line;
 using tool_test::program_result;
 
-class ScanRoad : public scan_test::scan_test {
+class ScanRoad : public scan_test::scan_host {
  protected:
   static astra today() {
     astra from;

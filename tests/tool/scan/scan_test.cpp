@@ -14,7 +14,7 @@ using tool_test::has_line;
 using tool_test::json;
 using tool_test::program_result;
 
-using Scan = scan_test::scan_test;
+using Scan = scan_test::scan_host;
 
 // Private descriptors of EACEM.
 const descriptor eacem = {0x5F, std::string("\0\0\0\x28", 4)};

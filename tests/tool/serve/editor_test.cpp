@@ -5,35 +5,11 @@
 #include <thread>
 
 #include "tool/edit/edit_host.h"
-#include "tool/serve/http_client.h"
+#include "tool/serve/editor_page.h"
 
 namespace edit_test {
 
-// What a page would say.
-class page_of_editor {
- public:
-  explicit page_of_editor(const std::string &address)
-      : host_(address.substr(7, address.find('/', 7) - 7)), path_(address.substr(7 + host_.size())) {}
-
-  [[nodiscard]] int port() const { return std::stoi(host_.substr(host_.find(':') + 1)); }
-
-  [[nodiscard]] std::string call(const std::string &name, const std::string &body) const {
-    const serve_test::client connection(port());
-    connection.send("POST " + path_ + name + " HTTP/1.1\r\nHost: " + host_ + "\r\nOrigin: http://" + host_ +
-                    "\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
-                    "\r\n\r\n" + body);
-    return connection.read();
-  }
-
-  void edit(const std::string &text, int revision = 1) const {
-    const std::string body = json{{"revision", revision}, {"text", text}}.dump();
-    EXPECT_NE(call("edit", body).find(" 200 OK"), std::string::npos);
-  }
-
- private:
-  std::string host_;
-  std::string path_;
-};
+using serve_test::page_of_editor;
 
 class Editor : public edit_host {
  protected:
@@ -48,6 +24,10 @@ class Editor : public edit_host {
   page_of_editor page(const std::vector<std::string> &more = {}) {
     const std::string printed = start(more);
     return page_of_editor(printed.substr(0, printed.find('\n')));
+  }
+
+  static void expect_edited(const page_of_editor &open, const std::string &lines) {
+    EXPECT_TRUE(open.change("edit", lines));
   }
 
   static constexpr const char *ctrl_c = "\x03";
@@ -68,7 +48,7 @@ TEST_F(Editor, PrintsAnAddressWithASecret) {
 }
 
 TEST_F(Editor, AsksBeforeItEndsAndSaves) {
-  page().edit("rename News Daily");
+  expect_edited(page(), "rename News Daily");
 
   shown->type(ctrl_c);
   shown->wait_for(question);
@@ -81,7 +61,7 @@ TEST_F(Editor, AsksBeforeItEndsAndSaves) {
 }
 
 TEST_F(Editor, KeepsWhatIsNotSavedForTheNextTime) {
-  page().edit("rename News Daily");
+  expect_edited(page(), "rename News Daily");
 
   shown->type(ctrl_c);
   shown->wait_for(question);
@@ -95,14 +75,14 @@ TEST_F(Editor, KeepsWhatIsNotSavedForTheNextTime) {
 
 TEST_F(Editor, GoesOnWhenSomebodySaysSo) {
   const page_of_editor open = page();
-  open.edit("rename News Daily");
+  expect_edited(open, "rename News Daily");
 
   shown->type(ctrl_c);
   shown->wait_for(question);
   shown->type("c\n");
   shown->wait_for("The editor goes on.\n");
 
-  open.edit("lock Films", 2);
+  expect_edited(open, "lock Films");
   shown->type(ctrl_c);
   shown->wait_for(question);
   shown->type(ctrl_c);

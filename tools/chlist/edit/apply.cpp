@@ -10,6 +10,7 @@
 #include "chlist/edit/edit_line.h"
 #include "chlist/edit/edits.h"
 #include "chlist/files/input_file.h"
+#include "chlist/messages.h"
 
 namespace chlist {
 namespace {
@@ -31,7 +32,7 @@ void apply_one(const read_edit &edit, const std::string &source, edited_list &li
   try {
     edit.apply(list);
   } catch (const std::runtime_error &error) {
-    throw std::runtime_error(fmt::format("{}:{}: {}", source, edit.line, error.what()));
+    throw std::runtime_error(fmt::format("{}:{}: {}", source, edit.line, reason_of(error)));
   }
   if (!edit.text.empty()) {
     list.lines.push_back(edit.text);

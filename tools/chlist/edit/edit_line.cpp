@@ -18,6 +18,7 @@
 #include "chlist/command_line.h"
 #include "chlist/edit/edits.h"
 #include "chlist/exchange/text_lines.h"
+#include "chlist/messages.h"
 #include "chlist/report.h"
 
 namespace chlist {
@@ -243,7 +244,7 @@ std::vector<read_edit> edits_in(std::string_view text, const std::string &source
     try {
       edits.push_back({reader.read(*line), lines.number(), std::string(without_blanks_around(*line))});
     } catch (const std::runtime_error &error) {
-      throw std::runtime_error(fmt::format("{}:{}: {}", source, lines.number(), error.what()));
+      throw std::runtime_error(fmt::format("{}:{}: {}", source, lines.number(), reason_of(error)));
     }
   }
   return edits;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "chlist/files/input_file.h"
@@ -12,6 +13,18 @@ namespace chlist {
 namespace {
 
 namespace fs = std::filesystem;
+
+// Lists name files as they like: a name that the file system cannot have is that of no file. What else keeps the
+// program from looking is a failure, or a list would come without what is in the file.
+bool is_file(const fs::path &path) {
+  std::error_code error;
+  const fs::file_status found = fs::status(path, error);
+  if (found.type() == fs::file_type::none && error != std::errc::filename_too_long &&
+      error != std::errc::too_many_symbolic_link_levels) {
+    throw std::system_error(error, path.string());
+  }
+  return fs::is_regular_file(found);
+}
 
 // Reads files, and keeps what they are of.
 struct text_reader {
@@ -30,8 +43,7 @@ struct text_reader {
   [[nodiscard]] folder_files files_in(const fs::path &folder) const {
     return [folder, reader = *this](const std::string &name) {
       const fs::path path = folder / name;
-      std::error_code unseen;
-      return fs::is_regular_file(path, unseen) ? std::optional(reader.read(path)) : std::nullopt;
+      return is_file(path) ? std::optional(reader.read(path)) : std::nullopt;
     };
   }
 };
@@ -44,8 +56,7 @@ list_source source_at(const fs::path &path, const std::string &charset) {
   const text_reader reader{.charset = charset};
   list_source source = {
       .path = name_of_input(path), .text = {}, .encoding = {}, .files = no_file, .read_as = reader.note};
-  std::error_code unseen;
-  source.is_folder = !is_standard_stream(path) && fs::is_directory(path, unseen);
+  source.is_folder = !is_standard_stream(path) && fs::is_directory(path);
   if (!is_standard_stream(path)) {
     source.files = reader.files_in(source.is_folder ? path : path.parent_path());
   }

@@ -23,8 +23,7 @@ namespace fs = std::filesystem;
 
 new_list_file::new_list_file(const fs::path &output, bool keeps_backup, std::string made_by)
     : output_(output), made_by_(std::move(made_by)) {
-  std::error_code unseen;
-  const bool is_list = fs::is_regular_file(output_, unseen) && is_channel_file(read_beginning(output_, 2));
+  const bool is_list = fs::is_regular_file(output_) && is_channel_file(read_beginning(output_, 2));
   keeps_backup_ = is_list && !is_standard_stream(output_) && keeps_backup;
 }
 
@@ -57,8 +56,10 @@ std::string new_list_file::note() const {
 
 json new_list_file::backup() const { return keeps_backup_ ? json(name_of_backup()) : json(); }
 
+// The list is written when somebody asks: a failure to look is none to write.
 std::string new_list_file::name_of_backup() const {
-  return fs::is_symlink(output_) ? backup_of(output_).string() : output_.string() + ".bak";
+  std::error_code unseen;
+  return fs::is_symlink(output_, unseen) ? backup_of(output_).string() : output_.string() + ".bak";
 }
 
 bool has_companion(const fs::path &output, const companion &beside) {

@@ -18,9 +18,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+descriptor opened(const fs::path &folder) {
+  return descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder.string());
+}
+
 void bring_to_disk(const fs::path &folder) {
-  const descriptor open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC), folder.string());
-  if (::fsync(open.get()) != 0) {
+  if (::fsync(opened(folder).get()) != 0) {
     fail(folder.string());
   }
 }
@@ -76,13 +79,14 @@ void write_text_folder(const fs::path &target, std::span<const named_text> files
   const fs::path resolved = fs::weakly_canonical(fs::absolute(target) / "");
   const fs::path place = resolved.has_filename() ? resolved : resolved.parent_path();
   must_make_place(place);
+  const descriptor around = opened(place.parent_path());
   temporary_folder folder(place.parent_path());
   for (const named_text &file : files) {
     write_text_file(fs::path(folder.path()) / file.name, file.text);
   }
   bring_to_disk(folder.path());
   folder.become(place);
-  bring_to_disk(place.parent_path());
+  ::fsync(around.get());  // it is in its place, whatever comes of this
 }
 
 }  // namespace chlist

@@ -13,6 +13,7 @@
 #include <fstream>
 #include <optional>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "chlist/exchange/text_lines.h"
@@ -62,13 +63,21 @@ std::string list_of(const fs::path &path, std::string_view fingerprint) {
   return fingerprint_of(image) == fingerprint ? image : "";
 }
 
+void lock(const descriptor &file, const fs::path &path) {
+  if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
+    return;
+  }
+  if (errno == EWOULDBLOCK) {
+    throw std::runtime_error(path.string() + ": another editor has this list open");
+  }
+  fail(path.string());
+}
+
 // Opened and locked. Another editor may have taken it away in between: what is locked then has no name any more.
 std::unique_ptr<descriptor> journal_file(const fs::path &path) {
   for (;;) {
     auto file = std::make_unique<descriptor>(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600), path.string());
-    if (::flock(file->get(), LOCK_EX | LOCK_NB) != 0) {
-      throw std::runtime_error(path.string() + ": another editor has this list open");
-    }
+    lock(*file, path);
     struct stat found = {};
     if (::fstat(file->get(), &found) != 0) {
       fail(path.string());
@@ -235,29 +244,38 @@ void edit_journal::take_back() {
   starts_.pop_back();
 }
 
+// What is not written whole, or does not reach the disk, is cut off again: a step that was refused must not come back.
 void edit_journal::write_at_end(std::string_view text) {
   const std::size_t before = size_;
-  for (std::string_view rest = text; !rest.empty();) {
-    const ssize_t written = ::pwrite(file_->get(), rest.data(), rest.size(), static_cast<off_t>(size_));
+  try {
+    write_behind(text);
+  } catch (const std::system_error &) {
+    cut_to(before);
+    throw;
+  }
+}
+
+void edit_journal::write_behind(std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::pwrite(file_->get(), text.data(), text.size(), static_cast<off_t>(size_));
     if (written < 0 && errno != EINTR) {
-      const int error = errno;
-      cut_to(before);
-      errno = error;
       fail(path_.string());
     }
     size_ += written > 0 ? static_cast<std::size_t>(written) : 0;
-    rest.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    text.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
   }
   if (::fdatasync(file_->get()) != 0) {
     fail(path_.string());
   }
 }
 
+// The file is cut then, whether that reaches the disk at once or not.
 void edit_journal::cut_to(std::size_t size) {
-  if (::ftruncate(file_->get(), static_cast<off_t>(size)) != 0 || ::fdatasync(file_->get()) != 0) {
+  if (::ftruncate(file_->get(), static_cast<off_t>(size)) != 0) {
     fail(path_.string());
   }
   size_ = size;
+  ::fdatasync(file_->get());
 }
 
 }  // namespace chlist

@@ -52,6 +52,8 @@ class edit_journal {
   // A journal begins with nothing in it, from the list in the file, or from another one that is kept beside it.
   void start(std::string_view image);
   void start_from(std::string_view image);
+  // How many steps are in it.
+  [[nodiscard]] std::size_t steps() const { return starts_.size(); }
   // Bring the step to the disk, or throw and leave everything as it was.
   void add(const edit_step &step);
   void take_back();
@@ -70,6 +72,7 @@ class edit_journal {
   [[nodiscard]] std::filesystem::path new_file(std::string_view name) const;
   void begin(std::string_view title, std::string_view image);
   void write_at_end(std::string_view text);
+  void write_behind(std::string_view text);
   void cut_to(std::size_t size);
 
   std::filesystem::path path_;

@@ -70,9 +70,12 @@ class edited_channel_file : public edited_file {
     must_not_be_changed(path_, *this);
     companion beside = in_step(first_beside_, edits.identities, line_up_in_memory());
     save_edited_list(path_, path_, false, {beside_.to_write(path_, std::move(beside)), edits.lines});
+    damage_.clear();
+  }
+
+  void look_again() override {
     input_ = read_to_edit(path_);
     beside_ = edited_companion(path_);
-    damage_.clear();
   }
 
   [[nodiscard]] std::string damage() const override { return damage_; }
@@ -167,8 +170,9 @@ class edited_foreign_list : public edited_file {
       }
       remove_others(made.files);
     }
-    stamps_ = stamps_of(path_);
   }
+
+  void look_again() override { stamps_ = stamps_of(path_); }
 
  private:
   static void add_losses(const loss_counts &lost, std::vector<std::string> &notes) {

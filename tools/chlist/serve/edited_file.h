@@ -34,6 +34,10 @@ class edited_file {
   // Replaces it by the list in memory, and keeps what it was. Throws when it is not what was read; the list in memory
   // stays in any case.
   virtual void save(const saved_edits &edits) = 0;
+
+  // Takes what was saved for what was read. When this throws, everything is saved, and counts as changed by somebody
+  // else.
+  virtual void look_again() = 0;
 };
 
 // A channel file, or a list of any format that can be read and written, files and folders. The path is absolute: saving

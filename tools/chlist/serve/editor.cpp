@@ -73,7 +73,7 @@ void try_to_save(editor_site &site) {
   try {
     site.with_session([](list_session &session) { session.save(); });
   } catch (const std::exception &error) {
-    print_message(error.what());
+    print_message(reason_of(error));
   }
 }
 

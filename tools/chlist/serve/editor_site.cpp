@@ -11,6 +11,7 @@
 
 #include "chlist/edit/edit_line.h"
 #include "chlist/fields/where.h"
+#include "chlist/messages.h"
 #include "chlist/page/browser_files.h"
 #include "chlist/page/page.h"
 #include "chlist/serve/edit_form.h"
@@ -198,7 +199,7 @@ http_answer editor_site::answer_call(std::string_view name, const json &asked) {
   } catch (const outdated_page &error) {
     return failure(412, error.what());
   } catch (const std::runtime_error &error) {
-    return failure(409, error.what());
+    return failure(409, reason_of(error));
   } catch (const std::bad_variant_access &) {
     return failure(400, "a member is of another kind");
   } catch (const std::out_of_range &) {

@@ -17,6 +17,7 @@
 #include "chlist/files/faithful_load.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/places.h"
+#include "chlist/messages.h"
 
 namespace chlist {
 namespace {
@@ -59,7 +60,7 @@ void apply_all(const std::vector<read_edit> &edits, edited_list &list) {
     try {
       edit.apply(list);
     } catch (const std::runtime_error &error) {
-      throw std::runtime_error(fmt::format("{}:{}: {}", source_of_lines, edit.line, error.what()));
+      throw std::runtime_error(fmt::format("{}:{}: {}", source_of_lines, edit.line, reason_of(error)));
     }
   }
 }
@@ -133,7 +134,7 @@ step_outcome list_session::do_lines(const std::string &lines) {
     apply_all(edits, edited);
   } catch (const std::runtime_error &error) {
     load_image(image_);
-    throw std::runtime_error(without_source(error.what(), lines));
+    throw std::runtime_error(without_source(reason_of(error), lines));
   }
   step_outcome outcome = {edited.notes, {}, edited.chosen(), {}, edited.identities(), reads_files};
   std::ranges::transform(edited.tables, std::back_inserter(outcome.tables), &edit_table::text);
@@ -150,7 +151,7 @@ step_outcome list_session::apply(std::string_view lines) {
   }
   const edit_step step = step_of(text, outcome, std::move(made));
   try {
-    journal_.add(step);
+    add_to_journal(step);
   } catch (const std::exception &) {
     load_image(image_);
     throw;
@@ -182,7 +183,7 @@ void list_session::undo() {
   if (!can_undo()) {
     throw std::runtime_error("there is nothing to undo");
   }
-  if (done_ == journal_begin_) {
+  if (done_ == journal_begin_ || !is_journal_whole()) {
     begin_journal_in_front_of(done_);
   }
   journal_.take_back();
@@ -195,7 +196,7 @@ void list_session::redo() {
   if (!can_redo()) {
     throw std::runtime_error("there is nothing to redo");
   }
-  journal_.add(steps_[done_]);
+  add_to_journal(steps_[done_]);
   ++done_;
   go_to(done_);
 }
@@ -209,6 +210,18 @@ void list_session::begin_journal_in_front_of(std::size_t step) {
   for (std::size_t i = journal_begin_; i < step; ++i) {
     journal_.add(steps_[i]);
   }
+}
+
+// A journal that could not be written when it was to begin anew has other steps than those since then.
+bool list_session::is_journal_whole() const { return journal_.steps() == done_ - journal_begin_; }
+
+void list_session::add_to_journal(const edit_step &step) {
+  if (!is_journal_whole() && done_ == journal_begin_) {
+    journal_.start(saved_image_);
+  } else if (!is_journal_whole()) {
+    begin_journal_in_front_of(done_);
+  }
+  journal_.add(step);
 }
 
 void list_session::load_image(const std::string &image) const {
@@ -268,7 +281,7 @@ std::vector<std::string> list_session::do_as_many(const std::vector<edit_step> &
     try {
       do_again(step, is_same_list && failures.empty());
     } catch (const std::runtime_error &error) {
-      failures.push_back(fmt::format("{}: {}", step.lines, error.what()));
+      failures.push_back(fmt::format("{}: {}", step.lines, reason_of(error)));
     }
   }
   return failures;
@@ -314,11 +327,12 @@ void list_session::save() {
   file_->save(edits_to_save());
   saved_image_ = image_;
   saved_list_ = list_;
-  journal_.start(saved_image_);
   journal_begin_ = done_;
   is_journal_of_file_ = true;
   damage_.clear();
   ++revision_;
+  journal_.start(saved_image_);
+  file_->look_again();
 }
 
 // Read by way of the list in memory, which is put back.

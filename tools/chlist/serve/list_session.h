@@ -95,6 +95,8 @@ class list_session {
   void begin_at(std::string image);
   [[nodiscard]] saved_edits edits_to_save() const;
   void begin_journal_in_front_of(std::size_t step);
+  [[nodiscard]] bool is_journal_whole() const;
+  void add_to_journal(const edit_step &step);
   void list_changed();
   void file_was_read();
 

@@ -256,9 +256,8 @@ line_up read_preferred(const list_source &from, const std::array<const char *, 2
 }
 
 bool is_like_version(const fs::path &path, std::string_view beginning, std::string_view version, const char *name) {
-  std::error_code unseen;
-  if (fs::is_directory(path, unseen)) {
-    return fs::is_regular_file(path / name, unseen);
+  if (fs::is_directory(path)) {
+    return fs::is_regular_file(path / name);
   }
   return version_of(text_lines(beginning).next().value_or(std::string_view())) == version;
 }
