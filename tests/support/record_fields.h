@@ -4,8 +4,9 @@
 
 #include <cstddef>
 
+namespace test_support {
 // Nothing but the records' namespaces: tests that name fields of several records use the whole of it.
-namespace test_support::inline record_fields {
+inline namespace record_fields {
 
 namespace list_field {
 inline constexpr std::size_t version = 0;
@@ -113,4 +114,5 @@ inline constexpr std::size_t name_len = 4;
 inline constexpr std::size_t name = 6;
 }  // namespace group_field
 
-}  // namespace test_support::inline record_fields
+}  // namespace record_fields
+}  // namespace test_support
