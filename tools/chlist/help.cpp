@@ -67,13 +67,13 @@ std::string word_of(const option &shown) {
 }
 
 terms terms_of(const command &row, bool of_arguments) {
-  terms shown;
+  terms rows;
   for (const option &each : row.all_options()) {
     if (each.is_argument() == of_arguments) {
-      shown.push_back({word_of(each), each.explanation()});
+      rows.push_back({word_of(each), each.explanation()});
     }
   }
-  return shown;
+  return rows;
 }
 
 // In the order of the table, a section for each topic.

@@ -256,13 +256,13 @@ void edit_journal::write_at_end(std::string_view text) {
 }
 
 void edit_journal::write_behind(std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::pwrite(file_->get(), text.data(), text.size(), static_cast<off_t>(size_));
+  for (const std::size_t end = size_ + text.size(); size_ < end;) {
+    const std::string_view rest = text.substr(text.size() - (end - size_));
+    const ssize_t written = ::pwrite(file_->get(), rest.data(), rest.size(), static_cast<off_t>(size_));
     if (written < 0 && errno != EINTR) {
       fail(path_.string());
     }
     size_ += written > 0 ? static_cast<std::size_t>(written) : 0;
-    text.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
   }
   if (::fdatasync(file_->get()) != 0) {
     fail(path_.string());
