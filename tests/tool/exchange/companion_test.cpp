@@ -482,6 +482,31 @@ TEST_F(Companion, ACharsetThatIsNamedIsWrittenAgain) {
   EXPECT_TRUE(read_file(path("out")).starts_with("\xB1 ? and \xE9;P:")) << read_file(path("out"));
 }
 
+// What would be a mark in UTF-8 or UTF-16 is three or two characters of Latin-1.
+TEST_F(Companion, BytesThatLookLikeAMarkAreCharactersOfTheCharsetThatIsNamed) {
+  for (const std::string mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"}) {
+    write_file(path("source"), mark + "T\xE9l\xE9;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
+    ASSERT_EQ(run({"import", "source", "--from", "vdr", "--charset", "ISO-8859-1", "-o", "list.dat"}).exit_code, 0);
+
+    EXPECT_EQ(exported(), read_file(path("source")));
+    EXPECT_EQ(said.find("left out"), std::string::npos) << said;
+  }
+}
+
+TEST_F(Companion, ACharsetThatThisSystemDoesNotKnowIsTold) {
+  write_file(path("source"), "\xB1;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
+  ASSERT_EQ(run({"import", "source", "--from", "vdr", "--charset", "ISO-8859-2", "-o", "list.dat"}).exit_code, 0);
+  std::string beside = read_file(path("list.dat.more.json"));
+  replace_in(beside, "ISO-8859-2", "Klingon");
+  write_file(path("list.dat.more.json"), beside);
+
+  const program_result result = run({"export", "list.dat", "-o", "out", "--to", "vdr"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.err, "chlist: export: list.dat: left out: files in Klingon: 1 (written in UTF-8: no such charset here)\n");
+  EXPECT_EQ(read_file(path("out")), "\xC4\x85;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
+}
+
 TEST_F(Companion, ATableGoesOutInItsEncoding) {
   write_file(path("list.csv"), in_utf_16("name,frequency,network_id,ts_id,service_id\nOne,11000000,1,1,1\n", true));
   ASSERT_EQ(run({"import", "list.csv", "-o", "list.dat"}).exit_code, 0);

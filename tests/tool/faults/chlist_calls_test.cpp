@@ -66,6 +66,19 @@ class failing_commands : public tool_test::commands_test {
         << error;
   }
 
+  static void expect_everything_done(const program_result &result, const program_result &whole) {
+    EXPECT_EQ(result.out, whole.out);
+    EXPECT_EQ(result.err, whole.err);
+  }
+
+  // What a command that failed says of it, which is one line.
+  static std::string only_message(const program_result &result, const program_result &whole) {
+    EXPECT_EQ(result.exit_code, 2);
+    std::string error = said_besides(result, whole);
+    expect_one_message(error);
+    return error;
+  }
+
  private:
   test_support::temp_dir told_;
 };
@@ -79,14 +92,11 @@ TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
 
   fail_every_call(before, [&](const program_result &result, const file_set &left) {
     if (result.exit_code == whole.exit_code) {
-      EXPECT_EQ(result.out, whole.out);
-      EXPECT_EQ(result.err, whole.err);
+      expect_everything_done(result, whole);
       EXPECT_TRUE(left == after);
       return;
     }
-    EXPECT_EQ(result.exit_code, 2);
-    const std::string error = said_besides(result, whole);
-    expect_one_message(error);
+    const std::string error = only_message(result, whole);
     EXPECT_TRUE(left == before || (is_of_the_report(error) && left == after));
     EXPECT_TRUE(is_of_the_report(error) || result.out.empty()) << result.out;
   });
@@ -249,14 +259,11 @@ TEST_P(ChlistKeptFaults, LeaveTheListAndItsCompanionTogether) {
 
   fail_every_call(earlier, [&](const program_result &result, const file_set &left) {
     if (result.exit_code == whole.exit_code) {
-      EXPECT_EQ(result.out, whole.out);
-      EXPECT_EQ(result.err, whole.err);
+      expect_everything_done(result, whole);
       EXPECT_TRUE(left == after);
       return;
     }
-    EXPECT_EQ(result.exit_code, 2);
-    const std::string error = said_besides(result, whole);
-    expect_one_message(error);
+    const std::string error = only_message(result, whole);
     EXPECT_TRUE(is_of_the_report(error) ? left == after : is_on_the_way(left, after, name));
   });
 }

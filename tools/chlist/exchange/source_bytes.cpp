@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -57,13 +58,17 @@ void encode_as(const source_text &source, std::vector<made_file> &files, loss_co
     const auto own = std::ranges::find(source.files, each.name, &source_file::name);
     const source_file &model = own != source.files.end() ? *own : source.files.front();
     if (model.encoding.charset.empty()) {
-      each.text = latin_1_lines(model).bytes_of(bytes_in(model.encoding, each.text).text);
+      each.text = latin_1_lines(model).bytes_of(with_mark_of(model.encoding, each.text));
       continue;
     }
-    converted_text made = bytes_in(model.encoding, each.text);
-    lost.leave_out(fmt::format("characters that {} has not", model.encoding.charset), made.replaced,
+    std::optional<converted_text> made = bytes_in(model.encoding, each.text);
+    if (!made) {
+      lost.leave_out(fmt::format("files in {}", model.encoding.charset), 1, "written in UTF-8: no such charset here");
+      continue;
+    }
+    lost.leave_out(fmt::format("characters that {} has not", model.encoding.charset), made->replaced,
                    "each is written as a question mark");
-    each.text = std::move(made.text);
+    each.text = std::move(made->text);
   }
 }
 

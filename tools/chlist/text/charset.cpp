@@ -27,15 +27,19 @@ bool has_mark_of_utf16(std::string_view bytes) {
   return bytes.starts_with("\xFF\xFE"sv) || bytes.starts_with("\xFE\xFF"sv);
 }
 
-// "UTF-16" leaves the order of bytes to the mark; who writes it says it.
-std::string with_order_of_bytes(const std::string &charset, std::string_view bytes) {
-  std::string name = charset;
+// "UTF-16" leaves the order of bytes to the mark, which is no part of the text.
+bool leaves_order_to_mark(std::string name) {
   std::ranges::transform(name, name.begin(),
                          [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
-  if (name != "UTF-16" && name != "UTF16") {
-    return charset;
+  return name == "UTF-16" || name == "UTF16";
+}
+
+// Who writes it says the order. Of other charsets a mark is a character like others, where they have it.
+text_encoding encoding_of(const std::string &charset, std::string_view bytes, std::string_view text) {
+  if (!leaves_order_to_mark(charset)) {
+    return {charset, text.starts_with(byte_order_mark), {}};
   }
-  return bytes.starts_with("\xFE\xFF"sv) ? "UTF-16BE" : "UTF-16LE";
+  return {bytes.starts_with("\xFE\xFF"sv) ? "UTF-16BE" : "UTF-16LE", has_mark_of_utf16(bytes), {}};
 }
 
 std::string converted_from(const std::string &charset, std::string_view bytes) {
@@ -47,7 +51,7 @@ std::string converted_from(const std::string &charset, std::string_view bytes) {
   if (!made.is_whole()) {
     throw std::runtime_error("is no text of " + charset);
   }
-  return std::string(without_byte_order_mark(made.text));
+  return made.text;
 }
 
 // Every byte of Latin-1 is the character of its number.
@@ -141,23 +145,22 @@ std::string utf8_of_file(std::string bytes, const std::string &charset, charset_
   note.last = {};
   if (!charset.empty() || has_mark_of_utf16(bytes)) {
     note.charset = charset.empty() ? "UTF-16" : charset;
-    note.last = {
-        with_order_of_bytes(note.charset, bytes), has_mark_of_utf16(bytes) || bytes.starts_with(byte_order_mark), {}};
-    return converted_from(note.charset, bytes);
+    const std::string text = converted_from(note.charset, bytes);
+    note.last = encoding_of(note.charset, bytes, text);
+    return std::string(without_byte_order_mark(text));
   }
   note.last.has_mark = bytes.starts_with(byte_order_mark);
   return is_utf8(bytes) ? bytes : with_lines_of_latin_1(bytes, note);
 }
 
-// A charset of one byte a character has no mark.
-converted_text bytes_in(const text_encoding &encoding, std::string_view text) {
+std::string with_mark_of(const text_encoding &encoding, std::string_view text) {
   const bool lacks_mark = encoding.has_mark && !text.starts_with(byte_order_mark);
-  const std::string whole = (lacks_mark ? std::string(byte_order_mark) : std::string()) + std::string(text);
-  if (encoding.charset.empty()) {
-    return {whole, 0};
-  }
+  return (lacks_mark ? std::string(byte_order_mark) : std::string()) + std::string(text);
+}
+
+std::optional<converted_text> bytes_in(const text_encoding &encoding, std::string_view text) {
   charset_converter converter("UTF-8", encoding.charset);
-  return converter.is_open() ? converter.encode(whole) : converted_text{whole, 0};
+  return converter.is_open() ? std::optional(converter.encode(with_mark_of(encoding, text))) : std::nullopt;
 }
 
 std::optional<std::string> latin_1_of(std::string_view utf8) {

@@ -66,8 +66,11 @@ struct charset_note {
 // or the text is not of it.
 std::string utf8_of_file(std::string bytes, const std::string &charset, charset_note &note);
 
-// The bytes of a text in a charset, with the mark where it has one.
-converted_text bytes_in(const text_encoding &encoding, std::string_view text);
+// A text with the mark in front that its file had.
+std::string with_mark_of(const text_encoding &encoding, std::string_view text);
+
+// The bytes of a text in a charset, with the mark where it has one; nothing when this system does not know the charset.
+std::optional<converted_text> bytes_in(const text_encoding &encoding, std::string_view text);
 
 inline constexpr const char *latin_1 = "ISO-8859-1";
 

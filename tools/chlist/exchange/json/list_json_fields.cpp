@@ -3,11 +3,10 @@
 
 #include <type_traits>
 
+#include "chlist/fields/pids.h"
+
 namespace chlist {
 namespace {
-
-constexpr std::int64_t unset_id = 0xFFFF;
-constexpr std::int64_t unset_tag = 0xFF;
 
 template <class Number>
 constexpr json_field number(std::string_view name, std::size_t offset, bool is_needed, std::int64_t absent) {
@@ -93,16 +92,16 @@ constexpr json_field keys_of_service[] = {
     OPTIONAL(channel_st, provider_id, 0),
     OPTIONAL(channel_st, genre_id, 0),
     OPTIONAL(channel_st, country_id, 0),
-    OPTIONAL(channel_st, pmt_pid, unset_id),
-    OPTIONAL(channel_st, pcr_pid, unset_id),
-    OPTIONAL(channel_st, video_pid, unset_id),
+    OPTIONAL(channel_st, pmt_pid, unset_pid),
+    OPTIONAL(channel_st, pcr_pid, unset_pid),
+    OPTIONAL(channel_st, video_pid, unset_pid),
     OPTIONAL(channel_st, video_tag, unset_tag),
-    OPTIONAL(channel_st, video_ecm_pid, unset_id),
-    OPTIONAL(channel_st, audio_pid, unset_id),
+    OPTIONAL(channel_st, video_ecm_pid, unset_pid),
+    OPTIONAL(channel_st, audio_pid, unset_pid),
     OPTIONAL(channel_st, audio_tag, unset_tag),
     OPTIONAL(channel_st, user_order_key, 0),
-    OPTIONAL(channel_st, reserved_pid, unset_id),
-    OPTIONAL(channel_st, reserved_id, unset_id),
+    OPTIONAL(channel_st, reserved_pid, unset_pid),
+    OPTIONAL(channel_st, reserved_id, unset_pid),
     RESERVED(channel_st, reserved_217),
     RESERVED(channel_st, reserved_236),
     RESERVED(channel_st, reserved_245),
