@@ -503,7 +503,8 @@ TEST_F(Companion, ACharsetThatThisSystemDoesNotKnowIsTold) {
   const program_result result = run({"export", "list.dat", "-o", "out", "--to", "vdr"});
 
   EXPECT_EQ(result.exit_code, 1);
-  EXPECT_EQ(result.err, "chlist: export: list.dat: left out: files in Klingon: 1 (written in UTF-8: no such charset here)\n");
+  EXPECT_EQ(result.err,
+            "chlist: export: list.dat: left out: files in Klingon: 1 (written in UTF-8: no such charset here)\n");
   EXPECT_EQ(read_file(path("out")), "\xC4\x85;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
 }
 
