@@ -21,6 +21,12 @@ struct least_widths {
 constexpr std::size_t no_less = static_cast<std::size_t>(-1);
 constexpr least_widths steps[] = {{no_less, 8}, {16, 8}, {8, 4}};
 
+void append_cell(std::string &line, std::string_view cell, std::size_t columns, bool is_number) {
+  const std::string shown = shortened(cell, columns);
+  const std::size_t blanks = columns - std::min(width_of(shown), columns);
+  line.append(is_number ? blanks : 0, ' ').append(shown).append(is_number ? 0 : blanks, ' ');
+}
+
 }  // namespace
 
 std::vector<std::size_t> text_table::widths() const {
@@ -64,9 +70,8 @@ std::string text_table::text(std::optional<std::size_t> most_columns) const {
   const auto line_of = [&](const auto &cell_at) {
     std::string line;
     for (std::size_t c = 0; c < columns_.size(); ++c) {
-      const std::string cell = shortened(cell_at(c), places[c]);
-      const std::string padding(places[c] - std::min(width_of(cell), places[c]), ' ');
-      line += (c == 0 ? "" : std::string(gap)) + (columns_[c].is_number ? padding + cell : cell + padding);
+      line += c == 0 ? "" : gap;
+      append_cell(line, cell_at(c), places[c], columns_[c].is_number);
     }
     return line.erase(line.find_last_not_of(' ') + 1);
   };

@@ -61,6 +61,9 @@ constexpr character_table tables[] = {
 constexpr char utf8_selector = 0x15;
 
 const character_table *table_of(std::string_view encoded) {
+  if (!names_table(encoded)) {
+    return nullptr;
+  }
   const auto *const found =
       std::ranges::find_if(tables, [&](const character_table &each) { return encoded.starts_with(each.selector); });
   return found != std::end(tables) ? found : nullptr;
@@ -166,6 +169,11 @@ void append_in_one_line(decoded_text &made, char32_t character) {
   }
 }
 
+// Most names. Every table has ASCII where no other one is named.
+bool is_plain(std::string_view encoded) {
+  return std::ranges::all_of(encoded, [](char c) { return c >= first_printable && c <= '~'; });
+}
+
 }  // namespace
 
 std::string_view encoded_text(std::span<const char> field) {
@@ -209,6 +217,9 @@ std::string table_name(std::string_view encoded) {
 }
 
 decoded_text decode_text(std::string_view encoded) {
+  if (is_plain(encoded)) {
+    return {std::string(encoded)};
+  }
   const decoded_text all = decode_characters(encoded);
   decoded_text made = {"", all.is_whole};
   for (const char32_t character : characters_of(all.text)) {
