@@ -88,8 +88,17 @@ void fill(CLI::App &app, const command &filled) {
   for (const option_group &each : filled.groups) {
     add(app, each);
   }
+}
+
+// A program with the commands below it. Of those that the line does not name the parser knows the names alone: filling
+// in all of their options takes longer than most commands.
+void fill(CLI::App &app, const command &filled, std::span<const char *const> words) {
+  fill(app, filled);
   for (const command &each : filled.commands) {
-    fill(*app.add_subcommand(each.name, each.summary), each);
+    CLI::App &below = *app.add_subcommand(each.name, each.summary);
+    if (std::ranges::find(words, std::string_view(each.name)) != words.end()) {
+      fill(below, each, words);
+    }
   }
 }
 
@@ -213,9 +222,10 @@ int show_help(const command &program, const std::vector<std::string> &words) {
 }
 
 int run_command_line(const command &program, int argc, const char *const *argv) {
+  const std::span<const char *const> words(argv, static_cast<std::size_t>(argc));
   CLI::App parser;
-  fill(parser, program);
-  const bool as_json = asks_for_json({argv, static_cast<std::size_t>(argc)});
+  fill(parser, program, words);
+  const bool as_json = asks_for_json(words);
   try {
     parser.parse(argc, argv);
   } catch (const CLI::CallForHelp &) {
