@@ -148,4 +148,38 @@ TEST_F(OtherLists, AChannelFileIsNotImported) {
                  "list.dat: is a channel file already; `chlist export` makes other lists of it");
 }
 
+// A folder may hold what somebody else named.
+TEST_F(Messages, ShowNoNameOfAFileThatATerminalWouldObey) {
+  const std::string bad = "\x1B[7mred\nline";
+  tool_test::write_file(path(bad + ".dat"), tool_test::read_file(path("list.dat")));
+  tool_test::write_file(path(bad + ".conf"), tool_test::service_line().text() + "nonsense\n");
+  const std::string file = bad + ".dat";
+  const std::string made = bad + ".made";
+  for (const std::vector<std::string> &line :
+       std::vector<std::vector<std::string>>{{"import", bad + ".conf", "-o", made, "--from", "vdr"},
+                                             {"info", file},
+                                             {"show", file, "News"},
+                                             {"list", bad},
+                                             {"check", file},
+                                             {"diff", file, made},
+                                             {"report", file, "-o", bad + ".html"},
+                                             {"export", file, "-o", bad + ".conf", "--to", "vdr"},
+                                             {"convert", file, made},
+                                             {"salvage", file, "-o", made},
+                                             {"merge", file, made, "-o", file},
+                                             {"order", file, "--like", made},
+                                             {"lock", file, "News", "--yes"},
+                                             {"undo", file},
+                                             {"redo", file},
+                                             {"history", file},
+                                             {"restore", file, "1"},
+                                             {"scan", bad + ".conf", "-o", made},
+                                             {"apply", file, bad + ".conf"}}) {
+    const program_result result = run(line);
+    const std::string said = result.out + result.err;
+    EXPECT_EQ(said.find('\x1B'), std::string::npos) << said;
+    EXPECT_EQ(said.find("\nline"), std::string::npos) << said;
+  }
+}
+
 }  // namespace

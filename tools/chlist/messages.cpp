@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "chlist/text/shown.h"
+
 namespace chlist {
 namespace {
 
@@ -29,7 +31,7 @@ std::string reason_of(const std::exception &error) {
 
 void print_message(std::string_view text) {
   std::string line = beginning();
-  line.append(text).append(1, '\n');
+  line.append(harmless(text)).append(1, '\n');
   static_cast<void>(std::fputs(line.c_str(), stderr));
 }
 

@@ -80,8 +80,8 @@ void print_findings(const file_findings &result, severity level, bool shows_all)
 }
 
 void print_report_of(const check_options &options, const file_findings &result) {
-  fmt::print("{}: {}, version {}: {}, {}, {}\n", options.file.string(), counted(result.size, "byte"), result.version,
-             counted(result.networks, "network"), counted(result.transponders, "transponder"),
+  fmt::print("{}: {}, version {}: {}, {}, {}\n", harmless(options.file.string()), counted(result.size, "byte"),
+             result.version, counted(result.networks, "network"), counted(result.transponders, "transponder"),
              counted(result.services, "service"));
   for (const severity level : {severity::error, severity::warning, severity::note}) {
     if (const std::size_t count = result.count(level); count > 0) {

@@ -68,7 +68,7 @@ void print_carried(const conversion &result) {
 
 void print_result(const new_list_options &options, const conversion &result) {
   report_findings(options, result);
-  fmt::print("{}: converted from version {}, {}\n", options.output.string(), result.version,
+  fmt::print("{}: converted from version {}, {}\n", harmless(options.output.string()), result.version,
              counted(result.carried.services, "service"));
   print_carried(result);
   print_losses(stdout, result);

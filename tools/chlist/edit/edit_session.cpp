@@ -144,7 +144,7 @@ void report(const edit_options &options, const edit_result &result) {
   for (const std::string &note : result.notes) {
     print_message(fmt::format("{}: {}", options.file.string(), note));
   }
-  print_report([&] { print_result(options.is_dry_run ? "dry run" : options.target().string(), result); });
+  print_report([&] { print_result(options.is_dry_run ? "dry run" : harmless(options.target().string()), result); });
 }
 
 bool is_to_be_asked(const edit_options &options, const edit_result &result) {

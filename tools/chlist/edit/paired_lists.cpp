@@ -170,7 +170,7 @@ paired_lists pair_with_reference(line_up reference, line_up list, search_reach r
 }
 
 edit_table table_of_pairs(const paired_lists &pairs, const std::string &reference, bool shows_all) {
-  return {text_of_pairs(pairs, reference, shows_all),
+  return {text_of_pairs(pairs, harmless(reference), shows_all),
           {{"like", reference},
            {"paired", json_of_pairs(pairs)},
            {"doubtful", json_of_doubts(pairs)},

@@ -102,7 +102,7 @@ void report(const undo_options &options, const opened_history &opened, const his
     print_message(fmt::format("{}: {}", options.file.string(), note));
   }
   print_report([&] {
-    fmt::print("{}: {}\n", options.is_dry_run ? "dry run" : options.file.string(), said);
+    fmt::print("{}: {}\n", options.is_dry_run ? "dry run" : harmless(options.file.string()), said);
     fmt::print("{}", changes ? text_of_differences(*changes) : "");
   });
 }

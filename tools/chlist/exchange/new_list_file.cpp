@@ -16,6 +16,7 @@
 #include "chlist/files/list_file.h"
 #include "chlist/files/replacement.h"
 #include "chlist/files/standard_streams.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 
@@ -51,7 +52,9 @@ void new_list_file::write_bytes(std::string_view bytes) const {
 }
 
 std::string new_list_file::note() const {
-  return keeps_backup_ ? fmt::format("{}: what it was is kept as {}\n", output_.string(), name_of_backup()) : "";
+  return keeps_backup_
+             ? fmt::format("{}: what it was is kept as {}\n", harmless(output_.string()), harmless(name_of_backup()))
+             : "";
 }
 
 json new_list_file::backup() const { return keeps_backup_ ? json(name_of_backup()) : json(); }
@@ -67,7 +70,7 @@ bool has_companion(const fs::path &output, const companion &beside) {
 }
 
 std::string title_of_losses(const fs::path &output, bool are_kept) {
-  return are_kept ? fmt::format("Not carried by the channel file, but kept in {}:", name_of_companion(output))
+  return are_kept ? fmt::format("Not carried by the channel file, but kept in {}:", harmless(name_of_companion(output)))
                   : "Not carried by the channel file:";
 }
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "chlist/files/descriptor.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 
@@ -14,7 +15,7 @@ std::string name_of_input(const std::filesystem::path &path) {
 }
 
 std::string name_of_output(const std::filesystem::path &path) {
-  return is_standard_stream(path) ? "standard output" : path.string();
+  return is_standard_stream(path) ? "standard output" : harmless(path.string());
 }
 
 std::filesystem::path opened_as(const std::filesystem::path &input) {

@@ -196,8 +196,8 @@ void print_heading(std::string_view heading) { fmt::print("{}\n", painted(headin
 void print_row(std::string_view what, const std::string &value) { fmt::print("  {:<23} {}\n", what, value); }
 
 void print_file(const info_options &options, const file_contents &contents) {
-  fmt::print("{}: version {}, {}, {}\n", options.file.string(), contents.version, counted(contents.bytes, "byte"),
-             counted(contents.list.services.size(), "service"));
+  fmt::print("{}: version {}, {}, {}\n", harmless(options.file.string()), contents.version,
+             counted(contents.bytes, "byte"), counted(contents.list.services.size(), "service"));
   if (!contents.is_current()) {
     fmt::print("An earlier version: chlist convert makes it current.\n");
   }

@@ -138,7 +138,8 @@ void report(const merge_options &options, const merge_outcome &outcome) {
     print_report([&] { print_json(json_of_merge(options, outcome)); });
   } else {
     std::ranges::for_each(findings_of(outcome, {options.list, options.scan}, options.shows_all), print_message);
-    print_report([&] { print_changes(stdout, options.is_dry_run ? "dry run" : options.output.string(), outcome); });
+    print_report(
+        [&] { print_changes(stdout, options.is_dry_run ? "dry run" : harmless(options.output.string()), outcome); });
   }
 }
 

@@ -57,7 +57,7 @@ void print_summary(const report_options &options, const written_page &page) {
                 {"note_count", page.found.count(severity::note)}});
     return;
   }
-  fmt::print("{}: {}, {}, {}\n", options.output.string(), counted(page.found.services, "service"),
+  fmt::print("{}: {}, {}, {}\n", harmless(options.output.string()), counted(page.found.services, "service"),
              counted(errors, "error"), counted(warnings, "warning"));
 }
 

@@ -195,7 +195,7 @@ salvage_outcome salvage(const salvage_options &options) {
 }
 
 void print_salvage(const salvage_options &options, const salvage_outcome &outcome) {
-  print_outcome(stdout, {options.output.string(), options.like.string(), options.shows_all}, outcome);
+  print_outcome(stdout, {harmless(options.output.string()), options.like.string(), options.shows_all}, outcome);
 }
 
 constexpr new_list_road<salvage_options, salvage_outcome> road = {salvage, json_of_outcome, print_salvage};
