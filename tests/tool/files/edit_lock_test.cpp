@@ -13,6 +13,7 @@
 
 #include "chlist/files/channel_file.h"
 #include "tool/chlist_host.h"
+#include "tool/faults/failing_call.h"
 
 namespace {
 
@@ -88,6 +89,23 @@ TEST_F(ParallelEdits, AFileInItsPlaceIsNotTheOneThatWasRead) {
   EXPECT_THROW(input.must_be_unchanged(), std::runtime_error);
   std::filesystem::remove(path("list.dat"));
   EXPECT_THROW(input.must_be_unchanged(), std::runtime_error);
+}
+
+TEST_F(ParallelEdits, NoneIsMadeWhenTheSystemFailsToLock) {
+  const std::string before = read_file(path("list.dat"));
+  const test_support::temp_dir told;
+  for (int n = 1;; ++n) {
+    const failing_call failing(n, told.path() + "call");
+    const program_result result = run({"rename", "list.dat", "Service 1", "Mine", "--no-backup"});
+    ASSERT_FALSE(failing.name().empty());
+    if (failing.name() == "flock") {
+      EXPECT_EQ(result.exit_code, 2);
+      EXPECT_NE(result.err.find(": Input/output error\n"), std::string::npos) << result.err;
+      EXPECT_EQ(read_file(path("list.dat")), before);
+      return;
+    }
+    write_file(path("list.dat"), before);
+  }
 }
 
 }  // namespace

@@ -12,15 +12,29 @@
 
 namespace serve_test {
 
+// The port of 127.0.0.1.
+inline sockaddr_in version_4_address(int port) {
+  sockaddr_in address = {};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  return address;
+}
+
+// The port of ::1.
+inline sockaddr_in6 version_6_address(int port) {
+  sockaddr_in6 address = {};
+  address.sin6_family = AF_INET6;
+  address.sin6_port = htons(static_cast<std::uint16_t>(port));
+  address.sin6_addr = in6addr_loopback;
+  return address;
+}
+
 // A client that says what a test wants, byte by byte.
 class client {
  public:
   explicit client(int port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    connect(address);
+    connect(version_4_address(port));
   }
   explicit client(const sockaddr_in6 &address) : socket_(::socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     connect(address);
@@ -53,14 +67,5 @@ class client {
   int socket_;
   bool is_connected_ = false;
 };
-
-// The port of ::1.
-inline sockaddr_in6 version_6_address(int port) {
-  sockaddr_in6 address = {};
-  address.sin6_family = AF_INET6;
-  address.sin6_port = htons(static_cast<std::uint16_t>(port));
-  address.sin6_addr = in6addr_loopback;
-  return address;
-}
 
 }  // namespace serve_test

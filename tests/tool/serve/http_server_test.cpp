@@ -79,17 +79,31 @@ TEST_F(HttpServer, AnswersOnBothAddressesOfTheMachine) {
 }
 
 // Whoever has it would get what browsers send to "localhost".
+// Takes a port of ::1; none when 127.0.0.1 has a user of it.
+int taken_port_of_version_6(int of) {
+  sockaddr_in6 address = serve_test::version_6_address(0);
+  socklen_t size = sizeof address;
+  EXPECT_EQ(::bind(of, reinterpret_cast<const sockaddr *>(&address), size), 0);
+  EXPECT_EQ(::listen(of, 1), 0);
+  EXPECT_EQ(::getsockname(of, reinterpret_cast<sockaddr *>(&address), &size), 0);
+  const sockaddr_in same = serve_test::version_4_address(ntohs(address.sin6_port));
+  const int probe = ::socket(AF_INET, SOCK_STREAM, 0);
+  const bool is_free = ::bind(probe, reinterpret_cast<const sockaddr *>(&same), sizeof same) == 0;
+  ::close(probe);
+  return is_free ? ntohs(address.sin6_port) : 0;
+}
+
 TEST_F(HttpServer, RefusesAPortThatSomebodyElseHasOnOneOfThem) {
   if (!has_version_6()) {
     GTEST_SKIP() << "this machine has no ::1";
   }
-  sockaddr_in6 address = serve_test::version_6_address(0);
-  const int other = ::socket(AF_INET6, SOCK_STREAM, 0);
-  socklen_t size = sizeof address;
-  ASSERT_EQ(::bind(other, reinterpret_cast<const sockaddr *>(&address), size), 0);
-  ASSERT_EQ(::listen(other, 1), 0);
-  ASSERT_EQ(::getsockname(other, reinterpret_cast<sockaddr *>(&address), &size), 0);
-  const int port = ntohs(address.sin6_port);
+  int other = ::socket(AF_INET6, SOCK_STREAM, 0);
+  int port = taken_port_of_version_6(other);
+  while (port == 0) {
+    ::close(other);
+    other = ::socket(AF_INET6, SOCK_STREAM, 0);
+    port = taken_port_of_version_6(other);
+  }
 
   try {
     const http_server second(port);

@@ -109,10 +109,11 @@ class judge_of_services {
   std::vector<shown_place> places_;
 };
 
-merit merit_named(std::string_view word) {
-  const auto *const found = std::ranges::find(merits_by_word, word, &explained_word<merit>::word);
-  if (found == merits_by_word.end()) {
-    throw std::runtime_error(unknown_name("preference", word, words_of(kinds_of_merit())));
+template <class Table>
+auto value_named(const Table &table, std::string_view what, std::string_view word) {
+  const auto *const found = std::ranges::find(table, word, &Table::value_type::word);
+  if (found == table.end()) {
+    throw std::runtime_error(unknown_name(what, word, words_of(terms_of(table))));
   }
   return found->value;
 }
@@ -120,7 +121,7 @@ merit merit_named(std::string_view word) {
 }  // namespace
 
 sameness sameness_named(std::string_view word) {
-  return std::ranges::find(samenesses, word, &explained_word<sameness>::word)->value;
+  return value_named(samenesses, "sameness", word);
 }
 
 std::vector<term> kinds_of_sameness() { return terms_of(samenesses); }
@@ -129,7 +130,7 @@ std::vector<merit> merits_named(std::string_view words) {
   std::vector<merit> made;
   while (true) {
     const std::size_t comma = std::min(words.find(','), words.size());
-    made.push_back(merit_named(words.substr(0, comma)));
+    made.push_back(value_named(merits_by_word, "preference", words.substr(0, comma)));
     if (comma == words.size()) {
       return made;
     }

@@ -16,12 +16,13 @@ using duplicate_group = std::vector<std::size_t>;
 
 // What services that are the same have in common.
 enum class sameness : std::uint8_t { ids, name, name_and_quality };
+// Throws std::runtime_error that names the unknown word and those that there are.
 sameness sameness_named(std::string_view word);
 std::vector<term> kinds_of_sameness();
 
 // What a service has that is preferred.
 enum class merit : std::uint8_t { high_definition, free_to_air, lower_number };
-// "hd,free": throws std::runtime_error that names the unknown one and those that there are.
+// "hd,free". Throws as sameness_named() does.
 std::vector<merit> merits_named(std::string_view words);
 std::vector<term> kinds_of_merit();
 

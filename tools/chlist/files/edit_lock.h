@@ -12,7 +12,8 @@ namespace chlist {
 // lock on the folder, which leaves nothing behind; where folders cannot be locked, there is none.
 class edit_lock {
  public:
-  // Waits for another edit. Throws std::runtime_error when that takes too long, and when there is no such folder.
+  // Waits for another edit. Throws std::runtime_error when that takes too long, when there is no such folder, and when
+  // the system fails to lock it.
   explicit edit_lock(const std::filesystem::path &target);
   ~edit_lock();
   edit_lock(const edit_lock &) = delete;

@@ -27,9 +27,9 @@ TEST(LamedbFile, AFolderOrTheFileInItIsRead) {
   EXPECT_TRUE(chlist::is_like_lamedb4(dir.path(), ""));
   EXPECT_FALSE(chlist::is_like_lamedb5(dir.path(), ""));
   EXPECT_FALSE(chlist::is_like_lamedb3(dir.path(), ""));
-  EXPECT_TRUE(chlist::is_like_lamedb3("x", "eDVB services /3/\nt"));
-  EXPECT_TRUE(chlist::is_like_lamedb5("x", "eDVB services /5/\nt"));
-  EXPECT_FALSE(chlist::is_like_lamedb4("x", ""));
+  EXPECT_TRUE(chlist::is_like_lamedb3(dir.path() + "x", "eDVB services /3/\nt"));
+  EXPECT_TRUE(chlist::is_like_lamedb5(dir.path() + "x", "eDVB services /5/\nt"));
+  EXPECT_FALSE(chlist::is_like_lamedb4(dir.path() + "x", ""));
 }
 
 TEST(LamedbFile, TheVersionDecidesWhichFileOfAFolderIsRead) {
