@@ -120,9 +120,7 @@ auto value_named(const Table &table, std::string_view what, std::string_view wor
 
 }  // namespace
 
-sameness sameness_named(std::string_view word) {
-  return value_named(samenesses, "sameness", word);
-}
+sameness sameness_named(std::string_view word) { return value_named(samenesses, "sameness", word); }
 
 std::vector<term> kinds_of_sameness() { return terms_of(samenesses); }
 
