@@ -1,6 +1,7 @@
 // `chlist edit` as it is run: the address that it prints, Ctrl-C with and without something to save, a kill, refusals.
 #include <signal.h>
 
+#include <filesystem>
 #include <string>
 #include <thread>
 #include <tuple>
@@ -47,6 +48,35 @@ TEST_F(Editor, PrintsAnAddressWithASecret) {
   shown->type(ctrl_c);
   EXPECT_EQ(shown->exit_code(), 0);
   EXPECT_EQ(files(), std::vector<std::string>{"list.dat"});
+}
+
+// Arguments of programs are seen by everybody: the address stands in a file.
+TEST_F(Editor, OpensTheBrowserByAFileThatNobodyElseReads) {
+  namespace fs = std::filesystem;
+  fs::create_directory(path("runtime"));
+  fs::create_symlink("/bin/true", path("xdg-open"));
+  shown.emplace(std::vector<std::string>{"/usr/bin/env", "PATH=" + dir.path(), "XDG_RUNTIME_DIR=" + path("runtime"),
+                                         CHLIST_PROGRAM, "edit", path()});
+  const std::string address = lines_of(shown->wait_for("/\n")).front();
+  const page_of_editor open(address);
+  expect_edited(open, "lock News");
+  EXPECT_TRUE(open.change("save"));
+
+  const fs::path opened = fs::directory_iterator(path("runtime"))->path();
+  EXPECT_NE(read_file(opened).find("url=" + address), std::string::npos);
+  EXPECT_EQ(fs::status(opened).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  shown->type(ctrl_c);
+  EXPECT_EQ(shown->exit_code(), 0);
+  EXPECT_TRUE(fs::is_empty(path("runtime")));
+}
+
+TEST_F(Editor, SaysSoWhenNothingOpensABrowser) {
+  shown.emplace(std::vector<std::string>{"/usr/bin/env", "PATH=" + dir.path(), CHLIST_PROGRAM, "edit", path()});
+
+  shown->wait_for("chlist: edit: xdg-open: No such file or directory: open the address in a browser\n");
+  shown->type(ctrl_c);
+
+  EXPECT_EQ(shown->exit_code(), 0);
 }
 
 TEST_F(Editor, AsksBeforeItEndsAndSaves) {
