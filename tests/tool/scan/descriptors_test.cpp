@@ -88,6 +88,21 @@ TEST(ScanDescriptors, T2ComesBeforeTheOlderSystemWhenThatIsAnywhere) {
   EXPECT_EQ(made.frequency_khz, 506'000U);
 }
 
+const std::string c2_data("\x0D\x05\x01\x14\x9F\x8A\x80\x00", 8);
+
+TEST(ScanDescriptors, C2TellsThePipeAndTheFrequencyInHz) {
+  const auto made = delivery({{0x7F, c2_data}});
+  EXPECT_EQ(made.frequency_khz, 346'000U);
+  EXPECT_EQ(chlist::source_of(made.from), "C");
+  EXPECT_EQ(told(made.tuned), (std::vector<std::string>{"system=DVB-C2", "stream_id=5"}));
+}
+
+TEST(ScanDescriptors, C2ThatIsCutTellsNothing) {
+  for (std::size_t size = 0; size < c2_data.size(); ++size) {
+    EXPECT_FALSE(chlist::delivery_in(loop({{0x7F, c2_data.substr(0, size)}}))) << size;
+  }
+}
+
 TEST(ScanDescriptors, SeveralFrequenciesAreNone) {
   EXPECT_EQ(delivery({broadcast::delivery(broadcast::terrestrial{.frequency = 0xFFFFFFFF})}).frequency_khz, 0U);
 }

@@ -30,6 +30,16 @@ class page_of_editor {
     return call(name, body).find(" 200 OK") != std::string::npos;
   }
 
+  // The answer to a call of the list as it is now.
+  [[nodiscard]] chlist::json answer(const std::string &name, chlist::json asked = chlist::json::object()) const {
+    asked.put("revision", revision());
+    return document_in(call(name, asked.dump()));
+  }
+
+  // A file of the page, or the list, with its head.
+  [[nodiscard]] std::string get(const std::string &name) const { return ask("GET", name, "\r\n"); }
+  [[nodiscard]] chlist::json state() const { return document_in(get("state")); }
+
  private:
   [[nodiscard]] std::string ask(const std::string &method, const std::string &name, const std::string &more) const {
     const client connection(port());
@@ -37,10 +47,15 @@ class page_of_editor {
     return connection.read();
   }
 
-  [[nodiscard]] std::int64_t revision() const {
-    const std::string answer = ask("GET", "state", "\r\n");
+  // What stands behind the head; null when nothing came.
+  static chlist::json document_in(const std::string &answer) {
     const std::size_t head = answer.find("\r\n\r\n");
-    return head != std::string::npos ? chlist::json::parse(answer.substr(head + 4))["revision"].as_integer() : -1;
+    return head != std::string::npos ? chlist::json::parse(answer.substr(head + 4)) : chlist::json();
+  }
+
+  [[nodiscard]] std::int64_t revision() const {
+    const chlist::json now = state();
+    return now.is_object() ? now["revision"].as_integer() : -1;
   }
 
   std::string host_;

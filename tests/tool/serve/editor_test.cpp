@@ -1,8 +1,10 @@
 // `chlist edit` as it is run: the address that it prints, Ctrl-C with and without something to save, a kill, refusals.
 #include <signal.h>
 
+#include <filesystem>
 #include <string>
 #include <thread>
+#include <tuple>
 
 #include "tool/edit/edit_host.h"
 #include "tool/serve/editor_page.h"
@@ -23,7 +25,8 @@ class Editor : public edit_host {
 
   page_of_editor page(const std::vector<std::string> &more = {}) {
     const std::string printed = start(more);
-    return page_of_editor(printed.substr(0, printed.find('\n')));
+    const std::size_t address = printed.find("http://");  // behind what is told of the file
+    return page_of_editor(printed.substr(address, printed.find('\n', address) - address));
   }
 
   static void expect_edited(const page_of_editor &open, const std::string &lines) {
@@ -45,6 +48,35 @@ TEST_F(Editor, PrintsAnAddressWithASecret) {
   shown->type(ctrl_c);
   EXPECT_EQ(shown->exit_code(), 0);
   EXPECT_EQ(files(), std::vector<std::string>{"list.dat"});
+}
+
+// Arguments of programs are seen by everybody: the address stands in a file.
+TEST_F(Editor, OpensTheBrowserByAFileThatNobodyElseReads) {
+  namespace fs = std::filesystem;
+  fs::create_directory(path("runtime"));
+  fs::create_symlink("/bin/true", path("xdg-open"));
+  shown.emplace(std::vector<std::string>{"/usr/bin/env", "PATH=" + dir.path(), "XDG_RUNTIME_DIR=" + path("runtime"),
+                                         CHLIST_PROGRAM, "edit", path()});
+  const std::string address = lines_of(shown->wait_for("/\n")).front();
+  const page_of_editor open(address);
+  expect_edited(open, "lock News");
+  EXPECT_TRUE(open.change("save"));
+
+  const fs::path opened = fs::directory_iterator(path("runtime"))->path();
+  EXPECT_NE(read_file(opened).find("url=" + address), std::string::npos);
+  EXPECT_EQ(fs::status(opened).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  shown->type(ctrl_c);
+  EXPECT_EQ(shown->exit_code(), 0);
+  EXPECT_TRUE(fs::is_empty(path("runtime")));
+}
+
+TEST_F(Editor, SaysSoWhenNothingOpensABrowser) {
+  shown.emplace(std::vector<std::string>{"/usr/bin/env", "PATH=" + dir.path(), CHLIST_PROGRAM, "edit", path()});
+
+  shown->wait_for("chlist: edit: xdg-open: No such file or directory: open the address in a browser\n");
+  shown->type(ctrl_c);
+
+  EXPECT_EQ(shown->exit_code(), 0);
 }
 
 TEST_F(Editor, AsksBeforeItEndsAndSaves) {
@@ -88,6 +120,125 @@ TEST_F(Editor, GoesOnWhenSomebodySaysSo) {
   shown->type(ctrl_c);
   EXPECT_EQ(shown->exit_code(), 1);
   EXPECT_TRUE(read_file(path("list.dat.edits")).ends_with("\nrename News Daily\n\nlock Films\n\n"));
+}
+
+TEST_F(Editor, GivesThePageItsFilesAndTheList) {
+  const page_of_editor open = page();
+
+  EXPECT_NE(open.get("").find("text/html; charset=utf-8"), std::string::npos);
+  EXPECT_NE(open.get("editor.js").find("text/javascript; charset=utf-8"), std::string::npos);
+  EXPECT_NE(open.get("list").find("\"News\""), std::string::npos);
+  EXPECT_NE(open.get("nothing").find(" 404 "), std::string::npos);
+}
+
+TEST_F(Editor, TellsAPageWhatIsWrongWithItsCalls) {
+  const page_of_editor open = page();
+  expect_edited(open, "lock News");
+
+  for (const auto &[name, body, status] :
+       {std::tuple("nothing", "{}", " 404 "), std::tuple("edit", "{", " 400 "), std::tuple("edit", "{}", " 400 "),
+        std::tuple("find", R"({"where": 1})", " 400 "), std::tuple("undo", R"({"revision": 0})", " 412 "),
+        std::tuple("find", R"({"where": "colour=red"})", " 409 "),
+        std::tuple("form", R"({"edit": "nothing"})", " 409 ")}) {
+    EXPECT_NE(open.call(name, body).find(status), std::string::npos) << name << ' ' << body;
+  }
+  EXPECT_EQ(open.answer("changes")["lines"], "lock News\n");
+}
+
+TEST_F(Editor, UndoesAndDoesAgainBeforeItSaves) {
+  const page_of_editor open = page();
+  EXPECT_TRUE(open.answer("preview", {{"text", "remove Films"}})["is_changed"].as_bool());
+  EXPECT_TRUE(open.state()["is_saved"].as_bool());
+
+  expect_edited(open, "rename News Daily");
+  const json words = json::array({json::array({"lock", "Films"}), json::array({"skip", "Films"})});
+  EXPECT_TRUE(open.answer("edit", {{"edits", words}})["state"]["can_undo"].as_bool());
+  EXPECT_TRUE(open.change("undo"));
+  EXPECT_FALSE(open.answer("undo")["state"]["can_undo"].as_bool());
+  EXPECT_TRUE(open.change("redo"));
+  EXPECT_EQ(open.answer("find", {{"where", "name=Daily"}})["services"], json::array({0}));
+  EXPECT_TRUE(open.change("save"));
+
+  write_file(path("wanted.dat"), before.data);
+  run({"rename", "wanted.dat", "News", "Daily"});
+  expect_bytes(read_file(path("wanted.dat")));
+}
+
+TEST_F(Editor, TakesUpWhatWasLeftTheLastTime) {
+  expect_edited(page(), "rename News Daily");
+  shown->type(ctrl_c);
+  shown->wait_for(question);
+  shown->type("k\n");
+  EXPECT_EQ(shown->exit_code(), 1);
+
+  const page_of_editor open = page();
+  EXPECT_EQ(open.state()["left"]["steps"], 1);
+  EXPECT_TRUE(open.state()["left"]["is_of_this_list"].as_bool());
+  EXPECT_FALSE(open.change("edit", "lock News"));
+  EXPECT_EQ(open.answer("take-left")["failures"], json::array());
+  EXPECT_TRUE(open.change("save"));
+
+  EXPECT_NE(run({"list", "list.dat"}).out.find("Daily"), std::string::npos);
+  EXPECT_EQ(files(), (std::vector<std::string>{"list.dat", "list.dat.bak", "list.dat.edits", "list.dat.history"}));
+}
+
+TEST_F(Editor, DropsWhatWasLeftTheLastTime) {
+  expect_edited(page(), "rename News Daily");
+  shown->type(ctrl_c);
+  shown->wait_for(question);
+  shown->type("k\n");
+  shown->exit_code();
+
+  EXPECT_TRUE(page().answer("drop-left")["state"]["left"].is_null());
+  shown->type(ctrl_c);
+
+  EXPECT_EQ(shown->exit_code(), 0);
+  expect_bytes(before.data);
+  EXPECT_EQ(files(), std::vector<std::string>{"list.dat"});
+}
+
+TEST_F(Editor, GoesOnFromTheFileThatSomebodyElseWrote) {
+  const page_of_editor open = page();
+  expect_edited(open, "lock News");
+  expect_edited(open, "rename Music Jazz");
+  channel_file other;
+  other.service(news).entry(VIEW_ALL, news, 7).entry(VIEW_TV, news, 7);
+  write_file(path(), other.data);
+
+  EXPECT_TRUE(open.state()["is_file_changed"].as_bool());
+  EXPECT_FALSE(open.change("save"));
+  EXPECT_GT(open.answer("changes-of-file")["changes"].size(), 1U);
+  const json failures = open.answer("read-again")["failures"];
+
+  EXPECT_EQ(failures.size(), 1U);
+  EXPECT_TRUE(failures[0].as_string().starts_with("rename Music Jazz: ")) << failures.dump();
+  EXPECT_EQ(open.answer("changes")["lines"], "lock News\n");
+}
+
+TEST_F(Editor, WritesAListOfAnotherFormatBackWithEveryLine) {
+  const std::string lines = "# my own list\n"
+                            "Das Erste;ARD:11836:HC34M2O35S0:S19.2E:27500:101=2:102=deu@3:104:0:28106:1:1101:0\n"
+                            "this line is none\n";
+  write_file(path(), lines);
+
+  const page_of_editor open = page();
+  EXPECT_NE(open.get("state").find("line 3 stays as it is"), std::string::npos);
+  expect_edited(open, "rename \"Das Erste\" One");
+  EXPECT_TRUE(open.change("save"));
+
+  std::string wanted = lines;
+  EXPECT_EQ(read_file(path()), wanted.replace(wanted.find("Das Erste"), 9, "One"));
+  EXPECT_EQ(read_file(path("list.dat.bak")), lines);
+}
+
+TEST_F(Editor, TakesAFileOfAPageForTheNextEdit) {
+  const page_of_editor open = page();
+
+  EXPECT_EQ(open.answer("form", {{"edit", "order"}})["summary"], "Give a list the order of another one");
+  const std::string taken =
+      open.answer("take-file", {{"name", "a.txt"}, {"at", 0}, {"bytes", "aGVsbG8="}})["path"].as_string();
+
+  EXPECT_EQ(read_file(taken), "hello");
 }
 
 TEST_F(Editor, RefusesAListThatIsOpenAlready) {

@@ -194,7 +194,10 @@ class parser {
     const char quote = next();
     if (quote != '"' && quote != '\'') {
       const std::string_view word = word_up_to(ends_of_words);
-      return word.empty() ? refuse(begin, "a value is missing here") : std::string(word);
+      if (word.empty()) {
+        refuse(begin, "a value is missing here");
+      }
+      return std::string(word);
     }
     std::string value;
     for (++at_; at_ < text_.size(); ++at_) {
@@ -234,7 +237,7 @@ class parser {
     return is_there;
   }
 
-  [[noreturn]] std::string refuse(std::size_t place, const std::string &why) const {
+  [[noreturn]] void refuse(std::size_t place, const std::string &why) const {
     throw std::runtime_error(
         fmt::format("{}, character {}: {}", called_, characters_of(text_.substr(0, place)).size() + 1, why));
   }

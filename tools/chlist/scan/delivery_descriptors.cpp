@@ -167,7 +167,8 @@ delivery_facts c2_delivery(std::string_view data) {
 constexpr std::size_t satellite_size = 11;
 constexpr std::size_t cable_size = 11;
 constexpr std::size_t terrestrial_size = 7;
-constexpr std::size_t extended_size = 4;
+constexpr std::size_t t2_size = 4;
+constexpr std::size_t c2_size = 8;
 
 std::optional<delivery_facts> delivery_of(const descriptor_bytes &each) {
   const std::size_t size = each.data.size();
@@ -180,10 +181,10 @@ std::optional<delivery_facts> delivery_of(const descriptor_bytes &each) {
   if (each.tag == delivery_tag::terrestrial && size >= terrestrial_size) {
     return terrestrial_delivery(each.data);
   }
-  if (is_extension(each, delivery_tag::extended_t2) && size >= extended_size) {
+  if (is_extension(each, delivery_tag::extended_t2) && size >= t2_size) {
     return t2_delivery(each.data);
   }
-  if (is_extension(each, delivery_tag::extended_c2) && size >= extended_size) {
+  if (is_extension(each, delivery_tag::extended_c2) && size >= c2_size) {
     return c2_delivery(each.data);
   }
   return std::nullopt;
