@@ -12,22 +12,20 @@
 
 #include "chlist/serve/editor_site.h"
 #include "harness.h"
+#include "small_list.h"
 
 namespace {
 
 const std::string token = "token";
 
-// The smallest list that edits find something in, made of lines of a format; it goes with the program.
+// It goes with the program.
 class list_to_edit {
  public:
   list_to_edit() {
     std::string folder = std::filesystem::is_directory("/dev/shm") ? "/dev/shm/fuzz-XXXXXX" : "/tmp/fuzz-XXXXXX";
     fuzz::require(::mkdtemp(folder.data()) != nullptr, "a folder for the list");
     folder_ = folder;
-    std::ofstream(path()) << ":Group\n"
-                             "News;Free:11836:HC34M2O35S0:S19.2E:27500:101=2:102=deu@3:104:0:28106:1:1101:0\n"
-                             "Films;Pay:11836:HC34M2O35S0:S19.2E:27500:201=2:202=deu@3:204:1702:28107:1:1101:0\n"
-                             "Music;Free:11953:HC34M2O35S0:S19.2E:27500:0:120=deu@3:130:0:28006:1:1079:0\n";
+    std::ofstream(path()) << fuzz::small_channels_conf;
   }
   ~list_to_edit() { std::filesystem::remove_all(folder_); }
   list_to_edit(const list_to_edit &) = delete;
@@ -84,7 +82,7 @@ void ask(chlist::editor_site &site, const chlist::http_request &request) {
   fuzz::require(answer.status >= 200 && answer.status < 500, "an answer is no accident");
 }
 
-// Edits that read files by name, and regular expressions, which are the C++ library's, are left out.
+// Edits that read files by name, and regular expressions, which are another library's, are left out.
 bool is_ours(std::string_view line) {
   const auto has = [line](std::string_view word) { return line.find(word) != std::string_view::npos; };
   return !has("order") && !has("plan") && !has("merge") && !has("salvage") && !has("~") && !line.starts_with("Psave");
