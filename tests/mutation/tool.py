@@ -10,13 +10,12 @@ import re
 
 import workshop
 
-# A folder of tools/chlist/, and the folders of tests/tool/ whose suites hold it: its own, then those of the commands that
-# show what it does.
+# A folder of tools/chlist/, and what of tests/tool/ holds it: its own folder, then the commands that show what it does.
 HELD_BY = {
-    "fields": ("fields", "listing", "edit"),
-    "line_up": ("line_up", "listing", "merge", "edit"),
+    "fields": ("fields", "listing", "edit/set_test.cpp"),
+    "line_up": ("line_up", "listing", "merge"),
     "edit": ("edit",),
-    "compare": ("compare", "listing", "merge", "edit"),
+    "compare": ("compare", "listing", "merge"),
     "merge": ("merge",),
 }
 TEST = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
@@ -25,6 +24,9 @@ TEST = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
 LAUNCHER = """#!/bin/sh
 exec "${CHLIST_TRIED:-$0.built}" "$@"
 """
+
+# The prose of the help, which people read; its words are held by no test.
+PROSE = re.compile(r"""\.(?:about|summary|details)\s*=\s*[{\s]*(?:"(?:\\.|[^"\\])*"[\s,]*)*$""")
 
 # Lists made at random and costs take longer than everything else of a folder together, and come last.
 LONG = re.compile(r"ByChance|Cost")
@@ -65,16 +67,18 @@ class Tool(workshop.Subject):
         return sorted(str(path.relative_to(tree)) for folder in HELD_BY
                       for path in (tree / "tools/chlist" / folder).rglob("*.cpp"))
 
+    def is_fault(self, mutant, source):
+        return mutant.operator != "changed text" or not PROSE.search(source, 0, mutant.begin)
+
     def group(self, file):
         return pathlib.PurePath(file).parts[2]
 
     def suites(self, tree, file):
-        folders = [tree / "tests/tool" / name for name in HELD_BY[self.group(file)]]
-        of_same_name = folders[0] / f"{pathlib.PurePath(file).stem}_test.cpp"
-        tried = [(of_same_name, False)] if of_same_name.exists() else []
-        tried += itertools.product(folders, (False,))
-        tried += itertools.product(folders, (True,))
-        return [suites for tests, is_long in tried for suites in suites_of(tests, is_long)]
+        tests = tree / "tests/tool"
+        of_same_name = sorted(tests.glob(f"*/{pathlib.PurePath(file).stem}_test.cpp"))
+        held_by = [tests / name for name in HELD_BY[self.group(file)]]
+        tried = [*itertools.product(of_same_name + held_by, (False,)), *itertools.product(held_by, (True,))]
+        return [suites for place, is_long in tried for suites in suites_of(place, is_long)]
 
     def owns(self, made):
         return pathlib.PurePath(made).parts[0] == "tools"

@@ -53,6 +53,10 @@ class Subject:
         """The names of the sources that get faults."""
         raise NotImplementedError
 
+    def is_fault(self, mutant, source):
+        """Whether the tests shall notice the mutant."""
+        return True
+
     def group(self, file):
         """What a source is counted with."""
         raise NotImplementedError
