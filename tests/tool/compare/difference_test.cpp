@@ -140,6 +140,19 @@ TEST_F(Difference, ASnapshotStaysAsItIs) {
   EXPECT_EQ(changes[0].fields[0].before, 2);
 }
 
+TEST_F(Difference, AServiceOfNoTransponderIsAnotherOneInAnotherNetwork) {
+  news->frequency = 9'000'000;
+  const line_up before = line_up_in_memory();
+  news->network_id = 77;
+  std::vector<change_kind> kinds;
+  for (const change &each : differences(before, line_up_in_memory())) {
+    if (each.what == "service") {
+      kinds.push_back(each.kind);
+    }
+  }
+  EXPECT_EQ(kinds, (std::vector{change_kind::added, change_kind::removed}));
+}
+
 TEST_F(Difference, AnyListIsEqualToItself) {
   for (unsigned seed = 0; seed < 40; ++seed) {
     reset_channel_list();

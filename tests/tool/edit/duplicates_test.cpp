@@ -77,6 +77,7 @@ TEST_F(Duplicates, TheOthersArePassedOver) {
 TEST_F(Duplicates, OnlyThoseThatMeetACondition) {
   EXPECT_EQ(groups({"--by", "name", "--where", "frequency=12000000"}), texts());
   EXPECT_EQ(groups({"--by", "name", "--where", "name~films"}), (texts{"FILMS HD/200: Films/100"}));
+  EXPECT_EQ(groups({"--by", "name", "--where", "name~news"}), (texts{"News/100: News/200"}));
 }
 
 TEST_F(Duplicates, SeveralAreShownFirst) {

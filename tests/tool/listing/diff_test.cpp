@@ -55,6 +55,18 @@ TEST_F(Diff, TellsServicesAddedAndRemovedWithTheirNumbers) {
             "  transponder 1:1:101:11727480V removed\n");
 }
 
+TEST_F(Diff, HeadingsHaveTheColoursOfWhatTheyHead) {
+  write("less.dat", channel_file().network(1, 1, "Astra").service(news).service(films));
+  terminal screen({"/bin/sh", "-c",
+                   "unset NO_COLOR; PAGER=cat TERM=xterm exec " CHLIST_PROGRAM " diff " + path("less.dat") + ' ' +
+                       path("list.dat")});
+
+  EXPECT_EQ(screen.exit_code(), 1);
+  EXPECT_TRUE(has_line(screen.unread(), "\033[32mAdded:\033[0m")) << screen.unread();
+  EXPECT_TRUE(has_line(screen.unread(), "\033[33mChanged:\033[0m")) << screen.unread();
+  EXPECT_TRUE(has_line(screen.unread(), "\033[1mAround the services:\033[0m")) << screen.unread();
+}
+
 TEST_F(Diff, TellsFieldsAndNumbersThatChanged) {
   channel_file file;
   service_data renamed = news;
