@@ -26,7 +26,7 @@ exec "${CHLIST_TRIED:-$0.built}" "$@"
 """
 
 # The prose of the help, which people read; its words are held by no test.
-PROSE = re.compile(r"""\.(?:about|summary|details)\s*=\s*[{\s]*(?:"(?:\\.|[^"\\])*"[\s,]*)*$""")
+PROSE = re.compile(r"""\.(?:about|summary|details|exit_codes)\s*=\s*(?:"(?:\\.|[^"\\])*"|[\s,{}])*$""")
 
 # Lists made at random and costs take longer than everything else of a folder together, and come last.
 LONG = re.compile(r"ByChance|Cost")
