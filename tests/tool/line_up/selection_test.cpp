@@ -116,6 +116,11 @@ TEST_F(Selection, AWholeNameGoesBeforeAPart) {
   EXPECT_EQ(services_named("films"), services{films});
 }
 
+TEST_F(Selection, AFavouriteGroupThatAListLacksHasNoEntries) {
+  const chlist::line_up without_groups;
+  EXPECT_TRUE(chlist::entries_of(without_groups, VIEW_FAVOURITE).empty());
+}
+
 TEST_F(Selection, WhatWasRemovedIsFoundNoMore) {
   const chlist::line_up list = line_up_in_memory();
   chlist::service_finder finder(list);

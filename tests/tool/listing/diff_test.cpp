@@ -172,6 +172,9 @@ TEST_F(Diff, AnEntryWithoutAServiceMovesToo) {
                               {"before", json::array()},
                               {"after", json::array({"4 1:1:100:11000000H:98"})}}}));
 
+  EXPECT_NE(diff(with_missing_at(0, 7)).find("H:101, 4 1:1:100:11000000H:102 and 2 more\n"), std::string::npos)
+      << diff(with_missing_at(0, 7));
+
   write("list.dat", with_missing_at(0, 2));
   EXPECT_TRUE(has_line(diff(with_missing_at(3, 2)),
                        "  ALL view: 2 entries without a service moved: \"4 1:1:100:11000000H:98\", "
