@@ -2,9 +2,11 @@
 # compiler little beside the headers and templates that all of them need; so does a precompiled header, where there are
 # few units. Folders that are named together, as edit+merge, are one unit with all that is below them; of several names
 # that fit a source the first counts. Names of one unit differ, also those of anonymous namespaces. With CHANNEL_UNITY
-# off each file is compiled alone, as editors want to see it.
+# off each file is compiled alone, as editors want to see it; with CHANNEL_UNITY_EXCEPT those whose path it matches.
 
 option(CHANNEL_UNITY "Compile folder by folder, not file by file" ON)
+set(CHANNEL_UNITY_EXCEPT "" CACHE STRING "A pattern of paths: these files are compiled alone all the same")
+mark_as_advanced(CHANNEL_UNITY_EXCEPT)
 
 # channel_unity_group(<variable> <source> [<folders>...]): the name of the unit that the source belongs to.
 function(channel_unity_group variable source)
@@ -33,5 +35,8 @@ function(channel_unity_by_folder target)
   foreach(source IN LISTS sources)
     channel_unity_group(group "${source}" ${ARGN})
     set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${group}")
+    if(CHANNEL_UNITY_EXCEPT AND source MATCHES "${CHANNEL_UNITY_EXCEPT}")
+      set_source_files_properties("${source}" PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    endif()
   endforeach()
 endfunction()

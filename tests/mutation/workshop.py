@@ -1,7 +1,12 @@
 """Where mutants are built and tried: a copy of the tree, built once. A mutant's file goes into a folder that the
 compiler searches before the tree; only what includes it is compiled again, and the programs are linked anew beside
-those of the copy. The copy itself is never changed, so that several mutants can be tried at a time."""
+those of the copy. The copy itself is never changed, so that several mutants can be tried at a time.
 
+What differs between the library and the tool is a Subject (library.py, tool.py): which sources get faults, how the copy is
+configured, which tests are run in which order, and how a program with the fault in it comes about."""
+
+import contextlib
+import dataclasses
 import os
 import pathlib
 import re
@@ -10,20 +15,62 @@ import shlex
 import shutil
 import signal
 import subprocess
+import tempfile
+import threading
 
-PROGRAMS = ("unit_tests_shared", "internal_tests", "model_tests")
-SHARED_LIBRARY = "lib/libchannel.so.1.0.0"
 # Mutants that differ at -O1 may be one program to the optimiser; those are no faults.
 CONFIGURATION = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG",
-                 "-DCMAKE_C_FLAGS_RELEASE=-O1 -DNDEBUG", "-DCHANNEL_WERROR=OFF", "-DCHANNEL_BUILD_TOOLS=OFF",
-                 "-DCHANNEL_BUILD_EXAMPLES=OFF", "-DCHANNEL_BUILD_BENCH=OFF", "-DCHANNEL_UNITY=OFF",
-                 "-DCMAKE_CXX_FLAGS=-w"]
-# Suites that depend on what else the machine does: their failure counts when it happens twice.
-FICKLE = re.compile(r"CheckLoad|FullDisk|NoMemory|Saving")
+                 "-DCMAKE_C_FLAGS_RELEASE=-O1 -DNDEBUG", "-DCHANNEL_WERROR=OFF", "-DCHANNEL_BUILD_EXAMPLES=OFF",
+                 "-DCHANNEL_BUILD_BENCH=OFF", "-DCHANNEL_BUILD_REPLAYS=OFF", "-DCMAKE_CXX_FLAGS=-w"]
+# Every mutant is linked anew: lld takes a fifth of the time.
+if shutil.which("ld.lld"):
+    CONFIGURATION += [f"-DCMAKE_{kind}_LINKER_FLAGS=-fuse-ld=lld" for kind in ("EXE", "SHARED")]
 # Limits are seconds of the processor, so that other work on the machine kills no mutant. One that waits for ever is
-# stopped after so many times its limit.
-PATIENCE = 60
+# stopped after so many times its limit, one that takes memory for ever when it has this much.
+PATIENCE = 10
+MEMORY = 4 << 30
 FAILED_TEST = re.compile(rb"\[  FAILED  \] ([\w/]+\.[\w/]+)")
+
+
+@dataclasses.dataclass(frozen=True)
+class Suites:
+    """Tests that are run together: a program of the copy, and what chooses among its tests."""
+    name: str
+    program: str
+    arguments: tuple = ()
+
+
+class Subject:
+    """What faults are put into."""
+    lowest_rate = 95  # of a hundred mutants that are programs of their own, so many have to be killed
+    late = ()  # groups that are tried last
+    configuration = []
+    programs = ()
+    fickle = None  # tests that depend on what else the machine does: their failure counts when it happens twice
+    bench = None
+
+    def files(self, tree):
+        """The names of the sources that get faults."""
+        raise NotImplementedError
+
+    def is_fault(self, mutant, source):
+        """Whether the tests shall notice the mutant."""
+        return True
+
+    def group(self, file):
+        """What a source is counted with."""
+        raise NotImplementedError
+
+    def suites(self, tree, file):
+        """The tests that a fault in the source has to pass to survive, in their order."""
+        raise NotImplementedError
+
+    def owns(self, made):
+        """Whether an object is the subject's own code, not the tests'."""
+        raise NotImplementedError
+
+    def built(self, build):
+        """Called when the copy was built."""
 
 
 def output_of(command, **options):
@@ -35,8 +82,20 @@ def processor_seconds():
     return used.ru_utime + used.ru_stime
 
 
+def without_launcher(words):
+    """A compiler's command without the cache in front of it, which would keep every mutant."""
+    caches = [at for at, word in enumerate(words) if pathlib.PurePath(word).name == "ccache"]
+    return words[caches[0] + 1:] if caches else words
+
+
+def limits_of_process(seconds):
+    resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds + 1))
+    resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
+
+
 class Workshop:
-    def __init__(self, root, folder):
+    def __init__(self, subject, root, folder):
+        self.subject = subject
         self.tree = folder / "tree"
         self.build = folder / "build"
         self.scratch = folder / "mutants"
@@ -45,6 +104,7 @@ class Workshop:
         self._build()
         self._read_commands()
         self.limits = {}
+        self.measuring = threading.Lock()
 
     def _copy(self, root):
         """Copies what git knows or would know, leaving unchanged files alone so that they are not built again."""
@@ -60,17 +120,18 @@ class Workshop:
                 copy.unlink()
 
     def _build(self):
-        output_of(["cmake", "-S", self.tree, "-B", self.build, *CONFIGURATION])
-        subprocess.run(["ninja", "-C", self.build, "--quiet", *PROGRAMS], check=True)
+        output_of(["cmake", "-S", self.tree, "-B", self.build, *CONFIGURATION, *self.subject.configuration])
+        subprocess.run(["ninja", "-C", self.build, "--quiet", *self.subject.programs], check=True)
+        self.subject.built(self.build)
 
     def _read_commands(self):
         ninja = ["ninja", "-C", self.build, "-t"]
         self.compile_command = {}
         self.link_command = {}
-        for line in output_of([*ninja, "commands", *PROGRAMS]).splitlines():
+        for line in output_of([*ninja, "commands", *self.subject.programs]).splitlines():
             words = shlex.split(line.removeprefix(": && ").removesuffix(" && :"))
             if "-c" in words and "-o" in words:
-                self.compile_command[words[words.index("-o") + 1]] = words
+                self.compile_command[words[words.index("-o") + 1]] = without_launcher(words)
             elif "-o" in words:
                 self.link_command[words[words.index("-o") + 1]] = words
         self.dependants = {}
@@ -81,30 +142,38 @@ class Workshop:
             elif line and made in self.compile_command:
                 self.dependants.setdefault(os.path.realpath(self.build / line.strip()), []).append(made)
 
-    def measure(self, environment):
-        """Runs every program on the copy as it is: all must pass, and a mutant gets five times as long."""
-        for program in PROGRAMS:
-            before = processor_seconds()
-            failed = self._run([self.build / "bin" / program], 600, environment)
-            if failed is not None:
-                raise SystemExit(f"{program} fails without any fault: {failed}")
-            self.limits[program] = int(5 * (processor_seconds() - before)) + 5
+    def limit(self, suites, environment):
+        """Five times what the suites take on the copy as it is, where all of them must pass; measured when first asked."""
+        with self.measuring:
+            if suites not in self.limits:
+                before = processor_seconds()
+                failed = self.failure(suites, self.build / "bin" / suites.program, 600, environment)
+                if failed is not None:
+                    raise RuntimeError(f"{suites.name} fails without any fault: {failed}")
+                self.limits[suites] = int(5 * (processor_seconds() - before)) + 5
+            return self.limits[suites]
 
-    def _run(self, command, limit, environment):
-        """None when the program passes; what failed otherwise."""
-        try:
-            done = subprocess.run([*command, "--gtest_fail_fast", "--gtest_brief=1"], timeout=PATIENCE * limit,
-                                  env=environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                                  stdin=subprocess.DEVNULL, cwd=self.build,
-                                  preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_CPU, (limit, limit + 1)))
-        except subprocess.TimeoutExpired:
+    def failure(self, suites, program, limit, environment):
+        """None when the suites pass; what failed otherwise."""
+        with tempfile.TemporaryFile() as told:
+            process = subprocess.Popen([program, *suites.arguments, "--gtest_fail_fast", "--gtest_brief=1"], cwd=self.build,
+                                       env=environment, stdin=subprocess.DEVNULL, stdout=told, stderr=subprocess.DEVNULL,
+                                       start_new_session=True, preexec_fn=lambda: limits_of_process(limit))
+            try:
+                code = process.wait(PATIENCE * limit)
+            except subprocess.TimeoutExpired:
+                code = -signal.SIGXCPU
+            finally:
+                with contextlib.suppress(ProcessLookupError):
+                    os.killpg(process.pid, signal.SIGKILL)
+                process.wait()
+            told.seek(0)
+            failed = FAILED_TEST.search(told.read())
+        if code in (-signal.SIGXCPU, -signal.SIGKILL):
             return "took too long"
-        if done.returncode in (-signal.SIGXCPU, -signal.SIGKILL):
-            return "took too long"
-        if done.returncode == 0:
+        if code == 0:
             return None
-        failed = FAILED_TEST.search(done.stdout)
-        return failed.group(1).decode() if failed else f"died ({done.returncode})"
+        return failed.group(1).decode() if failed else f"died ({code})"
 
 
 class Bench:
@@ -116,8 +185,22 @@ class Bench:
         self.place = workshop.scratch / str(number)
         self.original = workshop.tree / mutant.file
         shutil.rmtree(self.place, ignore_errors=True)
-        self.objects = workshop.dependants.get(os.path.realpath(self.original), [])
+        objects = workshop.dependants.get(os.path.realpath(self.original), [])
+        self.own_objects = [made for made in objects if workshop.subject.owns(made)]
+        self.test_objects = [made for made in objects if not workshop.subject.owns(made)]
         self._write("overlay", self.mutated())
+
+    def is_program(self):
+        """Compiles and links what every suite needs; False when the fault leaves no program."""
+        raise NotImplementedError
+
+    def program(self, name):
+        """The program of that name with the fault in it; None when it cannot be built."""
+        raise NotImplementedError
+
+    def surroundings(self):
+        """What the programs find in their environment."""
+        return {}
 
     def mutated(self):
         source = self.original.read_text()
@@ -144,52 +227,44 @@ class Bench:
         target.parent.mkdir(parents=True, exist_ok=True)
         return subprocess.run([*words, *more], cwd=self.shop.build, capture_output=True).returncode == 0
 
-    def compile(self, of_library):
-        """Compiles the library's objects, or the tests', that the fault is in; False when it is no program."""
-        chosen = [made for made in self.objects if is_of_library(made) == of_library]
-        return all(self._compile(made, "overlay", self.place / made) for made in chosen)
+    def compile(self, objects):
+        return all(self._compile(made, "overlay", self.place / made) for made in objects)
 
     def is_same_code(self):
-        """Whether the optimiser makes the same of the fault as of the original, all over the library."""
+        """Whether the optimiser makes the same of the fault as of the original, in every object."""
         self._write("untouched", self.original.read_text())
-        return not any(self._differs(made) for made in self.objects if is_of_library(made))
+        return not any(self._differs(made) for made in self.own_objects)
 
     def _differs(self, made):
         pair = [self.place / f"{overlay}.o" for overlay in ("overlay", "untouched")]
         compiled = [self._compile(made, target.stem, target, "-O2") for target in pair]
         return not all(compiled) or pair[0].read_bytes() != pair[1].read_bytes()
 
-    def _link(self, name, target):
-        mutated = [made for made in self.objects if (self.place / made).exists()]
-        words = [str(self.place / word) if word in mutated else word for word in self.shop.link_command[name]]
+    def link(self, name, target):
+        """Links what the build calls by that name, with the objects that were compiled here."""
+        compiled = [made for made in (*self.own_objects, *self.test_objects) if (self.place / made).exists()]
+        words = [str(self.place / word) if word in compiled else word for word in self.shop.link_command[name]]
         words[words.index("-o") + 1] = str(target)
         if not name.startswith("lib/"):
             # In front of the archive, which then supplies no second definition.
-            own = [str(self.place / made) for made in mutated if is_of_library(made)]
+            own = [str(self.place / made) for made in compiled if made in self.own_objects]
             words[words.index("-o"):words.index("-o")] = own
         target.parent.mkdir(parents=True, exist_ok=True)
         return subprocess.run(words, cwd=self.shop.build, capture_output=True).returncode == 0
 
-    def _try(self, program, command, environment):
-        failed = self.shop._run(command, self.shop.limits[program], environment)
-        if failed is not None and FICKLE.search(failed):
-            failed = self.shop._run(command, self.shop.limits[program], environment)
-        return failed and f"{program}: {failed}"
-
-    def link_library(self):
-        return self._link(SHARED_LIBRARY, self.place / "lib" / "libchannel.so.1")
-
     def first_failure(self, environment):
-        """What kills the mutant; None when every program passes."""
-        beside = {**environment, "LD_LIBRARY_PATH": str(self.place / "lib")}
-        failed = self._try("unit_tests_shared", [self.shop.build / "bin/unit_tests_shared"], beside)
-        if failed is None:
-            program = self.place / "internal_tests"
-            if not self.compile(of_library=False) or not self._link("bin/internal_tests", program):
-                return "internal_tests: cannot be built"
-            failed = self._try("internal_tests", [program], environment)
-        return failed or self._try("model_tests", [self.shop.build / "bin/model_tests"], beside)
+        """What kills the mutant; None when all its suites pass."""
+        surroundings = {**environment, **self.surroundings()}
+        for suites in self.shop.subject.suites(self.shop.tree, self.mutant.file):
+            limit = self.shop.limit(suites, environment)
+            program = self.program(suites.program)
+            failed = self._tried(suites, program, limit, surroundings) if program else "cannot be built"
+            if failed is not None:
+                return f"{suites.name}: {failed}"
+        return None
 
-
-def is_of_library(made):
-    return pathlib.PurePath(made).parts[0] in ("channel", "base")
+    def _tried(self, suites, program, limit, environment):
+        failed = self.shop.failure(suites, program, limit, environment)
+        if failed is not None and self.shop.subject.fickle.search(failed):
+            failed = self.shop.failure(suites, program, limit, environment)
+        return failed

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "chlist/compare/pairing.h"
 #include "chlist/line_up/list_line_up.h"
 #include "support/full_list.h"
 #include "support/providers.h"
@@ -138,6 +139,37 @@ TEST_F(Difference, ASnapshotStaysAsItIs) {
   EXPECT_EQ(changes[0].name, "\"Films\" (1:1:100:11000000H:2)");
   ASSERT_EQ(changes[0].fields.size(), 1U);
   EXPECT_EQ(changes[0].fields[0].before, 2);
+}
+
+TEST_F(Difference, AServiceOfNoTransponderIsAnotherOneInAnotherNetwork) {
+  news->frequency = 9'000'000;
+  const line_up before = line_up_in_memory();
+  news->network_id = 77;
+  std::vector<change_kind> kinds;
+  for (const change &each : differences(before, line_up_in_memory())) {
+    if (each.what == "service") {
+      kinds.push_back(each.kind);
+    }
+  }
+  EXPECT_EQ(kinds, (std::vector{change_kind::added, change_kind::removed}));
+}
+
+TEST_F(Difference, GroupsThatStandForEachOtherMakeNoDifferenceOfTheirServices) {
+  const auto give_groups = [this](std::int16_t id) {
+    list.provider[0] = test_support::named_group("Sky", id);
+    list.genre[0] = test_support::named_group("Sport", id);
+    list.country[0] = test_support::named_group("France", id);
+    list.provider_num = list.genre_num = list.country_num = 1;
+    news->provider_id = news->genre_id = news->country_id = id;
+    return line_up_in_memory();
+  };
+  const line_up before = give_groups(6);
+  const line_up after = give_groups(7);
+  std::vector<std::string> told;
+  for (const change &each : differences(before, after, pair_around(pair_services(before, after), before, after))) {
+    told.push_back(each.name + ", " + std::string(each.fields.front().name));
+  }
+  EXPECT_EQ(told, (names{"provider 7, id", "genre 7, id", "country 7, id"}));
 }
 
 TEST_F(Difference, AnyListIsEqualToItself) {

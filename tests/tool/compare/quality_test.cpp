@@ -5,6 +5,7 @@
 
 namespace {
 
+using chlist::is_radio;
 using chlist::picture;
 using chlist::picture_of;
 using chlist::plain_name;
@@ -38,6 +39,13 @@ TEST(Quality, TheNameTellsThePictureOrElseTheTypeDoes) {
   EXPECT_EQ(picture_of(named("News", 0x19)), picture::high);
   EXPECT_EQ(picture_of(named("News", 0x1F)), picture::ultra_high);
   EXPECT_EQ(picture_of(named("News SD", 0x19)), picture::standard);
+}
+
+TEST(Quality, RadioIsToldByTheType) {
+  EXPECT_TRUE(is_radio(named("News", SERVICE_TYPE_RADIO)));
+  EXPECT_TRUE(is_radio(named("News", 0x0A)));
+  EXPECT_FALSE(is_radio(named("News")));
+  EXPECT_FALSE(is_radio(named("News Radio", 0x0C)));
 }
 
 }  // namespace

@@ -106,6 +106,8 @@ TEST_F(Apply, WritesNothingWhenALineCannotBeRead) {
   EXPECT_TRUE(
       unknown.err.starts_with("chlist: apply: a.edits:1: no edit \"renam\": did you mean \"rename\"? There are "))
       << unknown.err;
+  const program_result half = apply("fav\n");
+  EXPECT_TRUE(half.err.starts_with("chlist: apply: a.edits:1: no edit \"fav\"")) << half.err;
 }
 
 TEST_F(Apply, TellsNotesWithTheirLines) {

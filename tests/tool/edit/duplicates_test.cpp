@@ -74,9 +74,19 @@ TEST_F(Duplicates, TheOthersArePassedOver) {
   expect_edit({"duplicates", "list.dat", "--yes", "--skip"}, read_file(path("expected.dat")));
 }
 
+TEST_F(Duplicates, TheTableTellsWhatBecomesOfThem) {
+  const auto tells = [this](const std::string &option, const std::string &word) {
+    return run({"duplicates", "list.dat", "--dry-run", option}).out.find("  " + word + "  ") != std::string::npos;
+  };
+  EXPECT_TRUE(tells("--skip", "skipped"));
+  EXPECT_TRUE(tells("--remove", "removed"));
+  EXPECT_TRUE(tells("--order", "behind it"));
+}
+
 TEST_F(Duplicates, OnlyThoseThatMeetACondition) {
   EXPECT_EQ(groups({"--by", "name", "--where", "frequency=12000000"}), texts());
   EXPECT_EQ(groups({"--by", "name", "--where", "name~films"}), (texts{"FILMS HD/200: Films/100"}));
+  EXPECT_EQ(groups({"--by", "name", "--where", "name~news"}), (texts{"News/100: News/200"}));
 }
 
 TEST_F(Duplicates, SeveralAreShownFirst) {

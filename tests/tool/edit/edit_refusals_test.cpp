@@ -26,9 +26,12 @@ TEST_F(EditRefusals, AServiceWhoseIdentityLeadsToAnother) {
   before = twice;
   write_file(path(), before.data);
 
-  expect_refused({"rename", "list.dat", "Copy", "X"},
-                 "\"Copy\" (net 1, network 1, ts 200, 12000000 V, service 3) cannot be edited: its identity leads to "
-                 "another service or to none");
+  const std::string error =
+      "\"Copy\" (net 1, network 1, ts 200, 12000000 V, service 3) cannot be edited: its identity leads to another "
+      "service or to none";
+
+  expect_refused({"rename", "list.dat", "Copy", "X"}, error);
+  expect_refused({"keep", "list.dat", "News", "--yes"}, error);
 }
 
 TEST_F(EditRefusals, ABackupInPlaceOfTheInput) {

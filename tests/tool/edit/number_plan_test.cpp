@@ -103,6 +103,26 @@ TEST_F(NumberPlan, TellsCollisionsBeforeAnythingIsWritten) {
                       "1 number would belong to two services:\n  900  \"Music\" by line 2 and \"Sport\" by line 1");
 }
 
+TEST_F(NumberPlan, TellsTheFirstTwentyOfManyCollisions) {
+  before = channel_file();
+  for (std::uint16_t id = 1; id <= 21; ++id) {
+    const service_data television = {.service_id = id, .name = "Television"};
+    const auto radio_id = static_cast<std::uint16_t>(100 + id);
+    const service_data radio = {.service_id = radio_id, .service_type = SERVICE_TYPE_RADIO, .name = "Radio"};
+    before.service(television).service(radio).entry(VIEW_ALL, television, id).entry(VIEW_ALL, radio, radio_id);
+  }
+  write_file(path(), before.data);
+  write_plan("type=radio from 1\n");
+
+  const auto lines = lines_of(run({"renumber", "list.dat", "--yes", "--plan", "plan.txt"}).err);
+
+  ASSERT_EQ(lines.size(), 22U);
+  EXPECT_EQ(lines[0], "chlist: renumber: 21 numbers would belong to two services:");
+  EXPECT_EQ(lines[1], "  1  \"Television\", which has it and \"Radio\" by line 1");
+  EXPECT_EQ(lines[20], "  20  \"Television\", which has it and \"Radio\" by line 1");
+  EXPECT_EQ(lines[21], "  and 1 more");
+}
+
 TEST_F(NumberPlan, ALineThatNumbersNothingIsTold) {
   write_plan("type=radio from 900\nname=nobody from 5\n");
 

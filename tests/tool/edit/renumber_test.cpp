@@ -118,6 +118,14 @@ TEST_F(Renumber, TellsOfNumbersThatOccurTwiceByFollowing) {
                         "1\n");
 }
 
+TEST_F(Renumber, NumbersThatOccurredTwiceBeforeAreNotToldOf) {
+  before.entry(VIEW_USER, sport, 50).entry(VIEW_USER, sport, 50);
+  write_file(path(), before.data);
+
+  EXPECT_EQ(run({"renumber", "list.dat", "--from", "100"}).err, "");
+  EXPECT_TRUE(run({"renumber", "list.dat", "--from", "20"}).err.ends_with(" numbers of their own: 1\n"));
+}
+
 TEST_F(Renumber, NumbersOneViewAnew) {
   expect_edit({"renumber", "list.dat", "--from", "32765", "--view", "tv"},
               with_numbers({{VIEW_TV, 0, 32'765}, {VIEW_TV, 1, 32'766}, {VIEW_TV, 2, 32'767}}));
@@ -126,6 +134,8 @@ TEST_F(Renumber, NumbersOneViewAnew) {
 TEST_F(Renumber, RefusesNumbersPastTheLargest) {
   expect_refused({"renumber", "list.dat", "--from", "32766", "--view", "tv"},
                  "the TV view has 3 entries: numbered from 32766 they would pass 32767");
+  expect_refused({"renumber", "list.dat", "--from", "32764"},
+                 "the ALL view has 5 entries: numbered from 32764 they would pass 32767");
   expect_refused({"renumber", "list.dat", "--from", "7-1"}, "--from takes a number without a minor one");
 }
 

@@ -86,6 +86,17 @@ TEST_F(Undo, TellsTheHistory) {
   EXPECT_EQ(document["states"][1]["is_current"], json(true));
 }
 
+TEST_F(Undo, TheJsonReportTellsTheStateAndWhatDiffers) {
+  const json document = json::parse(run({"undo", "list.dat", "--dry-run", "--json"}).out);
+  EXPECT_EQ(document["file"], "list.dat");
+  EXPECT_EQ(document["dry_run"], json(true));
+  EXPECT_EQ(document["state"], 2);
+  EXPECT_EQ(document["lines"], json::array({"lock News"}));
+  EXPECT_EQ(document["differences"]["changed"][0]["fields"],
+            json::array({json{{"field", "name"}, {"before", "Movies"}, {"after", "Films"}}}));
+  EXPECT_EQ(document["notes"], json::array());
+}
+
 // Of which a history keeps the first alone.
 TEST_F(Undo, TellsHowManyLinesWereApplied) {
   std::string lines;

@@ -6,6 +6,8 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
@@ -237,6 +239,32 @@ TEST(FieldValues, AsText) {
   EXPECT_EQ(text_of_value("a \"b\""), "a \"b\"");
   EXPECT_EQ(text_of_value(json::array({"a", 1})), "a, 1");
   EXPECT_EQ(text_of_value(json::array()), "");
+}
+
+TEST(ServiceTypes, AreNamedAsInTheStandard) {
+  const std::pair<int, std::string_view> names[] = {{0x01, "TV"},
+                                                    {0x02, "radio"},
+                                                    {0x03, "teletext"},
+                                                    {0x04, "NVOD reference"},
+                                                    {0x05, "NVOD time-shifted"},
+                                                    {0x06, "mosaic"},
+                                                    {0x07, "FM radio"},
+                                                    {0x0A, "advanced codec radio"},
+                                                    {0x0B, "advanced codec mosaic"},
+                                                    {0x0C, "data"},
+                                                    {0x10, "DVB MHP"},
+                                                    {0x11, "MPEG-2 HD TV"},
+                                                    {0x16, "advanced codec SD TV"},
+                                                    {0x17, "advanced codec SD NVOD time-shifted"},
+                                                    {0x18, "advanced codec SD NVOD reference"},
+                                                    {0x19, "HD TV"},
+                                                    {0x1A, "HD NVOD time-shifted"},
+                                                    {0x1B, "HD NVOD reference"},
+                                                    {0x1F, "HEVC TV"},
+                                                    {0x20, "HEVC UHD TV"}};
+  for (const auto &[type, name] : names) {
+    EXPECT_EQ(chlist::service_type_name(static_cast<std::uint8_t>(type)), name);
+  }
 }
 
 TEST(ServiceTypes, HaveNamesOrNumbers) {

@@ -66,6 +66,15 @@ TEST_F(Where, ComparesValuesAsTheFieldsSpellThem) {
   EXPECT_TRUE(takes("genre=\"\""));
 }
 
+TEST_F(Where, InQuotesABackslashMakesACharacterOfTheQuoteAlone) {
+  service.name = "The \"Late\" Show";
+  EXPECT_TRUE(takes(R"(name="The \"Late\" Show" scrambled=yes)"));
+  EXPECT_TRUE(takes(R"(name='The "Late" Show' scrambled=yes)"));
+  service.name = "Day\\Night";
+  EXPECT_TRUE(takes(R"(name="Day\Night")"));
+  EXPECT_TRUE(takes(R"(name~"^Day\WNight$")"));
+}
+
 TEST_F(Where, FindsRegularExpressionsWithoutRegardToCaseAndAccents) {
   EXPECT_TRUE(takes("name~\"hd$\""));
   EXPECT_TRUE(takes("name~'^COME.IA\\b'"));

@@ -116,6 +116,22 @@ TEST_F(Selection, AWholeNameGoesBeforeAPart) {
   EXPECT_EQ(services_named("films"), services{films});
 }
 
+TEST_F(Selection, AFavouriteGroupThatAListLacksHasNoEntries) {
+  const chlist::line_up without_groups;
+  EXPECT_TRUE(chlist::entries_of(without_groups, VIEW_FAVOURITE).empty());
+}
+
+TEST_F(Selection, WhatWasRemovedIsFoundNoMore) {
+  const chlist::line_up list = line_up_in_memory();
+  chlist::service_finder finder(list);
+  const std::size_t place = finder.one_named("Films");
+  finder.was_removed(place);
+
+  for (const char *text : {"Films", "ilm", "1:1:100:11000000H:3"}) {
+    EXPECT_TRUE(finder.named(text, VIEW_ALL).empty()) << text;
+  }
+}
+
 TEST_F(Selection, AnIdentityIsFoundWithTheToleranceOfFrequencies) {
   EXPECT_EQ(services_named("1:1:100:11000000H:3"), services{films});
   EXPECT_EQ(services_named("1:1:100:11002499H:3"), services{films});

@@ -55,6 +55,18 @@ TEST_F(Diff, TellsServicesAddedAndRemovedWithTheirNumbers) {
             "  transponder 1:1:101:11727480V removed\n");
 }
 
+TEST_F(Diff, HeadingsHaveTheColoursOfWhatTheyHead) {
+  write("less.dat", channel_file().network(1, 1, "Astra").service(news).service(films));
+  terminal screen({"/bin/sh", "-c",
+                   "unset NO_COLOR; PAGER=cat TERM=xterm exec " CHLIST_PROGRAM " diff " + path("less.dat") + ' ' +
+                       path("list.dat")});
+
+  EXPECT_EQ(screen.exit_code(), 1);
+  EXPECT_TRUE(has_line(screen.unread(), "\033[32mAdded:\033[0m")) << screen.unread();
+  EXPECT_TRUE(has_line(screen.unread(), "\033[33mChanged:\033[0m")) << screen.unread();
+  EXPECT_TRUE(has_line(screen.unread(), "\033[1mAround the services:\033[0m")) << screen.unread();
+}
+
 TEST_F(Diff, TellsFieldsAndNumbersThatChanged) {
   channel_file file;
   service_data renamed = news;
@@ -159,6 +171,9 @@ TEST_F(Diff, AnEntryWithoutAServiceMovesToo) {
             json::array({json{{"field", "unresolved_moved"},
                               {"before", json::array()},
                               {"after", json::array({"4 1:1:100:11000000H:98"})}}}));
+
+  EXPECT_NE(diff(with_missing_at(0, 7)).find("H:101, 4 1:1:100:11000000H:102 and 2 more\n"), std::string::npos)
+      << diff(with_missing_at(0, 7));
 
   write("list.dat", with_missing_at(0, 2));
   EXPECT_TRUE(has_line(diff(with_missing_at(3, 2)),

@@ -131,6 +131,20 @@ TEST_F(MergeTool, AServiceWithoutAnEntryInAFullViewIsAFinding) {
             json::parse(R"([{"view": "radio", "capacity": 1000, "services_left_out": 1}])"));
 }
 
+TEST_F(MergeTool, AFullFavouriteGroupIsNoFindingSinceAMergeAddsNothingThere) {
+  channel_file full;
+  std::vector<service_data> scanned;
+  for (std::uint16_t id = 1; id <= MAX_FAV_NUM; ++id) {
+    scanned.push_back({.service_id = id});
+    full.service(scanned.back()).entry(VIEW_ALL, scanned.back(), id).entry(VIEW_FAVOURITE, scanned.back(), id);
+  }
+  scanned.push_back({.service_id = 3000});
+  write_list(full);
+  write_scan(scan_of(scanned));
+
+  EXPECT_EQ(merge().err, "");
+}
+
 TEST_F(MergeTool, TheLastEntryOfAViewIsNoFinding) {
   const radio_list nearly_full(MAX_RADIO_CHANNEL - 1);
   write_list(nearly_full.file);

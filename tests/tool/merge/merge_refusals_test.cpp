@@ -106,7 +106,7 @@ TEST_F(MergeTool, AReportThatCannotBeWrittenIsAFailure) {
 }
 
 TEST_F(MergeTool, BadUsageIsRefused) {
-  EXPECT_EQ(run({"merge"}).exit_code, 2);
+  EXPECT_EQ(run({"merge"}).err, "chlist: merge: LIST is required: see `chlist help merge`\n");
   EXPECT_EQ(run({"merge", "list.dat", "-o", "out.dat"}).exit_code, 2);
   EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "more", "-o", "out.dat"}).exit_code, 2);
   EXPECT_EQ(run({"merge", "list.dat", "scan.dat", "-o"}).exit_code, 2);

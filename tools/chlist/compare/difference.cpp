@@ -390,8 +390,8 @@ void note_moves(std::vector<field_change> &fields, const std::vector<line_up_ent
   for (const std::size_t number : moved_between(numbers.row_before(before), numbers.row_after(after))) {
     (numbers.is_service(number) ? services : entries).push_back(numbers.name_of(number));
   }
-  note(fields, "moved", "moved", json::array(), services);
-  note(fields, "unresolved_moved", "moved", json::array(), entries);
+  note(fields, "moved", "", json::array(), services);
+  note(fields, "unresolved_moved", "", json::array(), entries);
 }
 
 void note_views(std::vector<change> &changes, const line_up &before, const line_up &after, const pairing &services,

@@ -18,7 +18,7 @@ enum class change_kind { added, removed, changed };
 // One value that differs.
 struct field_change {
   std::string_view name;          // in JSON: "video_pid", "number"
-  std::string_view title;         // in text: "video PID"
+  std::string_view title;         // in text: "video PID"; none of moves, which are told as sentences
   std::optional<view_name> view;  // of what an entry shows: where
   json before;
   json after;

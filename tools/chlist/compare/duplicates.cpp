@@ -52,7 +52,7 @@ common_key key_of(const line_up_service &service, sameness by) {
     return {service.fields.network_id, service.fields.service_id, folded(service.name)};
   }
   const int quality = by == sameness::name_and_quality ? static_cast<int>(picture_of(service)) : 0;
-  return {is_radio(service) ? 1 : 0, quality, plain_name(service.name)};
+  return {static_cast<int>(is_radio(service)), quality, plain_name(service.name)};
 }
 
 // Where ALL shows services first, and under which number; behind everything when it does not.

@@ -143,14 +143,14 @@ class source_pairing {
   // The likest first; of several that are as like, one with the same index.
   void pair(likeness way) {
     for (;;) {
-      std::tuple<std::size_t, bool> best = {0, false};
+      std::tuple<std::size_t, bool> best = {0, true};  // what has nothing alike is no better
       const source *first = nullptr;
       const source *second = nullptr;
       for (const source &b : second_) {
         for (const source &a : first_) {
           const std::tuple<std::size_t, bool> here = {way(a, b), a.net_index == b.net_index};
           const bool is_open = !partners_.contains(b.net_index) && !taken_.contains(a.net_index);
-          if (is_open && std::get<0>(here) > 0 && here > best) {
+          if (is_open && here > best) {
             best = here;
             first = &a;
             second = &b;

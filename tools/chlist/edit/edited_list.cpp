@@ -2,6 +2,7 @@
 #include "chlist/edit/edited_list.h"
 
 #include <channel/store.h>
+#include <channel/views.h>
 #include <fmt/format.h>
 
 #include <algorithm>

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 #include "chlist/files/faithful_load.h"
@@ -27,10 +28,8 @@ int index_in(std::int8_t code, const channel_st &service) {
 // The indexes of the entries that stay, in their order.
 std::vector<int> staying(std::int8_t code, const std::vector<channel_st *> &services) {
   std::vector<int> moved;
-  moved.reserve(services.size());
-  for (const channel_st *service : services) {
-    moved.push_back(index_in(code, *service));
-  }
+  std::ranges::transform(services, std::back_inserter(moved),
+                         [code](const channel_st *service) { return index_in(code, *service); });
   std::vector<int> rest;
   for (int index = 0; index < channel::find_view(code).size(); ++index) {
     if (std::ranges::find(moved, index) == moved.end()) {

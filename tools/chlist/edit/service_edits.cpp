@@ -10,6 +10,7 @@
 
 #include "channel/identity.h"
 #include "chlist/edit/edited_services.h"
+#include "chlist/exchange/group_names.h"
 #include "chlist/text/plain_text.h"
 #include "chlist/text/utf8.h"
 

@@ -18,6 +18,7 @@
 #include "chlist/closest.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
+#include "chlist/edit/service_edits.h"
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/service_fields.h"

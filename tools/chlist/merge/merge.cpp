@@ -1,5 +1,6 @@
 // `chlist merge`: merges in memory, saves the list unless it is a dry run, shows what is added and deleted.
 #include "chlist/commands.h"
+#include <channel/views.h>
 #include <fmt/format.h>
 
 #include <algorithm>
