@@ -508,6 +508,20 @@ TEST_F(Companion, ACharsetThatThisSystemDoesNotKnowIsTold) {
   EXPECT_EQ(read_file(path("out")), "\xC4\x85;P:11494:H:S19.2E:22000:101:102:0:0:1:1:1:0\n");
 }
 
+TEST_F(Companion, AKeptTextThatItsFormatCannotReadIsWrittenAnewAndTold) {
+  import_folder(folder_of_five());
+  std::string beside = read_file(path("list.dat.more.json"));
+  replace_in(beside, "\"name\": \"lamedb5\"", "\"name\": \"services\"");
+  write_file(path("list.dat.more.json"), beside);
+
+  const program_result result = run({"export", "list.dat", "-o", "out", "--to", "lamedb5"});
+
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_NE(result.err.find("left out: files of lamedb5 as they were: "), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find(" (written anew: neither lamedb nor lamedb5 is in it)\n"), std::string::npos) << result.err;
+  EXPECT_TRUE(read_file(path("out/lamedb5")).starts_with("eDVB services /5/\n"));
+}
+
 TEST_F(Companion, ATableGoesOutInItsEncoding) {
   write_file(path("list.csv"), in_utf_16("name,frequency,network_id,ts_id,service_id\nOne,11000000,1,1,1\n", true));
   ASSERT_EQ(run({"import", "list.csv", "-o", "list.dat"}).exit_code, 0);

@@ -122,8 +122,8 @@ TEST_F(Selection, AFavouriteGroupThatAListLacksHasNoEntries) {
 }
 
 TEST_F(Selection, WhatWasRemovedIsFoundNoMore) {
-  const chlist::line_up list = line_up_in_memory();
-  chlist::service_finder finder(list);
+  const chlist::line_up searched = line_up_in_memory();
+  chlist::service_finder finder(searched);
   const std::size_t place = finder.one_named("Films");
   finder.was_removed(place);
 

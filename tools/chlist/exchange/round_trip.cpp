@@ -284,19 +284,22 @@ void count_lacking(const line_up &list, const written_list &written, const forma
   }
 }
 
-// A list that was read with groups goes out with them; addresses that somebody asks for are written anew.
+// Addresses that somebody asks for are written anew.
+bool is_to_be_woven(const companion &kept, const format &to, const write_options &options) {
+  return can_be_woven(kept, to) && options.url.empty();
+}
+
+// A list that was read with groups goes out with them.
 written_list written_as(const line_up &list, const companion &kept, const format &to, write_options options) {
-  if (!can_be_woven(kept, to) || !options.url.empty()) {
+  if (!is_to_be_woven(kept, to, options)) {
     return to.write(list, options);
   }
   options.is_by_favourites = true;
   return woven_text(list, kept, to, options);
 }
 
-}  // namespace
-
-exported_list export_list(const records_of_list &list, const companion &kept, const format &to,
-                          const write_options &options) {
+exported_list exported(const records_of_list &list, const companion &kept, const format &to,
+                       const write_options &options) {
   const list_for_formats given = in_order_of_all(list.list);
   written_list written = written_as(given.list, kept, to, options);
   exported_list made;
@@ -320,6 +323,24 @@ exported_list export_list(const records_of_list &list, const companion &kept, co
     made.files.push_back(std::move(*picons));
   }
   return made;
+}
+
+}  // namespace
+
+// A companion that somebody changed may hold a text that its own format cannot read.
+exported_list export_list(const records_of_list &list, const companion &kept, const format &to,
+                          const write_options &options) {
+  if (!is_to_be_woven(kept, to, options)) {
+    return exported(list, kept, to, options);
+  }
+  try {
+    return exported(list, kept, to, options);
+  } catch (const std::runtime_error &error) {
+    exported_list made = exported(list, {}, to, options);
+    made.lost.leave_out(fmt::format("files of {} as they were", to.name), kept.source.files.size(),
+                        fmt::format("written anew: {}", error.what()));
+    return made;
+  }
 }
 
 }  // namespace chlist
