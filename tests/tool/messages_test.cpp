@@ -176,9 +176,8 @@ TEST_F(Messages, ShowNoNameOfAFileThatATerminalWouldObey) {
                                              {"scan", bad + ".conf", "-o", made},
                                              {"apply", file, bad + ".conf"}}) {
     const program_result result = run(line);
-    const std::string said = result.out + result.err;
-    EXPECT_EQ(said.find('\x1B'), std::string::npos) << said;
-    EXPECT_EQ(said.find("\nline"), std::string::npos) << said;
+    EXPECT_EQ((result.out + result.err).find('\x1B'), std::string::npos) << result.out << result.err;
+    EXPECT_EQ(result.out.find("\nline"), std::string::npos) << result.out;
   }
 }
 

@@ -1,6 +1,7 @@
 // One line of a message is one write, so that lines of two programs do not mix.
 #include "chlist/messages.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <utility>
@@ -13,6 +14,13 @@ namespace {
 std::string &beginning() {
   static std::string text = "chlist: ";
   return text;
+}
+
+// A message may have several lines.
+std::string harmless_lines(std::string_view text) {
+  const std::size_t end = std::min(text.find('\n'), text.size());
+  const std::string first = harmless(text.substr(0, end));
+  return end == text.size() ? first : first + '\n' + harmless_lines(text.substr(end + 1));
 }
 
 }  // namespace
@@ -31,7 +39,7 @@ std::string reason_of(const std::exception &error) {
 
 void print_message(std::string_view text) {
   std::string line = beginning();
-  line.append(harmless(text)).append(1, '\n');
+  line.append(harmless_lines(text)).append(1, '\n');
   static_cast<void>(std::fputs(line.c_str(), stderr));
 }
 
