@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
+#include <stdlib.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -79,6 +80,8 @@ terminal::terminal(const std::vector<std::string> &command, std::uint16_t rows, 
   const winsize size = {rows, columns, 0, 0};
   pid_ = ::forkpty(&fd_, nullptr, nullptr, &size);
   if (pid_ == 0) {
+    ::setenv("TERM", "xterm", 1);  // wherever the tests themselves run
+    ::unsetenv("NO_COLOR");
     execute(command);
   }
 }

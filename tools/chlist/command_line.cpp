@@ -95,9 +95,9 @@ void fill(CLI::App &app, const command &filled) {
 void fill(CLI::App &app, const command &filled, std::span<const char *const> words) {
   fill(app, filled);
   for (const command &each : filled.commands) {
-    CLI::App &below = *app.add_subcommand(each.name, each.summary);
+    CLI::App *below = app.add_subcommand(each.name, each.summary);
     if (std::ranges::find(words, std::string_view(each.name)) != words.end()) {
-      fill(below, each, words);
+      fill(*below, each, words);
     }
   }
 }

@@ -24,6 +24,7 @@ class import_test : public chlist_test {
     const test_support::log_capture quiet(-1);
     const test_support::fd_capture out(STDOUT_FILENO);
     set_target_dir(dir.path().c_str());
+    reset_channel_list();
     ASSERT_EQ(load_channel(name.c_str(), 255), CHANNEL_LIST_VERSION);
   }
 

@@ -75,6 +75,11 @@ std::size_t sector_of(std::size_t at) { return at / sector * sector; }
 
 std::size_t middle(const std::vector<std::size_t> &records) { return records[records.size() / 2]; }
 
+// Where the first network ends with all that is below it.
+std::size_t end_of_first_network(const sound_file &file) {
+  return file.networks.size() > 1 ? file.networks[1] : file.data.size();
+}
+
 // A transponder with its services.
 std::pair<std::size_t, std::size_t> transponder_run(const sound_file &file, std::size_t number) {
   const std::size_t at = file.transponders[number];
@@ -189,7 +194,7 @@ constexpr damage_kind kinds[] = {
     {"swapped", "two networks with all below them",
      [](auto &f, auto &) {
        const std::size_t behind = f.networks.size() > 2 ? f.networks[2] : f.data.size();
-       return swapped(f.data, f.networks[0], f.networks[1], f.networks[1], behind);
+       return swapped(f.data, f.first_record(), end_of_first_network(f), end_of_first_network(f), behind);
      }},
     {"swapped", "two sectors of ALL",
      [](auto &f, auto &) {
@@ -212,7 +217,8 @@ constexpr damage_kind kinds[] = {
      [](auto &f, auto &) { return f.data.substr(0, f.first_record()) + f.data; }},
     {"duplicated", "a network with all below it",
      [](auto &f, auto &) {
-       return with(f.data, f.networks[1], f.data.substr(f.networks[0], f.networks[1] - f.networks[0]));
+       const std::size_t end = end_of_first_network(f);
+       return with(f.data, end, f.data.substr(f.first_record(), end - f.first_record()));
      }},
     {"duplicated", "a service",
      [](auto &f, auto &) { return with(f.data, middle(f.services), f.data.substr(middle(f.services), service_size)); }},
