@@ -19,8 +19,8 @@ void speak_as(std::string line);
 // What a message says of a failure: of one to ask the file system, the path and the reason.
 std::string reason_of(const std::exception &error);
 
-// "chlist: list: channels.dat: No such file or directory". Controls, which names of files may have, are shown as question
-// marks, but for the ends of lines. Standard error that cannot be written changes nothing.
+// "chlist: list: channels.dat: No such file or directory". Controls, which names of files may have, are shown as
+// question marks, but for the ends of lines. Standard error that cannot be written changes nothing.
 void print_message(std::string_view text);
 
 // What there is to say of a file again and again: a message for each record, the first ten of them unless all are asked
