@@ -5,13 +5,16 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
+#include <signal.h>
 #include <stdlib.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <sstream>
+#include <thread>
 
 namespace tool_test {
 namespace {
@@ -32,6 +35,17 @@ int wait_for_end(pid_t pid) {
   int status = 0;
   ::waitpid(pid, &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+bool ends_soon(pid_t pid) {
+  constexpr int step_ms = 5;
+  for (int waited = 0; waited < patience_ms; waited += step_ms) {
+    if (::waitpid(pid, nullptr, WNOHANG) != 0) {
+      return true;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(step_ms));
+  }
+  return false;
 }
 
 // A file in memory that a program's output goes to.
@@ -89,7 +103,8 @@ terminal::terminal(const std::vector<std::string> &command, std::uint16_t rows, 
 // Hangs up, as somebody does who closes the window: a program that is killed would leave no counters of what it ran.
 terminal::~terminal() {
   ::close(fd_);
-  if (pid_ > 0) {
+  if (pid_ > 0 && !ends_soon(pid_)) {
+    ::kill(pid_, SIGKILL);
     wait_for_end(pid_);
   }
 }

@@ -34,6 +34,24 @@ class failing_commands : public tool_test::commands_test {
     }
   }
 
+  // The same, when a command that says it is done has done everything. Check, of those that failed:
+  // (what is said of it, result, files afterwards, files when all is done).
+  template <class Check>
+  void expect_done_or(const file_set &earlier, const Check &check) {
+    const program_result whole = run();
+    ASSERT_LT(whole.exit_code, 2) << whole.err;
+    const file_set after = folder();
+    fail_every_call(earlier, [&](const program_result &result, const file_set &left) {
+      if (result.exit_code != whole.exit_code) {
+        check(only_message(result, whole), result, left, after);
+        return;
+      }
+      EXPECT_EQ(result.out, whole.out);
+      EXPECT_EQ(result.err, whole.err);
+      EXPECT_TRUE(left == after);
+    });
+  }
+
   // With --json a failure is a document on standard output; it is looked at like the others.
   static program_result with_message(program_result result) {
     if (result.exit_code == 2 && result.out.starts_with("{\n  \"schema\": 1,\n  \"error\"")) {
@@ -66,11 +84,6 @@ class failing_commands : public tool_test::commands_test {
         << error;
   }
 
-  static void expect_everything_done(const program_result &result, const program_result &whole) {
-    EXPECT_EQ(result.out, whole.out);
-    EXPECT_EQ(result.err, whole.err);
-  }
-
   // What a command that failed says of it, which is one line.
   static std::string only_message(const program_result &result, const program_result &whole) {
     EXPECT_EQ(result.exit_code, 2);
@@ -86,17 +99,8 @@ class failing_commands : public tool_test::commands_test {
 class ChlistFaults : public failing_commands {};
 
 TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
-  const program_result whole = run();
-  ASSERT_LT(whole.exit_code, 2) << whole.err;
-  const file_set after = folder();
-
-  fail_every_call(before, [&](const program_result &result, const file_set &left) {
-    if (result.exit_code == whole.exit_code) {
-      expect_everything_done(result, whole);
-      EXPECT_TRUE(left == after);
-      return;
-    }
-    const std::string error = only_message(result, whole);
+  expect_done_or(before, [this](const std::string &error, const program_result &result, const file_set &left,
+                                const file_set &after) {
     EXPECT_TRUE(left == before || (is_of_the_report(error) && left == after));
     EXPECT_TRUE(is_of_the_report(error) || result.out.empty()) << result.out;
   });
@@ -252,18 +256,9 @@ class ChlistKeptFaults : public failing_commands {
 
 // The list and what stands beside it are the old ones or the new ones, both; what they were is kept before they change.
 TEST_P(ChlistKeptFaults, LeaveTheListAndItsCompanionTogether) {
-  const program_result whole = run();
-  ASSERT_LT(whole.exit_code, 2) << whole.err;
-  const file_set after = folder();
-  const std::string name = after.at("kept.dat") != earlier.at("kept.dat") ? "kept.dat" : "list.dat";
-
-  fail_every_call(earlier, [&](const program_result &result, const file_set &left) {
-    if (result.exit_code == whole.exit_code) {
-      expect_everything_done(result, whole);
-      EXPECT_TRUE(left == after);
-      return;
-    }
-    const std::string error = only_message(result, whole);
+  expect_done_or(earlier, [this](const std::string &error, const program_result & /*result*/, const file_set &left,
+                                 const file_set &after) {
+    const std::string name = after.at("kept.dat") != earlier.at("kept.dat") ? "kept.dat" : "list.dat";
     EXPECT_TRUE(is_of_the_report(error) ? left == after : is_on_the_way(left, after, name));
   });
 }

@@ -33,6 +33,15 @@ class Editor : public edit_host {
     EXPECT_TRUE(open.change("edit", lines));
   }
 
+  // Ends the editor as somebody does who leaves an edit for the next time.
+  void keep_unsaved(const std::string &lines) {
+    expect_edited(page(), lines);
+    shown->type(ctrl_c);
+    shown->wait_for(question);
+    shown->type("k\n");
+    EXPECT_EQ(shown->exit_code(), 1);
+  }
+
   static constexpr const char *ctrl_c = "\x03";
   const std::string question =
       "Not everything is saved. [s]ave it and end, [k]eep it for the next time, or [c]ontinue? ";
@@ -93,13 +102,8 @@ TEST_F(Editor, AsksBeforeItEndsAndSaves) {
 }
 
 TEST_F(Editor, KeepsWhatIsNotSavedForTheNextTime) {
-  expect_edited(page(), "rename News Daily");
+  keep_unsaved("rename News Daily");
 
-  shown->type(ctrl_c);
-  shown->wait_for(question);
-  shown->type("k\n");
-
-  EXPECT_EQ(shown->exit_code(), 1);
   EXPECT_NE(shown->unread().find("not everything is saved; `chlist edit` offers it again"), std::string::npos);
   expect_bytes(before.data);
   EXPECT_TRUE(read_file(path("list.dat.edits")).ends_with("\nrename News Daily\n\n"));
@@ -165,11 +169,7 @@ TEST_F(Editor, UndoesAndDoesAgainBeforeItSaves) {
 }
 
 TEST_F(Editor, TakesUpWhatWasLeftTheLastTime) {
-  expect_edited(page(), "rename News Daily");
-  shown->type(ctrl_c);
-  shown->wait_for(question);
-  shown->type("k\n");
-  EXPECT_EQ(shown->exit_code(), 1);
+  keep_unsaved("rename News Daily");
 
   const page_of_editor open = page();
   EXPECT_EQ(open.state()["left"]["steps"], 1);
@@ -183,11 +183,7 @@ TEST_F(Editor, TakesUpWhatWasLeftTheLastTime) {
 }
 
 TEST_F(Editor, DropsWhatWasLeftTheLastTime) {
-  expect_edited(page(), "rename News Daily");
-  shown->type(ctrl_c);
-  shown->wait_for(question);
-  shown->type("k\n");
-  shown->exit_code();
+  keep_unsaved("rename News Daily");
 
   EXPECT_TRUE(page().answer("drop-left")["state"]["left"].is_null());
   shown->type(ctrl_c);

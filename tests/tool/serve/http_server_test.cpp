@@ -78,7 +78,6 @@ TEST_F(HttpServer, AnswersOnBothAddressesOfTheMachine) {
   EXPECT_EQ(first_line(asked(page)), "HTTP/1.1 200 OK");
 }
 
-// Whoever has it would get what browsers send to "localhost".
 // Takes a port of ::1; none when 127.0.0.1 has a user of it.
 int taken_port_of_version_6(int of) {
   sockaddr_in6 address = serve_test::version_6_address(0);
@@ -93,6 +92,7 @@ int taken_port_of_version_6(int of) {
   return is_free ? ntohs(address.sin6_port) : 0;
 }
 
+// Whoever has it would get what browsers send to "localhost".
 TEST_F(HttpServer, RefusesAPortThatSomebodyElseHasOnOneOfThem) {
   if (!has_version_6()) {
     GTEST_SKIP() << "this machine has no ::1";
