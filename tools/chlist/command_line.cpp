@@ -16,6 +16,7 @@
 #include "chlist/messages.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -16,6 +16,7 @@
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

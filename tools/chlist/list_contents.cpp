@@ -11,7 +11,7 @@
 #include "channel/store/finders.h"
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
-#include "chlist/report.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {

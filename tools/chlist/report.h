@@ -1,4 +1,4 @@
-// How the tool shows services, entries and counts: as text that is harmless on a terminal, and as JSON.
+// Reports on standard output: as text, and as JSON documents.
 #pragma once
 
 #include <cstddef>
@@ -10,28 +10,8 @@
 #include <vector>
 
 #include "chlist/json/json.h"
-#include "chlist/list_contents.h"
-#include "chlist/text/shown.h"
 
 namespace chlist {
-
-// "TV", "favourites 1 \"Films\"".
-std::string label_of(const view_name &view);
-
-// "\"News\" (net 1, network 2, ts 3, 11000000 H, service 5)".
-std::string describe(const known_service &service);
-
-// "the TV view, position 1: number 5 (net 1, network 2, ts 3, 11000000 H, service 5)".
-std::string describe(const placed_entry &entry);
-
-char polarisation_letter(const channel::identity &id);
-
-json json_of(const view_name &view);
-json json_of(const known_service &service);
-json json_of(const placed_entry &entry);
-
-// The views of the list in memory, with the number of entries in use.
-json json_of_views();
 
 template <class Record>
 json array_of(const std::vector<Record> &records, json (*json_of_one)(const Record &record)) {

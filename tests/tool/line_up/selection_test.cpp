@@ -12,7 +12,7 @@
 
 #include "channel/store/hierarchy.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/report.h"
+#include "chlist/list_contents.h"
 #include "support/providers.h"
 #include "support/store_builder.h"
 

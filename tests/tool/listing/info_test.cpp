@@ -63,8 +63,10 @@ TEST_F(Info, TheJsonReportNamesEverything) {
                                       {"service_type", 1}}));
   EXPECT_EQ(report["views"].size(), 25U);
   EXPECT_EQ(report["views"][1], (json{{"view", "TV"}, {"count", 2}, {"capacity", 4000}}));
-  EXPECT_EQ(report["group_tables"][0]["groups"],
-            json::array({json{{"id", 0}, {"name", "BBC"}}, json{{"id", 3}, {"name", "Sky"}}}));
+  EXPECT_EQ(
+      report["group_tables"][0]["groups"],
+      json::array({json{{"table", "provider"}, {"number", 0}, {"name", "BBC"}, {"id", 0}, {"position", nullptr}},
+                   json{{"table", "provider"}, {"number", 3}, {"name", "Sky"}, {"id", 3}, {"position", nullptr}}}));
   EXPECT_EQ(report["services"], 3);
   EXPECT_EQ(report["services_by_type"][1], (json{{"service_type", 2}, {"type", "radio"}, {"services", 1}}));
   EXPECT_EQ(report["services_by_flag"][0], (json{{"flag", "locked"}, {"services", 1}}));

@@ -41,13 +41,15 @@ TEST_F(Show, TellsFieldsPlaceAndEntries) {
                                                       "  order key       0\n"
                                                       "Transponder\n"
                                                       "  ts              100\n"
-                                                      "  frequency       11000000 H\n"
+                                                      "  frequency       11000000\n"
+                                                      "  pol             H\n"
                                                       "  services        2\n"
                                                       "Network\n"
-                                                      "  name            Astra\n"
                                                       "  net             1\n"
                                                       "  network         1\n"
                                                       "  transponders    2\n"
+                                                      "  services        3\n"
+                                                      "  name            Astra\n"
                                                       "view                 number  position  tag  favourite key\n"
                                                       "ALL                      12         2    0              0\n"
                                                       "TV                       12         2    0              0\n"
@@ -64,7 +66,8 @@ TEST_F(Show, TheJsonReportSaysTheSame) {
   EXPECT_FALSE(report["service"].contains("number"));
   EXPECT_EQ(report["transponder"],
             (json{{"ts_id", 100}, {"frequency", 11'000'000}, {"polarisation", "H"}, {"services", 2}}));
-  EXPECT_EQ(report["network"], (json{{"net_index", 1}, {"network_id", 1}, {"name", "Astra"}, {"transponders", 2}}));
+  EXPECT_EQ(report["network"],
+            (json{{"net_index", 1}, {"network_id", 1}, {"transponders", 2}, {"services", 3}, {"name", "Astra"}}));
   ASSERT_EQ(report["entries"].size(), 3U);
   EXPECT_EQ(report["entries"][2], (json{{"view", "favourites"},
                                         {"group", 1},

@@ -29,12 +29,12 @@ TEST_F(MergeTool, AddsDeletesAndKeeps) {
 TEST_F(MergeTool, ShowsWhatIsAddedAndDeletedWithNumbersAndFavourites) {
   EXPECT_EQ(merge().out, "out.dat: 1 service added, 1 deleted, 1 kept\n"
                          "Added:\n"
-                         "  net network    ts  frequency pol service type  entries: name\n"
-                         "    1       1   100   11000000   H       5    2  ALL 102, radio 102: \"Music\"\n"
+                         "net  network   ts  frequency  pol  service  type  name   entries\n"
+                         "  1        1  100   11000000  H          5     2  Music  ALL 102, radio 102\n"
                          "Deleted, and with them 1 favourite:\n"
-                         "  net network    ts  frequency pol service type  entries: name\n"
-                         "    1       1   100   11000000   H       2    1  ALL 102, TV 102, favourites 1 \"Best\" 102: "
-                         "\"Films\"\n");
+                         "net  network   ts  frequency  pol  service  type  name   entries\n"
+                         "  1        1  100   11000000  H          2     1  Films  ALL 102, TV 102, favourites 1 "
+                         "\"Best\" 102\n");
 }
 
 TEST_F(MergeTool, TheJsonReportSaysTheSame) {

@@ -77,8 +77,8 @@ TEST_F(EmptiedTransponders, AreTold) {
   const std::string out = merge().out;
 
   EXPECT_TRUE(has_line(out, "Left without services, and removed: 1 transponder")) << out;
-  EXPECT_TRUE(has_line(out, "  net network    ts  frequency pol")) << out;
-  EXPECT_TRUE(has_line(out, "    1       1   200   12000000   H")) << out;
+  EXPECT_TRUE(has_line(out, "net  network   ts  frequency  pol")) << out;
+  EXPECT_TRUE(has_line(out, "  1        1  200   12000000  H")) << out;
 }
 
 TEST_F(EmptiedTransponders, OfASourceThatTheScanLacksStay) {

@@ -175,9 +175,9 @@ TEST_F(Salvaging, LostRecordsAboveServicesAreMadeAnew) {
       expect_salvaged(overwritten(network.offset, bytes(network.size + test_support::transponder_size, '\0')));
 
   ASSERT_EQ(outcome.made.size(), 2U);
-  EXPECT_EQ(outcome.made[0].kind, "network");
+  EXPECT_EQ(outcome.made[0].kind, chlist::identity_part::network);
   EXPECT_EQ(outcome.made[0].id.network_id, 0x0102);
-  EXPECT_EQ(outcome.made[1].kind, "transponder");
+  EXPECT_EQ(outcome.made[1].kind, chlist::identity_part::transponder);
   EXPECT_EQ(outcome.made[1].id.ts_id, 1000);
   EXPECT_EQ(outcome.recovered.services, 12U);
 }

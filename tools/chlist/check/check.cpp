@@ -16,6 +16,7 @@
 #include "chlist/first_of_a_kind.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

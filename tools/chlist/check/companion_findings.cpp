@@ -7,7 +7,7 @@
 #include "chlist/files/companion.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/places.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

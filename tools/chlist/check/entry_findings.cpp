@@ -9,9 +9,10 @@
 #include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "chlist/check/rules.h"
+#include "chlist/fields/described.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/list_contents.h"
 #include "chlist/position.h"
-#include "chlist/report.h"
 
 namespace chlist {
 namespace {

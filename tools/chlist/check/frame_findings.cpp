@@ -2,7 +2,7 @@
 #include <fmt/format.h>
 
 #include "chlist/check/rules.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

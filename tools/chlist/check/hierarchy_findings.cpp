@@ -15,8 +15,8 @@
 #include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "chlist/check/rules.h"
+#include "chlist/fields/described.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
 
 namespace chlist {
 namespace {

@@ -12,10 +12,11 @@
 #include "channel/store/group_table.h"
 #include "chlist/check/rules.h"
 #include "chlist/fields/values.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/list_contents.h"
 #include "chlist/position.h"
-#include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

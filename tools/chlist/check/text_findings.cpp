@@ -9,9 +9,10 @@
 #include <string_view>
 
 #include "chlist/check/rules.h"
+#include "chlist/fields/described.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -11,10 +11,12 @@
 #include <unordered_map>
 
 #include "chlist/compare/moved.h"
+#include "chlist/fields/described.h"
+#include "chlist/fields/record_fields.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/fields/settings.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -48,8 +50,8 @@ constexpr group_of_service groups_of_services[] = {{"provider", "provider_id", &
 class kept_groups {
  public:
   kept_groups(const line_up &before, const line_up &after, const pairing &pairs) {
-    const std::vector<placed_group> groups_before = groups_in(before);
-    const std::vector<placed_group> groups_after = groups_in(after);
+    const std::vector<group_row> groups_before = rows_of_groups(before);
+    const std::vector<group_row> groups_after = rows_of_groups(after);
     for (const auto &[was, is] : pairs.both) {
       ids_.emplace(groups_before[was].table, groups_before[was].id, groups_after[is].id);
     }
@@ -225,93 +227,75 @@ std::vector<change> service_changes(const line_up &before, const line_up &after,
   return changes;
 }
 
-// A record around the services, and the line-up that it is of.
-template <class Record>
-struct placed_record {
-  const line_up &list;
-  const Record &record;
+// Records of one kind around the services: their fields, and what names one, as text and in JSON.
+template <class Row>
+struct compared_records {
+  std::string_view what;
+  std::span<const record_field<Row>> (*fields)();
+  std::string (*text)(const Row &row);
+  json (*subject)(const Row &row);
 };
 
-using placed_network = placed_record<line_up_network>;
-using placed_transponder = placed_record<line_up_transponder>;
+constexpr compared_records<network_row> compared_networks = {
+    "network", network_fields,
+    [](const network_row &row) { return fmt::format("network {}:{}", row.id().net_index, row.id().network_id); },
+    [](const network_row &row) { return json_of_fields(identity_fields(identity_part::network), row.id()); }};
 
-change change_of(change_kind kind, const placed_network &network) {
-  const auto &[net_index, network_id, name] = network.record;
-  return {kind,
-          "network",
-          fmt::format("network {}:{}", net_index, network_id),
-          {{"net_index", net_index}, {"network_id", network_id}},
-          {}};
+constexpr compared_records<transponder_row> compared_transponders = {
+    "transponder", transponder_fields,
+    [](const transponder_row &row) {
+      const std::string id = identity_text(row.id());
+      return "transponder " + id.substr(0, id.rfind(':'));
+    },
+    [](const transponder_row &row) { return json_of_transponder(row.id()); }};
+
+constexpr compared_records<group_row> compared_groups = {
+    "group", group_fields, [](const group_row &row) { return fmt::format("{} {}", row.table, row.number()); },
+    [](const group_row &row) {
+      json subject = json::object();
+      for (const record_field<group_row> &each : group_fields()) {
+        if (each.role == field_role::key) {
+          subject[std::string(each.name)] = each.get(row);
+        }
+      }
+      return subject;
+    }};
+
+template <class Row>
+change change_of(change_kind kind, const compared_records<Row> &of, const Row &row) {
+  return {kind, of.what, of.text(row), of.subject(row), {}};
 }
 
-channel::identity identity_of(const placed_transponder &transponder) {
-  const line_up_network &network = transponder.list.networks[transponder.record.network];
-  return {network.net_index,
-          network.network_id,
-          transponder.record.ts_id,
-          transponder.record.frequency,
-          0,
-          transponder.record.polarisation};
-}
-
-change change_of(change_kind kind, const placed_transponder &transponder) {
-  json subject = json_of(known_service{"", identity_of(transponder)});
-  subject.erase("name");
-  subject.erase("service_id");
-  const std::string id = identity_text(identity_of(transponder));
-  return {kind, "transponder", "transponder " + id.substr(0, id.rfind(':')), subject, {}};
-}
-
-change change_of(change_kind kind, const placed_group &group) {
-  return {kind,
-          "group",
-          fmt::format("{} {}", group.table, group.number()),
-          {{"table", group.table}, {"number", group.number()}},
-          {}};
-}
-
-void note_fields(std::vector<field_change> &fields, const placed_network &before, const placed_network &after) {
-  note(fields, "name", "name", before.record.name, after.record.name);
-}
-
-void note_fields(std::vector<field_change> &fields, const placed_transponder &before, const placed_transponder &after) {
-  note(fields, "ts_id", "ts", before.record.ts_id, after.record.ts_id);
-  note(fields, "frequency", "frequency", before.record.frequency, after.record.frequency);
-}
-
-void note_fields(std::vector<field_change> &fields, const placed_group &before, const placed_group &after) {
-  note(fields, "name", "name", before.name, after.name);
-  note(fields, "id", "id", before.id, after.id);
-  note(fields, "position", "position", before.position, after.position);
-}
-
-json name_of(const placed_network &network) { return network.record.name; }
-json name_of(const placed_transponder & /*transponder*/) { return {}; }
-json name_of(const placed_group &group) { return group.name; }
-
-template <class Record>
-std::vector<placed_record<Record>> in_list(const line_up &list, const std::vector<Record> &records) {
-  std::vector<placed_record<Record>> made;
-  for (const Record &record : records) {
-    made.push_back({list, record});
+// What a record is called is told of one that comes or goes, too.
+template <class Row>
+void note_name(std::vector<field_change> &fields, const compared_records<Row> &of, const Row *before,
+               const Row *after) {
+  for (const record_field<Row> &each : of.fields()) {
+    if (each.name == "name") {
+      note(fields, each.name, each.title, before != nullptr ? each.get(*before) : json(),
+           after != nullptr ? each.get(*after) : json());
+    }
   }
-  return made;
 }
 
-template <class Record>
-void note_records(std::vector<change> &changes, const std::vector<Record> &before, const std::vector<Record> &after,
-                  const pairing &pairs) {
+template <class Row>
+void note_records(std::vector<change> &changes, const compared_records<Row> &of, const std::vector<Row> &before,
+                  const std::vector<Row> &after, const pairing &pairs) {
   for (const std::size_t added : pairs.added) {
-    changes.push_back(change_of(change_kind::added, after[added]));
-    note(changes.back().fields, "name", "name", nullptr, name_of(after[added]));
+    changes.push_back(change_of(change_kind::added, of, after[added]));
+    note_name<Row>(changes.back().fields, of, nullptr, &after[added]);
   }
   for (const std::size_t removed : pairs.removed) {
-    changes.push_back(change_of(change_kind::removed, before[removed]));
-    note(changes.back().fields, "name", "name", name_of(before[removed]), nullptr);
+    changes.push_back(change_of(change_kind::removed, of, before[removed]));
+    note_name<Row>(changes.back().fields, of, &before[removed], nullptr);
   }
   for (const auto &[was, is] : pairs.both) {
-    change found = change_of(change_kind::changed, after[is]);
-    note_fields(found.fields, before[was], after[is]);
+    change found = change_of(change_kind::changed, of, after[is]);
+    for (const record_field<Row> &each : of.fields()) {
+      if (each.role == field_role::own) {
+        note(found.fields, each.name, each.title, each.get(before[was]), each.get(after[is]));
+      }
+    }
     if (!found.fields.empty()) {
       changes.push_back(std::move(found));
     }
@@ -413,9 +397,9 @@ void note_views(std::vector<change> &changes, const line_up &before, const line_
 }
 
 void note_settings(std::vector<change> &changes, const line_up_settings &before, const line_up_settings &after) {
-  for (const setting &each : all_settings()) {
+  for (const record_field<line_up_settings> &each : setting_fields()) {
     change found = {change_kind::changed, "setting", std::string(each.title), {{"setting", each.name}}, {}};
-    note(found.fields, "value", "", each.value(before), each.value(after));
+    note(found.fields, "value", "", each.get(before), each.get(after));
     if (!found.fields.empty()) {
       changes.push_back(std::move(found));
     }
@@ -427,10 +411,11 @@ void note_settings(std::vector<change> &changes, const line_up_settings &before,
 std::vector<change> differences(const line_up &before, const line_up &after, const paired_records &pairs) {
   const std::vector<compared_view> views = views_to_compare(before, after, pairs.views);
   std::vector<change> changes = service_changes(before, after, pairs, views);
-  note_records(changes, in_list(before, before.networks), in_list(after, after.networks), pairs.networks);
-  note_records(changes, in_list(before, before.transponders), in_list(after, after.transponders), pairs.transponders);
+  note_records(changes, compared_networks, rows_of_networks(before), rows_of_networks(after), pairs.networks);
+  note_records(changes, compared_transponders, rows_of_transponders(before), rows_of_transponders(after),
+               pairs.transponders);
   note_views(changes, before, after, pairs.services, views);
-  note_records(changes, groups_in(before), groups_in(after), pairs.groups);
+  note_records(changes, compared_groups, rows_of_groups(before), rows_of_groups(after), pairs.groups);
   note_settings(changes, before.settings, after.settings);
   return changes;
 }

@@ -5,9 +5,12 @@
 #include <array>
 
 #include "chlist/compare/difference.h"
+#include "chlist/fields/described.h"
 #include "chlist/fields/values.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -2,7 +2,6 @@
 #include "chlist/compare/pairing.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <iterator>
 #include <map>
@@ -13,7 +12,7 @@
 
 #include "channel/identity.h"
 #include "channel/store/service_index.h"
-#include "chlist/position.h"
+#include "chlist/fields/record_fields.h"
 
 namespace chlist {
 namespace {
@@ -88,19 +87,10 @@ auto keys_of(const std::vector<Record> &records, const KeyOf &key_of) {
   return keys;
 }
 
-channel::identity identity_of(const line_up &list, const line_up_transponder &transponder) {
-  const line_up_network &network = list.networks[transponder.network];
-  return {network.net_index, network.network_id, transponder.ts_id, transponder.frequency, 0, transponder.polarisation};
-}
-
 pairing pair_transponders(const line_up &before, const line_up &after) {
   transponder_numbers numbers(after);
-  const auto key_in = [&numbers](const line_up &list) {
-    return [&numbers, &list](const line_up_transponder &transponder) {
-      return numbers.of(identity_of(list, transponder));
-    };
-  };
-  return pair_keys(keys_of(before.transponders, key_in(before)), keys_of(after.transponders, key_in(after)));
+  const auto key_of = [&numbers](const transponder_row &row) { return numbers.of(row.id()); };
+  return pair_keys(keys_of(rows_of_transponders(before), key_of), keys_of(rows_of_transponders(after), key_of));
 }
 
 pairing pair_networks(const line_up &before, const line_up &after) {
@@ -112,7 +102,7 @@ pairing pair_networks(const line_up &before, const line_up &after) {
 
 template <class KeyOf>
 pairing pair_groups(const line_up &before, const line_up &after, const KeyOf &key_of) {
-  return pair_keys(keys_of(groups_in(before), key_of), keys_of(groups_in(after), key_of));
+  return pair_keys(keys_of(rows_of_groups(before), key_of), keys_of(rows_of_groups(after), key_of));
 }
 
 // Two arrays place by place.
@@ -180,25 +170,8 @@ pairing pair_services(const line_up &before, const line_up &after) {
   return pair_keys(keys_of(before.services, key_of), keys_of(after.services, key_of));
 }
 
-std::vector<placed_group> groups_in(const line_up &list) {
-  constexpr std::array<std::string_view, group_kinds> tables = {"provider", "genre", "country"};
-  std::vector<placed_group> made;
-  for (std::size_t kind = 0; kind < group_kinds; ++kind) {
-    for (const line_up_group &group : list.groups[kind].groups) {
-      made.push_back({tables[kind], group.id, group.name});
-    }
-  }
-  int index = 0;
-  for (const favourite_group &group : list.favourites) {
-    if (group.is_counted) {
-      made.push_back({"favourite group", group.id, group.name, position_of(index++)});
-    }
-  }
-  return made;
-}
-
 paired_records pair_by_identity(const line_up &before, const line_up &after) {
-  const auto key_of = [](const placed_group &group) { return std::pair{group.table, group.number()}; };
+  const auto key_of = [](const group_row &group) { return std::pair{group.table, group.number()}; };
   return {.services = pair_services(before, after),
           .transponders = pair_transponders(before, after),
           .networks = pair_networks(before, after),
@@ -207,7 +180,7 @@ paired_records pair_by_identity(const line_up &before, const line_up &after) {
 }
 
 paired_records pair_around(pairing services, const line_up &before, const line_up &after) {
-  const auto key_of = [](const placed_group &group) { return std::pair{group.table, group.name}; };
+  const auto key_of = [](const group_row &group) { return std::pair{group.table, group.name}; };
   paired_records made = {.services = std::move(services),
                          .transponders = {},
                          .networks = {},

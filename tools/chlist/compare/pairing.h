@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
-#include <string_view>
 #include <vector>
 
 #include "chlist/line_up/line_up.h"
@@ -49,20 +48,8 @@ pairing pair_keys(const std::vector<Key> &before, const std::vector<Key> &after)
 // Services stand for those that the library's finder finds in the second line-up, its tolerance included.
 pairing pair_services(const line_up &before, const line_up &after);
 
-// A group of one of the tables. A favourite group that a channel file has no group for is none.
-struct placed_group {
-  std::string_view table;  // "provider", "genre", "country" or "favourite group"
-  int id = 0;
-  std::string_view name;
-  int position = 0;  // of a favourite group, which is known by it; others are known by their ids
-
-  [[nodiscard]] int number() const { return position > 0 ? position : id; }
-};
-
-std::vector<placed_group> groups_in(const line_up &list);
-
-// The records of two line-ups that stand for each other, places in their arrays; groups are those of groups_in(), views
-// those of views_of().
+// The records of two line-ups that stand for each other, places in their arrays; groups are those of rows_of_groups(),
+// views those of views_of().
 struct paired_records {
   pairing services;
   pairing transponders;

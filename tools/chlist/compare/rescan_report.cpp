@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "chlist/fields/described.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

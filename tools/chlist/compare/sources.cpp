@@ -12,7 +12,7 @@
 #include <string_view>
 #include <tuple>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

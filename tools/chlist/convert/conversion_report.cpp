@@ -5,7 +5,10 @@
 
 #include <algorithm>
 
+#include "chlist/fields/described.h"
 #include "chlist/position.h"
+#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "chlist/convert/conversion.h"
-#include "chlist/report.h"
+#include "chlist/json/json.h"
 
 namespace chlist {
 

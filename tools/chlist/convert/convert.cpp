@@ -11,11 +11,13 @@
 #include "chlist/common_options.h"
 #include "chlist/convert/conversion.h"
 #include "chlist/convert/conversion_report.h"
+#include "chlist/fields/described.h"
 #include "chlist/files/channel_file.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/list_contents.h"
 #include "chlist/messages.h"
 #include "chlist/new_list.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

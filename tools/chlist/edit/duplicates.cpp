@@ -10,11 +10,12 @@
 #include "chlist/edit/edits.h"
 #include "chlist/edit/service_edits.h"
 #include "chlist/edit/view_order.h"
+#include "chlist/fields/described.h"
 #include "chlist/first_of_a_kind.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/position.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text_table.h"
 
 namespace chlist {

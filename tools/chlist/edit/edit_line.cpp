@@ -19,7 +19,7 @@
 #include "chlist/edit/edits.h"
 #include "chlist/exchange/text_lines.h"
 #include "chlist/messages.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -26,6 +26,7 @@
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

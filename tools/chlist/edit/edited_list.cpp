@@ -14,11 +14,11 @@
 #include "channel/store/group_table.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/service_edits.h"
+#include "chlist/fields/described.h"
 #include "chlist/fields/where.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {

@@ -10,8 +10,10 @@
 
 #include "channel/store/group_table.h"
 #include "channel/store/hierarchy.h"
-#include "chlist/report.h"
+#include "chlist/fields/described.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 

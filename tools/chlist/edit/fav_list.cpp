@@ -15,6 +15,7 @@
 #include "chlist/line_up/selection.h"
 #include "chlist/position.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text_table.h"
 
 namespace chlist {

@@ -17,9 +17,9 @@
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/plain_text.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

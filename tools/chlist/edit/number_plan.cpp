@@ -14,7 +14,7 @@
 #include "chlist/exchange/text_lines.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

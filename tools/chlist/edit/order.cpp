@@ -19,8 +19,9 @@
 #include "chlist/edit/service_edits.h"
 #include "chlist/edit/view_order.h"
 #include "chlist/exchange/any_list.h"
+#include "chlist/fields/described.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

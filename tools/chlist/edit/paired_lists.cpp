@@ -10,9 +10,10 @@
 #include <utility>
 
 #include "chlist/compare/sources.h"
+#include "chlist/fields/described.h"
 #include "chlist/first_of_a_kind.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text_table.h"
 
 namespace chlist {

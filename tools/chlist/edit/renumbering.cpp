@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -12,7 +12,7 @@
 #include "channel/store/finders.h"
 #include "channel/store/view.h"
 #include "chlist/edit/edited_services.h"
-#include "chlist/report.h"
+#include "chlist/fields/described.h"
 
 namespace chlist {
 namespace {

@@ -10,8 +10,9 @@
 #include "chlist/edit/edit_line.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/report.h"
+#include "chlist/list_contents.h"
 #include "chlist/text/plain_text.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -23,9 +23,9 @@
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/plain_text.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -98,7 +98,7 @@ struct group_field {
 
 constexpr std::string_view of_table = "a name or an id of the list's table, or none";
 
-constexpr group_field group_fields[] = {
+constexpr group_field groups_that_are_set[] = {
     {"provider", GROUP_PROVIDER, "a name or an id of the list's table, a new name, or none"},
     {"genre", GROUP_GENRE, of_table},
     {"country", GROUP_COUNTRY, of_table},
@@ -125,7 +125,7 @@ bool is_settable(const field &each) { return each.set_number != nullptr; }
 // Each field with its range, for the help.
 std::vector<term> terms_of_fields() {
   std::vector<term> terms;
-  for (const group_field &each : group_fields) {
+  for (const group_field &each : groups_that_are_set) {
     terms.push_back({std::string(each.name), std::string(each.range)});
   }
   for (const field &each : service_fields()) {
@@ -145,8 +145,8 @@ class edited_service {
     const std::size_t equals = assignment.find('=');
     const std::string_view name = assignment.substr(0, equals);
     const field *which = find_field(name);
-    const auto *const group = std::ranges::find(group_fields, name, &group_field::name);
-    const bool is_a_group = group != std::end(group_fields);
+    const auto *const group = std::ranges::find(groups_that_are_set, name, &group_field::name);
+    const bool is_a_group = group != std::end(groups_that_are_set);
     if (equals == std::string_view::npos) {
       throw std::runtime_error(fmt::format("{} sets no field: it takes FIELD=VALUE", shown(assignment)));
     }

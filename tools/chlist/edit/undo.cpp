@@ -18,6 +18,7 @@
 #include "chlist/files/history.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text_table.h"
 
 namespace chlist {

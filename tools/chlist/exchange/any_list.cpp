@@ -20,7 +20,7 @@
 #include "chlist/files/kept_in_step.h"
 #include "chlist/files/standard_streams.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

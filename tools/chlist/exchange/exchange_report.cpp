@@ -12,6 +12,8 @@
 #include "chlist/files/standard_streams.h"
 #include "chlist/first_of_a_kind.h"
 #include "chlist/messages.h"
+#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/loss_counts.h"
-#include "chlist/report.h"
+#include "chlist/json/json.h"
 
 namespace chlist {
 

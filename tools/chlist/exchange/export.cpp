@@ -27,6 +27,7 @@
 #include "chlist/files/text_folder.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

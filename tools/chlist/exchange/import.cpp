@@ -22,6 +22,7 @@
 #include "chlist/exchange/new_list_file.h"
 #include "chlist/exchange/source_names.h"
 #include "chlist/exit_codes.h"
+#include "chlist/fields/described.h"
 #include "chlist/fields/where.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
@@ -32,6 +33,7 @@
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

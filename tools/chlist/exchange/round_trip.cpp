@@ -22,9 +22,10 @@
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/exchange/source_bytes.h"
 #include "chlist/fields/settings.h"
+#include "chlist/json/json.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -270,8 +271,8 @@ void count_uncarried(const line_up &list, const written_list &written, loss_coun
     const named_view view = views_of(list)[static_cast<std::size_t>(kind)];
     lost.add(fmt::format("entries of the {} view", view.name.kind), view.entries.size());
   }
-  for (const setting &each : all_settings()) {
-    lost.add(fmt::format("setting: {}", each.title), each.value(list.settings) != each.value({}) ? 1 : 0);
+  for (const record_field<line_up_settings> &each : setting_fields()) {
+    lost.add(fmt::format("setting: {}", each.title), each.get(list.settings) != each.get({}) ? 1 : 0);
   }
 }
 

@@ -6,7 +6,7 @@
 #include "chlist/command.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/fields/values.h"
+#include "chlist/fields/field.h"
 #include "chlist/line_up/line_up.h"
 
 namespace chlist {
@@ -20,13 +20,9 @@ enum class field_owner : std::uint8_t {
   derived,   // told of the service, and kept elsewhere
 };
 
-struct field {
-  std::string_view name;   // "video_pid"
-  std::string_view title;  // of a column: "video PID"
-  std::string_view about;  // one line, for help
+struct field : field_words {
   field_owner owner = field_owner::service;
-  value_range values;
-  json (*get)(const service_row &row);                                         // null when it is not set
+  json (*get)(const service_row &row) = nullptr;                               // null when it is not set
   void (*set_number)(line_up_service &service, std::int64_t value) = nullptr;  // null: not a number that can be set
   std::string line_up_service::*text = nullptr;                                // of a text that can be set
 
@@ -44,9 +40,8 @@ const field *find_field(std::string_view name);
 std::vector<const field *> fields_named(std::string_view names);
 const field &field_named(std::string_view name);
 
-// "TV", "type 200"; "H", "V", or the number of a polarisation that has no letter.
+// "TV", "type 200".
 std::string service_type_name(std::uint8_t service_type);
-std::string polarisation_text(std::uint8_t polarisation);
 
 // The number that a text spells for a field that is no text. Throws std::runtime_error that names the field, the text
 // and the range, when it is none of the field's values: the same words for the command line, CSV and filters.

@@ -15,7 +15,7 @@
 #include "channel/store/links.h"
 #include "chlist/files/record_image.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 

@@ -4,7 +4,6 @@
 #include <charconv>
 
 #include "chlist/line_up/selection.h"
-#include "chlist/report.h"
 
 namespace chlist {
 namespace {
@@ -66,8 +65,9 @@ std::optional<channel::identity> read_identity(std::string_view text) {
 }
 
 std::string identity_text(const channel::identity &id) {
-  return fmt::format("{}:{}:{}:{}{}{}:{}", id.net_index, id.network_id, id.ts_id, id.frequency, polarisation_letter(id),
-                     id.polarisation > 1 ? std::to_string(id.polarisation) : "", id.service_id);
+  return fmt::format("{}:{}:{}:{}{}{}:{}", id.net_index, id.network_id, id.ts_id, id.frequency,
+                     id.polarisation == 0 ? 'H' : 'V', id.polarisation > 1 ? std::to_string(id.polarisation) : "",
+                     id.service_id);
 }
 
 }  // namespace chlist

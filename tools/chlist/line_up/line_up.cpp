@@ -1,6 +1,11 @@
 // Views by name.
 #include "chlist/line_up/line_up.h"
 
+#include <fmt/format.h>
+
+#include "chlist/position.h"
+#include "chlist/text/shown.h"
+
 namespace chlist {
 namespace {
 
@@ -18,6 +23,14 @@ constexpr std::array<kind_of_view, view_kinds> kinds_of_views = {{{"ALL", MAX_CH
 }  // namespace
 
 std::string_view name_of(view_kind kind) { return kinds_of_views[static_cast<std::size_t>(kind)].name; }
+
+std::string label_of(const view_name &view) {
+  if (!view.is_favourites()) {
+    return std::string(view.kind);
+  }
+  return fmt::format("{} {}{}", view.kind, position_of(view.group),
+                     view.group_name.empty() ? "" : ' ' + shown(view.group_name));
+}
 
 std::vector<named_view> views_of(const line_up &list) {
   std::vector<named_view> views;

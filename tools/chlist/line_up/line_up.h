@@ -167,6 +167,9 @@ struct view_name {
   [[nodiscard]] bool is_favourites() const { return group >= 0; }
 };
 
+// "TV", "favourites 1 \"Films\"".
+std::string label_of(const view_name &view);
+
 struct named_view {
   view_name name;
   const std::vector<line_up_entry> &entries;

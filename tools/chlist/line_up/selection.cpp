@@ -11,7 +11,7 @@
 
 #include "chlist/closest.h"
 #include "chlist/position.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {

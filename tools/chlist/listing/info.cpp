@@ -14,12 +14,15 @@
 
 #include "chlist/common_options.h"
 #include "chlist/exit_codes.h"
+#include "chlist/fields/described.h"
+#include "chlist/fields/record_fields.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/fields/settings.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -40,9 +43,6 @@ struct file_contents {
   std::size_t bytes = 0;
   line_up list;
   std::map<std::uint8_t, std::size_t> services_by_type;
-  std::vector<std::size_t> services_on;      // each transponder
-  std::vector<std::size_t> transponders_in;  // each network
-  std::vector<std::size_t> services_in;      // each network
 
   [[nodiscard]] bool is_current() const { return version == CHANNEL_LIST_VERSION; }
 };
@@ -55,43 +55,25 @@ std::size_t services_with(const line_up &list, const field &flag) {
   }));
 }
 
-// A group table as the list has it: its names in plural and its capacity in a channel file.
+// A group table as the list has it.
 struct counted_groups {
-  std::string_view table;
+  std::string_view name;       // "providers"
+  std::string_view one_group;  // "provider"
   int count = 0;
-  std::size_t capacity = 0;
-  std::vector<line_up_group> used;
+  std::size_t capacity = 0;  // in a channel file
+  std::vector<group_row> used;
 };
 
 std::vector<counted_groups> tables_of(const line_up &list) {
-  constexpr std::pair<std::string_view, std::size_t> tables[] = {
-      {"providers", MAX_PROVIDER}, {"genres", MAX_GENRE}, {"countries", MAX_COUNTRY}};
-  std::vector<counted_groups> made;
-  for (std::size_t kind = 0; kind < group_kinds; ++kind) {
-    made.push_back({tables[kind].first, list.groups[kind].count, tables[kind].second, list.groups[kind].groups});
+  const auto count_of = [&](group_kind kind) { return list.groups_of(kind).count; };
+  std::vector<counted_groups> made = {{"providers", "provider", count_of(group_kind::provider), MAX_PROVIDER, {}},
+                                      {"genres", "genre", count_of(group_kind::genre), MAX_GENRE, {}},
+                                      {"countries", "country", count_of(group_kind::country), MAX_COUNTRY, {}},
+                                      {"favourite groups", "favourite group", list.favourites_count, MAX_FAV, {}}};
+  for (const group_row &group : rows_of_groups(list)) {
+    std::ranges::find(made, group.table, &counted_groups::one_group)->used.push_back(group);
   }
-  counted_groups favourites = {"favourite groups", list.favourites_count, MAX_FAV, {}};
-  for (const favourite_group &group : list.favourites) {
-    if (group.is_counted) {
-      favourites.used.push_back({group.id, group.name});
-    }
-  }
-  made.push_back(std::move(favourites));
   return made;
-}
-
-void count_records(file_contents &contents) {
-  contents.services_on.resize(contents.list.transponders.size());
-  contents.transponders_in.resize(contents.list.networks.size());
-  contents.services_in.resize(contents.list.networks.size());
-  for (const line_up_transponder &transponder : contents.list.transponders) {
-    ++contents.transponders_in[transponder.network];
-  }
-  for (const line_up_service &service : contents.list.services) {
-    ++contents.services_by_type[service.fields.service_type];
-    ++contents.services_on[service.transponder];
-    ++contents.services_in[contents.list.transponders[service.transponder].network];
-  }
 }
 
 file_contents read_contents(const channel_file &input) {
@@ -104,21 +86,15 @@ file_contents read_contents(const channel_file &input) {
   contents.version = input.version();
   contents.bytes = input.bytes().size();
   contents.list = line_up_of(records.list());
-  count_records(contents);
+  for (const line_up_service &service : contents.list.services) {
+    ++contents.services_by_type[service.fields.service_type];
+  }
   return contents;
 }
 
 // Favourite groups without an entry and without a name are left out.
 bool is_worth_a_line(const named_view &view) {
   return !view.name.is_favourites() || view.count != 0 || !view.name.group_name.empty();
-}
-
-json json_of_settings(const file_contents &contents) {
-  json settings = json::object();
-  for (const setting &each : all_settings()) {
-    settings[std::string(each.name)] = each.value(contents.list.settings);
-  }
-  return settings;
 }
 
 json json_of_view(const named_view &view) {
@@ -128,31 +104,27 @@ json json_of_view(const named_view &view) {
   return object;
 }
 
-json json_of_group(const line_up_group &group) { return {{"id", group.id}, {"name", group.name}}; }
+json json_of_group(const group_row &group) { return json_of_fields(group_fields(), group); }
 
 json json_of_table(const counted_groups &table) {
-  return {{"table", table.table},
+  return {{"table", table.name},
           {"count", table.count},
           {"capacity", table.capacity},
           {"groups", array_of(table.used, json_of_group)}};
 }
 
-json json_of_network(const file_contents &contents, std::size_t place) {
-  json transponders = json::array();
-  for (std::size_t i = 0; i < contents.list.transponders.size(); ++i) {
-    if (const line_up_transponder &transponder = contents.list.transponders[i]; transponder.network == place) {
-      transponders.push_back({{"ts_id", transponder.ts_id},
-                              {"frequency", transponder.frequency},
-                              {"polarisation", polarisation_text(transponder.polarisation)},
-                              {"services", contents.services_on[i]}});
-    }
+json json_of_networks(const line_up &list) {
+  std::vector<json> transponders(list.networks.size(), json::array());
+  for (const transponder_row &row : rows_of_transponders(list)) {
+    transponders[row.transponder->network].push_back(json_of_fields(transponder_fields(), row));
   }
-  const line_up_network &network = contents.list.networks[place];
-  return {{"net_index", network.net_index},
-          {"network_id", network.network_id},
-          {"name", network.name},
-          {"services", contents.services_in[place]},
-          {"transponder_list", std::move(transponders)}};
+  json networks = json::array();
+  for (const network_row &row : rows_of_networks(list)) {
+    json network = json_of_fields(network_fields(), row);
+    network["transponder_list"] = std::move(transponders[networks.size()]);
+    networks.push_back(std::move(network));
+  }
+  return networks;
 }
 
 json json_of_types(const file_contents &contents) {
@@ -172,15 +144,11 @@ json json_of_flags(const file_contents &contents) {
 }
 
 json json_of_contents(const info_options &options, const file_contents &contents) {
-  json networks = json::array();
-  for (std::size_t place = 0; place < contents.list.networks.size(); ++place) {
-    networks.push_back(json_of_network(contents, place));
-  }
   return {{"file", options.file.string()},
           {"version", contents.version},
           {"is_current", contents.is_current()},
           {"bytes", contents.bytes},
-          {"settings", json_of_settings(contents)},
+          {"settings", json_of_fields(setting_fields(), contents.list.settings)},
           {"views", array_of(views_of(contents.list), json_of_view)},
           {"group_tables", array_of(tables_of(contents.list), json_of_table)},
           {"networks", contents.list.networks.size()},
@@ -188,7 +156,7 @@ json json_of_contents(const info_options &options, const file_contents &contents
           {"services", contents.list.services.size()},
           {"services_by_type", json_of_types(contents)},
           {"services_by_flag", json_of_flags(contents)},
-          {"network_list", std::move(networks)}};
+          {"network_list", json_of_networks(contents.list)}};
 }
 
 void print_heading(std::string_view heading) { fmt::print("{}\n", painted(heading, style::bold)); }
@@ -205,8 +173,8 @@ void print_file(const info_options &options, const file_contents &contents) {
 
 void print_settings(const file_contents &contents) {
   print_heading("Settings");
-  for (const setting &each : all_settings()) {
-    const std::string value = text_of_value(each.value(contents.list.settings));
+  for (const record_field<line_up_settings> &each : setting_fields()) {
+    const std::string value = text_of_value(each.get(contents.list.settings));
     print_row(each.title, value.empty() ? "-" : value);
   }
 }
@@ -231,7 +199,7 @@ void print_views(const file_contents &contents) {
   }
 }
 
-std::string names_of(const std::vector<line_up_group> &groups) {
+std::string names_of(const std::vector<group_row> &groups) {
   std::string names;
   for (std::size_t i = 0; i < std::min(groups.size(), most_names); ++i) {
     names += (i == 0 ? ": " : ", ") + harmless(groups[i].name);
@@ -242,19 +210,23 @@ std::string names_of(const std::vector<line_up_group> &groups) {
 void print_groups(const file_contents &contents) {
   print_heading("Groups");
   for (const counted_groups &table : tables_of(contents.list)) {
-    print_row(table.table, fmt::format("{} of {}{}", table.count, table.capacity, names_of(table.used)));
+    print_row(table.name, fmt::format("{} of {}{}", table.count, table.capacity, names_of(table.used)));
   }
 }
 
 void print_networks(const file_contents &contents) {
   print_heading("Networks");
-  text_table table(
-      {{"net", true}, {"network", true}, {"transponders", true}, {"services", true}, {"name", false, true}});
-  for (std::size_t place = 0; place < contents.list.networks.size(); ++place) {
-    const line_up_network &network = contents.list.networks[place];
-    table.add({std::to_string(network.net_index), std::to_string(network.network_id),
-               std::to_string(contents.transponders_in[place]), std::to_string(contents.services_in[place]),
-               harmless(network.name)});
+  std::vector<text_table::column> columns;
+  for (const record_field<network_row> &each : network_fields()) {
+    columns.push_back({std::string(each.title), each.values.kind == value_kind::number, each.name == "name"});
+  }
+  text_table table(columns);
+  for (const network_row &network : rows_of_networks(contents.list)) {
+    std::vector<std::string> cells;
+    for (const record_field<network_row> &each : network_fields()) {
+      cells.push_back(harmless(text_of_value(each.get(network))));
+    }
+    table.add(std::move(cells));
   }
   fmt::print("{}", table.text());
 }
@@ -266,6 +238,16 @@ void print_contents(const info_options &options, const file_contents &contents) 
   print_views(contents);
   print_groups(contents);
   print_networks(contents);
+}
+
+// The fields of a table by their names in JSON, for the help.
+template <class Row>
+term_section section_of(std::string title, std::span<const record_field<Row>> fields) {
+  term_section section = {std::move(title), {}};
+  for (const record_field<Row> &each : fields) {
+    section.terms.push_back({std::string(each.name), std::string(each.about)});
+  }
+  return section;
 }
 
 int run_info(const info_options &options) {
@@ -291,6 +273,8 @@ command info_command() {
           {"Version and size, settings, views and groups with their counts and limits, services by type and by flag, "
            "networks with their transponders and services. Files of versions 7 to 9 are read, too; chlist convert "
            "makes them current. With --json every group and every transponder is named. FILE is only read."},
+      .sections = {section_of("Settings", setting_fields()), section_of("Of a network", network_fields()),
+                   section_of("Of a transponder", transponder_fields()), section_of("Of a group", group_fields())},
       .exit_codes = {{"0", "shown"},
                      {"2", "bad usage, a file that cannot be read, is short or is of an unknown version; or the report "
                            "could not be written"}},

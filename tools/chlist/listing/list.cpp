@@ -13,12 +13,14 @@
 #include "chlist/exchange/csv/csv.h"
 #include "chlist/exchange/csv/csv_line_up.h"
 #include "chlist/exit_codes.h"
+#include "chlist/fields/described.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/listing/view_rows.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 #include "chlist/text_table.h"
 
 namespace chlist {

@@ -8,7 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "chlist/fields/described.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

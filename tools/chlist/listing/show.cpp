@@ -12,12 +12,15 @@
 
 #include "chlist/common_options.h"
 #include "chlist/exit_codes.h"
+#include "chlist/fields/described.h"
+#include "chlist/fields/record_fields.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/position.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -44,15 +47,9 @@ struct shown_service {
 
   [[nodiscard]] const line_up_service &service() const { return list.services[place]; }
   [[nodiscard]] service_row row() const { return {&list, &service()}; }
-  [[nodiscard]] const line_up_transponder &transponder() const { return list.transponders[service().transponder]; }
-  [[nodiscard]] const line_up_network &network() const { return list.networks[transponder().network]; }
-  [[nodiscard]] std::size_t services_beside() const {
-    return static_cast<std::size_t>(
-        std::ranges::count(list.services, service().transponder, &line_up_service::transponder));
-  }
-  [[nodiscard]] std::size_t transponders_beside() const {
-    return static_cast<std::size_t>(
-        std::ranges::count(list.transponders, transponder().network, &line_up_transponder::network));
+  [[nodiscard]] transponder_row transponder() const { return rows_of_transponders(list)[service().transponder]; }
+  [[nodiscard]] network_row network() const {
+    return rows_of_networks(list)[list.transponders[service().transponder].network];
   }
   [[nodiscard]] std::vector<shown_entry> entries() const {
     std::vector<shown_entry> found;
@@ -77,22 +74,6 @@ json json_of_service(const shown_service &shown) {
   return object;
 }
 
-json json_of_transponder(const shown_service &shown) {
-  const line_up_transponder &transponder = shown.transponder();
-  return {{"ts_id", transponder.ts_id},
-          {"frequency", transponder.frequency},
-          {"polarisation", polarisation_text(transponder.polarisation)},
-          {"services", shown.services_beside()}};
-}
-
-json json_of_network(const shown_service &shown) {
-  const line_up_network &network = shown.network();
-  return {{"net_index", network.net_index},
-          {"network_id", network.network_id},
-          {"name", network.name},
-          {"transponders", shown.transponders_beside()}};
-}
-
 json json_of_entry(const shown_entry &shown) {
   json object = json_of(shown.view);
   for (const field &each : service_fields()) {
@@ -106,8 +87,8 @@ json json_of_entry(const shown_entry &shown) {
 json json_of_show(const show_options &options, const shown_service &shown) {
   return {{"file", options.file.string()},
           {"service", json_of_service(shown)},
-          {"transponder", json_of_transponder(shown)},
-          {"network", json_of_network(shown)},
+          {"transponder", json_of_fields(transponder_fields(), shown.transponder())},
+          {"network", json_of_fields(network_fields(), shown.network())},
           {"entries", array_of(shown.entries(), json_of_entry)}};
 }
 
@@ -125,18 +106,12 @@ void print_service(const shown_service &shown) {
   }
 }
 
-void print_place(const shown_service &shown) {
-  const line_up_transponder &transponder = shown.transponder();
-  const line_up_network &network = shown.network();
-  fmt::print("{}\n", painted("Transponder", style::bold));
-  print_field("ts", std::to_string(transponder.ts_id));
-  print_field("frequency", fmt::format("{} {}", transponder.frequency, polarisation_text(transponder.polarisation)));
-  print_field("services", std::to_string(shown.services_beside()));
-  fmt::print("{}\n", painted("Network", style::bold));
-  print_field("name", harmless(network.name));
-  print_field("net", std::to_string(network.net_index));
-  print_field("network", std::to_string(network.network_id));
-  print_field("transponders", std::to_string(shown.transponders_beside()));
+template <class Row>
+void print_record(std::string_view title, std::span<const record_field<Row>> fields, const Row &row) {
+  fmt::print("{}\n", painted(title, style::bold));
+  for (const record_field<Row> &each : fields) {
+    print_field(each.title, harmless(text_of_value(each.get(row))));
+  }
 }
 
 void print_entries(const shown_service &shown) {
@@ -155,7 +130,8 @@ void print_entries(const shown_service &shown) {
 
 void print_show(const shown_service &shown) {
   print_service(shown);
-  print_place(shown);
+  print_record("Transponder", transponder_fields(), shown.transponder());
+  print_record("Network", network_fields(), shown.network());
   print_entries(shown);
 }
 

@@ -15,7 +15,6 @@
 #include "chlist/closest.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/list_contents.h"
-#include "chlist/report.h"
 
 namespace chlist {
 namespace {

@@ -19,6 +19,7 @@
 #include "chlist/edit/edit_line.h"
 #include "chlist/edit/edits.h"
 #include "chlist/exit_codes.h"
+#include "chlist/fields/described.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/edit_lock.h"
@@ -29,6 +30,7 @@
 #include "chlist/merge/merged_companions.h"
 #include "chlist/messages.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -70,14 +72,6 @@ json json_with_entries(const Change &change) {
   json object = json_of(change);
   object["entries"] = array_of(change.entries, json_of_entry);
   return object;
-}
-
-json json_of_transponder(const channel::identity &id) {
-  return {{"net_index", id.net_index},
-          {"network_id", id.network_id},
-          {"ts_id", id.ts_id},
-          {"frequency", id.frequency},
-          {"polarisation", std::string(1, polarisation_letter(id))}};
 }
 
 json json_of_source(const paired_source &source) {

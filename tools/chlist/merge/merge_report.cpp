@@ -5,9 +5,11 @@
 
 #include <algorithm>
 
+#include "chlist/fields/described.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/messages.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
+#include "chlist/text_table.h"
 
 namespace chlist {
 namespace {
@@ -25,15 +27,35 @@ std::string doubt_text(const doubtful_move &service) {
   return text_of(service) + (service.entries.empty() ? " and goes" : "; it stays: " + entries_text(service.entries));
 }
 
-void print_table(std::FILE *to, const std::vector<changed_service> &services) {
-  fmt::print(to, "  {:>3} {:>7} {:>5} {:>10} {:>3} {:>7} {:>4}  entries: name\n", "net", "network", "ts", "frequency",
-             "pol", "service", "type");
-  for (const changed_service &service : services) {
-    const channel::identity &id = service.known.id;
-    fmt::print(to, "  {:>3} {:>7} {:>5} {:>10} {:>3} {:>7} {:>4}  {}: {}\n", id.net_index, id.network_id, id.ts_id,
-               id.frequency, polarisation_letter(id), id.service_id, service.service_type,
-               entries_text(service.entries), shown(service.known.name));
+using table_columns = std::vector<text_table::column>;
+using table_cells = std::vector<std::string>;
+
+table_columns identity_columns(identity_part what, table_columns more = {}) {
+  table_columns made;
+  for (const auto &each : identity_fields(what)) {
+    made.push_back({std::string(each.title), each.values.kind == value_kind::number});
   }
+  made.insert(made.end(), more.begin(), more.end());
+  return made;
+}
+
+table_cells identity_cells(identity_part what, const channel::identity &id, table_cells more = {}) {
+  table_cells made;
+  for (const auto &each : identity_fields(what)) {
+    made.push_back(text_of_value(each.get(id)));
+  }
+  made.insert(made.end(), more.begin(), more.end());
+  return made;
+}
+
+void print_table(std::FILE *to, const std::vector<changed_service> &services) {
+  text_table table(identity_columns(identity_part::service, {{"type", true}, {"name", false, true}, {"entries"}}));
+  for (const changed_service &service : services) {
+    table.add(identity_cells(
+        identity_part::service, service.known.id,
+        {std::to_string(service.service_type), harmless(service.known.name), entries_text(service.entries)}));
+  }
+  fmt::print(to, "{}", table.text());
 }
 
 std::size_t favourites_of(const std::vector<changed_service> &services) {
@@ -80,11 +102,11 @@ void print_transponders(std::FILE *to, const std::vector<channel::identity> &tra
     return;
   }
   fmt::print(to, "Left without services, and removed: {}\n", counted(transponders.size(), "transponder"));
-  fmt::print(to, "  {:>3} {:>7} {:>5} {:>10} {:>3}\n", "net", "network", "ts", "frequency", "pol");
+  text_table table(identity_columns(identity_part::transponder));
   for (const channel::identity &id : transponders) {
-    fmt::print(to, "  {:>3} {:>7} {:>5} {:>10} {:>3}\n", id.net_index, id.network_id, id.ts_id, id.frequency,
-               polarisation_letter(id));
+    table.add(identity_cells(identity_part::transponder, id));
   }
+  fmt::print(to, "{}", table.text());
 }
 
 void append(std::vector<std::string> &to, const std::vector<std::string> &more) {

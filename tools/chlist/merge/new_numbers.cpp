@@ -12,7 +12,7 @@
 
 #include "channel/store/view.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

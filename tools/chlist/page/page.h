@@ -5,8 +5,8 @@
 #include <string>
 
 #include "chlist/check/findings.h"
+#include "chlist/json/json.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/report.h"
 
 namespace chlist {
 

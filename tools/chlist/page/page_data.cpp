@@ -8,6 +8,7 @@
 
 #include "chlist/fields/service_fields.h"
 #include "chlist/position.h"
+#include "chlist/report.h"
 
 namespace chlist {
 namespace {
@@ -82,6 +83,15 @@ json names_of_service_types(const line_up &list) {
   return names;
 }
 
+// What fields are called: their titles, and what is said of them.
+json words_of_fields() {
+  json words = json::object();
+  for (const field &each : service_fields()) {
+    words[std::string(each.name)] = json::array({each.title, each.about});
+  }
+  return words;
+}
+
 // An entry without a service tells what it looks for.
 json fields_of(const line_up_entry &entry) {
   json fields = json::array({entry.number.major, entry.number.minor});
@@ -123,6 +133,7 @@ json json_of_finding(const finding &found) {
 
 json page_data(const std::string &file_name, const line_up &list, const file_findings &found) {
   return {{"file", {{"name", file_name}, {"version", found.version}, {"size", found.size}}},
+          {"fields", words_of_fields()},
           {"networks", networks_of(list)},
           {"transponders", transponders_of(list)},
           {"services", services_of(list)},

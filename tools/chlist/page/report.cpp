@@ -17,6 +17,7 @@
 #include "chlist/files/text_file.h"
 #include "chlist/page/page.h"
 #include "chlist/report.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

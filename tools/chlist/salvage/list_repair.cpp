@@ -17,7 +17,8 @@
 #include "channel/store/group_table.h"
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
-#include "chlist/report.h"
+#include "chlist/line_up/line_up.h"
+#include "chlist/list_contents.h"
 #include "chlist/salvage/list_arrays.h"
 #include "chlist/salvage/witnesses.h"
 

@@ -15,6 +15,7 @@
 #include "chlist/compare/difference.h"
 #include "chlist/convert/conversion_report.h"
 #include "chlist/edit/edits.h"
+#include "chlist/fields/described.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_bytes.h"
@@ -26,6 +27,7 @@
 #include "chlist/salvage/salvage_report.h"
 #include "chlist/salvage/salvaging.h"
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -70,12 +72,8 @@ json json_of_found(const found_again &found) {
 }
 
 json json_of_made(const made_record &record) {
-  json object = {{"what", record.kind}, {"net_index", record.id.net_index}, {"network_id", record.id.network_id}};
-  if (record.kind == "transponder") {
-    object["ts_id"] = record.id.ts_id;
-    object["frequency"] = record.id.frequency;
-    object["polarisation"] = std::string(1, polarisation_letter(record.id));
-  }
+  json object = {{"what", name_of(record.kind)}};
+  put_fields(object, identity_fields(record.kind), record.id);
   return object;
 }
 

@@ -1,6 +1,7 @@
 // What a salvage tells people: first what came back, then what is lost or in doubt, each list with its first ten lines.
 #include "chlist/salvage/salvage_report.h"
 
+#include <channel/views.h>
 #include <fmt/format.h>
 
 #include <cstdlib>
@@ -8,10 +9,12 @@
 #include <utility>
 
 #include "chlist/convert/conversion_report.h"
+#include "chlist/fields/described.h"
 #include "chlist/first_of_a_kind.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/position.h"
-#include "chlist/report.h"
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
@@ -53,10 +56,8 @@ std::string text_of_placed(const placed_service &service) {
 }
 
 std::string text_of_made(const made_record &record) {
-  const std::string network = fmt::format("net {}, network {}", record.id.net_index, record.id.network_id);
-  return record.kind == "network" ? fmt::format("network ({}): its name is lost", network)
-                                  : fmt::format("transponder ({}, ts {}, {} {})", network, record.id.ts_id,
-                                                record.id.frequency, polarisation_letter(record.id));
+  return fmt::format("{} ({}){}", name_of(record.kind), text_of(record.id, record.kind),
+                     record.kind == identity_part::network ? ": its name is lost" : "");
 }
 
 void print_recovered(std::FILE *to, const salvage_report &report, const salvage_outcome &outcome) {

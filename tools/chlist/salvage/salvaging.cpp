@@ -71,12 +71,12 @@ void note_services(byte_span file, const damaged_list &result, salvage_outcome &
 void note_made(const damaged_list &result, salvage_outcome &outcome) {
   for (const salvaged_network &network : result.records.networks) {
     if (!network.offset && is_kept(result.records, network)) {
-      outcome.made.push_back({"network", network.id});
+      outcome.made.push_back({identity_part::network, network.id});
     }
   }
   for (const salvaged_transponder &transponder : result.records.transponders) {
     if (!transponder.offset && is_kept(transponder)) {
-      outcome.made.push_back({"transponder", transponder.id});
+      outcome.made.push_back({identity_part::transponder, transponder.id});
     }
   }
 }

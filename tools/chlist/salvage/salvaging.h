@@ -11,6 +11,7 @@
 
 #include "chlist/compare/difference.h"
 #include "chlist/convert/conversion.h"
+#include "chlist/fields/identity_fields.h"
 #include "chlist/files/file_bytes.h"
 #include "chlist/list_contents.h"
 #include "chlist/salvage/list_repair.h"
@@ -24,7 +25,7 @@ struct placed_service {
 };
 
 struct made_record {
-  std::string_view kind;  // "network" or "transponder"
+  identity_part kind = identity_part::network;  // or transponder
   channel::identity id = {};
 };
 

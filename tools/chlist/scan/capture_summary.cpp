@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "chlist/report.h"
 #include "chlist/scan/descriptors.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

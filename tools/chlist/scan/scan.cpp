@@ -22,6 +22,7 @@
 #include "chlist/exchange/new_list_file.h"
 #include "chlist/exchange/vdr/vdr_fields.h"
 #include "chlist/exit_codes.h"
+#include "chlist/fields/described.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/distinct_files.h"
 #include "chlist/files/file_line_up.h"
@@ -30,7 +31,9 @@
 #include "chlist/messages.h"
 #include "chlist/report.h"
 #include "chlist/scan/broadcast_time.h"
+#include "chlist/scan/descriptors.h"
 #include "chlist/scan/scanned_line_up.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

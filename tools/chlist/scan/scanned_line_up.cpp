@@ -11,10 +11,11 @@
 #include <utility>
 
 #include "chlist/exchange/broadcast_service.h"
+#include "chlist/fields/described.h"
 #include "chlist/fields/pids.h"
-#include "chlist/report.h"
 #include "chlist/scan/found_services.h"
 #include "chlist/text/broadcast_text.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

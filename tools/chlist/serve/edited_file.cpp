@@ -25,7 +25,6 @@
 #include "chlist/files/input_file.h"
 #include "chlist/files/text_file.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/report.h"
 
 namespace chlist {
 namespace {

@@ -14,6 +14,7 @@
 #include "chlist/messages.h"
 #include "chlist/page/browser_files.h"
 #include "chlist/page/page.h"
+#include "chlist/report.h"
 #include "chlist/serve/edit_form.h"
 #include "chlist/text/base64.h"
 

@@ -10,8 +10,8 @@
 #include <string>
 
 #include "chlist/exchange/json/list_json.h"
+#include "chlist/fields/described.h"
 #include "chlist/json/json.h"
-#include "chlist/report.h"
 #include "support/channel_file.h"
 #include "support/log_capture.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "chlist/exchange/json/list_json_fields.h"
-#include "chlist/report.h"
+#include "chlist/json/json.h"
 
 namespace chlist {
 

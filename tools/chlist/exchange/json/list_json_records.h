@@ -8,7 +8,7 @@
 
 #include "chlist/exchange/json/list_json_codec.h"
 #include "chlist/exchange/json/list_json_fields.h"
-#include "chlist/report.h"
+#include "chlist/json/json.h"
 
 namespace chlist {
 

@@ -9,7 +9,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "chlist/report.h"
+#include "chlist/json/json.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {

@@ -6,38 +6,38 @@ const setTag = (tag) => (tag === unsetTag ? '' : `${tag}`);
 
 function topicsOf({ number, id, service: of }) {
   const identityFields = [
-    ['Network index', id.netIndex],
-    ['Original network id', id.networkId],
-    ['Transport stream id', id.tsId],
-    ['Frequency', `${grouped.format(id.frequency)} kHz ${id.polarisation}`],
-    ['Service id', id.serviceId],
+    [aboutOf('net_index'), id.netIndex],
+    [aboutOf('network_id'), id.networkId],
+    [aboutOf('ts_id'), id.tsId],
+    [titleOf('frequency'), `${grouped.format(id.frequency)} kHz ${id.polarisation}`],
+    [aboutOf('service_id'), id.serviceId],
   ];
   if (!of) {
-    return [['Entry', given([['Number', number], ['Service', 'the list holds none that this entry names']])],
+    return [['Entry', given([[titleOf('number'), number], ['Service', 'the list holds none that this entry names']])],
             ['Identity', identityFields]];
   }
   const flags = [[scrambled, 'scrambled'], [locked, 'locked'], [skipped, 'skipped'], [carriesData, 'data service']];
   return [
     ['Service', given([
-      ['Short name', of.shortName === of.name ? '' : of.shortName],
-      ['Type', of.typeName],
-      ['Provider', of.provider],
-      ['Genre', of.genre],
-      ['Country', of.country],
+      [titleOf('short_name'), of.shortName === of.name ? '' : of.shortName],
+      [titleOf('type'), of.typeName],
+      [titleOf('provider'), of.provider],
+      [titleOf('genre'), of.genre],
+      [titleOf('country'), of.country],
       ['Marks', flags.filter(([bit]) => of.flag & bit).map(([, word]) => word).join(', ')],
     ])],
     ['Shown as', of.shownIn.map(([title, shownNumber]) => [title, shownNumber || 'no number'])],
-    ['Identity', [['Network', of.transponder.network.name], ...identityFields].filter(([, value]) => value !== '')],
+    ['Identity', [[titleOf('network_name'), of.transponder.network.name], ...identityFields].filter(([, value]) => value !== '')],
     ['Streams', given([
-      ['PMT PID', setPid(of.pids.pmt)],
-      ['PCR PID', setPid(of.pids.pcr)],
-      ['Video PID', setPid(of.pids.video)],
-      ['Video ECM PID', setPid(of.pids.videoEcm)],
-      ['Audio PID', setPid(of.pids.audio)],
-      ['Video tag', setTag(of.tags.video)],
-      ['Audio tag', setTag(of.tags.audio)],
-      ['Source type', of.source],
-      ['Order key', of.orderKey || ''],
+      [titleOf('pmt_pid'), setPid(of.pids.pmt)],
+      [titleOf('pcr_pid'), setPid(of.pids.pcr)],
+      [titleOf('video_pid'), setPid(of.pids.video)],
+      [titleOf('video_ecm_pid'), setPid(of.pids.videoEcm)],
+      [titleOf('audio_pid'), setPid(of.pids.audio)],
+      [titleOf('video_tag'), setTag(of.tags.video)],
+      [titleOf('audio_tag'), setTag(of.tags.audio)],
+      [titleOf('source_type'), of.source],
+      [titleOf('order_key'), of.orderKey || ''],
     ])],
   ].filter(([, fields]) => fields.length > 0);
 }

@@ -1,6 +1,12 @@
 // The list that the report shows: what stands in the page, once.
 
 const data = JSON.parse(document.getElementById('data').textContent);
+
+// What fields are called everywhere: their titles, or what is said of them.
+const inCapitals = (text) => text[0].toUpperCase() + text.slice(1);
+const titleOf = (name) => inCapitals(data.fields[name][0]);
+const aboutOf = (name) => inCapitals(data.fields[name][1]);
+
 const { networks, transponders, services, views: allViews } = modelOf(data);
 
 // word: what an address calls it.

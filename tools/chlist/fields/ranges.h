@@ -1,0 +1,43 @@
+// What numbers of a channel list may be, whatever record they stand in.
+#pragma once
+
+#include <channel/records.h>
+
+#include <cstdint>
+#include <limits>
+
+#include "chlist/fields/pids.h"
+#include "chlist/fields/values.h"
+
+namespace chlist::ranges {
+
+template <class Number>
+constexpr value_range all_of(std::string_view text) {
+  return {value_kind::number, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max(), text};
+}
+
+inline constexpr value_range free_text = {value_kind::text, 0, 0, "a text"};
+inline constexpr value_range several_texts = {value_kind::texts};
+
+inline constexpr value_range byte = all_of<std::uint8_t>("0 to 255");
+inline constexpr value_range id16 = all_of<std::uint16_t>("0 to 65535");
+inline constexpr value_range signed8 = all_of<std::int8_t>("-128 to 127");
+inline constexpr value_range signed16 = all_of<std::int16_t>("-32768 to 32767");
+inline constexpr value_range frequency_khz = {value_kind::number, 1, std::numeric_limits<std::uint32_t>::max(),
+                                              "1 to 4294967295"};
+inline constexpr value_range position_in_view = {value_kind::number, 1, MAX_CHANNEL, "1 to 5000"};
+static_assert(MAX_CHANNEL == 5000);
+inline constexpr value_range number_of_records = {value_kind::number, 0, std::numeric_limits<std::int64_t>::max(),
+                                                  "0 and more"};
+inline constexpr value_range pid = {value_kind::number, 0, largest_pid, "0 to 8191, or none", unset_pid};
+inline constexpr value_range component_tag = {value_kind::number, 0, 255, "0 to 255, or none", unset_tag};
+
+inline constexpr word no_or_yes[] = {{"yes", 1}, {"no", 0}, {"true", 1}, {"false", 0}};
+inline constexpr value_range yes_or_no = {value_kind::yes_or_no, 0, 1, "yes or no", {}, no_or_yes};
+
+// A channel list tells two polarisations apart: left-hand circular is filed as horizontal, right-hand as vertical.
+inline constexpr word polarisations[] = {{"H", 0}, {"V", 1}, {"L", 0}, {"R", 1}};
+inline constexpr value_range letters_of_polarisation = {value_kind::named,  0,  255,
+                                                        "H, V or 0 to 255", {}, polarisations};
+
+}  // namespace chlist::ranges
