@@ -71,11 +71,7 @@ columns_shown chosen_columns(const list_options &options, const rows_shown &rows
   return columns;
 }
 
-// Most texts are plain.
-std::string cell_of_table(const json &value) {
-  std::string text = text_of_value(value);
-  return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; }) ? text : harmless(text);
-}
+std::string cell_of_table(const json &value) { return harmless(text_of_value(value)); }
 
 // As an import reads it. Texts of a list are one line without controls already.
 std::string cell_of_csv(const json &value) { return text_of_value(value, std::string(1, csv_group_separator)); }

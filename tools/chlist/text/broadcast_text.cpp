@@ -169,11 +169,6 @@ void append_in_one_line(decoded_text &made, char32_t character) {
   }
 }
 
-// Most names. Every table has ASCII where no other one is named.
-bool is_plain(std::string_view encoded) {
-  return std::ranges::all_of(encoded, [](char c) { return c >= first_printable && c <= '~'; });
-}
-
 }  // namespace
 
 std::string_view encoded_text(std::span<const char> field) {
@@ -206,8 +201,7 @@ bool names_table(std::string_view encoded) {
 
 std::string table_name(std::string_view encoded) {
   if (!names_table(encoded)) {
-    const bool is_ascii = std::ranges::all_of(encoded, [](char c) { return c >= first_printable; });
-    return is_ascii ? "" : is_utf8(encoded) ? "UTF-8" : "ISO-6937";
+    return is_printable_ascii(encoded) ? "" : is_utf8(encoded) ? "UTF-8" : "ISO-6937";
   }
   if (const character_table *table = table_of(encoded); table != nullptr) {
     return table->name;
@@ -217,7 +211,7 @@ std::string table_name(std::string_view encoded) {
 }
 
 decoded_text decode_text(std::string_view encoded) {
-  if (is_plain(encoded)) {
+  if (is_printable_ascii(encoded)) {
     return {std::string(encoded)};
   }
   const decoded_text all = decode_characters(encoded);

@@ -13,8 +13,6 @@ namespace {
 
 bool is_c0_or_c1(char32_t character) { return character < 0x20 || (character >= 0x7F && character < 0xA0); }
 
-bool is_printable_ascii(char c) { return c >= ' ' && c <= '~'; }
-
 }  // namespace
 
 void must_be_plain(std::string_view text, std::string_view what) {
@@ -29,7 +27,7 @@ void must_be_plain(std::string_view text, std::string_view what) {
 }
 
 std::string in_one_line(std::string_view text) {
-  if (std::ranges::all_of(text, is_printable_ascii)) {
+  if (is_printable_ascii(text)) {
     return std::string(text);
   }
   std::string line;

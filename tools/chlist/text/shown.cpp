@@ -30,6 +30,9 @@ std::string shown(std::string_view text) {
 }
 
 std::string harmless(std::string_view text) {
+  if (is_printable_ascii(text)) {
+    return std::string(text);
+  }
   std::string valid = valid_utf8(text);
   std::ranges::replace_if(
       valid, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');

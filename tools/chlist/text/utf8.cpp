@@ -95,6 +95,10 @@ std::string valid_utf8(std::string_view text) {
   return valid;
 }
 
+bool is_printable_ascii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return is_printable_ascii(c); });
+}
+
 std::size_t incomplete_at_end(std::string_view text) {
   const auto bad = static_cast<std::size_t>(utf8::find_invalid(text.begin(), text.end()) - text.begin());
   return bad < text.size() && bad + size_of_broken(text.substr(bad)) == text.size() && is_lead(text[bad])

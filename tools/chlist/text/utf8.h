@@ -11,6 +11,10 @@ inline constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 std::string_view without_byte_order_mark(std::string_view text);
 
+// Most texts are made of nothing else: every table and every terminal takes them as they are.
+constexpr bool is_printable_ascii(char c) { return c >= ' ' && c <= '~'; }
+bool is_printable_ascii(std::string_view text);
+
 // Whether a text is made of well-formed characters: none longer than it must be, and none that stands for a surrogate.
 bool is_utf8(std::string_view text);
 
