@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "faults/fault.h"
@@ -15,9 +14,10 @@ class documented_run {
  public:
   using lines = std::vector<std::string>;
 
-  // before: the store when the operation begins; whole: as a run without faults leaves it.
-  documented_run(const fault &planned, const store_state &before, store_state whole, bytes earlier)
-      : store(before), file(std::move(earlier)), whole_(std::move(whole)), plan_(planned) {}
+  // before: the store when the operation begins; whole: as a run without faults leaves it, or what it was where
+  // none is whole; it must outlive this.
+  documented_run(const fault &planned, const store_state &before, const store_state &whole, const bytes &earlier)
+      : store(before), file(earlier), whole_(whole), plan_(planned) {}
 
   // The calls; false when the call fails.
   bool open_to_read(const std::string &path) { return call(door_call::open, open_event(path, "r")); }
@@ -54,7 +54,7 @@ class documented_run {
     return !plan_.fails(kind);
   }
 
-  store_state whole_;
+  const store_state &whole_;
   fault_plan plan_;
 };
 

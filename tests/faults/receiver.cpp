@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 #include "channel/persist/file.h"
 #include "support/log_capture.h"
@@ -57,19 +57,18 @@ channel_file scan() {
   return file.service({.net_index = 4, .network_id = 4, .frequency = 14'000'000, .service_id = 9, .name = "Newer"});
 }
 
-// A door behind which there is one file, in memory.
+// A door behind which there is one file, in memory that stays: a block for each save would cost more than the save.
+std::array<char, std::size_t{1} << 20U> memory = {};
 bytes written_to_memory = {};
-char *memory = nullptr;
-std::size_t memory_size = 0;
 
-std::FILE *open_memory(const char * /*path*/, const char * /*mode*/, std::span<char> /*buffer*/) {
-  return ::open_memstream(&memory, &memory_size);
+std::FILE *open_memory(const char * /*path*/, const char *mode, std::span<char> /*buffer*/) {
+  return ::fmemopen(memory.data(), memory.size(), mode);
 }
 
 int close_memory(std::FILE *file) {
+  const long size = std::ftell(file);
   const int result = std::fclose(file);
-  written_to_memory.assign(memory, memory_size);
-  std::free(memory);
+  written_to_memory.assign(memory.data(), static_cast<std::size_t>(size));
   return result;
 }
 

@@ -45,7 +45,8 @@ class UnreadableFile : public file_test, public ::testing::WithParamInterface<st
 
   // The files that an operation opens, told by a run that opens none of them.
   [[nodiscard]] std::vector<std::string> paths() const {
-    documented_run documented({.nth = 1, .kind = door_call::open, .lasts = true}, state_of_store(), {}, {});
+    const store_state before = state_of_store();
+    documented_run documented({.nth = 1, .kind = door_call::open, .lasts = true}, before, before, {});
     tested().document(documented, own);
     std::vector<std::string> found;
     for (const std::string &call : documented.calls) {
@@ -65,7 +66,7 @@ TEST_P(UnreadableFile, IsToldLikeAFault) {
     stand_in().make(path);
   }
   const store_state before = state_of_store();
-  documented_run documented({.nth = 1, .kind = stand_in().failing, .lasts = true}, before, {}, {});
+  documented_run documented({.nth = 1, .kind = stand_in().failing, .lasts = true}, before, before, {});
   const int result = tested().document(documented, own);
   {
     const log_capture log(1);

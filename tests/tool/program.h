@@ -4,6 +4,7 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,10 +14,15 @@ struct program_result {
   int exit_code = -1;  // -1 when a signal ended the program
   std::string out;
   std::string err;
+
+  friend bool operator==(const program_result &, const program_result &) = default;
 };
 
 // Standard input is empty and no terminal. directory: where the program runs; empty for the test's own.
 program_result run_program(const std::vector<std::string> &command, const std::string &directory = "");
+
+// What gives an exit code, in a fork of the test: a run costs a fraction of what loading a program takes.
+program_result run_in_fork(const std::function<int()> &program, const std::string &directory);
 
 // A program whose standard input, output and error are a terminal.
 class terminal {

@@ -127,6 +127,8 @@ shown_list edited_on(const page_of_editor &page) {
 
 class ChlistEditorFaults : public tool_test::inputs_test {
  protected:
+  ChlistEditorFaults() : inputs_test(tool_test::inputs_of({"list.dat"})) {}
+
   // What somebody finds who opens the list again, and takes what was not saved.
   [[nodiscard]] shown_list found_again() const {
     chlist::list_session session(path("list.dat"));

@@ -10,7 +10,8 @@
 
 namespace tool_test {
 
-// For the programs that start while it lives, the n-th call to the file system fails.
+// For the programs that start while it lives, the n-th call to the file system fails; for forks of the test, the n-th
+// behind count_calls_from_here().
 class failing_call {
  public:
   failing_call(int n, const std::string &told_in) : told_in_(told_in) {

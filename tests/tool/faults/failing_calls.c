@@ -1,7 +1,11 @@
 // Loaded into a program before the system's library, this fails one call to the file system: the one whose number,
 // counted from 1 over all kinds of calls, stands in FAILING_CALL. The name of the call is then written to the file that
-// FAILED_CALL names. Nothing is synced: tests need not wait for the disk.
+// FAILED_CALL names. Calls are counted from the program's start if it was started with these, and otherwise, as in the
+// test program that is linked with this, from where it asks for it. Nothing is synced: tests need not wait for the
+// disk.
 #define _GNU_SOURCE
+#include "failing_calls.h"
+
 #include <dirent.h>
 #include <dlfcn.h>
 #include <errno.h>
@@ -25,10 +29,19 @@ static void tell(const char *name) {
   syscall(SYS_close, fd);
 }
 
+static long failing;  // 0: none
+static _Atomic long calls;
+
+void count_calls_from_here(void) {
+  const char *wanted = getenv("FAILING_CALL");
+  failing = wanted == NULL ? 0 : strtol(wanted, NULL, 10);
+  calls = 0;
+}
+
+__attribute__((constructor)) static void count_calls_from_the_start(void) { count_calls_from_here(); }
+
 static bool fails(const char *name) {
-  static _Atomic long calls;
-  const char *failing = getenv("FAILING_CALL");
-  const bool is_failing = failing != NULL && ++calls == strtol(failing, NULL, 10);
+  const bool is_failing = failing != 0 && ++calls == failing;
   if (is_failing) {
     tell(name);
     errno = EIO;

@@ -645,7 +645,8 @@ class Largest(Page):
         return times[30]
 
     def test_scrolling_takes_less_than_a_frame(self):
-        self.assertLess(min(self.time_of_a_step() for _ in range(20)), 1000 / 60)  # other tests run beside this one
+        frame = 1000 / 60
+        self.assertTrue(any(self.time_of_a_step() < frame for _ in range(20)))  # other tests run beside this one
         self.assertLess(len(self.names()), 60)
 
     def test_moves_within_a_moment(self):

@@ -268,7 +268,14 @@ class shifted_list {
   }
 
   [[nodiscard]] bool is_entry(std::size_t at) const {
-    return services_.list(channel::identity_of(entry_at(file_, at)));
+    return !names_no_service(at) && services_.list(channel::identity_of(entry_at(file_, at)));
+  }
+
+  // What most of a file is: no table needs to be asked.
+  [[nodiscard]] bool names_no_service(std::size_t at) const {
+    constexpr std::size_t ids = offsetof(virtual_channel_st, service_id);
+    return value_at<std::uint32_t>(file_, at + ids) == 0 &&
+           value_at<std::uint16_t>(file_, at + ids + sizeof(std::uint32_t)) == 0;
   }
 
   [[nodiscard]] bool is_used(const array_place &array, std::size_t at) const {

@@ -1,5 +1,6 @@
 #include "chlist/salvage/transfer_damage.h"
 
+#include <cstring>
 #include <utility>
 
 namespace chlist {
@@ -14,6 +15,13 @@ constexpr std::size_t enough = 4;
 // All but a few, which came to the file later, or are at the borders of what was cut out.
 bool are_nearly_all(std::size_t some, std::size_t all) { return some >= enough && some + all / 50 >= all; }
 
+// At or behind a place; the file's size when there is none.
+std::size_t next_line_feed(byte_span file, std::size_t at) {
+  const void *found =
+      at < file.size() ? std::memchr(file.data() + at, std::to_integer<int>(line_feed), file.size() - at) : nullptr;
+  return found == nullptr ? file.size() : static_cast<std::size_t>(static_cast<const std::byte *>(found) - file.data());
+}
+
 bool is_crlf(byte_span file, std::size_t at) {
   return at + 1 < file.size() && file[at] == carriage_return && file[at + 1] == line_feed;
 }
@@ -22,9 +30,9 @@ bool is_crlf(byte_span file, std::size_t at) {
 bool has_crlf_line_ends(byte_span file) {
   std::size_t line_feeds = 0;
   std::size_t with_return = 0;
-  for (std::size_t i = 0; i < file.size(); ++i) {
-    line_feeds += file[i] == line_feed ? 1 : 0;
-    with_return += is_crlf(file, i) ? 1 : 0;
+  for (std::size_t at = 0; (at = next_line_feed(file, at)) < file.size(); ++at) {
+    ++line_feeds;
+    with_return += at > 0 && is_crlf(file, at - 1) ? 1 : 0;
   }
   return are_nearly_all(with_return, line_feeds);
 }
