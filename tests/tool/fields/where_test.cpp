@@ -102,6 +102,23 @@ TEST_F(Where, AllThatStandsSideBySideMustBeMetAndOrBindsLess) {
   EXPECT_TRUE(takes("provider = 'Sky North'"));
 }
 
+TEST_F(Where, ManySideBySideAreNotNested) {
+  std::string condition = "type=radio";
+  for (int count = 1; count < 1000; ++count) {
+    condition += count % 2 == 0 ? " not type=TV" : " (type=radio)";
+  }
+  EXPECT_TRUE(takes(condition));
+  EXPECT_FALSE(takes(condition + " type=TV"));
+}
+
+TEST_F(Where, AHundredMayBeNestedAndNoMore) {
+  const auto nested = [](std::size_t depth) {
+    return std::string(depth, '(') + "type=radio" + std::string(depth, ')');
+  };
+  EXPECT_TRUE(takes(nested(99)));
+  EXPECT_EQ(refusal_of(nested(100)), "--where, character 101: it is nested too deeply");
+}
+
 TEST_F(Where, KnowsAServiceWithoutAnEntry) {
   const service_row alone = {.list = &list, .service = &service};
 
