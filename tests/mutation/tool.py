@@ -14,9 +14,9 @@ import workshop
 HELD_BY = {
     "fields": ("fields", "listing", "edit/set_test.cpp"),
     "line_up": ("line_up", "listing", "merge"),
-    "edit": ("edit",),
+    "edit": ("edit", "help_test.cpp"),
     "compare": ("compare", "listing", "merge"),
-    "merge": ("merge",),
+    "merge": ("merge", "help_test.cpp"),
 }
 TEST = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
 
@@ -43,6 +43,8 @@ def suites_of(tests, is_long=False):
 
 
 class ToolBench(workshop.Bench):
+    checks = ("-D_GLIBCXX_ASSERTIONS",)  # as dev has them: one element behind the end of a vector ends the program
+
     def is_program(self):
         return self.compile(self.own_objects) and all(
             self.link(f"bin/{name}", self.place / name) for name in self.shop.subject.programs)
