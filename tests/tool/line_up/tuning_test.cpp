@@ -15,34 +15,54 @@ using chlist::take_further;
 using chlist::tuning;
 using chlist::tuning_parameter;
 
+struct worded {
+  tuning_parameter parameter;
+  std::string_view name;
+  std::string_view foreign;
+  std::vector<std::string_view> words;
+};
+
 TEST(Tuning, AWordedParameterHasOneOfItsWords) {
-  using enum tuning_parameter;
-  constexpr struct {
-    tuning_parameter parameter;
-    std::string_view name;
-    std::string_view first;
-    std::string_view last;
-    std::string_view foreign;
-  } worded[] = {{system, "system", "DVB-S", "DAB", "8PSK"},
-                {polarisation, "polarisation", "horizontal", "right", "on"},
-                {modulation, "modulation", "QPSK", "16VSB", "3/4"},
-                {inner_fec, "inner_fec", "none", "9/10", "1/8"},
-                {low_priority_fec, "low_priority_fec", "none", "9/10", "2k"},
-                {roll_off, "roll_off", "0.35", "0.05", "35"},
-                {pilot, "pilot", "off", "on", "none"},
-                {inversion, "inversion", "off", "on", "1"},
-                {transmission_mode, "transmission_mode", "1k", "32k", "1/4"},
-                {guard_interval, "guard_interval", "1/4", "19/256", "2/3"},
-                {hierarchy, "hierarchy", "none", "4", "3"},
-                {antennas, "antennas", "SISO", "MISO", "off"}};
-  for (const auto &each : worded) {
+  const worded parameters[] = {
+      {tuning_parameter::system,
+       "system",
+       "8PSK",
+       {"DVB-S", "DVB-S2", "DVB-C", "DVB-C2", "DVB-T", "DVB-T2", "DVB-H", "ISDB-S", "ISDB-C", "ISDB-T", "ATSC",
+        "ATSC-MH", "ITU-T J.83 B", "DSS", "Turbo", "DTMB", "CMMB", "DAB"}},
+      {tuning_parameter::polarisation, "polarisation", "on", {"horizontal", "vertical", "left", "right"}},
+      {tuning_parameter::modulation,
+       "modulation",
+       "3/4",
+       {"QPSK", "8PSK", "16APSK", "32APSK", "DQPSK", "16QAM", "32QAM", "64QAM", "128QAM", "256QAM", "8VSB", "16VSB"}},
+      {tuning_parameter::inner_fec,
+       "inner_fec",
+       "1/8",
+       {"none", "1/2", "1/3", "1/4", "2/3", "2/5", "3/4", "3/5", "4/5", "5/6", "6/7", "7/8", "8/9", "9/10"}},
+      {tuning_parameter::low_priority_fec,
+       "low_priority_fec",
+       "2k",
+       {"none", "1/2", "1/3", "1/4", "2/3", "2/5", "3/4", "3/5", "4/5", "5/6", "6/7", "7/8", "8/9", "9/10"}},
+      {tuning_parameter::roll_off, "roll_off", "35", {"0.35", "0.25", "0.20", "0.15", "0.10", "0.05"}},
+      {tuning_parameter::pilot, "pilot", "none", {"off", "on"}},
+      {tuning_parameter::inversion, "inversion", "1", {"off", "on"}},
+      {tuning_parameter::transmission_mode, "transmission_mode", "1/4", {"1k", "2k", "4k", "8k", "16k", "32k"}},
+      {tuning_parameter::guard_interval,
+       "guard_interval",
+       "2/3",
+       {"1/4", "1/8", "1/16", "1/32", "1/128", "19/128", "19/256"}},
+      {tuning_parameter::hierarchy, "hierarchy", "3", {"none", "1", "2", "4"}},
+      {tuning_parameter::antennas, "antennas", "off", {"SISO", "MISO"}},
+  };
+  for (const worded &each : parameters) {
+    SCOPED_TRACE(each.name);
     EXPECT_EQ(words_of(each.parameter).name, each.name);
-    for (const std::string_view value : {each.first, each.last, std::string_view("auto")}) {
-      EXPECT_TRUE(is_value_of(each.parameter, value)) << each.name << ' ' << value;
+    EXPECT_EQ(words_of(each.parameter).words.size(), each.words.size());
+    for (const std::string_view word : each.words) {
+      EXPECT_TRUE(is_value_of(each.parameter, word)) << word;
     }
-    for (const std::string_view value : {each.foreign, std::string_view()}) {
-      EXPECT_FALSE(is_value_of(each.parameter, value)) << each.name << ' ' << value;
-    }
+    EXPECT_TRUE(is_value_of(each.parameter, "auto"));
+    EXPECT_FALSE(is_value_of(each.parameter, each.foreign)) << each.foreign;
+    EXPECT_FALSE(is_value_of(each.parameter, ""));
   }
 }
 
