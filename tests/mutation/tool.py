@@ -25,8 +25,11 @@ LAUNCHER = """#!/bin/sh
 exec "${CHLIST_TRIED:-$0.built}" "$@"
 """
 
-# The prose of the help, which people read; its words are held by no test.
-PROSE = re.compile(r"""\.(?:about|summary|details|exit_codes)\s*=\s*(?:"(?:\\.|[^"\\])*"|[\s,{}])*$""")
+# The prose of the help, which people read; its words are held by no test. In front of it stands the name of its part,
+# or, in a function that gives terms, the word that it explains.
+PROSE = re.compile(r"""(?x)
+    \.(?:about|summary|details|exit_codes)\s*=\s*(?:"(?:\\.|[^"\\])*"|[\s,{}])*$
+  | std::vector<term>\s\w+\(\)\s\{(?:.|\n(?!\}))*\{"(?:\\.|[^"\\])*",\s*(?:"(?:\\.|[^"\\])*"\s*)*$""")
 
 # Lists made at random and costs take longer than everything else of a folder together, and come last.
 LONG = re.compile(r"ByChance|Cost")
