@@ -178,6 +178,7 @@ class Workshop:
 
 class Bench:
     """The place of one mutant: its overlay, its objects and its programs."""
+    checks = ()  # options that let a mutant die of what the original never does
 
     def __init__(self, workshop, mutant, number):
         self.shop = workshop
@@ -228,7 +229,7 @@ class Bench:
         return subprocess.run([*words, *more], cwd=self.shop.build, capture_output=True).returncode == 0
 
     def compile(self, objects):
-        return all(self._compile(made, "overlay", self.place / made) for made in objects)
+        return all(self._compile(made, "overlay", self.place / made, *self.checks) for made in objects)
 
     def is_same_code(self):
         """Whether the optimiser makes the same of the fault as of the original, in every object."""

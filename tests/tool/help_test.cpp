@@ -1,13 +1,17 @@
 // The help of commands, as text and as it is asked for.
 #include "chlist/help.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "chlist/commands.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 #include "tool/chlist_host.h"
 
@@ -16,6 +20,7 @@ namespace {
 using chlist::called_command;
 using chlist::command;
 using chlist::help_text;
+using chlist::joined;
 using chlist::option;
 using tool_test::program_result;
 
@@ -104,6 +109,11 @@ class CommandRows : public testing::Test {
   const std::vector<called_command> rows = chlist::every_command(program);
 };
 
+// Whether a line begins with that command, or pipes something into it.
+bool calls(const std::string &command_line, const std::string &line) {
+  return ("| " + line + ' ').find("| " + command_line + ' ') != std::string::npos;
+}
+
 // Readers expect each of these.
 TEST_F(CommandRows, AreComplete) {
   for (const called_command &called : rows) {
@@ -112,6 +122,10 @@ TEST_F(CommandRows, AreComplete) {
     EXPECT_FALSE(called.row->details.empty());
     EXPECT_GE(called.row->exit_codes.size(), 2U);
     EXPECT_FALSE(called.row->examples.empty());
+    EXPECT_TRUE(
+        std::ranges::any_of(called.row->examples, [&](const std::string &line) { return calls(called.line, line); }));
+    EXPECT_TRUE(
+        std::ranges::all_of(called.row->examples, [&](const std::string &line) { return calls(program.name, line); }));
     for (const option &each : called.row->all_options()) {
       EXPECT_FALSE(each.about.empty()) << each.names;
     }
@@ -137,11 +151,56 @@ TEST_F(CommandRows, HaveTextsWithoutLineBreaks) {
 
 TEST_F(CommandRows, HaveHelpOfEightyColumns) {
   for (const called_command &called : rows) {
-    for (const std::string &line : tool_test::lines_of(help_text(called, 80))) {
+    const std::vector<std::string> lines = tool_test::lines_of(help_text(called, 80));
+    EXPECT_GT(lines.size(), 10U) << called.line;
+    for (const std::string &line : lines) {
       const bool is_example = line.starts_with("  chlist ");
       EXPECT_TRUE(is_example || chlist::width_of(line) <= 80) << line;
     }
   }
+}
+
+std::string words_in(const std::vector<chlist::term> &terms) { return joined(chlist::words_of(terms), ", "); }
+
+std::string record_of(const option &each) {
+  std::string record = "  " + joined(each.each_name(), ", ");
+  record += each.is_flag() || each.is_argument() ? "" : ' ' + each.value_name();
+  record += each.choices.empty() ? "" : ": " + joined(each.choices, ", ");
+  if (each.least_and_most) {
+    record += fmt::format(": {} to {}", each.least_and_most->first, each.least_and_most->second);
+  }
+  return record + (each.excluded.empty() ? "" : "; not with " + joined(each.excluded, ", ")) + '\n';
+}
+
+// Everything of a command but its prose.
+std::string record_of(const called_command &called) {
+  std::string record = fmt::format("{} {}\n", called.line, usage_of(*called.row));
+  for (const option &each : called.row->all_options()) {
+    record += record_of(each);
+  }
+  for (const chlist::term_section &each : called.row->sections) {
+    record += fmt::format("  {}: {}\n", each.title, words_in(each.terms));
+  }
+  return record + fmt::format("  exit codes: {}\n", words_in(called.row->exit_codes));
+}
+
+// Scripts call them so. The records stand in the order of the commands, with an empty line between them.
+TEST_F(CommandRows, TakeTheOptionsThatAreOnRecord) {
+  const std::string file = CHANNEL_TESTS_DIR "/tool/command_lines.txt";
+  std::vector<std::string> records;
+  std::ranges::transform(rows, std::back_inserter(records), [](const called_command &each) { return record_of(each); });
+  if (std::getenv("CHANNEL_UPDATE_TABLES") != nullptr) {
+    test_support::write_file(file, joined(records, "\n"));
+  }
+
+  const std::string on_record = test_support::read_file(file);
+
+  std::size_t at = 0;
+  for (const std::string &record : records) {
+    ASSERT_EQ(record, on_record.substr(std::min(at, on_record.size()), record.size()));
+    at += record.size() + 1;
+  }
+  EXPECT_EQ(joined(records, "\n"), on_record) << "CHANNEL_UPDATE_TABLES=1 writes the records anew";
 }
 
 class Help : public tool_test::chlist_test {

@@ -40,7 +40,9 @@ class OnATerminal : public tool_test::chlist_test {
   }
 
   static void expect_fits(const std::string &text, std::size_t columns) {
-    for (const std::string &line : lines_of(text)) {
+    const std::vector<std::string> lines = lines_of(text);
+    EXPECT_FALSE(lines.empty());
+    for (const std::string &line : lines) {
       EXPECT_LE(chlist::width_of(line), columns) << line;
       EXPECT_FALSE(line.ends_with(' ')) << line;
     }

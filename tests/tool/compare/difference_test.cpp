@@ -2,6 +2,7 @@
 #include "chlist/compare/difference.h"
 
 #include <channel/channel.h>
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -50,6 +51,22 @@ class Difference : public test_support::store_test {
     return names;
   }
 
+  // The one thing that an edit changes: what it is, its name, what says which it is in JSON, and its fields.
+  static std::string changed_by(const std::function<void()> &edit) {
+    const line_up before = line_up_in_memory();
+    edit();
+    const std::vector<change> changes = differences(before, line_up_in_memory());
+    EXPECT_EQ(changes.size(), 1U);
+    std::string text;
+    for (const change &each : changes) {
+      text += std::string(each.what) + ", " + each.name + ", " + each.subject.dump();
+      for (const chlist::field_change &field : each.fields) {
+        text += fmt::format(", {} ({}): {} -> {}", field.name, field.title, field.before.dump(), field.after.dump());
+      }
+    }
+    return text;
+  }
+
   channel_st *news = nullptr;
   channel_st *films = nullptr;
 };
@@ -92,6 +109,11 @@ TEST_F(Difference, EveryFieldOfAnEntryIsCompared) {
   EXPECT_EQ(fields_after([this] { list.vch[0].service_id = 99; }), (names{"number", "unresolved"}));
 }
 
+TEST_F(Difference, OfAnEntryThatComesOrGoesTheNumberAloneIsTold) {
+  EXPECT_EQ(fields_after([this] { append_entry(VIEW_USER, entry_of(*news, 7)); }), names{"number"});
+  EXPECT_EQ(fields_after([this] { list.user_vnumber = 0; }), names{"number"});
+}
+
 TEST_F(Difference, EverySettingIsCompared) {
   EXPECT_EQ(fields_after([this] { ++list.use_tuner; }), names{"value"});
   EXPECT_EQ(fields_after([this] { ++list.ch_type; }), names{"value"});
@@ -101,6 +123,31 @@ TEST_F(Difference, EverySettingIsCompared) {
   EXPECT_EQ(fields_after([this] { ++list.net_index; }), names{"value"});
   EXPECT_EQ(fields_after([this] { ++list.sub_group_id; }), names{"value"});
   EXPECT_EQ(fields_after([this] { ++list.vch_type; }), names{"value"});
+}
+
+TEST_F(Difference, WhatIsAroundServicesIsToldWithWhatItIsKnownBy) {
+  network_ch_st *network = get_network_ch_info(1, 1);
+  tp_ch_st *transponder = get_tp_ch_info_by_network_ch(network, 100, 11'000'000, 0);
+  test_support::put_provider("BBC", 4);
+
+  EXPECT_EQ(changed_by([=] { network->network_name[0] = 'C'; }),
+            R"(network, network 1:1, {"net_index":1,"network_id":1}, name (name): "Network" -> "Cetwork")");
+  EXPECT_EQ(changed_by([=] { ++transponder->frequency; }),
+            R"(transponder, transponder 1:1:100:11000001H, )"
+            R"({"net_index":1,"network_id":1,"ts_id":100,"frequency":11000001,"polarisation":"H"}, )"
+            R"(frequency (frequency): 11000000 -> 11000001)");
+  EXPECT_EQ(changed_by([=] { ++transponder->ts_id; }),
+            R"(transponder, transponder 1:1:101:11000001H, )"
+            R"({"net_index":1,"network_id":1,"ts_id":101,"frequency":11000001,"polarisation":"H"}, )"
+            R"(ts_id (ts): 100 -> 101)");
+  EXPECT_EQ(changed_by([this] { list.provider[0].name[0] = 'C'; }),
+            R"(group, provider 4, {"table":"provider","number":4}, name (name): "BBC" -> "CBC")");
+  EXPECT_EQ(changed_by([this] { list.provider_num = 0; }),
+            R"(group, provider 4, {"table":"provider","number":4}, name (name): "CBC" -> null)");
+  EXPECT_EQ(changed_by([this] { std::swap(list.vch[0], list.vch[1]); }),
+            R"(view, ALL view, {"view":"ALL"}, moved (): [] -> ["Films"])");
+  EXPECT_EQ(changed_by([this] { list.bouquet_id = 7; }),
+            R"(setting, bouquet id, {"setting":"bouquet_id"}, value (): null -> 7)");
 }
 
 TEST_F(Difference, RenamingAProviderChangesTheProviderAlone) {

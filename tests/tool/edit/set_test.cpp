@@ -200,11 +200,35 @@ TEST_F(Set, ANetworkThatIsNotThereIsMadeUnderTheSameName) {
   EXPECT_EQ(written.size(), before.data.size() + test_support::network_size + test_support::transponder_size);
 }
 
+TEST_F(Set, ANewNetworkHasTheNameOfTheOneThatItsServiceLeaves) {
+  const service_data stays = {.net_index = 3, .network_id = 8, .service_id = 6, .name = "Stays"};
+  const service_data leaves = {.net_index = 3, .network_id = 8, .service_id = 7, .name = "Leaves"};
+  before.network(3, 8, "Cable").service(stays).service(leaves);
+  write_file(path(), before.data);
+
+  EXPECT_EQ(run({"set", "list.dat", "Leaves", "network_id=9"}).exit_code, 0);
+
+  const bytes written = read_file(path());
+  const std::size_t network = before.data.size() - test_support::service_size;
+  EXPECT_EQ(get(written, network + network_field::network_id, 2), 9U);
+  EXPECT_EQ(written.substr(network + network_field::network_name, 6), bytes("Cable\0", 6));
+}
+
 TEST_F(Set, AnIdentityThatIsTakenIsRefused) {
   expect_refused({"set", "list.dat", "News", "service_id=2"},
                  "the identity belongs to \"Films\" (net 1, network 1, ts 100, 11000000 H, service 2) already");
   expect_refused({"set", "list.dat", "News", "frequency=12002499", "polarisation=V", "service_id=3"},
                  "the identity belongs to \"Sport\" (net 1, network 1, ts 200, 12000000 V, service 3) already");
+}
+
+TEST_F(Set, AServiceThatNeedsOneTransponderTooManyStaysWhereItIs) {
+  for (int count = 2; count < 65'535; ++count) {
+    before.transponder(300, 20'000'000, 0);
+  }
+  write_file(path(), before.data);
+
+  expect_refused({"set", "list.dat", "News", "frequency=13000000"},
+                 "the list takes no more networks, transponders or services");
 }
 
 TEST_F(Set, AFrequencyWithinTheToleranceIsTheSameTransponder) {

@@ -113,13 +113,15 @@ TEST_F(WhereEdits, OneServiceADryRunAndNothingToChangeNeedNoYes) {
 }
 
 TEST_F(WhereEdits, AreAskedAboutOnATerminal) {
-  for (const bool agrees : {false, true}) {
+  const std::pair<const char *, bool> answers[] = {{"yes\n", true}, {"Y\n", true}, {"\n", false}, {"no\n", false}};
+  for (const auto &[answer, agrees] : answers) {
+    SCOPED_TRACE(answer);
     write_file(path(), before.data);
     tool_test::terminal terminal({CHLIST_PROGRAM, "lock", path(), "--where", "type=TV"});
 
     terminal.wait_for("preview: 3 services chosen, changed");
-    terminal.wait_for("list.dat? [y/N] ");
-    terminal.type(agrees ? "yes\n" : "\n");
+    terminal.wait_for("\nChange " + path() + "? [y/N] ");
+    terminal.type(answer);
 
     EXPECT_EQ(terminal.exit_code(), agrees ? 0 : 2);
     EXPECT_EQ(read_file(path()) == before.data, !agrees);

@@ -102,6 +102,25 @@ TEST_F(Where, AllThatStandsSideBySideMustBeMetAndOrBindsLess) {
   EXPECT_TRUE(takes("provider = 'Sky North'"));
 }
 
+TEST_F(Where, ManySideBySideAreNotNested) {
+  for (const std::string each : {"type=radio ", "(type=radio) ", "not type=TV "}) {
+    std::string condition;
+    for (int count = 0; count < 1000; ++count) {
+      condition += each;
+    }
+    EXPECT_TRUE(takes(condition)) << each;
+    EXPECT_FALSE(takes(condition + "type=TV")) << each;
+  }
+}
+
+TEST_F(Where, AHundredMayBeNestedAndNoMore) {
+  const auto nested = [](std::size_t depth) {
+    return std::string(depth, '(') + "type=radio" + std::string(depth, ')');
+  };
+  EXPECT_TRUE(takes(nested(99)));
+  EXPECT_EQ(refusal_of(nested(100)), "--where, character 101: it is nested too deeply");
+}
+
 TEST_F(Where, KnowsAServiceWithoutAnEntry) {
   const service_row alone = {.list = &list, .service = &service};
 

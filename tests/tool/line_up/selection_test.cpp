@@ -139,6 +139,31 @@ TEST_F(Selection, AnIdentityIsFoundWithTheToleranceOfFrequencies) {
   EXPECT_EQ(services_named("1:1:100:11000000V:3"), services{});
 }
 
+TEST_F(Selection, AnIdentityIsThatOfOneSourceNetworkAndService) {
+  EXPECT_EQ(services_named("2:1:100:11000000H:3"), services{});
+  EXPECT_EQ(services_named("1:2:100:11000000H:3"), services{});
+  EXPECT_EQ(services_named("1:1:100:11000000H:4"), services{});
+}
+
+TEST_F(Selection, WithoutAFrequencyTheTransportStreamIdTells) {
+  EXPECT_EQ(services_named("1:1:200:11000000H:3"), services{films});
+  EXPECT_EQ(services_named("1:1:100:0V:3"), services{films});
+  EXPECT_EQ(services_named("1:1:200:0H:3"), services{});
+}
+
+TEST_F(Selection, WhatIsRenamedIsFoundByItsNewNameInItsPlace) {
+  chlist::line_up searched = line_up_in_memory();
+  chlist::service_finder finder(searched);
+  const std::size_t first = finder.one_named("News");
+  const std::size_t second = finder.one_named("Films");
+  searched.services[first].name = "Films";
+  finder.was_renamed(first);
+
+  EXPECT_EQ(finder.named("Films", VIEW_ALL), (std::vector{first, second}));
+  EXPECT_EQ(finder.named("ilm", VIEW_ALL), (std::vector{first, second}));
+  EXPECT_EQ(finder.one_named("News"), finder.one_named("News HD"));
+}
+
 TEST_F(Selection, NothingNamesNothing) {
   news->name[0] = {};
   EXPECT_EQ(services_named(""), services{});

@@ -406,7 +406,7 @@ TEST_F(Rescan, PositionsAreReadInEverySpelling) {
     channel_file own;
     own.network(1, 1, "S19.2E").service(news).network(2, 1, "S13.0E").service(in_network(films, 2));
     channel_file scan;
-    scan.network(1, 1, "S13.0E").service(films).network(2, 1, name).service(in_network(news, 2));
+    scan.network(1, 1, "Hotbird").service(films).network(2, 1, name).service(in_network(news, 2));
     set(own, scan);
 
     EXPECT_EQ(merged_json()["kept"], 2) << name;

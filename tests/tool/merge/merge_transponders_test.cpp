@@ -51,7 +51,9 @@ class EmptiedTransponders : public MergeTool {
 TEST_F(EmptiedTransponders, GoWithTheirLastService) {
   write_scan(scan_of({news}));
 
-  EXPECT_EQ(removed_in(merged_json()), frequencies{films_frequency});
+  EXPECT_EQ(merged_json()["removed_transponders"],
+            json::parse(R"([{"net_index": 1, "network_id": 1, "ts_id": 200, "frequency": 12000000,
+                             "polarisation": "H"}])"));
 
   EXPECT_EQ(merged_frequencies(), frequencies{news_frequency});
 }

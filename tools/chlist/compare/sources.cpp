@@ -19,25 +19,26 @@ namespace chlist {
 namespace {
 
 constexpr std::uint8_t largest_net_index = 254;  // 255 stands for all
+constexpr int half_circle = 1800;                // tenths of a degree
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_point(char c) { return c == '.' || c == ','; }
 bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 // The tenths of a degree that a text begins with, "19.2", "19,2" or "5"; what follows is left in it.
 std::optional<int> take_tenths(std::string_view &text) {
-  int degrees = 0;
-  const char *end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, degrees);
-  if (error != std::errc() || degrees < 0 || degrees > 180) {
+  std::uint16_t degrees = 0;
+  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), degrees);
+  if (error != std::errc()) {
     return std::nullopt;
   }
   text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
   int tenths = degrees * 10;
-  if (text.size() > 1 && (text[0] == '.' || text[0] == ',') && is_digit(text[1])) {
+  if (text.size() > 1 && is_point(text[0]) && is_digit(text[1])) {
     tenths += text[1] - '0';
     text.remove_prefix(2);
   }
-  return tenths;
+  return tenths <= half_circle ? std::optional(tenths) : std::nullopt;
 }
 
 // East or west, behind a degree sign or blanks: a letter alone, or the word.
@@ -57,7 +58,7 @@ std::optional<char> direction_at(std::string_view text) {
 // "S19.2E", "Astra 19.2\u00B0 E": the position that a name tells, as "192E".
 std::optional<std::string> position_in(std::string_view name) {
   for (std::size_t at = 0; at < name.size(); ++at) {
-    if (!is_digit(name[at]) || (at > 0 && (is_digit(name[at - 1]) || name[at - 1] == '.'))) {
+    if (!is_digit(name[at]) || (at > 0 && (is_digit(name[at - 1]) || is_point(name[at - 1])))) {
       continue;
     }
     std::string_view rest = name.substr(at);

@@ -58,7 +58,7 @@ void must_be_free(const channel::identity &wanted, const channel_st &service) {
   }
 }
 
-// add_rch_info() tells a service that it refused by leaving the record in no list.
+// A record that add_rch_info() does not file is left in no list.
 channel_st &file_copy(const channel_st &service, const channel::identity &former, const channel::identity &wanted,
                       const char *network_name) {
   channel_st *copy = alloc_channel_info();
@@ -66,7 +66,8 @@ channel_st &file_copy(const channel_st &service, const channel::identity &former
   *copy = service;
   copy->list = own_link;
   write_changes(*copy, former, wanted);
-  if (add_rch_info(copy, network_name) != 0 || copy->list.next == &copy->list) {
+  add_rch_info(copy, network_name);
+  if (copy->list.next == &copy->list) {
     std::free(copy);
     throw std::runtime_error("the list takes no more networks, transponders or services");
   }

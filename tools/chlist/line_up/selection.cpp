@@ -43,13 +43,10 @@ std::optional<number_text> read_channel_number(std::string_view text) {
   return minor.has_value() ? std::optional(number_text{*major, minor}) : std::nullopt;
 }
 
-bool has_identity(const line_up_service &service, const channel::identity &wanted) {
-  const channel::identity id = service.id();
-  const bool is_on_transponder = wanted.frequency != 0 ? channel::same_frequency(id.frequency, wanted.frequency) &&
-                                                             id.polarisation == wanted.polarisation
-                                                       : id.ts_id == wanted.ts_id;
-  return id.net_index == wanted.net_index && id.network_id == wanted.network_id && id.service_id == wanted.service_id &&
-         is_on_transponder;
+bool is_on_transponder(const channel::identity &id, const channel::identity &wanted) {
+  return wanted.frequency == 0
+             ? id.ts_id == wanted.ts_id
+             : channel::same_frequency(id.frequency, wanted.frequency) && id.polarisation == wanted.polarisation;
 }
 
 // What of an identity is always compared exactly.
@@ -206,8 +203,8 @@ service_finder::places service_finder::with_identity(std::string_view text) {
   if (same_ids == by_ids_.end()) {
     return {};
   }
-  const auto found = std::ranges::find_if(same_ids->second,
-                                          [&](std::size_t place) { return has_identity(list_.services[place], *id); });
+  const auto found = std::ranges::find_if(
+      same_ids->second, [&](std::size_t place) { return is_on_transponder(list_.services[place].id(), *id); });
   return found != same_ids->second.end() ? places{*found} : places();
 }
 

@@ -23,22 +23,22 @@ constexpr std::string_view hierarchies[] = {"none", "1", "2", "4"};
 constexpr std::string_view antenna_counts[] = {"SISO", "MISO"};
 
 constexpr std::array<parameter_words, tuning_parameters> parameters = {{
-    {"system", "delivery system", "", systems},
-    {"polarisation", "polarisation, of which a channel list tells two", "", polarisations},
-    {"symbol_rate", "symbol rate", "symbols/s", {}},
-    {"modulation", "modulation; of a terrestrial system its constellation", "", modulations},
-    {"inner_fec", "code rate of the inner error correction; with a hierarchy, of the high priority", "", code_rates},
-    {"low_priority_fec", "code rate of the low priority stream of a hierarchy", "", code_rates},
-    {"roll_off", "roll-off factor", "", roll_offs},
-    {"pilot", "pilot symbols", "", switches},
-    {"inversion", "spectral inversion", "", switches},
-    {"bandwidth", "bandwidth", "Hz", {}},
-    {"transmission_mode", "carriers", "", transmission_modes},
-    {"guard_interval", "guard interval", "", guard_intervals},
-    {"hierarchy", "hierarchy, its alpha", "", hierarchies},
-    {"stream_id", "input stream, or physical layer pipe", "", {}},
-    {"t2_system_id", "T2 system id", "", {}},
-    {"antennas", "antennas of the transmitter", "", antenna_counts},
+    {"system", systems},
+    {"polarisation", polarisations},
+    {"symbol_rate", {}},
+    {"modulation", modulations},
+    {"inner_fec", code_rates},
+    {"low_priority_fec", code_rates},
+    {"roll_off", roll_offs},
+    {"pilot", switches},
+    {"inversion", switches},
+    {"bandwidth", {}},
+    {"transmission_mode", transmission_modes},
+    {"guard_interval", guard_intervals},
+    {"hierarchy", hierarchies},
+    {"stream_id", {}},
+    {"t2_system_id", {}},
+    {"antennas", antenna_counts},
 }};
 
 constexpr std::string_view stream_kinds[] = {"video", "audio", "dolby", "teletext", "subtitles", "other"};

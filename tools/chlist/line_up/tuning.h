@@ -14,30 +14,28 @@
 namespace chlist {
 
 enum class tuning_parameter : std::uint8_t {
-  system,
-  polarisation,
-  symbol_rate,
-  modulation,
-  inner_fec,
+  system,        // of delivery
+  polarisation,  // a channel list tells two of the four apart
+  symbol_rate,   // symbols a second
+  modulation,    // of a terrestrial system its constellation
+  inner_fec,     // with a hierarchy, of the high priority
   low_priority_fec,
   roll_off,
   pilot,
   inversion,
-  bandwidth,
-  transmission_mode,
+  bandwidth,          // Hz
+  transmission_mode,  // how many carriers
   guard_interval,
-  hierarchy,
-  stream_id,
+  hierarchy,  // its alpha
+  stream_id,  // the input stream, or the physical layer pipe
   t2_system_id,
-  antennas,
+  antennas,  // of the transmitter
 };
 inline constexpr std::size_t tuning_parameters = 16;
 
 // One of them, as documents and messages have it.
 struct parameter_words {
   std::string_view name;                    // "inner_fec"
-  std::string_view about;                   // "code rate of the inner error correction"
-  std::string_view unit;                    // of a number
   std::span<const std::string_view> words;  // that the value may be, besides "auto"; of a number none
 
   [[nodiscard]] bool is_number() const { return words.empty(); }
