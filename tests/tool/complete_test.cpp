@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/commands.h"
+#include "chlist/command_table.h"
 #include "tool/chlist_host.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/commands.h"
+#include "chlist/command_table.h"
 #include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
 #include "tool/chlist_host.h"

@@ -1,12 +1,9 @@
-// The commands of the tool. Each is made where its work is done; one table has them in the order of the help.
+// The commands of the tool. Each is made where its work is done; command_table.cpp has them in the order of the help.
 #pragma once
 
 #include "chlist/command.h"
 
 namespace chlist {
-
-// The whole tool. The library prints its log lines up to log_level.
-command whole_program(int &log_level);
 
 // To look at a list.
 command info_command();

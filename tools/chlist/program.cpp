@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "chlist/command_line.h"
-#include "chlist/commands.h"
+#include "chlist/command_table.h"
 #include "chlist/complete.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/descriptor.h"

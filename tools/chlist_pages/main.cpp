@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "chlist/commands.h"
+#include "chlist/command_table.h"
 #include "chlist/manual/completion.h"
 #include "chlist/manual/manual_page.h"
 

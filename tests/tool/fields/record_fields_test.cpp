@@ -1,4 +1,4 @@
-// What the tables say of networks, transponders, groups and settings, and that one thing has one name in all of them.
+// What the tables say of networks, transponders and groups, and that one thing has one name in all of them.
 #include "chlist/fields/record_fields.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,6 @@ using chlist::json;
 using chlist::json_of_fields;
 using chlist::json_of_transponder;
 using chlist::line_up;
-using chlist::line_up_settings;
 using chlist::network_fields;
 using chlist::record_field;
 using chlist::rows_of_groups;
@@ -112,45 +111,6 @@ TEST(IdentityFields, APolarisationWithoutALetterIsANumber) {
   id.polarisation = 2;
   EXPECT_EQ(json_of_transponder(id)["polarisation"], "2");
   EXPECT_EQ(text_of(id, identity_part::transponder), "net 0, network 0, ts 0, 0 2");
-}
-
-TEST(SettingFields, OfANewListAreUnsetOrZero) {
-  EXPECT_EQ(json_of_fields(setting_fields(), line_up_settings()), (json{{"use_tuner", nullptr},
-                                                                        {"ch_type", 0},
-                                                                        {"bouquet_id", nullptr},
-                                                                        {"current_view", "ALL"},
-                                                                        {"group_kind", "all"},
-                                                                        {"group_id", nullptr},
-                                                                        {"net_index", nullptr},
-                                                                        {"service_type", 1}}));
-}
-
-TEST(SettingFields, CodesWithoutANameAreNumbers) {
-  const line_up_settings settings = {.use_tuner = 3,
-                                     .ch_type = -4,
-                                     .bouquet_id = 0,
-                                     .current_view = 300,
-                                     .group_kind = 7,
-                                     .group_id = 0,
-                                     .net_index = 0,
-                                     .service_type = -1};
-  EXPECT_EQ(json_of_fields(setting_fields(), settings), (json{{"use_tuner", 3},
-                                                              {"ch_type", -4},
-                                                              {"bouquet_id", 0},
-                                                              {"current_view", "view 300"},
-                                                              {"group_kind", "kind 7"},
-                                                              {"group_id", 0},
-                                                              {"net_index", 0},
-                                                              {"service_type", -1}}));
-}
-
-TEST(SettingFields, KindsOfGroupsHaveTheirNames) {
-  constexpr std::string_view names[] = {"all", "satellite", "genre", "provider", "country", "scrambling", "favourites"};
-  for (int kind = 0; kind < 7; ++kind) {
-    line_up_settings settings;
-    settings.group_kind = kind;
-    EXPECT_EQ(json_of_fields(setting_fields(), settings)["group_kind"], names[kind]);
-  }
 }
 
 // Every field of every table, with what is said of it.

@@ -11,14 +11,15 @@
 
 namespace {
 
-using chlist::all_settings;
 using chlist::json;
 using chlist::line_up_settings;
-using chlist::setting;
+using chlist::setting_fields;
+
+using setting = chlist::record_field<line_up_settings>;
 
 json value_of(std::string_view name, const line_up_settings &settings) {
-  const auto found = std::ranges::find(all_settings(), name, &setting::name);
-  return found != all_settings().end() ? found->value(settings) : json("no such setting");
+  const auto found = std::ranges::find(setting_fields(), name, &setting::name);
+  return found != setting_fields().end() ? found->get(settings) : json("no such setting");
 }
 
 TEST(Settings, AreToldUnderTheirNames) {
@@ -33,8 +34,8 @@ TEST(Settings, AreToldUnderTheirNames) {
   settings.service_type = 7;
 
   std::vector<std::tuple<std::string_view, std::string_view, std::string>> told;
-  for (const setting &each : all_settings()) {
-    told.emplace_back(each.name, each.title, each.value(settings).dump());
+  for (const setting &each : setting_fields()) {
+    told.emplace_back(each.name, each.title, each.get(settings).dump());
   }
 
   EXPECT_EQ(told, (std::vector<std::tuple<std::string_view, std::string_view, std::string>>{

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "channel/store/hierarchy.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/list_contents.h"
 #include "support/providers.h"
 #include "support/store_builder.h"
 

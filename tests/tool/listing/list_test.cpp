@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "chlist/listing/view_rows.h"
+#include "chlist/fields/view_rows.h"
 #include "listing_host.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/commands.h"
+#include "chlist/command_table.h"
 #include "chlist/manual/completion.h"
 #include "chlist/manual/manual_page.h"
 #include "support/channel_file.h"

@@ -11,7 +11,7 @@
 #include "chlist/check/rules.h"
 #include "chlist/fields/described.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/position.h"
 
 namespace chlist {

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <vector>
 
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 
 namespace chlist {
 namespace {

@@ -16,7 +16,7 @@
 #include "channel/store/service_index.h"
 #include "chlist/check/rules.h"
 #include "chlist/fields/described.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 
 namespace chlist {
 namespace {

@@ -13,7 +13,7 @@
 #include "chlist/check/rules.h"
 #include "chlist/fields/values.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/position.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/shown.h"

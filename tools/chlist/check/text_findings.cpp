@@ -10,7 +10,7 @@
 
 #include "chlist/check/rules.h"
 #include "chlist/fields/described.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/shown.h"
 

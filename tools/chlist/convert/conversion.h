@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "chlist/files/channel_file.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 
 namespace chlist {
 

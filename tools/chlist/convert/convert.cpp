@@ -14,7 +14,7 @@
 #include "chlist/fields/described.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/messages.h"
 #include "chlist/new_list.h"
 #include "chlist/text/shown.h"

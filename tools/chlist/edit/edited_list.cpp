@@ -16,9 +16,9 @@
 #include "chlist/edit/service_edits.h"
 #include "chlist/fields/described.h"
 #include "chlist/fields/where.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {

@@ -9,8 +9,8 @@
 #include "chlist/compare/rescan.h"
 #include "chlist/edit/edit_line.h"
 #include "chlist/fields/service_fields.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/list_contents.h"
 #include "chlist/text/plain_text.h"
 #include "chlist/text/shown.h"
 

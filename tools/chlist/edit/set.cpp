@@ -22,7 +22,7 @@
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/service_fields.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/plain_text.h"
 #include "chlist/text/shown.h"

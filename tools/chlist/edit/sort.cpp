@@ -13,9 +13,9 @@
 #include "channel/vindex/sorting.h"
 #include "chlist/edit/edited_services.h"
 #include "chlist/edit/edits.h"
+#include "chlist/fields/view_rows.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/listing/view_rows.h"
 
 namespace chlist {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "channel/store/memory.h"
 #include "chlist/exchange/broadcast_service.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/plain_text.h"
 

@@ -9,7 +9,7 @@
 
 #include "channel/store/hierarchy.h"
 #include "chlist/exchange/json/list_json_fields.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {

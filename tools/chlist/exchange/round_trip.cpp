@@ -23,8 +23,8 @@
 #include "chlist/exchange/source_bytes.h"
 #include "chlist/fields/settings.h"
 #include "chlist/json/json.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/list_contents.h"
 #include "chlist/text/shown.h"
 
 namespace chlist {

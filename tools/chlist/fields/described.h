@@ -5,7 +5,7 @@
 
 #include "chlist/fields/identity_fields.h"
 #include "chlist/json/json.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 
 namespace chlist {
 

@@ -14,7 +14,7 @@
 #include "channel/store/hierarchy.h"
 #include "channel/store/links.h"
 #include "chlist/files/record_image.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/text/shown.h"
 
 namespace chlist {

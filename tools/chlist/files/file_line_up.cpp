@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/list_line_up.h"
-#include "chlist/list_contents.h"
 #include "chlist/text/shown.h"
 
 namespace chlist {

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "chlist/json/json.h"
-#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
@@ -91,7 +90,7 @@ class reader : public nlohmann::json_sax<library> {
 };
 
 bool is_plain(std::string_view text) {
-  return std::ranges::all_of(text, [](char c) { return is_printable_ascii(c) && c != '"' && c != '\\'; });
+  return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
 }
 
 void append_quoted(std::string &out, const std::string &text, bool is_ascii) {

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "channel/store/service_index.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 
 namespace chlist {

@@ -26,9 +26,9 @@
 #include "chlist/exchange/group_names.h"
 #include "chlist/fields/described.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/list_contents.h"
 #include "chlist/merge/emptied_transponders.h"
 #include "chlist/text/shown.h"
 

@@ -11,7 +11,7 @@
 #include "chlist/compare/rescan_report.h"
 #include "chlist/compare/sources.h"
 #include "chlist/files/channel_file.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/merge/new_numbers.h"
 
 namespace chlist {

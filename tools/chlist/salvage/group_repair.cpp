@@ -11,7 +11,7 @@
 #include "channel/store/channel_list.h"
 #include "channel/store/group_table.h"
 #include "chlist/fields/values.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/position.h"
 #include "chlist/salvage/list_arrays.h"
 #include "chlist/text/broadcast_text.h"

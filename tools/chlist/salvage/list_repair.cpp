@@ -18,7 +18,7 @@
 #include "channel/store/service_index.h"
 #include "channel/store/view.h"
 #include "chlist/line_up/line_up.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/salvage/list_arrays.h"
 #include "chlist/salvage/witnesses.h"
 

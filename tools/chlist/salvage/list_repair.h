@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/salvage/group_repair.h"
 
 namespace chlist {

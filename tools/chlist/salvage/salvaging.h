@@ -13,7 +13,7 @@
 #include "chlist/convert/conversion.h"
 #include "chlist/fields/identity_fields.h"
 #include "chlist/files/file_bytes.h"
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/salvage/list_repair.h"
 #include "chlist/salvage/salvaged_records.h"
 

@@ -1,5 +1,5 @@
 // Which services are listed, and in what order.
-#include "chlist/listing/view_rows.h"
+#include "chlist/fields/view_rows.h"
 
 #include <channel/sorting.h>
 #include <fmt/format.h>
@@ -13,8 +13,8 @@
 #include "channel/store/service_index.h"
 #include "channel/vindex/sorting.h"
 #include "chlist/closest.h"
+#include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/selection.h"
-#include "chlist/list_contents.h"
 
 namespace chlist {
 namespace {

@@ -1,5 +1,5 @@
 // Walks over the records of channel lists, by the library's own ranges and finders.
-#include "chlist/list_contents.h"
+#include "chlist/line_up/list_contents.h"
 
 #include <channel/store.h>
 #include <channel/views.h>

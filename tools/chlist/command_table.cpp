@@ -1,11 +1,12 @@
-// The table of commands.
-#include "chlist/commands.h"
+// The table, and the command that shows it.
+#include "chlist/command_table.h"
 
 #include <algorithm>
 #include <functional>
 #include <memory>
 
 #include "chlist/command_line.h"
+#include "chlist/commands.h"
 #include "chlist/edit/edits.h"
 #include "chlist/exchange/formats.h"
 #include "chlist/files/channel_file.h"
