@@ -66,6 +66,20 @@ class shifted_places {
     return place < 0 ? file_size_ : std::min(static_cast<std::size_t>(place), file_size_);
   }
 
+  // Up to here bytes that stand together do so in the file, too.
+  [[nodiscard]] std::size_t next_border(std::size_t behind) const {
+    std::size_t next = SIZE_MAX;
+    std::ptrdiff_t shift = 0;
+    for (const shift_step &step : steps_) {
+      const auto in_front_of_file = static_cast<std::size_t>(std::max<std::ptrdiff_t>(-step.shift, 0));
+      for (const std::size_t border : {step.from, gap_end(step, shift), in_front_of_file}) {
+        next = border > behind ? std::min(next, border) : next;
+      }
+      shift = step.shift;
+    }
+    return next;
+  }
+
   [[nodiscard]] std::ptrdiff_t last_shift() const { return steps_.empty() ? 0 : steps_.back().shift; }
 
   [[nodiscard]] bool lack_any(std::size_t begin, std::size_t end) const {
@@ -128,9 +142,10 @@ class shifted_list {
   // Pieces of which a part is missing are zeros. What the file has from its end on is of other records.
   [[nodiscard]] std::vector<std::byte> bytes(const shifted_places &places, std::size_t end) const {
     std::vector<std::byte> bytes(size_);
-    for (std::size_t at = 0; at < size_; ++at) {
+    for (std::size_t at = 0, next = 0; at < size_; at = next) {
+      next = std::min(places.next_border(at), size_);
       if (const std::size_t place = places[at]; place < end) {
-        bytes[at] = file_[place];
+        std::memcpy(bytes.data() + at, file_.data() + place, std::min(next - at, end - place));
       }
     }
     for (const piece &each : pieces_) {
