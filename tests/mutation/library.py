@@ -34,7 +34,7 @@ class Library(workshop.Subject):
     late = ("base", "identity", "log")  # their headers go into most of the library
     configuration = ["-DCHANNEL_BUILD_TOOLS=OFF", "-DCHANNEL_UNITY=OFF"]
     programs = ("unit_tests_shared", "internal_tests", "model_tests")
-    fickle = re.compile(r"CheckLoad|FullDisk|NoMemory|Saving")
+    fickle = re.compile(r"CheckLoad|Cost|FullDisk|NoMemory|Saving")
     bench = LibraryBench
 
     def files(self, tree):

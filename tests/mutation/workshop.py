@@ -155,6 +155,12 @@ class Workshop:
 
     def failure(self, suites, program, limit, environment):
         """None when the suites pass; what failed otherwise."""
+        failed = self._failure_once(suites, program, limit, environment)
+        if failed is not None and self.subject.fickle.search(failed):
+            failed = self._failure_once(suites, program, limit, environment)
+        return failed
+
+    def _failure_once(self, suites, program, limit, environment):
         with tempfile.TemporaryFile() as told:
             process = subprocess.Popen([program, *suites.arguments, "--gtest_fail_fast", "--gtest_brief=1"], cwd=self.build,
                                        env=environment, stdin=subprocess.DEVNULL, stdout=told, stderr=subprocess.DEVNULL,
@@ -259,13 +265,7 @@ class Bench:
         for suites in self.shop.subject.suites(self.shop.tree, self.mutant.file):
             limit = self.shop.limit(suites, environment)
             program = self.program(suites.program)
-            failed = self._tried(suites, program, limit, surroundings) if program else "cannot be built"
+            failed = self.shop.failure(suites, program, limit, surroundings) if program else "cannot be built"
             if failed is not None:
                 return f"{suites.name}: {failed}"
         return None
-
-    def _tried(self, suites, program, limit, environment):
-        failed = self.shop.failure(suites, program, limit, environment)
-        if failed is not None and self.shop.subject.fickle.search(failed):
-            failed = self.shop.failure(suites, program, limit, environment)
-        return failed

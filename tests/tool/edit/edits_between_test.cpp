@@ -59,6 +59,14 @@ TEST_F(EditsBetween, NameServicesByTheirIdentities) {
                "set 1:1:200:12000000V:3 \"type=HD TV\" video_pid=none  # Sport\n");
 }
 
+TEST_F(EditsBetween, NameFlagsUnlessOneHasNoName) {
+  expect_edits("set News scrambled=yes\nset Films data=yes\nskip Music\nset Sport flags=131\n",
+               "set 1:1:100:11000000H:1 scrambled=yes  # News\n"
+               "set 1:1:100:11000000H:2 data=yes  # Films\n"
+               "skip 1:1:100:11000000H:5  # Music\n"
+               "set 1:1:200:12000000V:3 flags=131  # Sport\n");
+}
+
 TEST_F(EditsBetween, RemoveAndMoveServices) {
   expect_edits("remove Films\nset Sport frequency=12345000 service_id=33\n",
                "remove 1:1:100:11000000H:2  # Films\n"

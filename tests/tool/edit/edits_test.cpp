@@ -183,6 +183,32 @@ TEST_F(Edits, SortWhatIsChosenAmongItsPositions) {
   expect_bytes(before.data);
 }
 
+TEST_F(Edits, ChosenServicesAreSortedInAllViewsButFavourites) {
+  const service_data jazz = {.ts_id = 200,
+                             .frequency = 12'000'000,
+                             .service_id = 7,
+                             .polarisation = 1,
+                             .service_type = SERVICE_TYPE_RADIO,
+                             .name = "Jazz"};
+  before.service(jazz).entry(VIEW_ALL, jazz, 6).entry(VIEW_RADIO, jazz, 6).entry(VIEW_USER, jazz, 6);
+  before.entry(VIEW_PROMOTION, films, 2).entry(kids, films, 2);
+  write_file(path(), before.data);
+
+  EXPECT_EQ(run({"sort", "list.dat", "--by", "name", "--where", "service_id>0", "--yes"}).exit_code, 0);
+
+  const std::pair<const char *, const char *> sorted[] = {{"all", "Films Jazz Music News  Sport "},
+                                                          {"tv", "Films News Sport "},
+                                                          {"radio", "Jazz Music "},
+                                                          {"user", "Films Jazz News "},
+                                                          {"promo", "Films News "},
+                                                          {"fav:Kids", "Sport Films "}};
+  for (const auto &[view, names] : sorted) {
+    std::string shown = run({"list", "list.dat", "--view", view, "--columns", "name"}).out;
+    std::ranges::replace(shown, '\n', ' ');
+    EXPECT_EQ(shown, std::string("name ") + names) << view;
+  }
+}
+
 TEST_F(Edits, SortByTransponderAndByTheUsersKeys) {
   write_file(path(), with(service_at(before, 0) + service_field::user_order_key, 2, 7));
   bytes expected = read_file(path());
