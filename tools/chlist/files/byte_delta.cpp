@@ -9,20 +9,14 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/files/fingerprint.h"
+
 namespace chlist {
 namespace {
 
 constexpr std::size_t block_size = 32;
 constexpr std::size_t bytes_of_number = 4;
 constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;
-
-constexpr std::uint64_t power(std::uint64_t base, std::size_t exponent) {
-  std::uint64_t value = 1;
-  while (exponent-- > 0) {
-    value *= base;
-  }
-  return value;
-}
 
 std::uint64_t value_of(char c) { return static_cast<unsigned char>(c); }
 

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -10,25 +11,44 @@
 
 namespace chlist {
 
-inline bool begins_with_eight_zeros(std::string_view bytes) {
-  std::uint64_t eight = 1;
-  if (bytes.size() >= sizeof eight) {
-    std::memcpy(&eight, bytes.data(), sizeof eight);
+// By squaring.
+constexpr std::uint64_t power(std::uint64_t base, std::size_t exponent) {
+  std::uint64_t value = 1;
+  for (; exponent > 0; exponent /= 2, base *= base) {
+    value *= exponent % 2 != 0 ? base : 1;
   }
-  return eight == 0;
+  return value;
 }
 
-// FNV-1a of 64 bits, in hexadecimal digits. A zero only multiplies, so that eight of them, which most of a channel file
-// is, are one step.
+// How many zeros the bytes begin with, in whole eights.
+inline std::size_t eights_of_zeros(std::string_view bytes) {
+  std::uint64_t eight = 0;
+  std::size_t at = 0;
+  for (; at + sizeof eight <= bytes.size(); at += sizeof eight) {
+    std::memcpy(&eight, bytes.data() + at, sizeof eight);
+    if (eight != 0) {
+      break;
+    }
+  }
+  return at;
+}
+
+// FNV-1a of 64 bits, in hexadecimal digits. A zero only multiplies, so that a run of them, of which most of a channel
+// file is made, is one step.
 inline std::string fingerprint_of(std::string_view bytes) {
   constexpr std::uint64_t prime = 0x100000001B3;
-  constexpr std::uint64_t square = prime * prime;
-  constexpr std::uint64_t eighth_power = square * square * square * square;
   std::uint64_t sum = 0xCBF29CE484222325;
   while (!bytes.empty()) {
-    const bool is_zeros = begins_with_eight_zeros(bytes);
-    sum = is_zeros ? sum * eighth_power : (sum ^ static_cast<unsigned char>(bytes.front())) * prime;
-    bytes.remove_prefix(is_zeros ? 8 : 1);
+    if (const std::size_t zeros = eights_of_zeros(bytes); zeros > 0) {
+      sum *= power(prime, zeros);
+      bytes.remove_prefix(zeros);
+    } else {
+      const std::string_view eight = bytes.substr(0, 8);
+      for (const char c : eight) {
+        sum = (sum ^ static_cast<unsigned char>(c)) * prime;
+      }
+      bytes.remove_prefix(eight.size());
+    }
   }
   return fmt::format("{:016x}", sum);
 }

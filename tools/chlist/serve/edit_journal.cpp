@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
 #include <fstream>
 #include <optional>
 #include <stdexcept>
@@ -17,6 +16,7 @@
 #include <utility>
 
 #include "chlist/exchange/text_lines.h"
+#include "chlist/files/fingerprint.h"
 #include "chlist/files/input_file.h"
 #include "chlist/files/replacement.h"
 #include "chlist/files/text_file.h"
@@ -117,15 +117,6 @@ class journal_reader {
 };
 
 }  // namespace
-
-// FNV-1a.
-std::string fingerprint_of(std::string_view bytes) {
-  std::uint64_t hash = 0xCBF29CE484222325;
-  for (const char each : bytes) {
-    hash = (hash ^ static_cast<unsigned char>(each)) * 0x100000001B3;
-  }
-  return fmt::format("{:016x}", hash);
-}
 
 edit_journal::edit_journal(const fs::path &list)
     : path_(behind_links(list).string() + ".edits"), file_(journal_file(path_)) {

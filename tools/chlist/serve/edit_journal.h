@@ -33,9 +33,6 @@ struct unfinished_edits {
   std::vector<edit_step> steps;
 };
 
-// Tells one list from another that it is mistaken for by accident.
-std::string fingerprint_of(std::string_view bytes);
-
 class edit_journal {
  public:
   // Takes up what stands beside the list, or makes it. Throws when another editor has it, and when the folder takes no

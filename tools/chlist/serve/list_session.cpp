@@ -15,6 +15,7 @@
 #include "chlist/exchange/text_lines.h"
 #include "chlist/files/backup.h"
 #include "chlist/files/faithful_load.h"
+#include "chlist/files/fingerprint.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/places.h"
 #include "chlist/messages.h"
