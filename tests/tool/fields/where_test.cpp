@@ -64,6 +64,8 @@ TEST_F(Where, ComparesValuesAsTheFieldsSpellThem) {
   EXPECT_FALSE(takes("video_pid!=none"));
   EXPECT_TRUE(takes("genre=none"));
   EXPECT_TRUE(takes("genre=\"\""));
+  EXPECT_FALSE(takes("genre=Sport"));
+  EXPECT_FALSE(takes("provider=none"));
 }
 
 TEST_F(Where, InQuotesABackslashMakesACharacterOfTheQuoteAlone) {
