@@ -2,6 +2,10 @@
 // message and nothing done, or with everything done. No input is ever lost, and no part of a file stays behind. Runs
 // with a failing call are forks of the test that do what main() does; the one without is compared with the program's.
 #include "chlist/program.h"
+
+#include <set>
+#include <string>
+
 #include "tool/faults/commands.h"
 #include "tool/faults/failing_call.h"
 #include "tool/faults/failing_calls.h"
@@ -35,6 +39,9 @@ class failing_commands : public tool_test::commands_test {
         EXPECT_TRUE(folder() == after);
         return;
       }
+      if (result.exit_code == 2) {
+        refused_.insert(failing.name());
+      }
       SCOPED_TRACE("call " + std::to_string(n) + ", " + failing.name() + ": " + result.err);
       left = folder();
       check(result, left);
@@ -59,6 +66,9 @@ class failing_commands : public tool_test::commands_test {
       EXPECT_TRUE(left == after);
     });
   }
+
+  // Whether a call of the name failed, and the command with it.
+  [[nodiscard]] bool is_refused(const std::string &name) const { return refused_.contains(name); }
 
   [[nodiscard]] program_result run_failing() const {
     std::vector<const char *> words = {CHLIST_PROGRAM};
@@ -113,6 +123,7 @@ class failing_commands : public tool_test::commands_test {
 
  private:
   test_support::temp_dir told_;
+  std::set<std::string> refused_;
 };
 
 class ChlistFaults : public failing_commands {};
@@ -123,6 +134,8 @@ TEST_P(ChlistFaults, LeaveEverythingDoneOrNothing) {
     EXPECT_TRUE(left == before || (is_of_the_report(error) && left == after));
     EXPECT_TRUE(is_of_the_report(error) || result.out.empty()) << result.out;
   });
+  const bool writes = folder() != before;
+  EXPECT_EQ(is_refused("fsync"), writes) << "what is not on the disk is not done";
 }
 
 INSTANTIATE_TEST_SUITE_P(
