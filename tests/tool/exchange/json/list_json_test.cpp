@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include "chlist/exchange/json/list_json_codec.h"
 #include "tool/exchange/json/list_json_host.h"
 
 namespace {
@@ -53,7 +54,6 @@ TEST_F(ListJson, EveryGoldenFileOfThisLayoutComesBack) {
 TEST_F(ListJson, WhatNoFieldSaysIsAPatch) {
   channel_file file = small();
   fill_pointer_slots(file.data, file.records, '\x7F');
-  file.set_last(record_kind::service, service_field::name + 20, 1, 'x');  // behind the name's end
   file.data.insert(file.data.end(), {'e', 'n', 'd'});
 
   EXPECT_TRUE(is_carried(file.data));
@@ -98,6 +98,46 @@ TEST_F(ListJson, TextThatIsNotUtf8IsHexadecimal) {
 
   EXPECT_NE(text.find("{\"name\":{\"hex\":\"e9657773\"},"), std::string::npos) << text;
   EXPECT_TRUE(is_carried(file.data));
+}
+
+// A patch over a field would be laid over what somebody writes there, too.
+TEST_F(ListJson, WhatStandsBehindATextIsPartOfItsField) {
+  channel_file file = small();
+  file.set_last(record_kind::service, service_field::name + 6, 1, 'x');
+
+  const std::string text = json_of(file.data);
+
+  EXPECT_TRUE(is_carried(file.data));
+  EXPECT_EQ(text.find("patches"), std::string::npos) << text;
+  EXPECT_NE(text.find("{\"name\":{\"hex\":\"4e657773000078\"},"), std::string::npos) << text;
+}
+
+// "Łódź" in ISO 8859-2, whose selector holds a byte of zero, and "МAB" in UCS-2, whose letters may.
+TEST_F(ListJson, TextsWithZeroBytesInTheirTablesAreWhole) {
+  for (const std::string_view name :
+       {std::string_view("\x10\x00\x02\xA3\xF3\x64\xBC", 7), std::string_view("\x11\x04\x1C\x00\x41\x00\x42", 7)}) {
+    channel_file file = small();
+    for (std::size_t at = 0; at < name.size(); ++at) {
+      file.set_last(record_kind::service, service_field::name + at, 1, static_cast<unsigned char>(name[at]));
+    }
+    file.set_last(record_kind::service, service_field::name_len, 2, name.size());
+
+    json object = json::parse(json_of(file.data));
+    json &service = object["networks"][0]["transponders"][0]["services"][0];
+
+    EXPECT_TRUE(is_carried(file.data));
+    EXPECT_FALSE(object.contains("patches"));
+    EXPECT_EQ(service["name"]["hex"], chlist::hex_of(std::as_bytes(std::span(name))));
+    EXPECT_FALSE(service.contains("name_len"));
+
+    service["name"] = "Foo Television";
+    channel_file renamed = small();
+    for (std::size_t at = 0; at < 14; ++at) {
+      renamed.set_last(record_kind::service, service_field::name + at, 1, "Foo Television"[at]);
+    }
+    renamed.set_last(record_kind::service, service_field::name_len, 2, 14);
+    EXPECT_EQ(channel_file_of_json(object.dump()), text_of(renamed.data));
+  }
 }
 
 TEST_F(ListJson, TextMayFillItsField) {

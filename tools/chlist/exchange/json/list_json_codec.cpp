@@ -8,6 +8,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "chlist/text/broadcast_text.h"
 #include "chlist/text/utf8.h"
 
 namespace chlist {
@@ -17,9 +18,19 @@ constexpr std::string_view hex_digits = "0123456789abcdef";
 constexpr const char *hex_key = "hex";
 constexpr std::size_t most_fields = 64;
 
+std::string_view field_of_text(const_record_bytes record, const json_field &field) {
+  return {reinterpret_cast<const char *>(record.data() + field.offset), field.size};
+}
+
+// Where the text ends is a matter of its table of characters: some have zero bytes within their texts.
 std::string_view text_in(const_record_bytes record, const json_field &field) {
-  const auto *begin = reinterpret_cast<const char *>(record.data() + field.offset);
-  return {begin, static_cast<std::size_t>(std::find(begin, begin + field.size, '\0') - begin)};
+  return encoded_text(field_of_text(record, field));
+}
+
+// All that stands in the field, the text and whatever somebody left behind it.
+std::string_view bytes_of_text(const_record_bytes record, const json_field &field) {
+  const std::string_view all = field_of_text(record, field);
+  return all.substr(0, all.find_last_not_of('\0') + 1);
 }
 
 const_record_bytes bytes_in(const_record_bytes record, const json_field &field) {
@@ -30,11 +41,12 @@ bool is_zero(const_record_bytes bytes) {
   return std::ranges::all_of(bytes, [](std::byte byte) { return byte == std::byte{0}; });
 }
 
-json json_of_text(std::string_view text) {
-  if (is_utf8(text)) {
-    return text;
+// A text that can be typed, or else every byte: no patch lies over a field that somebody may change.
+json json_of_text(std::string_view bytes) {
+  if (is_utf8(bytes) && bytes.find('\0') == std::string_view::npos) {
+    return bytes;
   }
-  return {{hex_key, hex_of(std::as_bytes(std::span(text)))}};
+  return {{hex_key, hex_of(std::as_bytes(std::span(bytes)))}};
 }
 
 // What a field has to say; null when that is nothing.
@@ -45,8 +57,8 @@ json json_of_field(const_record_bytes record, const json_field &field, std::stri
       return field.is_needed || number != field.absent ? json(number) : json();
     }
     case field_kind::text: {
-      const std::string_view text = text_in(record, field);
-      return field.is_needed || !text.empty() ? json_of_text(text) : json();
+      const std::string_view bytes = bytes_of_text(record, field);
+      return field.is_needed || !bytes.empty() ? json_of_text(bytes) : json();
     }
     case field_kind::length: {
       const std::int64_t length = number_in(record, field);
@@ -60,6 +72,9 @@ json json_of_field(const_record_bytes record, const json_field &field, std::stri
 
 std::string text_of_json(const json &value, const std::string &path) {
   if (value.is_string()) {
+    if (value.as_string().find('\0') != std::string::npos) {
+      refuse_json(path, "holds a NUL byte");
+    }
     return value.as_string();
   }
   if (!value.is_object() || value.size() != 1 || !value.contains(hex_key)) {
@@ -76,9 +91,6 @@ void put_text(record_bytes record, const json_field &field, const json &value, c
   const std::string text = text_of_json(value, path);
   if (text.size() > field.size) {
     refuse_json(path, fmt::format("is {} bytes long; the field holds {}", text.size(), field.size));
-  }
-  if (text.find('\0') != std::string::npos) {
-    refuse_json(path, "holds a NUL byte");
   }
   put_bytes(record, field, text);
 }

@@ -13,7 +13,7 @@ namespace chlist {
 
 enum class field_kind {
   number,    // signed or unsigned, 1 to 8 bytes
-  text,      // up to a zero byte; bytes behind that are no part of it
+  text,      // in any table of characters, with zeros behind it; what stands there otherwise is told by its bytes
   length,    // of the text that the row before describes, unless it is said
   reserved,  // hexadecimal digits for each byte
 };
