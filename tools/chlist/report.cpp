@@ -43,7 +43,7 @@ class memory_stream {
     }
   }
   ~memory_stream() {
-    std::fclose(file_);
+    static_cast<void>(std::fclose(file_));
     std::free(text_);
   }
   memory_stream(const memory_stream &) = delete;
