@@ -239,6 +239,12 @@ TEST_F(Help, OfCommandsOfTwoWordsIsTheSameHoweverItIsAskedFor) {
 
 TEST_F(Help, OfNoCommandIsRefused) { expect_refused({"help", "lits"}, "no command \"lits\": did you mean \"list\"?"); }
 
+TEST_F(Help, OfNoCommandSaysOnceWhereToLook) {
+  expect_refused({"help", "watch"}, "no command \"watch\": see `chlist help`");
+  expect_refused({"help", "fav", "watch"}, "no command \"watch\": see `chlist help fav`");
+  expect_refused({"help", "list", "more"}, "\"more\" is an argument too many: see `chlist help list`");
+}
+
 TEST_F(Help, TellsTheVersion) { EXPECT_EQ(shown({"--version"}), "chlist " CHANNEL_VERSION "\n"); }
 
 }  // namespace

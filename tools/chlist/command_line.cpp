@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <iterator>
 #include <span>
+#include <stdexcept>
 #include <string_view>
 
 #include "chlist/closest.h"
@@ -214,7 +215,8 @@ int show_help(const command &program, const std::vector<std::string> &words) {
   for (const std::string &word : words) {
     const command *below = called.row->find(word);
     if (below == nullptr) {
-      throw usage_error(unknown_word(called, word));
+      // No usage_error: that would be sent to the help of `help` as well.
+      throw std::runtime_error(unknown_word(called, word));
     }
     called = {called.line + ' ' + word, below};
   }

@@ -14,7 +14,8 @@ namespace chlist {
 // command that is called without one of those below it shows its help.
 int run_command_line(const command &program, int argc, const char *const *argv);
 
-// The help of the command that is named by words: {"fav", "new"}. Throws usage_error when there is none.
+// The help of the command that is named by words: {"fav", "new"}. Throws when there is none, and says
+// where to look.
 int show_help(const command &program, const std::vector<std::string> &words);
 
 // Parses the words of one command again and again, to where its options point.

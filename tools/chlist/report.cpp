@@ -16,6 +16,35 @@ namespace {
 constexpr const char *standard_output = "standard output";
 constexpr int schema = 1;
 
+// Goes with the printing, also when that throws.
+class memory_stream {
+ public:
+  memory_stream() : file_(::open_memstream(&text_, &size_)) {
+    if (file_ == nullptr) {
+      throw std::bad_alloc();
+    }
+  }
+  ~memory_stream() {
+    static_cast<void>(std::fclose(file_));
+    std::free(text_);
+  }
+  memory_stream(const memory_stream &) = delete;
+  memory_stream &operator=(const memory_stream &) = delete;
+
+  [[nodiscard]] std::FILE *file() const { return file_; }
+  [[nodiscard]] std::string text() const {
+    if (std::fflush(file_) != 0) {
+      throw std::system_error(errno, std::generic_category(), "the report");
+    }
+    return {text_, size_};
+  }
+
+ private:
+  char *text_ = nullptr;
+  std::size_t size_ = 0;
+  std::FILE *file_;
+};
+
 }  // namespace
 
 void print_json(const json &report) {
@@ -25,17 +54,9 @@ void print_json(const json &report) {
 }
 
 std::string text_of_report(const std::function<void(std::FILE *to)> &print) {
-  char *text = nullptr;
-  std::size_t size = 0;
-  std::FILE *to = ::open_memstream(&text, &size);
-  if (to == nullptr) {
-    throw std::bad_alloc();
-  }
-  print(to);
-  std::fclose(to);
-  std::string printed(text, size);
-  std::free(text);
-  return printed;
+  const memory_stream printed;
+  print(printed.file());
+  return printed.text();
 }
 
 void print_report(const std::function<void()> &print) {

@@ -186,6 +186,38 @@ TEST_F(Scan, TheFrequencyAndTheSourceMayBeSaid) {
   EXPECT_TRUE(has_line(result.out, "a.ts: 11493750 kHz H of S19.2E, transport stream 1019 of network 1"));
 }
 
+// The first transponder of a network that comes by a cable or over an antenna.
+transport_stream brought_by(const descriptor &delivery) {
+  const astra from;
+  const transport tells = {from.ts_id, from.network_id, {delivery}};
+  return without_network().add(0x10, network(1, {network_name("Town")}, {tells}));
+}
+
+TEST_F(Scan, CablesAndAntennasComeWithAllThatATunerNeeds) {
+  struct case_of_delivery {
+    descriptor tells;
+    std::string received;
+    std::string tuned;  // in a channels.conf
+  };
+  const descriptor t2 = {0x7F, std::string("\x04\x01\x00\x2A\x47\x0E\x00\x07\x03\x19\x75\x00\x00", 13)};
+  for (const case_of_delivery &each :
+       {case_of_delivery{delivery(cable{}), "346000 kHz of C", "346000:M256S0:C:6900"},
+        case_of_delivery{delivery(terrestrial{}), "506000 kHz of T", "506000:B8C12G32M64S0T8Y0:T:0"},
+        case_of_delivery{t2, "520000 kHz of T", "520000:B7G32P1Q42S1T1X1:T:0"}}) {
+    SCOPED_TRACE(each.received);
+    write_capture("a.ts", brought_by(each.tells));
+
+    const program_result result = scan({"--no-backup"});
+
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_TRUE(has_line(result.out, "a.ts: " + each.received + ", transport stream 1019 of network 1 (\"Town\")"))
+        << result.out;
+    EXPECT_LT(run({"export", "list.dat", "-o", "list.conf"}).exit_code, 2);
+    EXPECT_EQ(tool_test::read_file(path("list.conf")),
+              "Das Erste;ARD:" + each.tuned + ":512=27:513=deu@3:0:0:101:1:1019:0\n");
+  }
+}
+
 TEST_F(Scan, WhatDoesNotComeIsTold) {
   write_capture("a.ts",
                 transport_stream().add(0x00, program_association(7, {{101, 0x100}, {5, 0x12}})).add_pictures(1, 9));

@@ -56,10 +56,10 @@ constexpr vdr_letter letters[] = {
     {'N', tuning_parameter::pilot, vdr_switches},
     {'O', tuning_parameter::roll_off, vdr_roll_offs},
     {'P', tuning_parameter::stream_id, {}},
-    {'Q', tuning_parameter::antennas, vdr_antennas},
+    {'Q', tuning_parameter::t2_system_id, {}},
     {'S', tuning_parameter::system, {}},
     {'T', tuning_parameter::transmission_mode, carriers},
-    {'X', tuning_parameter::t2_system_id, {}},
+    {'X', tuning_parameter::antennas, vdr_antennas},
     {'Y', tuning_parameter::hierarchy, vdr_hierarchies},
 };
 
