@@ -12,6 +12,7 @@
 
 #include "chlist/exit_codes.h"
 #include "chlist/fields/service_fields.h"
+#include "chlist/fields/service_types.h"
 #include "chlist/files/channel_file.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/selection.h"

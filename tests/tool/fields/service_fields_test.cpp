@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "chlist/fields/service_types.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
 #include "support/providers.h"
@@ -302,10 +303,27 @@ TEST(ServiceTypes, AreNamedAsInTheStandard) {
                                                     {0x19, "HD TV"},
                                                     {0x1A, "HD NVOD time-shifted"},
                                                     {0x1B, "HD NVOD reference"},
+                                                    {0x1C, "3D HD TV"},
+                                                    {0x1D, "3D HD NVOD time-shifted"},
+                                                    {0x1E, "3D HD NVOD reference"},
                                                     {0x1F, "HEVC TV"},
-                                                    {0x20, "HEVC UHD TV"}};
+                                                    {0x20, "HEVC UHD TV"},
+                                                    {0x21, "VVC TV"},
+                                                    {0x22, "AVS3 TV"}};
   for (const auto &[type, name] : names) {
     EXPECT_EQ(chlist::service_type_name(static_cast<std::uint8_t>(type)), name);
+  }
+}
+
+TEST(ServiceTypes, OfTelevisionAndRadioAreBasicallyTheOldOnes) {
+  for (const int type : {0x01, 0x11, 0x16, 0x19, 0x1C, 0x1F, 0x20, 0x21, 0x22}) {
+    EXPECT_EQ(chlist::basic_service_type(static_cast<std::uint8_t>(type)), SERVICE_TYPE_TV) << type;
+  }
+  for (const int type : {0x02, 0x07, 0x0A}) {
+    EXPECT_EQ(chlist::basic_service_type(static_cast<std::uint8_t>(type)), SERVICE_TYPE_RADIO) << type;
+  }
+  for (const int type : {0x00, 0x03, 0x06, 0x0C, 0x17, 0x1A, 0x1D, 0x23, 0xFF}) {
+    EXPECT_EQ(chlist::basic_service_type(static_cast<std::uint8_t>(type)), type);
   }
 }
 

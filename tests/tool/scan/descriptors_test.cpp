@@ -143,6 +143,9 @@ TEST(ScanDescriptors, WhatIsMarkedIsTheShortName) {
   EXPECT_EQ(short_name("\x86"
                        "open"),
             "open");
+  EXPECT_EQ(short_name("\x1F\x01\x86"
+                       "K\x87oln"),
+            "\x1F\x01K");
   EXPECT_EQ(short_name("none"), "");
 }
 

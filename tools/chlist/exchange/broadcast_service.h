@@ -22,7 +22,4 @@ line_up_service broadcast_service(std::size_t line);
 // Television with video, radio with audio alone, data with neither.
 std::uint8_t service_type_by_streams(const channel_st &fields);
 
-// Television and radio of the newer types are those of the old ones in a channel list, which shows no others.
-std::uint8_t basic_service_type(std::uint8_t type);
-
 }  // namespace chlist

@@ -9,6 +9,7 @@
 
 #include "chlist/closest.h"
 #include "chlist/fields/identity_fields.h"
+#include "chlist/fields/service_types.h"
 #include "chlist/position.h"
 #include "chlist/text/shown.h"
 
@@ -18,34 +19,10 @@ namespace {
 using row = const service_row &;
 using record = channel_st;
 
-// ETSI EN 300 468, table 87.
-constexpr word service_types[] = {
-    {"TV", SERVICE_TYPE_TV},
-    {"radio", SERVICE_TYPE_RADIO},
-    {"teletext", 0x03},
-    {"NVOD reference", 0x04},
-    {"NVOD time-shifted", 0x05},
-    {"mosaic", 0x06},
-    {"FM radio", 0x07},
-    {"advanced codec radio", 0x0A},
-    {"advanced codec mosaic", 0x0B},
-    {"data", 0x0C},
-    {"DVB MHP", 0x10},
-    {"MPEG-2 HD TV", 0x11},
-    {"advanced codec SD TV", 0x16},
-    {"advanced codec SD NVOD time-shifted", 0x17},
-    {"advanced codec SD NVOD reference", 0x18},
-    {"HD TV", 0x19},
-    {"HD NVOD time-shifted", 0x1A},
-    {"HD NVOD reference", 0x1B},
-    {"HEVC TV", 0x1F},
-    {"HEVC UHD TV", 0x20},
-};
-
-constexpr value_range type_by_name = {value_kind::named, 0,      255, "a name as TV, radio or HD TV, or 0 to 255", {},
-                                      service_types,     "type "};
-constexpr value_range type_by_number = {value_kind::number, 0, 255, "0 to 255, or a name as TV, radio or HD TV", {},
-                                        service_types};
+constexpr value_range type_by_name = {
+    value_kind::named, 0, 255, "a name as TV, radio or HD TV, or 0 to 255", {}, words_of_service_types, "type "};
+constexpr value_range type_by_number = {value_kind::number,    0, 255, "0 to 255, or a name as TV, radio or HD TV", {},
+                                        words_of_service_types};
 
 // Fields of the record.
 template <auto Member, const value_range &Values>

@@ -40,9 +40,6 @@ const field *find_field(std::string_view name);
 std::vector<const field *> fields_named(std::string_view names);
 const field &field_named(std::string_view name);
 
-// "TV", "type 200".
-std::string service_type_name(std::uint8_t service_type);
-
 // The number that a text spells for a field that is no text. Throws std::runtime_error that names the field, the text
 // and the range, when it is none of the field's values: the same words for the command line, CSV and filters.
 std::int64_t number_for(const field &which, std::string_view text);

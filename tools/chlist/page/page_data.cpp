@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "chlist/fields/service_fields.h"
+#include "chlist/fields/service_types.h"
 #include "chlist/position.h"
 #include "chlist/report.h"
 

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "chlist/scan/bit_reader.h"
+#include "chlist/text/broadcast_text.h"
 
 namespace chlist {
 namespace {
@@ -46,7 +47,7 @@ std::string text_in(const descriptor_loop &loop, std::uint8_t tag) {
 // take two bytes; the tables of two bytes a character have others, and are left.
 std::string marked_in(std::string_view text) {
   const bool is_utf8 = text.starts_with('\x15');
-  const std::size_t selector = text.starts_with('\x10') ? 3 : !text.empty() && text[0] >= 0 && text[0] < ' ' ? 1 : 0;
+  const std::size_t selector = size_of_selector(text);
   if (!text.empty() && text[0] >= '\x11' && text[0] <= '\x14') {
     return {};
   }

@@ -13,6 +13,7 @@
 #include "chlist/exchange/broadcast_service.h"
 #include "chlist/fields/described.h"
 #include "chlist/fields/pids.h"
+#include "chlist/fields/service_types.h"
 #include "chlist/scan/found_services.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/shown.h"

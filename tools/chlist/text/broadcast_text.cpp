@@ -69,15 +69,6 @@ const character_table *table_of(std::string_view encoded) {
   return found != std::end(tables) ? found : nullptr;
 }
 
-// What names a table, also an unknown one: 0x1F is followed by the number of an encoding, 0x10 by two bytes.
-std::size_t size_of_selector(std::string_view encoded) {
-  if (!names_table(encoded)) {
-    return 0;
-  }
-  const std::size_t size = encoded.front() == 0x1F ? 2 : encoded.front() == 0x10 ? 3 : 1;
-  return std::min(size, encoded.size());
-}
-
 // A name that was cut to its field may end within a character; without others it could as well be of another table.
 bool is_cut_utf8(std::string_view encoded) {
   const std::string_view whole = encoded.substr(0, encoded.size() - incomplete_at_end(encoded));
@@ -170,6 +161,14 @@ void append_in_one_line(decoded_text &made, char32_t character) {
 }
 
 }  // namespace
+
+std::size_t size_of_selector(std::string_view encoded) {
+  if (!names_table(encoded)) {
+    return 0;
+  }
+  const std::size_t size = encoded.front() == 0x1F ? 2 : encoded.front() == 0x10 ? 3 : 1;
+  return std::min(size, encoded.size());
+}
 
 std::string_view encoded_text(std::span<const char> field) {
   const std::string_view all(field.data(), field.size());

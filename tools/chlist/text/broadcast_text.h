@@ -13,6 +13,9 @@ namespace chlist {
 // bytes end it, and the zero byte in a table's own name ends nothing.
 std::string_view encoded_text(std::span<const char> field);
 
+// The bytes in front that name a table, an unknown one too: none, one, two with 0x1F, three with 0x10.
+std::size_t size_of_selector(std::string_view encoded);
+
 // Whether a text names its table.
 bool names_table(std::string_view encoded);
 

@@ -12,6 +12,7 @@
 #include "chlist/exchange/enigma2/lamedb_fields.h"
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
+#include "chlist/fields/service_types.h"
 
 namespace chlist {
 namespace {
