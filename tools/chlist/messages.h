@@ -32,14 +32,14 @@ std::vector<std::string> messages_of(const std::filesystem::path &file, std::str
                                      const std::vector<Record> &records, bool shows_all,
                                      const std::function<std::string(const Record &)> &text_of) {
   std::vector<std::string> messages;
-  first_of_a_kind told(shows_all);
+  first_of_a_kind printed(shows_all);
   const std::string beginning = file.string() + ": ";
   for (const Record &record : records) {
-    if (told.takes(std::string(kind))) {
+    if (printed.takes(std::string(kind))) {
       messages.push_back(beginning + text_of(record));
     }
   }
-  for (const auto &[of_kind, count] : told.left_out()) {
+  for (const auto &[of_kind, count] : printed.left_out()) {
     messages.push_back(beginning + "and " + std::to_string(count) + " more: " + of_kind + " (--all)");
   }
   return messages;

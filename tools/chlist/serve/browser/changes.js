@@ -61,11 +61,11 @@ const changes = {
   // Throws what is wrong with the edits; returns what shows them.
   async preview(body, onApplied = () => {}) {
     const { chosen, notes, tables, is_changed: isChanged, changes: lines } = await server.ask('preview', body);
-    const told = chosen === null ? [] : [make('p', {}, `${counted(chosen, 'service')} chosen`)];
+    const chosenLine = chosen === null ? [] : [make('p', {}, `${counted(chosen, 'service')} chosen`)];
     const region = { class: 'change-lines', tabindex: 0, role: 'region', 'aria-label': 'What would change' };
     const shown = isChanged ? make('div', region, ...this.elements(lines)) : make('p', {}, 'Nothing changes.');
     const ask = { title: 'What would change', isWide: true,
-                  body: [...told, ...notes.map((note) => make('p', { class: 'note', dir: 'auto' }, note)),
+                  body: [...chosenLine, ...notes.map((note) => make('p', { class: 'note', dir: 'auto' }, note)),
                          ...tables.map((table) => make('pre', { class: 'table', dir: 'auto', tabindex: 0 }, table)),
                          shown] };
     return () => dialogs.ask(!isChanged ? ask : { ...ask, done: 'Apply', onDone: async () => {

@@ -258,9 +258,9 @@ async function lookNowAndThen() {
 }
 
 function start() {
-  const told = { marks, onActive: activate, onSelect: showSelection };
-  edits.left = new Pane('arranged-list', { ...told, onAction: () => edits.rename(edits.left) });
-  edits.right = new Pane('known-list', { ...told, onAction: () => edits.addToShown() });
+  const events = { marks, onActive: activate, onSelect: showSelection };
+  edits.left = new Pane('arranged-list', { ...events, onAction: () => edits.rename(edits.left) });
+  edits.right = new Pane('known-list', { ...events, onAction: () => edits.addToShown() });
   edits.active = edits.left;
   arranged.start();
   arranged.onShow = () => {
