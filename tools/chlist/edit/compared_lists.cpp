@@ -15,12 +15,6 @@
 namespace chlist {
 namespace {
 
-constexpr std::pair<view_kind, std::string_view> views_by_name[] = {{view_kind::all, "all"},
-                                                                    {view_kind::tv, "tv"},
-                                                                    {view_kind::radio, "radio"},
-                                                                    {view_kind::user, "user"},
-                                                                    {view_kind::promotion, "promo"}};
-
 bool leads_to(const line_up &list, const std::string &name, std::size_t group) {
   try {
     return favourite_group_named(list, name) == group;
@@ -43,8 +37,9 @@ std::string compared_lists::name_of(std::size_t place) const { return identity_t
 
 std::vector<wanted_view> views_of(const compared_lists &lists) {
   std::vector<wanted_view> views;
-  for (const auto &[kind, name] : views_by_name) {
-    views.push_back({std::string(name), lists.is().view(kind).entries, lists.wanted().view(kind).entries});
+  for (const view_facts &each : all_views()) {
+    views.push_back(
+        {std::string(each.typed), lists.is().view(each.kind).entries, lists.wanted().view(each.kind).entries});
   }
   const std::size_t groups = std::min(lists.is().favourites.size(), lists.wanted().favourites.size());
   for (std::size_t group = 0; group < groups; ++group) {

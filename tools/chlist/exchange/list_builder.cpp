@@ -264,16 +264,12 @@ std::unordered_set<const channel_st *> list_builder::first_of_type(std::uint8_t 
 }
 
 std::vector<std::string> list_builder::build_views(std::span<const std::size_t> preferred) {
-  struct {
-    std::int8_t code;
-    std::uint8_t type;
-    const char *name;
-    std::size_t capacity;
-  } const views[] = {{VIEW_TV, SERVICE_TYPE_TV, "TV", MAX_TV_CHANNEL},
-                     {VIEW_RADIO, SERVICE_TYPE_RADIO, "radio", MAX_RADIO_CHANNEL}};
+  constexpr std::pair<view_kind, std::uint8_t> views_by_type[] = {{view_kind::tv, SERVICE_TYPE_TV},
+                                                                  {view_kind::radio, SERVICE_TYPE_RADIO}};
   std::vector<std::string> left_out;
-  for (const auto &view : views) {
-    const std::size_t wanted = count_type(list_, view.type);
+  for (const auto &[kind, type] : views_by_type) {
+    const view_facts &view = facts_of(kind);
+    const std::size_t wanted = count_type(list_, type);
     if (wanted == 0) {
       continue;
     }
@@ -283,7 +279,7 @@ std::vector<std::string> list_builder::build_views(std::span<const std::size_t> 
     }
     left_out.push_back(fmt::format("the {} view is full: it holds {}, {} more services are in the ALL view only",
                                    view.name, view.capacity, wanted - view.capacity));
-    const auto first = first_of_type(view.type, view.capacity, preferred);
+    const auto first = first_of_type(type, view.capacity, preferred);
     const all_of_some some(list_, [&](const channel_st &service) { return first.empty() || first.contains(&service); });
     create_vindex_type(view.code, -1);
   }

@@ -3,26 +3,30 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "chlist/position.h"
 #include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
 
-struct kind_of_view {
-  std::string_view name;
-  std::size_t capacity;
-};
-
-constexpr std::array<kind_of_view, view_kinds> kinds_of_views = {{{"ALL", MAX_CHANNEL},
-                                                                  {"TV", MAX_TV_CHANNEL},
-                                                                  {"radio", MAX_RADIO_CHANNEL},
-                                                                  {"promotion", MAX_PROMO_CHANNEL},
-                                                                  {"USER", MAX_CHANNEL}}};
+constexpr view_facts table_of_views[] = {
+    {view_kind::all, "ALL", "all", "all services", VIEW_ALL, MAX_CHANNEL},
+    {view_kind::tv, "TV", "tv", "television", VIEW_TV, MAX_TV_CHANNEL},
+    {view_kind::radio, "radio", "radio", "radio", VIEW_RADIO, MAX_RADIO_CHANNEL},
+    {view_kind::user, "USER", "user", "the user's own list", VIEW_USER, MAX_CHANNEL},
+    {view_kind::promotion, "promotion", "promo", "services that are advertised", VIEW_PROMOTION, MAX_PROMO_CHANNEL}};
+static_assert(std::size(table_of_views) == view_kinds);
 
 }  // namespace
 
-std::string_view name_of(view_kind kind) { return kinds_of_views[static_cast<std::size_t>(kind)].name; }
+std::span<const view_facts> all_views() { return table_of_views; }
+
+const view_facts &facts_of(view_kind kind) { return *std::ranges::find(table_of_views, kind, &view_facts::kind); }
+
+std::string_view name_of(view_kind kind) { return facts_of(kind).name; }
 
 std::string label_of(const view_name &view) {
   if (!view.is_favourites()) {
@@ -35,8 +39,8 @@ std::string label_of(const view_name &view) {
 std::vector<named_view> views_of(const line_up &list) {
   std::vector<named_view> views;
   for (std::size_t kind = 0; kind < view_kinds; ++kind) {
-    const auto &[name, capacity] = kinds_of_views[kind];
-    views.push_back({{name}, list.views[kind].entries, list.views[kind].count, capacity});
+    const view_facts &facts = facts_of(static_cast<view_kind>(kind));
+    views.push_back({{facts.name}, list.views[kind].entries, list.views[kind].count, facts.capacity});
   }
   int place = 0;
   for (const favourite_group &group : list.favourites) {

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,7 +71,19 @@ struct line_up_entry {
 enum class view_kind : std::uint8_t { all, tv, radio, promotion, user };
 inline constexpr std::size_t view_kinds = 5;
 
-// "ALL", "TV", "radio", "promotion" or "USER".
+// What a view is, beside its entries.
+struct view_facts {
+  view_kind kind;
+  std::string_view name;   // "ALL", "TV", "radio", "promotion" or "USER"
+  std::string_view typed;  // on a command line: "all", "promo"
+  std::string_view about;
+  std::int8_t code;  // the library's
+  std::size_t capacity;
+};
+
+// In the order in which people are told of them.
+std::span<const view_facts> all_views();
+const view_facts &facts_of(view_kind kind);
 std::string_view name_of(view_kind kind);
 
 struct line_up_view {

@@ -37,12 +37,15 @@ void count_transponder(hierarchy_counts &counts, tp_ch_st &transponder) {
 }  // namespace
 
 std::vector<list_view> views_of(const channel_list_st &list) {
-  std::vector<list_view> views = {
-      {{"ALL"}, VIEW_ALL, list.vch, &list.vnumber, list.vnumber},
-      {{"TV"}, VIEW_TV, list.tv_vch, &list.tv_vnumber, list.tv_vnumber},
-      {{"radio"}, VIEW_RADIO, list.radio_vch, &list.radio_vnumber, list.radio_vnumber},
-      {{"promotion"}, VIEW_PROMOTION, list.promo_vch, &list.promo_vnumber, list.promo_vnumber},
-      {{"USER"}, VIEW_USER, list.user_vch, &list.user_vnumber, list.user_vnumber}};
+  const auto shown_as = [](view_kind kind, std::span<const virtual_channel_st> slots, const std::int16_t &count) {
+    const view_facts &facts = facts_of(kind);
+    return list_view{{facts.name}, facts.code, slots, &count, count};
+  };
+  std::vector<list_view> views = {shown_as(view_kind::all, list.vch, list.vnumber),
+                                  shown_as(view_kind::tv, list.tv_vch, list.tv_vnumber),
+                                  shown_as(view_kind::radio, list.radio_vch, list.radio_vnumber),
+                                  shown_as(view_kind::promotion, list.promo_vch, list.promo_vnumber),
+                                  shown_as(view_kind::user, list.user_vch, list.user_vnumber)};
   for (int group = 0; group < MAX_FAV; ++group) {
     const std::string name =
         group < channel::counted_in_low_byte(list.favorite_group_num) ? name_in(list.favorite_group[group].name) : "";

@@ -103,20 +103,14 @@ std::string candidates_text(const line_up &list, const std::vector<std::size_t> 
   return text;
 }
 
-struct named_code {
-  std::string_view name;
-  std::int8_t view;
-  view_kind kind;
-  std::string_view about;
-};
-
-constexpr named_code codes[] = {{"all", VIEW_ALL, view_kind::all, "all services"},
-                                {"tv", VIEW_TV, view_kind::tv, "television"},
-                                {"radio", VIEW_RADIO, view_kind::radio, "radio"},
-                                {"user", VIEW_USER, view_kind::user, "the user's own list"},
-                                {"promo", VIEW_PROMOTION, view_kind::promotion, "services that are advertised"}};
-
 constexpr std::string_view favourite_prefix = "fav:";
+
+// Null of a favourite group, and of a code that no view has.
+const view_facts *facts_with_code(std::int8_t code) {
+  const auto views = all_views();
+  const auto found = std::ranges::find(views, code, &view_facts::code);
+  return found != views.end() ? &*found : nullptr;
+}
 
 bool is_favourites(std::int8_t view) { return view >= VIEW_FAVOURITE && view <= VIEW_FAVOURITE_LAST; }
 
@@ -139,8 +133,8 @@ std::optional<std::int8_t> favourites_named(const line_up &list, std::string_vie
 
 std::vector<std::string> names_of_views(const line_up &list) {
   std::vector<std::string> names;
-  for (const named_code &each : codes) {
-    names.emplace_back(each.name);
+  for (const view_facts &each : all_views()) {
+    names.emplace_back(each.typed);
   }
   names.emplace_back("fav:1 to fav:20");
   for (const favourite_group &group : list.favourites) {
@@ -263,11 +257,10 @@ std::size_t service_named(const line_up &list, std::string_view text, std::int8_
 }
 
 std::int8_t view_named(const line_up &list, std::string_view text) {
-  const auto *const named = std::ranges::find_if(codes, [text](const named_code &each) {
-    return is_same_name(each.name, text) || is_same_name(name_of(each.kind), text);
-  });
-  if (named != std::end(codes)) {
-    return named->view;
+  for (const view_facts &each : all_views()) {
+    if (is_same_name(each.typed, text) || is_same_name(each.name, text)) {
+      return each.code;
+    }
   }
   if (text.starts_with(favourite_prefix)) {
     if (const auto favourites = favourites_named(list, text.substr(favourite_prefix.size())); favourites.has_value()) {
@@ -289,8 +282,8 @@ std::size_t favourite_group_named(const line_up &list, std::string_view text) {
 
 std::vector<term> terms_of_views() {
   std::vector<term> terms;
-  for (const named_code &each : codes) {
-    terms.push_back({std::string(each.name), std::string(each.about)});
+  for (const view_facts &each : all_views()) {
+    terms.push_back({std::string(each.typed), std::string(each.about)});
   }
   terms.push_back({"fav:NAME", "a favourite group, by its name"});
   terms.push_back({"fav:1 .. fav:20", "a favourite group, by its position"});
@@ -298,16 +291,16 @@ std::vector<term> terms_of_views() {
 }
 
 std::optional<view_name> name_of_view(std::int8_t view) {
-  if (const auto *const named = std::ranges::find(codes, view, &named_code::view); named != std::end(codes)) {
-    return view_name{name_of(named->kind)};
+  if (const view_facts *known = facts_with_code(view)) {
+    return view_name{known->name};
   }
   return is_favourites(view) ? std::optional(view_name{favourites_view, view - VIEW_FAVOURITE}) : std::nullopt;
 }
 
 const std::vector<line_up_entry> &entries_of(const line_up &list, std::int8_t view) {
   static const std::vector<line_up_entry> none;
-  if (const auto *const named = std::ranges::find(codes, view, &named_code::view); named != std::end(codes)) {
-    return list.view(named->kind).entries;
+  if (const view_facts *known = facts_with_code(view)) {
+    return list.view(known->kind).entries;
   }
   const auto group = static_cast<std::size_t>(view - VIEW_FAVOURITE);
   return is_favourites(view) && group < list.favourites.size() ? list.favourites[group].entries : none;
