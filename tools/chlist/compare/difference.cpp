@@ -35,17 +35,6 @@ bool is_compared(const field &each) {
          each.name != "service_type";
 }
 
-// A group of a service: its fields, and where the record has the group's id.
-struct group_of_service {
-  std::string_view table;
-  std::string_view id_field;
-  std::int16_t channel_st::*id;
-};
-
-constexpr group_of_service groups_of_services[] = {{"provider", "provider_id", &channel_st::provider_id},
-                                                   {"genre", "genre_id", &channel_st::genre_id},
-                                                   {"country", "country_id", &channel_st::country_id}};
-
 // The groups that stand for each other. What became of their names and ids is told of the groups, not of each service.
 class kept_groups {
  public:
@@ -58,9 +47,9 @@ class kept_groups {
   }
 
   [[nodiscard]] bool tell(const field &which, const line_up_service &was, const line_up_service &is) const {
-    return std::ranges::any_of(groups_of_services, [&](const group_of_service &each) {
-      return (which.name == each.table || which.name == each.id_field) &&
-             ids_.contains({each.table, was.fields.*each.id, is.fields.*each.id});
+    return std::ranges::any_of(all_group_kinds(), [&](const group_facts &each) {
+      const bool is_of_it = which.name.starts_with(each.one);  // "provider", "provider_id"
+      return is_of_it && ids_.contains({each.one, was.fields.*each.id, is.fields.*each.id});
     });
   }
 

@@ -78,19 +78,6 @@ constexpr flag_edit flag_edits[] = {{"locked", CHANNEL_FLAG_LOCKED, "lock", "unl
                                     {"skipped", CHANNEL_FLAG_SKIP, "skip", "unskip"}};
 constexpr int flags_with_fields = CHANNEL_FLAG_LOCKED | CHANNEL_FLAG_SKIP | CHANNEL_FLAG_FTA | CHANNEL_FLAG_DSMCC;
 
-// A group of a service as `set` is told it: by its id when both lists know it by that, else by its name.
-struct group_assignment {
-  std::string_view field;
-  group_kind kind;
-  std::int16_t channel_st::*id;
-  std::string line_up_service::*name;
-};
-
-constexpr group_assignment group_assignments[] = {
-    {"provider", group_kind::provider, &channel_st::provider_id, &line_up_service::provider},
-    {"genre", group_kind::genre, &channel_st::genre_id, &line_up_service::genre},
-    {"country", group_kind::country, &channel_st::country_id, &line_up_service::country}};
-
 class service_lines {
  public:
   service_lines(const compared_lists &lists, std::size_t place, std::size_t wanted)
@@ -160,14 +147,15 @@ class service_lines {
   }
 
   void add_groups(std::vector<std::string> &assignments) const {
-    for (const group_assignment &each : group_assignments) {
+    for (const group_facts &each : all_group_kinds()) {
       if (is_.fields.*each.id != wanted_.fields.*each.id || is_.*each.name != wanted_.*each.name) {
-        assignments.push_back(fmt::format("{}={}", each.field, group_text(each)));
+        assignments.push_back(fmt::format("{}={}", each.one, group_text(each)));
       }
     }
   }
 
-  [[nodiscard]] std::string group_text(const group_assignment &which) const {
+  // As `set` takes it: by its id when both lists know it by that, else by its name.
+  [[nodiscard]] std::string group_text(const group_facts &which) const {
     const std::int16_t id = wanted_.fields.*which.id;
     const std::string &name = wanted_.*which.name;
     const std::vector<line_up_group> &groups = lists_.is().groups_of(which.kind).groups;

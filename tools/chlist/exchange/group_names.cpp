@@ -14,20 +14,10 @@
 namespace chlist {
 namespace {
 
-struct kind_of_groups {
-  std::int8_t kind;
-  std::string_view one;
-  std::string_view many;
-  std::int16_t none;  // Ids of providers begin at 0.
-};
-
-constexpr kind_of_groups kinds[] = {
-    {GROUP_PROVIDER, "provider", "providers", -1},
-    {GROUP_GENRE, "genre", "genres", 0},
-    {GROUP_COUNTRY, "country", "countries", 0},
-};
-
-const kind_of_groups &about(std::int8_t kind) { return *std::ranges::find(kinds, kind, &kind_of_groups::kind); }
+const group_facts &about(std::int8_t code) {
+  const auto kinds = all_group_kinds();
+  return *std::ranges::find(kinds, code, &group_facts::code);
+}
 
 }  // namespace
 
@@ -61,7 +51,7 @@ group_names::group_names(std::int8_t kind) : kind_(kind) {
 }
 
 std::int16_t group_names::id_of(std::string_view name, loss_counts &lost) {
-  const kind_of_groups &kind = about(kind_);
+  const group_facts &kind = about(kind_);
   lost.add(fmt::format("{} names beyond {} bytes", kind.one, longest_group_name),
            name.size() > longest_group_name ? 1 : 0);
   const std::string cut(cut_utf8(name, longest_group_name));

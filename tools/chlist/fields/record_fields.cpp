@@ -1,8 +1,6 @@
 // The tables, and their rows.
 #include "chlist/fields/record_fields.h"
 
-#include <array>
-
 #include "chlist/fields/identity_fields.h"
 #include "chlist/position.h"
 
@@ -106,11 +104,10 @@ std::vector<network_row> rows_of_networks(const line_up &list) {
 }
 
 std::vector<group_row> rows_of_groups(const line_up &list) {
-  constexpr std::array<std::string_view, group_kinds> tables = {"provider", "genre", "country"};
   std::vector<group_row> rows;
-  for (std::size_t kind = 0; kind < group_kinds; ++kind) {
-    for (const line_up_group &group : list.groups[kind].groups) {
-      rows.push_back({tables[kind], group.id, group.name});
+  for (const group_facts &each : all_group_kinds()) {
+    for (const line_up_group &group : list.groups_of(each.kind).groups) {
+      rows.push_back({each.one, group.id, group.name});
     }
   }
   int index = 0;

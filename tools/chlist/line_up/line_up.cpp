@@ -20,7 +20,19 @@ constexpr view_facts table_of_views[] = {
     {view_kind::promotion, "promotion", "promo", "services that are advertised", VIEW_PROMOTION, MAX_PROMO_CHANNEL}};
 static_assert(std::size(table_of_views) == view_kinds);
 
+constexpr group_facts table_of_groups[] = {
+    {group_kind::provider, "provider", "providers", GROUP_PROVIDER, MAX_PROVIDER, -1, &channel_st::provider_id,
+     &line_up_service::provider},
+    {group_kind::genre, "genre", "genres", GROUP_GENRE, MAX_GENRE, 0, &channel_st::genre_id, &line_up_service::genre},
+    {group_kind::country, "country", "countries", GROUP_COUNTRY, MAX_COUNTRY, 0, &channel_st::country_id,
+     &line_up_service::country}};
+static_assert(std::size(table_of_groups) == group_kinds);
+
 }  // namespace
+
+std::span<const group_facts> all_group_kinds() { return table_of_groups; }
+
+const group_facts &facts_of(group_kind kind) { return table_of_groups[static_cast<std::size_t>(kind)]; }
 
 std::span<const view_facts> all_views() { return table_of_views; }
 

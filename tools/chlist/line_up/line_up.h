@@ -108,6 +108,22 @@ struct line_up_group {
 enum class group_kind : std::uint8_t { provider, genre, country };
 inline constexpr std::size_t group_kinds = 3;
 
+// What the groups of a kind are, beside their names. A service has one of each kind, or none.
+struct group_facts {
+  group_kind kind;
+  std::string_view one;   // "provider"
+  std::string_view many;  // "providers"
+  std::int8_t code;       // the library's
+  std::size_t capacity;
+  std::int16_t none;  // the id in services without a group; those of providers begin at 0
+  std::int16_t channel_st::*id;
+  std::string line_up_service::*name;
+};
+
+// By kind.
+std::span<const group_facts> all_group_kinds();
+const group_facts &facts_of(group_kind kind);
+
 struct line_up_groups {
   std::vector<line_up_group> groups;
   int count = 0;  // as that of a view

@@ -61,9 +61,13 @@ std::vector<list_view> views_of(const channel_list_st &list) {
 channel::view view_with(const list_view &named) { return channel::find_view(named.code); }
 
 std::vector<group_table> groups_of(const channel_list_st &list) {
-  return {{"providers", "provider", list.provider, &list.provider_num, list.provider_num},
-          {"genres", "genre", list.genre, &list.genre_num, list.genre_num},
-          {"countries", "country", list.country, &list.country_num, list.country_num},
+  const auto table_of = [](group_kind kind, std::span<const group_st> slots, const std::int16_t &count) {
+    const group_facts &facts = facts_of(kind);
+    return group_table{facts.many, facts.one, slots, &count, count};
+  };
+  return {table_of(group_kind::provider, list.provider, list.provider_num),
+          table_of(group_kind::genre, list.genre, list.genre_num),
+          table_of(group_kind::country, list.country, list.country_num),
           {"favourite groups", "favourite group", list.favorite_group, &list.favorite_group_num,
            channel::counted_in_low_byte(list.favorite_group_num)}};
 }

@@ -66,11 +66,11 @@ struct counted_groups {
 };
 
 std::vector<counted_groups> tables_of(const line_up &list) {
-  const auto count_of = [&](group_kind kind) { return list.groups_of(kind).count; };
-  std::vector<counted_groups> made = {{"providers", "provider", count_of(group_kind::provider), MAX_PROVIDER, {}},
-                                      {"genres", "genre", count_of(group_kind::genre), MAX_GENRE, {}},
-                                      {"countries", "country", count_of(group_kind::country), MAX_COUNTRY, {}},
-                                      {"favourite groups", "favourite group", list.favourites_count, MAX_FAV, {}}};
+  std::vector<counted_groups> made;
+  for (const group_facts &each : all_group_kinds()) {
+    made.push_back({each.many, each.one, list.groups_of(each.kind).count, each.capacity, {}});
+  }
+  made.push_back({"favourite groups", "favourite group", list.favourites_count, MAX_FAV, {}});
   for (const group_row &group : rows_of_groups(list)) {
     std::ranges::find(made, group.table, &counted_groups::one_group)->used.push_back(group);
   }
