@@ -41,6 +41,17 @@ TEST_F(CheckHierarchy, TranspondersWithinTheToleranceAreFound) {
   EXPECT_EQ(near(0, 1), findings{});
 }
 
+TEST_F(CheckHierarchy, APolarisationWithoutALetterIsItsNumber) {
+  channel_file file = sound_file();
+
+  const findings found =
+      found_of_kind(file.transponder(101, 13'000'000, 2).transponder(102, 13'000'001, 2), "near-transponders");
+
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].what.substr(0, found[0].what.find(" at ")),
+            "transponder ts 102, 13000001 2 is within the tolerance of ts 101, 13000000 2");
+}
+
 // The one at 11,001,000 lies between two of which the second in the list is hidden by the first.
 TEST_F(CheckHierarchy, TranspondersWithinTheToleranceAreFoundAcrossOthers) {
   channel_file file = sound_file();

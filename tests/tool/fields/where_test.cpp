@@ -68,6 +68,24 @@ TEST_F(Where, ComparesValuesAsTheFieldsSpellThem) {
   EXPECT_FALSE(takes("provider=none"));
 }
 
+TEST_F(Where, AFilterTakesAPartOfWhatIsShownAndEverySpellingOfAValue) {
+  const auto has = [this](const std::string &text) {
+    return where::has(text).takes({.list = &list, .service = &service, .entry = &entry});
+  };
+  EXPECT_TRUE(has("type=rad"));
+  EXPECT_TRUE(has("type=2"));
+  EXPECT_FALSE(has("type=1"));
+  EXPECT_TRUE(has("polarisation=h"));
+  EXPECT_TRUE(has("polarisation=L"));
+  EXPECT_TRUE(has("polarisation=0"));
+  EXPECT_FALSE(has("polarisation=R"));
+  EXPECT_FALSE(has("polarisation=1"));
+  service.fields.service_type = 0x11;
+  EXPECT_TRUE(has("type=hd tv"));
+  EXPECT_TRUE(has("type=17"));
+  EXPECT_FALSE(has("type=2")) << "a number is the type, and no part of MPEG-2";
+}
+
 TEST_F(Where, InQuotesABackslashMakesACharacterOfTheQuoteAlone) {
   service.name = "The \"Late\" Show";
   EXPECT_TRUE(takes(R"(name="The \"Late\" Show" scrambled=yes)"));

@@ -37,6 +37,15 @@ TEST(IdentityText, IsReadInEitherCase) {
   ASSERT_TRUE(read_identity("1:2:3:4h:5").has_value());
 }
 
+TEST(IdentityText, CircularPolarisationsAreReadAsTheyAreFiled) {
+  const auto left = read_identity("1:2:3:4L:5");
+  const auto right = read_identity("1:2:3:4r:5");
+  ASSERT_TRUE(left.has_value());
+  ASSERT_TRUE(right.has_value());
+  expect_same(*left, {1, 2, 3, 4, 5, 0});
+  expect_same(*right, {1, 2, 3, 4, 5, 1});
+}
+
 TEST(IdentityText, ReadsWhatItWrites) {
   std::mt19937 random(7);
   for (int i = 0; i < 200; ++i) {
@@ -71,6 +80,9 @@ TEST(IdentityText, EverythingElseIsNone) {
                            "1:2:3:4H:65536",
                            "1:2:3:4V256:5",
                            "1:2:3:4H1:5x",
+                           "1:2:3:4H2:5",
+                           "1:2:3:4R2:5",
+                           "1:2:3:4",
                            "1:2:3:4HV:5"}) {
     EXPECT_FALSE(read_identity(text).has_value()) << text;
   }

@@ -364,6 +364,13 @@ class Plans(Page):
         captions = self.run_in_page("return [...document.querySelectorAll('.plan .hint')].map(e => e.textContent)")
         self.assertEqual(sum(int(caption.split()[2]) for caption in captions), 761)
 
+    def test_a_polarisation_without_a_letter_has_its_number_and_a_lane(self):
+        id_of = self.run_in_page("const { polarisation, text } = identity([1, 2, 3, 11000000, 2, 5]);"
+                                 "return [polarisation, text]")
+        self.assertEqual(id_of, ["2", "1:2:3:11000000V2:5"])
+        lanes = self.run_in_page("return lanesOf(['2', 'V', 'H', 'V', '10'].map((polarisation) => ({ polarisation })))")
+        self.assertEqual(lanes, ["H", "V", "2", "10"])
+
     def test_every_source_has_its_lanes(self):
         lanes = self.run_in_page("return [...document.querySelectorAll('.plan')].map(plan => "
                                  "[...plan.querySelectorAll('.lane')].map(lane => lane.textContent).join(''))")

@@ -16,6 +16,7 @@
 #include "channel/store/service_index.h"
 #include "chlist/check/rules.h"
 #include "chlist/fields/described.h"
+#include "chlist/fields/identity_fields.h"
 #include "chlist/line_up/list_contents.h"
 
 namespace chlist {
@@ -38,7 +39,7 @@ void check_networks(const file_records &framed, finding_list &findings) {
 
 std::string describe_transponder(const tp_ch_st &transponder) {
   return fmt::format("ts {}, {} {}", transponder.ts_id, transponder.frequency,
-                     transponder.polarisation == 0 ? 'H' : 'V');
+                     polarisation_text(transponder.polarisation));
 }
 
 using framed_transponders = std::vector<const framed_record<tp_ch_st> *>;

@@ -3,11 +3,15 @@
 
 #include <channel/records.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 
 #include "chlist/fields/pids.h"
 #include "chlist/fields/values.h"
+#include "chlist/line_up/polarisation.h"
 
 namespace chlist::ranges {
 
@@ -35,8 +39,13 @@ inline constexpr value_range component_tag = {value_kind::number, 0, 255, "0 to 
 inline constexpr word no_or_yes[] = {{"yes", 1}, {"no", 0}, {"true", 1}, {"false", 0}};
 inline constexpr value_range yes_or_no = {value_kind::yes_or_no, 0, 1, "yes or no", {}, no_or_yes};
 
-// A channel list tells two polarisations apart: left-hand circular is filed as horizontal, right-hand as vertical.
-inline constexpr word polarisations[] = {{"H", 0}, {"V", 1}, {"L", 0}, {"R", 1}};
+inline constexpr auto polarisations = [] {
+  std::array<word, std::size(filed_polarisations)> words;
+  std::ranges::transform(filed_polarisations, words.begin(), [](const filed_polarisation &each) {
+    return word{each.text, each.polarisation};
+  });
+  return words;
+}();
 inline constexpr value_range letters_of_polarisation = {value_kind::named,  0,  255,
                                                         "H, V or 0 to 255", {}, polarisations};
 

@@ -268,12 +268,20 @@ void must_name_a_value(const field &which, std::string_view text) {
   }
 }
 
+bool is_digits(std::string_view text) { return text.find_first_not_of("0123456789") == std::string_view::npos; }
+
+// Texts and names are found by a part of what is shown, and names by their other spellings, too. A number is the value
+// itself: 2 is radio, and no part of "MPEG-2 HD TV".
 condition having(const field &which, const std::string &text) {
-  if (!is_text(which) && which.values.kind != value_kind::named) {
+  const bool has_names = which.values.kind == value_kind::named;
+  if (!is_text(which) && (!has_names || (!text.empty() && is_digits(text)))) {
     return same_value(which, text);
   }
   must_name_a_value(which, text);
-  return [&which, text](const service_row &shown_row) { return is_part(which, shown_row, text); };
+  const auto spelled = has_names ? number_from(which.values, text) : std::nullopt;
+  return [&which, text, wanted = spelled ? shown_value(which.values, *spelled) : json()](const service_row &shown_row) {
+    return is_part(which, shown_row, text) || (!wanted.is_null() && which.get(shown_row) == wanted);
+  };
 }
 
 }  // namespace

@@ -22,9 +22,9 @@ class where {
   // Throws std::runtime_error that tells at which character of what the text cannot be understood, and why.
   explicit where(std::string_view text, std::string_view called = "--where");
 
-  // What people type to find a service. "FIELD=TEXT": the text is part of the field's, or, of numbers and of yes and
-  // no, spells its value. Any other text: part of the name or of the provider, or the number. Case and accents do not
-  // count. Throws std::runtime_error when there is no such field, or the text is none of its values.
+  // What people type to find a service. "FIELD=TEXT": the text is part of the field's, or spells its value; of numbers
+  // and of yes and no only that. Any other text: part of the name or of the provider, or the number. Case and accents
+  // do not count. Throws std::runtime_error when there is no such field, or the text is none of its values.
   static where has(std::string_view text);
 
   [[nodiscard]] bool takes(const service_row &row) const { return takes_(row); }

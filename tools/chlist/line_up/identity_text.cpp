@@ -1,9 +1,13 @@
 // Identities as text: fields between colons.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 
+#include "chlist/line_up/polarisation.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 namespace {
@@ -25,12 +29,17 @@ class text_reader {
 
   void colon() { is_good_ = accept(':') && is_good_; }
 
+  // A V may have the number of a polarisation that has no letter behind it.
   std::uint8_t polarisation() {
-    if (accept('H') || accept('h')) {
+    const std::string_view letter = text_.substr(0, 1);
+    const auto *const named = std::ranges::find_if(
+        filed_polarisations, [=](const filed_polarisation &each) { return is_same_name(each.text, letter); });
+    is_good_ = is_good_ && named != std::end(filed_polarisations);
+    if (!is_good_) {
       return 0;
     }
-    is_good_ = (accept('V') || accept('v')) && is_good_;
-    return text_.starts_with(':') ? 1 : number<std::uint8_t>();
+    text_.remove_prefix(letter.size());
+    return named->text == "V" && !text_.starts_with(':') ? number<std::uint8_t>() : named->polarisation;
   }
 
   [[nodiscard]] bool is_complete() const { return is_good_ && text_.empty(); }

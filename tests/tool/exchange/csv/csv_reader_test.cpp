@@ -76,6 +76,23 @@ TEST_F(CsvLineUp, CellsThatCannotBeReadSayWhy) {
   EXPECT_EQ(skipped("name", std::string("a\0b", 3)), "holds a NUL byte");
 }
 
+// Which of the two somebody edited cannot be told.
+TEST_F(CsvLineUp, ATypeThatItsNumberContradictsIsTold) {
+  const line_up made = read("network_id,ts_id,frequency,service_id,type,service_type\n"
+                            "1,2,3,4,radio,1\n"
+                            "1,2,3,5,radio,2\n"
+                            "1,2,3,6,type 200,200\n"
+                            "1,2,3,7,radio,\n"
+                            "1,2,3,8,,TV\n");
+
+  ASSERT_EQ(made.skipped.size(), 1U);
+  EXPECT_EQ(made.skipped[0].line, 2U);
+  EXPECT_EQ(made.skipped[0].reason, "type=\"radio\" and service_type=\"1\" are two types");
+  ASSERT_EQ(made.services.size(), 4U);
+  EXPECT_EQ(made.services[2].fields.service_type, SERVICE_TYPE_RADIO);
+  EXPECT_EQ(made.services[3].fields.service_type, SERVICE_TYPE_TV);
+}
+
 TEST_F(CsvLineUp, WordsAndLettersAreUnderstood) {
   const line_up made = read("network_id,ts_id,frequency,service_id,polarisation,locked,skipped,type,audio_pid\n"
                             "1,2,3,4,v,yes,0,radio,\n"

@@ -15,9 +15,13 @@
 #include "chlist/exchange/field_reading.h"
 #include "chlist/exchange/text_lines.h"
 #include "chlist/fields/pids.h"
+#include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
+
+constexpr std::string_view type_column = "type";
+constexpr std::string_view type_id_column = "service_type";
 
 // A service with audio alone is radio; of one without PIDs nothing else is known than that most are television.
 void guess_type(line_up_service &service) {
@@ -120,7 +124,7 @@ class row_reader {
       }
       if (!cell.empty()) {
         set_column(service, *column, cell);
-        has_type = has_type || column->name == "type" || column->name == "service_type";
+        has_type = has_type || column->name == type_column || column->name == type_id_column;
       } else if (column->is_needed) {
         throw bad_line(fmt::format("has no {}", column->name));
       }
@@ -128,7 +132,17 @@ class row_reader {
     if (!has_type) {
       guess_type(service);
     }
+    must_be_one_type(row, service);
     return service;
+  }
+
+  // Which of two columns somebody edited cannot be told; a service has the type of the one that is set last.
+  void must_be_one_type(const csv_row &row, const line_up_service &service) const {
+    const std::string_view name = cell_of(row, type_column);
+    if (!name.empty() && number_for(field_named(type_column), name) != service.fields.service_type) {
+      throw bad_line(fmt::format("{}={} and {}={} are two types", type_column, shown(name), type_id_column,
+                                 shown(cell_of(row, type_id_column))));
+    }
   }
 
   [[nodiscard]] std::string_view cell_of(const csv_row &row, std::string_view column) const {

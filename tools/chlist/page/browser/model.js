@@ -10,12 +10,13 @@ const unsetTag = 0xff;
 // The types that the filters name; those of all others are names of the standard.
 const typeNames = { 1: 'TV', 2: 'Radio' };
 
-const polarisationText = (polarisation) => (polarisation === 0 ? 'H' : polarisation === 1 ? 'V' : `V${polarisation}`);
+const polarisationText = (polarisation) => ['H', 'V'][polarisation] ?? `${polarisation}`;
 
-// text: as edits name a service.
-function identity([netIndex, networkId, tsId, frequency, polarisation, serviceId]) {
-  const text = `${netIndex}:${networkId}:${tsId}:${frequency}${polarisationText(polarisation)}:${serviceId}`;
-  return { netIndex, networkId, tsId, frequency, polarisation: polarisation === 0 ? 'H' : 'V', serviceId, text };
+// text: as edits name a service, with a V in front of the number of a polarisation that has no letter.
+function identity([netIndex, networkId, tsId, frequency, code, serviceId]) {
+  const polarisation = polarisationText(code);
+  const text = `${netIndex}:${networkId}:${tsId}:${frequency}${code > 1 ? 'V' : ''}${polarisation}:${serviceId}`;
+  return { netIndex, networkId, tsId, frequency, polarisation, serviceId, text };
 }
 
 const nameIn = (names, place) => (place < 0 ? '' : names[place]);
@@ -105,7 +106,7 @@ function modelOf(data) {
     network: networks[network],
     tsId,
     frequency,
-    polarisation: polarisation === 0 ? 'H' : 'V',
+    polarisation: polarisationText(polarisation),
     services: [],
   }));
   const services = data.services.map((record, index) => new Service(record, index, transponders[record[2]], data));

@@ -11,11 +11,17 @@ const breakWidth = 28;
 const namedInTip = 12;
 const reach = 14;  // pixels from a mark at which the pointer still means it
 
+// H, V, and those that have numbers.
+function lanesOf(members) {
+  const rank = (lane) => ({ H: -2, V: -1 })[lane] ?? Number(lane);
+  return [...new Set(members.map((each) => each.polarisation))].sort((a, b) => rank(a) - rank(b));
+}
+
 const plans = [...groupBy(transponders, (each) => each.network.netIndex)].map(([netIndex, members]) => ({
   netIndex,
   title: [...new Set(members.map((each) => each.network.name).filter(Boolean))],
   members: members.toSorted((a, b) => a.polarisation.localeCompare(b.polarisation) || a.frequency - b.frequency),
-  lanes: ['H', 'V'].filter((lane) => members.some((each) => each.polarisation === lane)),
+  lanes: lanesOf(members),
 }));
 
 const tip = {
@@ -172,7 +178,7 @@ class Plan {
   mark(of, index) {
     const count = of.services.length;
     const height = count === 0 ? 3 : 4 + (laneHeight - 10) * (count / mostServices);
-    const word = of.polarisation === 'H' ? 'horizontal' : 'vertical';
+    const word = { H: 'horizontal', V: 'vertical' }[of.polarisation] ?? `polarisation ${of.polarisation}`;
     return draw('rect', {
       class: `mark lane-${of.polarisation}${count === 0 ? ' empty' : ''}`,
       x: this.scale.x(of.frequency) - this.thickness / 2,
