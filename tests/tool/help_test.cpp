@@ -221,13 +221,25 @@ class Help : public tool_test::chlist_test {
 };
 
 TEST_F(Help, OfTheProgramIsTheSameHoweverItIsAskedFor) {
-  const std::string help = shown({});
+  const std::string help = shown({"help"});
 
   EXPECT_TRUE(help.starts_with("Usage: chlist [OPTIONS] COMMAND ...\n")) << help;
   EXPECT_NE(help.find("\n  list    List the services of a channel file\n"), std::string::npos) << help;
-  EXPECT_EQ(shown({"help"}), help);
   EXPECT_EQ(shown({"--help"}), help);
   EXPECT_EQ(shown({"-h"}), help);
+}
+
+TEST_F(Help, OfTheProgramAloneIsShortAndNamesEveryCommand) {
+  const std::string help = shown({});
+
+  EXPECT_LE(tool_test::lines_of(help).size(), 24U) << help;
+  EXPECT_TRUE(help.starts_with("Usage: chlist [OPTIONS] COMMAND ...\n")) << help;
+  EXPECT_NE(help.find("\nTo look at a list:\n  info, list, show, diff, report\n"), std::string::npos) << help;
+  EXPECT_NE(help.find("`chlist help COMMAND`"), std::string::npos) << help;
+  int log_level = 0;
+  for (const command &each : chlist::whole_program(log_level).commands) {
+    EXPECT_NE(help.find(' ' + each.name), std::string::npos) << each.name;
+  }
 }
 
 TEST_F(Help, OfACommandIsTheSameHoweverItIsAskedFor) {

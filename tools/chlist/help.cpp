@@ -119,4 +119,16 @@ std::string help_text(const called_command &shown, std::size_t width) {
   return text + section("Exit codes", row.exit_codes, width) + examples_of(row, width);
 }
 
+std::string short_help(const command &program, std::size_t width) {
+  std::string text = usage_and_summary({program.name, &program}, width) + '\n';
+  for (const term_section &each : commands_by_topic(program)) {
+    const std::string names = joined(words_of(each.terms), ", ");
+    text += paragraph(each.title + ':', width) + beside("", names, indentation, width) + '\n';
+  }
+  return text + '\n' +
+         paragraph(fmt::format("`{0} help` tells what each of them does, and `{0} help COMMAND` what it takes.",
+                               program.name),
+                   width);
+}
+
 }  // namespace chlist
