@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "channel/identity.h"
-#include "chlist/command.h"
 #include "chlist/line_up/line_up.h"
+#include "chlist/text/term.h"
 
 namespace chlist {
 
