@@ -18,7 +18,6 @@
 #include "chlist/fields/described.h"
 #include "chlist/fields/record_fields.h"
 #include "chlist/fields/service_fields.h"
-#include "chlist/fields/settings.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"
