@@ -141,4 +141,10 @@ void replacement::put_back() {
   }
 }
 
+void write_text_file(const fs::path &target, std::string_view text) {
+  replacement file(target);
+  file.write(text);
+  file.take_place();
+}
+
 }  // namespace chlist

@@ -18,7 +18,7 @@
 #include "chlist/exchange/text_lines.h"
 #include "chlist/files/fingerprint.h"
 #include "chlist/files/input_file.h"
-#include "chlist/files/text_file.h"
+#include "chlist/files/replacement.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/text/plain_text.h"
 
