@@ -76,7 +76,7 @@ replacement::~replacement() {
   }
 }
 
-// In as many writes as the system needs for it.
+// The system may take less than it is given, and be interrupted.
 void replacement::write(std::string_view text) {
   while (!text.empty()) {
     const ssize_t written = ::write(file_.get(), text.data(), text.size());
