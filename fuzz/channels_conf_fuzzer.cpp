@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "chlist/exchange/list_builder.h"
+#include "chlist/exchange/vdr/vdr.h"
 #include "chlist/exchange/vdr/vdr_channels_conf.h"
-#include "chlist/exchange/vdr/vdr_line_up.h"
 #include "harness.h"
 #include "list_checks.h"
 

@@ -10,7 +10,7 @@
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/round_trip.h"
-#include "chlist/exchange/vdr/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr.h"
 #include "chlist/files/companion.h"
 #include "chlist/files/faithful_load.h"
 #include "chlist/files/file_records.h"

@@ -12,7 +12,7 @@
 #include "chlist/edit/edit_line.h"
 #include "chlist/exchange/beside.h"
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/vdr/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr.h"
 #include "chlist/files/kept_in_step.h"
 #include "chlist/line_up/list_line_up.h"
 #include "harness.h"

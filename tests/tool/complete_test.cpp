@@ -1,6 +1,7 @@
 // What shells offer for a word: from the commands' rows, and from the file on the line.
 #include "chlist/complete.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -71,6 +72,35 @@ TEST_F(Complete, ColumnsFiltersAndFields) {
   EXPECT_EQ(offered({"list", "--filter", "loc"}), words{"locked="});
   EXPECT_EQ(offered({"set", "list.dat", "Films", "video_p"}), words{"video_pid="});
   EXPECT_EQ(offered({"set", "list.dat", "Films", "video_pid=7", "pcr"}), words{"pcr_pid="});
+}
+
+TEST_F(Complete, ValuesOfFieldsByTheirWords) {
+  EXPECT_EQ(offered({"list", "--filter", "locked="}), (words{"locked=yes", "locked=no"}));
+  EXPECT_EQ(
+      offered({"list", "--filter", "type=H"}),
+      (words{"type=HD TV", "type=HD NVOD time-shifted", "type=HD NVOD reference", "type=HEVC TV", "type=HEVC UHD TV"}));
+  EXPECT_EQ(offered({"set", "list.dat", "Films", "polarisation="}), (words{"polarisation=H", "polarisation=V"}));
+  EXPECT_EQ(offered({"set", "list.dat", "Films", "video_pid="}), words{"video_pid=none"});
+  EXPECT_EQ(offered({"set", "list.dat", "Films", "name="}), words{});
+  EXPECT_EQ(offered({"set", "list.dat", "Films", "nothing="}), words{});
+}
+
+TEST_F(Complete, ConditionsOfWhichTheLastIsBeingTyped) {
+  EXPECT_EQ(offered({"list", "--where", "loc"}), words{"locked="});
+  EXPECT_EQ(offered({"keep", "list.dat", "--where", "locked="}), (words{"locked=yes", "locked=no"}));
+  EXPECT_EQ(offered({"list", "--where", "locked!=y"}), words{"locked!=yes"});
+  EXPECT_EQ(offered({"list", "--where", "type=TV loc"}), words{"type=TV locked="});
+  EXPECT_EQ(offered({"list", "--where", "not (type=TV or locked=n"}), words{"not (type=TV or locked=no"});
+}
+
+TEST_F(Complete, ValuesWithBlanksStandInQuotesInAConditionOnly) {
+  EXPECT_EQ(offered({"list", "--where", "type=\"HD T"}), words{"type=\"HD TV\""});
+  EXPECT_EQ(offered({"list", "--where", "type='HD T"}), words{"type='HD TV'"});
+  EXPECT_EQ(offered({"list", "--where", "type='ra"}), words{"type='radio'"});
+  EXPECT_EQ(offered({"list", "--where", "type=\"HD TV\" loc"}), words{"type=\"HD TV\" locked="});
+  const words types = offered({"list", "--where", "type="});
+  EXPECT_NE(std::ranges::find(types, "type=TV"), types.end());
+  EXPECT_NE(std::ranges::find(types, "type=\"HD TV\""), types.end());
 }
 
 TEST_F(Complete, ViewsGroupsAndServicesOfTheFileOnTheLine) {

@@ -69,7 +69,26 @@ TEST_F(OnATerminal, ATableIsWideWhereTheWidthIsNotKnown) {
   EXPECT_EQ(unknown.text, run({"list", "list.dat"}).out);
 }
 
-TEST_F(OnATerminal, HelpFits) { expect_fits(on_terminal("PAGER=cat", "help info", 0, 50).text, 50); }
+TEST_F(OnATerminal, TheUsualColumnsOfAListFit) {
+  for (const std::uint16_t columns : std::vector<std::uint16_t>{70, 60, 40}) {
+    expect_fits(on_terminal("PAGER=cat", "list list.dat", 0, columns).text, columns);
+  }
+}
+
+TEST_F(OnATerminal, WhatAListHoldsFits) {
+  const std::string long_name(40, 'n');
+  tool_test::channel_file file;
+  file.group(GROUP_FAV, 0, long_name).group(GROUP_PROVIDER, 0, long_name).group(GROUP_PROVIDER, 1, long_name);
+  tool_test::write_file(path("groups.dat"), file.data);
+
+  expect_fits(on_terminal("PAGER=cat", "info groups.dat", 0, 70).text, 70);
+}
+
+TEST_F(OnATerminal, HelpFits) {
+  expect_fits(on_terminal("PAGER=cat", "help info", 0, 50).text, 50);
+  expect_fits(on_terminal("PAGER=cat", "help list", 0, 60).text, 60);
+  expect_fits(on_terminal("PAGER=cat", "", 0, 50).text, 50);
+}
 
 constexpr const char *marking = "PAGER='sed s/^/paged:/'";
 

@@ -37,9 +37,27 @@ TEST(TextTable, ShortensOthersBeforeNames) {
 }
 
 TEST(TextTable, NeverShortensNumbers) {
-  EXPECT_EQ(table_of_services().text(1), "    number  name      pro…\n"
-                                         "1234567890  Kanal M…  Nor…\n"
-                                         "         2  Ö\n");
+  EXPECT_EQ(table_of_services().text(20), "    number  name  p…\n"
+                                          "1234567890  Kan…  N…\n"
+                                          "         2  Ö\n");
+}
+
+TEST(TextTable, LeavesOutColumnsAtTheRightThatHaveNoRoomAndTellsWhich) {
+  EXPECT_EQ(table_of_services().text(19), "    number  name\n"
+                                          "1234567890  Kanal …\n"
+                                          "         2  Ö\n"
+                                          "1 column left out:\n"
+                                          "provider\n");
+  EXPECT_EQ(table_of_services().text(15), "    number\n"
+                                          "1234567890\n"
+                                          "         2\n"
+                                          "2 columns left\n"
+                                          "out: name,\n"
+                                          "provider\n");
+}
+
+TEST(TextTable, KeepsItsFirstColumnHoweverNarrowTheScreen) {
+  EXPECT_TRUE(table_of_services().text(1).starts_with("    number\n1234567890\n         2\n"));
 }
 
 TEST(TextTable, OfWideCharactersFits) {

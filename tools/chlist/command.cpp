@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 #include <sstream>
 
 #include "chlist/text/shown.h"
@@ -43,12 +42,6 @@ std::string option::value_name() const {
 
 std::string option::explanation() const {
   return choices.empty() ? about : fmt::format("{}: {}", about, joined(choices, ", "));
-}
-
-std::vector<std::string> words_of(const std::vector<term> &terms) {
-  std::vector<std::string> words;
-  std::ranges::transform(terms, std::back_inserter(words), &term::word);
-  return words;
 }
 
 std::vector<option> command::all_options() const {

@@ -11,6 +11,8 @@
 #include <variant>
 #include <vector>
 
+#include "chlist/text/term.h"
+
 namespace chlist {
 
 // Thrown by a command that runs with options that do not go together: nothing was done, and its help is worth a look.
@@ -52,20 +54,6 @@ struct option {
 struct option_group {
   std::string name;
   std::vector<option> options;
-};
-
-// A word of the command line and what it means: a view, a format, an exit code.
-struct term {
-  std::string word;
-  std::string meaning;
-};
-
-// The words alone.
-std::vector<std::string> words_of(const std::vector<term> &terms);
-
-struct term_section {
-  std::string title;  // "Views"
-  std::vector<term> terms;
 };
 
 // Either runs, which gives the exit code, or has commands below it, of which one is to be given. Texts are in one line,

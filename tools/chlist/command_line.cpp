@@ -243,6 +243,10 @@ int run_command_line(const command &program, int argc, const char *const *argv) 
     return report_failure(called, as_json, "usage", explained(parser, called, error));
   }
   const called_command called = command_called(parser, program);
+  if (called.row == &program) {
+    print_report([&] { fmt::print("{}", short_help(program, width_of_prose())); });
+    return exit_done;
+  }
   if (!called.row->run) {
     print_help(called);
     return exit_done;

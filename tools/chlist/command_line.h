@@ -10,8 +10,8 @@
 namespace chlist {
 
 // Parses, and runs the command that is named. Gives its exit code. What is wrong, with the line or with what it asks
-// for, is explained on standard error, or, when JSON is asked for, by a document on standard output. A program or a
-// command that is called without one of those below it shows its help.
+// for, is explained on standard error, or, when JSON is asked for, by a document on standard output. A command that
+// is called without one of those below it shows its help, and the program alone a short one.
 int run_command_line(const command &program, int argc, const char *const *argv);
 
 // The help of the command that is named by words: {"fav", "new"}. Throws when there is none, and says

@@ -66,8 +66,7 @@ command help_command() {
   return {
       .name = "help",
       .summary = "Show the help of a command",
-      .details =
-          {"The same as COMMAND --help; without COMMAND, the commands that there are, as `chlist` alone shows them."},
+      .details = {"The same as COMMAND --help; without COMMAND, the commands that there are, each with what it does."},
       .exit_codes = {{"0", "shown"}, {"2", "there is no such command, or its help could not be written"}},
       .examples = {"chlist help", "chlist help list", "chlist help fav new"},
       .options = {{.names = "COMMAND", .target = words.get(), .about = "the command, of two words below fav"}},

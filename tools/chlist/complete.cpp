@@ -4,11 +4,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <iterator>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "chlist/exit_codes.h"
 #include "chlist/fields/service_fields.h"
@@ -129,27 +131,87 @@ std::vector<term> columns_on(const typed_line & /*line*/) {
   return columns;
 }
 
-// Of "number,name" the last one is being typed.
+std::vector<term> behind(std::string_view before, std::vector<term> words) {
+  for (term &each : words) {
+    each.word.insert(0, before);
+  }
+  return words;
+}
+
+// In "number,name" the last name is the one that is being typed.
 std::vector<term> lists_of_columns_on(const typed_line &line) {
-  const std::size_t comma = line.word.rfind(',');
-  const std::string chosen = comma == std::string::npos ? "" : line.word.substr(0, comma + 1);
-  std::vector<term> lists = columns_on(line);
-  for (term &each : lists) {
-    each.word.insert(0, chosen);
-  }
-  return lists;
+  return behind(line.word.substr(0, line.word.rfind(',') + 1), columns_on(line));
 }
 
-std::vector<term> with_equals_sign(std::vector<term> names) {
-  for (term &each : names) {
-    each.word += '=';
+// The words of a field's values, each number by the one that is shown; and "none" where there may be none.
+std::vector<term> values_of_field(const field &which) {
+  std::vector<term> values;
+  std::set<std::int64_t> seen;
+  for (const word &each : which.values.words) {
+    if (seen.insert(each.value).second) {
+      values.push_back({std::string(each.text), std::string(which.about)});
+    }
   }
-  return names;
+  if (which.values.unset) {
+    values.push_back({"none", std::string(which.about)});
+  }
+  return values;
 }
 
-std::vector<term> filters_on(const typed_line &line) { return with_equals_sign(columns_on(line)); }
+// "loc" is a field that is being typed, "locked=" one whose value is.
+std::vector<term> fields_or_values(std::string_view typed, std::vector<term> fields) {
+  const std::size_t sign = typed.find('=');
+  if (sign == std::string_view::npos) {
+    for (term &each : fields) {
+      each.word += '=';
+    }
+    return fields;
+  }
+  const std::string_view before = typed.substr(0, sign);
+  const field *which = find_field(before.substr(0, before.find_last_not_of('!') + 1));
+  return which != nullptr ? behind(typed.substr(0, sign + 1), values_of_field(*which)) : std::vector<term>();
+}
+
+std::vector<term> filters_on(const typed_line &line) { return fields_or_values(line.word, columns_on(line)); }
 std::vector<term> assignments_on(const typed_line &line) {
-  return with_equals_sign(section_of(*line.row, "Fields and their values"));
+  return fields_or_values(line.word, section_of(*line.row, "Fields and their values"));
+}
+
+// Where the last of several conditions begins: behind a blank or a bracket that stands in no quotes.
+std::size_t begin_of_last_condition(std::string_view typed) {
+  std::size_t begin = 0;
+  char quote = 0;
+  for (std::size_t i = 0; i < typed.size(); ++i) {
+    if (quote != 0) {
+      quote = typed[i] == quote ? '\0' : quote;
+    } else if (typed[i] == '"' || typed[i] == '\'') {
+      quote = typed[i];
+    } else if (typed[i] == ' ' || typed[i] == '(') {
+      begin = i + 1;
+    }
+  }
+  return begin;
+}
+
+// A value with blanks stands in quotes, and any value in those that are typed already.
+void put_into_quotes(term &condition, std::string_view typed) {
+  const std::size_t value = condition.word.find('=') + 1;
+  const bool is_quoted = typed.size() > value && (typed[value] == '"' || typed[value] == '\'');
+  if (is_quoted || condition.word.find(' ') != std::string::npos) {
+    const char quote = is_quoted ? typed[value] : '"';
+    condition.word.insert(value, 1, quote).push_back(quote);
+  }
+}
+
+std::vector<term> conditions_on(const typed_line &line) {
+  const std::string_view all = line.word;
+  const std::size_t begin = begin_of_last_condition(all);
+  const std::string_view typed = all.substr(begin);
+  std::vector<term> conditions = fields_or_values(typed, columns_on(line));
+  if (typed.find('=') != std::string_view::npos) {
+    std::ranges::for_each(conditions, [typed](term &each) { put_into_quotes(each, typed); });
+  }
+  return behind(all.substr(0, begin), std::move(conditions));
 }
 
 // What is offered for a value, by the name that the help has for it.
@@ -161,7 +223,8 @@ struct value_words {
 constexpr value_words words_of_values[] = {
     {"COMMAND", commands_on},       {"VIEW", views_on},          {"SORT", sorts_on},
     {"FORMAT", formats_on},         {"SERVICE", services_on},    {"GROUP", groups_on},
-    {"NAMES", lists_of_columns_on}, {"COLUMN=TEXT", filters_on}, {"FIELD=VALUE", assignments_on}};
+    {"NAMES", lists_of_columns_on}, {"COLUMN=TEXT", filters_on}, {"FIELD=VALUE", assignments_on},
+    {"CONDITION", conditions_on}};
 
 std::vector<term> values_of(const typed_line &line, const option &taken) {
   const auto *const words = std::ranges::find(words_of_values, taken.value_name(), &value_words::value);

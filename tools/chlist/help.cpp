@@ -4,35 +4,18 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
+#include <vector>
 
 #include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
+#include "chlist/text/wrapping.h"
 
 namespace chlist {
 namespace {
 
 constexpr std::size_t widest_word = 22;  // whose meaning stands on the same line
 constexpr std::size_t indentation = 2;
-
-// A text in lines; all but the first one are indented.
-std::string wrapped(const std::string &text, std::size_t indent, std::size_t width) {
-  std::string lines;
-  std::size_t column = indent;
-  std::istringstream words(text);
-  for (std::string word; words >> word;) {
-    const std::size_t needed = width_of(word) + 1;
-    if (column > indent && column + needed > width + 1) {
-      lines.back() = '\n';
-      lines += std::string(indent, ' ');
-      column = indent;
-    }
-    lines += word + ' ';
-    column += needed;
-  }
-  return lines.substr(0, lines.size() - std::min<std::size_t>(lines.size(), 1));
-}
 
 std::string paragraph(const std::string &text, std::size_t width) { return wrapped(text, 0, width) + '\n'; }
 
@@ -48,10 +31,7 @@ std::string table_of(const terms &rows, std::size_t width) {
   const std::size_t meanings = indentation + widest + 2;
   std::string text;
   for (const term &row : rows) {
-    const std::size_t used = indentation + width_of(row.word);
-    text += std::string(indentation, ' ') + row.word;
-    text += used + 2 > meanings ? '\n' + std::string(meanings, ' ') : std::string(meanings - used, ' ');
-    text += wrapped(row.meaning, meanings, width) + '\n';
+    text += beside(std::string(indentation, ' ') + row.word, row.meaning, meanings, width) + '\n';
   }
   return text;
 }
@@ -76,22 +56,38 @@ terms terms_of(const command &row, bool of_arguments) {
   return rows;
 }
 
-// In the order of the table, a section for each topic.
+// In the order of the table.
+std::vector<term_section> commands_by_topic(const command &row) {
+  std::vector<term_section> topics;
+  for (const command &each : row.commands) {
+    if (topics.empty() || topics.back().title != each.topic) {
+      topics.push_back({each.topic, {}});
+    }
+    topics.back().terms.push_back({each.name, each.summary});
+  }
+  return topics;
+}
+
 std::string commands_below(const command &row, std::size_t width) {
   std::string text;
-  for (auto first = row.commands.begin(); first != row.commands.end();) {
-    const std::string topic = first->topic;
-    terms listed;
-    for (; first != row.commands.end() && first->topic == topic; ++first) {
-      listed.push_back({first->name, first->summary});
-    }
-    text += section(topic.empty() ? "Commands" : topic, listed, width);
+  for (const term_section &each : commands_by_topic(row)) {
+    text += section(each.title.empty() ? "Commands" : each.title, each.terms, width);
   }
   return text;
 }
 
-std::string examples_of(const command &row) {
-  return row.examples.empty() ? "" : fmt::format("\nExamples:\n  {}\n", joined(row.examples, "\n  "));
+std::string examples_of(const command &row, std::size_t width) {
+  std::string text = row.examples.empty() ? "" : "\nExamples:\n";
+  for (const std::string &each : row.examples) {
+    text += wrapped_command(each, indentation, width) + '\n';
+  }
+  return text;
+}
+
+// What every help begins with.
+std::string usage_and_summary(const called_command &shown, std::size_t width) {
+  const std::string usage = fmt::format("Usage: {} {}", shown.line, usage_of(*shown.row));
+  return wrapped(usage, indentation, width) + "\n\n" + paragraph(shown.row->summary + '.', width);
 }
 
 }  // namespace
@@ -111,8 +107,7 @@ std::string usage_of(const command &row) {
 
 std::string help_text(const called_command &shown, std::size_t width) {
   const command &row = *shown.row;
-  const std::string usage = fmt::format("Usage: {} {}", shown.line, usage_of(row));
-  std::string text = wrapped(usage, indentation, width) + "\n\n" + paragraph(row.summary + '.', width);
+  std::string text = usage_and_summary(shown, width);
   for (const std::string &each : row.details) {
     text += '\n' + paragraph(each, width);
   }
@@ -121,7 +116,19 @@ std::string help_text(const called_command &shown, std::size_t width) {
   for (const term_section &each : row.sections) {
     text += section(each.title, each.terms, width);
   }
-  return text + section("Exit codes", row.exit_codes, width) + examples_of(row);
+  return text + section("Exit codes", row.exit_codes, width) + examples_of(row, width);
+}
+
+std::string short_help(const command &program, std::size_t width) {
+  std::string text = usage_and_summary({program.name, &program}, width) + '\n';
+  for (const term_section &each : commands_by_topic(program)) {
+    const std::string names = joined(words_of(each.terms), ", ");
+    text += paragraph(each.title + ':', width) + beside("", names, indentation, width) + '\n';
+  }
+  return text + '\n' +
+         paragraph(fmt::format("`{0} help` tells what each of them does, and `{0} help COMMAND` what it takes.",
+                               program.name),
+                   width);
 }
 
 }  // namespace chlist

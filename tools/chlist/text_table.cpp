@@ -1,11 +1,17 @@
 // Widths and alignment of tables.
 #include "chlist/text_table.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <numeric>
 
 #include "chlist/terminal.h"
+#include "chlist/text/shown.h"
 #include "chlist/text/utf8.h"
+#include "chlist/text/wrapping.h"
 
 namespace chlist {
 namespace {
@@ -19,7 +25,12 @@ struct least_widths {
 };
 
 constexpr std::size_t no_less = static_cast<std::size_t>(-1);
-constexpr least_widths steps[] = {{no_less, 8}, {16, 8}, {8, 4}};
+constexpr least_widths steps[] = {{no_less, 8}, {16, 8}, {8, 4}, {4, 2}};
+
+std::size_t total_of(const std::vector<std::size_t> &widths) {
+  const std::size_t gaps = widths.empty() ? 0 : gap.size() * (widths.size() - 1);
+  return std::accumulate(widths.begin(), widths.end(), gaps);
+}
 
 void append_cell(std::string &line, std::string_view cell, std::size_t columns, bool is_number) {
   const std::string shown = shortened(cell, columns);
@@ -41,11 +52,21 @@ std::vector<std::size_t> text_table::widths() const {
   return widths;
 }
 
+std::vector<std::size_t> text_table::fitting_widths(std::size_t most_columns) const {
+  std::vector<std::size_t> whole = widths();
+  std::vector<std::size_t> fitting = whole;
+  for (shorten(fitting, most_columns); total_of(fitting) > most_columns && fitting.size() > 1;
+       shorten(fitting, most_columns)) {
+    whole.pop_back();
+    fitting = whole;
+  }
+  return fitting;
+}
+
 // The widest gives way first.
-void text_table::fit(std::vector<std::size_t> &widths, std::size_t most_columns) const {
-  const std::size_t gaps = gap.size() * (widths.size() - std::min<std::size_t>(widths.size(), 1));
+void text_table::shorten(std::vector<std::size_t> &widths, std::size_t most_columns) const {
   for (const least_widths &least : steps) {
-    while (std::accumulate(widths.begin(), widths.end(), gaps) > most_columns) {
+    while (total_of(widths) > most_columns) {
       std::size_t *widest = nullptr;
       for (std::size_t c = 0; c < widths.size(); ++c) {
         const bool gives =
@@ -60,16 +81,22 @@ void text_table::fit(std::vector<std::size_t> &widths, std::size_t most_columns)
   }
 }
 
+std::string text_table::left_out(std::size_t first, std::size_t most_columns) const {
+  std::vector<std::string> titles;
+  std::transform(columns_.begin() + static_cast<std::ptrdiff_t>(first), columns_.end(), std::back_inserter(titles),
+                 [](const column &each) { return each.title; });
+  return wrapped(fmt::format("{} left out: {}", counted(titles.size(), "column"), joined(titles, ", ")), 0,
+                 most_columns) +
+         '\n';
+}
+
 std::string text_table::text() const { return text(columns_of_screen()); }
 
 std::string text_table::text(std::optional<std::size_t> most_columns) const {
-  std::vector<std::size_t> places = widths();
-  if (most_columns) {
-    fit(places, *most_columns);
-  }
+  const std::vector<std::size_t> places = most_columns ? fitting_widths(*most_columns) : widths();
   const auto line_of = [&](const auto &cell_at) {
     std::string line;
-    for (std::size_t c = 0; c < columns_.size(); ++c) {
+    for (std::size_t c = 0; c < places.size(); ++c) {
       line += c == 0 ? "" : gap;
       append_cell(line, cell_at(c), places[c], columns_[c].is_number);
     }
@@ -80,7 +107,7 @@ std::string text_table::text(std::optional<std::size_t> most_columns) const {
   for (const auto &row : rows_) {
     text += line_of([&](std::size_t c) -> const std::string & { return row[c]; }) + '\n';
   }
-  return text;
+  return places.size() < columns_.size() ? text + left_out(places.size(), *most_columns) : text;
 }
 
 }  // namespace chlist

@@ -1,5 +1,6 @@
 // A table for people: columns as wide as their widest cell, numbers to the right. Characters of East Asian scripts take
-// two places. On a terminal that is too narrow texts are shortened, numbers never.
+// two places. On a terminal that is too narrow texts are shortened, numbers never; where that does not do, columns at
+// the right are left out, and a last line tells which.
 #pragma once
 
 #include <cstddef>
@@ -26,12 +27,15 @@ class text_table {
 
   // Each row is a line; the titles, painted on a terminal, are the first. No line ends in blanks.
   [[nodiscard]] std::string text() const;
-  // As wide as it has to be, or, as far as that can be done by shortening texts, not wider than this.
+  // As wide as it has to be, or not wider than this. The first column is there however wide it is.
   [[nodiscard]] std::string text(std::optional<std::size_t> most_columns) const;
 
  private:
   [[nodiscard]] std::vector<std::size_t> widths() const;
-  void fit(std::vector<std::size_t> &widths, std::size_t most_columns) const;
+  // Of as many columns as there is room for.
+  [[nodiscard]] std::vector<std::size_t> fitting_widths(std::size_t most_columns) const;
+  void shorten(std::vector<std::size_t> &widths, std::size_t most_columns) const;
+  [[nodiscard]] std::string left_out(std::size_t first, std::size_t most_columns) const;
 
   std::vector<column> columns_;
   std::vector<std::vector<std::string>> rows_;

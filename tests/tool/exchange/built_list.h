@@ -8,7 +8,7 @@
 #include <string>
 
 #include "chlist/exchange/list_builder.h"
-#include "chlist/exchange/vdr/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr.h"
 #include "support/log_capture.h"
 #include "support/store_builder.h"
 

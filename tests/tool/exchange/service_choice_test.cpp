@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "chlist/command.h"
 #include "tool/exchange/import_host.h"
 #include "tool/exchange/line_ups.h"
 #include "tool/exchange/vdr/service_line.h"

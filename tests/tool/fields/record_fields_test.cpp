@@ -10,7 +10,6 @@
 
 #include "chlist/fields/described.h"
 #include "chlist/fields/service_fields.h"
-#include "chlist/fields/settings.h"
 
 namespace {
 

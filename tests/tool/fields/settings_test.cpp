@@ -1,5 +1,5 @@
 // The settings of a list: their names, and what is told of values that stand for something.
-#include "chlist/fields/settings.h"
+#include "chlist/fields/record_fields.h"
 
 #include <channel/records.h>
 #include <gtest/gtest.h>

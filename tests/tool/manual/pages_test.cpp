@@ -107,6 +107,17 @@ TEST_F(Pages, BashGetsTheRestOfAWordBehindItsColon) {
   EXPECT_EQ(offered("chlist fav list list.dat \"L"), "Late Films\n");
 }
 
+// What it is given takes the place of all that stands behind the quotation mark.
+TEST_F(Pages, BashGetsTheWholeWordOfAnOpenQuotation) {
+  test_support::channel_file file;
+  test_support::write_file(dir.path() + "list.dat", file.group(GROUP_FAV, 0, "Late Films").data);
+
+  EXPECT_EQ(offered("chlist fav list list.dat \"Late F"), "Late Films\n");
+  EXPECT_EQ(offered("chlist list --where \"type=TV loc"), "type=TV locked=\n");
+  EXPECT_EQ(offered("chlist list --where \"locked=n"), "locked=no\n");
+  EXPECT_EQ(offered("chlist fav list \"list.dat\" L"), "Late\\ Films\n");
+}
+
 TEST_F(Pages, BashLeavesFilesToItself) { EXPECT_EQ(offered("chlist list fi"), "\n"); }
 
 TEST_F(Pages, ZshOffersWhatTheProgramKnows) {

@@ -14,7 +14,6 @@
 #include "chlist/fields/described.h"
 #include "chlist/fields/record_fields.h"
 #include "chlist/fields/service_fields.h"
-#include "chlist/fields/settings.h"
 #include "chlist/line_up/selection.h"
 #include "chlist/text/shown.h"
 

@@ -48,7 +48,7 @@ struct difference_line {
 };
 std::vector<difference_line> lines_of_differences(const std::vector<change> &changes);
 
-// In one, with the colours of a terminal.
+// All changes as one text, with the colours of a terminal.
 std::string text_of_differences(const std::vector<change> &changes);
 
 }  // namespace chlist

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/command.h"
 #include "chlist/line_up/line_up.h"
+#include "chlist/text/term.h"
 
 namespace chlist {
 

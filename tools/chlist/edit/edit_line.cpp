@@ -31,7 +31,7 @@ class word_reader {
  public:
   explicit word_reader(std::string_view line) : rest_(line) {}
 
-  // None at the end, and in front of a comment.
+  // The next word; none at the end of the line and in front of a comment.
   std::optional<std::string> next() {
     rest_.remove_prefix(std::min(rest_.find_first_not_of(blanks_of_words), rest_.size()));
     if (rest_.empty() || rest_.front() == '#') {

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/command.h"
 #include "chlist/edit/edited_list.h"
 #include "chlist/fields/where.h"
+#include "chlist/text/term.h"
 
 namespace chlist {
 

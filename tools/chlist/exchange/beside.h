@@ -31,11 +31,12 @@ struct read_list {
   const read_files &files;  // beside the text of the source
 };
 
-// chosen: what of it an import took; filled: what became of that; list: the channel list that it is in.
+// The companion of an imported list: `chosen` are the services that the import took, `filled` tells what became of
+// them, and `list` is the channel list that they are in.
 companion companion_of_import(const read_list &read, const std::vector<line_up_service> &chosen,
                               const filled_list &filled, const line_up &list);
 
-// The same of services that were made for the list.
+// The companion of services that were made for the list and read from nowhere.
 companion companion_of_services(const std::vector<line_up_service> &made, const std::vector<const channel_st *> &filed,
                                 const line_up &list);
 

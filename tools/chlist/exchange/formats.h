@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/command.h"
 #include "chlist/exchange/list_source.h"
 #include "chlist/exchange/loss_counts.h"
 #include "chlist/files/channel_file.h"
+#include "chlist/text/term.h"
 
 namespace chlist {
 

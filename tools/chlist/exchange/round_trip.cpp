@@ -21,7 +21,7 @@
 #include "chlist/exchange/list_builder.h"
 #include "chlist/exchange/order_of_all.h"
 #include "chlist/exchange/source_bytes.h"
-#include "chlist/fields/settings.h"
+#include "chlist/fields/record_fields.h"
 #include "chlist/json/json.h"
 #include "chlist/line_up/list_contents.h"
 #include "chlist/line_up/list_line_up.h"

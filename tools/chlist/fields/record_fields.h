@@ -1,7 +1,9 @@
-// What can be told of the records around services: networks, transponders, and groups of any table.
+// What can be told of the records around services: networks, transponders, and groups of any table;
+// and of the settings of a channel list.
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -38,6 +40,7 @@ struct group_row {
 std::span<const record_field<network_row>> network_fields();
 std::span<const record_field<transponder_row>> transponder_fields();
 std::span<const record_field<group_row>> group_fields();
+std::span<const record_field<line_up_settings>> setting_fields();
 
 // Every record of a line-up in its order, with what is counted below it.
 std::vector<network_row> rows_of_networks(const line_up &list);

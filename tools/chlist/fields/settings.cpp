@@ -1,5 +1,5 @@
 // The table of settings, and the names of their codes.
-#include "chlist/fields/settings.h"
+#include "chlist/fields/record_fields.h"
 
 #include <fmt/format.h>
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "chlist/command.h"
 #include "chlist/fields/where.h"
+#include "chlist/text/term.h"
 
 namespace chlist {
 

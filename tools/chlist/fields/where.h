@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
-#include "chlist/command.h"
 #include "chlist/fields/service_fields.h"
+#include "chlist/text/term.h"
 
 namespace chlist {
 

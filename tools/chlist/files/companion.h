@@ -77,7 +77,7 @@ class bad_companion : public std::runtime_error {
 
 inline constexpr std::size_t largest_companion = std::size_t{64} << 20U;
 
-// What is appended to the path of the channel file.
+// A companion's path is that of the channel file with this behind it.
 inline constexpr const char *companion_ending = ".more.json";
 
 // Where it stands: of a link, beside the file that it leads to.

@@ -11,7 +11,7 @@
 
 namespace chlist {
 
-// By squaring.
+// Modulo 2^64; the base is squared for each bit of the exponent.
 constexpr std::uint64_t power(std::uint64_t base, std::size_t exponent) {
   std::uint64_t value = 1;
   for (; exponent > 0; exponent /= 2, base *= base) {

@@ -80,7 +80,7 @@ std::vector<std::string> first_lines(std::vector<std::string> lines) {
   return lines;
 }
 
-// Behind the first lines; 0 when all are kept.
+// How many lines the last one says are left out; 0 when all are kept.
 std::size_t lines_left_out(const std::vector<std::string> &lines) {
   if (lines.size() <= most_kept_lines || !lines.back().starts_with(before_more)) {
     return 0;

@@ -76,7 +76,7 @@ replacement::~replacement() {
   }
 }
 
-// In as many writes as the system needs for it.
+// The system may take less than it is given, and be interrupted.
 void replacement::write(std::string_view text) {
   while (!text.empty()) {
     const ssize_t written = ::write(file_.get(), text.data(), text.size());
@@ -139,6 +139,12 @@ void replacement::put_back() {
   } else if (is_renamed_ && !model_) {
     ::unlink(target_name.c_str());
   }
+}
+
+void write_text_file(const fs::path &target, std::string_view text) {
+  replacement file(target);
+  file.write(text);
+  file.take_place();
 }
 
 }  // namespace chlist

@@ -78,4 +78,7 @@ class replacement {
   bool was_there_ = false;  // another file, whose name is the temporary one now
 };
 
+// Puts a file with one text in the target's place. Throws as a replacement does; the target is then as it was.
+void write_text_file(const std::filesystem::path &target, std::string_view text);
+
 }  // namespace chlist

@@ -11,7 +11,6 @@
 
 #include "chlist/files/descriptor.h"
 #include "chlist/files/replacement.h"
-#include "chlist/files/text_file.h"
 
 namespace chlist {
 namespace {

@@ -91,7 +91,7 @@ class json {
   // In one line, or indented by so many blanks a level. Bytes that are not UTF-8 become U+FFFD.
   static constexpr int in_one_line = -1;
   [[nodiscard]] std::string dump(int indentation = in_one_line) const;
-  // In one line of ASCII.
+  // The value in one line; every character beyond ASCII is escaped.
   [[nodiscard]] std::string dump_ascii() const;
 
   friend bool operator==(const json &a, const json &b);
@@ -103,7 +103,7 @@ class json {
   using scalar = std::variant<bool, std::int64_t>;
   explicit json(scalar value);
 
-  // What is read and fits no std::int64_t is a double.
+  // A number that is read and fits no std::int64_t is a double.
   std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, array_type, object_type> value_;
 
   friend class json_printer;

@@ -217,7 +217,7 @@ struct service_row {
   const line_up_entry *entry = nullptr;
   std::size_t index = 0;  // of the entry in its view
 
-  // What either has.
+  // The identity of the service, or of the entry when there is no service.
   [[nodiscard]] channel::identity id() const { return service != nullptr ? service->id() : entry->id; }
 };
 

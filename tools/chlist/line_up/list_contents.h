@@ -65,7 +65,7 @@ struct hierarchy_counts {
 
 hierarchy_counts count_hierarchy(channel_list_st &list);
 
-// In list order.
+// Every service, in list order.
 std::vector<const channel_st *> services_of(channel_list_st &list);
 
 known_service known_as(const channel_st &service);

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "channel/identity.h"
-#include "chlist/command.h"
 #include "chlist/line_up/line_up.h"
+#include "chlist/text/term.h"
 
 namespace chlist {
 
@@ -57,14 +57,13 @@ std::vector<std::size_t> services_named(const line_up &list, std::string_view te
 std::size_t service_named(const line_up &list, std::string_view text, std::int8_t view = VIEW_ALL);
 
 // The code of a view by its name: "all", "tv", "radio", "user", "promo", "fav:NAME" or "fav:GROUP" (1 to 20);
-// and the names that documents have. Throws
-// when there is none, and names those that there are.
+// and the names that documents have. Throws std::runtime_error that names those that there are when it is none of them.
 std::int8_t view_named(const line_up &list, std::string_view text);
 
 // The index of a favourite group that there is, by its name or its position. Throws when there is none.
 std::size_t favourite_group_named(const line_up &list, std::string_view text);
 
-// What view_named() takes, for the help.
+// The words that view_named() takes, for the help.
 std::vector<term> terms_of_views();
 
 // The name of a view by its code; none of a code that no view has.

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,12 +19,13 @@
 #include "chlist/fields/record_fields.h"
 #include "chlist/fields/service_fields.h"
 #include "chlist/fields/service_types.h"
-#include "chlist/fields/settings.h"
 #include "chlist/files/file_line_up.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/report.h"
 #include "chlist/terminal.h"
 #include "chlist/text/shown.h"
+#include "chlist/text/utf8.h"
+#include "chlist/text/wrapping.h"
 #include "chlist/text_table.h"
 
 namespace chlist {
@@ -162,13 +164,26 @@ json json_of_contents(const info_options &options, const file_contents &contents
 
 void print_heading(std::string_view heading) { fmt::print("{}\n", painted(heading, style::bold)); }
 
-void print_row(std::string_view what, const std::string &value) { fmt::print("  {:<23} {}\n", what, value); }
+// Scripts find a row on one line, however long; on a screen it is broken to fit.
+void print_row(std::string_view what, const std::string &value) {
+  constexpr std::size_t column_of_values = 26;
+  if (const std::optional<std::size_t> columns = columns_of_screen()) {
+    fmt::print("{}\n", beside(shortened(fmt::format("  {}", what), *columns), value, column_of_values, *columns));
+  } else {
+    fmt::print("  {:<23} {}\n", what, value);
+  }
+}
+
+void print_sentence(const std::string &text) {
+  const std::optional<std::size_t> columns = columns_of_screen();
+  fmt::print("{}\n", columns ? wrapped(text, 0, *columns) : text);
+}
 
 void print_file(const info_options &options, const file_contents &contents) {
-  fmt::print("{}: version {}, {}, {}\n", harmless(options.file.string()), contents.version,
-             counted(contents.bytes, "byte"), counted(contents.list.services.size(), "service"));
+  print_sentence(fmt::format("{}: version {}, {}, {}", harmless(options.file.string()), contents.version,
+                             counted(contents.bytes, "byte"), counted(contents.list.services.size(), "service")));
   if (!contents.is_current()) {
-    fmt::print("An earlier version: chlist convert makes it current.\n");
+    print_sentence("An earlier version: chlist convert makes it current.");
   }
 }
 

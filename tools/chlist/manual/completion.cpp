@@ -13,11 +13,15 @@ _{0}() {{
   local line=${{COMP_LINE:0:COMP_POINT}} word
   local typed=${{line##*[[:space:]]}}
   local prefix=${{typed%"${{typed##*[:=]}}"}}
+  local closed='^([^"'\''\\]|\\.|"[^"]*"|'\''[^'\'']*'\'')*$'
   COMPREPLY=()
   while IFS=$'\t' read -r word _; do
     [[ $word == *= ]] && compopt -o nospace 2>/dev/null
-    [[ $typed == [\"\']* ]] || printf -v word %q "$word"
-    COMPREPLY+=("${{word#"$prefix"}}")
+    if [[ $line =~ $closed ]]; then
+      printf -v word %q "$word"
+      word=${{word#"$prefix"}}
+    fi
+    COMPREPLY+=("$word")
   done < <("$1" complete --line "$line" 2>/dev/null)
 }}
 complete -o default -F _{0} {0}

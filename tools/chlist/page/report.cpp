@@ -14,7 +14,7 @@
 #include "chlist/common_options.h"
 #include "chlist/exit_codes.h"
 #include "chlist/files/file_line_up.h"
-#include "chlist/files/text_file.h"
+#include "chlist/files/replacement.h"
 #include "chlist/page/page.h"
 #include "chlist/report.h"
 #include "chlist/text/shown.h"

@@ -37,7 +37,7 @@ bool has_clean_text(const group_st &group) {
 
 bool is_readable(const group_st &group) { return has_right_length(group) && has_clean_text(group); }
 
-// What nobody could make anything of.
+// Nobody could make anything of such a group.
 bool is_lost(const group_st &group) { return is_blank(group) || !has_clean_text(group); }
 
 class table_repair {

@@ -56,7 +56,7 @@ inline channel::identity network_at(byte_span file, std::size_t at) {
   return id;
 }
 
-// What nothing confirms but its own count.
+// Nothing but its own count confirms a transponder without services.
 inline bool is_empty_transponder(byte_span file, std::size_t at) {
   return CHLIST_FIELD(file, at, tp_ch_st, rch_num) == 0 && CHLIST_FIELD(file, at, tp_ch_st, frequency) != 0;
 }

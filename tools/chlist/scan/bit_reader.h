@@ -36,7 +36,7 @@ class bit_reader {
     return value;
   }
 
-  // At the beginning of a byte only.
+  // The reader must stand at the beginning of a byte.
   std::string_view take_text(std::size_t size) {
     const std::string_view text = rest().substr(0, size);
     at_ += size * 8;

@@ -33,7 +33,7 @@ class capture_reader {
 
   // Gives how many bytes are done with, as packet_walk does.
   std::size_t take(byte_view bytes, bool is_end);
-  // At the end.
+  // Hands over what was read when the capture has ended.
   read_capture finish();
 
  private:

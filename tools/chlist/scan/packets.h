@@ -19,7 +19,7 @@ inline constexpr std::size_t pid_count = 0x2000;
 
 class ts_packet {
  public:
-  // Of 188 bytes.
+  // The bytes are the 188 of one packet.
   explicit ts_packet(const std::uint8_t *bytes) : bytes_(bytes) {}
 
   [[nodiscard]] std::uint16_t pid() const { return static_cast<std::uint16_t>((bytes_[1] & 0x1FU) << 8U | bytes_[2]); }

@@ -48,7 +48,7 @@ std::vector<const network_or_bouquet *> networks_in_order(const broadcast_tables
   return order;
 }
 
-// In any network, when no network id is asked for.
+// The delivery of a transport stream; when no network id is asked for, that of the first network that has one.
 std::optional<delivery_facts> delivery_of(const broadcast_tables &tables, std::optional<std::uint16_t> network_id,
                                           std::uint16_t ts_id) {
   for (const network_or_bouquet *network : networks_in_order(tables)) {

@@ -32,12 +32,12 @@ class section {
   [[nodiscard]] byte_view bytes() const { return bytes_; }
   [[nodiscard]] std::uint8_t table_id() const { return bytes_[0]; }
   [[nodiscard]] bool is_long() const { return (bytes_[1] & 0x80U) != 0; }
-  // Of long sections only.
+  // Only long sections have these.
   [[nodiscard]] std::uint16_t extension() const { return word(3); }
   [[nodiscard]] unsigned version() const { return bytes_[5] >> 1U & 0x1FU; }
   [[nodiscard]] bool is_current() const { return (bytes_[5] & 1U) != 0; }
   [[nodiscard]] std::uint8_t number() const { return bytes_[6]; }
-  // Behind the header, without the CRC.
+  // The bytes between the header and the CRC.
   [[nodiscard]] byte_view content() const { return bytes_.subspan(8, bytes_.size() - 12); }
 
  private:

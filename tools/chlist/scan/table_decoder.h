@@ -27,7 +27,7 @@ class table_decoder {
   bool take(const section &sound);
 
   [[nodiscard]] const broadcast_tables &tables() const;
-  // At the end.
+  // Hands the tables over when all sections were taken.
   broadcast_tables take_tables();
   [[nodiscard]] std::vector<incomplete_table> incomplete() const;
 

@@ -22,7 +22,7 @@ bool has_readable_body(const http_request &head) {
          head.header("Content-Type").starts_with("application/json");
 }
 
-// None when it is missing or no number.
+// The length that the request tells; none when it tells none or no number.
 std::optional<std::size_t> length_of_body(const http_request &head) {
   const std::string_view text = head.header("Content-Length");
   std::size_t length = 0;

@@ -37,10 +37,10 @@ class site_door {
   // What the page is called by: "http://127.0.0.1:8080/TOKEN/".
   [[nodiscard]] std::string address() const;
 
-  // None for who may come in.
+  // The answer to a request that may not come in; none when it may.
   std::optional<http_answer> refusal(const http_request &head, request_rate::time_point now);
 
-  // What a request asks for, behind the token.
+  // The part of a request's target behind the token: what it asks for.
   [[nodiscard]] std::string_view asked(const http_request &head) const;
 
  private:

@@ -19,8 +19,8 @@
 #include "chlist/files/fingerprint.h"
 #include "chlist/files/input_file.h"
 #include "chlist/files/replacement.h"
-#include "chlist/files/text_file.h"
 #include "chlist/line_up/selection.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
 namespace {
@@ -165,9 +165,9 @@ edit_step edit_journal::step_in(std::string_view text) const {
 
 // Names are those of other machines and systems.
 fs::path edit_journal::new_file(std::string_view name) const {
-  std::string plain(name.substr(0, most_of_name));
+  std::string plain = in_one_line(name.substr(0, most_of_name), U'_');
   std::ranges::replace_if(
-      plain, [](char each) { return each == '/' || each == '\\' || (each >= 0 && each < ' '); }, '_');
+      plain, [](char each) { return each == '/' || each == '\\'; }, '_');
   fs::path path;
   for (int number = 1; path.empty() || fs::exists(path); ++number) {
     if (number > most_files) {

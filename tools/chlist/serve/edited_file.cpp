@@ -23,7 +23,7 @@
 #include "chlist/files/file_line_up.h"
 #include "chlist/files/file_stamp.h"
 #include "chlist/files/input_file.h"
-#include "chlist/files/text_file.h"
+#include "chlist/files/replacement.h"
 #include "chlist/line_up/list_line_up.h"
 
 namespace chlist {

@@ -137,10 +137,6 @@ constexpr char32_t emphasis_on = 0x86;
 constexpr char32_t emphasis_off = 0x87;
 constexpr char32_t line_break = 0x8A;
 
-bool is_control(char32_t character) {
-  return character < static_cast<char32_t>(first_printable) || (character >= 0x7F && character <= 0x9F);
-}
-
 // Behind such a character letters may be shown in another order than they are written: one name looks like another.
 bool turns_direction(char32_t character) {
   return (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);

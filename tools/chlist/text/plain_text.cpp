@@ -1,4 +1,4 @@
-// Controls are those of ISO 6429, as Unicode has them.
+// Texts are taken apart by characters: a control above U+007F has two bytes.
 #include "chlist/text/plain_text.h"
 
 #include <fmt/format.h>
@@ -9,30 +9,25 @@
 #include "chlist/text/utf8.h"
 
 namespace chlist {
-namespace {
-
-bool is_c0_or_c1(char32_t character) { return character < 0x20 || (character >= 0x7F && character < 0xA0); }
-
-}  // namespace
 
 void must_be_plain(std::string_view text, std::string_view what) {
   if (!is_utf8(text)) {
     throw std::runtime_error(fmt::format("{} is not UTF-8", what));
   }
   const std::u32string characters = characters_of(text);
-  if (const auto control = std::ranges::find_if(characters, is_c0_or_c1); control != characters.end()) {
+  if (const auto control = std::ranges::find_if(characters, is_control); control != characters.end()) {
     throw std::runtime_error(
         fmt::format("{} holds a control character, U+{:04X}", what, static_cast<std::uint32_t>(*control)));
   }
 }
 
-std::string in_one_line(std::string_view text) {
+std::string in_one_line(std::string_view text, char32_t for_controls) {
   if (is_printable_ascii(text)) {
     return std::string(text);
   }
   std::string line;
   for (const char32_t character : characters_of(text)) {
-    append_utf8(line, is_c0_or_c1(character) ? U' ' : character);
+    append_utf8(line, is_control(character) ? for_controls : character);
   }
   return line;
 }

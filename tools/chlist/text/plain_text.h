@@ -11,7 +11,8 @@ namespace chlist {
 // U+0000 to U+001F, line ends among them, and U+007F to U+009F.
 void must_be_plain(std::string_view text, std::string_view what);
 
-// The same text with a blank for every control and U+FFFD for what is not UTF-8. The change is told by comparing.
-std::string in_one_line(std::string_view text);
+// The same text with another character for every control and U+FFFD for what is not UTF-8. The change is told by
+// comparing.
+std::string in_one_line(std::string_view text, char32_t for_controls = U' ');
 
 }  // namespace chlist

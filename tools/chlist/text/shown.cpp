@@ -5,40 +5,13 @@
 #include <algorithm>
 
 #include "chlist/json/json.h"
-#include "chlist/text/utf8.h"
+#include "chlist/text/plain_text.h"
 
 namespace chlist {
-namespace {
+// JSON escapes the controls below U+0020 and leaves those from U+007F on as they are.
+std::string shown(std::string_view text) { return in_one_line(json(text).dump(), U'?'); }
 
-// JSON leaves the controls U+007F to U+009F as they are.
-void replace_late_controls(std::string &text) {
-  constexpr char lead = '\xC2';
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool is_control = i + 1 < text.size() && text[i] == lead && static_cast<unsigned char>(text[i + 1]) < 0xA0U;
-    if (is_control || text[i] == '\x7F') {
-      text.replace(i, is_control ? 2 : 1, "?");
-    }
-  }
-}
-
-}  // namespace
-
-std::string shown(std::string_view text) {
-  std::string quoted = json(text).dump();
-  replace_late_controls(quoted);
-  return quoted;
-}
-
-std::string harmless(std::string_view text) {
-  if (is_printable_ascii(text)) {
-    return std::string(text);
-  }
-  std::string valid = valid_utf8(text);
-  std::ranges::replace_if(
-      valid, [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
-  replace_late_controls(valid);
-  return valid;
-}
+std::string harmless(std::string_view text) { return in_one_line(text, U'?'); }
 
 std::string shell_word(std::string_view word) {
   constexpr std::string_view harmless_to_shells = "@%+=:,./-_";

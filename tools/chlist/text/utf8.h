@@ -15,6 +15,9 @@ std::string_view without_byte_order_mark(std::string_view text);
 constexpr bool is_printable_ascii(char c) { return c >= ' ' && c <= '~'; }
 bool is_printable_ascii(std::string_view text);
 
+// The controls of ISO 6429 as Unicode has them: C0, delete, and C1.
+constexpr bool is_control(char32_t character) { return character < 0x20 || (character >= 0x7F && character <= 0x9F); }
+
 // Whether a text is made of well-formed characters: none longer than it must be, and none that stands for a surrogate.
 bool is_utf8(std::string_view text);
 

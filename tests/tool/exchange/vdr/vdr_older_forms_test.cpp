@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/exchange/vdr/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr.h"
 #include "tool/exchange/import_host.h"
 #include "tool/exchange/line_ups.h"
 #include "tool/exchange/vdr/service_line.h"

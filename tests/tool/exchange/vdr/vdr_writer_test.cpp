@@ -1,5 +1,4 @@
 // A line-up as a channels.conf: the lines as they are, and what reading them gives.
-#include "chlist/exchange/vdr/vdr_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "chlist/exchange/vdr/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr.h"
 #include "tool/exchange/line_ups.h"
 
 namespace {

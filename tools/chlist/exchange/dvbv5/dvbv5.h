@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "chlist/exchange/layout/source_layout.h"
 #include "chlist/exchange/list_source.h"
 #include "chlist/exchange/loss_counts.h"
 
@@ -18,6 +19,9 @@ line_up parse_dvbv5(std::string_view text, loss_counts &lost);
 
 line_up read_dvbv5(const list_source &from, loss_counts &lost);
 written_list write_dvbv5(const line_up &list, const write_options &options);
+
+// Section by section.
+extern const source_layout dvbv5_layout;
 
 // The first line that is neither blank nor a comment begins a section.
 bool is_like_dvbv5(const std::filesystem::path &path, std::string_view beginning);

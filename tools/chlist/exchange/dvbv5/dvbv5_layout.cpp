@@ -1,6 +1,6 @@
 // A section is its lines KEY = value, with the blank lines behind them. Comments in front of a section stand apart, so
 // that they outlive the section above.
-#include "chlist/exchange/dvbv5/dvbv5_layout.h"
+#include "chlist/exchange/dvbv5/dvbv5.h"
 
 #include <algorithm>
 #include <string>

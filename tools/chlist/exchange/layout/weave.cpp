@@ -103,7 +103,7 @@ class weaver {
     return lines_of_pieces_[static_cast<std::size_t>(&piece - pieces_.data())];
   }
 
-  // What new services stand on.
+  // Adds the lines that new services stand on and that the folder lacks.
   void add_missing(const std::string &written) {
     const folder_layout &folder = *to_.layout->folder;
     const auto behind =

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "chlist/exchange/layout/source_layout.h"
 #include "chlist/exchange/list_source.h"
 #include "chlist/exchange/loss_counts.h"
 #include "chlist/exchange/written_list.h"
@@ -20,6 +21,9 @@ line_up read_m3u(const list_source &from, loss_counts &lost);
 
 // Throws std::runtime_error when the template of the address names something that there is not.
 written_list write_m3u(const line_up &list, const write_options &options);
+
+// How a playlist falls apart into the lines of its services.
+extern const source_layout m3u_layout;
 
 bool is_like_m3u(const std::filesystem::path &path, std::string_view beginning);
 

@@ -1,6 +1,6 @@
 // An entry is #EXTINF with what follows it up to the address; what stands between entries is nobody's. Attributes, the
 // name, the address and every other line are units of it.
-#include "chlist/exchange/m3u/m3u_layout.h"
+#include "chlist/exchange/m3u/m3u.h"
 
 #include <algorithm>
 

@@ -11,7 +11,7 @@ namespace chlist {
 
 enum class m3u_line : std::uint8_t { header, information, comment, blank, address };
 
-// Of a text its first line.
+// Tells what the first line of a text is.
 m3u_line m3u_line_of(std::string_view text);
 
 struct m3u_attribute {

@@ -1,5 +1,5 @@
 // A line is its fields; a separator is ":[@N][ name]".
-#include "chlist/exchange/vdr/vdr_layout.h"
+#include "chlist/exchange/vdr/vdr.h"
 
 #include <fmt/format.h>
 

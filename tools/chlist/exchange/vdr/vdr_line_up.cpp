@@ -1,5 +1,5 @@
 // The way from VDR's lines to a line-up.
-#include "chlist/exchange/vdr/vdr_line_up.h"
+#include "chlist/exchange/vdr/vdr.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,5 +1,5 @@
 // The lines of a channels.conf.
-#include "chlist/exchange/vdr/vdr_writer.h"
+#include "chlist/exchange/vdr/vdr.h"
 
 #include <fmt/format.h>
 

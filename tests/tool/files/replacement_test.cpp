@@ -1,5 +1,5 @@
 // Text files are written whole or not at all, and replace what stood there as channel files do.
-#include "chlist/files/text_file.h"
+#include "chlist/files/replacement.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
