@@ -30,6 +30,8 @@ TEST_F(Set, PutsEveryFieldInItsPlace) {
                       {"genre=Docu", service_field::genre_id, 2, 5},
                       {"genre=docu", service_field::genre_id, 2, 5},
                       {"genre=none", service_field::genre_id, 2, 0xFFFF},
+                      {"provider=None", service_field::provider_id, 2, 0xFFFF},
+                      {"genre=NONE", service_field::genre_id, 2, 0xFFFF},
                       {"country=none", service_field::country_id, 2, 0xFFFF},
                       {"country=77", service_field::country_id, 2, 77},
                       {"service_type=radio", service_field::service_type, 1, 2},

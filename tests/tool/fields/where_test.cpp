@@ -86,6 +86,18 @@ TEST_F(Where, AFilterTakesAPartOfWhatIsShownAndEverySpellingOfAValue) {
   EXPECT_FALSE(has("type=2")) << "a number is the type, and no part of MPEG-2";
 }
 
+TEST_F(Where, NoneIsNoGroupAlsoWhereAGroupIsCalledSo) {
+  service.provider = "none";
+  EXPECT_FALSE(takes("provider=none"));
+  EXPECT_TRUE(takes("provider!=None"));
+  EXPECT_TRUE(takes("provider~^none$"));
+  service.provider = "";
+  EXPECT_TRUE(takes("provider=None"));
+  EXPECT_TRUE(where::has("provider=none").takes({.list = &list, .service = &service, .entry = &entry}));
+  service.name = "None";
+  EXPECT_TRUE(takes("name=none"));
+}
+
 TEST_F(Where, InQuotesABackslashMakesACharacterOfTheQuoteAlone) {
   service.name = "The \"Late\" Show";
   EXPECT_TRUE(takes(R"(name="The \"Late\" Show" scrambled=yes)"));

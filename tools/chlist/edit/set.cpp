@@ -113,7 +113,7 @@ void set_group(channel_st &service, const group_field &which, std::string_view v
   if (value.empty()) {
     throw std::runtime_error(fmt::format("{}={}: VALUE is {}", which.name, shown(value), which.range));
   }
-  if (value == "none" && (group == nullptr || which.kind == GROUP_PROVIDER)) {
+  if (spells_unset(ranges::name_of_group, value)) {
     put_group(service, which.kind, no_group);
   } else if (group == nullptr && which.kind != GROUP_PROVIDER) {
     throw std::runtime_error(

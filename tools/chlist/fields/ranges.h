@@ -21,6 +21,7 @@ constexpr value_range all_of(std::string_view text) {
 }
 
 inline constexpr value_range free_text = {value_kind::text, 0, 0, "a text"};
+inline constexpr value_range name_of_group = {value_kind::text, 0, 0, "a name, or none", 0};
 inline constexpr value_range several_texts = {value_kind::texts};
 
 inline constexpr value_range byte = all_of<std::uint8_t>("0 to 255");

@@ -144,17 +144,17 @@ constexpr field table[] = {
      owner::service,
      of_record<&record::service_type, type_by_name>,
      set_record<&record::service_type>},
-    {{"provider", "provider", "name of the provider", ranges::free_text},
+    {{"provider", "provider", "name of the provider", ranges::name_of_group},
      owner::derived,
      of_text_if_any<&service::provider>,
      nullptr,
      &service::provider},
-    {{"genre", "genre", "name of the genre", ranges::free_text},
+    {{"genre", "genre", "name of the genre", ranges::name_of_group},
      owner::derived,
      of_text_if_any<&service::genre>,
      nullptr,
      &service::genre},
-    {{"country", "country", "name of the country", ranges::free_text},
+    {{"country", "country", "name of the country", ranges::name_of_group},
      owner::derived,
      of_text_if_any<&service::country>,
      nullptr,
@@ -298,7 +298,7 @@ std::int64_t number_for(const field &which, std::string_view text) {
 
 void set_field(line_up_service &service, const field &which, std::string_view text) {
   if (which.text != nullptr) {
-    service.*which.text = text;
+    service.*which.text = spells_unset(which.values, text) ? "" : text;
   } else {
     which.set_number(service, number_for(which, text));
   }

@@ -38,7 +38,7 @@ bool has_text(const json &value, const std::function<bool(const std::string &)> 
 }
 
 condition same_text(const field &which, const std::string &value) {
-  const std::string wanted = folded(value);
+  const std::string wanted = spells_unset(which.values, value) ? "" : folded(value);
   return [&which, wanted](const service_row &shown_row) {
     return has_text(which.get(shown_row), [&wanted](const std::string &text) {
       return folded(text) == wanted || (text.empty() && wanted == "none");
@@ -274,6 +274,9 @@ bool is_digits(std::string_view text) { return text.find_first_not_of("012345678
 // itself: 2 is radio, and no part of "MPEG-2 HD TV".
 condition having(const field &which, const std::string &text) {
   const bool has_names = which.values.kind == value_kind::named;
+  if (spells_unset(which.values, text)) {
+    return equal(which, text);
+  }
   if (!is_text(which) && (!has_names || (!text.empty() && is_digits(text)))) {
     return same_value(which, text);
   }
