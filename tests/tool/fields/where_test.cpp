@@ -120,6 +120,11 @@ TEST_F(Where, ComparesNumbersThatAreSet) {
   EXPECT_FALSE(takes("number<7"));
   EXPECT_TRUE(takes("frequency>11953999"));
   EXPECT_FALSE(takes("frequency>11954000"));
+  EXPECT_TRUE(takes("number>0"));
+  EXPECT_TRUE(takes("number<40000"));
+  entry.number = {-5, 0};
+  EXPECT_TRUE(takes("number<1"));
+  EXPECT_TRUE(takes("number>-6"));
   EXPECT_FALSE(takes("video_pid<8191"));
   EXPECT_FALSE(takes("video_pid>0"));
 }

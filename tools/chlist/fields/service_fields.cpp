@@ -122,8 +122,8 @@ using owner = field_owner;
 
 constexpr field table[] = {
     {{"position", "position", "place in the view, from 1", ranges::position_in_view}, owner::entry, position},
-    {{"number", "number", "channel number", ranges::signed16}, owner::entry, of_number<&channel_number::major>},
-    {{"minor", "minor", "minor channel number", ranges::signed16}, owner::entry, of_number<&channel_number::minor>},
+    {{"number", "number", "channel number", ranges::channel_number}, owner::entry, of_number<&channel_number::major>},
+    {{"minor", "minor", "minor channel number", ranges::minor_number}, owner::entry, of_number<&channel_number::minor>},
     {{"name", "name", "name of the service", ranges::free_text},
      owner::service,
      of_text<&service::name>,

@@ -4,10 +4,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "chlist/closest.h"
@@ -67,9 +70,17 @@ void must_be_number(const field &which, char sign) {
   }
 }
 
+// The bound may lie outside the range of the field: "number<1" finds the entries whose numbers are wrong.
+std::int64_t bound_for(const field &which, const std::string &text) {
+  std::int64_t bound = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), bound);
+  const bool is_whole = error == std::errc() && end == text.data() + text.size();
+  return is_whole ? bound : number_for(which, text);
+}
+
 condition less(const field &which, const std::string &value) {
   must_be_number(which, '<');
-  return [&which, bound = number_for(which, value)](const service_row &shown_row) {
+  return [&which, bound = bound_for(which, value)](const service_row &shown_row) {
     const json number = which.get(shown_row);
     return number.is_integer() && number.as_integer() < bound;
   };
@@ -77,7 +88,7 @@ condition less(const field &which, const std::string &value) {
 
 condition greater(const field &which, const std::string &value) {
   must_be_number(which, '>');
-  return [&which, bound = number_for(which, value)](const service_row &shown_row) {
+  return [&which, bound = bound_for(which, value)](const service_row &shown_row) {
     const json number = which.get(shown_row);
     return number.is_integer() && number.as_integer() > bound;
   };

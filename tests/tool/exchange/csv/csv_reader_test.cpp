@@ -90,11 +90,16 @@ TEST_F(CsvLineUp, ARowThatCannotBeReadIsSkipped) {
 }
 
 TEST_F(CsvLineUp, CellsThatCannotBeReadSayWhy) {
-  EXPECT_EQ(skipped("number", "x"), "number=\"x\": VALUE is -32768 to 32767");
-  EXPECT_EQ(skipped("number", "32768"), "number=\"32768\": VALUE is -32768 to 32767");
+  EXPECT_EQ(skipped("number", "x"), "number=\"x\": VALUE is 1 to 32767");
+  EXPECT_EQ(skipped("number", "32768"), "number=\"32768\": VALUE is 1 to 32767");
   EXPECT_EQ(skipped("number", "32767"), "");
-  EXPECT_EQ(skipped("number", "-32768"), "");
-  EXPECT_EQ(skipped("number", "-32769"), "number=\"-32769\": VALUE is -32768 to 32767");
+  EXPECT_EQ(skipped("number", "1"), "");
+  EXPECT_EQ(skipped("number", "0"), "number=\"0\": VALUE is 1 to 32767");
+  EXPECT_EQ(skipped("number", "-5"), "number=\"-5\": VALUE is 1 to 32767");
+  EXPECT_EQ(skipped("minor", "-1"), "minor=\"-1\": VALUE is 0 to 32767");
+  EXPECT_EQ(skipped("minor", "0"), "");
+  EXPECT_EQ(skipped("minor", "32767"), "");
+  EXPECT_EQ(skipped("minor", "32768"), "minor=\"32768\": VALUE is 0 to 32767");
   EXPECT_EQ(skipped("net_index", "256"), "net_index=\"256\": VALUE is 0 to 255");
   EXPECT_EQ(skipped("net_index", "255"), "");
   EXPECT_EQ(skipped("video_pid", "8192"), "video_pid=\"8192\": VALUE is 0 to 8191, or none");
