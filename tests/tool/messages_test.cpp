@@ -27,6 +27,7 @@ TEST_F(Messages, NameTheProgramAndTheCommand) {
 }
 
 TEST_F(Messages, AskWhatWasMeant) {
+  expect_refused({"list", "list.dat", "-x"}, "no option \"-x\": see `chlist help list`");
   expect_refused({"list", "list.dat", "--fliter", "x"}, "no option \"--fliter\": did you mean \"--filter\"?");
   expect_refused({"list", "list.dat", "--colums=x"}, "no option \"--colums\": did you mean \"--columns\"?");
   const program_result result = run({"lsit", "list.dat"});

@@ -155,8 +155,9 @@ std::string unknown_word(const called_command &called, const std::string &word) 
   }
   const std::string name = word.substr(0, word.find('='));
   const std::vector<std::string> names = is_option ? names_of_options(*called.row) : names_of_commands(*called.row);
-  return with_help(fmt::format("no {} {}{}", is_option ? "option" : "command", shown(name), did_you_mean(name, names)),
-                   called.line);
+  // One letter is near every other.
+  const std::string meant = is_option && name.size() <= 2 ? "" : did_you_mean(name, names);
+  return with_help(fmt::format("no {} {}{}", is_option ? "option" : "command", shown(name), meant), called.line);
 }
 
 std::string explained(const CLI::App &parsed, const called_command &called, const CLI::ParseError &error) {

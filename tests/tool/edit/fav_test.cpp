@@ -211,7 +211,7 @@ TEST_F(Favourites, OfOneIdAreListedButNotEdited) {
 }
 
 TEST_F(Favourites, RefuseWhatIsNotThere) {
-  expect_refused({"fav", "add", "list.dat", "3", "News"}, "no favourite group \"3\": there are 2");
+  expect_refused({"fav", "add", "list.dat", "3", "News"}, "no favourite group \"3\": there are Best, Kids");
   expect_refused({"fav", "remove", "list.dat", "Kids", "News"},
                  "\"News\" has no entry in the favourites 2 \"Kids\" view");
   expect_refused({"fav", "new", "list.dat", "BEST"}, "there is a favourite group \"Best\" already");

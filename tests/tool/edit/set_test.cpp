@@ -30,6 +30,8 @@ TEST_F(Set, PutsEveryFieldInItsPlace) {
                       {"genre=Docu", service_field::genre_id, 2, 5},
                       {"genre=docu", service_field::genre_id, 2, 5},
                       {"genre=none", service_field::genre_id, 2, 0xFFFF},
+                      {"provider=None", service_field::provider_id, 2, 0xFFFF},
+                      {"genre=NONE", service_field::genre_id, 2, 0xFFFF},
                       {"country=none", service_field::country_id, 2, 0xFFFF},
                       {"country=77", service_field::country_id, 2, 77},
                       {"service_type=radio", service_field::service_type, 1, 2},
@@ -93,11 +95,23 @@ TEST_F(Set, RefusesFieldsAndGroupsThatAreNotThere) {
       "pcr_pid, video_pid, video_tag, video_ecm_pid, audio_pid, audio_tag, locked, skipped, scrambled, data, flags, "
       "service_type, source_type, order_key";
   expect_refused({"set", "list.dat", "News", "colour=red"}, "no field \"colour\": there are " + names);
+  expect_refused({"set", "list.dat", "News", "name=Journal"},
+                 "name is no field that set changes: `chlist rename` does");
+  expect_refused({"set", "list.dat", "News", "short_name=J"},
+                 "short_name is no field that set changes: `chlist rename --short` does");
   expect_refused({"set", "list.dat", "News", "pmt_pid"}, "\"pmt_pid\" sets no field: it takes FIELD=VALUE");
   expect_refused({"set", "list.dat", "News", "genre=Opera"},
                  "genre=\"Opera\": the list has no such genre; VALUE is a name or an id of its table, or none");
   expect_refused({"set", "list.dat", "News", "country=6"},
                  "country=\"6\": the list has no such country; VALUE is a name or an id of its table, or none");
+}
+
+TEST_F(Set, TheHelpNamesTheFieldsOfTheIdentity) {
+  std::string help = run({"help", "set"}).out;
+  std::ranges::replace(help, '\n', ' ');
+  EXPECT_NE(help.find("The identity is net_index, network_id, ts_id, frequency, polarisation and service_id."),
+            std::string::npos)
+      << help;
 }
 
 TEST_F(Set, AProviderThatTheListLacksIsAdded) {

@@ -159,10 +159,23 @@ TEST_F(Import, OfLinesThatAreSkippedForOneReasonTenAreToldUnlessAllAreAskedFor) 
       << some.err;
   EXPECT_TRUE(has_line(some.err, "chlist: import: channels.conf:12: skipped: SID 'x9' is not a number")) << some.err;
   EXPECT_EQ(tool_test::lines_of(some.err).back(),
-            "chlist: import: channels.conf: and 2 more: SID '' is not a number (--all)");
+            "chlist: import: channels.conf: and 2 more like: SID 'x0' is not a number (--all)");
   EXPECT_EQ(tool_test::lines_of(all.err).size(), 13U) << all.err;
   EXPECT_EQ(tool_test::lines_of(all.err).back(),
             "chlist: import: channels.conf:14: skipped: SID 'x11' is not a number");
+}
+
+TEST_F(Import, ManyRowsOfOneFaultAreToldWithTheRangeOfTheFirst) {
+  std::string text = "network_id,ts_id,frequency,service_id,video_pid\n1,2,11000000,1,100\n";
+  for (int n = 0; n < 12; ++n) {
+    text += "1,2,11000000,5," + std::to_string(9000 + n) + "\n";
+  }
+  write_file(path("channels.csv"), text);
+
+  const program_result result = run({"import", "channels.csv", "-o", "list.dat"});
+
+  EXPECT_EQ(tool_test::lines_of(result.err).back(),
+            "chlist: import: channels.csv: and 2 more like: video_pid=\"9000\": VALUE is 0 to 8191, or none (--all)");
 }
 
 TEST_F(Import, AViewThatIsTooSmallIsAFinding) {

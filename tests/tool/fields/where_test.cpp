@@ -86,6 +86,18 @@ TEST_F(Where, AFilterTakesAPartOfWhatIsShownAndEverySpellingOfAValue) {
   EXPECT_FALSE(has("type=2")) << "a number is the type, and no part of MPEG-2";
 }
 
+TEST_F(Where, NoneIsNoGroupAlsoWhereAGroupIsCalledSo) {
+  service.provider = "none";
+  EXPECT_FALSE(takes("provider=none"));
+  EXPECT_TRUE(takes("provider!=None"));
+  EXPECT_TRUE(takes("provider~^none$"));
+  service.provider = "";
+  EXPECT_TRUE(takes("provider=None"));
+  EXPECT_TRUE(where::has("provider=none").takes({.list = &list, .service = &service, .entry = &entry}));
+  service.name = "None";
+  EXPECT_TRUE(takes("name=none"));
+}
+
 TEST_F(Where, InQuotesABackslashMakesACharacterOfTheQuoteAlone) {
   service.name = "The \"Late\" Show";
   EXPECT_TRUE(takes(R"(name="The \"Late\" Show" scrambled=yes)"));
@@ -108,6 +120,11 @@ TEST_F(Where, ComparesNumbersThatAreSet) {
   EXPECT_FALSE(takes("number<7"));
   EXPECT_TRUE(takes("frequency>11953999"));
   EXPECT_FALSE(takes("frequency>11954000"));
+  EXPECT_TRUE(takes("number>0"));
+  EXPECT_TRUE(takes("number<40000"));
+  entry.number = {-5, 0};
+  EXPECT_TRUE(takes("number<1"));
+  EXPECT_TRUE(takes("number>-6"));
   EXPECT_FALSE(takes("video_pid<8191"));
   EXPECT_FALSE(takes("video_pid>0"));
 }

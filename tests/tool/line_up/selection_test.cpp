@@ -257,7 +257,11 @@ TEST_F(ViewNames, OfFavouriteGroupsOnlyThoseThatThereAreAreNamedAsGroups) {
   EXPECT_EQ(chlist::favourite_group_named(line_up_in_memory(), "films"), 0U);
   EXPECT_EQ(chlist::favourite_group_named(line_up_in_memory(), "2"), 1U);
   EXPECT_EQ(error_of([] { chlist::favourite_group_named(line_up_in_memory(), "3"); }),
-            "no favourite group \"3\": there are 2");
+            "no favourite group \"3\": there are Films, 7");
+  EXPECT_EQ(error_of([] { chlist::favourite_group_named(line_up_in_memory(), "Film"); }),
+            "no favourite group \"Film\": did you mean \"Films\"? There are Films, 7");
+  EXPECT_EQ(error_of([] { chlist::favourite_group_named({}, "Films"); }),
+            "no favourite group \"Films\": the list has none");
 }
 
 }  // namespace

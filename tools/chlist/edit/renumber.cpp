@@ -12,6 +12,7 @@
 #include "chlist/edit/edits.h"
 #include "chlist/edit/number_plan.h"
 #include "chlist/edit/renumbering.h"
+#include "chlist/fields/ranges.h"
 #include "chlist/files/input_file.h"
 #include "chlist/line_up/list_line_up.h"
 #include "chlist/line_up/selection.h"
@@ -155,7 +156,9 @@ edit_row renumber_edit() {
                    "chlist renumber channels.dat --plan numbers.txt --dry-run"},
       .options =
           {{.names = "SERVICE", .target = &options->service, .about = "the service"},
-           {.names = "NUMBER", .target = &options->number, .about = "its number, 1 to 32767, or NUMBER-MINOR"},
+           {.names = "NUMBER",
+            .target = &options->number,
+            .about = fmt::format("its number, {}, or NUMBER-MINOR", ranges::channel_number.text)},
            {.names = "--from",
             .target = &options->from,
             .about = "number whole views from here on",

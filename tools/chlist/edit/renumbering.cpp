@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <optional>
 #include <stdexcept>
@@ -13,17 +12,11 @@
 #include <utility>
 #include <vector>
 
+#include "chlist/fields/ranges.h"
 #include "chlist/text/shown.h"
 
 namespace chlist {
 namespace {
-
-std::optional<int> integer_from(std::string_view text, int least) {
-  int value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  const bool is_whole = error == std::errc() && end == text.data() + text.size();
-  return is_whole && value >= least && value <= largest_channel_number ? std::optional(value) : std::nullopt;
-}
 
 using entries_of_number = std::vector<virtual_channel_st *>;
 
@@ -104,14 +97,15 @@ void follow(std::int8_t code, const std::map<shown_number, channel_number> &renu
 
 channel_number number_from(std::string_view text) {
   const std::size_t dash = text.find('-', 1);
-  const auto major = integer_from(text.substr(0, dash), 1);
-  const auto minor = dash == std::string_view::npos ? std::optional(0) : integer_from(text.substr(dash + 1), 0);
+  const std::string_view behind = dash == std::string_view::npos ? "0" : text.substr(dash + 1);
+  const auto major = number_from(ranges::channel_number, text.substr(0, dash));
+  const auto minor = number_from(ranges::minor_number, behind);
   if (!major || !minor) {
     throw std::runtime_error(
-        fmt::format("{} is no channel number: NUMBER is 1 to {}, or NUMBER-MINOR with a minor number of 0 to {}",
-                    shown(text), largest_channel_number, largest_channel_number));
+        fmt::format("{} is no channel number: NUMBER is {}, or NUMBER-MINOR with a minor number of {}", shown(text),
+                    ranges::channel_number.text, ranges::minor_number.text));
   }
-  return {*major, *minor};
+  return {static_cast<int>(*major), static_cast<int>(*minor)};
 }
 
 channel_number number_of(const virtual_channel_st &entry) { return {entry.major_ch_num, entry.minor_ch_num}; }

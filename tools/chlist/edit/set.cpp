@@ -12,6 +12,9 @@
 #include <optional>
 #include <span>
 #include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "channel/identity.h"
 #include "channel/store/group_table.h"
@@ -21,8 +24,9 @@
 #include "chlist/edit/service_edits.h"
 #include "chlist/edit/service_identity.h"
 #include "chlist/exchange/group_names.h"
+#include "chlist/fields/identity_fields.h"
+#include "chlist/fields/ranges.h"
 #include "chlist/fields/service_fields.h"
-#include "chlist/line_up/list_contents.h"
 #include "chlist/text/broadcast_text.h"
 #include "chlist/text/plain_text.h"
 #include "chlist/text/shown.h"
@@ -109,7 +113,7 @@ void set_group(channel_st &service, const group_field &which, std::string_view v
   if (value.empty()) {
     throw std::runtime_error(fmt::format("{}={}: VALUE is {}", which.name, shown(value), which.range));
   }
-  if (value == "none" && (group == nullptr || which.kind == GROUP_PROVIDER)) {
+  if (spells_unset(ranges::name_of_group, value)) {
     put_group(service, which.kind, no_group);
   } else if (group == nullptr && which.kind != GROUP_PROVIDER) {
     throw std::runtime_error(
@@ -136,6 +140,24 @@ std::vector<term> terms_of_fields() {
   return terms;
 }
 
+// "net_index, network_id, ... and service_id".
+std::string names_of_identity() {
+  std::vector<std::string> names;
+  for (const auto &each : identity_fields()) {
+    names.emplace_back(each.name);
+  }
+  return joined(std::span(names).first(names.size() - 1), ", ") + " and " + names.back();
+}
+
+// Names go by `chlist rename`, which knows their two places and character tables.
+void must_not_be_a_name(const field &which) {
+  const bool is_short = which.text == &line_up_service::short_name;
+  if (is_short || which.text == &line_up_service::name) {
+    throw std::runtime_error(
+        fmt::format("{} is no field that set changes: `chlist rename{}` does", which.name, is_short ? " --short" : ""));
+  }
+}
+
 // What makes the identity is put together first and changed at once.
 class edited_service {
  public:
@@ -150,6 +172,9 @@ class edited_service {
     if (equals == std::string_view::npos) {
       throw std::runtime_error(fmt::format("{} sets no field: it takes FIELD=VALUE", shown(assignment)));
     }
+    if (which != nullptr) {
+      must_not_be_a_name(*which);
+    }
     if (!is_a_group && (which == nullptr || !is_settable(*which))) {
       throw std::runtime_error(unknown_name("field", name, words_of(terms_of_fields())));
     }
@@ -158,6 +183,7 @@ class edited_service {
       set_group(record_, *group, value);
     } else {
       set_field(edited_, *which, value);
+      assigned_.emplace_back(which, value);
     }
   }
 
@@ -174,16 +200,21 @@ class edited_service {
   }
 
  private:
+  // The fields that are the service's own, whichever the table has.
   void apply_values() {
-    const channel_st &edited = edited_.fields;
-    record_.service_type = edited.service_type;
-    record_.source_type = edited.source_type;
-    record_.user_order_key = edited.user_order_key;
-    take_streams(record_, edited);
+    line_up_service own;
+    own.fields = record_;
+    for (const auto &[which, value] : assigned_) {
+      if (which->owner == field_owner::service) {
+        set_field(own, *which, value);
+      }
+    }
+    record_ = own.fields;
   }
 
   channel_st &record_;
   line_up_service edited_;
+  std::vector<std::pair<const field *, std::string>> assigned_;
 };
 
 struct set_options {
@@ -230,11 +261,12 @@ edit_row set_edit() {
       .name = "set",
       .summary = "Set fields of services",
       .details =
-          {"The last six fields make the identity. A service whose identity changes is filed under the network and "
-           "transponder that it then belongs to, which are made when they are not there, and its entries in all views "
-           "and favourite groups follow; those that it leaves stay, even without services. A transponder is the same "
-           "when its polarisation is and its frequency differs by less than 2500. Views do not follow the service "
-           "type. A receiver sets the country of every service to 0 when it loads the file."},
+          {"The identity is " + names_of_identity() +
+           ". A service whose identity changes is filed under the network and transponder that it "
+           "then belongs to, which are made when they are not there, and its entries in all views and favourite groups "
+           "follow; those that it leaves stay, even without services. A transponder is the same when its polarisation "
+           "is and its frequency differs by less than 2500. Views do not follow the service type. A receiver sets the "
+           "country of every service to 0 when it loads the file."},
       .sections = {{"Fields and their values", terms_of_fields()}, section_of_conditions()},
       .examples = {"chlist set channels.dat \"News HD\" provider=\"Sky North\" video_pid=512 audio_pid=none",
                    "chlist set channels.dat 7 frequency=11954000 polarisation=V --dry-run",

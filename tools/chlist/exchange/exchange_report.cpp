@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "chlist/command.h"
@@ -60,14 +62,17 @@ std::string kind_of(std::string_view reason) {
 
 void report_skipped(const std::filesystem::path &input, const std::vector<skipped_line> &skipped, bool shows_all) {
   first_of_a_kind printed(shows_all);
+  std::map<std::string, std::string_view> first;  // reason of each kind
   for (const skipped_line &each : skipped) {
-    if (printed.takes(kind_of(each.reason))) {
+    const std::string kind = kind_of(each.reason);
+    first.try_emplace(kind, each.reason);
+    if (printed.takes(kind)) {
       const std::string line = each.line != 0 ? fmt::format(":{}", each.line) : "";
       print_message(fmt::format("{}{}: skipped: {}", input.string(), line, each.reason));
     }
   }
   for (const auto &[kind, count] : printed.left_out()) {
-    print_message(fmt::format("{}: and {} more: {} (--all)", input.string(), count, kind));
+    print_message(fmt::format("{}: and {} more like: {} (--all)", input.string(), count, first.at(kind)));
   }
 }
 

@@ -1,7 +1,8 @@
 // Taking lines apart, and quoting them.
 #include "chlist/exchange/field_reading.h"
 
-#include <algorithm>
+#include "chlist/text/shown.h"
+#include "chlist/text/utf8.h"
 
 namespace chlist {
 
@@ -25,11 +26,8 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 }
 
 std::string quoted(std::string_view text) {
-  constexpr std::size_t longest_quotation = 32;
-  std::string shown(text.substr(0, longest_quotation));
-  std::ranges::replace_if(
-      shown, [](char c) { return c < ' ' || c > '~'; }, '?');
-  return "'" + shown + (text.size() > longest_quotation ? "...'" : "'");
+  constexpr std::size_t most_columns = 32;
+  return "'" + harmless(shortened(text, most_columns)) + "'";
 }
 
 }  // namespace chlist

@@ -11,6 +11,7 @@
 
 #include "chlist/fields/pids.h"
 #include "chlist/fields/values.h"
+#include "chlist/line_up/line_up.h"
 #include "chlist/line_up/polarisation.h"
 
 namespace chlist::ranges {
@@ -21,6 +22,7 @@ constexpr value_range all_of(std::string_view text) {
 }
 
 inline constexpr value_range free_text = {value_kind::text, 0, 0, "a text"};
+inline constexpr value_range name_of_group = {value_kind::text, 0, 0, "a name, or none", 0};
 inline constexpr value_range several_texts = {value_kind::texts};
 
 inline constexpr value_range byte = all_of<std::uint8_t>("0 to 255");
@@ -31,6 +33,9 @@ inline constexpr value_range frequency_khz = {value_kind::number, 1, std::numeri
                                               "1 to 4294967295"};
 inline constexpr value_range position_in_view = {value_kind::number, 1, MAX_CHANNEL, "1 to 5000"};
 static_assert(MAX_CHANNEL == 5000);
+inline constexpr value_range channel_number = {value_kind::number, 1, largest_channel_number, "1 to 32767"};
+inline constexpr value_range minor_number = {value_kind::number, 0, largest_channel_number, "0 to 32767"};
+static_assert(largest_channel_number == 32767);
 inline constexpr value_range number_of_records = {value_kind::number, 0, std::numeric_limits<std::int64_t>::max(),
                                                   "0 and more"};
 inline constexpr value_range pid = {value_kind::number, 0, largest_pid, "0 to 8191, or none", unset_pid};

@@ -99,8 +99,8 @@ using owner = field_owner;
 
 constexpr field table[] = {
     {{"position", "position", "place in the view, from 1", ranges::position_in_view}, owner::entry, position},
-    {{"number", "number", "channel number", ranges::signed16}, owner::entry, of_number<&channel_number::major>},
-    {{"minor", "minor", "minor channel number", ranges::signed16}, owner::entry, of_number<&channel_number::minor>},
+    {{"number", "number", "channel number", ranges::channel_number}, owner::entry, of_number<&channel_number::major>},
+    {{"minor", "minor", "minor channel number", ranges::minor_number}, owner::entry, of_number<&channel_number::minor>},
     {{"name", "name", "name of the service", ranges::free_text},
      owner::service,
      of_text<&service::name>,
@@ -121,17 +121,17 @@ constexpr field table[] = {
      owner::service,
      of_record<&record::service_type, type_by_name>,
      set_record<&record::service_type>},
-    {{"provider", "provider", "name of the provider", ranges::free_text},
+    {{"provider", "provider", "name of the provider", ranges::name_of_group},
      owner::derived,
      of_text_if_any<&service::provider>,
      nullptr,
      &service::provider},
-    {{"genre", "genre", "name of the genre", ranges::free_text},
+    {{"genre", "genre", "name of the genre", ranges::name_of_group},
      owner::derived,
      of_text_if_any<&service::genre>,
      nullptr,
      &service::genre},
-    {{"country", "country", "name of the country", ranges::free_text},
+    {{"country", "country", "name of the country", ranges::name_of_group},
      owner::derived,
      of_text_if_any<&service::country>,
      nullptr,
@@ -275,7 +275,7 @@ std::int64_t number_for(const field &which, std::string_view text) {
 
 void set_field(line_up_service &service, const field &which, std::string_view text) {
   if (which.text != nullptr) {
-    service.*which.text = text;
+    service.*which.text = spells_unset(which.values, text) ? "" : text;
   } else {
     which.set_number(service, number_for(which, text));
   }

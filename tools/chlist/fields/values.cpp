@@ -11,8 +11,6 @@
 namespace chlist {
 namespace {
 
-constexpr std::string_view none = "none";
-
 const word *word_for(const value_range &values, std::int64_t number) {
   const auto found = std::ranges::find(values.words, number, &word::value);
   return found != values.words.end() ? &*found : nullptr;
@@ -46,14 +44,18 @@ json shown_value(const value_range &values, std::int64_t number) {
   }
 }
 
+bool spells_unset(const value_range &values, std::string_view text) {
+  return values.unset && is_same_name(text, "none");
+}
+
 std::optional<std::int64_t> number_from(const value_range &values, std::string_view text) {
   if (const auto number = digits_from(values, text)) {
     return number;
   }
-  const std::string spelled = folded(text);
-  if (values.unset && spelled == none) {
+  if (spells_unset(values, text)) {
     return values.unset;
   }
+  const std::string spelled = folded(text);
   const auto named =
       std::ranges::find_if(values.words, [&spelled](const word &each) { return folded(each.text) == spelled; });
   return named != values.words.end() ? std::optional(named->value) : std::nullopt;

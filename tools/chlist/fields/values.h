@@ -31,13 +31,16 @@ struct value_range {
   std::int64_t least = 0;
   std::int64_t most = 0;
   std::string_view text = {};              // as help and refusals have it: "0 to 8191, or none"
-  std::optional<std::int64_t> unset = {};  // is shown as nothing, and spelled "none"
+  std::optional<std::int64_t> unset = {};  // is shown as nothing, and spelled "none"; a text has any to say so
   std::span<const word> words = {};  // of named values and of switches; the first of a number is the one that is shown
   std::string_view prefix = {};      // in front of a number that has no name: "type "
 };
 
 // Nothing for what is not set, the name of a number that has one, true or false.
 json shown_value(const value_range &values, std::int64_t number);
+
+// Whether a text says that a value that can be unset is: "none", whatever its case.
+bool spells_unset(const value_range &values, std::string_view text);
 
 // The number that a text spells; case does not count. None when it is none of the values.
 std::optional<std::int64_t> number_from(const value_range &values, std::string_view text);

@@ -4,10 +4,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "chlist/closest.h"
@@ -38,7 +41,7 @@ bool has_text(const json &value, const std::function<bool(const std::string &)> 
 }
 
 condition same_text(const field &which, const std::string &value) {
-  const std::string wanted = folded(value);
+  const std::string wanted = spells_unset(which.values, value) ? "" : folded(value);
   return [&which, wanted](const service_row &shown_row) {
     return has_text(which.get(shown_row), [&wanted](const std::string &text) {
       return folded(text) == wanted || (text.empty() && wanted == "none");
@@ -67,9 +70,17 @@ void must_be_number(const field &which, char sign) {
   }
 }
 
+// The bound may lie outside the range of the field: "number<1" finds the entries whose numbers are wrong.
+std::int64_t bound_for(const field &which, const std::string &text) {
+  std::int64_t bound = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), bound);
+  const bool is_whole = error == std::errc() && end == text.data() + text.size();
+  return is_whole ? bound : number_for(which, text);
+}
+
 condition less(const field &which, const std::string &value) {
   must_be_number(which, '<');
-  return [&which, bound = number_for(which, value)](const service_row &shown_row) {
+  return [&which, bound = bound_for(which, value)](const service_row &shown_row) {
     const json number = which.get(shown_row);
     return number.is_integer() && number.as_integer() < bound;
   };
@@ -77,7 +88,7 @@ condition less(const field &which, const std::string &value) {
 
 condition greater(const field &which, const std::string &value) {
   must_be_number(which, '>');
-  return [&which, bound = number_for(which, value)](const service_row &shown_row) {
+  return [&which, bound = bound_for(which, value)](const service_row &shown_row) {
     const json number = which.get(shown_row);
     return number.is_integer() && number.as_integer() > bound;
   };
@@ -274,6 +285,9 @@ bool is_digits(std::string_view text) { return text.find_first_not_of("012345678
 // itself: 2 is radio, and no part of "MPEG-2 HD TV".
 condition having(const field &which, const std::string &text) {
   const bool has_names = which.values.kind == value_kind::named;
+  if (spells_unset(which.values, text)) {
+    return equal(which, text);
+  }
   if (!is_text(which) && (!has_names || (!text.empty() && is_digits(text)))) {
     return same_value(which, text);
   }

@@ -114,16 +114,6 @@ known_service known_as(const channel_st &service) {
   return {name_in(service.name[0].text), channel::identity_of(service)};
 }
 
-void take_streams(channel_st &service, const channel_st &from) {
-  service.pmt_pid = from.pmt_pid;
-  service.pcr_pid = from.pcr_pid;
-  service.video_pid = from.video_pid;
-  service.video_ecm_pid = from.video_ecm_pid;
-  service.video_tag = from.video_tag;
-  service.audio_pid = from.audio_pid;
-  service.audio_tag = from.audio_tag;
-}
-
 virtual_channel_st entry_of(channel_st &service, int major, int minor) {
   const channel::identity id = channel::identity_of(service);
   virtual_channel_st entry = {};

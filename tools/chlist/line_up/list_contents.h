@@ -70,9 +70,6 @@ std::vector<const channel_st *> services_of(channel_list_st &list);
 
 known_service known_as(const channel_st &service);
 
-// Gives a service the PIDs and component tags of another record of it.
-void take_streams(channel_st &service, const channel_st &from);
-
 // An entry that shows a service under a number.
 virtual_channel_st entry_of(channel_st &service, int major, int minor = 0);
 

@@ -131,6 +131,17 @@ std::optional<std::int8_t> favourites_named(const line_up &list, std::string_vie
   return group ? std::optional(static_cast<std::int8_t>(VIEW_FAVOURITE + *group)) : std::nullopt;
 }
 
+// Those that there are; of groups without a name their positions.
+std::vector<std::string> names_of_groups(const line_up &list) {
+  std::vector<std::string> names;
+  for (const favourite_group &group : list.favourites) {
+    if (group.is_counted) {
+      names.push_back(group.name.empty() ? std::to_string(position_of(names.size())) : group.name);
+    }
+  }
+  return names;
+}
+
 std::vector<std::string> names_of_views(const line_up &list) {
   std::vector<std::string> names;
   for (const view_facts &each : all_views()) {
@@ -271,11 +282,14 @@ std::int8_t view_named(const line_up &list, std::string_view text) {
 }
 
 std::size_t favourite_group_named(const line_up &list, std::string_view text) {
-  const std::int8_t view = view_named(list, std::string(favourite_prefix) + std::string(text));
-  const auto group = static_cast<std::size_t>(view - VIEW_FAVOURITE);
-  const auto groups = std::ranges::count_if(list.favourites, &favourite_group::is_counted);
-  if (group >= static_cast<std::size_t>(groups)) {
-    throw std::runtime_error(fmt::format("no favourite group {}: there are {}", shown(text), groups));
+  const std::vector<std::string> names = names_of_groups(list);
+  const std::optional<std::int8_t> view = favourites_named(list, text);
+  const std::size_t group = view ? static_cast<std::size_t>(*view - VIEW_FAVOURITE) : names.size();
+  if (names.empty()) {
+    throw std::runtime_error(fmt::format("no favourite group {}: the list has none", shown(text)));
+  }
+  if (group >= names.size()) {
+    throw std::runtime_error(unknown_name("favourite group", text, names));
   }
   return group;
 }

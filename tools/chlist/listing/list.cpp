@@ -195,10 +195,10 @@ command list_command() {
       .summary = "List the services of a channel file",
       .details =
           {"FILE is of version 10 and is only read. Sorting is the receiver's own; numbers stay with their services.",
-           "A filter is COLUMN=TEXT (the text is part of the column's; numbers, yes and no are compared as a whole), "
-           "or a text that is part of the name or of the provider, or is the number; case does not count. A condition "
-           "says "
-           "more: whole values, patterns, comparisons, and, or, not. Of several all must be met.",
+           "A filter is COLUMN=TEXT (the text is part of the column's or spells its value; numbers, yes and no are "
+           "compared as a whole), or a text that is part of the name or of the provider, or is the number; case does "
+           "not count. A condition says more: whole values, patterns, comparisons, and, or, not. Of several all must "
+           "be met.",
            "`chlist list --columns help` says what each column is. CSV (RFC 4180) and JSON have all columns unless "
            "--columns says otherwise; between favourite groups CSV has ';'. An entry that resolves to no service has "
            "its identity only."},

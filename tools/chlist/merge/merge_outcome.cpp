@@ -35,6 +35,17 @@
 namespace chlist {
 namespace {
 
+// Gives a service the PIDs and component tags of another record of it.
+void take_streams(channel_st &service, const channel_st &from) {
+  service.pmt_pid = from.pmt_pid;
+  service.pcr_pid = from.pcr_pid;
+  service.video_pid = from.video_pid;
+  service.video_ecm_pid = from.video_ecm_pid;
+  service.video_tag = from.video_tag;
+  service.audio_pid = from.audio_pid;
+  service.audio_tag = from.audio_tag;
+}
+
 using channel::persist::current_format;
 using channel::persist::detached_list;
 

@@ -46,6 +46,37 @@ TEST_F(CsvLineUp, UnknownColumnsAreCounted) {
   EXPECT_EQ(losses(lost), (row_list{"cells of the column 'Remark': 2"}));
 }
 
+TEST_F(CsvLineUp, UnknownColumnsAreNamedByWholeCharacters) {
+  read("network_id,ts_id,frequency,service_id,Größe,\x1B[31mRot\n1,2,3,4,x,y\n");
+  EXPECT_EQ(losses(lost), (row_list{"cells of the column 'Größe': 1", "cells of the column '?[31mRot': 1"}));
+}
+
+TEST_F(CsvLineUp, ALongNameOfAColumnIsCutBetweenCharacters) {
+  std::string name;
+  std::string kept;
+  for (int count = 0; count < 40; ++count) {
+    name += "é";
+    kept += count < 31 ? "é" : "";
+  }
+  read("network_id,ts_id,frequency,service_id," + name + "\n1,2,3,4,x\n");
+  EXPECT_EQ(losses(lost), (row_list{"cells of the column '" + kept + "…': 1"}));
+}
+
+TEST_F(CsvLineUp, NoneIsNoGroup) {
+  const line_up made = read("network_id,ts_id,frequency,service_id,provider,genre,country,name\n"
+                            "1,2,3,4,none,None,NONE,none\n"
+                            "1,2,3,5,Nonesuch,none at all,\"none \",\n");
+
+  ASSERT_EQ(made.services.size(), 2U);
+  EXPECT_EQ(made.services[0].provider, "");
+  EXPECT_EQ(made.services[0].genre, "");
+  EXPECT_EQ(made.services[0].country, "");
+  EXPECT_EQ(made.services[0].name, "none");
+  EXPECT_EQ(made.services[1].provider, "Nonesuch");
+  EXPECT_EQ(made.services[1].genre, "none at all");
+  EXPECT_EQ(made.services[1].country, "none ");
+}
+
 TEST_F(CsvLineUp, ARowThatCannotBeReadIsSkipped) {
   const line_up made = read("network_id,ts_id,frequency,service_id\n1,2,3\n1,2,3,4\n1,2,,5\n1,2,3,4,5\n");
 
@@ -59,11 +90,16 @@ TEST_F(CsvLineUp, ARowThatCannotBeReadIsSkipped) {
 }
 
 TEST_F(CsvLineUp, CellsThatCannotBeReadSayWhy) {
-  EXPECT_EQ(skipped("number", "x"), "number=\"x\": VALUE is -32768 to 32767");
-  EXPECT_EQ(skipped("number", "32768"), "number=\"32768\": VALUE is -32768 to 32767");
+  EXPECT_EQ(skipped("number", "x"), "number=\"x\": VALUE is 1 to 32767");
+  EXPECT_EQ(skipped("number", "32768"), "number=\"32768\": VALUE is 1 to 32767");
   EXPECT_EQ(skipped("number", "32767"), "");
-  EXPECT_EQ(skipped("number", "-32768"), "");
-  EXPECT_EQ(skipped("number", "-32769"), "number=\"-32769\": VALUE is -32768 to 32767");
+  EXPECT_EQ(skipped("number", "1"), "");
+  EXPECT_EQ(skipped("number", "0"), "number=\"0\": VALUE is 1 to 32767");
+  EXPECT_EQ(skipped("number", "-5"), "number=\"-5\": VALUE is 1 to 32767");
+  EXPECT_EQ(skipped("minor", "-1"), "minor=\"-1\": VALUE is 0 to 32767");
+  EXPECT_EQ(skipped("minor", "0"), "");
+  EXPECT_EQ(skipped("minor", "32767"), "");
+  EXPECT_EQ(skipped("minor", "32768"), "minor=\"32768\": VALUE is 0 to 32767");
   EXPECT_EQ(skipped("net_index", "256"), "net_index=\"256\": VALUE is 0 to 255");
   EXPECT_EQ(skipped("net_index", "255"), "");
   EXPECT_EQ(skipped("video_pid", "8192"), "video_pid=\"8192\": VALUE is 0 to 8191, or none");

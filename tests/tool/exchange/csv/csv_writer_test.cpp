@@ -53,7 +53,7 @@ TEST_F(CsvLineUp, AMinorNumberIsNothingWithoutItsMajorOne) {
   EXPECT_EQ(losses_of_columns(line_up_of({service}), identity + "minor,number"), row_list{});
   EXPECT_EQ(losses_of_columns(line_up_of({service}), identity + "minor"), (row_list{"number: 1", "minor: 1"}));
 
-  read("network_id,ts_id,frequency,service_id,number,minor\n1,2,3,4,,2\n1,2,3,5,-,-1\n1,2,3,6,,0\n1,2,3,7,7,2\n");
+  read("network_id,ts_id,frequency,service_id,number,minor\n1,2,3,4,,2\n1,2,3,5,-,1\n1,2,3,6,,0\n1,2,3,7,7,2\n");
 
   EXPECT_EQ(losses(lost), (row_list{"minor numbers without a channel number: 2"}));
 }
@@ -129,6 +129,21 @@ TEST_F(CsvLineUp, ReadingItBackGivesTheSameLineUp) {
     EXPECT_EQ(losses_of_columns(given, ""), row_list{}) << seed;
   }
   EXPECT_EQ(losses(lost), row_list{});
+}
+
+TEST_F(CsvLineUp, ANumberThatNoEntryShouldHaveIsWrittenAndToldWhenItIsRead) {
+  line_up given = line_up_of({service_named("Below", 1), service_named("Sound", 2)});
+  given.services[0].number = {-5, 0};
+  given.services[1].number = {7, 2};
+
+  const std::string text = text_of(given, "number,minor,name,network_id,ts_id,frequency,service_id");
+  const line_up made = read(text);
+
+  EXPECT_NE(text.find("\n-5,0,Below,"), std::string::npos) << text;
+  ASSERT_EQ(made.skipped.size(), 1U);
+  EXPECT_EQ(made.skipped[0].reason, "number=\"-5\": VALUE is 1 to 32767");
+  ASSERT_EQ(made.services.size(), 1U);
+  EXPECT_EQ(made.services[0].number, (channel_number{7, 2}));
 }
 
 }  // namespace

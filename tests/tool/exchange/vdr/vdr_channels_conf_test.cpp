@@ -82,11 +82,11 @@ TEST(VdrLine, ANulByteIsRefused) {
 }
 
 TEST(VdrLine, AReasonQuotesLittleAndNothingThatMovesTheCursor) {
-  EXPECT_EQ(refusal({.symbol_rate = "\x1B[2J\xC3\xA4x"}), "symbol rate '?[2J??x' is not a number");
+  EXPECT_EQ(refusal({.symbol_rate = "\x1B[2J\xC3\xA4x"}), "symbol rate '?[2J\xC3\xA4x' is not a number");
   EXPECT_EQ(refusal({.symbol_rate = std::string(32, 'x')}),
             "symbol rate '" + std::string(32, 'x') + "' is not a number");
   EXPECT_EQ(refusal({.symbol_rate = std::string(33, 'x')}),
-            "symbol rate '" + std::string(32, 'x') + "...' is not a number");
+            "symbol rate '" + std::string(31, 'x') + "\u2026' is not a number");
 }
 
 TEST(VdrFile, AnEmptyFileHasNothing) {
