@@ -33,9 +33,9 @@ std::size_t total_of(const std::vector<std::size_t> &widths) {
 }
 
 void append_cell(std::string &line, std::string_view cell, std::size_t columns, bool is_number) {
-  const std::string shown = shortened(cell, columns);
-  const std::size_t blanks = columns - std::min(width_of(shown), columns);
-  line.append(is_number ? blanks : 0, ' ').append(shown).append(is_number ? 0 : blanks, ' ');
+  const std::string fitting = shortened(cell, columns);
+  const std::size_t blanks = columns - std::min(width_of(fitting), columns);
+  line.append(is_number ? blanks : 0, ' ').append(fitting).append(is_number ? 0 : blanks, ' ');
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <channel/records.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <iterator>
@@ -52,9 +53,9 @@ inline constexpr service_type service_types[] = {
 // The same, as the values of fields have them.
 inline constexpr auto words_of_service_types = [] {
   std::array<word, std::size(service_types)> words;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    words[i] = {service_types[i].name, service_types[i].code};
-  }
+  std::ranges::transform(service_types, words.begin(), [](const service_type &each) {
+    return word{each.name, each.code};
+  });
   return words;
 }();
 
